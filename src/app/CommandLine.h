@@ -1,0 +1,28 @@
+#pragma once
+
+#include "widgets/PreviewPage.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace quillmere {
+
+// What the words behind the program's name ask for.
+struct CommandLine
+{
+    enum class Action { Edit, Render, Print, Fail };
+
+    Action action = Action::Edit;
+    QString text;  // Print: help or version, for standard output; Fail: what is wrong, for standard error
+    QString theme; // absolute path with own separators; empty where none was given
+    QStringList windows;        // Render: names of widget windows; none means all
+    QString out;                // Render: folder for the pictures
+    std::optional<Screen> size; // Render: the theme's own size where none was given
+};
+
+// `arguments` begin with the program's name. Needs an application object for the name and version.
+CommandLine parseCommandLine(const QStringList &arguments);
+
+} // namespace quillmere

@@ -1,0 +1,90 @@
+#include "app/ThemeProject.h"
+
+#include "catalogues/FontCatalogue.h"
+#include "markup/Matching.h"
+#include "markup/mndIni.h"
+#include "platform/Paths.h"
+#include "platform/TextFile.h"
+
+namespace quillmere {
+
+// A kind of resource file, by its entry name in theme.xml, and what reads it.
+struct ThemeProject::Entry
+{
+    QStringView name;
+    void (ThemeProject::*load)(const QString &path, const QString &folder);
+};
+
+ThemeProject::ThemeProject(QObject *parent)
+    : QObject(parent), lvTheme({QStringLiteral("Nama"), QStringLiteral("Status")}),
+      lvFont({QString(), QStringLiteral("Name"), QStringLiteral("File"), QStringLiteral("Size"),
+              QStringLiteral("Style")})
+{
+}
+
+void ThemeProject::LoadTheme(const QString &folder)
+{
+    lvTheme.clear();
+    const QString text = LoadFile(joinPath(folder, u"theme.xml"));
+    if (text.isEmpty())
+        return;
+    m_folder = folder;
+
+    QList<ListRows::Row> entries;
+    const QStringView config = SplitFieldView(text, u"<config>", u"</config>", 1, 0);
+    // The piece behind the last closing tag holds no element, yet it is shown like the others.
+    for (QStringView piece : splitIgnoringCase(config, u"</"))
+        entries.append({SplitField(piece, u"<", u">", 1, 0), {SplitField(piece, u"<", u">", 1, 1)}});
+    lvTheme.assign(entries);
+
+    for (const ListRows::Row &entry : entries)
+        runLoader(entry.text, entry.sub(1));
+    loadPanel();
+    emit loaded();
+}
+
+void ThemeProject::runLoader(const QString &name, const QString &value)
+{
+    static constexpr Entry kinds[] = {
+        {u"file_widget", &ThemeProject::loadWidgets}, {u"file_image", &ThemeProject::loadImages},
+        {u"file_color", &ThemeProject::loadColors},   {u"file_i18n", &ThemeProject::loadLanguages},
+        {u"file_font", &ThemeProject::loadFonts},     {u"file_keymap", &ThemeProject::loadKeymap},
+    };
+    for (const Entry &kind : kinds) {
+        if (name != kind.name)
+            continue;
+        const QString path = joinPath(m_folder, u"") + withOwnSeparators(value);
+        (this->*kind.load)(path, folderOf(path).toString());
+    }
+}
+
+void ThemeProject::loadWidgets(const QString &path, const QString &folder)
+{
+    widgets.LoadWidgetList(path, folder, File1);
+}
+
+void ThemeProject::loadImages(const QString &path, const QString &folder)
+{
+    images.LoadImageList(path, folder, File1);
+    lbImagePath = folder;
+}
+
+void ThemeProject::loadFonts(const QString &path, const QString &folder)
+{
+    LoadFontList(lvFont, path);
+    txtFont = path;
+    File1.setPath(folder);
+    cbFont.clear();
+    for (const QString &name : File1.files()) {
+        if (name.endsWith(u".ttf"))
+            cbFont.append(name);
+    }
+}
+
+// Listed, and nothing is read from them yet.
+void ThemeProject::loadColors(const QString &, const QString &) {}
+void ThemeProject::loadLanguages(const QString &, const QString &) {}
+void ThemeProject::loadKeymap(const QString &, const QString &) {}
+void ThemeProject::loadPanel() {}
+
+} // namespace quillmere

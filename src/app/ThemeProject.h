@@ -1,0 +1,57 @@
+#pragma once
+
+#include "catalogues/ImageCatalogue.h"
+#include "platform/FileList.h"
+#include "platform/ListRows.h"
+#include "widgets/WidgetCatalogue.h"
+
+#include <QObject>
+#include <QStringList>
+
+namespace quillmere {
+
+// The open theme: the rows of every catalogue and the loader that fills them from a theme folder.
+class ThemeProject : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ThemeProject(QObject *parent = nullptr);
+
+    // Reads theme.xml of the folder, lists its <config> entries in lvTheme and runs the loader of each, in
+    // file order; then default.xml. A kind that no entry names keeps what it held. Without a theme.xml,
+    // lvTheme is empty and nothing else changes.
+    void LoadTheme(const QString &folder);
+
+    const QString &folder() const { return m_folder; }
+
+    FileList File1;
+    ListRows lvTheme; // text = entry name, sub-item 1 = value as written
+    WidgetCatalogue widgets;
+    ImageCatalogue images;
+    ListRows lvFont;
+
+    QString lbImagePath; // folder put in front of every picture path, ends in a separator
+    QString txtFont;     // path of the font catalogue
+    QStringList cbFont;  // names of the .ttf files beside the font catalogue
+
+signals:
+    // Everything that LoadTheme fills has been filled.
+    void loaded();
+
+private:
+    struct Entry;
+    void runLoader(const QString &name, const QString &value);
+    // `path` of the resource file, and its folder with the separator at its end.
+    void loadWidgets(const QString &path, const QString &folder);
+    void loadImages(const QString &path, const QString &folder);
+    void loadColors(const QString &path, const QString &folder);
+    void loadLanguages(const QString &path, const QString &folder);
+    void loadFonts(const QString &path, const QString &folder);
+    void loadKeymap(const QString &path, const QString &folder);
+    void loadPanel();
+
+    QString m_folder;
+};
+
+} // namespace quillmere

@@ -1,0 +1,38 @@
+#include "catalogues/FontCatalogue.h"
+
+#include "markup/Matching.h"
+#include "markup/mndIni.h"
+#include "platform/TextFile.h"
+
+namespace quillmere {
+
+void LoadFontList(ListRows &lvFont, const QString &fileName)
+{
+    lvFont.clear();
+    const QString text = LoadFile(fileName);
+    if (text.isEmpty())
+        return;
+    QList<ListRows::Row> fonts;
+    // What stands before the first element is no entry; behind it every piece is one, however little it
+    // holds.
+    for (QStringView piece : splitIgnoringCase(text, u"<font>").sliced(1)) {
+        const QString style = SplitField(piece, u"<style>", u"</style>", 1, 0);
+        fonts.append(
+            {QString(),
+             {SplitField(piece, u"<name>", u"</name>", 1, 0), SplitField(piece, u"<file>", u"</file>", 1, 0),
+              SplitField(piece, u"<size>", u"</size>", 1, 0),
+              style.isEmpty() ? QStringLiteral("normal") : style}});
+    }
+    lvFont.assign(std::move(fonts));
+}
+
+QString defaultFontSize(const ListRows &lvFont)
+{
+    for (const ListRows::Row &font : lvFont.rows()) {
+        if (font.sub(1) == u"font_prog")
+            return font.sub(3);
+    }
+    return {};
+}
+
+} // namespace quillmere

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/ListRows.h"
+
+namespace quillmere {
+
+// Row: text empty, sub-items 1 to 4 = name, file, size (pixels, as written), style.
+
+// Clears the rows and reads every "<font>" entry of the file; an entry without a style is "normal". A missing
+// file leaves the rows empty.
+void LoadFontList(ListRows &lvFont, const QString &fileName);
+
+// The size of the row named "font_prog", which every text without a font of its own takes; empty without such
+// a row.
+QString defaultFontSize(const ListRows &lvFont);
+
+} // namespace quillmere

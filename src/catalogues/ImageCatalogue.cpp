@@ -1,0 +1,81 @@
+#include "catalogues/ImageCatalogue.h"
+
+#include "markup/Matching.h"
+#include "markup/mndIni.h"
+#include "platform/FileList.h"
+#include "platform/Paths.h"
+#include "platform/TextFile.h"
+
+namespace quillmere {
+
+namespace {
+
+// The folder in which a picture is looked for: the full path without its name, wherever that occurs in it.
+QString folderWithout(const QString &path, QStringView name)
+{
+    QString folder = path;
+    replaceIgnoringCase(folder, name, u"");
+    return folder;
+}
+
+} // namespace
+
+ImageCatalogue::ImageCatalogue(QObject *parent)
+    : QObject(parent), rows({QStringLiteral("Nama"), QStringLiteral("Status"), QString()})
+{
+    const auto forget = [this] { m_indexed = false; };
+    connect(&rows, &QAbstractItemModel::dataChanged, this, forget);
+    connect(&rows, &QAbstractItemModel::rowsInserted, this, forget);
+    connect(&rows, &QAbstractItemModel::rowsRemoved, this, forget);
+    connect(&rows, &QAbstractItemModel::modelReset, this, forget);
+}
+
+void ImageCatalogue::LoadImageList(const QString &fileName, const QString &imageFolder, FileList &file1)
+{
+    rows.clear();
+    m_path = fileName;
+    QString text = LoadFile(fileName);
+    if (text.isEmpty())
+        return;
+    CloseUpEquals(text);
+
+    QList<ListRows::Row> images;
+    FileNames existing;
+    QString folder;
+    // What stands before the first element is no entry.
+    for (QStringView piece : splitIgnoringCase(text, u"<image ").sliced(1)) {
+        if (!containsIgnoringCase(piece, u"id=\""))
+            continue;
+        const QString id = SplitField(piece, u"id=\"", u"\"", 1, 0);
+        const QString full = imageFolder + withOwnSeparators(SplitFieldView(piece, u">", u"</", 1, 0));
+        const QString name = fileNameOf(full).toString();
+        folder = folderWithout(full, name);
+        images.append({full, {id, existing.contains(folder, name) ? QStringLiteral("Y") : QString()}});
+    }
+    if (images.isEmpty())
+        return;
+    rows.assign(std::move(images));
+    file1.setPath(folder);
+}
+
+QString ImageCatalogue::GetImg(const QString &id) const
+{
+    if (!m_indexed) {
+        m_rowOfId.clear();
+        m_rowOfId.reserve(rows.count());
+        for (int row = 0; row < rows.count(); ++row) {
+            QString key = rows.sub(row, 1);
+            StripControlChars(key);
+            // The first of several rows with one ID is the one that counts.
+            if (!m_rowOfId.contains(key))
+                m_rowOfId.insert(key, row);
+        }
+        m_indexed = true;
+    }
+    QString key = id;
+    StripControlChars(key);
+    const int row = m_rowOfId.value(key, -1);
+    return row < 0 ? QString() : rows.text(row);
+}
+
+} // namespace quillmere

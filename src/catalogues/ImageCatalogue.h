@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/ListRows.h"
+
+#include <QHash>
+#include <QObject>
+
+namespace quillmere {
+
+class FileList;
+
+// The image catalogue: image IDs and the picture files they stand for. Row: text = full path, sub-item 1 =
+// ID, sub-item 2 = "Y" when a file of exactly that name was found.
+class ImageCatalogue : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ImageCatalogue(QObject *parent = nullptr);
+
+    // Clears the rows and reads `<image id="ID">relative path</image>` entries; `imageFolder` is put in front
+    // of every path as it stands. A missing file leaves the rows empty. `file1` ends up at the folder of the
+    // last row.
+    void LoadImageList(const QString &fileName, const QString &imageFolder, FileList &file1);
+
+    // The full path of the first row with this ID, both stripped of control characters, letter case minded;
+    // empty when there is none. The file need not exist. Constant time, whatever changed the rows.
+    QString GetImg(const QString &id) const;
+
+    const QString &path() const { return m_path; }
+    ListRows rows;
+
+private:
+    QString m_path;
+    mutable QHash<QString, int> m_rowOfId;
+    mutable bool m_indexed = false;
+};
+
+} // namespace quillmere

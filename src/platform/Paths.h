@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+namespace quillmere {
+
+// Paths are shown and kept with the system's own separator; theme files may use either.
+
+QChar separator();
+
+// Every "/" and every "\" becomes the system's separator.
+QString withOwnSeparators(QStringView path);
+
+// Folder and file name joined by exactly one separator.
+QString joinPath(QStringView folder, QStringView name);
+
+// The text behind the last separator, and the text before it with that separator; together the whole path.
+QStringView fileNameOf(QStringView path);
+QStringView folderOf(QStringView path);
+
+// True when the last six characters are exactly the separator and "theme".
+bool isThemeFolder(QStringView path);
+
+// The existing file that a theme means by `path`: as it stands; else with own separators; else looked up part
+// by part ignoring letter case, since themes are made on systems that do not mind it. Empty when there is
+// none.
+QString findFile(const QString &path);
+// The same for a folder; a separator at its end does not matter.
+QString findFolder(const QString &path);
+
+// True when `path` lies below `folder` after all symbolic links are followed. Both must exist.
+bool liesBelow(const QString &path, const QString &folder);
+
+} // namespace quillmere

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace quillmere {
+
+// The one seam for message and input boxes. It is passed in, so that a test can answer from a script.
+class Prompts
+{
+public:
+    enum class Icon { Information, Critical };
+
+    virtual ~Prompts() = default;
+    // A Yes/No question with the question icon; true for Yes. Closing the box means No.
+    virtual bool ask(const QString &title, const QString &text) = 0;
+    // A message with an OK button.
+    virtual void tell(const QString &title, const QString &text, Icon icon) = 0;
+    // A line of text, or nothing on Cancel.
+    virtual std::optional<QString> input(const QString &title, const QString &prompt,
+                                         const QString &preset) = 0;
+};
+
+} // namespace quillmere

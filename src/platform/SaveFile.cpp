@@ -1,0 +1,138 @@
+#include "platform/TextFile.h"
+
+#include "platform/Paths.h"
+#include "platform/RunTimeError.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+namespace quillmere {
+
+namespace {
+
+QString chosenBackupFolder;
+
+// `step` fits behind "Cannot".
+[[noreturn]] void throwFailed(const char *step, const QString &path, const QString &reason)
+{
+    throw RunTimeError(QStringLiteral("Cannot %1 \"%2\": %3.")
+                           .arg(QLatin1String(step), QDir::toNativeSeparators(path), reason));
+}
+
+// The file that a text for `path` goes to: what LoadFile would read there, else a new file in that folder.
+QString fileToWrite(const QString &path)
+{
+    const QString existing = findFile(path);
+    if (!existing.isEmpty())
+        return QFileInfo(existing).canonicalFilePath();
+    // Left alone where it exists without being a regular file, or where it is a link to a file that is not
+    // there yet.
+    const QFileInfo info(path);
+    if (info.exists() || info.isSymLink())
+        return path;
+    const QString own = withOwnSeparators(path);
+    const QString folder = findFolder(folderOf(own).toString());
+    return folder.isEmpty() ? own : joinPath(folder, fileNameOf(own));
+}
+
+// A folder for every original folder: its whole path below the backup folder, without what cannot stand in a
+// name.
+QString backupFolderOf(const QFileInfo &file)
+{
+    QString path = file.absolutePath();
+    path.remove(u':');
+    while (path.startsWith(u'/'))
+        path.remove(0, 1);
+    return QDir(backupFolder()).filePath(path);
+}
+
+void backUp(const QString &path)
+{
+    const QFileInfo info(path);
+    const QString folder = backupFolderOf(info);
+    if (!QDir().mkpath(folder))
+        throwFailed("back up", path, QStringLiteral("the folder \"%1\" cannot be made").arg(folder));
+    // Two copies within one millisecond: the later one takes the next that is free.
+    QDateTime time = QDateTime::currentDateTime();
+    QString copy;
+    do {
+        copy = joinPath(folder, QString(info.fileName() + time.toString(u".yyyyMMdd-hhmmss-zzz")));
+        time = time.addMSecs(1);
+    } while (QFileInfo::exists(copy));
+    QFile file(path);
+    if (!file.copy(copy))
+        throwFailed("back up", path, file.errorString());
+}
+
+CodePage pageOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throwFailed("back up", path, file.errorString());
+    return decodeText(file.readAll()).page;
+}
+
+QByteArray encodeFor(const QString &path, const QString &text, CodePage page)
+{
+    try {
+        return encodeText(text, page);
+    } catch (const RunTimeError &error) {
+        throwFailed("write", path, error.message().chopped(1));
+    }
+}
+
+} // namespace
+
+void SaveFile(const QString &path, const QString &text)
+{
+    const QString target = fileToWrite(path);
+    const QFileInfo old(target);
+    // A pipe or a device would swallow the text, and reading it for the copy could wait for ever.
+    if (fileNameOf(target).isEmpty() || (old.exists() && !old.isFile()))
+        throwFailed("open", target, QStringLiteral("it is not a file"));
+    const QByteArray bytes = encodeFor(target, text, old.exists() ? pageOf(target) : CodePage::Ascii);
+    if (old.exists())
+        backUp(target);
+
+    // Goes to the target of a symbolic link and takes over the permissions of the old file.
+    QSaveFile file(target);
+    if (!file.open(QIODevice::WriteOnly))
+        throwFailed("open", target, file.errorString());
+    if (file.write(bytes) != bytes.size() || !file.flush()) {
+        const QString reason = file.errorString();
+        file.cancelWriting();
+        throwFailed("write", target, reason);
+    }
+    if (!file.commit())
+        throwFailed("rename", target, file.errorString());
+}
+
+void DeleteFile(const QString &path)
+{
+    // Exactly this name: what is deleted for good is never guessed at.
+    if (!QFileInfo(path).isFile())
+        throwFailed("back up", path, QStringLiteral("there is no such file"));
+    backUp(path);
+    QFile file(path);
+    if (!file.remove())
+        throwFailed("delete", path, file.errorString());
+}
+
+QString backupFolder()
+{
+    if (!chosenBackupFolder.isEmpty())
+        return chosenBackupFolder;
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return joinPath(data, u"Quillmere/backup");
+}
+
+void setBackupFolder(const QString &folder)
+{
+    chosenBackupFolder = folder;
+}
+
+} // namespace quillmere

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace quillmere {
+
+// The one place where bytes become text and text becomes bytes. Every byte string comes back the same.
+enum class CodePage {
+    Ascii,       // no byte above 127: either page gives the same text
+    Utf8,        // valid UTF-8, a byte order mark kept as U+FEFF
+    Windows1252, // one byte a character; 81, 8D, 8F, 90, 9D (hex) map to the control of the same code
+};
+
+// Automatic looks at the bytes; Windows1252 reads and writes everything one byte a character.
+enum class CodePageRule { Automatic, Windows1252 };
+void setCodePageRule(CodePageRule rule);
+CodePageRule codePageRule();
+
+// "Windows-1252" or "UTF-8"; "ASCII" where both give the same text.
+QString codePageName(CodePage page);
+
+struct DecodedText
+{
+    QString text;
+    CodePage page = CodePage::Ascii;
+};
+DecodedText decodeText(const QByteArray &bytes, CodePageRule rule = codePageRule());
+
+// Bytes for a text that replaces a file of the given page: Ascii means Windows-1252 when every character
+// fits, else UTF-8; Windows1252 likewise turns to UTF-8 where a letter does not fit, so that none is lost,
+// unless the rule is Windows1252: then a letter that does not fit is a RunTimeError naming the letter and its
+// 1-based line. UTF-8 is also taken where the one-byte form would be read back as UTF-8, that is, as other
+// letters. Half a surrogate pair fits nowhere and is always such an error.
+QByteArray encodeText(const QString &text, CodePage page, CodePageRule rule = codePageRule());
+
+// The whole text of a file; empty, and no message, when it does not exist, is no regular file or cannot be
+// read. Takes both separators and any letter case (see findFile).
+QString LoadFile(const QString &path);
+DecodedText LoadText(const QString &path);
+
+// The one writer: a copy of the old file goes to the backup folder, then the new text is written beside it,
+// flushed and renamed over it. Permissions are kept, a symbolic link stays one and its target is written. The
+// code page is that of the file replaced. RunTimeError says which file, which step and why; the old file is
+// then as it was.
+void SaveFile(const QString &path, const QString &text);
+
+// Into the backup folder, then gone; exactly the file named. RunTimeError where either fails.
+void DeleteFile(const QString &path);
+
+// Where backups of files go: the path of each original folder is repeated below it, each copy is named
+// NAME.yyyyMMdd-hhmmss-zzz. An empty folder restores the default, in the person's data folder.
+QString backupFolder();
+void setBackupFolder(const QString &folder);
+
+} // namespace quillmere

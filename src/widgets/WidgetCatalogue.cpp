@@ -1,0 +1,89 @@
+#include "widgets/WidgetCatalogue.h"
+
+#include "markup/Matching.h"
+#include "markup/mndIni.h"
+#include "platform/FileList.h"
+#include "platform/Paths.h"
+#include "platform/TextFile.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QSet>
+
+namespace quillmere {
+
+namespace {
+
+ListRows::Row windowRow(const QString &folder, const QString &name, FileNames &existing)
+{
+    ListRows::Row row{folder + withOwnSeparators(name) + QStringLiteral(".xml"),
+                      {name, QString(), QString()}};
+    // A name may lead into a folder below that of the catalogue.
+    if (existing.contains(folderOf(row.text).toString(), fileNameOf(row.text).toString())) {
+        const QDateTime written = QFileInfo(findFile(row.text)).lastModified();
+        row.subItems[1] = written.toString(u"yyyy-MM-dd hh:mm:ss");
+        row.subItems[2] = QStringLiteral("Y");
+    }
+    return row;
+}
+
+} // namespace
+
+WidgetCatalogue::WidgetCatalogue()
+    : LvWidget({QStringLiteral("Nama"), QStringLiteral("Status"), QString(), QString()},
+               ListRows::Checks::Yes),
+      lvWidgetDel({QStringLiteral("File Name")})
+{
+}
+
+void WidgetCatalogue::LoadWidgetList(const QString &newPath, const QString &newFolder, FileList &file1)
+{
+    path = newPath;
+    folder = newFolder;
+    LvWidget.clear();
+    lvWidgetDel.clear();
+    const QString text = LoadFile(path);
+    width = SplitField(text, u"<width>", u"</width>", 1, 0);
+    height = SplitField(text, u"<height>", u"</height>", 1, 0);
+    bpp = SplitField(text, u"<bpp>", u"</bpp>", 1, 0);
+    if (text.isEmpty())
+        return;
+
+    QList<ListRows::Row> windows;
+    QSet<QString> listed;
+    FileNames existing;
+    for (QStringView piece : splitIgnoringCase(text, u"<widget ").sliced(1)) {
+        if (!containsExact(piece, u"class=\"window\""))
+            continue;
+        windows.append(windowRow(folder, SplitField(piece, u"name=\"", u"\"", 1, 0), existing));
+        listed.insert(windows.constLast().text);
+    }
+    file1.setPath(windows.isEmpty() ? folder : folderOf(windows.constLast().text).toString());
+    LvWidget.assign(std::move(windows));
+
+    QList<ListRows::Row> unlisted;
+    for (const QString &name : file1.files()) {
+        if (name != u"widget.xml" && !listed.contains(folder + name))
+            unlisted.append({name, {}});
+    }
+    lvWidgetDel.assign(std::move(unlisted));
+}
+
+void WidgetCatalogue::reload(FileList &file1)
+{
+    if (!path.isEmpty())
+        LoadWidgetList(QString(path), QString(folder), file1);
+}
+
+QString WidgetCatalogue::withWindow(const QString &text, const QString &name)
+{
+    const QString line = QStringLiteral("<widget class=\"window\" style=\"default\" name=\"%1\"/>").arg(name);
+    QString extended = text;
+    if (!containsExact(text, line))
+        replaceIgnoringCase(extended, u"</interface>", QString(line + QStringLiteral("</interface>")));
+    if (!extended.endsWith(u"\r\n"))
+        extended += u"\r\n";
+    return extended;
+}
+
+} // namespace quillmere

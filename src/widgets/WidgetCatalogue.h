@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/ListRows.h"
+
+namespace quillmere {
+
+class FileList;
+
+// The widget catalogue: the windows of the receiver, each with a document of its own beside the catalogue.
+// LvWidget row: text = full path of the document, sub-item 1 = window name, 2 = date and time of the document
+// (yyyy-MM-dd hh:mm:ss), 3 = "Y" when a file of exactly that name exists.
+// lvWidgetDel row: text = name of a file in the folder that no LvWidget row names, except "widget.xml".
+class WidgetCatalogue
+{
+public:
+    WidgetCatalogue();
+
+    // `folder` ends in a separator. A missing or empty file leaves both lists and the three values empty.
+    void LoadWidgetList(const QString &path, const QString &folder, FileList &file1);
+    // Loads again from the path and folder kept; nothing where none is kept.
+    void reload(FileList &file1);
+
+    // The catalogue text with a line for the window `name` put before every "</interface>", ignoring case.
+    // Unchanged where the line is there already. The text ends in CR LF, as it is written.
+    static QString withWindow(const QString &text, const QString &name);
+
+    ListRows LvWidget;
+    ListRows lvWidgetDel;
+
+    QString path;               // of the catalogue file
+    QString folder;             // ends in a separator
+    QString width, height, bpp; // as written: pixels, pixels, bits a pixel
+};
+
+} // namespace quillmere
