@@ -1,0 +1,151 @@
+#include "app/MainMenu.h"
+
+#include <QMenu>
+#include <QMenuBar>
+
+namespace quillmere {
+
+namespace {
+
+enum class Kind { Menu, Command, Check, Separator };
+
+struct Item
+{
+    const char *above; // name of the menu it stands in; nullptr for the menu bar
+    const char *name;
+    const char *caption;
+    Kind kind = Kind::Command;
+};
+
+constexpr Item kItems[] = {
+    {nullptr, "mnuFile", "&File", Kind::Menu},
+    {"mnuFile", "mnuOpenTheme", "Open Theme..."},
+    {"mnuFile", "mnuRecentThemes", "Recent Themes", Kind::Menu},
+    {"mnuFile", "hrOpenTheme", "", Kind::Separator},
+    {"mnuFile", "mnuSave", "&Save"},
+    {"mnuFile", "mnuFlDefault", "&Default"},
+    {"mnuFile", "mnuExit", "&Exit"},
+
+    {nullptr, "mnuWidget", "&Widget", Kind::Menu},
+    {"mnuWidget", "mnuWidgetOpen", "&Open"},
+    {"mnuWidget", "mnuWidgetSel", "Select No File"},
+    {"mnuWidget", "mnuWidgetDel", "&Delete Widget"},
+    {"mnuWidget", "hrwg1", "", Kind::Separator},
+    {"mnuWidget", "mnuWidgetFile", "Add From File"},
+    {"mnuWidget", "mnuWidgetDelFile", "D&elete File"},
+    {"mnuWidget", "mnuhrwidget", "", Kind::Separator},
+    {"mnuWidget", "mnuInfoChannel", "&Info Channel"},
+    {"mnuWidget", "mnuWwbZ", "Window", Kind::Menu},
+    {"mnuWwbZ", "mnuWwbZ1", "1024 x 576"},
+    {"mnuWwbZ", "mnuWwbZ2", "1280 x 720"},
+    {"mnuWwbZ", "mnuWwbZ3", "&Fixed", Kind::Check},
+
+    {nullptr, "mnuImage", "&Image", Kind::Menu},
+    {"mnuImage", "mnuImgTambah", "Tambah"},
+    {"mnuImage", "mnuImgRubah", "&Rubah"},
+    {"mnuImage", "mnuImgSave", "&Save"},
+    {"mnuImage", "mnuImgChe", "Widget Check"},
+
+    {nullptr, "mnuColor", "&Color", Kind::Menu},
+    {"mnuColor", "mnuCOpen", "&Open"},
+    {"mnuColor", "mnuCHapus", "&Hapus"},
+    {"mnuColor", "mnuCSave", "&Save"},
+
+    {nullptr, "mnuLang", "Language", Kind::Menu},
+    {"mnuLang", "mnuLangOpen", "Open"},
+    {"mnuLang", "mnuLangCopy(1)", "&Copy Source"},
+    {"mnuLang", "mnuLangCopy(2)", "C&opy Trans"},
+    {"mnuLang", "mnuLangCopy(3)", "Cop&y Not Translate"},
+    {"mnuLang", "mnuLangPaste", "&Paste Trans"},
+    {"mnuLang", "mnuLangSearch", "&Search Text"},
+    {"mnuLang", "mnuLangTranslate", "&Translate"},
+    {"mnuLang", "mnuLangTrans(0)", "&Refrash"},
+    {"mnuLang", "mnuLangSave", "Save Trans"},
+
+    {nullptr, "mnuTool", "&Tool", Kind::Menu},
+    {"mnuTool", "mnuCblock", "Copy Block Name"},
+    {"mnuTool", "mnuConvert", "Convert Size", Kind::Menu},
+    {"mnuConvert", "mnuC(0)", "x 0.8"},
+    {"mnuConvert", "mnuC(1)", "x 125"},
+    {"mnuTool", "mnuTTop", "Distance", Kind::Menu},
+    {"mnuTTop", "mnuTD(0)", "Top"},
+    {"mnuTTop", "mnuTD(1)", "Left"},
+    {"mnuTool", "mnuTReplace", "&Replace"},
+    {"mnuTool", "mnuScan", "&Scan", Kind::Menu},
+    {"mnuScan", "mnuSKernel", "Kernel"},
+    {"mnuScan", "mnuSWidget", "Widget"},
+
+    {nullptr, "mnuView", "&View", Kind::Menu},
+    {"mnuView", "mnuV(0)", "Overflow", Kind::Check},
+    {"mnuView", "mnuV(1)", "Name", Kind::Check},
+    {"mnuView", "mnuV(2)", "Image", Kind::Check},
+    {"mnuView", "mnuV(3)", "String", Kind::Check},
+    {"mnuView", "mnuV(4)", "Size", Kind::Check},
+    {"mnuView", "mnuV(5)", "Position", Kind::Check},
+    {"mnuView", "mnuFormat", "&Format"},
+    {"mnuView", "mnuVColor", "&Color", Kind::Menu},
+    {"mnuVColor", "mnuColCode(1)", "&Convert To Code"},
+    {"mnuVColor", "mnuColCode(2)", "Con&vert to Var"},
+    {"mnuView", "mnuVCompare", "&Compare", Kind::Menu},
+    {"mnuVCompare", "mnuVCopy", "&Copy"},
+    {"mnuVCompare", "mnuVPaste", "&Paste"},
+
+    {nullptr, "mnuAbout", "&About"},
+};
+
+} // namespace
+
+MainMenu::MainMenu(QMenuBar &bar, std::function<void(const Command &)> guard) : m_guard(std::move(guard))
+{
+    for (const Item &item : kItems) {
+        const QString name = QLatin1String(item.name);
+        const QString caption = QLatin1String(item.caption);
+        QMenu *above = item.above ? menu(item.above) : nullptr;
+        QAction *action = nullptr;
+        if (item.kind == Kind::Menu) {
+            QMenu *made = above ? above->addMenu(caption) : bar.addMenu(caption);
+            made->setObjectName(name);
+            m_menus.insert(item.name, made);
+            action = made->menuAction();
+        } else if (item.kind == Kind::Separator) {
+            action = above->addSeparator();
+        } else {
+            action = above ? above->addAction(caption) : bar.addAction(caption);
+            action->setCheckable(item.kind == Kind::Check);
+            action->setEnabled(false);
+        }
+        action->setObjectName(name);
+        m_actions.insert(item.name, action);
+    }
+}
+
+void MainMenu::on(const char *name, const Command &command)
+{
+    QAction *item = action(name);
+    item->setEnabled(true);
+    QObject::connect(item, &QAction::triggered, item, [this, command] { m_guard(command); });
+}
+
+void MainMenu::setEnabled(const char *name, bool enabled)
+{
+    if (QMenu *submenu = m_menus.value(name))
+        submenu->setEnabled(enabled); // takes its action along
+    else
+        action(name)->setEnabled(enabled);
+}
+
+QAction *MainMenu::action(const char *name) const
+{
+    QAction *found = m_actions.value(name);
+    Q_ASSERT(found);
+    return found;
+}
+
+QMenu *MainMenu::menu(const char *name) const
+{
+    QMenu *found = m_menus.value(name);
+    Q_ASSERT(found);
+    return found;
+}
+
+} // namespace quillmere

@@ -1,0 +1,67 @@
+#include "app/StatusLine.h"
+
+#include "platform/Named.h"
+
+#include <QActionGroup>
+#include <QLabel>
+#include <QMenu>
+#include <QStatusBar>
+#include <QToolButton>
+
+namespace quillmere {
+
+StatusLine::StatusLine(QStatusBar &bar)
+    : QObject(&bar), m_bar(bar), m_caret(named(new QLabel, "lblCaret", tr("Caret"))),
+      m_blocks(named(new QLabel, "lblBlocks", tr("Number of blocks"))),
+      m_page(named(new QToolButton, "cmdCodePage", tr("Code page")))
+{
+    m_page->setAutoRaise(true);
+    m_page->setPopupMode(QToolButton::InstantPopup);
+    m_page->setToolTip(tr("How the bytes of files become text"));
+    auto *rules = new QMenu(m_page);
+    auto *group = new QActionGroup(rules);
+    const auto add = [&](const char *name, const QString &caption, const QString &tip, CodePageRule rule) {
+        QAction *item = rules->addAction(caption);
+        item->setObjectName(QLatin1String(name));
+        item->setToolTip(tip);
+        item->setCheckable(true);
+        item->setChecked(codePageRule() == rule);
+        group->addAction(item);
+        connect(item, &QAction::triggered, this, [this, rule] { emit ruleChosen(rule); });
+    };
+    add("mnuCodePageAutomatic", tr("Automatic"), tr("UTF-8 where a file is valid UTF-8, else Windows-1252"),
+        CodePageRule::Automatic);
+    add("mnuCodePage1252", tr("Windows-1252"), tr("One byte a character, in every file"),
+        CodePageRule::Windows1252);
+    rules->setToolTipsVisible(true);
+    m_page->setMenu(rules);
+
+    for (QWidget *part :
+         {static_cast<QWidget *>(m_caret), static_cast<QWidget *>(m_blocks), static_cast<QWidget *>(m_page)})
+        m_bar.addPermanentWidget(part);
+    showCaret(1, 1);
+    showBlocks(0);
+    showCodePage(CodePage::Ascii);
+}
+
+void StatusLine::say(const QString &hint)
+{
+    m_bar.showMessage(hint);
+}
+
+void StatusLine::showCaret(int line, int column)
+{
+    m_caret->setText(tr("Line %1, column %2").arg(line).arg(column));
+}
+
+void StatusLine::showBlocks(int count)
+{
+    m_blocks->setText(count == 1 ? tr("1 block") : tr("%1 blocks").arg(count));
+}
+
+void StatusLine::showCodePage(CodePage page)
+{
+    m_page->setText(codePageName(page));
+}
+
+} // namespace quillmere

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/TextFile.h"
+
+#include <QObject>
+
+class QLabel;
+class QStatusBar;
+class QToolButton;
+
+namespace quillmere {
+
+// The line below the window: hints at the left; caret, number of blocks and code page at the right. A click
+// on the code page offers to change how bytes become text.
+class StatusLine : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit StatusLine(QStatusBar &bar);
+
+    void say(const QString &hint);
+    void showCaret(int line, int column); // both 1-based
+    void showBlocks(int count);
+    void showCodePage(CodePage page);
+
+signals:
+    void ruleChosen(CodePageRule rule);
+
+private:
+    QStatusBar &m_bar;
+    QLabel *m_caret;
+    QLabel *m_blocks;
+    QToolButton *m_page;
+};
+
+} // namespace quillmere

@@ -1,0 +1,55 @@
+#include "app/TabStrip.h"
+
+#include <QProxyStyle>
+#include <QStyleOption>
+#include <QStylePainter>
+
+namespace quillmere {
+
+namespace {
+
+class NarrowTabs : public QProxyStyle
+{
+public:
+    using QProxyStyle::QProxyStyle;
+
+    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
+    {
+        return metric == PM_TabBarTabHSpace ? 13 : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
+
+} // namespace
+
+TabStrip::TabStrip(QWidget *parent) : QTabBar(parent), m_narrow(std::make_unique<NarrowTabs>())
+{
+    setObjectName(QStringLiteral("TabStrip4"));
+    setAccessibleName(tr("Tabs"));
+    setStyle(m_narrow.get());
+    setDrawBase(false);
+    setExpanding(false);
+    setElideMode(Qt::ElideNone);
+    for (const char *caption :
+         {"Theme", "Widget", "Image", "Color", "Lang", "Font", "Keymap", "Panel", "Source"})
+        addTab(QLatin1String(caption));
+}
+
+TabStrip::~TabStrip() = default;
+
+void TabStrip::paintEvent(QPaintEvent *event)
+{
+    QTabBar::paintEvent(event);
+    // The panel is drawn over the tabs: styles let the selected one reach further down than a tab alone
+    // would.
+    const QRect selected = tabRect(currentIndex());
+    QStylePainter painter(this);
+    QStyleOptionTabWidgetFrame panel;
+    panel.initFrom(this);
+    panel.shape = QTabBar::RoundedNorth;
+    panel.lineWidth = style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, this);
+    panel.rect = rect().adjusted(0, selected.bottom(), 0, 0);
+    painter.drawPrimitive(QStyle::PE_FrameTabWidget, panel);
+    painter.fillRect(selected.left() + 1, selected.bottom(), selected.width() - 2, 2, palette().highlight());
+}
+
+} // namespace quillmere

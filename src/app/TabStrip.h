@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QTabBar>
+
+namespace quillmere {
+
+// A tab strip: the tabs, and below them the panel that the frames lie on. The tabs are narrow enough for all
+// nine to stand in the left column.
+class TabStrip : public QTabBar
+{
+    Q_OBJECT
+
+public:
+    explicit TabStrip(QWidget *parent = nullptr);
+    ~TabStrip() override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    std::unique_ptr<QStyle> m_narrow;
+};
+
+} // namespace quillmere

@@ -1,0 +1,40 @@
+#include "app/frmAbout.h"
+
+#include "platform/Named.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace quillmere {
+
+frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("frmAbout"));
+    setWindowTitle(tr("About Quillmere"));
+    auto *name = named(new QLabel(QStringLiteral("Quillmere")), "lblProduct", tr("Product"));
+    QFont large = name->font();
+    large.setPointSizeF(large.pointSizeF() * 2);
+    large.setBold(true);
+    name->setFont(large);
+    auto *version = named(new QLabel(tr("Version %1").arg(QStringLiteral(QUILLMERE_VERSION))), "lblVersion",
+                          tr("Version"));
+    auto *what = new QLabel(tr("The editor for the theme skins of television receivers."));
+    auto *maker =
+        named(new QLabel(tr("The Quillmere authors\nauthors@quillmere.example")), "lblMaker", tr("Maker"));
+    maker->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(32, 24, 32, 16);
+    column->setSpacing(8);
+    for (QWidget *line : {static_cast<QWidget *>(name), static_cast<QWidget *>(version),
+                          static_cast<QWidget *>(what), static_cast<QWidget *>(maker)})
+        column->addWidget(line);
+    column->addSpacing(8);
+    column->addWidget(buttons);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+} // namespace quillmere

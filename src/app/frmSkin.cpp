@@ -1,0 +1,346 @@
+#include "app/frmSkin.h"
+
+#include "app/DirListBox.h"
+#include "app/StatusLine.h"
+#include "app/TabStrip.h"
+#include "app/ThemeTab.h"
+#include "app/frmAbout.h"
+#include "catalogues/ColorTab.h"
+#include "catalogues/FontTab.h"
+#include "catalogues/ImageTab.h"
+#include "catalogues/KeymapTab.h"
+#include "catalogues/PanelTab.h"
+#include "i18n/LangTab.h"
+#include "markup/FormatXML.h"
+#include "platform/MessagePrompts.h"
+#include "platform/Paths.h"
+#include "platform/RunTimeError.h"
+#include "platform/WebBrowser.h"
+#include "widgets/PreviewFrame.h"
+#include "widgets/SavedText.h"
+#include "widgets/SourceBox.h"
+#include "widgets/SourceTab.h"
+#include "widgets/WidgetTab.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QResizeEvent>
+#include <QScreen>
+#include <QSettings>
+#include <QStatusBar>
+#include <QTextBlock>
+
+namespace quillmere {
+
+namespace {
+
+constexpr int kFirstWidth = 1792; // pixels: the left column and a whole 1280 x 720 preview
+constexpr int kFirstHeight = 860;
+constexpr int kWindowBorder = 40;  // pixels, generously
+constexpr int kLeastWidth = 12000; // twips; a smaller window keeps the layout it had
+constexpr int kLeastHeight = 9000;
+constexpr int kLeftColumn = 7200; // twips of the width that are not preview
+constexpr int kAround = 1200;     // twips of the height that are not preview
+constexpr int kFrameLeft = 240, kFrameTop = 600;
+constexpr int kStripLeft = 120, kStripTop = 120, kStripWidth = 6960; // twips
+constexpr int kMostRecent = 10;
+constexpr int kSettling = 1000; // ms in which a window manager may still give a new window its size
+
+const QString kGeometry = QStringLiteral("window/geometry");
+const QString kRecent = QStringLiteral("recentThemes");
+const QString kCodePage = QStringLiteral("codePage");
+
+} // namespace
+
+frmSkin::frmSkin(Prompts *prompts, QWidget *parent)
+    : QMainWindow(parent), m_ownPrompts(prompts ? nullptr : std::make_unique<MessagePrompts>(this)),
+      m_prompts(prompts ? *prompts : *m_ownPrompts),
+      m_menu(*menuBar(), [this](const MainMenu::Command &command) { guarded(command); }),
+      m_page(new QWidget(this)), TabStrip4(new TabStrip(m_page)), frmWb(new PreviewFrame(m_page))
+{
+    setObjectName(QStringLiteral("frmSkin"));
+    setWindowTitle(QStringLiteral(":: Quillmere ::"));
+    setCentralWidget(m_page);
+    if (QSettings().value(kCodePage).toString() == u"1252")
+        setCodePageRule(CodePageRule::Windows1252);
+    makeStatusLine();
+    makeTabs();
+    makeMenu();
+    connect(&m_theme, &ThemeProject::loaded, this, &frmSkin::themeLoaded);
+
+    Form_Resize(toTwips(kFirstWidth), toTwips(kFirstHeight));
+    frmWb->showScreen(Screen::S1024x576);
+    resize(kFirstWidth, kFirstHeight);
+    TabStrip4_Click();
+}
+
+frmSkin::~frmSkin() = default;
+
+void frmSkin::showFirst()
+{
+    const QSize room = screen()->availableSize();
+    const bool fits =
+        room.width() >= kFirstWidth + kWindowBorder && room.height() >= kFirstHeight + kWindowBorder;
+    if (restoreGeometry(QSettings().value(kGeometry).toByteArray()) || fits)
+        show();
+    else
+        showMaximized();
+}
+
+void frmSkin::makeTabs()
+{
+    m_themeTab = new ThemeTab(m_theme.lvTheme, m_theme.File1, m_page);
+    m_widgetTab = new WidgetTab(m_theme.widgets, m_theme.File1, m_prompts, m_page);
+    m_imageTab = new ImageTab(m_theme.images, m_page);
+    m_fontTab = new FontTab(m_theme.lvFont, m_page);
+    m_sourceTab = new SourceTab([this](const QString &id) { return GetImg(id); }, m_theme.lvFont, m_page);
+    frYt = {
+        m_themeTab, m_widgetTab,           m_imageTab,           new ColorTab(m_page), new LangTab(m_page),
+        m_fontTab,  new KeymapTab(m_page), new PanelTab(m_page), m_sourceTab};
+    for (TabFrame *frame : std::as_const(frYt)) {
+        frame->move(toPixels(kFrameLeft), toPixels(kFrameTop));
+        frame->hide();
+    }
+
+    connect(TabStrip4, &TabStrip::currentChanged, this, &frmSkin::TabStrip4_Click);
+    connect(TabStrip4, &TabStrip::tabBarClicked, this, [this](int index) {
+        if (index == TabStrip4->currentIndex())
+            TabStrip4_Click();
+    });
+    connect(m_themeTab->Dir1, &DirListBox::pathChanged, this,
+            [this](const QString &path) { guarded([&] { Dir1_Change(path); }); });
+    connect(m_widgetTab, &WidgetTab::documentChosen, this,
+            [this](const QString &path) { guarded([&] { openDocument(path); }); });
+    connect(m_widgetTab, &WidgetTab::hint, m_status, &StatusLine::say);
+    connect(m_sourceTab, &SourceTab::pageReady, frmWb->wb, &WebBrowser::write);
+    connect(frmWb, &PreviewFrame::fixedChanged, m_sourceTab, &SourceTab::setFixed);
+    connect(frmWb->wb, &WebBrowser::failed, m_status, &StatusLine::say);
+    connect(m_sourceTab, &SourceTab::textChanged, this, &frmSkin::enableSourceMenus);
+    connect(&m_sourceTab->blocks, &QAbstractItemModel::modelReset, this,
+            [this] { m_status->showBlocks(m_sourceTab->blocks.count()); });
+    connect(m_sourceTab->txtSnippet, &SourceBox::cursorPositionChanged, this, [this] {
+        const QTextCursor caret = m_sourceTab->txtSnippet->textCursor();
+        m_status->showCaret(caret.blockNumber() + 1, caret.positionInBlock() + 1);
+    });
+}
+
+void frmSkin::makeMenu()
+{
+    m_menu.on("mnuOpenTheme", [this] { mnuOpenTheme_Click(); });
+    m_menu.action("mnuOpenTheme")->setShortcut(QKeySequence::Open);
+    m_menu.on("mnuSave", [this] { mnuSave_Click(); });
+    m_menu.on("mnuFlDefault", [this] { mnuFlDefault_Click(); });
+    m_menu.on("mnuExit", [] { QApplication::quit(); });
+    m_widgetTab->addCommands(m_menu);
+    m_sourceTab->addCommands(m_menu);
+    frmWb->addCommands(m_menu);
+    m_menu.on("mnuAbout", [this] { mnuAbout_Click(); });
+    fillRecentThemes();
+}
+
+void frmSkin::makeStatusLine()
+{
+    m_status = new StatusLine(*statusBar());
+    m_status->say(tr("Press Ctrl+O, or choose a folder named \"theme\" in the list, to open a theme."));
+    connect(m_status, &StatusLine::ruleChosen, this,
+            [this](CodePageRule rule) { guarded([&] { chooseCodePage(rule); }); });
+}
+
+void frmSkin::guarded(const std::function<void()> &command)
+{
+    try {
+        command();
+    } catch (const RunTimeError &error) {
+        m_prompts.tell(QStringLiteral("Quillmere"), error.message(), Prompts::Icon::Critical);
+    }
+}
+
+void frmSkin::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    Form_Resize(toTwips(width()), toTwips(height()));
+    if (event->spontaneous() && m_sinceTheme.isValid() && m_sinceTheme.elapsed() < kSettling)
+        frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
+}
+
+void frmSkin::closeEvent(QCloseEvent *event)
+{
+    QSettings().setValue(kGeometry, saveGeometry());
+    QMainWindow::closeEvent(event);
+}
+
+// All in twips. The window itself may be smaller; what is in it then keeps its size.
+void frmSkin::Form_Resize(int width, int height)
+{
+    if (width <= kLeastWidth || height <= kLeastHeight)
+        return;
+    const int H = height - kAround;
+    const int W = width - kLeftColumn;
+    frmWb->move(toPixels(kLeftColumn - kStripLeft), toPixels(kStripTop));
+    frmWb->setFrameSize(W, H);
+    TabStrip4->setGeometry(toPixels(kStripLeft), toPixels(kStripTop), toPixels(kStripWidth),
+                           toPixels(H + 240));
+    for (TabFrame *frame : std::as_const(frYt))
+        frame->setFrameHeight(H - 360);
+}
+
+void frmSkin::TabStrip4_Click()
+{
+    frYt[CurrentTab - 1]->hide();
+    CurrentTab = TabStrip4->currentIndex() + 1;
+    frYt[CurrentTab - 1]->show();
+    for (const char *name : {"mnuCblock", "mnuView", "mnuSave", "mnuScan"})
+        m_menu.setEnabled(name, false);
+    if (CurrentTab == 1)
+        m_menu.setEnabled("mnuScan", true);
+    enableSourceMenus();
+}
+
+void frmSkin::enableSourceMenus()
+{
+    if (frYt[CurrentTab - 1] != m_sourceTab)
+        return;
+    const bool hasText = !m_sourceTab->txtSnippet->document()->isEmpty();
+    m_menu.setEnabled("mnuView", hasText);
+    m_menu.setEnabled("mnuSave", hasText);
+    m_menu.setEnabled("mnuCblock", !m_sourceTab->blocks.isEmpty());
+}
+
+void frmSkin::openTheme(const QString &folder)
+{
+    if (!m_themeTab->Dir1->setPath(folder))
+        m_status->say(tr("There is no folder %1.").arg(folder));
+}
+
+void frmSkin::Dir1_Change(const QString &path)
+{
+    m_theme.File1.setPath(path);
+    setWindowTitle(u" :: Quillmere :: " + path);
+    if (!isThemeFolder(path)) {
+        m_status->say(tr("%1 is no theme: a theme's folder is named \"theme\".").arg(path));
+        return;
+    }
+    m_sinceTheme.start();
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const auto restore = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
+    m_theme.LoadTheme(path);
+}
+
+void frmSkin::themeLoaded()
+{
+    frmWb->wb->setThemeFolder(m_theme.folder());
+    m_widgetTab->showCatalogue();
+    m_imageTab->showCatalogue(m_theme.lbImagePath);
+    m_fontTab->showCatalogue(m_theme.txtFont, m_theme.cbFont);
+    frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
+    addRecentTheme(m_theme.folder());
+    m_status->say(
+        tr("Theme opened: %1 windows, %2 images, %3 fonts. Double-click a window on the Widget tab.")
+            .arg(m_theme.widgets.LvWidget.count())
+            .arg(m_theme.images.rows.count())
+            .arg(m_theme.lvFont.count()));
+}
+
+void frmSkin::openDocument(const QString &path)
+{
+    DecodedText file = LoadText(path);
+    frmWb->setCaption(path);
+    m_status->showCodePage(file.page);
+    m_sourceTab->txtSnippet->setText(FormatXML(file.text));
+    m_status->say(path);
+}
+
+void frmSkin::BuildWidgetHtml(const QString &markup)
+{
+    m_sourceTab->BuildWidgetHtml(markup);
+}
+
+void frmSkin::ShowPreview()
+{
+    m_sourceTab->ShowPreview();
+}
+
+void frmSkin::InsertCode(const QString &Awal, const QString &Akhir)
+{
+    m_sourceTab->InsertCode(Awal, Akhir);
+}
+
+void frmSkin::mnuOpenTheme_Click()
+{
+    const QString folder =
+        QFileDialog::getExistingDirectory(this, tr("Open Theme"), m_themeTab->Dir1->path());
+    if (!folder.isEmpty())
+        openTheme(folder);
+}
+
+void frmSkin::mnuFlDefault_Click()
+{
+    const QString folder = m_themeTab->Dir1->path();
+    if (isThemeFolder(folder))
+        openDocument(joinPath(folder, u"style.xml"));
+}
+
+void frmSkin::mnuSave_Click()
+{
+    const QString path = frmWb->title();
+    if (path.isEmpty()) {
+        m_prompts.tell(QStringLiteral("Simpan File"),
+                       tr("No file is open: double-click a window on the Widget tab first."),
+                       Prompts::Icon::Information);
+        return;
+    }
+    // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
+    m_prompts.ask(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"));
+    SaveFile(path, textToSave(m_sourceTab->txtSnippet->text()));
+    m_sourceTab->txtSnippet->document()->setModified(false);
+    m_status->say(tr("%1 saved.").arg(path));
+}
+
+void frmSkin::mnuAbout_Click()
+{
+    auto *about = new frmAbout(this);
+    about->setAttribute(Qt::WA_DeleteOnClose);
+    about->open();
+}
+
+void frmSkin::addRecentTheme(const QString &folder)
+{
+    QStringList recent = QSettings().value(kRecent).toStringList();
+    recent.removeAll(folder);
+    recent.prepend(folder);
+    QSettings().setValue(kRecent, recent.mid(0, kMostRecent));
+    fillRecentThemes();
+}
+
+void frmSkin::fillRecentThemes()
+{
+    QMenu *menu = m_menu.menu("mnuRecentThemes");
+    menu->clear();
+    const QStringList recent = QSettings().value(kRecent).toStringList();
+    for (const QString &folder : recent)
+        menu->addAction(QString(folder).replace(u'&', QLatin1String("&&")), this,
+                        [this, folder] { openTheme(folder); });
+    menu->setEnabled(!recent.isEmpty());
+}
+
+void frmSkin::chooseCodePage(CodePageRule rule)
+{
+    QTextDocument *source = m_sourceTab->txtSnippet->document();
+    if (rule == codePageRule())
+        return;
+    setCodePageRule(rule);
+    QSettings().setValue(kCodePage, rule == CodePageRule::Windows1252 ? QStringLiteral("1252") : QString());
+    if (!m_theme.folder().isEmpty())
+        m_theme.LoadTheme(m_theme.folder());
+    if (frmWb->title().isEmpty())
+        return;
+    if (source->isModified())
+        m_status->say(tr("The open text keeps its code page until it is saved and opened again."));
+    else
+        openDocument(frmWb->title());
+}
+
+} // namespace quillmere

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "app/MainMenu.h"
+#include "app/ThemeProject.h"
+#include "platform/TextFile.h"
+
+#include <QElapsedTimer>
+#include <QMainWindow>
+
+#include <memory>
+
+namespace quillmere {
+
+class FontTab;
+class ImageTab;
+class PreviewFrame;
+class Prompts;
+class SourceTab;
+class StatusLine;
+class TabFrame;
+class TabStrip;
+class ThemeTab;
+class WidgetTab;
+
+// The main window: puts the tabs together, owns the menu bar and the layout, hands public operations through.
+class frmSkin : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    // `prompts` asks the person; without one the window asks in boxes of its own.
+    explicit frmSkin(Prompts *prompts = nullptr, QWidget *parent = nullptr);
+    ~frmSkin() override;
+
+    // Shows the window where and as large as it was left; the first time large enough for a whole preview,
+    // maximised where the screen is too small for that.
+    void showFirst();
+    // Chooses a folder in Dir1; one named "theme" is loaded.
+    void openTheme(const QString &folder);
+    // Loads the text of a widget document, re-indented, into the source box; a missing one gives an empty
+    // text.
+    void openDocument(const QString &path);
+
+    QString GetImg(const QString &NamaImg) const { return m_theme.images.GetImg(NamaImg); }
+    void BuildWidgetHtml(const QString &markup);
+    void ShowPreview();
+    void InsertCode(const QString &Awal, const QString &Akhir);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void makeTabs();
+    void makeMenu();
+    void makeStatusLine();
+    void Form_Resize(int width, int height);
+    void TabStrip4_Click();
+    void enableSourceMenus();
+    void Dir1_Change(const QString &path);
+    void themeLoaded();
+    void mnuOpenTheme_Click();
+    void mnuFlDefault_Click();
+    void mnuSave_Click();
+    void mnuAbout_Click();
+    void addRecentTheme(const QString &folder);
+    void fillRecentThemes();
+    void chooseCodePage(CodePageRule rule);
+    void guarded(const std::function<void()> &command);
+
+    std::unique_ptr<Prompts> m_ownPrompts;
+    Prompts &m_prompts;
+    ThemeProject m_theme;
+    MainMenu m_menu;
+    QWidget *m_page;
+    TabStrip *TabStrip4;
+    QList<TabFrame *> frYt;
+    ThemeTab *m_themeTab = nullptr;
+    WidgetTab *m_widgetTab = nullptr;
+    ImageTab *m_imageTab = nullptr;
+    FontTab *m_fontTab = nullptr;
+    SourceTab *m_sourceTab = nullptr;
+    PreviewFrame *frmWb;
+    StatusLine *m_status;
+    int CurrentTab = 1; // 1-based
+    QElapsedTimer m_sinceTheme;
+};
+
+} // namespace quillmere

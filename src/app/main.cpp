@@ -1,0 +1,54 @@
+#include "app/CommandLine.h"
+#include "app/RenderCommand.h"
+#include "app/frmSkin.h"
+#include "platform/WebBrowser.h"
+
+#include <QApplication>
+#include <QTextStream>
+#include <QTimer>
+
+using namespace quillmere;
+
+namespace {
+
+void setProgramNames()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
+    QCoreApplication::setApplicationName(QStringLiteral("quillmere"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(QUILLMERE_VERSION));
+}
+
+CommandLine readCommandLine(int argc, char **argv)
+{
+    // Help, version and complaints must work where there is no display, so they are settled before a window
+    // system is asked for anything.
+    QCoreApplication words(argc, argv);
+    return parseCommandLine(QCoreApplication::arguments());
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    setProgramNames();
+    WebBrowser::registerScheme();
+    const CommandLine line = readCommandLine(argc, argv);
+    if (line.action == CommandLine::Action::Print) {
+        QTextStream(stdout) << line.text;
+        return 0;
+    }
+    if (line.action == CommandLine::Action::Fail) {
+        QTextStream(stderr) << "quillmere: " << line.text << "\nquillmere --help says more.\n";
+        return 2;
+    }
+
+    QApplication app(argc, argv);
+    if (line.action == CommandLine::Action::Render)
+        return renderWindows(line);
+
+    frmSkin window;
+    window.showFirst();
+    if (!line.theme.isEmpty())
+        QTimer::singleShot(0, &window, [&] { window.openTheme(line.theme); });
+    return QApplication::exec();
+}

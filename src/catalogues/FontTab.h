@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/TabFrame.h"
+
+class QComboBox;
+class QLineEdit;
+
+namespace quillmere {
+
+class ListRows;
+class ListView;
+
+// The Font tab: the fonts of the theme, and the Font Editor that shows the one selected. Read-only.
+class FontTab : public TabFrame
+{
+    Q_OBJECT
+
+public:
+    explicit FontTab(ListRows &fonts, QWidget *parent = nullptr);
+
+    // Shows the path of the catalogue and the font files beside it.
+    void showCatalogue(const QString &path, const QStringList &fontFiles);
+
+protected:
+    void layOut(int height) override;
+
+private:
+    void lvFont_Click(int row);
+
+    ListRows &m_fonts;
+    QWidget *m_pathRow;
+    QLineEdit *txtFont;
+    ListView *lvFont;
+    CaptionBox *Frame1;
+    QLineEdit *txtNama, *txtSize;
+    QComboBox *cbFont, *cbStyle;
+};
+
+} // namespace quillmere

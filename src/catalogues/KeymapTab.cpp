@@ -1,0 +1,48 @@
+#include "catalogues/KeymapTab.h"
+
+#include "platform/ListView.h"
+#include "platform/Named.h"
+
+#include <QLabel>
+#include <QLineEdit>
+
+namespace quillmere {
+
+namespace {
+
+constexpr int kMargin = 8;        // pixels
+constexpr int kGroupHeight = 220; // pixels, Frame2 keeps its height and place
+constexpr int kAround = 960;      // twips of the frame's height that neither takes
+constexpr int kLine = 26;         // pixels
+
+} // namespace
+
+KeymapTab::KeymapTab(QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(6)"), parent),
+      m_groups({QStringLiteral("Display"), QStringLiteral("Group")}),
+      m_keys({QStringLiteral("Name"), QStringLiteral("Code")}),
+      Frame2(new CaptionBox(QStringLiteral("Frame2"), this)),
+      lvKeyGroup(new ListView(QStringLiteral("lvKeyGroup"), tr("Key groups"), m_groups, Frame2)),
+      txtKeymap(named(new QLineEdit(Frame2), "txtKeymap", tr("Keymap file"))),
+      lbKeymap(named(new QLabel(QStringLiteral("File : "), Frame2), "lbKeymap", tr("Keymap file"))),
+      lvKeyMap(new ListView(QStringLiteral("lvKeyMap"), tr("Keys"), m_keys, this))
+{
+    Frame2->setCaption(QStringLiteral(" Group "));
+    txtKeymap->setReadOnly(true);
+    lbKeymap->setBuddy(txtKeymap);
+}
+
+void KeymapTab::layOut(int height)
+{
+    const int inner = width() - 2 * kMargin;
+    place(Frame2, kMargin, kMargin, inner, kGroupHeight);
+    const int inFrame = inner - 2 * kMargin;
+    const int labelWidth = lbKeymap->sizeHint().width();
+    place(lbKeymap, kMargin, 2 * kMargin + 4, labelWidth, kLine);
+    place(txtKeymap, kMargin + labelWidth, 2 * kMargin + 4, inFrame - labelWidth, kLine);
+    const int groupsTop = 3 * kMargin + 4 + kLine;
+    place(lvKeyGroup, kMargin, groupsTop, inFrame, kGroupHeight - groupsTop - kMargin);
+    place(lvKeyMap, kMargin, 2 * kMargin + kGroupHeight, inner, toPixels(height - kAround) - kGroupHeight);
+}
+
+} // namespace quillmere

@@ -1,0 +1,39 @@
+#include "platform/CaptionBox.h"
+
+#include <QMouseEvent>
+#include <QStyleOptionGroupBox>
+#include <QStylePainter>
+
+namespace quillmere {
+
+namespace {
+constexpr int kTitleMargin = 24; // pixels that the style needs left and right of a title
+}
+
+CaptionBox::CaptionBox(const QString &name, QWidget *parent) : QGroupBox(parent)
+{
+    setObjectName(name);
+}
+
+void CaptionBox::setCaption(const QString &caption)
+{
+    setTitle(caption);
+    setToolTip(caption.toHtmlEscaped());
+}
+
+void CaptionBox::paintEvent(QPaintEvent *)
+{
+    QStylePainter painter(this);
+    QStyleOptionGroupBox option;
+    initStyleOption(&option);
+    option.text = option.fontMetrics.elidedText(option.text, Qt::ElideMiddle, width() - kTitleMargin);
+    painter.drawComplexControl(QStyle::CC_GroupBox, option);
+}
+
+void CaptionBox::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    emit doubleClicked();
+    QGroupBox::mouseDoubleClickEvent(event);
+}
+
+} // namespace quillmere

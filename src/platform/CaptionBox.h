@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QGroupBox>
+
+namespace quillmere {
+
+// A frame whose caption may be a long path: title() is the whole text, what is drawn is cut in the middle to
+// fit, and a tooltip shows the rest.
+class CaptionBox : public QGroupBox
+{
+    Q_OBJECT
+
+public:
+    explicit CaptionBox(const QString &name, QWidget *parent = nullptr);
+    void setCaption(const QString &caption);
+
+signals:
+    void doubleClicked();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+};
+
+} // namespace quillmere

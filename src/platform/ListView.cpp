@@ -1,0 +1,102 @@
+#include "platform/ListView.h"
+
+#include "platform/ListRows.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QStyledItemDelegate>
+
+namespace quillmere {
+
+namespace {
+
+// Rows with a little air, so that long lists stay readable.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 4);
+    }
+};
+
+} // namespace
+
+ListView::ListView(const QString &name, const QString &accessibleName, ListRows &rows, QWidget *parent)
+    : QTreeView(parent)
+{
+    setObjectName(name);
+    setAccessibleName(accessibleName);
+    setModel(&rows);
+    setItemDelegate(new RowDelegate(this));
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(true);
+    setSelectionBehavior(SelectRows);
+    setEditTriggers(NoEditTriggers);
+    setTextElideMode(Qt::ElideLeft); // most lists begin with a path, and its end tells most
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    header()->setStretchLastSection(false);
+    header()->setMinimumSectionSize(16);
+    header()->setSectionsMovable(false);
+
+    connect(this, &QTreeView::clicked, this,
+            [this](const QModelIndex &index) { emit rowClicked(index.row()); });
+    connect(this, &QTreeView::doubleClicked, this,
+            [this](const QModelIndex &index) { emit rowOpened(index.row()); });
+}
+
+int ListView::selectedRow() const
+{
+    const QModelIndex current = currentIndex();
+    if (current.isValid() && selectionModel()->isRowSelected(current.row(), {}))
+        return current.row();
+    const QModelIndexList selected = selectionModel()->selectedRows();
+    return selected.isEmpty() ? -1 : selected.first().row();
+}
+
+void ListView::setColumnShares(const QList<int> &shares)
+{
+    m_shares = shares;
+    for (int column = 0; column < model()->columnCount(); ++column)
+        setColumnHidden(column, m_shares.value(column, 1) == 0);
+}
+
+void ListView::keyPressEvent(QKeyEvent *event)
+{
+    const int before = selectedRow();
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && before >= 0) {
+        emit rowOpened(before);
+        event->accept();
+        return;
+    }
+    QTreeView::keyPressEvent(event);
+    const int after = selectedRow();
+    if (after >= 0 && after != before)
+        emit rowClicked(after);
+}
+
+void ListView::resizeEvent(QResizeEvent *event)
+{
+    QTreeView::resizeEvent(event);
+    const int columns = model()->columnCount();
+    int total = 0;
+    for (int column = 0; column < columns; ++column)
+        total += m_shares.value(column, 1);
+    int left = viewport()->width();
+    for (int column = 0; column < columns && total > 0; ++column) {
+        const int share = m_shares.value(column, 1);
+        if (share == 0)
+            continue;
+        const int width = left * share / total;
+        setColumnWidth(column, width);
+        left -= width;
+        total -= share;
+    }
+}
+
+} // namespace quillmere

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QTreeView>
+
+namespace quillmere {
+
+class ListRows;
+
+// A report list: shows the rows of a ListRows, whole rows are selected, columns share the width.
+class ListView : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    // The accessible name is what a screen reader says for the list.
+    ListView(const QString &name, const QString &accessibleName, ListRows &rows, QWidget *parent = nullptr);
+
+    // The selected row that has the focus, or the first selected one; -1 when none is selected. 0-based.
+    int selectedRow() const;
+    // Shares of the width for the columns, in order; a share of 0 hides the column. Missing ones are 1.
+    void setColumnShares(const QList<int> &shares);
+
+signals:
+    // A click on a row, or the arrow keys reached it.
+    void rowClicked(int row);
+    // A double click on a row, or Enter.
+    void rowOpened(int row);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    QList<int> m_shares;
+};
+
+} // namespace quillmere

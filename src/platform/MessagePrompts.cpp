@@ -1,0 +1,35 @@
+#include "platform/MessagePrompts.h"
+
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace quillmere {
+
+bool MessagePrompts::ask(const QString &title, const QString &text)
+{
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, m_window);
+    box.setTextFormat(Qt::PlainText); // names from a theme must not turn into markup
+    return box.exec() == QMessageBox::Yes;
+}
+
+void MessagePrompts::tell(const QString &title, const QString &text, Icon icon)
+{
+    QMessageBox box(icon == Icon::Critical ? QMessageBox::Critical : QMessageBox::Information, title, text,
+                    QMessageBox::Ok, m_window);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+std::optional<QString> MessagePrompts::input(const QString &title, const QString &prompt,
+                                             const QString &preset)
+{
+    QInputDialog dialog(m_window);
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(prompt);
+    dialog.setTextValue(preset);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.textValue();
+}
+
+} // namespace quillmere

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Prompts.h"
+
+class QWidget;
+
+namespace quillmere {
+
+// Asks the person, in boxes over the given window.
+class MessagePrompts : public Prompts
+{
+public:
+    explicit MessagePrompts(QWidget *window) : m_window(window) {}
+
+    bool ask(const QString &title, const QString &text) override;
+    void tell(const QString &title, const QString &text, Icon icon) override;
+    std::optional<QString> input(const QString &title, const QString &prompt, const QString &preset) override;
+
+private:
+    QWidget *m_window;
+};
+
+} // namespace quillmere

@@ -1,0 +1,33 @@
+#include "platform/PathLabel.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QToolTip>
+
+namespace quillmere {
+
+PathLabel::PathLabel(const QString &name, const QString &accessibleName, QWidget *parent) : QLabel(parent)
+{
+    setObjectName(name);
+    setAccessibleName(accessibleName);
+    setTextFormat(Qt::PlainText);
+}
+
+void PathLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
+    style()->drawItemText(&painter, rect(), Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(), shown,
+                          foregroundRole());
+}
+
+bool PathLabel::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QLabel::event(event);
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text().toHtmlEscaped(), this);
+    return true;
+}
+
+} // namespace quillmere

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/CaptionBox.h"
+#include "platform/Twips.h"
+
+namespace quillmere {
+
+// The frame of one tab. All nine lie on top of one another; each lays its own controls out.
+class TabFrame : public CaptionBox
+{
+    Q_OBJECT
+
+public:
+    using CaptionBox::CaptionBox;
+
+    // Gives the frame its height and lays its controls out in it. Twips.
+    void setFrameHeight(int height)
+    {
+        resize(toPixels(kWidth), toPixels(height));
+        layOut(height);
+    }
+
+    static constexpr int kWidth = 6720; // twips; the same for all frames, whatever the window's size
+
+protected:
+    void paintEvent(QPaintEvent *) override {} // the tab strip behind it draws the border
+    virtual void layOut(int height) = 0;
+};
+
+// Places a control; all in pixels.
+inline void place(QWidget *control, int left, int top, int width, int height)
+{
+    control->setGeometry(left, top, width, height);
+}
+
+} // namespace quillmere

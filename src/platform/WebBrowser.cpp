@@ -1,0 +1,244 @@
+#include "platform/WebBrowser.h"
+
+#include "platform/PictureUrls.h"
+
+#include <QContextMenuEvent>
+#include <QDragEnterEvent>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QMetaMethod>
+#include <QMimeDatabase>
+#include <QTimer>
+#include <QWebEnginePage>
+#include <QWebEngineProfile>
+#include <QWebEngineScript>
+#include <QWebEngineSettings>
+#include <QWebEngineUrlRequestInterceptor>
+#include <QWebEngineUrlRequestJob>
+#include <QWebEngineUrlScheme>
+#include <QWebEngineUrlSchemeHandler>
+
+namespace quillmere {
+
+namespace {
+
+constexpr int kMostDeaths = 3;
+constexpr int kPollInterval = 15; // ms
+
+const QUrl kBlank(QStringLiteral("about:blank"));
+
+class Interceptor : public QWebEngineUrlRequestInterceptor
+{
+public:
+    using QWebEngineUrlRequestInterceptor::QWebEngineUrlRequestInterceptor;
+
+    void interceptRequest(QWebEngineUrlRequestInfo &info) override
+    {
+        const QUrl url = info.requestUrl();
+        const bool picture = url.scheme() == QLatin1String(kPictureScheme) &&
+                             info.resourceType() == QWebEngineUrlRequestInfo::ResourceTypeImage;
+        info.block(!picture && url != kBlank);
+    }
+};
+
+class CellPage : public QWebEnginePage
+{
+public:
+    using QWebEnginePage::QWebEnginePage;
+
+protected:
+    bool acceptNavigationRequest(const QUrl &url, NavigationType, bool isMainFrame) override
+    {
+        return isMainFrame && url == kBlank;
+    }
+    QWebEnginePage *createWindow(WebWindowType) override { return nullptr; }
+    // Theme markup has nothing to say on our standard output.
+    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString &, int,
+                                  const QString &) override
+    {
+    }
+    QStringList chooseFiles(FileSelectionMode, const QStringList &, const QStringList &) override
+    {
+        return {};
+    }
+};
+
+// A page is handed over as JSON, so that no text in it can end the string it travels in.
+QString writingScript(const QString &page)
+{
+    const QByteArray json = QJsonDocument(QJsonArray{page}).toJson(QJsonDocument::Compact);
+    return u"(function(){var x=window.scrollX,y=window.scrollY;document.open();document.write(" +
+           QString::fromUtf8(json) + u"[0]);document.close();window.scrollTo(x,y);})()";
+}
+
+// Loads the pictures that the style rules name once more (from the cache) to learn when they are there, waits
+// two frames, then sets a mark that can be asked for.
+const QString kWatchScript = QStringLiteral(
+    "(function(){window.__drawn=false;var "
+    "css='';document.querySelectorAll('style').forEach(function(s){css+=s."
+    "textContent});var loads=[],seen={};css.replace(/url\\('([^']+)'\\)/g,function(m,u){if(seen[u])return "
+    "m;seen[u]="
+    "1;loads.push(new Promise(function(done){var i=new Image();i.onload=i.onerror=done;i.src=u;}));return "
+    "m;});"
+    "Promise.all(loads).then(function(){requestAnimationFrame(function(){requestAnimationFrame(function(){"
+    "window.__drawn=true;});});});})()");
+
+} // namespace
+
+class PictureHandler : public QWebEngineUrlSchemeHandler
+{
+public:
+    QString themeFolder;
+
+    void requestStarted(QWebEngineUrlRequestJob *job) override
+    {
+        const QString path = admittedPicture(job->requestUrl(), themeFolder);
+        if (path.isEmpty()) {
+            job->fail(QWebEngineUrlRequestJob::UrlNotFound);
+            return;
+        }
+        auto *file = new QFile(path, job);
+        if (!file->open(QIODevice::ReadOnly)) {
+            job->fail(QWebEngineUrlRequestJob::RequestFailed);
+            return;
+        }
+        const QMimeType type = QMimeDatabase().mimeTypeForFile(path, QMimeDatabase::MatchExtension);
+        job->reply(type.name().toLatin1(), file);
+    }
+};
+
+void WebBrowser::registerScheme()
+{
+    QWebEngineUrlScheme scheme(kPictureScheme);
+    scheme.setSyntax(QWebEngineUrlScheme::Syntax::Path);
+    scheme.setFlags(QWebEngineUrlScheme::SecureScheme | QWebEngineUrlScheme::CorsEnabled);
+    QWebEngineUrlScheme::registerScheme(scheme);
+}
+
+WebBrowser::WebBrowser(QWidget *parent)
+    : QWebEngineView(parent), m_profile(std::make_unique<QWebEngineProfile>()),
+      m_pictures(std::make_unique<PictureHandler>())
+{
+    m_profile->installUrlSchemeHandler(kPictureScheme, m_pictures.get());
+    m_profile->setUrlRequestInterceptor(new Interceptor(m_profile.get()));
+    m_profile->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
+    connect(m_profile.get(), &QWebEngineProfile::downloadRequested, this,
+            [](QWebEngineDownloadRequest *download) { download->cancel(); });
+
+    auto *cell = new CellPage(m_profile.get(), this);
+    QWebEngineSettings *settings = cell->settings();
+    for (QWebEngineSettings::WebAttribute off :
+         {QWebEngineSettings::JavascriptEnabled, QWebEngineSettings::JavascriptCanOpenWindows,
+          QWebEngineSettings::JavascriptCanAccessClipboard, QWebEngineSettings::LocalStorageEnabled,
+          QWebEngineSettings::LocalContentCanAccessFileUrls, QWebEngineSettings::PluginsEnabled,
+          QWebEngineSettings::HyperlinkAuditingEnabled, QWebEngineSettings::ErrorPageEnabled,
+          QWebEngineSettings::FullScreenSupportEnabled, QWebEngineSettings::FocusOnNavigationEnabled,
+          QWebEngineSettings::AutoLoadIconsForPage, QWebEngineSettings::PdfViewerEnabled,
+          QWebEngineSettings::NavigateOnDropEnabled, QWebEngineSettings::DnsPrefetchEnabled})
+        settings->setAttribute(off, false);
+    setPage(cell);
+    setAcceptDrops(false);
+
+    connect(cell, &QWebEnginePage::loadFinished, this, [this](bool) {
+        if (m_ready)
+            return; // closing a written document counts as a load too
+        m_ready = true;
+        writeNext();
+    });
+    connect(cell, &QWebEnginePage::renderProcessTerminated, this, &WebBrowser::onTerminated);
+    setUrl(kBlank);
+}
+
+WebBrowser::~WebBrowser()
+{
+    // A dying page answers every script that is under way; nothing may come of it.
+    ++m_writes;
+    m_waiting.reset();
+    delete page(); // before its profile goes
+}
+
+void WebBrowser::setThemeFolder(const QString &folder)
+{
+    m_pictures->themeFolder = folder;
+}
+
+void WebBrowser::write(const QString &page)
+{
+    m_waiting = page;
+    if (m_ready && !m_busy)
+        writeNext();
+}
+
+void WebBrowser::writeNext()
+{
+    if (!m_waiting)
+        return;
+    if (*m_waiting != m_current)
+        m_deaths = 0;
+    m_current = std::move(*m_waiting);
+    m_waiting.reset();
+    m_busy = true;
+    const int number = ++m_writes;
+    page()->runJavaScript(writingScript(withPictureUrls(m_current)), QWebEngineScript::ApplicationWorld,
+                          [this, number](const QVariant &) {
+                              if (number != m_writes)
+                                  return;
+                              m_busy = false;
+                              if (m_waiting) {
+                                  writeNext();
+                                  return;
+                              }
+                              emit written();
+                              // Nobody waits for pictures while a person types.
+                              if (isSignalConnected(QMetaMethod::fromSignal(&WebBrowser::drawn))) {
+                                  page()->runJavaScript(kWatchScript, QWebEngineScript::ApplicationWorld);
+                                  pollDrawn();
+                              }
+                          });
+}
+
+void WebBrowser::pollDrawn()
+{
+    const int number = m_writes;
+    page()->runJavaScript(QStringLiteral("window.__drawn"), QWebEngineScript::ApplicationWorld,
+                          [this, number](const QVariant &isDrawn) {
+                              if (number != m_writes)
+                                  return;
+                              if (isDrawn.toBool())
+                                  emit drawn();
+                              else
+                                  QTimer::singleShot(kPollInterval, this, [this, number] {
+                                      if (number == m_writes)
+                                          pollDrawn();
+                                  });
+                          });
+}
+
+void WebBrowser::onTerminated()
+{
+    ++m_writes; // whatever was under way is not going to answer
+    m_ready = false;
+    m_busy = false;
+    if (++m_deaths > kMostDeaths) {
+        m_waiting.reset();
+        emit failed(
+            tr("The preview stopped: this page ends the browser's renderer. Change the text to try again."));
+    } else if (!m_waiting) {
+        m_waiting = m_current;
+    }
+    // Reloading from inside the notice of death would be lost with the dying process.
+    QTimer::singleShot(0, this, [this] { setUrl(kBlank); });
+}
+
+void WebBrowser::dragEnterEvent(QDragEnterEvent *event)
+{
+    event->ignore();
+}
+
+void WebBrowser::contextMenuEvent(QContextMenuEvent *event)
+{
+    event->accept(); // its entries (back, reload, view source) make no sense here
+}
+
+} // namespace quillmere

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QWebEngineView>
+
+#include <memory>
+#include <optional>
+
+class QWebEngineProfile;
+
+namespace quillmere {
+
+class PictureHandler;
+
+// The preview's browser: shows one page at a time, written into "about:blank", and is a cell. Scripts in the
+// page do not run, nothing but pictures below the theme folder is loaded, it goes nowhere and keeps nothing.
+class WebBrowser : public QWebEngineView
+{
+    Q_OBJECT
+
+public:
+    explicit WebBrowser(QWidget *parent = nullptr);
+    ~WebBrowser() override;
+
+    // Must be called before the application object is made.
+    static void registerScheme();
+
+    void setThemeFolder(const QString &folder);
+
+    // Writes the page when the browser is free. While it is busy only the newest page waits. The scroll
+    // position stays and the focus is not touched.
+    void write(const QString &page);
+    bool isBusy() const { return m_busy || m_waiting.has_value(); }
+
+signals:
+    // The newest page is in the browser; its pictures may still be loading.
+    void written();
+    // The page's pictures have been loaded and it has been laid out since.
+    void drawn();
+    // The browser gave up on a page that keeps killing it.
+    void failed(const QString &reason);
+
+protected:
+    // Files dropped on the preview are not opened.
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    void writeNext();
+    void pollDrawn();
+    void onTerminated();
+
+    std::unique_ptr<QWebEngineProfile> m_profile;
+    std::unique_ptr<PictureHandler> m_pictures;
+    bool m_ready = false; // "about:blank" has been loaded
+    bool m_busy = false;
+    int m_deaths = 0;
+    int m_writes = 0;
+    std::optional<QString> m_waiting;
+    QString m_current;
+};
+
+} // namespace quillmere

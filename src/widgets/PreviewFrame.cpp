@@ -1,0 +1,58 @@
+#include "widgets/PreviewFrame.h"
+
+#include "platform/Commands.h"
+#include "platform/Twips.h"
+#include "platform/WebBrowser.h"
+
+#include <QAction>
+#include <QScrollArea>
+
+namespace quillmere {
+
+namespace {
+constexpr int kSide = 240;  // twips of the frame's width that are not browser
+constexpr int kAbove = 360; // twips of its height
+constexpr int kLeft = 8;    // pixels
+constexpr int kTop = 18;    // pixels
+} // namespace
+
+PreviewFrame::PreviewFrame(QWidget *parent)
+    : CaptionBox(QStringLiteral("frmWb"), parent), wb(new WebBrowser), m_scroll(new QScrollArea(this))
+{
+    wb->setObjectName(QStringLiteral("wb"));
+    wb->setAccessibleName(tr("Preview"));
+    wb->setFocusPolicy(Qt::ClickFocus);
+    m_scroll->setObjectName(QStringLiteral("previewScroll"));
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setBackgroundRole(QPalette::Mid);
+    m_scroll->setWidgetResizable(false);
+    m_scroll->setWidget(wb);
+}
+
+void PreviewFrame::addCommands(Commands &menu)
+{
+    menu.on("mnuWwbZ1", [this] { showScreen(Screen::S1024x576); });
+    menu.on("mnuWwbZ2", [this] { showScreen(Screen::S1280x720); });
+    QAction *fixed = menu.action("mnuWwbZ3");
+    fixed->setChecked(m_fixed);
+    menu.on("mnuWwbZ3", [this, fixed] {
+        m_fixed = fixed->isChecked();
+        showScreen(screenOfWidth(toTwips(wb->width())));
+        emit fixedChanged(m_fixed);
+    });
+}
+
+void PreviewFrame::setFrameSize(int width, int height)
+{
+    resize(toPixels(width), toPixels(height));
+    m_scroll->setGeometry(kLeft, kTop, toPixels(width - kSide), toPixels(height - kAbove));
+    wb->resize(m_scroll->size());
+}
+
+void PreviewFrame::showScreen(Screen screen)
+{
+    const TwipSize size = browserSize(screen, m_fixed);
+    wb->resize(toPixels(size.width), toPixels(size.height));
+}
+
+} // namespace quillmere

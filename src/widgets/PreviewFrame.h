@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/CaptionBox.h"
+#include "widgets/PreviewPage.h"
+
+class QScrollArea;
+
+namespace quillmere {
+
+class Commands;
+class WebBrowser;
+
+// The frame at the right with the browser in it. Its caption is the path of the open document. A browser
+// larger than the frame scrolls.
+class PreviewFrame : public CaptionBox
+{
+    Q_OBJECT
+
+public:
+    explicit PreviewFrame(QWidget *parent = nullptr);
+
+    void addCommands(Commands &menu);
+    // The size of the frame and of the browser in it, twips.
+    void setFrameSize(int width, int height);
+    void showScreen(Screen screen);
+
+    WebBrowser *wb;
+
+signals:
+    void fixedChanged(bool fixed);
+
+private:
+    bool m_fixed = true;
+    QScrollArea *m_scroll;
+};
+
+} // namespace quillmere

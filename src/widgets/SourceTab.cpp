@@ -1,0 +1,132 @@
+#include "widgets/SourceTab.h"
+
+#include "catalogues/FontCatalogue.h"
+#include "markup/FormatXML.h"
+#include "markup/InsertCode.h"
+#include "platform/Commands.h"
+#include "platform/ListView.h"
+#include "platform/Named.h"
+#include "widgets/SourceBox.h"
+#include "widgets/WidgetDocument.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+
+namespace quillmere {
+
+namespace {
+
+constexpr int kTop = 12;         // pixels
+constexpr int kMargin = 8;       // pixels, left, right and below
+constexpr int kAboveText = 3720; // twips that the block list and the margins take from the source box
+const QStringList kBlockColumns = {QStringLiteral("Class"), QStringLiteral("Nama")};
+
+} // namespace
+
+SourceTab::SourceTab(const ImageLookup &GetImg, const ListRows &fonts, QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(8)"), parent), blocks(kBlockColumns, ListRows::Checks::Yes),
+      otherBlocks(kBlockColumns),
+      txtSnippet(new SourceBox(QStringLiteral("txtSnippet"), tr("Source text"), this)), m_getImg(GetImg),
+      m_fonts(fonts), lvBlock(new ListView(QStringLiteral("lvBlock"), tr("Blocks"), blocks, this)),
+      frBc(new CaptionBox(QStringLiteral("frBc"), this)),
+      LvBlock2(new ListView(QStringLiteral("LvBlock2"), tr("Blocks to compare with"), otherBlocks, frBc)),
+      txtHtml(named(new QPlainTextEdit(this), "txtHtml", tr("Generated page")))
+{
+    frBc->setCaption(QStringLiteral("Block Compare"));
+    frBc->hide();
+    txtHtml->setReadOnly(true);
+    txtHtml->setUndoRedoEnabled(false);
+    txtHtml->hide(); // for the program's own use
+
+    lvBlock->setColumnShares({2, 3});
+    lvBlock->setToolTip(
+        tr("Tick a block to hide it in the preview; double-click it to find it in the source."));
+    connect(lvBlock, &ListView::rowOpened, this, &SourceTab::lvBlock_DblClick);
+    connect(&blocks, &ListRows::checkChanged, this, &SourceTab::ShowPreview);
+    connect(txtSnippet, &SourceBox::changed, this, &SourceTab::txtSnippet_Change);
+}
+
+void SourceTab::addCommands(Commands &menu)
+{
+    static constexpr const char *views[] = {"mnuV(0)", "mnuV(1)", "mnuV(2)", "mnuV(3)", "mnuV(4)", "mnuV(5)"};
+    for (size_t index = 0; index < std::size(views); ++index) {
+        QAction *item = menu.action(views[index]);
+        item->setChecked(options.shown[index]);
+        menu.on(views[index], [this, item, index] {
+            options.shown[index] = item->isChecked();
+            ShowPreview();
+        });
+    }
+    menu.on("mnuFormat", [this] { mnuFormat_Click(); });
+    menu.on("mnuCblock", [this] { mnuCblock_Click(); });
+}
+
+void SourceTab::layOut(int height)
+{
+    const int width = this->width() - 2 * kMargin;
+    const int textHeight = toPixels(height - kAboveText);
+    const int textTop = this->height() - kMargin - textHeight;
+    place(lvBlock, kMargin, kTop, width, textTop - kTop - kMargin);
+    place(frBc, kMargin + width / 2, kTop, width - width / 2, lvBlock->height());
+    place(LvBlock2, kMargin, 2 * kTop, frBc->width() - 2 * kMargin, frBc->height() - 3 * kTop);
+    place(txtSnippet, kMargin, textTop, width, textHeight);
+}
+
+void SourceTab::txtSnippet_Change()
+{
+    BuildWidgetHtml(txtSnippet->text());
+    emit textChanged();
+}
+
+void SourceTab::BuildWidgetHtml(const QString &markup)
+{
+    m_html = quillmere::BuildWidgetHtml(markup, m_getImg, m_fonts, blocks);
+    txtHtml->setPlainText(m_html);
+    ShowPreview();
+}
+
+void SourceTab::ShowPreview()
+{
+    emit pageReady(BuildPreviewPage(m_html, options, defaultFontSize(m_fonts), blocks));
+}
+
+void SourceTab::setFixed(bool fixed)
+{
+    options.fixed = fixed;
+    ShowPreview();
+}
+
+void SourceTab::mnuFormat_Click()
+{
+    QString text = txtSnippet->text();
+    txtSnippet->rewrite(FormatXML(text));
+}
+
+void SourceTab::mnuCblock_Click()
+{
+    QString names;
+    for (const ListRows::Row &row : blocks.rows())
+        names += row.sub(1) + u"\r\n";
+    if (!names.isEmpty())
+        QGuiApplication::clipboard()->setText(names);
+}
+
+void SourceTab::InsertCode(const QString &Awal, const QString &Akhir)
+{
+    const TextSelection now{txtSnippet->text(), txtSnippet->selectionStart(), txtSnippet->selectionLength()};
+    const TextSelection wrapped = quillmere::InsertCode(now, Awal, Akhir);
+    txtSnippet->rewrite(wrapped.text);
+    txtSnippet->select(wrapped.start, wrapped.length);
+    txtSnippet->setFocus();
+}
+
+void SourceTab::lvBlock_DblClick(int row)
+{
+    if (blocks.isEmpty())
+        return;
+    txtSnippet->select(lineOfBlock(txtSnippet->text(), blocks.sub(row, 1)), 0);
+    txtSnippet->setFocus();
+}
+
+} // namespace quillmere

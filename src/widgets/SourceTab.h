@@ -1,0 +1,61 @@
+#pragma once
+
+#include "platform/ListRows.h"
+#include "platform/TabFrame.h"
+#include "widgets/PreviewPage.h"
+#include "widgets/WidgetHtml.h"
+
+class QPlainTextEdit;
+
+namespace quillmere {
+
+class Commands;
+class ListView;
+class SourceBox;
+
+// The Source tab: the text of the open window, its blocks, and the page made from it.
+class SourceTab : public TabFrame
+{
+    Q_OBJECT
+
+public:
+    SourceTab(const ImageLookup &GetImg, const ListRows &fonts, QWidget *parent = nullptr);
+
+    void addCommands(Commands &menu);
+    // Draws markup without changing the source box: refills lvBlock and txtHtml and shows the page.
+    void BuildWidgetHtml(const QString &markup);
+    // Makes the browser's page from txtHtml, the options and the ticks of lvBlock.
+    void ShowPreview();
+    // The "Fixed" mark of the Window menu.
+    void setFixed(bool fixed);
+    // Puts two texts around the selection; the same text stays selected.
+    void InsertCode(const QString &Awal, const QString &Akhir);
+
+    ListRows blocks;      // lvBlock: text = class, sub-item 1 = name
+    ListRows otherBlocks; // LvBlock2: the same of another window
+    ViewOptions options;
+    SourceBox *txtSnippet;
+
+signals:
+    void pageReady(const QString &page);
+    void textChanged();
+
+protected:
+    void layOut(int height) override;
+
+private:
+    void txtSnippet_Change();
+    void mnuFormat_Click();
+    void mnuCblock_Click();
+    void lvBlock_DblClick(int row);
+
+    ImageLookup m_getImg;
+    const ListRows &m_fonts;
+    QString m_html; // what txtHtml shows, with its own line ends
+    ListView *lvBlock;
+    CaptionBox *frBc;
+    ListView *LvBlock2;
+    QPlainTextEdit *txtHtml;
+};
+
+} // namespace quillmere

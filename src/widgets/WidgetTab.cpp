@@ -1,0 +1,144 @@
+#include "widgets/WidgetTab.h"
+
+#include "markup/Matching.h"
+#include "platform/Commands.h"
+#include "platform/FileList.h"
+#include "platform/ListView.h"
+#include "platform/Named.h"
+#include "platform/PathLabel.h"
+#include "platform/Prompts.h"
+#include "platform/TextFile.h"
+#include "widgets/WidgetCatalogue.h"
+
+#include <QLabel>
+
+namespace quillmere {
+
+namespace {
+
+constexpr int kMargin = 8;        // pixels
+constexpr int kTop = 18;          // pixels, below the caption of the frame
+constexpr int kLine = 18;         // pixels, a line of labels
+constexpr int kFilesHeight = 150; // pixels, the list of further files
+constexpr int kAround = 1260;     // twips of the frame's height that neither list takes
+
+} // namespace
+
+WidgetTab::WidgetTab(WidgetCatalogue &catalogue, FileList &file1, Prompts &prompts, QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(1)"), parent), m_catalogue(catalogue), m_file1(file1), m_prompts(prompts),
+      frWidget(new CaptionBox(QStringLiteral("frWidget"), this)),
+      LvWidget(new ListView(QStringLiteral("LvWidget"), tr("Windows"), catalogue.LvWidget, frWidget)),
+      lvWidgetDel(new ListView(QStringLiteral("lvWidgetDel"), tr("Files not in the catalogue"),
+                               catalogue.lvWidgetDel, frWidget))
+{
+    const auto label = [this](const QString &caption, const char *name) {
+        m_captions.append(new QLabel(caption, frWidget));
+        auto *value = named(new QLabel(frWidget), name, caption);
+        value->setTextFormat(Qt::PlainText);
+        return value;
+    };
+    lblWidth = label(QStringLiteral("Width :"), "lblWidth");
+    lblHeight = label(QStringLiteral("Height :"), "lblHeight");
+    lblbpp = label(QStringLiteral("Bit Depth :"), "lblbpp");
+    LblWidgetPath = new PathLabel(QStringLiteral("LblWidgetPath"), tr("Catalogue folder"), frWidget);
+
+    LvWidget->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    LvWidget->setColumnShares({9, 9, 9, 1});
+    connect(LvWidget, &ListView::rowOpened, this,
+            [this](int row) { emit documentChosen(m_catalogue.LvWidget.text(row)); });
+}
+
+void WidgetTab::addCommands(Commands &menu)
+{
+    menu.on("mnuWidgetOpen", [this] { mnuWidgetOpen_Click(); });
+    menu.on("mnuWidgetSel", [this] { mnuWidgetSel_Click(); });
+    menu.on("mnuWidgetFile", [this] { mnuWidgetFile_Click(); });
+    menu.on("mnuWidgetDelFile", [this] { mnuWidgetDelFile_Click(); });
+}
+
+void WidgetTab::layOut(int height)
+{
+    place(frWidget, 0, 0, width(), this->height());
+    const int inner = width() - 2 * kMargin;
+    const int listHeight = toPixels(height - kAround) - kFilesHeight;
+    place(LvWidget, kMargin, kTop, inner, listHeight);
+
+    int top = kTop + listHeight + kMargin;
+    int left = kMargin;
+    const QList<QLabel *> values = {lblWidth, lblHeight, lblbpp};
+    for (int i = 0; i < values.size(); ++i) {
+        const int captionWidth = m_captions[i]->sizeHint().width() + 6;
+        place(m_captions[i], left, top, captionWidth, kLine);
+        place(values[i], left + captionWidth, top, inner / 3 - captionWidth, kLine);
+        left += inner / 3;
+    }
+    top += kLine;
+    place(LblWidgetPath, kMargin, top, inner, kLine);
+    place(lvWidgetDel, kMargin, top + kLine + 4, inner, kFilesHeight);
+}
+
+void WidgetTab::showCatalogue()
+{
+    frWidget->setCaption(m_catalogue.path);
+    LblWidgetPath->setText(m_catalogue.folder);
+    lblWidth->setText(m_catalogue.width);
+    lblHeight->setText(m_catalogue.height);
+    lblbpp->setText(m_catalogue.bpp);
+}
+
+void WidgetTab::mnuWidgetOpen_Click()
+{
+    m_catalogue.reload(m_file1);
+    showCatalogue();
+}
+
+void WidgetTab::mnuWidgetSel_Click()
+{
+    const ListRows &rows = m_catalogue.LvWidget;
+    QItemSelection missing;
+    for (int row = 0; row < rows.count(); ++row) {
+        if (rows.sub(row, 3) != u"Y")
+            missing.select(rows.index(row, 0), rows.index(row, rows.columnCount() - 1));
+    }
+    LvWidget->selectionModel()->select(missing, QItemSelectionModel::ClearAndSelect);
+    if (!missing.isEmpty())
+        LvWidget->scrollTo(missing.first().topLeft());
+}
+
+QString WidgetTab::selectedFile()
+{
+    const int row = lvWidgetDel->selectedRow();
+    if (row < 0) {
+        emit hint(tr("Select a file in the lower list of the Widget tab first."));
+        return {};
+    }
+    return m_catalogue.lvWidgetDel.text(row);
+}
+
+void WidgetTab::mnuWidgetFile_Click()
+{
+    if (m_catalogue.path.isEmpty())
+        return;
+    QString name = selectedFile();
+    if (name.isEmpty())
+        return;
+    replaceIgnoringCase(name, u".xml", u"");
+    const QString text = WidgetCatalogue::withWindow(LoadFile(m_catalogue.path), name);
+    if (m_prompts.ask(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menambahkan widget file?")))
+        SaveFile(m_catalogue.path, text);
+    mnuWidgetOpen_Click();
+}
+
+void WidgetTab::mnuWidgetDelFile_Click()
+{
+    const QString name = selectedFile();
+    if (name.isEmpty())
+        return;
+    const QString path = m_catalogue.folder + name;
+    // The answer does not matter: designers are used to the file being gone, and it is in the backup folder.
+    m_prompts.ask(QStringLiteral("Delete File"), u"Delete file " + path + u" ?");
+    DeleteFile(path);
+    mnuWidgetOpen_Click();
+}
+
+} // namespace quillmere

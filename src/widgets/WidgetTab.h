@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/TabFrame.h"
+
+class QLabel;
+
+namespace quillmere {
+
+class Commands;
+class FileList;
+class ListView;
+class Prompts;
+class WidgetCatalogue;
+
+// The Widget tab: the windows of the theme, and the documents that the catalogue does not name.
+class WidgetTab : public TabFrame
+{
+    Q_OBJECT
+
+public:
+    WidgetTab(WidgetCatalogue &catalogue, FileList &file1, Prompts &prompts, QWidget *parent = nullptr);
+
+    void addCommands(Commands &menu);
+    // Shows what the catalogue's loader has read.
+    void showCatalogue();
+
+signals:
+    // A window was double-clicked: the full path of its document.
+    void documentChosen(const QString &path);
+    // Something to say that needs no answer.
+    void hint(const QString &text);
+
+protected:
+    void layOut(int height) override;
+
+private:
+    void mnuWidgetOpen_Click();
+    void mnuWidgetSel_Click();
+    void mnuWidgetFile_Click();
+    void mnuWidgetDelFile_Click();
+    // Name of the file selected in lvWidgetDel; empty, after a hint, when none is.
+    QString selectedFile();
+
+    WidgetCatalogue &m_catalogue;
+    FileList &m_file1;
+    Prompts &m_prompts;
+    CaptionBox *frWidget;
+    ListView *LvWidget;
+    ListView *lvWidgetDel;
+    QLabel *lblWidth, *lblHeight, *lblbpp, *LblWidgetPath;
+    QList<QLabel *> m_captions;
+};
+
+} // namespace quillmere

@@ -1,0 +1,136 @@
+#pragma once
+
+#include "app/frmSkin.h"
+#include "platform/Prompts.h"
+#include "platform/TestFiles.h"
+#include "platform/WebBrowser.h"
+
+#include <QApplication>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTest>
+#include <QWebEnginePage>
+#include <QWebEngineScript>
+
+namespace quillmere {
+
+// Answers from a script; a question that nobody expected fails the test.
+class ScriptedPrompts : public Prompts
+{
+public:
+    ~ScriptedPrompts() override
+    {
+        if (!m_script.isEmpty())
+            qFatal("Never asked: %s", qPrintable(m_script.first().text));
+    }
+    void expectQuestion(const QString &title, const QString &text, bool answer)
+    {
+        m_script.append({title, text, answer});
+    }
+    void expectMessage(const QString &title, const QString &text) { m_script.append({title, text, false}); }
+
+    bool ask(const QString &title, const QString &text) override { return take(title, text); }
+    void tell(const QString &title, const QString &text, Icon) override { take(title, text); }
+    std::optional<QString> input(const QString &title, const QString &prompt, const QString &) override
+    {
+        take(title, prompt);
+        return std::nullopt;
+    }
+
+private:
+    struct Step
+    {
+        QString title, text;
+        bool answer;
+    };
+
+    bool take(const QString &title, const QString &text)
+    {
+        if (m_script.isEmpty() || m_script.first().title != title || m_script.first().text != text)
+            qFatal("Nobody expected \"%s\": \"%s\"", qPrintable(title), qPrintable(text));
+        return m_script.takeFirst().answer;
+    }
+
+    QList<Step> m_script;
+};
+
+// A main window on a theme of its own, with settings and backups of its own.
+class Window
+{
+public:
+    Window()
+    {
+        QSettings().clear();
+        setBackupFolder(files.path(QStringLiteral("backup")));
+        skin = std::make_unique<frmSkin>(&prompts);
+        skin->resize(1400, 900);
+        skin->show();
+        skin->activateWindow();
+        if (!QTest::qWaitForWindowActive(skin.get()))
+            qFatal("The window does not become active");
+    }
+
+    template <typename Kind>
+    Kind *find(const char *name) const
+    {
+        Kind *found = skin->findChild<Kind *>(QLatin1String(name));
+        if (!found)
+            qFatal("There is no %s", name);
+        return found;
+    }
+    void choose(const char *item) const { find<QAction>(item)->trigger(); }
+    // What a script of ours (never one of the page) says about the page, once the browser has the newest one.
+    QVariant js(const QString &script) const
+    {
+        auto *wb = find<WebBrowser>("wb");
+        if (!QTest::qWaitFor([wb] { return !wb->isBusy(); }, 10000))
+            return {};
+        std::optional<QVariant> answer;
+        wb->page()->runJavaScript(script, QWebEngineScript::ApplicationWorld,
+                                  [&answer](const QVariant &value) { answer = value; });
+        return QTest::qWaitFor([&answer] { return answer.has_value(); }, 10000) ? *answer : QVariant();
+    }
+    // A computed style of the block with this name.
+    QString style(const QString &block, const QString &property) const
+    {
+        return js(QStringLiteral("getComputedStyle(document.getElementById('%1'))['%2']")
+                      .arg(block, property))
+            .toString();
+    }
+
+    TestFiles files;
+    ScriptedPrompts prompts;
+    std::unique_ptr<frmSkin> skin;
+};
+
+// The rows of a list as text, a line a row, cells divided by " | ", a checked row with a "*" before it.
+inline QString rowsAsText(const QAbstractItemModel *rows)
+{
+    QString text;
+    for (int row = 0; row < rows->rowCount(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < rows->columnCount(); ++column)
+            cells.append(rows->index(row, column).data().toString());
+        const bool checked = rows->index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked;
+        text += QString((checked ? u"* " : u"") + cells.join(QStringLiteral(" | ")) + u'\n');
+    }
+    return text;
+}
+
+// A test program that drives windows: the browser's scheme is registered before the application, and nothing
+// of the person's own settings is touched.
+template <typename Test>
+int runWindowTest(int argc, char **argv)
+{
+    const QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    qputenv("XDG_DATA_HOME", home.path().toUtf8());
+    QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
+    QCoreApplication::setApplicationName(QStringLiteral("quillmere-test"));
+    WebBrowser::registerScheme();
+    QApplication app(argc, argv);
+    Test test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+} // namespace quillmere

@@ -1,0 +1,453 @@
+#include "app/WindowFixture.h"
+
+#include "app/DirListBox.h"
+#include "platform/ListView.h"
+#include "widgets/SourceBox.h"
+
+#include "platform/RunTimeError.h"
+#include "platform/TextFile.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTabBar>
+
+using namespace quillmere;
+
+namespace {
+
+const QByteArray kThemeXml =
+    "<theme><config>\r\n<file_widget>widget/widget.xml</file_widget>\r\n"
+    "<file_image>images/image.xml</file_image>\r\n<file_font>font/font.xml</file_font>\r\n"
+    "</config></theme>\r\n";
+const QByteArray kCatalogue = "<interface><width>1280</width><height>720</height><bpp>32</bpp>\r\n"
+                              "<widget class=\"window\" style=\"default\" name=\"main\"/>\r\n"
+                              "<widget class=\"window\" style=\"default\" name=\"gone\"/>\r\n</interface>";
+const QByteArray kWindow =
+    "<interface>\n<widget class=\"window\" style=\"x\" name=\"main\">\n<property><rect>[0,0,400,300]</rect>"
+    "<backcolor>[rgb(1\t2 3),b,c]</backcolor><backcolor>[navy,b,c]</backcolor></property>\n</widget>\n"
+    "<widget class=\"text\" style=\"x\" "
+    "name=\"title\">\n<property><string>Hello</string><rect>[40,50,200,60]</rect>"
+    "<forecolor>[white,b]</forecolor></property>\n</widget>\n</interface>\n";
+
+void writeTheme(const Window &window)
+{
+    window.files.write(QStringLiteral("theme/theme.xml"), kThemeXml);
+    window.files.write(QStringLiteral("theme/widget/widget.xml"), kCatalogue);
+    window.files.write(QStringLiteral("theme/widget/main.xml"), kWindow);
+    window.files.write(QStringLiteral("theme/widget/draft.xml"), "<x/>");
+    window.files.write(QStringLiteral("theme/images/image.xml"), "<image id=\"i\">i.png</image>");
+    window.files.write(QStringLiteral("theme/font/font.xml"),
+                       "<font><name>font_prog</name><file>b.ttf</file><size>18</size><style></style></font>");
+    window.files.write(QStringLiteral("theme/font/a.ttf"));
+    window.files.write(QStringLiteral("theme/font/b.ttf"));
+}
+
+void openTheme(Window &window)
+{
+    writeTheme(window);
+    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+}
+
+void doubleClick(ListView *list, int row)
+{
+    const QPoint place = list->visualRect(list->model()->index(row, 1)).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+}
+
+QString menuAsText(const QList<QAction *> &actions, int depth = 0)
+{
+    QString text;
+    for (const QAction *action : actions) {
+        if (action->menu() && action->menu()->objectName() != action->objectName())
+            qFatal("%s and its menu differ in name", qPrintable(action->objectName()));
+        text += QString(QString(2 * depth, u' ') + action->objectName() + u' ' + action->text() + u'\n');
+        if (action->menu())
+            text += menuAsText(action->menu()->actions(), depth + 1);
+    }
+    return text;
+}
+
+} // namespace
+
+class TestWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everythingHasItsName();
+    void menuTree();
+    void layout_data();
+    void layout();
+    void tabsRuleMenus();
+    void themeFillsLists();
+    void foldersThatAreNoTheme();
+    void addAndDeleteFiles();
+    void preview();
+    void sizes();
+    void jumpToBlock();
+    void commandsAreOneUndoStep();
+    void saveWritesInEveryCase();
+    void codePage();
+};
+
+void TestWindow::everythingHasItsName()
+{
+    const Window window;
+    for (const char *name :
+         {"Drive1",      "Dir1",      "File1",       "lvTheme",       "LvWidget",   "lvWidgetDel",
+          "lblWidth",    "lblHeight", "lblbpp",      "LblWidgetPath", "frWidget",   "lvImage",
+          "Picture1",    "txtFile",   "txtID",       "Frame3",        "File2",      "lbImagePath",
+          "frImage",     "lvColor",   "Picture2",    "frColor",       "lvLang",     "LvBhs",
+          "txtLangFile", "txtLang",   "lvFont",      "Frame1",        "cbStyle",    "cbFont",
+          "txtSize",     "txtNama",   "txtFont",     "lvKeyMap",      "Frame2",     "lvKeyGroup",
+          "txtKeymap",   "lbKeymap",  "txtPropVol",  "txtPropTrans",  "txtDefault", "txtPropU1",
+          "txtPropU2",   "txtPropU3", "cbPropSpdif", "txtPropHW",     "txtPropSW",  "cbPropTime",
+          "cbPropLang",  "cbPropSum", "cbProScrat",  "lvPropVol",     "lvBlock",    "LvBlock2",
+          "txtSnippet",  "txtHtml",   "frYt(0)",     "frYt(8)",       "frmWb",      "wb",
+          "TabStrip4"})
+        QVERIFY2(window.skin->findChildren<QWidget *>(QLatin1String(name)).size() == 1, name);
+
+    const std::pair<const char *, const char *> columns[] = {
+        {"lvTheme", "Nama,Status"},       {"LvWidget", "Nama,Status,,"},       {"lvWidgetDel", "File Name"},
+        {"lvImage", "Nama,Status,"},      {"lvColor", ",Nama,Code"},           {"lvLang", ",Nama,Code"},
+        {"LvBhs", "No,Source,Translate"}, {"lvFont", ",Name,File,Size,Style"}, {"lvKeyMap", "Name,Code"},
+        {"lvKeyGroup", "Display,Group"},  {"lvBlock", "Class,Nama"},           {"LvBlock2", "Class,Nama"}};
+    for (const auto &[list, captions] : columns) {
+        const QAbstractItemModel *rows = window.find<ListView>(list)->model();
+        QStringList found;
+        for (int column = 0; column < rows->columnCount(); ++column)
+            found.append(rows->headerData(column, Qt::Horizontal).toString());
+        QCOMPARE(found.join(u','), QLatin1String(captions));
+    }
+    QCOMPARE(window.skin->windowTitle(), QStringLiteral(":: Quillmere ::"));
+    QCOMPARE(window.find<QGroupBox>("frBc")->title(), QStringLiteral("Block Compare"));
+}
+
+void TestWindow::menuTree()
+{
+    const Window window;
+    QFile expected(QFINDTESTDATA("menutree.txt"));
+    QVERIFY(expected.open(QIODevice::ReadOnly));
+    QCOMPARE(menuAsText(window.skin->menuBar()->actions()), QString::fromUtf8(expected.readAll()));
+}
+
+void TestWindow::layout_data()
+{
+    QTest::addColumn<QSize>("window");
+    QTest::addColumn<QSize>("laidOutAs"); // the window whose layout shows
+    QTest::newRow("large") << QSize(1600, 1000) << QSize(1600, 1000);
+    QTest::newRow("just large enough") << QSize(801, 601) << QSize(801, 601);
+    QTest::newRow("too narrow") << QSize(800, 900) << QSize(1400, 900);
+    QTest::newRow("too low") << QSize(1500, 600) << QSize(1400, 900);
+}
+
+void TestWindow::layout()
+{
+    QFETCH(const QSize, window);
+    QFETCH(const QSize, laidOutAs);
+    const Window on;
+    on.skin->resize(window);
+    const int H = laidOutAs.height() - 80;
+    const int W = laidOutAs.width() - 480;
+    const int F = H - 24;
+    QCOMPARE(on.find<QWidget>("frmWb")->size(), QSize(W, H));
+    QCOMPARE(on.find<QWidget>("wb")->size(), QSize(W - 16, H - 24));
+    QCOMPARE(on.find<QWidget>("TabStrip4")->height(), H + 16);
+    for (int i = 0; i < 9; ++i) {
+        const auto *frame = on.find<QWidget>(qPrintable(QStringLiteral("frYt(%1)").arg(i)));
+        QCOMPARE(frame->pos(), QPoint(16, 40));
+        QCOMPARE(frame->height(), F);
+    }
+    const std::tuple<const char *, const char *, int> lists[] = {
+        {"Dir1", "lvTheme", 60},     {"LvWidget", "lvWidgetDel", 84}, {"lvImage", nullptr, 60},
+        {"lvColor", "Picture2", 60}, {"LvBhs", nullptr, 188},         {"lvFont", "Frame1", 72},
+        {"lvKeyMap", "Frame2", 64},  {"txtSnippet", nullptr, 248}};
+    for (const auto &[list, companion, less] : lists) {
+        const int beside = companion ? on.find<QWidget>(companion)->height() : 0;
+        QVERIFY2(on.find<QWidget>(list)->height() == F - beside - less, list);
+    }
+}
+
+void TestWindow::tabsRuleMenus()
+{
+    Window window;
+    auto *tabs = window.find<QTabBar>("TabStrip4");
+    const auto enabled = [&] {
+        QString names;
+        for (const char *name : {"mnuCblock", "mnuView", "mnuSave", "mnuScan"})
+            names += window.find<QAction>(name)->isEnabled() ? QLatin1String(name) + u' ' : QString();
+        return names;
+    };
+    QCOMPARE(enabled(), QStringLiteral("mnuScan "));
+    for (int tab = 1; tab < 9; ++tab) {
+        tabs->setCurrentIndex(tab);
+        QCOMPARE(enabled(), QString());
+        for (int frame = 0; frame < 9; ++frame)
+            QCOMPARE(window.find<QWidget>(qPrintable(QStringLiteral("frYt(%1)").arg(frame)))->isVisible(),
+                     frame == tab);
+    }
+    auto *source = window.find<SourceBox>("txtSnippet");
+    source->setText(QStringLiteral("no widget"));
+    QCOMPARE(enabled(), QStringLiteral("mnuView mnuSave "));
+    source->setText(QStringLiteral("<widget name=\"a\">"));
+    QCOMPARE(enabled(), QStringLiteral("mnuCblock mnuView mnuSave "));
+    window.choose("mnuCblock");
+    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("a\r\n"));
+    tabs->setCurrentIndex(0);
+    QCOMPARE(enabled(), QStringLiteral("mnuScan "));
+}
+
+void TestWindow::themeFillsLists()
+{
+    Window window;
+    openTheme(window);
+    const QString theme = window.files.path(QStringLiteral("theme"));
+    QCOMPARE(window.skin->windowTitle(), QString(u" :: Quillmere :: " + theme));
+    QCOMPARE(rowsAsText(window.find<ListView>("lvTheme")->model()),
+             QStringLiteral("file_widget | widget/widget.xml\nfile_image | images/image.xml\n"
+                            "file_font | font/font.xml\n | \n"));
+    const auto *widgets = window.find<ListView>("LvWidget");
+    QCOMPARE(widgets->model()->index(0, 0).data().toString(), QString(theme + u"/widget/main.xml"));
+    QCOMPARE(widgets->model()->index(0, 3).data().toString(), QStringLiteral("Y"));
+    QCOMPARE(window.find<QGroupBox>("frWidget")->title(), QString(theme + u"/widget/widget.xml"));
+    QCOMPARE(window.find<QLabel>("LblWidgetPath")->text(), QString(theme + u"/widget/"));
+    QCOMPARE(window.find<QLabel>("lblWidth")->text(), QStringLiteral("1280"));
+    QCOMPARE(window.find<QLabel>("lblbpp")->text(), QStringLiteral("32"));
+    QCOMPARE(window.find<QLabel>("lbImagePath")->text(), QString(theme + u"/images/"));
+
+    window.choose("mnuWidgetSel");
+    QCOMPARE(window.find<ListView>("LvWidget")->selectedRow(), 1);
+
+    // The Font Editor: a style of the catalogue's own, the entry that is the file.
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(5);
+    auto *fonts = window.find<ListView>("lvFont");
+    QTest::mouseClick(fonts->viewport(), Qt::LeftButton, {},
+                      fonts->visualRect(fonts->model()->index(0, 1)).center());
+    QCOMPARE(window.find<QComboBox>("cbFont")->currentText(), QStringLiteral("b.ttf"));
+    QCOMPARE(window.find<QComboBox>("cbStyle")->currentText(), QStringLiteral("normal"));
+    QCOMPARE(window.find<QLineEdit>("txtSize")->text(), QStringLiteral("18"));
+}
+
+void TestWindow::foldersThatAreNoTheme()
+{
+    Window window;
+    window.files.write(QStringLiteral("Theme/theme.xml"), kThemeXml);
+    window.files.write(QStringLiteral("themes/theme.xml"), kThemeXml);
+    for (const char *name : {"Theme", "themes"}) {
+        const QString folder = window.files.path(QLatin1String(name));
+        window.skin->openTheme(folder);
+        QCOMPARE(window.skin->windowTitle(), QString(u" :: Quillmere :: " + folder));
+        QCOMPARE(window.find<ListView>("lvTheme")->model()->rowCount(), 0);
+    }
+    const QString before = window.find<DirListBox>("Dir1")->path();
+    window.skin->openTheme(window.files.path(QStringLiteral("nowhere/theme")));
+    QCOMPARE(window.find<DirListBox>("Dir1")->path(), before);
+}
+
+void TestWindow::addAndDeleteFiles()
+{
+    Window window;
+    openTheme(window);
+    window.choose("mnuWidgetDelFile"); // nothing selected: nothing asked, nothing done
+    const auto select = [&] {
+        auto *files = window.find<ListView>("lvWidgetDel");
+        QCOMPARE(rowsAsText(files->model()), QStringLiteral("draft.xml\n"));
+        files->setCurrentIndex(files->model()->index(0, 0));
+    };
+    const QString catalogue = QStringLiteral("theme/widget/widget.xml");
+    const QString add = QStringLiteral("Benar mau menambahkan widget file?");
+
+    select();
+    window.prompts.expectQuestion(QStringLiteral("Simpan File"), add, false);
+    window.choose("mnuWidgetFile");
+    QCOMPARE(window.files.read(catalogue), kCatalogue);
+
+    select();
+    window.prompts.expectQuestion(QStringLiteral("Simpan File"), add, true);
+    window.choose("mnuWidgetFile");
+    QByteArray added = kCatalogue + "\r\n";
+    added.replace("</interface>", "<widget class=\"window\" style=\"default\" name=\"draft\"/></interface>");
+    QCOMPARE(window.files.read(catalogue), added);
+    QCOMPARE(window.find<ListView>("LvWidget")->model()->rowCount(), 3);
+    QCOMPARE(window.find<ListView>("lvWidgetDel")->model()->rowCount(), 0);
+
+    window.files.write(catalogue, kCatalogue);
+    window.choose("mnuWidgetOpen");
+    select();
+    const QString path = window.files.path(QStringLiteral("theme/widget/draft.xml"));
+    window.prompts.expectQuestion(QStringLiteral("Delete File"), QString(u"Delete file " + path + u" ?"),
+                                  false);
+    window.choose("mnuWidgetDelFile");
+    QVERIFY(!QFileInfo::exists(path));
+    QCOMPARE(window.find<ListView>("lvWidgetDel")->model()->rowCount(), 0);
+}
+
+void TestWindow::preview()
+{
+    Window window;
+    openTheme(window);
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(1);
+    doubleClick(window.find<ListView>("LvWidget"), 0);
+    QCOMPARE(window.find<QGroupBox>("frmWb")->title(),
+             window.files.path(QStringLiteral("theme/widget/main.xml")));
+    QCOMPARE(rowsAsText(window.find<ListView>("lvBlock")->model()),
+             QStringLiteral("window | main\ntext | title\n"));
+    QCOMPARE(window.js(QStringLiteral("document.compatMode")).toString(), QStringLiteral("BackCompat"));
+    QCOMPARE(window.style(QStringLiteral("title"), QStringLiteral("left")), QStringLiteral("40px"));
+    QCOMPARE(window.style(QStringLiteral("title"), QStringLiteral("color")),
+             QStringLiteral("rgb(255, 255, 255)"));
+    QCOMPARE(window.style(QStringLiteral("title"), QStringLiteral("fontSize")), QStringLiteral("18px"));
+
+    // A key in the source moves the block; the caret stays in the box.
+    auto *source = window.find<SourceBox>("txtSnippet");
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    source->setFocus();
+    const qsizetype at = source->text().indexOf(QStringLiteral("[40,50"));
+    source->select(at + 1, 1);
+    QTest::keyClicks(source, QStringLiteral("9"));
+    QCOMPARE(window.style(QStringLiteral("title"), QStringLiteral("left")), QStringLiteral("90px"));
+    QCOMPARE(source->selectionStart(), at + 2);
+    QVERIFY(source->hasFocus());
+
+    // A tick hides a block; the View menu changes the style sheet alone.
+    auto *blocks = window.find<ListView>("lvBlock")->model();
+    blocks->setData(blocks->index(1, 0), Qt::Checked, Qt::CheckStateRole);
+    QCOMPARE(window.style(QStringLiteral("title"), QStringLiteral("display")), QStringLiteral("none"));
+    blocks->setData(blocks->index(1, 0), Qt::Unchecked, Qt::CheckStateRole);
+    const auto stringShown = [&] {
+        return window.js(QStringLiteral("getComputedStyle(document.querySelector('#title .string')).display"))
+            .toString();
+    };
+    QCOMPARE(stringShown(), QStringLiteral("inline"));
+    window.choose("mnuV(3)");
+    QCOMPARE(stringShown(), QStringLiteral("none"));
+
+    // Opening a window without a document: its path shows, the text is empty.
+    doubleClick(window.find<ListView>("LvWidget"), 1);
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(1);
+    doubleClick(window.find<ListView>("LvWidget"), 1);
+    QCOMPARE(window.find<QGroupBox>("frmWb")->title(),
+             window.files.path(QStringLiteral("theme/widget/gone.xml")));
+    QCOMPARE(source->text(), QString());
+    QCOMPARE(blocks->rowCount(), 0);
+}
+
+void TestWindow::sizes()
+{
+    Window window;
+    const auto *wb = window.find<QWidget>("wb");
+    openTheme(window);
+    QCOMPARE(wb->size(), QSize(1280, 720));
+    window.choose("mnuWwbZ3");
+    QCOMPARE(wb->size(), QSize(1320, 760));
+    window.choose("mnuWwbZ1");
+    QCOMPARE(wb->size(), QSize(1064, 616));
+    window.choose("mnuWwbZ3");
+    QCOMPARE(wb->size(), QSize(1024, 576));
+    window.choose("mnuWwbZ2");
+    QCOMPARE(wb->size(), QSize(1280, 720));
+}
+
+void TestWindow::jumpToBlock()
+{
+    Window window;
+    auto *source = window.find<SourceBox>("txtSnippet");
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    source->setText(QStringLiteral("<a>\r\n<string>B2</string>\r\n<widget class=\"x\" name=\"b1\">\r\n"
+                                   "<widget class=\"y\" name=\"b2\">\r\n"));
+    auto *blocks = window.find<ListView>("lvBlock");
+    doubleClick(blocks, 0);
+    QCOMPARE(source->selectionStart(), source->text().indexOf(QStringLiteral("<widget class=\"x\"")));
+    QCOMPARE(source->textCursor().blockNumber(), 2);
+    doubleClick(blocks, 1); // its name stands earlier, in another block's string
+    QCOMPARE(source->textCursor().blockNumber(), 1);
+    QVERIFY(source->hasFocus());
+}
+
+void TestWindow::commandsAreOneUndoStep()
+{
+    Window window;
+    auto *source = window.find<SourceBox>("txtSnippet");
+    const QString given = QStringLiteral("<a>\r\n\r\n\t<widget name=\"x\">\u00a0end\rlone</widget>");
+    source->setText(given);
+    QCOMPARE(source->text(), given);
+    QVERIFY(!source->document()->isUndoAvailable());
+
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    source->select(given.indexOf(QStringLiteral("end")), 0);
+    window.choose("mnuFormat");
+    QCOMPARE(source->text(), QStringLiteral("     <a>\r\n<widget name=\"x\">\u00a0end\r\nlone</widget>"));
+    source->undo();
+    QCOMPARE(source->toPlainText(), QStringLiteral("<a>\n\n\t<widget name=\"x\"> end\nlone</widget>"));
+    QVERIFY(!source->document()->isUndoAvailable());
+
+    source->setText(QStringLiteral("ab\r\ncd"));
+    source->select(4, 1);
+    window.skin->InsertCode(QStringLiteral("<b>"), QStringLiteral("</b>"));
+    QCOMPARE(source->text(), QStringLiteral("ab\r\n<b>c</b>d"));
+    QCOMPARE(source->selectionStart(), 7);
+    QCOMPARE(source->selectionLength(), 1);
+}
+
+void TestWindow::saveWritesInEveryCase()
+{
+    Window window;
+    openTheme(window);
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    window.find<SourceBox>("txtSnippet")->setText(QStringLiteral("new"));
+    window.prompts.expectMessage(
+        QStringLiteral("Simpan File"),
+        QStringLiteral("No file is open: double-click a window on the Widget tab first."));
+    window.choose("mnuSave");
+
+    window.skin->openDocument(window.files.path(QStringLiteral("theme/widget/main.xml")));
+    const QString question = QStringLiteral("Benar mau menyimpan file?");
+    window.prompts.expectQuestion(QStringLiteral("Simpan File"), question, false);
+    window.choose("mnuSave");
+    const QByteArray saved = window.files.read(QStringLiteral("theme/widget/main.xml"));
+    QVERIFY(saved.startsWith("     <interface>\n<widget class=\"window\""));
+    QVERIFY(saved.endsWith("\r\n") && saved.count('\r') == 1);
+
+    // A file that cannot be written: one message, the text stays.
+    window.skin->openDocument(window.files.path(QStringLiteral("no such folder/a.xml")));
+    window.find<SourceBox>("txtSnippet")->setText(QStringLiteral("kept"));
+    window.prompts.expectQuestion(QStringLiteral("Simpan File"), question, true);
+    QString reason;
+    try {
+        SaveFile(window.files.path(QStringLiteral("no such folder/a.xml")), QString());
+    } catch (const RunTimeError &error) {
+        reason = error.message();
+    }
+    window.prompts.expectMessage(QStringLiteral("Quillmere"), reason);
+    window.choose("mnuSave");
+    QCOMPARE(window.find<SourceBox>("txtSnippet")->text(), QStringLiteral("kept"));
+}
+
+void TestWindow::codePage()
+{
+    Window window;
+    openTheme(window);
+    window.files.write(QStringLiteral("theme/widget/main.xml"), "<widget name=\"\xc3\xa4\">");
+    window.skin->openDocument(window.files.path(QStringLiteral("theme/widget/main.xml")));
+    auto *source = window.find<SourceBox>("txtSnippet");
+    QVERIFY(source->text().contains(QStringLiteral("\u00e4")));
+    window.choose("mnuCodePage1252");
+    QVERIFY(source->text().contains(QStringLiteral("\u00c3\u00a4")));
+    const Window next; // the settings are cleared for each window, the choice is of the program
+    QCOMPARE(codePageRule(), CodePageRule::Windows1252);
+    window.choose("mnuCodePageAutomatic");
+    QVERIFY(source->text().contains(QStringLiteral("\u00e4")));
+}
+
+int main(int argc, char **argv)
+{
+    return runWindowTest<TestWindow>(argc, argv);
+}
+
+#include "tst_window.moc"
