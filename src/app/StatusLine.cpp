@@ -17,6 +17,7 @@ StatusLine::StatusLine(QStatusBar &bar)
 {
     m_page->setAutoRaise(true);
     m_page->setPopupMode(QToolButton::InstantPopup);
+    m_page->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
     m_page->setToolTip(tr("How the bytes of files become text"));
     auto *rules = new QMenu(m_page);
     auto *group = new QActionGroup(rules);
@@ -39,6 +40,8 @@ StatusLine::StatusLine(QStatusBar &bar)
     for (QWidget *part :
          {static_cast<QWidget *>(m_caret), static_cast<QWidget *>(m_blocks), static_cast<QWidget *>(m_page)})
         m_bar.addPermanentWidget(part);
+    for (QLabel *label : {m_caret, m_blocks})
+        label->setContentsMargins(8, 0, 8, 0);
     showCaret(1, 1);
     showBlocks(0);
     showCodePage(CodePage::Ascii);

@@ -3,6 +3,7 @@
 #include "markup/Matching.h"
 #include "platform/Paths.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QStringList>
 
@@ -57,7 +58,14 @@ QString admittedPicture(const QUrl &url, const QString &themeFolder)
                                       QStringLiteral("svg"), QStringLiteral("ico")};
     if (themeFolder.isEmpty() || url.scheme() != QLatin1String(kPictureScheme))
         return {};
-    const QString file = findFile(picturePath(url));
+    const QString path = picturePath(url);
+    // Only to look whether a file of another machine is there would already tell that machine something.
+    const auto isRemote = [](const QString &of) {
+        return QDir::fromNativeSeparators(of).startsWith(QLatin1String("//"));
+    };
+    if (isRemote(path) && !isRemote(themeFolder))
+        return {};
+    const QString file = findFile(path);
     if (file.isEmpty() || !liesBelow(file, themeFolder))
         return {};
     const QFileInfo info(QFileInfo(file).canonicalFilePath());

@@ -29,12 +29,14 @@ QList<FontRow> fontRows(const ListRows &lvFont)
     return fonts;
 }
 
-// Draws block after block. The members below the line hold what a block hands on to the next: a block that does not
-// set one of them is drawn with what the block before it left there.
+// Draws block after block. The members below the line hold what a block hands on to the next: a block that
+// does not set one of them is drawn with what the block before it left there.
 class Renderer
 {
 public:
-    Renderer(const ImageLookup &lookup, const ListRows &lvFont) : m_getImg(lookup), m_fonts(fontRows(lvFont)) {}
+    Renderer(const ImageLookup &lookup, const ListRows &lvFont) : m_getImg(lookup), m_fonts(fontRows(lvFont))
+    {
+    }
 
     ListRows::Row draw(QStringView source);
     QString page() const;
@@ -120,7 +122,8 @@ void Renderer::images()
         const QString image = m_getImg(field(u"<img>", u"</img>").toString());
         rule({u"background:", m_back, u" url('", image, u"') left top no-repeat;"});
     } else if (has(u"<mode>multiple</mode>")) {
-        // The receiver draws these eight pictures around the widget; the preview looks them up and shows none.
+        // The receiver draws these eight pictures around the widget; the preview looks them up and shows
+        // none.
         for (const auto &[opening, closing] : frame) {
             if (has(opening))
                 m_getImg(field(opening, closing).toString());
@@ -197,8 +200,8 @@ ListRows::Row Renderer::draw(QStringView source)
 
 QString Renderer::page() const
 {
-    QString page = u"<html><head><title>Tes Skin</title><style>" + m_css + u"\r\n<!--stye--></style></head><body>" +
-                   m_body + u"<body></html>";
+    QString page = u"<html><head><title>Tes Skin</title><style>" + m_css +
+                   u"\r\n<!--stye--></style></head><body>" + m_body + u"<body></html>";
     replaceIgnoringCase(page, u":osd_trans", u":transparent;");
     replaceIgnoringCase(page, u":gui_trans", u":transparent");
     return page;
@@ -206,7 +209,8 @@ QString Renderer::page() const
 
 } // namespace
 
-QString BuildWidgetHtml(const QString &markup, const ImageLookup &GetImg, const ListRows &lvFont, ListRows &lvBlock)
+QString BuildWidgetHtml(const QString &markup, const ImageLookup &GetImg, const ListRows &lvFont,
+                        ListRows &lvBlock)
 {
     const WidgetBlocks cut = cutBlocks(markup);
     Renderer renderer(GetImg, lvFont);

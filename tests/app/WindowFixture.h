@@ -6,9 +6,11 @@
 #include "platform/WebBrowser.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTest>
+#include <QTimer>
 #include <QWebEnginePage>
 #include <QWebEngineScript>
 
@@ -82,13 +84,23 @@ public:
     // What a script of ours (never one of the page) says about the page, once the browser has the newest one.
     QVariant js(const QString &script) const
     {
+        // An event loop of its own, not qWaitFor(): that one sleeps between two events, and the browser has
+        // many.
         auto *wb = find<WebBrowser>("wb");
-        if (!QTest::qWaitFor([wb] { return !wb->isBusy(); }, 10000))
-            return {};
-        std::optional<QVariant> answer;
-        wb->page()->runJavaScript(script, QWebEngineScript::ApplicationWorld,
-                                  [&answer](const QVariant &value) { answer = value; });
-        return QTest::qWaitFor([&answer] { return answer.has_value(); }, 10000) ? *answer : QVariant();
+        QEventLoop loop;
+        QTimer patience;
+        QObject::connect(&patience, &QTimer::timeout, &loop, &QEventLoop::quit);
+        patience.start(10000);
+        QObject::connect(wb, &WebBrowser::written, &loop, &QEventLoop::quit);
+        if (wb->isBusy())
+            loop.exec();
+        QVariant answer;
+        wb->page()->runJavaScript(script, QWebEngineScript::ApplicationWorld, [&](const QVariant &value) {
+            answer = value;
+            loop.quit();
+        });
+        loop.exec();
+        return answer;
     }
     // A computed style of the block with this name.
     QString style(const QString &block, const QString &property) const

@@ -1,0 +1,256 @@
+#include "app/WindowFixture.h"
+
+#include "platform/ListView.h"
+#include "widgets/SourceBox.h"
+
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTabBar>
+
+#include <algorithm>
+
+using namespace quillmere;
+
+namespace {
+
+const QString kExample = QStringLiteral(EXAMPLES_FOLDER "/aurora/theme");
+
+// Opens the window of this name as a person does: a double click on its row.
+void openWindow(const Window &window, const QString &name)
+{
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(1);
+    auto *list = window.find<ListView>("LvWidget");
+    for (int row = 0; row < list->model()->rowCount(); ++row) {
+        const QModelIndex cell = list->model()->index(row, 1);
+        if (cell.data().toString() != name)
+            continue;
+        list->scrollTo(cell);
+        const QPoint place = list->visualRect(cell).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+        return;
+    }
+    qFatal("There is no window %s", qPrintable(name));
+}
+
+int textBlocks(const Window &window)
+{
+    return window.js(QStringLiteral("document.querySelectorAll('body div[id]').length")).toInt();
+}
+
+QByteArray theme(const QByteArray &windows, const QByteArray &images = {})
+{
+    return "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image></config>" +
+           windows + images;
+}
+
+} // namespace
+
+class TestPreview : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void exampleInTheBrowser();
+    void keyToPage();
+    void cell_data();
+    void cell();
+    void brokenTheme();
+    void render();
+};
+
+void TestPreview::exampleInTheBrowser()
+{
+    Window window;
+    auto *wb = window.find<WebBrowser>("wb");
+    QSignalSpy drawn(wb, &WebBrowser::drawn);
+    window.skin->openTheme(kExample);
+    openWindow(window, QStringLiteral("wnd_epg"));
+    QVERIFY(drawn.wait(10000));
+    const int blocks = window.find<ListView>("lvBlock")->model()->rowCount();
+    QVERIFY(blocks > 60);
+    QCOMPARE(textBlocks(window), blocks);
+    QCOMPARE(window.find<QLabel>("lblBlocks")->text(), QStringLiteral("%1 blocks").arg(blocks));
+
+    // The background picture: a page without it is one flat colour between the blocks.
+    const auto picture = [&] { return wb->grab().toImage(); };
+    const auto arrived = [&] {
+        const QImage shot = picture();
+        return shot.pixelColor(20, 300) != shot.pixelColor(1260, 700);
+    };
+    QVERIFY(QTest::qWaitFor(arrived, 10000));
+    QCOMPARE(picture().size(), QSize(1280, 720));
+    QVERIFY(picture().pixelColor(20, 300).lightness() < 80);
+}
+
+void TestPreview::keyToPage()
+{
+    Window window;
+    auto *wb = window.find<WebBrowser>("wb");
+    auto *source = window.find<SourceBox>("txtSnippet");
+    QString text = QStringLiteral("<interface>\r\n");
+    for (int i = 0; i < 200; ++i)
+        text +=
+            QStringLiteral(
+                "<widget class=\"text\" style=\"default\" name=\"t%1\">\r\n<property>\r\n     <string>Text %1"
+                "</string>\r\n     <rect>[%2,%3,60,24]</rect>\r\n     "
+                "<backcolor>[navy,gray,gray]</backcolor>\r\n"
+                "     <forecolor>[white,gray,gray]</forecolor>\r\n     <font>font_prog</font>\r\n"
+                "</property>\r\n</widget>\r\n")
+                .arg(i)
+                .arg(i % 20 * 62)
+                .arg(i / 20 * 30);
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    source->setText(text);
+    QCOMPARE(textBlocks(window), 200);
+    source->setFocus();
+    source->select(text.indexOf(QStringLiteral("Text 0")) + 4, 0);
+
+    QList<double> keyBlocked, untilWritten;
+    QElapsedTimer clock;
+    for (int key = 0; key < 60; ++key) {
+        QSignalSpy written(wb, &WebBrowser::written);
+        clock.start();
+        QTest::keyClick(source, 'x');
+        keyBlocked.append(double(clock.nsecsElapsed()) / 1e6);
+        QVERIFY(written.wait(5000));
+        untilWritten.append(double(clock.nsecsElapsed()) / 1e6);
+    }
+    std::sort(keyBlocked.begin(), keyBlocked.end());
+    std::sort(untilWritten.begin(), untilWritten.end());
+    qInfo("200 blocks: key handled p50 %.1f ms, p95 %.1f ms; page written p50 %.1f ms, p95 %.1f ms",
+          keyBlocked[30], keyBlocked[57], untilWritten[30], untilWritten[57]);
+    QVERIFY(window.js(QStringLiteral("document.querySelector('#t0 .string').textContent"))
+                .toString()
+                .startsWith(QStringLiteral("Textxxxx")));
+    QVERIFY(source->hasFocus());
+}
+
+void TestPreview::cell_data()
+{
+    QTest::addColumn<QByteArray>("markup");
+    QTest::newRow("script") << QByteArray("<script>document.title='out'</script>");
+    QTest::newRow("event") << QByteArray("<img src='x' onerror=\"document.title='out'\">");
+    QTest::newRow("file picture") << QByteArray("<img id='probe' src='file:///OUTSIDE/secret.png'>");
+    QTest::newRow("picture above the theme")
+        << QByteArray("<img id='probe' src='quillmere:/OUTSIDE/secret.png'>");
+    QTest::newRow("frame") << QByteArray("<iframe src='file:///etc/passwd'></iframe>");
+    QTest::newRow("refresh") << QByteArray("<meta http-equiv='refresh' content='0;url=file:///etc/passwd'>");
+    QTest::newRow("import") << QByteArray("<style>@import url(file:///OUTSIDE/a.css);</style>");
+    QTest::newRow("name that ends the style")
+        << QByteArray("<widget name=\"a{}</style><script>document.title='out'</script>\">");
+    QTest::newRow("string that ends the script")
+        << QByteArray("<string>\"]);document.title='out';//</script></string>");
+}
+
+void TestPreview::cell()
+{
+    QFETCH(QByteArray, markup);
+    Window window;
+    markup.replace("OUTSIDE", window.files.folder().mid(1).toUtf8());
+    window.files.write(QStringLiteral("theme/theme.xml"), theme("<widget class=\"window\" name=\"w\"/>"));
+    window.files.write(QStringLiteral("theme/widget.xml"), "<widget class=\"window\" name=\"w\"/>");
+    window.files.write(QStringLiteral("theme/w.xml"),
+                       "<widget name=\"w\"><property></property>" + markup + "</widget>");
+    QImage secret(40, 30, QImage::Format_RGB32);
+    secret.fill(Qt::red);
+    QVERIFY(secret.save(window.files.path(QStringLiteral("secret.png"))));
+    window.files.write(QStringLiteral("a.css"), "#w { color: rgb(1, 2, 3) }");
+    const QByteArray before = window.files.read(QStringLiteral("theme/w.xml"));
+
+    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+    openWindow(window, QStringLiteral("w"));
+    QCOMPARE(window.js(QStringLiteral("document.getElementById('w') != null")).toBool(), true);
+    QTest::qWait(100); // time for whatever must not happen
+    QCOMPARE(window.js(QStringLiteral("document.title")).toString(), QStringLiteral("Tes Skin"));
+    QCOMPARE(window.js(QStringLiteral("location.href")).toString(), QStringLiteral("about:blank"));
+    QVERIFY(
+        !window.js(QStringLiteral("document.body.innerHTML")).toString().contains(QStringLiteral("root:")));
+    const QVariant width =
+        window.js(QStringLiteral("(document.getElementById('probe')||{}).naturalWidth||0"));
+    QCOMPARE(width.toInt(), 0);
+    QVERIFY(window.style(QStringLiteral("w"), QStringLiteral("color")) != QStringLiteral("rgb(1, 2, 3)"));
+    QCOMPARE(window.files.read(QStringLiteral("theme/w.xml")), before);
+}
+
+void TestPreview::brokenTheme()
+{
+    QByteArray binary(200000, '\0');
+    for (qsizetype i = 0; i < binary.size(); ++i)
+        binary[i] = char(i * 7 + i / 251);
+    QByteArray many = "<interface>";
+    for (int i = 0; i < 20000; ++i)
+        many += "<widget class=\"text\" name=\"n\"><property><string>a</string>";
+    const std::pair<const char *, QByteArray> documents[] = {
+        {"empty", {}},
+        {"binary", binary},
+        {"cut", "<widget class=\"text\" name=\"n\"><property><rect>[1,2"},
+        {"comment", "<!-- never ends <widget name=\"a\">"},
+        {"line", "<widget name=\"" + QByteArray(2000000, 'x') + "\">"},
+        {"many", many},
+        {"quotes\"<'", "<widget name=\"it's\"><string>\"'<</string>"},
+        {"../up", "<widget name=\"up\">"},
+    };
+    Window window;
+    QByteArray catalogue = "<interface><width>wide</width>";
+    for (const auto &[name, text] : documents) {
+        catalogue += "<widget class=\"window\" name=\"" + QByteArray(name).split('"')[0] + "\"/>";
+        window.files.write(QStringLiteral("theme/") + QLatin1String(QByteArray(name).split('"')[0]) +
+                               QStringLiteral(".xml"),
+                           text);
+    }
+    window.files.write(QStringLiteral("theme/theme.xml"), theme(catalogue));
+    window.files.write(QStringLiteral("theme/widget.xml"), catalogue);
+    window.files.write(QStringLiteral("theme/image.xml"),
+                       binary + "<image id=\"i\">../../secret.png</image>");
+    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+    auto *list = window.find<ListView>("LvWidget")->model();
+    QCOMPARE(list->rowCount(), int(std::size(documents)));
+    for (int row = 0; row < list->rowCount(); ++row) {
+        QElapsedTimer clock;
+        clock.start();
+        const QString path = list->index(row, 0).data().toString();
+        window.skin->openDocument(path);
+        QVERIFY2(clock.elapsed() < 5000, qPrintable(path));
+        QCOMPARE(window.js(QStringLiteral("document.compatMode")).toString(), QStringLiteral("BackCompat"));
+    }
+    for (const auto &[name, text] : documents)
+        QCOMPARE(window.files.read(QStringLiteral("theme/") + QLatin1String(QByteArray(name).split('"')[0]) +
+                                   QStringLiteral(".xml")),
+                 text);
+}
+
+void TestPreview::render()
+{
+    const TestFiles files;
+    QProcess program;
+    program.start(QStringLiteral(QUILLMERE_PROGRAM),
+                  {QStringLiteral("render"), kExample, QStringLiteral("wnd_volume"),
+                   QStringLiteral("wnd_network_setup"), QStringLiteral("wnd_nowhere"),
+                   QStringLiteral("--out"), files.path(QStringLiteral("out")), QStringLiteral("--size"),
+                   QStringLiteral("1024x576")});
+    QVERIFY(program.waitForFinished(60000));
+    QCOMPARE(program.exitCode(), 1);
+    QVERIFY(program.readAllStandardOutput().contains("[1/3] wnd_volume"));
+    const QByteArray complaints = program.readAllStandardError();
+    QVERIFY(complaints.contains("wnd_network_setup: no document\n"));
+    QVERIFY(complaints.contains("wnd_nowhere: no document\n"));
+    QCOMPARE(QDir(files.path(QStringLiteral("out"))).entryList(QDir::Files).join(u' '),
+             QStringLiteral("wnd_volume.png"));
+    const QImage picture(files.path(QStringLiteral("out/wnd_volume.png")));
+    QCOMPARE(picture.size(), QSize(1024, 576));
+    QVERIFY(picture.pixelColor(20, 300).lightness() < 80);
+
+    program.start(QStringLiteral(QUILLMERE_PROGRAM), {QStringLiteral("render"), kExample});
+    QVERIFY(program.waitForFinished(10000));
+    QCOMPARE(program.exitCode(), 2);
+}
+
+int main(int argc, char **argv)
+{
+    return runWindowTest<TestPreview>(argc, argv);
+}
+
+#include "tst_preview.moc"
