@@ -26,12 +26,15 @@ SourceBox::SourceBox(const QString &name, const QString &accessibleName, QWidget
     fixed.setPointSizeF(font().pointSizeF());
     setFont(fixed);
     setTabChangesFocus(false);
-    connect(this, &QPlainTextEdit::textChanged, this, &SourceBox::changed);
+    connect(this, &QPlainTextEdit::textChanged, this, [this] {
+        m_isGiven = false;
+        emit changed();
+    });
 }
 
 QString SourceBox::text() const
 {
-    if (document()->revision() == m_givenRevision)
+    if (m_isGiven)
         return m_given;
     // toPlainText() would turn every no-break space into a blank.
     const QString raw = document()->toRawText();
@@ -57,7 +60,8 @@ void SourceBox::setText(const QString &text)
         setPlainText(text);
     }
     m_given = text;
-    m_givenRevision = document()->revision();
+    m_isGiven = true;
+    emit cursorPositionChanged();
     emit changed();
 }
 

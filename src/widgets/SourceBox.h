@@ -35,7 +35,7 @@ private:
     qsizetype fromDocument(int position) const;
 
     QString m_given;
-    int m_givenRevision = -1;
+    bool m_isGiven = false; // the document still is m_given
 };
 
 } // namespace quillmere
