@@ -5,6 +5,8 @@
 #include "platform/WebBrowser.h"
 
 #include <QAction>
+#include <QChildEvent>
+#include <QCoreApplication>
 #include <QScrollArea>
 
 namespace quillmere {
@@ -27,6 +29,21 @@ PreviewFrame::PreviewFrame(QWidget *parent)
     m_scroll->setBackgroundRole(QPalette::Mid);
     m_scroll->setWidgetResizable(false);
     m_scroll->setWidget(wb);
+    // The wheel goes to a child that the browser makes when it first needs it.
+    wb->installEventFilter(this);
+    for (QObject *child : wb->children())
+        child->installEventFilter(this);
+}
+
+bool PreviewFrame::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::ChildAdded)
+        static_cast<QChildEvent *>(event)->child()->installEventFilter(this);
+    if (event->type() == QEvent::Wheel && m_fixed) {
+        QCoreApplication::sendEvent(m_scroll->viewport(), event);
+        return true;
+    }
+    return CaptionBox::eventFilter(watched, event);
 }
 
 void PreviewFrame::addCommands(Commands &menu)

@@ -29,6 +29,10 @@ public:
 signals:
     void fixedChanged(bool fixed);
 
+protected:
+    // The wheel over a page that does not scroll itself scrolls the frame.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     bool m_fixed = true;
     QScrollArea *m_scroll;

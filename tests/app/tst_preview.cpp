@@ -6,8 +6,11 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QProcess>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTabBar>
+#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -83,6 +86,14 @@ void TestPreview::exampleInTheBrowser()
     QVERIFY(QTest::qWaitFor(arrived, 10000));
     QCOMPARE(picture().size(), QSize(1280, 720));
     QVERIFY(picture().pixelColor(20, 300).lightness() < 80);
+
+    // The screen is wider than the frame; the wheel over the picture scrolls.
+    const QScrollBar *bar = window.find<QScrollArea>("previewScroll")->horizontalScrollBar();
+    const QPointF over(100, 100);
+    QWheelEvent turn(over, wb->mapToGlobal(over), {}, {-120, 0}, Qt::NoButton, Qt::NoModifier,
+                     Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(wb->focusProxy(), &turn);
+    QVERIFY(bar->value() > 0);
 }
 
 void TestPreview::keyToPage()
