@@ -17,6 +17,7 @@ struct ThemeProject::Entry
 
 ThemeProject::ThemeProject(QObject *parent)
     : QObject(parent), lvTheme({QStringLiteral("Nama"), QStringLiteral("Status")}),
+      lvColor({QString(), QStringLiteral("Nama"), QStringLiteral("Code")}, ListRows::Checks::Yes),
       lvFont({QString(), QStringLiteral("Name"), QStringLiteral("File"), QStringLiteral("Size"),
               QStringLiteral("Style")})
 {
@@ -69,6 +70,11 @@ void ThemeProject::loadImages(const QString &path, const QString &folder)
     lbImagePath = folder;
 }
 
+void ThemeProject::loadColors(const QString &path, const QString &)
+{
+    colours.LoadColorList(path);
+}
+
 void ThemeProject::loadFonts(const QString &path, const QString &folder)
 {
     LoadFontList(lvFont, path);
@@ -82,7 +88,6 @@ void ThemeProject::loadFonts(const QString &path, const QString &folder)
 }
 
 // Listed, and nothing is read from them yet.
-void ThemeProject::loadColors(const QString &, const QString &) {}
 void ThemeProject::loadLanguages(const QString &, const QString &) {}
 void ThemeProject::loadKeymap(const QString &, const QString &) {}
 void ThemeProject::loadPanel() {}

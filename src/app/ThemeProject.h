@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogues/ColourCatalogue.h"
 #include "catalogues/ImageCatalogue.h"
 #include "platform/FileList.h"
 #include "platform/ListRows.h"
@@ -29,6 +30,8 @@ public:
     ListRows lvTheme; // text = entry name, sub-item 1 = value as written
     WidgetCatalogue widgets;
     ImageCatalogue images;
+    ListRows lvColor; // text empty, sub-item 1 = name, 2 = code
+    ColourCatalogue colours{lvColor};
     ListRows lvFont;
 
     QString lbImagePath; // folder put in front of every picture path, ends in a separator

@@ -1,0 +1,64 @@
+#include "catalogues/ColourCatalogue.h"
+
+#include "markup/Matching.h"
+#include "markup/mndIni.h"
+#include "platform/ListRows.h"
+#include "platform/TextFile.h"
+
+namespace quillmere {
+
+void ColourCatalogue::LoadColorList(const QString &fileName)
+{
+    m_rows.clear();
+    m_path = fileName;
+    QString text = LoadFile(fileName);
+    if (text.isEmpty())
+        return;
+    CloseUpEquals(text);
+
+    QList<ListRows::Row> colours;
+    // What stands before the first element is no entry.
+    for (QStringView piece : splitIgnoringCase(text, u"<color ").sliced(1)) {
+        if (containsIgnoringCase(piece, u"name=\""))
+            colours.append(
+                {QString(),
+                 {SplitField(piece, u"name=\"", u"\"", 1, 0), SplitField(piece, u">", u"</", 1, 0)}});
+    }
+    if (!colours.isEmpty())
+        m_rows.assign(std::move(colours));
+}
+
+void ColourCatalogue::save() const
+{
+    SaveFile(m_path, ColourFileText(m_rows));
+}
+
+QString ColourCatalogue::GetColor(const QString &NamaColor) const
+{
+    const int row = m_names.find(NamaColor);
+    return row < 0 ? QString() : m_rows.sub(row, 2);
+}
+
+QString ColourFileText(const ListRows &lvColor)
+{
+    QString text =
+        QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n<colors>\r\n");
+    for (const ListRows::Row &row : lvColor.rows())
+        text += u"<color name=\"" + row.sub(1) + u"\">" + row.sub(2) + u"</color>\r\n";
+    return text += u"</colors>\r\n";
+}
+
+int RemoveCheckedRows(ListRows &rows)
+{
+    QList<ListRows::Row> kept;
+    for (const ListRows::Row &row : rows.rows()) {
+        if (!row.checked)
+            kept.append(row);
+    }
+    const int removed = rows.count() - int(kept.size());
+    if (removed > 0)
+        rows.assign(std::move(kept));
+    return removed;
+}
+
+} // namespace quillmere

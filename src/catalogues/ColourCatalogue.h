@@ -1,0 +1,39 @@
+#pragma once
+
+#include "catalogues/RowIndex.h"
+
+namespace quillmere {
+
+// The colour catalogue: names and the codes they stand for. Row: text empty, sub-item 1 = name, 2 = code,
+// both as the file has them.
+class ColourCatalogue
+{
+public:
+    // The rows must outlive the catalogue.
+    explicit ColourCatalogue(ListRows &lvColor) : m_rows(lvColor), m_names(lvColor, 1) {}
+
+    // Clears the rows and reads `<color name="NAME">CODE</color>` entries. A missing file leaves the rows
+    // empty; its path is kept all the same.
+    void LoadColorList(const QString &fileName);
+    // Replaces the file of path() with ColourFileText. RunTimeError when it cannot be written.
+    void save() const;
+
+    // The code of the first row with this name, both stripped of control characters, letter case minded;
+    // empty when there is none. Constant time.
+    QString GetColor(const QString &NamaColor) const;
+
+    const QString &path() const { return m_path; }
+
+private:
+    ListRows &m_rows;
+    RowIndex m_names;
+    QString m_path;
+};
+
+// The whole colour file: a line a row, every line ended by CR LF, names and codes as they stand.
+QString ColourFileText(const ListRows &lvColor);
+
+// Removes every row with a check mark. Returns how many there were.
+int RemoveCheckedRows(ListRows &rows);
+
+} // namespace quillmere

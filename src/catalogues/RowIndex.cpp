@@ -1,0 +1,39 @@
+#include "catalogues/RowIndex.h"
+
+#include "markup/mndIni.h"
+#include "platform/ListRows.h"
+
+namespace quillmere {
+
+namespace {
+
+QString stripped(QString name)
+{
+    return StripControlChars(name);
+}
+
+} // namespace
+
+RowIndex::RowIndex(const ListRows &rows, int subItem) : m_rows(rows), m_subItem(subItem)
+{
+    const auto forget = [this] { m_indexed = false; };
+    QObject::connect(&rows, &QAbstractItemModel::dataChanged, &m_listener, forget);
+    QObject::connect(&rows, &QAbstractItemModel::rowsInserted, &m_listener, forget);
+    QObject::connect(&rows, &QAbstractItemModel::rowsRemoved, &m_listener, forget);
+    QObject::connect(&rows, &QAbstractItemModel::modelReset, &m_listener, forget);
+}
+
+int RowIndex::find(const QString &name) const
+{
+    if (!m_indexed) {
+        m_rowOfName.clear();
+        m_rowOfName.reserve(m_rows.count());
+        // From the end, so that the first row of a name is the one that stays.
+        for (int row = m_rows.count() - 1; row >= 0; --row)
+            m_rowOfName.insert(stripped(m_rows.sub(row, m_subItem)), row);
+        m_indexed = true;
+    }
+    return m_rowOfName.value(stripped(name), -1);
+}
+
+} // namespace quillmere
