@@ -95,11 +95,11 @@ void frmSkin::makeTabs()
     m_themeTab = new ThemeTab(m_theme.lvTheme, m_theme.File1, m_page);
     m_widgetTab = new WidgetTab(m_theme.widgets, m_theme.File1, m_prompts, m_page);
     m_imageTab = new ImageTab(m_theme.images, m_page);
+    m_colorTab = new ColorTab(m_theme.lvColor, m_theme.colours, m_prompts, m_page);
     m_fontTab = new FontTab(m_theme.lvFont, m_page);
     m_sourceTab = new SourceTab([this](const QString &id) { return GetImg(id); }, m_theme.lvFont, m_page);
-    frYt = {
-        m_themeTab, m_widgetTab,           m_imageTab,           new ColorTab(m_page), new LangTab(m_page),
-        m_fontTab,  new KeymapTab(m_page), new PanelTab(m_page), m_sourceTab};
+    frYt = {m_themeTab, m_widgetTab,           m_imageTab,           m_colorTab, new LangTab(m_page),
+            m_fontTab,  new KeymapTab(m_page), new PanelTab(m_page), m_sourceTab};
     for (TabFrame *frame : std::as_const(frYt)) {
         frame->move(toPixels(kFrameLeft), toPixels(kFrameTop));
         frame->hide();
@@ -115,6 +115,7 @@ void frmSkin::makeTabs()
     connect(m_widgetTab, &WidgetTab::documentChosen, this,
             [this](const QString &path) { guarded([&] { openDocument(path); }); });
     connect(m_widgetTab, &WidgetTab::hint, m_status, &StatusLine::say);
+    connect(m_colorTab, &ColorTab::hint, m_status, &StatusLine::say);
     connect(m_sourceTab, &SourceTab::pageReady, frmWb->wb, &WebBrowser::write);
     connect(frmWb, &PreviewFrame::fixedChanged, m_sourceTab, &SourceTab::setFixed);
     connect(frmWb->wb, &WebBrowser::failed, m_status, &StatusLine::say);
@@ -135,6 +136,7 @@ void frmSkin::makeMenu()
     m_menu.on("mnuFlDefault", [this] { mnuFlDefault_Click(); });
     m_menu.on("mnuExit", [] { QApplication::quit(); });
     m_widgetTab->addCommands(m_menu);
+    m_colorTab->addCommands(m_menu);
     m_sourceTab->addCommands(m_menu);
     frmWb->addCommands(m_menu);
     m_menu.on("mnuAbout", [this] { mnuAbout_Click(); });
@@ -234,6 +236,7 @@ void frmSkin::themeLoaded()
     frmWb->wb->setThemeFolder(m_theme.folder());
     m_widgetTab->showCatalogue();
     m_imageTab->showCatalogue(m_theme.lbImagePath);
+    m_colorTab->showCatalogue();
     m_fontTab->showCatalogue(m_theme.txtFont, m_theme.cbFont);
     frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
     addRecentTheme(m_theme.folder());

@@ -11,6 +11,7 @@
 
 namespace quillmere {
 
+class ColorTab;
 class FontTab;
 class ImageTab;
 class PreviewFrame;
@@ -42,6 +43,7 @@ public:
     void openDocument(const QString &path);
 
     QString GetImg(const QString &NamaImg) const { return m_theme.images.GetImg(NamaImg); }
+    QString GetColor(const QString &NamaColor) const { return m_theme.colours.GetColor(NamaColor); }
     void BuildWidgetHtml(const QString &markup);
     void ShowPreview();
     void InsertCode(const QString &Awal, const QString &Akhir);
@@ -78,6 +80,7 @@ private:
     ThemeTab *m_themeTab = nullptr;
     WidgetTab *m_widgetTab = nullptr;
     ImageTab *m_imageTab = nullptr;
+    ColorTab *m_colorTab = nullptr;
     FontTab *m_fontTab = nullptr;
     SourceTab *m_sourceTab = nullptr;
     PreviewFrame *frmWb;

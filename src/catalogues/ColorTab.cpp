@@ -1,7 +1,15 @@
 #include "catalogues/ColorTab.h"
 
+#include "catalogues/ColourCatalogue.h"
+#include "catalogues/ColourDelegate.h"
+#include "markup/ColourCode.h"
+#include "platform/Commands.h"
+#include "platform/ListRows.h"
 #include "platform/ListView.h"
-#include "platform/Named.h"
+#include "platform/Prompts.h"
+#include "platform/Swatch.h"
+
+#include <QScrollBar>
 
 namespace quillmere {
 
@@ -14,16 +22,32 @@ constexpr int kAround = 900;      // twips of the frame's height that neither li
 
 } // namespace
 
-ColorTab::ColorTab(QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(3)"), parent),
-      m_colours({QString(), QStringLiteral("Nama"), QStringLiteral("Code")}, ListRows::Checks::Yes),
-      frColor(new CaptionBox(QStringLiteral("frColor"), this)),
-      lvColor(new ListView(QStringLiteral("lvColor"), tr("Colours"), m_colours, frColor)),
-      Picture2(named(new QFrame(frColor), "Picture2", tr("Selected colour")))
+ColorTab::ColorTab(ListRows &colours, ColourCatalogue &catalogue, Prompts &prompts, QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(3)"), parent), m_colours(colours), m_catalogue(catalogue),
+      m_prompts(prompts), frColor(new CaptionBox(QStringLiteral("frColor"), this)),
+      lvColor(new ListView(QStringLiteral("lvColor"), tr("Colours"), colours, frColor)),
+      Picture2(new Swatch("Picture2", tr("Selected colour"), frColor))
 {
     lvColor->setColumnShares({1, 8, 5});
-    Picture2->setFrameShape(QFrame::StyledPanel);
-    Picture2->setAutoFillBackground(true);
+    lvColor->setItemDelegateForColumn(2, new ColourDelegate(this));
+    connect(lvColor, &ListView::rowClicked, this, &ColorTab::showSwatch);
+    // Only the mouse is told of a bad code: the arrow keys must be able to walk past it.
+    connect(lvColor, &ListView::clicked, this,
+            [this](const QModelIndex &index) { refused(m_colours.sub(index.row(), 2)); });
+    connect(lvColor, &ListView::rowOpened, this, &ColorTab::lvColor_DblClick);
+    connect(lvColor, &ListView::deletePressed, this, &ColorTab::lvColor_Delete);
+    connect(&colours, &QAbstractItemModel::rowsInserted, lvColor, &ListView::scrollToBottom);
+    connect(&colours, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex &changed) {
+        if (changed.row() == lvColor->selectedRow())
+            showSwatch(changed.row());
+    });
+}
+
+void ColorTab::addCommands(Commands &menu)
+{
+    menu.on("mnuCOpen", [this] { mnuCOpen_Click(); });
+    menu.on("mnuCHapus", [this] { mnuCHapus_Click(); });
+    menu.on("mnuCSave", [this] { mnuCSave_Click(); });
 }
 
 void ColorTab::layOut(int height)
@@ -33,6 +57,85 @@ void ColorTab::layOut(int height)
     const int listHeight = toPixels(height - kAround) - kSwatchHeight;
     place(lvColor, kMargin, kTop, inner, listHeight);
     place(Picture2, kMargin, kTop + listHeight + kMargin, inner, kSwatchHeight);
+}
+
+void ColorTab::showCatalogue()
+{
+    frColor->setCaption(m_catalogue.path());
+}
+
+int ColorTab::selectedRow() const
+{
+    return lvColor->selectedRow();
+}
+
+void ColorTab::showSwatch(int row)
+{
+    if (const auto colour = channelsOf(m_colours.sub(row, 2)))
+        Picture2->setColour(QColor(colour->red, colour->green, colour->blue));
+}
+
+bool ColorTab::refused(const QString &code)
+{
+    if (code.size() != kColourCodeLength || channelsOf(code))
+        return false;
+    m_prompts.tell(
+        QStringLiteral("Quillmere"),
+        tr("\"%1\" is no colour: behind its first character a code has six hexadecimal digits.").arg(code),
+        Prompts::Icon::Critical);
+    return true;
+}
+
+void ColorTab::lvColor_DblClick(int row)
+{
+    const QString code = m_colours.sub(row, 2);
+    if (refused(code))
+        return;
+    emit entryOpened(m_colours.sub(row, 1), code);
+    if (const auto colour = channelsOf(code))
+        emit colourOpened(colour->red, colour->green, colour->blue);
+    else
+        emit hint(tr("\"%1\" is kept as it is: only codes such as #RRGGBB open in the colour dialog.")
+                      .arg(code.left(40)));
+}
+
+void ColorTab::lvColor_Delete(int row)
+{
+    m_colours.remove(row);
+    if (const int next = lvColor->selectedRow(); next >= 0)
+        showSwatch(next);
+}
+
+void ColorTab::mnuCOpen_Click()
+{
+    if (m_catalogue.path().isEmpty())
+        return;
+    m_catalogue.LoadColorList(QString(m_catalogue.path()));
+    showCatalogue();
+    emit hint(tr("%1: %2 colours.").arg(m_catalogue.path()).arg(m_colours.count()));
+}
+
+void ColorTab::mnuCHapus_Click()
+{
+    const int scrolled = lvColor->verticalScrollBar()->value();
+    const int removed = RemoveCheckedRows(m_colours);
+    lvColor->verticalScrollBar()->setValue(scrolled);
+    emit hint(removed > 0 ? tr("%1 colours removed from the list.").arg(removed)
+                          : tr("Tick the colours to remove first."));
+}
+
+void ColorTab::mnuCSave_Click()
+{
+    if (m_catalogue.path().isEmpty()) {
+        m_prompts.tell(QStringLiteral("Simpan File"),
+                       tr("There is no colour file to save to: open a theme that names one first."),
+                       Prompts::Icon::Information);
+        return;
+    }
+    // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
+    m_prompts.ask(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"));
+    m_catalogue.save();
+    emit hint(tr("%1 saved.").arg(m_catalogue.path()));
 }
 
 } // namespace quillmere

@@ -1,11 +1,15 @@
 #pragma once
 
-#include "platform/ListRows.h"
 #include "platform/TabFrame.h"
 
 namespace quillmere {
 
+class ColourCatalogue;
+class Commands;
+class ListRows;
 class ListView;
+class Prompts;
+class Swatch;
 
 // The Color tab: the colours of the theme.
 class ColorTab : public TabFrame
@@ -13,16 +17,42 @@ class ColorTab : public TabFrame
     Q_OBJECT
 
 public:
-    explicit ColorTab(QWidget *parent = nullptr);
+    ColorTab(ListRows &colours, ColourCatalogue &catalogue, Prompts &prompts, QWidget *parent = nullptr);
+
+    void addCommands(Commands &menu);
+    // Shows what the catalogue's loader has read.
+    void showCatalogue();
+    // The row that is edited from outside; -1 without one. 0-based.
+    int selectedRow() const;
+
+signals:
+    // A row was opened: its name and code, whatever the code is.
+    void entryOpened(const QString &name, const QString &code);
+    // Behind entryOpened, where the code stands for a colour: its channels, 0 to 255.
+    void colourOpened(int red, int green, int blue);
+    // Something to say that needs no answer.
+    void hint(const QString &text);
 
 protected:
     void layOut(int height) override;
 
 private:
-    ListRows m_colours; // text empty, sub-item 1 = name, 2 = code
+    void lvColor_DblClick(int row);
+    void lvColor_Delete(int row);
+    // Keeps the colour it has where the row's code stands for none.
+    void showSwatch(int row);
+    // A code of the right length that is no colour is told of; true then.
+    bool refused(const QString &code);
+    void mnuCOpen_Click();
+    void mnuCHapus_Click();
+    void mnuCSave_Click();
+
+    ListRows &m_colours;
+    ColourCatalogue &m_catalogue;
+    Prompts &m_prompts;
     CaptionBox *frColor;
     ListView *lvColor;
-    QFrame *Picture2;
+    Swatch *Picture2;
 };
 
 } // namespace quillmere

@@ -74,6 +74,11 @@ void ListView::keyPressEvent(QKeyEvent *event)
         event->accept();
         return;
     }
+    if (event->key() == Qt::Key_Delete && before >= 0) {
+        emit deletePressed(before);
+        event->accept();
+        return;
+    }
     QTreeView::keyPressEvent(event);
     const int after = selectedRow();
     if (after >= 0 && after != before)

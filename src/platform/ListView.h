@@ -25,6 +25,8 @@ signals:
     void rowClicked(int row);
     // A double click on a row, or Enter.
     void rowOpened(int row);
+    // The Delete key on a selected row.
+    void deletePressed(int row);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
