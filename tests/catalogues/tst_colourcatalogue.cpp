@@ -1,0 +1,132 @@
+#include "catalogues/ColourCatalogue.h"
+#include "catalogues/ColourConversion.h"
+#include "colorpicker/ColourValue.h"
+#include "markup/LiteralTwins.h"
+#include "platform/ListRows.h"
+#include "platform/TestFiles.h"
+#include "platform/TextFile.h"
+
+#include <QTest>
+
+using namespace quillmere;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Colours
+{
+    ListRows rows{{{}, u"Nama"_s, u"Code"_s}, ListRows::Checks::Yes};
+    ColourCatalogue catalogue{rows};
+
+    QString asText() const
+    {
+        QString text;
+        for (const ListRows::Row &row : rows.rows())
+            text += QString(row.text + row.subItems.join(u'|') + u'\n');
+        return text;
+    }
+};
+
+QString convertedLiterally(QString text, const ListRows &lvColor, ColourForm to)
+{
+    text.replace(u"> "_s, u">"_s).replace(u" <"_s, u"<"_s);
+    for (const ListRows::Row &row : lvColor.rows()) {
+        const QString from = row.sub(to == ColourForm::Code ? 1 : 2);
+        const QString by = row.sub(to == ColourForm::Code ? 2 : 1);
+        for (const QString &around : {u">[%1,"_s, u",%1,"_s, u",%1]<"_s})
+            text.replace(around.arg(from), around.arg(by), Qt::CaseInsensitive);
+    }
+    return text;
+}
+
+} // namespace
+
+class TestColourCatalogue : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void load();
+    void saveTwice();
+    void convertAsLiterally();
+    void values();
+};
+
+void TestColourCatalogue::load()
+{
+    const std::pair<QByteArray, QString> catalogues[] = {
+        {"<colors>\r\n<color name=\"White\">#FFFFFF</color>\r\n</colors>", u"White|#FFFFFF\n"_s},
+        {"<COLOR  NAME=\"a\">1</COLOR>", u"|1\n"_s},
+        {"<color  name   =  \"a\"> 1 </color>", u"a| 1 \n"_s},
+        {"<color id=\"a\">1</color><color/>", {}},
+        {"<color name=\"a\"/<color name=\"b\"> 1 ", u"a|\nb| 1 \n"_s},
+        {"<color name=\"a\">1</color><color name=\"a\">2</color>", u"a|1\na|2\n"_s},
+        {QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16), {}},
+        {"", {}}};
+    const TestFiles files;
+    Colours colours;
+    for (const auto &[xml, rows] : catalogues) {
+        colours.catalogue.LoadColorList(files.write(u"color.xml"_s, xml));
+        QCOMPARE(colours.asText(), rows);
+    }
+    colours.catalogue.LoadColorList(u"none"_s);
+    QCOMPARE(colours.catalogue.path(), u"none"_s);
+}
+
+void TestColourCatalogue::saveTwice()
+{
+    const TestFiles files;
+    setBackupFolder(files.path(u"backup"_s));
+    Colours colours;
+    const QString path =
+        files.write(u"c.xml"_s, "<color name=\"b&\xe9\">#00ff00</color>\n<color name=\"\"></color>");
+    for (int times = 0; times < 2; ++times) {
+        colours.catalogue.LoadColorList(path);
+        colours.catalogue.save();
+        QCOMPARE(files.read(u"c.xml"_s),
+                 "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n<colors>\r\n"
+                 "<color name=\"b&\xe9\">#00ff00</color>\r\n<color name=\"\"></color>\r\n</colors>\r\n");
+    }
+}
+
+void TestColourCatalogue::convertAsLiterally()
+{
+    QRandomGenerator random(20);
+    const QStringList plain = {{}, u"a"_s, u"B"_s, u"b"_s, u"\u00e4"_s, u"\u00c4"_s};
+    const QStringList marked = plain + QStringList{u"a,b"_s, u"]<"_s, u">["_s, u"a>[b"_s};
+    const QStringList tokens = plain + u",;,;,b,;>[;]<;[;]; ;>;<"_s.split(u';');
+    for (int i = 0; i < 4000; ++i) {
+        const QStringList &names = i % 4 ? plain : marked;
+        const auto name = [&] { return names[random.bounded(int(names.size()))]; };
+        Colours colours;
+        for (int row = random.bounded(8); row > 0; --row)
+            colours.rows.add({}, {name(), name()});
+        const QString text = twins::randomText(random, tokens, random.bounded(60));
+        for (const ColourForm to : {ColourForm::Code, ColourForm::Name})
+            QCOMPARE(ConvertColours(text, colours.rows, to), convertedLiterally(text, colours.rows, to));
+    }
+}
+
+void TestColourCatalogue::values()
+{
+    for (const auto &[value, code] : {std::pair(0x302010u, u"#102030"_s),
+                                      {255u, u"#FF0000"_s},
+                                      {16711680u, u"#0000FF"_s},
+                                      {0u, u"#000000"_s}}) {
+        QCOMPARE(colourCode(channelsOf(value | 0xff000000)), code);
+        QCOMPARE(colourValue(channelsOf(code.toLower()).value()), value);
+    }
+    for (const QString &code : {u"#FFF"_s, u"#1234567"_s, u"#12345G"_s, u"# 12345"_s, u"#+12345"_s})
+        QVERIFY2(!channelsOf(code), qPrintable(code));
+
+    const std::tuple<QString, QString, int> typed[] = {
+        {u"255"_s, u"255"_s, 255},   {u"256"_s, u"25"_s, 25},   {u"2595"_s, u"25"_s, 25},
+        {u"1x999"_s, u"1x999"_s, 1}, {QString(), QString(), 0}, {QString(100000, u'9'), u"99"_s, 99}};
+    for (const auto &[text, left, value] : typed) {
+        QCOMPARE(text.left(validLength(text)), left);
+        QCOMPARE(channelValue(left), value);
+    }
+}
+
+QTEST_APPLESS_MAIN(TestColourCatalogue)
+#include "tst_colourcatalogue.moc"
