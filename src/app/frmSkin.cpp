@@ -10,6 +10,7 @@
 #include "catalogues/ImageTab.h"
 #include "catalogues/KeymapTab.h"
 #include "catalogues/PanelTab.h"
+#include "colorpicker/frmcolor.h"
 #include "i18n/LangTab.h"
 #include "markup/FormatXML.h"
 #include "platform/MessagePrompts.h"
@@ -47,6 +48,7 @@ constexpr int kAround = 1200;     // twips of the height that are not preview
 constexpr int kFrameLeft = 240, kFrameTop = 600;
 constexpr int kStripLeft = 120, kStripTop = 120, kStripWidth = 6960; // twips
 constexpr int kMostRecent = 10;
+constexpr int kBesideList = 24; // pixels; a dialog this far into the preview hides no list
 constexpr int kSettling = 1000; // ms in which a window manager may still give a new window its size
 
 const QString kGeometry = QStringLiteral("window/geometry");
@@ -115,6 +117,13 @@ void frmSkin::makeTabs()
     connect(m_widgetTab, &WidgetTab::documentChosen, this,
             [this](const QString &path) { guarded([&] { openDocument(path); }); });
     connect(m_widgetTab, &WidgetTab::hint, m_status, &StatusLine::say);
+    connect(m_colorTab, &ColorTab::entryOpened, this, [this](const QString &name, const QString &code) {
+        colourDialog().NamaFile = m_theme.colours.path();
+        colourDialog().NamaColor = name;
+        colourDialog().setEntry(name, code);
+    });
+    connect(m_colorTab, &ColorTab::colourOpened, this,
+            [this](int red, int green, int blue) { colourDialog().showColour(red, green, blue); });
     connect(m_colorTab, &ColorTab::hint, m_status, &StatusLine::say);
     connect(m_sourceTab, &SourceTab::pageReady, frmWb->wb, &WebBrowser::write);
     connect(frmWb, &PreviewFrame::fixedChanged, m_sourceTab, &SourceTab::setFixed);
@@ -139,6 +148,8 @@ void frmSkin::makeMenu()
     m_colorTab->addCommands(m_menu);
     m_sourceTab->addCommands(m_menu);
     frmWb->addCommands(m_menu);
+    m_menu.on("mnuColCode(1)", [this] { mnuColCode_Click(ColourForm::Code); });
+    m_menu.on("mnuColCode(2)", [this] { mnuColCode_Click(ColourForm::Name); });
     m_menu.on("mnuAbout", [this] { mnuAbout_Click(); });
     fillRecentThemes();
 }
@@ -300,6 +311,22 @@ void frmSkin::mnuSave_Click()
     SaveFile(path, textToSave(m_sourceTab->txtSnippet->text()));
     m_sourceTab->txtSnippet->document()->setModified(false);
     m_status->say(tr("%1 saved.").arg(path));
+}
+
+frmcolor &frmSkin::colourDialog()
+{
+    if (!m_frmcolor) {
+        const auto selectedRow = [this] { return m_colorTab->selectedRow(); };
+        m_frmcolor = new frmcolor(m_theme.lvColor, selectedRow, m_prompts, this);
+        m_frmcolor->move(frmWb->mapToGlobal(QPoint(kBesideList, kBesideList)));
+    }
+    return *m_frmcolor;
+}
+
+void frmSkin::mnuColCode_Click(ColourForm to)
+{
+    SourceBox *source = m_sourceTab->txtSnippet;
+    source->rewrite(ConvertColours(source->text(), m_theme.lvColor, to));
 }
 
 void frmSkin::mnuAbout_Click()

@@ -2,6 +2,7 @@
 
 #include "app/MainMenu.h"
 #include "app/ThemeProject.h"
+#include "catalogues/ColourConversion.h"
 #include "platform/TextFile.h"
 
 #include <QElapsedTimer>
@@ -22,6 +23,7 @@ class TabFrame;
 class TabStrip;
 class ThemeTab;
 class WidgetTab;
+class frmcolor;
 
 // The main window: puts the tabs together, owns the menu bar and the layout, hands public operations through.
 class frmSkin : public QMainWindow
@@ -64,6 +66,8 @@ private:
     void mnuOpenTheme_Click();
     void mnuFlDefault_Click();
     void mnuSave_Click();
+    frmcolor &colourDialog();
+    void mnuColCode_Click(ColourForm to);
     void mnuAbout_Click();
     void addRecentTheme(const QString &folder);
     void fillRecentThemes();
@@ -81,6 +85,7 @@ private:
     WidgetTab *m_widgetTab = nullptr;
     ImageTab *m_imageTab = nullptr;
     ColorTab *m_colorTab = nullptr;
+    frmcolor *m_frmcolor = nullptr; // made when it is first wanted
     FontTab *m_fontTab = nullptr;
     SourceTab *m_sourceTab = nullptr;
     PreviewFrame *frmWb;
