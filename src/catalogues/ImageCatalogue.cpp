@@ -23,11 +23,6 @@ QString folderWithout(const QString &path, QStringView name)
 ImageCatalogue::ImageCatalogue(QObject *parent)
     : QObject(parent), rows({QStringLiteral("Nama"), QStringLiteral("Status"), QString()})
 {
-    const auto forget = [this] { m_indexed = false; };
-    connect(&rows, &QAbstractItemModel::dataChanged, this, forget);
-    connect(&rows, &QAbstractItemModel::rowsInserted, this, forget);
-    connect(&rows, &QAbstractItemModel::rowsRemoved, this, forget);
-    connect(&rows, &QAbstractItemModel::modelReset, this, forget);
 }
 
 void ImageCatalogue::LoadImageList(const QString &fileName, const QString &imageFolder, FileList &file1)
@@ -60,21 +55,7 @@ void ImageCatalogue::LoadImageList(const QString &fileName, const QString &image
 
 QString ImageCatalogue::GetImg(const QString &id) const
 {
-    if (!m_indexed) {
-        m_rowOfId.clear();
-        m_rowOfId.reserve(rows.count());
-        for (int row = 0; row < rows.count(); ++row) {
-            QString key = rows.sub(row, 1);
-            StripControlChars(key);
-            // The first of several rows with one ID is the one that counts.
-            if (!m_rowOfId.contains(key))
-                m_rowOfId.insert(key, row);
-        }
-        m_indexed = true;
-    }
-    QString key = id;
-    StripControlChars(key);
-    const int row = m_rowOfId.value(key, -1);
+    const int row = m_ids.find(id);
     return row < 0 ? QString() : rows.text(row);
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "catalogues/RowIndex.h"
 #include "platform/ListRows.h"
 
-#include <QHash>
 #include <QObject>
 
 namespace quillmere {
@@ -32,8 +32,7 @@ public:
 
 private:
     QString m_path;
-    mutable QHash<QString, int> m_rowOfId;
-    mutable bool m_indexed = false;
+    RowIndex m_ids{rows, 1};
 };
 
 } // namespace quillmere
