@@ -1,5 +1,7 @@
 #include "app/DirListBox.h"
 
+#include "platform/ToolTip.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QHeaderView>
@@ -47,7 +49,7 @@ void DirListBox::fill()
                             const QIcon &icon) {
         auto *item = above ? new QTreeWidgetItem(above) : new QTreeWidgetItem(this);
         item->setText(0, name);
-        item->setToolTip(0, path.toHtmlEscaped());
+        item->setToolTip(0, plainToolTip(path));
         item->setData(0, kPathRole, path);
         item->setIcon(0, icon);
         item->setExpanded(true);

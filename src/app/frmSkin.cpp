@@ -252,9 +252,10 @@ void frmSkin::themeLoaded()
     frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
     addRecentTheme(m_theme.folder());
     m_status->say(
-        tr("Theme opened: %1 windows, %2 images, %3 fonts. Double-click a window on the Widget tab.")
+        tr("Theme opened: %1 windows, %2 images, %3 colours, %4 fonts. Double-click a window on the Widget tab.")
             .arg(m_theme.widgets.LvWidget.count())
             .arg(m_theme.images.rows.count())
+            .arg(m_theme.lvColor.count())
             .arg(m_theme.lvFont.count()));
 }
 

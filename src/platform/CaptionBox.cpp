@@ -1,5 +1,7 @@
 #include "platform/CaptionBox.h"
 
+#include "platform/ToolTip.h"
+
 #include <QMouseEvent>
 #include <QStyleOptionGroupBox>
 #include <QStylePainter>
@@ -18,7 +20,7 @@ CaptionBox::CaptionBox(const QString &name, QWidget *parent) : QGroupBox(parent)
 void CaptionBox::setCaption(const QString &caption)
 {
     setTitle(caption);
-    setToolTip(caption.toHtmlEscaped());
+    setToolTip(plainToolTip(caption));
 }
 
 void CaptionBox::paintEvent(QPaintEvent *)

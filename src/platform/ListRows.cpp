@@ -1,5 +1,7 @@
 #include "platform/ListRows.h"
 
+#include "platform/ToolTip.h"
+
 namespace quillmere {
 
 ListRows::ListRows(const QStringList &captions, Checks checks, QObject *parent)
@@ -89,7 +91,9 @@ QVariant ListRows::data(const QModelIndex &index, int role) const
         return {};
     const QString text = index.column() == 0 ? row.text : row.sub(index.column());
     // An empty tool tip would still cover the one of the view.
-    return role == Qt::ToolTipRole && text.isEmpty() ? QVariant() : QVariant(text);
+    if (role != Qt::ToolTipRole)
+        return text;
+    return text.isEmpty() ? QVariant() : plainToolTip(text);
 }
 
 bool ListRows::setData(const QModelIndex &index, const QVariant &value, int role)

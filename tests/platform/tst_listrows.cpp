@@ -42,7 +42,7 @@ void TestListRows::keepsTheRulesOfAModel()
     QVERIFY(rows.isChecked(1));
     QCOMPARE(rows.index(0, 1).data().toString(), QString());
     QVERIFY(!rows.index(0, 1).data(Qt::ToolTipRole).isValid());
-    QCOMPARE(rows.index(0, 0).data(Qt::ToolTipRole).toString(), QStringLiteral("d"));
+    QCOMPARE(rows.index(0, 0).data(Qt::ToolTipRole).toString(), QStringLiteral("<qt>d</qt>"));
     QVERIFY(!rows.setData(rows.index(0, 0), QStringLiteral("typed")));
     rows.clear();
     QVERIFY(rows.isEmpty());

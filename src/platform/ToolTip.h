@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+namespace quillmere {
+
+// A text from a theme as a tooltip: never taken for markup, and not larger than a screen.
+inline QString plainToolTip(const QString &text)
+{
+    constexpr qsizetype most = 600;
+    const QString shown = text.size() > most ? QString(text.first(most) + u'\u2026') : text;
+    return shown.isEmpty() ? QString() : QString(u"<qt>" + shown.toHtmlEscaped() + u"</qt>");
+}
+
+} // namespace quillmere
