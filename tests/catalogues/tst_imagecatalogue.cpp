@@ -1,10 +1,11 @@
+#include "TextTable.h"
+#include "catalogues/FontCatalogue.h"
 #include "catalogues/ImageCatalogue.h"
 #include "platform/FileList.h"
 #include "platform/Paths.h"
 #include "platform/TestFiles.h"
 
 #include <QElapsedTimer>
-#include <QTest>
 
 using namespace quillmere;
 
@@ -31,49 +32,37 @@ private slots:
     void load_data();
     void load();
     void reload();
-    void getImg_data();
     void getImg();
     void getImgAfterChanges();
     void manyImagesAreQuick();
+    void fonts();
 };
 
 void TestImageCatalogue::load_data()
 {
-    QTest::addColumn<QByteArray>("xml");
-    QTest::addColumn<QString>("rows");
-    const auto row = [](const char *name, const QByteArray &xml, const char *rows) {
-        QTest::newRow(name) << xml << QString::fromLatin1(rows);
-    };
-    row("plain", "<images>\r\n<image id=\"A\">logo.png</image>\r\n</images>", "logo.png|A|Y\n");
-    row("blanks around the equals sign",
-        "<image id = \"A\" >logo.png</image><image id= \"B\" >sub/a.png</image>",
-        "logo.png|A|Y\nsub/a.png|B|Y\n");
-    row("element in capitals", "<IMAGE id=\"A\">logo.png</IMAGE>", "logo.png|A|Y\n");
-    row("attribute in capitals", "<image ID=\"A\">logo.png</image>", "logo.png||Y\n");
-    row("no id", "<image name=\"A\">logo.png</image>", "");
-    row("text before", "logo.png id=\"X\"", "");
-    row("foreign separators", "<image id=\"A\">sub\\a.png</image>", "sub/a.png|A|Y\n");
-    row("duplicates stay", "<image id=\"A\">logo.png</image><image id=\"A\">none.png</image>",
-        "logo.png|A|Y\nnone.png|A|\n");
-    row("name in other letters", "<image id=\"A\">Logo.png</image>", "Logo.png|A|\n");
-    row("folder is no picture", "<image id=\"A\">sub</image>", "sub|A|\n");
-    row("folder that is not there", "<image id=\"A\">none/a.png</image>", "none/a.png|A|\n");
-    // The name is taken out of the path wherever it stands, so another folder is looked at.
-    row("name within the folder's name", "<image id=\"A\">ICONic/icon</image>", "ICONic/icon|A|Y\n");
-    row("folder named as the file", "<image id=\"A\">same/same</image>", "same/same|A|\n");
-    row("no path", "<image id=\"A\"></image>", "|A|\n");
-    row("dot file", "<image id=\"A\">.hidden</image>", ".hidden|A|Y\n");
-    row("empty", "", "");
+    textTable(
+        {"xml", "rows"},
+        {{u"blanks around the equals sign",
+          u"<image id = `A` >a.png</image><image id= `B` >sub/a.png</image>", u"a.png|A|Y\nsub/a.png|B|Y\n"},
+         {u"element in capitals", u"<IMAGE id=`A`>a.png</IMAGE>", u"a.png|A|Y\n"},
+         {u"attribute in capitals", u"<image ID=`A`>a.png</image>", u"a.png||Y\n"},
+         {u"no id", u"<image name=`A`>a.png</image>"},
+         {u"foreign separators, twice", u"<image id=`A`>sub\\a.png</image><image id=`A`>no.png</image>",
+          u"sub/a.png|A|Y\nno.png|A|\n"},
+         {u"name in other letters", u"<image id=`A`>A.png</image>", u"A.png|A|\n"},
+         {u"folder is no picture", u"<image id=`A`>sub</image>", u"sub|A|\n"},
+         // The name is taken out of the path wherever it stands, so another folder is looked at.
+         {u"name within the folder's name", u"<image id=`A`>ICONic/icon</image>", u"ICONic/icon|A|Y\n"},
+         {u"no path", u"<image id=`A`></image>", u"|A|\n"},
+         {u"empty", u""}});
 }
 
 void TestImageCatalogue::load()
 {
-    QFETCH(QByteArray, xml);
+    QFETCH(QString, xml);
     QFETCH(QString, rows);
-    const TestFiles files;
-    for (const char *name : {"logo.png", "sub/a.png", "ic/icon", "same/same", ".hidden"})
-        files.write(QLatin1String(name));
-    const QString path = files.write(QStringLiteral("image.xml"), xml);
+    const TestFiles files({"a.png", "sub/a.png", "ic/icon"});
+    const QString path = files.write(QStringLiteral("image.xml"), xml.toLatin1());
     const QString folder = files.folder() + separator();
     FileList list;
     ImageCatalogue images;
@@ -100,37 +89,15 @@ void TestImageCatalogue::reload()
     QCOMPARE(images.GetImg(QStringLiteral("A")), QString());
 }
 
-void TestImageCatalogue::getImg_data()
-{
-    QTest::addColumn<QString>("id");
-    QTest::addColumn<QString>("path");
-    QTest::newRow("plain") << "a"
-                           << "1";
-    QTest::newRow("capital") << "A"
-                             << "2";
-    QTest::newRow("blanks around the row's") << "b"
-                                             << "3";
-    QTest::newRow("blanks around the asked") << " \t\r\na \n"
-                                             << "1";
-    QTest::newRow("blank inside") << "a b"
-                                  << "";
-    QTest::newRow("first of two") << "c"
-                                  << "4";
-    QTest::newRow("missing") << "d"
-                             << "";
-    QTest::newRow("empty finds the row without ID") << " "
-                                                    << "6";
-}
-
 void TestImageCatalogue::getImg()
 {
     ImageCatalogue images;
-    const QStringList ids = {QStringLiteral("a"), QStringLiteral("A"),  QStringLiteral("\t b\r\n"),
-                             QStringLiteral("c"), QStringLiteral(" c"), QString()};
-    for (int i = 0; i < ids.size(); ++i)
-        images.rows.add(QString::number(i + 1), {ids.at(i)});
-    QFETCH(QString, id);
-    QTEST(images.GetImg(id), "path");
+    for (const char *id : {"a", "A", "\t b\r\n", "c", " c", ""})
+        images.rows.add(QString::number(images.rows.count() + 1), {QLatin1String(id)});
+    QStringList found;
+    for (const char *id : {"a", "A", "b", " \t\r\na \n", "a b", "c", "d", " "})
+        found += images.GetImg(QLatin1String(id));
+    QCOMPARE(found.join(u','), QStringLiteral("1,2,3,1,,4,,6"));
 }
 
 void TestImageCatalogue::getImgAfterChanges()
@@ -146,9 +113,11 @@ void TestImageCatalogue::getImgAfterChanges()
     QCOMPARE(images.GetImg(b), QStringLiteral("1"));
     images.rows.setText(0, QStringLiteral("2"));
     QCOMPARE(images.GetImg(b), QStringLiteral("2"));
-    images.rows.add(QStringLiteral("3"), {b});
+    images.rows.add(QStringLiteral("3"), {a});
+    QCOMPARE(images.GetImg(b), QStringLiteral("2"));
     images.rows.remove(0);
-    QCOMPARE(images.GetImg(b), QStringLiteral("3"));
+    QCOMPARE(images.GetImg(b), QString());
+    QCOMPARE(images.GetImg(a), QStringLiteral("3"));
     images.rows.assign({{QStringLiteral("4"), {a}, false}});
     QCOMPARE(images.GetImg(b), QString());
     QCOMPARE(images.GetImg(a), QStringLiteral("4"));
@@ -177,6 +146,30 @@ void TestImageCatalogue::manyImagesAreQuick()
     QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(images.rows.sub(1999, 2), QStringLiteral("Y"));
     QCOMPARE(images.rows.sub(2000, 2), QString());
+}
+
+void TestImageCatalogue::fonts()
+{
+    const TestFiles files;
+    const QString path = files.write(
+        QStringLiteral("font.xml"),
+        "<fonts><font "
+        "a=\"b\"><name>h</name></font><font>\r\n<name>font_prog</name><file>a.ttf</file><size> 18 </size>"
+        "<style>bold</style></font><FONT><NAME>g</NAME><size>1</size><style></style></FONT>"
+        "<font></font><font><name>i</font>");
+    ListRows lvFont(QStringList(5));
+    lvFont.add(QStringLiteral("old"), {QStringLiteral("Font_prog"), {}, QStringLiteral("10")});
+    QCOMPARE(defaultFontSize(lvFont), QString());
+    LoadFontList(lvFont, path);
+    QString rows;
+    for (const ListRows::Row &row : lvFont.rows())
+        rows += row.text + u'|' + row.subItems.join(u'|') + u'\n';
+    QCOMPARE(rows,
+             QStringLiteral("|font_prog|a.ttf| 18 |bold\n|||1|normal\n||||normal\n|i</font>|||normal\n"));
+    lvFont.add({}, {QStringLiteral("font_prog"), {}, QStringLiteral("30")});
+    QCOMPARE(defaultFontSize(lvFont), QStringLiteral(" 18 "));
+    LoadFontList(lvFont, files.path(QStringLiteral("none.xml")));
+    QVERIFY(lvFont.isEmpty());
 }
 
 QTEST_APPLESS_MAIN(TestImageCatalogue)

@@ -134,17 +134,4 @@ inline QString randomText(QRandomGenerator &random, const QStringList &tokens, i
     return text;
 }
 
-// Control characters made visible, for the report of a difference.
-inline QString shown(const QString &text)
-{
-    QString result;
-    for (const QChar unit : text) {
-        if (unit.unicode() < 32 || unit.unicode() > 126)
-            result += QStringLiteral("\\u%1").arg(int(unit.unicode()), 4, 16, QLatin1Char('0'));
-        else
-            result += unit;
-    }
-    return result;
-}
-
 } // namespace twins

@@ -7,10 +7,18 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include <initializer_list>
+
 // A folder of files for one test case; gone with it.
 class TestFiles
 {
 public:
+    explicit TestFiles(std::initializer_list<const char *> names = {})
+    {
+        for (const char *name : names)
+            write(QLatin1String(name));
+    }
+
     QString folder() const { return m_folder.path(); }
     QString path(const QString &name) const { return m_folder.filePath(name); }
 

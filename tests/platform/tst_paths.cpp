@@ -1,9 +1,10 @@
+#include "TextTable.h"
 #include "platform/FileList.h"
 #include "platform/Paths.h"
+#include "platform/PictureUrls.h"
 #include "platform/TestFiles.h"
 
 #include <QAbstractItemModelTester>
-#include <QTest>
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
@@ -16,194 +17,149 @@ class TestPaths : public QObject
     Q_OBJECT
 
 private slots:
-    void join_data();
-    void join();
-    void themeFolder_data();
-    void themeFolder();
-    void find_data();
-    void find();
-    void findPrefersTheExactName();
-    void findGivesRegularFilesOnly();
-    void below();
-    void lists();
-    void listsAreFresh();
-};
+    void joinsAndTells()
+    {
+        const auto joined = [](QStringView folder, QStringView name) {
+            return QDir::fromNativeSeparators(joinPath(withOwnSeparators(folder), withOwnSeparators(name)));
+        };
+        QCOMPARE(joined(u"/a/b\\/", u"/c"), QStringLiteral("/a/b/c"));
+        QCOMPARE(joined(u"/", u"c"), QStringLiteral("/c"));
+        QCOMPARE(joined(u"", u"c"), QStringLiteral("c"));
+        QCOMPARE(joined(u"/a", u""), QStringLiteral("/a/"));
+        QVERIFY(isThemeFolder(withOwnSeparators(u"/a/theme")));
+        for (const char *path : {"/a/Theme", "/a/mytheme", "/theme/a", "/a/theme/", "theme"})
+            QVERIFY2(!isThemeFolder(withOwnSeparators(QString::fromLatin1(path))), path);
+    }
 
-void TestPaths::join_data()
-{
-    QTest::addColumn<QString>("folder");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("path");
-    QTest::newRow("plain") << "/a/b"
-                           << "c"
-                           << "/a/b/c";
-    QTest::newRow("separator on both sides") << "/a/b//"
-                                             << "/c"
-                                             << "/a/b/c";
-    QTest::newRow("root") << "/"
-                          << "c"
-                          << "/c";
-    QTest::newRow("no folder") << ""
-                               << "c"
-                               << "c";
-    QTest::newRow("no name") << "/a"
-                             << ""
-                             << "/a/";
-}
+    void finds_data()
+    {
+        textTable({"asked", "found"},
+                  {{u"exact", u"Images/Logo.PNG", u"Images/Logo.PNG"},
+                   {u"foreign separators", u"Images\\Logo.PNG", u"Images/Logo.PNG"},
+                   {u"folder in other letters", u"IMAGES\\sub/..\\LOGO.png", u"Images/Sub/../Logo.PNG"},
+                   {u"beginning with dots", u"images//.SUB///.HIDDEN", u"Images/.sub/.hidden"},
+                   {u"missing", u"Images/none.png"},
+                   {u"missing folder", u"none/Logo.PNG"},
+                   {u"folder is no file", u"images/sub"},
+                   {u"file is no folder", u"Images/Logo.PNG/a"},
+                   {u"separator at the end", u"Images/Logo.PNG/"},
+                   {u"nul", QString(QStringLiteral("Images/Logo.PNG") + QChar())},
+                   {u"endless", QStringLiteral("a/").repeated(50000)}});
+    }
 
-void TestPaths::join()
-{
-    QFETCH(QString, folder);
-    QFETCH(QString, name);
-    QFETCH(QString, path);
-    QCOMPARE(joinPath(withOwnSeparators(folder), withOwnSeparators(name)), withOwnSeparators(path));
-}
+    void finds()
+    {
+        const TestFiles files({"Images/Logo.PNG", "Images/.sub/.hidden", "Images/Sub/a.xml"});
+        QFETCH(QString, asked);
+        QFETCH(QString, found);
+        QCOMPARE(findFile(files.path(asked)), found.isEmpty() ? QString() : files.path(found));
+        // The same below the current folder, where no root helps.
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(files.folder()));
+        const QString relative = findFile(asked);
+        QDir::setCurrent(before);
+        QCOMPARE(QDir::cleanPath(relative), QDir::cleanPath(found));
+    }
 
-void TestPaths::themeFolder_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<bool>("is");
-    QTest::newRow("theme") << "/a/theme" << true;
-    QTest::newRow("capital") << "/a/Theme" << false;
-    QTest::newRow("end of a longer name") << "/a/mytheme" << false;
-    QTest::newRow("earlier in the path") << "/theme/a" << false;
-    QTest::newRow("separator behind") << "/a/theme/" << false;
-    QTest::newRow("name alone") << "theme" << false;
-}
-
-void TestPaths::themeFolder()
-{
-    QFETCH(QString, path);
-    QTEST(isThemeFolder(withOwnSeparators(path)), "is");
-}
-
-void TestPaths::find_data()
-{
-    QTest::addColumn<QString>("asked");
-    QTest::addColumn<QString>("found");
-    QTest::newRow("exact") << "Images/Logo.PNG"
-                           << "Images/Logo.PNG";
-    QTest::newRow("foreign separators") << "Images\\Logo.PNG"
-                                        << "Images/Logo.PNG";
-    QTest::newRow("file in other case") << "Images/logo.png"
-                                        << "Images/Logo.PNG";
-    QTest::newRow("folder in other case") << "IMAGES\\sub/..\\LOGO.png"
-                                          << "Images/Sub/../Logo.PNG";
-    QTest::newRow("dot file") << "images/.HIDDEN"
-                              << "Images/.hidden";
-    QTest::newRow("several separators") << "images//sub///a.xml"
-                                        << "Images/Sub/a.xml";
-    QTest::newRow("missing") << "Images/none.png"
-                             << "";
-    QTest::newRow("missing folder") << "none/Logo.PNG"
-                                    << "";
-    QTest::newRow("folder is no file") << "images/sub"
-                                       << "";
-    QTest::newRow("file is no folder") << "Images/Logo.PNG/a"
-                                       << "";
-    QTest::newRow("separator at the end") << "Images/Logo.PNG/"
-                                          << "";
-    QTest::newRow("nul") << QStringLiteral("Images/Logo.PNG") + QChar(QChar::Null) << "";
-    QTest::newRow("endless") << QStringLiteral("a/").repeated(50000) << "";
-}
-
-void TestPaths::find()
-{
-    const TestFiles files;
-    files.write(QStringLiteral("Images/Logo.PNG"));
-    files.write(QStringLiteral("Images/.hidden"));
-    files.write(QStringLiteral("Images/Sub/a.xml"));
-    QFETCH(QString, asked);
-    QFETCH(QString, found);
-    const QString expected = found.isEmpty() ? QString() : files.path(found);
-    const QString actual = findFile(files.folder() + u'/' + asked);
-    QCOMPARE(actual, expected);
-    // The same below the current folder, where no root helps.
-    const QString before = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(files.folder()));
-    const QString relative = findFile(asked);
-    QDir::setCurrent(before);
-    QCOMPARE(QDir::cleanPath(relative), QDir::cleanPath(found));
-}
-
-void TestPaths::findPrefersTheExactName()
-{
-    const TestFiles files;
-    files.write(QStringLiteral("A.xml"));
-    files.write(QStringLiteral("a.xml"));
-    if (QDir(files.folder()).entryList(QDir::Files).size() < 2)
-        QSKIP("this file system takes both names for one");
-    QCOMPARE(findFile(files.path(QStringLiteral("a.xml"))), files.path(QStringLiteral("a.xml")));
-    QCOMPARE(findFile(files.path(QStringLiteral("A.xml"))), files.path(QStringLiteral("A.xml")));
-    FileNames names;
-    QVERIFY(!names.contains(files.folder(), QStringLiteral("A.XML")));
-}
-
-void TestPaths::findGivesRegularFilesOnly()
-{
+    void findsTheExactNameAndRegularFilesOnly()
+    {
+        const TestFiles files;
+        const QString pipe = files.path(QStringLiteral("pipe.xml"));
 #ifdef Q_OS_UNIX
-    const TestFiles files;
-    const QString pipe = files.path(QStringLiteral("pipe.xml"));
-    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    QCOMPARE(findFile(pipe), QString());
-    QCOMPARE(findFile(QStringLiteral("/dev/zero")), QString());
-    QCOMPARE(filesOf(files.folder()), QStringList());
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
 #endif
-}
+        QCOMPARE(findFile(pipe) + findFile(QStringLiteral("/dev/zero")), QString());
+        const QString large = files.write(QStringLiteral("A.xml")),
+                      small = files.write(QStringLiteral("a.xml"));
+        if (filesOf(files.folder()).size() < 2)
+            QSKIP("this file system takes both names for one");
+        QCOMPARE(filesOf(files.folder()).join(u' '), QStringLiteral("A.xml a.xml"));
+        QCOMPARE(findFile(small) + findFile(large), QString(small + large));
+        QVERIFY(!FileNames().contains(files.folder(), QStringLiteral("A.XML")));
+    }
 
-void TestPaths::below()
-{
-    const TestFiles files;
-    const QString inner = files.write(QStringLiteral("theme/images/a.png"));
-    const QString beside = files.write(QStringLiteral("theme2/a.png"));
-    const QString theme = files.path(QStringLiteral("theme"));
-    QVERIFY(liesBelow(inner, theme));
-    QVERIFY(liesBelow(inner, theme + u'/'));
-    QVERIFY(liesBelow(inner, QStringLiteral("/")));
-    QVERIFY(!liesBelow(beside, theme));
-    QVERIFY(!liesBelow(theme, theme));
-    QVERIFY(!liesBelow(theme + QStringLiteral("/../theme2/a.png"), theme));
-    QVERIFY(!liesBelow(theme + QStringLiteral("/none.png"), theme));
-    QVERIFY(!liesBelow(inner, files.path(QStringLiteral("none"))));
-    const QString link = files.path(QStringLiteral("theme/link.png"));
-    QVERIFY(QFile::link(beside, link));
-    QVERIFY(!liesBelow(link, theme));
-}
+    void lists()
+    {
+        const TestFiles files({"b.xml", "A.xml", "C.xml", ".dot", "sub/inner.xml"});
+        const QString expected = QStringLiteral(".dot A.xml b.xml C.xml");
+        QCOMPARE(filesOf(files.folder()).join(u' '), expected);
+        QCOMPARE(filesOf(files.path(QStringLiteral("none"))) + filesOf({}), QStringList());
+        FileNames names;
+        QVERIFY(names.contains(files.folder(), QStringLiteral("A.xml")));
+        QVERIFY(!names.contains(files.folder(), QStringLiteral("a.xml")));
+        QVERIFY(!names.contains(files.folder(), QStringLiteral("sub")));
+        // The folder may be written in other letters, the file's name may not.
+        QVERIFY(names.contains(files.path(QStringLiteral("SUB/")), QStringLiteral("inner.xml")));
 
-void TestPaths::lists()
-{
-    const TestFiles files;
-    for (const char *name : {"b.xml", "A.xml", "C.xml", ".dot", "sub/inner.xml"})
-        files.write(QLatin1String(name));
-    const QStringList expected = {QStringLiteral(".dot"), QStringLiteral("A.xml"), QStringLiteral("b.xml"),
-                                  QStringLiteral("C.xml")};
-    QCOMPARE(filesOf(files.folder()), expected);
-    QCOMPARE(filesOf(files.folder() + u'/'), expected);
-    QCOMPARE(filesOf(files.path(QStringLiteral("none"))), QStringList());
-    QCOMPARE(filesOf({}), QStringList());
-    FileNames names;
-    QVERIFY(names.contains(files.folder(), QStringLiteral("A.xml")));
-    QVERIFY(!names.contains(files.folder(), QStringLiteral("a.xml")));
-    QVERIFY(!names.contains(files.folder(), QStringLiteral("sub")));
-    // The folder may be written in other letters, the file's name may not.
-    QVERIFY(names.contains(files.path(QStringLiteral("SUB/")), QStringLiteral("inner.xml")));
-}
+        FileList list;
+        const QAbstractItemModelTester tester(&list, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QCOMPARE(list.rowCount(), 0);
+        list.setPath(files.folder() + u'/');
+        QCOMPARE(list.files().join(u' '), expected);
+        files.write(QStringLiteral("d.xml"));
+        QCOMPARE(list.rowCount(), 4);
+        list.refresh();
+        QCOMPARE(list.index(4).data().toString(), QStringLiteral("d.xml"));
+    }
 
-void TestPaths::listsAreFresh()
-{
-    const TestFiles files;
-    files.write(QStringLiteral("a.xml"));
-    FileList list;
-    const QAbstractItemModelTester tester(&list, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    QCOMPARE(list.rowCount(), 0);
-    list.setPath(files.folder());
-    QCOMPARE(list.rowCount(), 1);
-    files.write(QStringLiteral("b.xml"));
-    QCOMPARE(list.rowCount(), 1);
-    list.refresh();
-    QCOMPARE(list.rowCount(), 2);
-    QCOMPARE(list.index(1).data().toString(), QStringLiteral("b.xml"));
-}
+    void makesPictureUrls()
+    {
+        QCOMPARE(withPictureUrls(QStringLiteral("a url('/t/a b%20#?&\"<;\\c.png') b URL('/it's (1).png')c")),
+                 QStringLiteral("a url('quillmere:/t/a%20b%2520%23%3F%26%22%3C%3B/c.png') b "
+                                "URL('quillmere:/it%27s%20%281%29.png')c"));
+        QCOMPARE(
+            withPictureUrls(
+                QStringLiteral("url('') url('C:\\\u0436.png') url(a) url(\"b\") url( 'c') url('d")),
+            QStringLiteral("url('') url('quillmere:/C%3A/%D0%B6.png') url(a) url(\"b\") url( 'c') url('d"));
+        // As it comes back from the browser.
+        const QString path = withOwnSeparators(u"//s/a'b\"(c)[d]{e}&;=+@:!$,~*%41%2f#?./../\u0436.png");
+        QCOMPARE(picturePath(QUrl::fromEncoded(pictureUrl(path).toEncoded())), path);
+    }
+
+    void admits_data()
+    {
+        textTable({"asked", "admitted"}, // below the folder; empty for none
+                  {{u"picture in other letters", u"theme/Images/A B%23.PNG", u"theme/images/a b%23.png"},
+                   {u"suffix in capitals", u"theme/logo.JPG", u"theme/logo.JPG"},
+                   {u"back into the theme", u"theme2/../theme/logo.JPG", u"theme/logo.JPG"},
+                   {u"link that stays", u"theme/stays.png", u"theme/logo.JPG"},
+                   {u"out of the theme", u"theme/../theme2/a.png"},
+                   {u"beside the theme", u"theme2/a.png"},
+                   {u"link that leaves", u"theme/leaves.png"},
+                   {u"folder that leaves", u"theme/other/a.png"},
+                   {u"link to a text", u"theme/text.png"},
+                   {u"link to nothing", u"theme/nothing.png"},
+                   {u"text", u"theme/theme.xml"},
+                   {u"no suffix", u"theme/png"},
+                   {u"folder", u"theme/folder.png"},
+                   {u"the theme itself", u"theme"}});
+    }
+
+    void admits()
+    {
+        const TestFiles files({"theme/images/a b%23.png", "theme/logo.JPG", "theme/theme.xml", "theme/png",
+                               "theme/folder.png/inner.xml", "theme2/a.png"});
+        for (const auto &[target, name] : {std::pair{"theme/logo.JPG", "theme/stays.png"},
+                                           {"theme2/a.png", "theme/leaves.png"},
+                                           {"theme2", "theme/other"},
+                                           {"theme/theme.xml", "theme/text.png"},
+                                           {"theme/none.png", "theme/nothing.png"},
+                                           {"theme", "linked"}})
+            QVERIFY(QFile::link(files.path(QLatin1String(target)), files.path(QLatin1String(name))));
+        QFETCH(QString, asked);
+        QFETCH(QString, admitted);
+        if (!admitted.isEmpty())
+            admitted = QFileInfo(files.path(admitted)).canonicalFilePath();
+        const QString theme = files.path(QStringLiteral("theme"));
+        QUrl url = pictureUrl(files.path(asked));
+        QCOMPARE(admittedPicture(url, theme), admitted);
+        QCOMPARE(admittedPicture(url, files.path(QStringLiteral("linked/"))), admitted);
+        QVERIFY(admitted.isEmpty() || liesBelow(admitted, QStringLiteral("/")));
+        QCOMPARE(admittedPicture(url, {}), QString());
+        url.setScheme(QStringLiteral("file"));
+        QCOMPARE(admittedPicture(url, theme), QString());
+    }
+};
 
 QTEST_GUILESS_MAIN(TestPaths)
 #include "tst_paths.moc"

@@ -2,12 +2,10 @@
 #include "platform/TestFiles.h"
 #include "platform/TextFile.h"
 
+#include <QDateTime>
 #include <QDirIterator>
-#include <QRegularExpression>
-#include <QScopeGuard>
 #include <QTest>
 
-#include <functional>
 #include <memory>
 
 #ifdef Q_OS_UNIX
@@ -18,257 +16,186 @@
 
 using namespace quillmere;
 
-namespace {
-
-// The message of the RunTimeError, or nothing where all went well.
-QString errorOf(const std::function<void()> &command)
-{
-    try {
-        command();
-    } catch (const RunTimeError &error) {
-        return error.message();
-    }
-    return {};
-}
-
-} // namespace
-
 // Root is stopped by no permission, so most failures are made of folders, pipes and limits.
 class TestSaveFile : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void init();
-    void cleanup();
-    void keepsBytes_data();
-    void keepsBytes();
-    void backsUp();
-    void keepsPermissions();
-    void followsLinks();
-    void findsTheFileThatIsMeant();
-    void fails_data();
-    void fails();
-    void failsOnAFullDisk();
-    void letterThatDoesNotFit();
-    void deletes();
-
 private:
-    QStringList backups() const;
-
-    std::unique_ptr<TestFiles> m_files;
-    std::unique_ptr<TestFiles> m_backup;
-};
-
-void TestSaveFile::init()
-{
-    m_files = std::make_unique<TestFiles>();
-    m_backup = std::make_unique<TestFiles>();
-    setBackupFolder(m_backup->folder());
-}
-
-void TestSaveFile::cleanup()
-{
-    setBackupFolder({});
-    setCodePageRule(CodePageRule::Automatic);
-}
-
-QStringList TestSaveFile::backups() const
-{
-    QStringList found;
-    QDirIterator it(m_backup->folder(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext())
-        found.append(it.next());
-    found.sort();
-    return found;
-}
-
-void TestSaveFile::keepsBytes_data()
-{
-    QTest::addColumn<QByteArray>("old");
-    QTest::addColumn<QByteArray>("added");
-    QTest::newRow("ascii") << QByteArray("a\r\n") << QByteArray("\xE9");
-    QTest::newRow("one byte") << QByteArray("\xFF\x81\n") << QByteArray("\xE9");
-    QTest::newRow("utf-8") << QByteArray("\xC3\xBC") << QByteArray("\xC3\xA9");
-    QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF") << QByteArray("\xC3\xA9");
-    QTest::newRow("nul") << QByteArray("a\0\n", 3) << QByteArray("\xE9");
-    QTest::newRow("empty") << QByteArray() << QByteArray("\xE9");
-}
-
-void TestSaveFile::keepsBytes()
-{
-    QFETCH(QByteArray, old);
-    QFETCH(QByteArray, added);
-    const QString path = m_files->write(QStringLiteral("a.xml"), old);
-    SaveFile(path, LoadFile(path));
-    QCOMPARE(m_files->read(QStringLiteral("a.xml")), old);
-    SaveFile(path, LoadFile(path) + QChar(0xE9));
-    QCOMPARE(m_files->read(QStringLiteral("a.xml")), old + added);
-}
-
-void TestSaveFile::backsUp()
-{
-    const QString path = m_files->write(QStringLiteral("a.xml"), "0");
-    // Faster than the clock of the names: each copy has to get a name of its own.
-    for (int i = 1; i <= 20; ++i)
-        SaveFile(path, QString::number(i));
-    const QStringList copies = backups();
-    QCOMPARE(copies.size(), 20);
-    for (int i = 0; i < 20; ++i) {
-        QFile copy(copies.at(i));
-        QVERIFY(copy.open(QIODevice::ReadOnly));
-        QCOMPARE(copy.readAll(), QByteArray::number(i));
-        QVERIFY(QRegularExpression(QStringLiteral("/a\\.xml\\.\\d{8}-\\d{6}-\\d{3}$"))
-                    .match(copies.at(i))
-                    .hasMatch());
+    QStringList backups() const
+    {
+        QStringList found;
+        QDirIterator it(m_backup->folder(), QDir::Files, QDirIterator::Subdirectories);
+        while (it.hasNext())
+            found.append(it.next());
+        found.sort();
+        return found;
     }
-    QCOMPARE(m_files->read(QStringLiteral("a.xml")), QByteArray("20"));
-    SaveFile(m_files->path(QStringLiteral("new.xml")), QStringLiteral("n"));
-    QCOMPARE(backups().size(), 20);
-    QCOMPARE(QDir(m_files->folder()).entryList(QDir::Files | QDir::Hidden).size(), 2);
-    SaveFile(m_files->write(QStringLiteral("sub/a.xml"), "s"), QStringLiteral("x"));
-    QVERIFY(QFileInfo(backups().constLast()).path() != QFileInfo(copies.at(0)).path());
-}
 
-void TestSaveFile::keepsPermissions()
-{
-    const QString path = m_files->write(QStringLiteral("a.xml"), "old");
-    const auto mine = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
-    for (const auto permissions : {mine, mine | QFile::ExeOwner | QFile::ExeUser | QFile::ReadGroup}) {
-        QVERIFY(QFile::setPermissions(path, permissions));
-        const auto before = QFile::permissions(path);
-        SaveFile(path, QStringLiteral("new"));
-        QCOMPARE(QFile::permissions(path), before);
+    QString entries() const
+    {
+        const auto all = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
+        return QDir(m_files->folder()).entryList(all, QDir::Name | QDir::IgnoreCase).join(u' ');
     }
-}
 
-void TestSaveFile::followsLinks()
-{
-    const QString target = m_files->write(QStringLiteral("real/a.xml"), "\xC3\xA9");
-    const QString link = m_files->path(QStringLiteral("link.xml"));
-    QVERIFY(QFile::link(target, link));
-    SaveFile(link, QStringLiteral("\u00FC"));
-    QVERIFY(QFileInfo(link).isSymLink());
-    QCOMPARE(m_files->read(QStringLiteral("real/a.xml")), QByteArray("\xC3\xBC"));
-    QCOMPARE(backups().size(), 1);
+    // The command fails in the step, says so, and leaves the file and what is around it as it was.
+    template <typename Command>
+    void refuses(const char *step, const QString &name, Command command) const
+    {
+        const QString before = entries();
+        const QByteArray old = m_files->read(name);
+        QString message;
+        try {
+            command(name.isEmpty() ? name : m_files->path(name));
+        } catch (const RunTimeError &error) {
+            message = error.message();
+        }
+        const QString start = QStringLiteral("Cannot %1 \"").arg(QLatin1String(step));
+        QVERIFY2(message.startsWith(start) && message.contains(QFileInfo(name).fileName()),
+                 qPrintable(message));
+        QCOMPARE(m_files->read(name), old);
+        QCOMPARE(entries(), before);
+    }
 
-    QVERIFY(QFile::remove(target));
-    SaveFile(link, QStringLiteral("again"));
-    QVERIFY(QFileInfo(link).isSymLink());
-    QCOMPARE(m_files->read(QStringLiteral("real/a.xml")), QByteArray("again"));
-}
+    std::unique_ptr<TestFiles> m_files, m_backup;
+    QString m_path; // of a.xml, which holds "old"
 
-void TestSaveFile::findsTheFileThatIsMeant()
-{
-    m_files->write(QStringLiteral("Sub/A.xml"), "old");
-    SaveFile(m_files->folder() + QStringLiteral("\\sub\\a.xml"), QStringLiteral("new"));
-    QCOMPARE(m_files->read(QStringLiteral("Sub/A.xml")), QByteArray("new"));
-    SaveFile(m_files->folder() + QStringLiteral("\\sub\\b.xml"), QStringLiteral("second"));
-    QCOMPARE(m_files->read(QStringLiteral("Sub/b.xml")), QByteArray("second"));
-    QCOMPARE(QDir(m_files->folder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
-}
+private slots:
+    void init()
+    {
+        m_files = std::make_unique<TestFiles>();
+        m_backup = std::make_unique<TestFiles>();
+        m_path = m_files->write(QStringLiteral("a.xml"), "old");
+        setBackupFolder(m_backup->folder());
+    }
 
-void TestSaveFile::fails_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("step");
-    QTest::addColumn<bool>("asRoot");
-    QTest::newRow("folder is gone") << "gone/a.xml"
-                                    << "open" << true;
-    QTest::newRow("target is a folder") << "folder"
-                                        << "open" << true;
-    QTest::newRow("folder is a file") << "a.xml/b.xml"
-                                      << "open" << true;
-    QTest::newRow("target is a pipe") << "pipe"
-                                      << "open" << true;
-    QTest::newRow("no place for the backup") << "a.xml"
-                                             << "back up" << true;
-    QTest::newRow("no name") << ""
-                             << "open" << true;
-    QTest::newRow("read-only file") << "fixed.xml"
-                                    << "open" << false;
-    QTest::newRow("read-only folder") << "locked/a.xml"
-                                      << "open" << false;
-}
+    void cleanup()
+    {
+        setBackupFolder({});
+        setCodePageRule(CodePageRule::Automatic);
+    }
 
-void TestSaveFile::fails()
-{
-    QFETCH(QString, path);
-    QFETCH(QString, step);
-    QFETCH(bool, asRoot);
-    m_files->write(QStringLiteral("a.xml"), "old");
-    m_files->write(QStringLiteral("folder/b.xml"), "b");
-    QFile::setPermissions(m_files->write(QStringLiteral("fixed.xml"), "old"), QFile::ReadOwner);
-    m_files->write(QStringLiteral("locked/a.xml"), "old");
-    const QString locked = m_files->path(QStringLiteral("locked"));
-    QFile::setPermissions(locked, QFile::ReadOwner | QFile::ExeOwner);
-    const auto unlock = qScopeGuard(
-        [&] { QFile::setPermissions(locked, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner); });
-    if (!asRoot && QFileInfo(locked).isWritable())
-        QSKIP("no permission stops this user");
+    void keepsBytes()
+    {
+        for (const QByteArray &old : {QByteArray("a\r\n"), QByteArray("\xFF\x81\n"), QByteArray("\xC3\xBC"),
+                                      QByteArray("\xEF\xBB\xBF"), QByteArray("a\0\n", 3), QByteArray()}) {
+            m_files->write(QStringLiteral("a.xml"), old);
+            SaveFile(m_path, LoadFile(m_path));
+            QCOMPARE(m_files->read(QStringLiteral("a.xml")), old);
+            SaveFile(m_path, LoadFile(m_path) + QChar(0xE9));
+            QCOMPARE(m_files->read(QStringLiteral("a.xml")),
+                     old + (old.contains('\xC3') || old.contains('\xEF') ? "\xC3\xA9" : "\xE9"));
+        }
+    }
+
+    void backsUp()
+    {
+        // Faster than the clock of the names: each copy has to get a name of its own.
+        for (int i = 1; i <= 20; ++i)
+            SaveFile(m_path, QString::number(i));
+        const QStringList copies = backups();
+        QCOMPARE(copies.size(), 20);
+        for (int i = 0; i < 20; ++i) {
+            QFile copy(copies.at(i));
+            QVERIFY(copy.open(QIODevice::ReadOnly));
+            QCOMPARE(copy.readAll(), i == 0 ? QByteArray("old") : QByteArray::number(i));
+            const QString time = copies.at(i).section(QStringLiteral("/a.xml."), -1);
+            QVERIFY2(QDateTime::fromString(time, u"yyyyMMdd-hhmmss-zzz").isValid(), qPrintable(time));
+        }
+        QCOMPARE(m_files->read(QStringLiteral("a.xml")), QByteArray("20"));
+        SaveFile(m_files->path(QStringLiteral("new.xml")), QStringLiteral("n"));
+        QCOMPARE(backups().size(), 20);
+        QCOMPARE(entries(), QStringLiteral("a.xml new.xml"));
+        SaveFile(m_files->write(QStringLiteral("sub/a.xml"), "s"), QStringLiteral("x"));
+        QVERIFY(QFileInfo(backups().constLast()).path() != QFileInfo(copies.at(0)).path());
+    }
+
+    void followsLinksAndKeepsPermissions()
+    {
+        const QString link = m_files->path(QStringLiteral("link.xml"));
+        QVERIFY(QFile::link(m_path, link));
+        for (const auto permission : {QFile::ExeUser, QFile::ReadGroup, QFile::ReadUser}) {
+            QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | permission));
+            const auto kept = QFile::permissions(m_path);
+            SaveFile(link, QStringLiteral("new"));
+            QVERIFY(QFileInfo(link).isSymLink());
+            QCOMPARE(m_files->read(QStringLiteral("a.xml")), QByteArray("new"));
+            QCOMPARE(QFile::permissions(m_path), kept);
+        }
+        QCOMPARE(backups().size(), 3);
+        QVERIFY(QFile::remove(m_path));
+        SaveFile(link, QStringLiteral("again"));
+        QVERIFY(QFileInfo(link).isSymLink());
+        QCOMPARE(m_files->read(QStringLiteral("a.xml")), QByteArray("again"));
+    }
+
+    void findsTheFileThatIsMeant()
+    {
+        m_files->write(QStringLiteral("Sub/A.xml"), "old");
+        SaveFile(m_files->folder() + QStringLiteral("\\sub\\a.xml"), QStringLiteral("new"));
+        QCOMPARE(m_files->read(QStringLiteral("Sub/A.xml")), QByteArray("new"));
+        SaveFile(m_files->folder() + QStringLiteral("\\sub\\b.xml"), QStringLiteral("second"));
+        QCOMPARE(m_files->read(QStringLiteral("Sub/b.xml")), QByteArray("second"));
+        QCOMPARE(entries(), QStringLiteral("a.xml Sub"));
+    }
+
+    void refusesToSave()
+    {
+        const auto save = [](const QString &path) { SaveFile(path, QStringLiteral("new")); };
+        m_files->write(QStringLiteral("folder/b.xml"), "b");
 #ifdef Q_OS_UNIX
-    QCOMPARE(mkfifo(QFile::encodeName(m_files->path(QStringLiteral("pipe"))).constData(), 0600), 0);
+        QCOMPARE(mkfifo(QFile::encodeName(m_files->path(QStringLiteral("pipe"))).constData(), 0600), 0);
 #endif
-    if (step == u"back up")
+        for (const char *name : {"gone/a.xml", "folder", "a.xml/b.xml", "pipe", ""})
+            refuses("open", QLatin1String(name), save);
+        // A letter that does not fit, and no place for the copy of the old file.
+        setCodePageRule(CodePageRule::Windows1252);
+        refuses("write", QStringLiteral("a.xml"),
+                [](const QString &path) { SaveFile(path, QStringLiteral("\u0416")); });
+        QCOMPARE(backups(), QStringList());
         setBackupFolder(m_backup->write(QStringLiteral("file")));
-    const auto entries = [this] {
-        return QDir(m_files->folder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
-    };
-    const QStringList before = entries();
-    const QByteArray old = m_files->read(path);
-    const QString target = path.isEmpty() ? path : m_files->path(path);
-    const QString message = errorOf([&] { SaveFile(target, QStringLiteral("new")); });
-    QVERIFY2(message.startsWith(QStringLiteral("Cannot %1 \"").arg(step)), qPrintable(message));
-    QVERIFY2(message.contains(QFileInfo(path).fileName()), qPrintable(message));
-    QCOMPARE(m_files->read(path), old);
-    QCOMPARE(entries(), before);
-}
+        refuses("back up", QStringLiteral("a.xml"), save);
+        refuses("back up", QStringLiteral("a.xml"), DeleteFile);
+        setBackupFolder(m_backup->folder());
 
-void TestSaveFile::failsOnAFullDisk()
-{
+        const QString folder = m_files->path(QStringLiteral("folder"));
+        QFile::setPermissions(m_path, QFile::ReadOwner);
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
+        if (!QFileInfo(folder).isWritable()) {
+            refuses("open", QStringLiteral("a.xml"), save);
+            refuses("open", QStringLiteral("folder/b.xml"), save);
+        }
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    void refusesOnAFullDisk()
+    {
 #ifdef Q_OS_UNIX
-    const QString path = m_files->write(QStringLiteral("a.xml"), "old");
-    // A limit on the size of a file fails in the middle of the writing, as a full disk does.
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{4096, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    const QString message = errorOf([&] { SaveFile(path, QStringLiteral("new").repeated(100000)); });
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, oldHandler);
-    QVERIFY2(message.startsWith(QStringLiteral("Cannot write \"")), qPrintable(message));
-    QCOMPARE(m_files->read(QStringLiteral("a.xml")), QByteArray("old"));
-    QCOMPARE(QDir(m_files->folder()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+        // A limit on the size of a file fails in the middle of the writing, as a full disk does: at once, or
+        // not before what is left in memory goes out.
+        rlimit before{};
+        getrlimit(RLIMIT_FSIZE, &before);
+        const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit small{4096, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+        for (const int size : {5000, 300000})
+            refuses("write", QStringLiteral("a.xml"),
+                    [size](const QString &path) { SaveFile(path, QString(size, u'n')); });
+        setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, oldHandler);
 #endif
-}
+    }
 
-void TestSaveFile::letterThatDoesNotFit()
-{
-    const QString path = m_files->write(QStringLiteral("a.xml"), "old");
-    setCodePageRule(CodePageRule::Windows1252);
-    const QString message = errorOf([&] { SaveFile(path, QStringLiteral("a\n\u0416")); });
-    QVERIFY2(message.contains(u"a.xml") && message.contains(u"line 2"), qPrintable(message));
-    QCOMPARE(m_files->read(QStringLiteral("a.xml")), QByteArray("old"));
-    QCOMPARE(backups(), QStringList());
-}
-
-void TestSaveFile::deletes()
-{
-    const QString path = m_files->write(QStringLiteral("a.xml"), "old");
-    DeleteFile(path);
-    QVERIFY(!QFileInfo::exists(path));
-    QCOMPARE(backups().size(), 1);
-
-    const QString other = m_files->write(QStringLiteral("B.xml"), "kept");
-    if (!QFileInfo::exists(m_files->path(QStringLiteral("b.xml"))))
-        QVERIFY(!errorOf([&] { DeleteFile(m_files->path(QStringLiteral("b.xml"))); }).isEmpty());
-    QVERIFY(!errorOf([&] { DeleteFile(m_files->folder()); }).isEmpty());
-    setBackupFolder(m_backup->write(QStringLiteral("file")));
-    const QString message = errorOf([&] { DeleteFile(other); });
-    QVERIFY2(message.startsWith(QStringLiteral("Cannot back up \"")), qPrintable(message));
-    QCOMPARE(m_files->read(QStringLiteral("B.xml")), QByteArray("kept"));
-}
+    void deletes()
+    {
+        refuses("back up", QStringLiteral("A.XML"), DeleteFile);
+        refuses("back up", {}, DeleteFile);
+        QCOMPARE(backups(), QStringList());
+        DeleteFile(m_path);
+        QCOMPARE(entries(), QString());
+        QCOMPARE(backups().size(), 1);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestSaveFile)
 #include "tst_savefile.moc"

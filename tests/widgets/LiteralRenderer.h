@@ -10,11 +10,9 @@ namespace twins {
 class LiteralRenderer
 {
     using S = QStringView;
-    QString name, state, style, string, rect;
-    QString x, y, w, h;
+    QString name, style, string, rect, x, y, w, h;
     QStringList back{{}, {}, {}}, fore{{}, {}, {}};
-    QString defaultSize, defaultStyle;
-    QString css, body;
+    QString defaultSize, defaultStyle, css, body;
 
     static bool found(const QString &block, S marker) { return block.contains(marker, Qt::CaseInsensitive); }
     static QString between(const QString &block, S opening, S closing)
@@ -32,15 +30,6 @@ public:
     QString render(QString text, const quillmere::ImageLookup &GetImg, const quillmere::ListRows &lvFont,
                    QList<quillmere::ListRows::Row> &rows)
     {
-        static constexpr const char16_t *tails[8][2] = {
-            {u"t", u"') repeat-x left bottom;position:absolute;z-index:6;left:"},
-            {u"b", u"') repeat-x left bottom;position:absolute;z-index:7;left:"},
-            {u"l", u"') repeat-y left top;position:absolute;z-index:8;left:"},
-            {u"r", u"') repeat-y right top;position:absolute;z-index:9;left:"},
-            {u"lt", u"') top left no-repeat;position:absolute;z-index:10;left:"},
-            {u"rt", u"') no-repeat right top;position:absolute;z-index:11;left:"},
-            {u"lb", u"') no-repeat left bottom;position:absolute;z-index:12;left:"},
-            {u"rb", u"') no-repeat right bottom;position:absolute;z-index:13;left:"}};
         replaceAll(text, u"<children>", u"");
         replaceAll(text, u"</children>", u"");
         replaceAll(text, u"<signal>", u"<!--");
@@ -52,9 +41,8 @@ public:
             text.split(QStringLiteral("<widget "), Qt::KeepEmptyParts, Qt::CaseInsensitive);
         rows.clear();
         for (QString block : blocks.mid(1)) {
-            QString image, border;
+            QString image;
             name = between(block, u"id=\"", u"\"");
-            state = between(block, u"<state>", u"</state>");
             style = between(block, u"style=\"", u"\"");
             replace(block, u"style=\"" + style + u"\"", QStringLiteral("style=\"default\""));
             string = between(block, u"<string>", u"</string>");
@@ -81,13 +69,11 @@ public:
                     image = GetImg(between(block, u"<img>", u"</img>"));
                     rule(u"background:" + back[0] + u" url('" + image + u"') left top no-repeat;");
                 } else if (found(block, u"<mode>multiple</mode>")) {
-                    for (const auto &[side, tail] : tails) {
+                    // The pictures of the frame are asked for, and the page shows none of them.
+                    for (const char16_t *side : {u"t", u"b", u"l", u"r", u"lt", u"rt", u"lb", u"rb"}) {
                         const QString element = QString(S(side) + u"_img>");
-                        if (!found(block, QString(u'<' + element)))
-                            continue;
-                        image = GetImg(between(block, QString(u'<' + element), QString(u"</" + element)));
-                        border += u"<div style=\"background:transparent url('" + image + S(tail) + x +
-                                  u";top:" + y + u";width:" + w + u";height:" + h + u"\"></div>\r\n";
+                        if (found(block, QString(u'<' + element)))
+                            GetImg(between(block, QString(u'<' + element), QString(u"</" + element)));
                     }
                 }
             }

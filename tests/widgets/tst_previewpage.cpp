@@ -1,11 +1,10 @@
+#include "TextTable.h"
 #include "platform/ListRows.h"
 #include "widgets/PreviewPage.h"
 #include "widgets/SavedText.h"
-
-#include <QTest>
+#include "widgets/WidgetDocument.h"
 
 using namespace quillmere;
-using S = QStringView;
 
 class TestPreviewPage : public QObject
 {
@@ -14,55 +13,41 @@ class TestPreviewPage : public QObject
 private slots:
     void builds_data()
     {
-        QTest::addColumn<QString>(
-            "checked"); // a letter an item in menu order, "-" where not checked; at last Fixed
-        QTest::addColumn<QString>("html");
-        QTest::addColumn<QString>("page");
-        QTest::addColumn<QString>("ticked");
-        const auto row = [](const char *name, S checked, S html, S page, S ticked = u"") {
-            QTest::newRow(name) << checked.toString() << html.toString() << page.toString()
-                                << ticked.toString();
-        };
-        const auto sheet = [](S overflow, S hidden) {
-            return QStringLiteral(
-                       "body{background-color:#fff;}.window{margin:0;}div{font-size:16px;margin:0;padding:0;"
-                       "font-family:arial;}%1div{border:1px solid #000000;}.image{border:1px solid #FF0000;}"
-                       ".text{border:1px solid #0000FF;}.progbar{border:1px solid #106c00;}"
-                       ".window{border:1px solid #c0c0c0;}.button{border:1px solid #710d71;}"
-                       ".boxitem{border:1px solid #152f81;}%2")
-                .arg(overflow, hidden);
-        };
-        row("only overflow", u"O------", u"<!--stye-->",
-            sheet(u"div{overflow:hidden;}",
-                  u".nama{display:none;}.image span{display:none;}.string{display:none;}"
-                  u".posisi{display:none;}.ukuran{display:none;}"));
-        row("everything", u"ONITSP-", u"a<!--Stye-->b</style>",
-            QString(u"a" + sheet(u"div{overflow:hidden;}", u"") + u"b</style>"));
-        row("name and position", u"-N---P-", u"<!--stye-->",
-            sheet(u"", u".image span{display:none;}.string{display:none;}.ukuran{display:none;}"));
-        row("image, string and size; ticked blocks", u"--ITS--", u"<!--stye-->",
-            sheet(u"", u".nama{display:none;}.posisi{display:none;}#b{display:none;}#a c{display:none;}"),
-            u"b,a c");
-        row("fixed", u"-NITSPF", u"#a{}<!--stye--></STYLE></style>",
-            QString(u"#a{}" + sheet(u"", u"") +
-                    u"body{overflow:hidden;}</style>body{overflow:hidden;}</style>"));
-        row("key colours, no marker", u"O-----F", u"#00FF00;#ff00ff #FF00FF00 #00ff0</style>",
-            u"transparent;transparent transparent00 #00ff0body{overflow:hidden;}</style>", u"b");
-        row("key colour as a block's name", u"-NITSP-", u"<!--stye-->",
-            sheet(u"", u"transparent{display:none;}"), u"00ff00");
-        static constexpr S spans =
-            u"1</span><span class=\"ukuran\">2</SPAN><Span class=\"ukuran\">3</span> <span>";
-        row("position and size", u"----SP-", spans,
-            u"1</span> , <span class=\"ukuran\">2</span> , <span class=\"ukuran\">3</span> <span>");
-        row("position alone", u"-----P-", spans, spans);
-        row("size alone", u"----S--", spans, spans);
+        // A letter an item in menu order, "-" where not checked; at last Fixed. "[" and "]" stand for what is
+        // in every style sheet before and behind the rule of Overflow.
+        textTable(
+            {"checked", "html", "page", "ticked"},
+            {{u"only overflow", u"O------", u"<!--stye-->",
+              u"[div{overflow:hidden;}].nama{display:none;}.image span{display:none;}.string{display:none;}"
+              u".posisi{display:none;}.ukuran{display:none;}"},
+             {u"everything", u"ONITSP-", u"a<!--Stye-->b</style>", u"a[div{overflow:hidden;}]b</style>"},
+             {u"name and position", u"-N---P-", u"<!--stye-->",
+              u"[].image span{display:none;}.string{display:none;}.ukuran{display:none;}"},
+             {u"image, string, size", u"--ITS--", u"<!--stye-->",
+              u"[].nama{display:none;}.posisi{display:none;}#b{display:none;}#a c{display:none;}", u"b,a c"},
+             {u"fixed", u"O-----F", u"a</STYLE>", u"abody{overflow:hidden;}</style>"},
+             {u"key colours", u"-NITSP-", u"#00FF00;#ff00ff #FF00FF00 #00ff0<!--stye-->",
+              u"transparent;transparent transparent00 #00ff0[]transparent{display:none;}", u"00ff00"},
+             {u"position and size", u"----SP-", u"</span><span class=`ukuran`>2</SPAN><Span class=`ukuran`>",
+              u"</span> , <span class=`ukuran`>2</span> , <span class=`ukuran`>"},
+             {u"position alone", u"-----P-", u"</span><span class=`ukuran`>",
+              u"</span><span class=`ukuran`>"}});
     }
 
     void builds()
     {
         QFETCH(QString, checked);
         QFETCH(QString, html);
+        QFETCH(QString, page);
         QFETCH(QString, ticked);
+        page.replace(
+            u'[', QStringLiteral("body{background-color:#fff;}.window{margin:0;}div{font-size:16px;margin:0;"
+                                 "padding:0;font-family:arial;}"));
+        page.replace(u']',
+                     QStringLiteral("div{border:1px solid #000000;}.image{border:1px solid #FF0000;}"
+                                    ".text{border:1px solid #0000FF;}.progbar{border:1px solid #106c00;}"
+                                    ".window{border:1px solid #c0c0c0;}.button{border:1px solid #710d71;}"
+                                    ".boxitem{border:1px solid #152f81;}"));
         ListRows lvBlock(QStringList(2), ListRows::Checks::Yes);
         lvBlock.add(QStringLiteral("text"), {QStringLiteral("shown")});
         for (const QString &name : ticked.split(u',', Qt::SkipEmptyParts)) {
@@ -73,65 +58,63 @@ private slots:
         for (size_t item = 0; item < options.shown.size(); ++item)
             options.shown[item] = checked[qsizetype(item)] != u'-';
         options.fixed = checked.back() != u'-';
-        QTEST(BuildPreviewPage(html, options, QStringLiteral("16"), lvBlock), "page");
+        QCOMPARE(BuildPreviewPage(html, options, QStringLiteral("16"), lvBlock), page);
     }
 
-    void sizesOfTheBrowser()
+    void screens()
     {
         // The width of every size leads back to its screen, with the margin or without.
-        for (const bool fixed : {true, false}) {
-            const int margin = fixed ? 0 : 600;
-            const TwipSize small = browserSize(Screen::S1024x576, fixed);
-            const TwipSize large = browserSize(Screen::S1280x720, fixed);
+        for (const int margin : {0, 600}) {
+            const TwipSize small = browserSize(Screen::S1024x576, margin == 0);
+            const TwipSize large = browserSize(Screen::S1280x720, margin == 0);
             QCOMPARE(std::pair(small.width, small.height), std::pair(15360 + margin, 8640 + margin));
             QCOMPARE(std::pair(large.width, large.height), std::pair(19200 + margin, 10800 + margin));
             QCOMPARE(screenOfWidth(small.width), Screen::S1024x576);
             QCOMPARE(screenOfWidth(large.width), Screen::S1280x720);
         }
-    }
-
-    void screenOfTheThemesSize_data()
-    {
-        QTest::addColumn<QString>("width");
-        QTest::addColumn<QString>("height");
-        QTest::addColumn<bool>("large");
-        const auto row = [](const char *name, S width, S height, bool large) {
-            QTest::newRow(name) << width.toString() << height.toString() << large;
+        const auto isLarge = [](const char *width, const char *height) {
+            return screenOfTheme(QString::fromLatin1(width), QString::fromLatin1(height)) ==
+                   Screen::S1280x720;
         };
-        row("large", u"1280", u"720", true);
-        row("large among blanks", u" 1280\r\n", u"\t720 ", true);
-        row("one of the two", u"1280", u"576", false);
-        row("longer numbers", u"12800", u"7200", false);
-        row("not given", u"", u"", false);
-    }
-
-    void screenOfTheThemesSize()
-    {
-        QFETCH(QString, width);
-        QFETCH(QString, height);
-        QFETCH(bool, large);
-        QCOMPARE(screenOfTheme(width, height), large ? Screen::S1280x720 : Screen::S1024x576);
-    }
-
-    void savesText_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("saved");
-        const auto row = [](const char *name, S text, S saved) {
-            QTest::newRow(name) << text.toString() << saved.toString();
-        };
-        row("line ends", u"a\r\n\r\n\r\nb\nc\r\r\n", u"a\n\n\nb\nc\n\r\n");
-        row("text class", u"<w CLASS = \"Text\" class= \"TEXT\">", u"<w class=\"text\" class= \"TEXT\">\r\n");
-        row("broken by a carriage return", u"Class = \r\"TEXT\"<str\ring></string>",
-            u"class=\"text\"<string/>\r\n");
-        row("empty strings", u"<String></STRING><string> </string><string/>",
-            u"<string/><string> </string><string/>\r\n");
+        QVERIFY(isLarge(" 1280\r\n", "\t720 "));
+        QVERIFY(!isLarge("1280", "576") && !isLarge("12800", "7200") && !isLarge("1024", "720"));
     }
 
     void savesText()
     {
-        QFETCH(QString, text);
-        QTEST(textToSave(text), "saved");
+        QCOMPARE(textToSave(QStringLiteral("a\r\n\r\nb\nc\r\r\n")), QStringLiteral("a\n\nb\nc\n\r\n"));
+        QCOMPARE(textToSave(QStringLiteral("<w CLASS = \"Text\" class= \"TEXT\">")),
+                 QStringLiteral("<w class=\"text\" class= \"TEXT\">\r\n"));
+        QCOMPARE(textToSave(QStringLiteral("Class = \r\"TEXT\"<Str\ring></STRING><string> </string>")),
+                 QStringLiteral("class=\"text\"<string/><string> </string>\r\n"));
+    }
+
+    void cutsBlocks()
+    {
+        const auto blocks = [](const char *document) {
+            QString each;
+            const WidgetBlocks cut = cutBlocks(QString::fromLatin1(document));
+            for (const QStringView block : cut.blocks)
+                each += u'|' + block;
+            return each;
+        };
+        QCOMPARE(blocks("<interface><widgets></widget></interface>"), QString());
+        QCOMPARE(blocks("<widget name=\"a\" Name=\"b\" rename=\"c\"\tname=\"d\"><Style e>"),
+                 QStringLiteral("|id=\"a\" id=\"b\" rename=\"c\"\tname=\"d\">|e>"));
+        QCOMPARE(blocks("<widget a><!-- <widget <SIGNAL>s</signal><signals>"),
+                 QStringLiteral("|a><!-- |<!--s--><signals>"));
+        QCOMPARE(blocks("<wid<children>get a</wid</children>get><st</Children>yle b<chi<children>ldren>"),
+                 QStringLiteral("|a</div>|b<children>"));
+    }
+
+    void findsLineOfBlock()
+    {
+        QCOMPARE(lineOfBlock(u"  <widget name=\"a\">\r\n", u"a"), 0);
+        QCOMPARE(lineOfBlock(u"x\r\n\r\n  name=\"ok\"\r\nok", u"OK"), 5);
+        QCOMPARE(lineOfBlock(u"x\r\ny\nok", u"ok"), 3);
+        QCOMPARE(lineOfBlock(u"xy\r\nok", u"\nok"), 4);
+        QCOMPARE(lineOfBlock(u"x\r\ny\r\nok", u"\r\nok"), 3);
+        QCOMPARE(lineOfBlock(u"x\r\ny", u"ok") + lineOfBlock(u"x\r\ny", u"") + lineOfBlock(u"", u"ok"), 0);
     }
 };
 
