@@ -1,6 +1,6 @@
 #include "app/ThemeTab.h"
 
-#include "app/DirListBox.h"
+#include "platform/DirListBox.h"
 #include "platform/FileList.h"
 #include "platform/ListView.h"
 #include "platform/Named.h"

@@ -1,6 +1,5 @@
 #include "app/frmSkin.h"
 
-#include "app/DirListBox.h"
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
 #include "app/ThemeTab.h"
@@ -13,6 +12,7 @@
 #include "colorpicker/frmcolor.h"
 #include "i18n/LangTab.h"
 #include "markup/FormatXML.h"
+#include "platform/DirListBox.h"
 #include "platform/MessagePrompts.h"
 #include "platform/Paths.h"
 #include "platform/RunTimeError.h"

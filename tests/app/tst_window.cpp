@@ -1,6 +1,6 @@
 #include "app/WindowFixture.h"
 
-#include "app/DirListBox.h"
+#include "platform/DirListBox.h"
 #include "platform/ListView.h"
 #include "widgets/SourceBox.h"
 

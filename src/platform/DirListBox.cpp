@@ -1,4 +1,4 @@
-#include "app/DirListBox.h"
+#include "platform/DirListBox.h"
 
 #include "platform/ToolTip.h"
 
