@@ -50,6 +50,7 @@ StatusLine::StatusLine(QStatusBar &bar)
 void StatusLine::say(const QString &hint)
 {
     m_bar.showMessage(hint);
+    m_bar.repaint(); // now: long work says how far it is without going back to the event loop
 }
 
 void StatusLine::showCaret(int line, int column)

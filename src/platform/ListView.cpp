@@ -10,6 +10,8 @@ namespace quillmere {
 
 namespace {
 
+constexpr int kMostDrawn = 1000; // characters; more than any column shows
+
 // Rows with a little air, so that long lists stay readable.
 class RowDelegate : public QStyledItemDelegate
 {
@@ -19,6 +21,16 @@ public:
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
         return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 4);
+    }
+
+protected:
+    // Fitting a text of a damaged file into a column takes time for all of it, at every repaint.
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (option->text.size() > kMostDrawn)
+            option->text = option->textElideMode == Qt::ElideLeft ? option->text.right(kMostDrawn)
+                                                                  : option->text.left(kMostDrawn);
     }
 };
 
