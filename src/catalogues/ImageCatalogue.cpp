@@ -4,6 +4,7 @@
 #include "markup/mndIni.h"
 #include "platform/FileList.h"
 #include "platform/Paths.h"
+#include "platform/RunTimeError.h"
 #include "platform/TextFile.h"
 
 namespace quillmere {
@@ -21,7 +22,8 @@ QString folderWithout(const QString &path, QStringView name)
 } // namespace
 
 ImageCatalogue::ImageCatalogue(QObject *parent)
-    : QObject(parent), rows({QStringLiteral("Nama"), QStringLiteral("Status"), QString()})
+    : QObject(parent),
+      rows({QStringLiteral("Nama"), QStringLiteral("Status"), QString()}, ListRows::Checks::Yes)
 {
 }
 
@@ -57,6 +59,36 @@ QString ImageCatalogue::GetImg(const QString &id) const
 {
     const int row = m_ids.find(id);
     return row < 0 ? QString() : rows.text(row);
+}
+
+int ImageCatalogue::rowOf(const QString &id) const
+{
+    for (int row = 0; row < rows.count(); ++row) {
+        if (rows.sub(row, 1) == id)
+            return row;
+    }
+    return -1;
+}
+
+QString ImageCatalogue::asText(const QString &imageFolder) const
+{
+    QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"ISO-8859-1\" standalone=\"yes\"?>\r\n"
+                                  "<images>\r\n");
+    for (const ListRows::Row &row : rows.rows()) {
+        QString path = row.text;
+        replaceIgnoringCase(path, imageFolder, u"");
+        path.replace(u'\\', u'/');
+        text += u"<image id= \"" + row.sub(1) + u"\" >" + path + u"</image>\r\n";
+    }
+    return text + u"</images>\r\n";
+}
+
+void ImageCatalogue::SaveImageList(const QString &imageFolder) const
+{
+    if (m_path.isEmpty())
+        throw RunTimeError(
+            QStringLiteral("Cannot save the images: no theme is open, so there is no file to write."));
+    SaveFile(m_path, asText(imageFolder));
 }
 
 } // namespace quillmere

@@ -27,6 +27,15 @@ public:
     // empty when there is none. The file need not exist. Constant time, whatever changed the rows.
     QString GetImg(const QString &id) const;
 
+    // 0-based row with exactly this ID, blanks and letter case minded; -1 without one.
+    int rowOf(const QString &id) const;
+
+    // The rows as the catalogue file holds them: paths without the image folder (wherever it occurs, ignoring
+    // case) and with "/", every line ended by CR LF.
+    QString asText(const QString &imageFolder) const;
+    // Writes that to the file that was loaded. RunTimeError where there is none or it cannot be written.
+    void SaveImageList(const QString &imageFolder) const;
+
     const QString &path() const { return m_path; }
     ListRows rows;
 

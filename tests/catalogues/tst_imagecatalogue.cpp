@@ -3,7 +3,9 @@
 #include "catalogues/ImageCatalogue.h"
 #include "platform/FileList.h"
 #include "platform/Paths.h"
+#include "platform/RunTimeError.h"
 #include "platform/TestFiles.h"
+#include "platform/TextFile.h"
 
 #include <QElapsedTimer>
 
@@ -34,6 +36,7 @@ private slots:
     void reload();
     void getImg();
     void getImgAfterChanges();
+    void saveAndLoadAgain();
     void manyImagesAreQuick();
     void fonts();
 };
@@ -123,6 +126,46 @@ void TestImageCatalogue::getImgAfterChanges()
     QCOMPARE(images.GetImg(a), QStringLiteral("4"));
     images.rows.clear();
     QCOMPARE(images.GetImg(a), QString());
+}
+
+void TestImageCatalogue::saveAndLoadAgain()
+{
+    const TestFiles files;
+    setBackupFolder(files.path(QStringLiteral("backup")));
+    const QByteArray name(100000, 'n');
+    const QString path = files.write(QStringLiteral("image.xml"),
+                                     "<image id=\"A\">sub\\a.png</image><IMAGE id = \"\xe4\">../b.png"
+                                     "</IMAGE><image id=\"" +
+                                         name + "\">" + name + "</image>");
+    const QString folder = files.folder() + separator();
+    FileList list;
+    ImageCatalogue images;
+    images.LoadImageList(path, folder, list);
+    images.rows.add(QString(folder.toUpper() + u"d\\e.png"), {QStringLiteral("D")});
+    const QByteArray saved =
+        "<?xml version=\"1.0\" encoding=\"ISO-8859-1\" standalone=\"yes\"?>\r\n<images>\r\n"
+        "<image id= \"A\" >sub/a.png</image>\r\n<image id= \"\xe4\" >../b.png</image>\r\n<image id= \"" +
+        name + "\" >" + name + "</image>\r\n<image id= \"D\" >d/e.png</image>\r\n</images>\r\n";
+    for (int round = 0; round < 2; ++round) {
+        images.SaveImageList(folder);
+        QCOMPARE(files.read(QStringLiteral("image.xml")), saved);
+        images.LoadImageList(path, folder, list);
+    }
+    images.rows.add(QStringLiteral("/elsewhere/f.png"), {QStringLiteral("F")});
+    QVERIFY(images.asText(folder).contains(QStringLiteral(" >/elsewhere/f.png</image>")));
+
+    // A folder that is gone: said with its name, nothing lost.
+    ImageCatalogue gone;
+    gone.LoadImageList(files.path(QStringLiteral("gone/image.xml")), folder, list);
+    gone.rows.add(QStringLiteral("a"), {QStringLiteral("A")});
+    try {
+        gone.SaveImageList(folder);
+        QFAIL("There is no folder to write to");
+    } catch (const RunTimeError &error) {
+        QVERIFY2(error.message().contains(gone.path()), qPrintable(error.message()));
+    }
+    QCOMPARE(gone.rows.count(), 1);
+    QVERIFY_EXCEPTION_THROWN(ImageCatalogue().SaveImageList(folder), RunTimeError);
 }
 
 void TestImageCatalogue::manyImagesAreQuick()
