@@ -5,6 +5,8 @@
 #include "platform/ListRows.h"
 #include "platform/TextFile.h"
 
+#include <algorithm>
+
 namespace quillmere {
 
 namespace {
@@ -119,16 +121,16 @@ void scanWindows(const ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor,
     checkExactly(colours.met(), lvColor);
 }
 
-int checkWindowsWith(const QString &imageId, ListRows &LvWidget)
+int checkWindowsWith(const QString &imageId, ListRows &LvWidget, const ScanProgress &progress)
 {
     const QString marker = imageMarker(imageId);
-    int used = 0;
+    MetRows uses(LvWidget.count());
     for (int row = 0; row < LvWidget.count(); ++row) {
-        const bool uses = containsIgnoringCase(LoadFile(LvWidget.text(row)), marker);
-        LvWidget.setChecked(row, uses);
-        used += int(uses);
+        uses[row] = containsIgnoringCase(LoadFile(LvWidget.text(row)), marker);
+        progress(row + 1, LvWidget.count());
     }
-    return used;
+    checkExactly(uses, LvWidget);
+    return int(std::count(uses.cbegin(), uses.cend(), true));
 }
 
 int checkNamesIn(const QString &text, ListRows &rows)

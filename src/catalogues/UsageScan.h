@@ -21,7 +21,7 @@ void scanWindows(const ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor,
                  const ScanProgress &progress);
 
 // Checks exactly the rows of LvWidget whose document uses the image; returns how many.
-int checkWindowsWith(const QString &imageId, ListRows &LvWidget);
+int checkWindowsWith(const QString &imageId, ListRows &LvWidget, const ScanProgress &progress);
 
 // Checks the rows whose name occurs anywhere in the text and leaves every other mark as it is; returns how
 // many occur. An empty name occurs in every text that is not empty. One pass over the text for each
