@@ -1,6 +1,7 @@
 #include "app/ThemeProject.h"
 
 #include "catalogues/FontCatalogue.h"
+#include "catalogues/KeymapCatalogue.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
 #include "platform/Paths.h"
@@ -19,7 +20,9 @@ ThemeProject::ThemeProject(QObject *parent)
     : QObject(parent), lvTheme({QStringLiteral("Nama"), QStringLiteral("Status")}),
       lvColor({QString(), QStringLiteral("Nama"), QStringLiteral("Code")}, ListRows::Checks::Yes),
       lvFont({QString(), QStringLiteral("Name"), QStringLiteral("File"), QStringLiteral("Size"),
-              QStringLiteral("Style")})
+              QStringLiteral("Style")}),
+      lvKeyGroup({QStringLiteral("Display"), QStringLiteral("Group")}),
+      lvKeyMap({QStringLiteral("Name"), QStringLiteral("Code")})
 {
 }
 
@@ -87,9 +90,19 @@ void ThemeProject::loadFonts(const QString &path, const QString &folder)
     }
 }
 
+void ThemeProject::loadKeymap(const QString &path, const QString &)
+{
+    LoadKeymapList(lvKeyGroup, path);
+    lvKeyMap.clear(); // the keys of a group of another file
+    txtKeymap = path;
+}
+
+void ThemeProject::loadPanel()
+{
+    panel = LoadPanelConfig(joinPath(m_folder, u"default.xml"));
+}
+
 // Listed, and nothing is read from them yet.
 void ThemeProject::loadLanguages(const QString &, const QString &) {}
-void ThemeProject::loadKeymap(const QString &, const QString &) {}
-void ThemeProject::loadPanel() {}
 
 } // namespace quillmere

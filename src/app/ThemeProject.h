@@ -2,12 +2,15 @@
 
 #include "catalogues/ColourCatalogue.h"
 #include "catalogues/ImageCatalogue.h"
+#include "catalogues/PanelSettings.h"
 #include "platform/FileList.h"
 #include "platform/ListRows.h"
 #include "widgets/WidgetCatalogue.h"
 
 #include <QObject>
 #include <QStringList>
+
+#include <optional>
 
 namespace quillmere {
 
@@ -33,9 +36,13 @@ public:
     ListRows lvColor; // text empty, sub-item 1 = name, 2 = code
     ColourCatalogue colours{lvColor};
     ListRows lvFont;
+    ListRows lvKeyGroup;                // text = display name, sub-item 1 = group name
+    ListRows lvKeyMap;                  // the keys of one group: text = name, sub-item 1 = code
+    std::optional<PanelSettings> panel; // nothing where the theme has none
 
     QString lbImagePath; // folder put in front of every picture path, ends in a separator
     QString txtFont;     // path of the font catalogue
+    QString txtKeymap;   // path of the keymap
     QStringList cbFont;  // names of the .ttf files beside the font catalogue
 
 signals:

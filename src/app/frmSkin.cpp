@@ -10,6 +10,7 @@
 #include "catalogues/KeymapTab.h"
 #include "catalogues/PanelTab.h"
 #include "colorpicker/frmcolor.h"
+#include "catalogues/ScanCommands.h"
 #include "i18n/LangTab.h"
 #include "markup/FormatXML.h"
 #include "platform/DirListBox.h"
@@ -96,12 +97,15 @@ void frmSkin::makeTabs()
 {
     m_themeTab = new ThemeTab(m_theme.lvTheme, m_theme.File1, m_page);
     m_widgetTab = new WidgetTab(m_theme.widgets, m_theme.File1, m_prompts, m_page);
-    m_imageTab = new ImageTab(m_theme.images, m_page);
+    m_imageTab = new ImageTab(m_theme.images, m_theme.widgets.LvWidget, m_prompts, m_page);
     m_colorTab = new ColorTab(m_theme.lvColor, m_theme.colours, m_prompts, m_page);
     m_fontTab = new FontTab(m_theme.lvFont, m_page);
+    m_keymapTab = new KeymapTab(m_theme.lvKeyGroup, m_theme.lvKeyMap, m_page);
+    m_panelTab = new PanelTab(m_page);
+    m_scans = new ScanCommands(m_theme.widgets.LvWidget, m_theme.images.rows, m_theme.lvColor, this);
     m_sourceTab = new SourceTab([this](const QString &id) { return GetImg(id); }, m_theme.lvFont, m_page);
-    frYt = {m_themeTab, m_widgetTab,           m_imageTab,           m_colorTab, new LangTab(m_page),
-            m_fontTab,  new KeymapTab(m_page), new PanelTab(m_page), m_sourceTab};
+    frYt = {m_themeTab, m_widgetTab, m_imageTab, m_colorTab, new LangTab(m_page),
+            m_fontTab,  m_keymapTab, m_panelTab, m_sourceTab};
     for (TabFrame *frame : std::as_const(frYt)) {
         frame->move(toPixels(kFrameLeft), toPixels(kFrameTop));
         frame->hide();
@@ -125,6 +129,11 @@ void frmSkin::makeTabs()
     connect(m_colorTab, &ColorTab::colourOpened, this,
             [this](int red, int green, int blue) { colourDialog().showColour(red, green, blue); });
     connect(m_colorTab, &ColorTab::hint, m_status, &StatusLine::say);
+    connect(m_imageTab, &ImageTab::hint, m_status, &StatusLine::say);
+    connect(m_imageTab, &ImageTab::wanted, this,
+            [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_imageTab))); });
+    connect(m_panelTab, &PanelTab::hint, m_status, &StatusLine::say);
+    connect(m_scans, &ScanCommands::hint, m_status, &StatusLine::say);
     connect(m_sourceTab, &SourceTab::pageReady, frmWb->wb, &WebBrowser::write);
     connect(frmWb, &PreviewFrame::fixedChanged, m_sourceTab, &SourceTab::setFixed);
     connect(frmWb->wb, &WebBrowser::failed, m_status, &StatusLine::say);
@@ -146,6 +155,8 @@ void frmSkin::makeMenu()
     m_menu.on("mnuExit", [] { QApplication::quit(); });
     m_widgetTab->addCommands(m_menu);
     m_colorTab->addCommands(m_menu);
+    m_imageTab->addCommands(m_menu);
+    m_scans->addCommands(m_menu);
     m_sourceTab->addCommands(m_menu);
     frmWb->addCommands(m_menu);
     m_menu.on("mnuColCode(1)", [this] { mnuColCode_Click(ColourForm::Code); });
@@ -246,9 +257,10 @@ void frmSkin::themeLoaded()
 {
     frmWb->wb->setThemeFolder(m_theme.folder());
     m_widgetTab->showCatalogue();
-    m_imageTab->showCatalogue(m_theme.lbImagePath);
+    m_imageTab->showCatalogue(m_theme.lbImagePath, m_theme.folder());
     m_colorTab->showCatalogue();
     m_fontTab->showCatalogue(m_theme.txtFont, m_theme.cbFont);
+    m_keymapTab->showCatalogue(m_theme.txtKeymap);
     frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
     addRecentTheme(m_theme.folder());
     m_status->say(
@@ -257,6 +269,8 @@ void frmSkin::themeLoaded()
             .arg(m_theme.images.rows.count())
             .arg(m_theme.lvColor.count())
             .arg(m_theme.lvFont.count()));
+    if (m_theme.panel)
+        m_panelTab->showSettings(*m_theme.panel);
 }
 
 void frmSkin::openDocument(const QString &path)

@@ -15,8 +15,11 @@ namespace quillmere {
 class ColorTab;
 class FontTab;
 class ImageTab;
+class KeymapTab;
+class PanelTab;
 class PreviewFrame;
 class Prompts;
+class ScanCommands;
 class SourceTab;
 class StatusLine;
 class TabFrame;
@@ -87,7 +90,10 @@ private:
     ColorTab *m_colorTab = nullptr;
     frmcolor *m_frmcolor = nullptr; // made when it is first wanted
     FontTab *m_fontTab = nullptr;
+    KeymapTab *m_keymapTab = nullptr;
+    PanelTab *m_panelTab = nullptr;
     SourceTab *m_sourceTab = nullptr;
+    ScanCommands *m_scans = nullptr;
     PreviewFrame *frmWb;
     StatusLine *m_status;
     int CurrentTab = 1; // 1-based

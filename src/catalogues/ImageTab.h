@@ -8,32 +8,64 @@ class QListView;
 
 namespace quillmere {
 
+class Commands;
+class DirListBox;
 class FileList;
 class ImageCatalogue;
+class ListRows;
 class ListView;
+class PictureBox;
+class Prompts;
 
-// The Image tab: the pictures of the theme.
+// The Image tab: the pictures of the theme, the panel that adds or renames one, and the files to choose from.
 class ImageTab : public TabFrame
 {
     Q_OBJECT
 
 public:
-    explicit ImageTab(ImageCatalogue &catalogue, QWidget *parent = nullptr);
+    // `windows` are the rows of LvWidget, which "Widget Check" marks.
+    ImageTab(ImageCatalogue &catalogue, ListRows &windows, Prompts &prompts, QWidget *parent = nullptr);
 
+    void addCommands(Commands &menu);
     // Shows what the catalogue's loader has read; `imageFolder` is what theme loading found.
-    void showCatalogue(const QString &imageFolder);
+    void showCatalogue(const QString &imageFolder, const QString &themeFolder);
+
+signals:
+    // Something to say that needs no answer.
+    void hint(const QString &text);
+    // A command has put something to work on here.
+    void wanted();
 
 protected:
     void layOut(int height) override;
 
 private:
+    void mnuImgTambah_Click();
+    void mnuImgRubah_Click();
+    void mnuImgSave_Click();
+    void mnuImgChe_Click();
+    void cmdimgTambah_Click();
+    void cmdImgRubah_Click();
+    void File2_DblClick(const QString &name);
+    void makePanel();
+    void showPanel(bool panel, bool files);
+    void showPicture(const QString &path);
+    // The row selected in lvImage; -1, after a hint, when none is.
+    int selectedImage();
+
     ImageCatalogue &m_catalogue;
+    ListRows &m_windows;
+    Prompts &m_prompts;
+    QString m_themeFolder;
     CaptionBox *frImage;
     ListView *lvImage;
     QLabel *lbImagePath;
     QFrame *Picture1;
     QLineEdit *txtFile, *txtID;
+    PictureBox *m_picture;
+    QLabel *m_pictureFacts;
     CaptionBox *Frame3;
+    DirListBox *DirImage;
     FileList *m_file2;
     QListView *File2;
 };

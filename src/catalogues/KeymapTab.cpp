@@ -1,5 +1,7 @@
 #include "catalogues/KeymapTab.h"
 
+#include "catalogues/KeymapCatalogue.h"
+#include "platform/ListRows.h"
 #include "platform/ListView.h"
 #include "platform/Named.h"
 
@@ -17,10 +19,8 @@ constexpr int kLine = 26;         // pixels
 
 } // namespace
 
-KeymapTab::KeymapTab(QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(6)"), parent),
-      m_groups({QStringLiteral("Display"), QStringLiteral("Group")}),
-      m_keys({QStringLiteral("Name"), QStringLiteral("Code")}),
+KeymapTab::KeymapTab(ListRows &groups, ListRows &keys, QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(6)"), parent), m_groups(groups), m_keys(keys),
       Frame2(new CaptionBox(QStringLiteral("Frame2"), this)),
       lvKeyGroup(new ListView(QStringLiteral("lvKeyGroup"), tr("Key groups"), m_groups, Frame2)),
       txtKeymap(named(new QLineEdit(Frame2), "txtKeymap", tr("Keymap file"))),
@@ -30,6 +30,7 @@ KeymapTab::KeymapTab(QWidget *parent)
     Frame2->setCaption(QStringLiteral(" Group "));
     txtKeymap->setReadOnly(true);
     lbKeymap->setBuddy(txtKeymap);
+    connect(lvKeyGroup, &ListView::rowClicked, this, &KeymapTab::lvKeyGroup_Click);
 }
 
 void KeymapTab::layOut(int height)
@@ -43,6 +44,16 @@ void KeymapTab::layOut(int height)
     const int groupsTop = 3 * kMargin + 4 + kLine;
     place(lvKeyGroup, kMargin, groupsTop, inFrame, kGroupHeight - groupsTop - kMargin);
     place(lvKeyMap, kMargin, 2 * kMargin + kGroupHeight, inner, toPixels(height - kAround) - kGroupHeight);
+}
+
+void KeymapTab::showCatalogue(const QString &path)
+{
+    txtKeymap->setText(path);
+}
+
+void KeymapTab::lvKeyGroup_Click(int row)
+{
+    ShowKeyGroup(m_keys, txtKeymap->text(), m_groups.sub(row, 1));
 }
 
 } // namespace quillmere

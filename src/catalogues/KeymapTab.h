@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/ListRows.h"
 #include "platform/TabFrame.h"
 
 class QLabel;
@@ -8,22 +7,28 @@ class QLineEdit;
 
 namespace quillmere {
 
+class ListRows;
 class ListView;
 
-// The Keymap tab: the key groups of the remote control and the keys of one group.
+// The Keymap tab: the key groups of the remote control and the keys of one group. Read-only.
 class KeymapTab : public TabFrame
 {
     Q_OBJECT
 
 public:
-    explicit KeymapTab(QWidget *parent = nullptr);
+    KeymapTab(ListRows &groups, ListRows &keys, QWidget *parent = nullptr);
+
+    // Shows the path of the keymap; a click on a group reads its keys from there.
+    void showCatalogue(const QString &path);
 
 protected:
     void layOut(int height) override;
 
 private:
-    ListRows m_groups; // text = display name, sub-item 1 = group name
-    ListRows m_keys;   // text = key name, sub-item 1 = code
+    void lvKeyGroup_Click(int row);
+
+    ListRows &m_groups;
+    ListRows &m_keys;
     CaptionBox *Frame2;
     ListView *lvKeyGroup;
     QLineEdit *txtKeymap;

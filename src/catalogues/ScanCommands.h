@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+
+namespace quillmere {
+
+class Commands;
+class ListRows;
+
+// The commands of the Scan menu, which check the rows in use.
+class ScanCommands : public QObject
+{
+    Q_OBJECT
+
+public:
+    // The rows of the lists with those names.
+    ScanCommands(ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor, QObject *parent = nullptr);
+
+    void addCommands(Commands &menu);
+
+signals:
+    // Something to say that needs no answer: how far a scan is, what it has found.
+    void hint(const QString &text);
+
+private:
+    void mnuSWidget_Click();
+    void mnuSKernel_Click();
+
+    ListRows &LvWidget;
+    ListRows &lvImage;
+    ListRows &lvColor;
+};
+
+} // namespace quillmere

@@ -1,0 +1,158 @@
+#include "app/WindowFixture.h"
+
+#include "platform/ListView.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QSlider>
+#include <QStatusBar>
+#include <QTabBar>
+
+using namespace quillmere;
+
+namespace {
+
+const QString kExample = QStringLiteral(EXAMPLES_FOLDER "/aurora/theme");
+
+// A click on the row with this sub-item 1.
+void click(const Window &window, int tab, const char *listName, const char *name)
+{
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(tab);
+    auto *list = window.find<ListView>(listName);
+    const auto *rows = list->model();
+    const QModelIndex cell = rows->match(rows->index(0, 1), Qt::DisplayRole, QLatin1String(name)).value(0);
+    list->scrollTo(cell);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(cell).center());
+}
+
+} // namespace
+
+class TestResources : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void images();
+    void scansKeysAndPanel();
+};
+
+void TestResources::images()
+{
+    Window window;
+    window.choose("mnuImgSave"); // an empty list: nothing asked, nothing written
+    window.choose("mnuImgRubah");
+    const QString theme = window.files.path(QStringLiteral("theme"));
+    const QString catalogue = QStringLiteral("theme/images/image.xml");
+    window.files.write(QStringLiteral("theme/theme.xml"),
+                       "<config><file_image>images/image.xml</file_image></config>");
+    window.files.write(catalogue, "<image id=\"in\">in.png</image><image id=\"out\">../../out.png</image>");
+    for (const char *name : {"theme/images/in.png", "out.png"})
+        QVERIFY(
+            QFile::copy(kExample + u"/images/back/bg_aurora.png", window.files.path(QLatin1String(name))));
+    window.skin->openTheme(theme);
+
+    auto *list = window.find<ListView>("lvImage");
+    auto *file = window.find<QLineEdit>("txtFile");
+    auto *id = window.find<QLineEdit>("txtID");
+    auto *facts = window.find<QLabel>("lblPicture");
+    const auto shown = [&](const char *name) { return window.find<QWidget>(name)->isVisible(); };
+    const int fullHeight = window.find<QWidget>("frYt(2)")->height() - 60;
+
+    // A click shows the picture, unless it lies outside of the theme, and what to change.
+    click(window, 2, "lvImage", "out");
+    QCOMPARE(facts->text(), QStringLiteral("This file is outside of the theme."));
+    click(window, 2, "lvImage", "in");
+    QVERIFY(facts->text().startsWith(QStringLiteral("1280 × 720 pixels\n")));
+    QVERIFY(shown("Picture1") && !shown("Frame3") && list->height() < fullHeight);
+    QCOMPARE(QString(file->text() + u' ' + id->text()), QString(theme + u"/images/in.png in"));
+
+    // Renaming keeps the file.
+    file->setText(QStringLiteral("other.png"));
+    id->setText(QStringLiteral("sky"));
+    window.find<QPushButton>("cmdImgRubah")->click();
+    QVERIFY(!shown("Picture1") && list->height() == fullHeight);
+    QCOMPARE(window.skin->GetImg(QStringLiteral("sky")), QString(theme + u"/images/in.png"));
+
+    // A file is chosen; its ID is taken, then it is not.
+    window.files.write(QStringLiteral("theme/images/sky.jpeg"));
+    window.choose("mnuImgTambah");
+    QVERIFY(shown("Picture1") && shown("Frame3"));
+    auto *files = window.find<QListView>("File2");
+    window.find<QAbstractItemView>("DirImage")->setProperty("path", QString(theme + u"/images"));
+    const QPoint entry = files->visualRect(files->model()->index(2, 0)).center();
+    QTest::mouseClick(files->viewport(), Qt::LeftButton, {}, entry);
+    QTest::mouseDClick(files->viewport(), Qt::LeftButton, {}, entry);
+    QCOMPARE(facts->text(), QStringLiteral("This is no picture."));
+    QCOMPARE(QString(file->text() + u' ' + id->text()), QString(theme + u"/images/sky.jpeg sky."));
+    id->setText(QStringLiteral("sky"));
+    window.prompts.expectMessage(QStringLiteral("Duplikat ID"), QStringLiteral("Sudah ada ID sky"));
+    window.find<QPushButton>("cmdimgTambah")->click();
+    QCOMPARE(list->selectedRow(), 0);
+    id->setText(QStringLiteral("SKY"));
+    window.find<QPushButton>("cmdimgTambah")->click();
+
+    for (const bool answer : {false, true}) {
+        window.prompts.expectQuestion(QStringLiteral("Simpan File"),
+                                      QStringLiteral("Benar mau menyimpan file widget image?"), answer);
+        window.choose("mnuImgSave");
+        QCOMPARE(window.files.read(catalogue).endsWith(">sky.jpeg</image>\r\n</images>\r\n"), answer);
+    }
+}
+
+void TestResources::scansKeysAndPanel()
+{
+    Window window;
+    window.skin->openTheme(kExample);
+    const auto checked = [&window](const char *list) {
+        return rowsAsText(window.find<ListView>(list)->model()).count(QStringLiteral("* "));
+    };
+    window.choose("mnuSWidget");
+    QCOMPARE(checked("lvImage"), window.find<ListView>("lvImage")->model()->rowCount() - 3);
+    QApplication::clipboard()->setText(QStringLiteral("x WND_VOLUME, icon_clock_32"));
+    window.choose("mnuSKernel");
+    QCOMPARE(checked("lvImage"), window.find<ListView>("lvImage")->model()->rowCount() - 2);
+    QCOMPARE(checked("LvWidget"), 1);
+    click(window, 2, "lvImage", "video_sample");
+    window.choose("mnuImgChe");
+    QVERIFY(checked("LvWidget") > 1);
+
+    const auto *keys = window.find<ListView>("lvKeyMap")->model();
+    click(window, 6, "lvKeyGroup", "colour");
+    QCOMPARE(rowsAsText(keys), QStringLiteral("red | 0x20\ngreen | 0x21\nyellow | 0x22\nblue | 0x23\n"));
+    click(window, 6, "lvKeyGroup", "front");
+    QCOMPARE(keys->rowCount(), 0);
+
+    const auto panel = [&] {
+        QString values;
+        for (const char *name : {"txtPropHW", "txtPropU3", "txtPropTrans", "txtPropVol"})
+            values += window.find<QLineEdit>(name)->text() + u'|';
+        for (const char *name : {"cbPropLang", "cbPropTime", "cbPropSum", "cbProScrat", "cbPropSpdif"})
+            values += window.find<QComboBox>(name)->currentText() + u'|';
+        return QString(values + QString::number(window.find<QSlider>("sdPropVol")->value()));
+    };
+    const QString aurora =
+        QStringLiteral("2.1|sample data|50|60|English|+1|On|rgb - RGB|raw - Bit stream|15");
+    QCOMPARE(panel(), aurora);
+
+    // A theme without settings leaves them as they were; what does not fit is said, and the rest is shown.
+    window.files.write(QStringLiteral("theme/theme.xml"), "<config></config>");
+    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+    QCOMPARE(panel(), aurora);
+    window.files.write(QStringLiteral("theme/default.xml"),
+                       "<group name=\"common\"><item name=\"time zone\" value=\"-12\"/><item name=\"volume\" "
+                       "value=\"50\"/><group name=\"scart config\"><group name=\"x\">");
+    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+    QCOMPARE(panel(), QStringLiteral("2.1|sample data|50|200|English|+12|On||raw - Bit stream|25"));
+    QVERIFY(window.skin->statusBar()->currentMessage().contains(QStringLiteral("Time zone \"-12\"")));
+}
+
+int main(int argc, char **argv)
+{
+    return runWindowTest<TestResources>(argc, argv);
+}
+
+#include "tst_resources.moc"
