@@ -4,14 +4,18 @@
 
 namespace quillmere {
 
-// The source text of a window. Outside the box, text has CR LF line ends and positions count both of them;
-// inside, the document has one separator a line. This class is where the two meet.
+class SourceHighlighter;
+
+// The source text of a window, in an editor with line numbers and coloured tags. Outside the box, text has CR
+// LF line ends and positions count both of them; inside, the document has one separator a line. This class is
+// where the two meet.
 class SourceBox : public QPlainTextEdit
 {
     Q_OBJECT
 
 public:
     SourceBox(const QString &name, const QString &accessibleName, QWidget *parent = nullptr);
+    ~SourceBox() override;
 
     // What setText() was given, to the letter, until the person or a command changes it; then lines end in CR
     // LF.
@@ -30,12 +34,27 @@ signals:
     // The text is another one than before.
     void changed();
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
 private:
+    friend class LineNumbers;
+
     int toDocument(qsizetype position) const;
     qsizetype fromDocument(int position) const;
+    int numbersWidth() const;
+    void placeNumbers();
+    void paintNumbers(QPaintEvent *event);
+    void markCaret();
+    void takePaletteColours();
 
     QString m_given;
     bool m_isGiven = false; // the document still is m_given
+    QWidget *m_numbers;
+    SourceHighlighter *m_colours;
+    int m_blockFirst = 0, m_blockLast = -1; // lines of the block with the caret in it, 0-based
 };
 
 } // namespace quillmere
