@@ -103,7 +103,8 @@ void frmSkin::makeTabs()
     m_keymapTab = new KeymapTab(m_theme.lvKeyGroup, m_theme.lvKeyMap, m_page);
     m_panelTab = new PanelTab(m_page);
     m_scans = new ScanCommands(m_theme.widgets.LvWidget, m_theme.images.rows, m_theme.lvColor, this);
-    m_sourceTab = new SourceTab([this](const QString &id) { return GetImg(id); }, m_theme.lvFont, m_page);
+    m_sourceTab = new SourceTab([this](const QString &id) { return GetImg(id); }, m_theme.lvFont,
+                                m_theme.widgets, m_prompts, m_page);
     frYt = {m_themeTab, m_widgetTab, m_imageTab, m_colorTab, new LangTab(m_page),
             m_fontTab,  m_keymapTab, m_panelTab, m_sourceTab};
     for (TabFrame *frame : std::as_const(frYt)) {
@@ -120,6 +121,7 @@ void frmSkin::makeTabs()
             [this](const QString &path) { guarded([&] { Dir1_Change(path); }); });
     connect(m_widgetTab, &WidgetTab::documentChosen, this,
             [this](const QString &path) { guarded([&] { openDocument(path); }); });
+    connect(m_widgetTab, &WidgetTab::markupChosen, this, &frmSkin::BuildWidgetHtml);
     connect(m_widgetTab, &WidgetTab::hint, m_status, &StatusLine::say);
     connect(m_colorTab, &ColorTab::entryOpened, this, [this](const QString &name, const QString &code) {
         colourDialog().NamaFile = m_theme.colours.path();
@@ -151,6 +153,7 @@ void frmSkin::makeMenu()
     m_menu.on("mnuOpenTheme", [this] { mnuOpenTheme_Click(); });
     m_menu.action("mnuOpenTheme")->setShortcut(QKeySequence::Open);
     m_menu.on("mnuSave", [this] { mnuSave_Click(); });
+    m_menu.action("mnuSave")->setShortcut(QKeySequence::Save);
     m_menu.on("mnuFlDefault", [this] { mnuFlDefault_Click(); });
     m_menu.on("mnuExit", [] { QApplication::quit(); });
     m_widgetTab->addCommands(m_menu);

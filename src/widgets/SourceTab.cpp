@@ -6,7 +6,10 @@
 #include "platform/Commands.h"
 #include "platform/ListView.h"
 #include "platform/Named.h"
+#include "platform/Prompts.h"
+#include "widgets/BlockLines.h"
 #include "widgets/SourceBox.h"
+#include "widgets/WidgetCatalogue.h"
 #include "widgets/WidgetDocument.h"
 
 #include <QAction>
@@ -18,23 +21,28 @@ namespace quillmere {
 namespace {
 
 constexpr int kTop = 12;         // pixels
+constexpr int kCaption = 12;     // pixels, that of the comparison stands above its list
 constexpr int kMargin = 8;       // pixels, left, right and below
 constexpr int kAboveText = 3720; // twips that the block list and the margins take from the source box
 const QStringList kBlockColumns = {QStringLiteral("Class"), QStringLiteral("Nama")};
 
 } // namespace
 
-SourceTab::SourceTab(const ImageLookup &GetImg, const ListRows &fonts, QWidget *parent)
+SourceTab::SourceTab(const ImageLookup &GetImg, const ListRows &fonts, const WidgetCatalogue &screen,
+                     Prompts &prompts, QWidget *parent)
     : TabFrame(QStringLiteral("frYt(8)"), parent), blocks(kBlockColumns, ListRows::Checks::Yes),
       otherBlocks(kBlockColumns),
       txtSnippet(new SourceBox(QStringLiteral("txtSnippet"), tr("Source text"), this)), m_getImg(GetImg),
-      m_fonts(fonts), lvBlock(new ListView(QStringLiteral("lvBlock"), tr("Blocks"), blocks, this)),
+      m_fonts(fonts), m_screen(screen), m_prompts(prompts),
+      lvBlock(new ListView(QStringLiteral("lvBlock"), tr("Blocks"), blocks, this)),
       frBc(new CaptionBox(QStringLiteral("frBc"), this)),
       LvBlock2(new ListView(QStringLiteral("LvBlock2"), tr("Blocks to compare with"), otherBlocks, frBc)),
       txtHtml(named(new QPlainTextEdit(this), "txtHtml", tr("Generated page")))
 {
     frBc->setCaption(QStringLiteral("Block Compare"));
+    frBc->setToolTip(tr("Double-click the frame to close it."));
     frBc->hide();
+    connect(frBc, &CaptionBox::doubleClicked, this, [this] { showComparison(false); });
     txtHtml->setReadOnly(true);
     txtHtml->setUndoRedoEnabled(false);
     txtHtml->hide(); // for the program's own use
@@ -59,7 +67,14 @@ void SourceTab::addCommands(Commands &menu)
         });
     }
     menu.on("mnuFormat", [this] { mnuFormat_Click(); });
+    menu.action("mnuFormat")->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F));
     menu.on("mnuCblock", [this] { mnuCblock_Click(); });
+    menu.on("mnuC(0)", [this] { mnuC_Click(4, 5); });
+    menu.on("mnuC(1)", [this] { mnuC_Click(5, 4); });
+    menu.on("mnuTD(0)", [this] { mnuTD_Click(Axis::Top); });
+    menu.on("mnuTD(1)", [this] { mnuTD_Click(Axis::Left); });
+    menu.on("mnuVCopy", [this] { QGuiApplication::clipboard()->setText(linesOfBlocks(blocks)); });
+    menu.on("mnuVPaste", [this] { mnuVPaste_Click(); });
 }
 
 void SourceTab::layOut(int height)
@@ -67,9 +82,11 @@ void SourceTab::layOut(int height)
     const int width = this->width() - 2 * kMargin;
     const int textHeight = toPixels(height - kAboveText);
     const int textTop = this->height() - kMargin - textHeight;
-    place(lvBlock, kMargin, kTop, width, textTop - kTop - kMargin);
-    place(frBc, kMargin + width / 2, kTop, width - width / 2, lvBlock->height());
-    place(LvBlock2, kMargin, 2 * kTop, frBc->width() - 2 * kMargin, frBc->height() - 3 * kTop);
+    const int listHeight = textTop - kTop - kMargin;
+    const int half = (width - kMargin) / 2;
+    place(lvBlock, kMargin, kTop, frBc->isHidden() ? width : half, listHeight);
+    place(frBc, kMargin + width - half, kTop - kCaption, half, listHeight + kCaption);
+    place(LvBlock2, 0, kCaption, half, listHeight);
     place(txtSnippet, kMargin, textTop, width, textHeight);
 }
 
@@ -110,6 +127,52 @@ void SourceTab::mnuCblock_Click()
         names += row.sub(1) + u"\r\n";
     if (!names.isEmpty())
         QGuiApplication::clipboard()->setText(names);
+}
+
+void SourceTab::mnuC_Click(int numerator, int denominator)
+{
+    QString text = txtSnippet->text();
+    switch (ScaleRects(text, numerator, denominator, m_screen.width, m_screen.height)) {
+    case ScaleResult::TooLarge:
+        m_prompts.tell(QStringLiteral("Confirm Size"), QStringLiteral("Terlalu besar"),
+                       Prompts::Icon::Critical);
+        break;
+    case ScaleResult::TooSmall:
+        m_prompts.tell(QStringLiteral("Confirm Size"), QStringLiteral("Terlalu kecil"),
+                       Prompts::Icon::Critical);
+        break;
+    case ScaleResult::Scaled:
+        txtSnippet->rewrite(text);
+        break;
+    case ScaleResult::Nothing:
+        break;
+    }
+}
+
+void SourceTab::mnuTD_Click(Axis axis)
+{
+    QString text = txtSnippet->text();
+    if (text.isEmpty())
+        return;
+    const std::optional<QString> answer =
+        m_prompts.input(QStringLiteral("Widget Porition"), QStringLiteral("Input distance"), QString());
+    qint64 distance = 0;
+    if (!answer || !wholeNumber(*answer, distance))
+        return;
+    MoveRects(text, axis, distance);
+    txtSnippet->rewrite(text);
+}
+
+void SourceTab::mnuVPaste_Click()
+{
+    otherBlocks.assign(blocksOfLines(QGuiApplication::clipboard()->text()));
+    showComparison(true);
+}
+
+void SourceTab::showComparison(bool shown)
+{
+    frBc->setVisible(shown);
+    layOut(toTwips(height()));
 }
 
 void SourceTab::InsertCode(const QString &Awal, const QString &Akhir)

@@ -3,6 +3,7 @@
 #include "platform/ListRows.h"
 #include "platform/TabFrame.h"
 #include "widgets/PreviewPage.h"
+#include "widgets/RectCommands.h"
 #include "widgets/WidgetHtml.h"
 
 class QPlainTextEdit;
@@ -11,7 +12,9 @@ namespace quillmere {
 
 class Commands;
 class ListView;
+class Prompts;
 class SourceBox;
+class WidgetCatalogue;
 
 // The Source tab: the text of the open window, its blocks, and the page made from it.
 class SourceTab : public TabFrame
@@ -19,7 +22,9 @@ class SourceTab : public TabFrame
     Q_OBJECT
 
 public:
-    SourceTab(const ImageLookup &GetImg, const ListRows &fonts, QWidget *parent = nullptr);
+    // `screen` is where the theme's catalogue says how large the screen is.
+    SourceTab(const ImageLookup &GetImg, const ListRows &fonts, const WidgetCatalogue &screen,
+              Prompts &prompts, QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
     // Draws markup without changing the source box: refills lvBlock and txtHtml and shows the page.
@@ -47,10 +52,16 @@ private:
     void txtSnippet_Change();
     void mnuFormat_Click();
     void mnuCblock_Click();
+    void mnuC_Click(int numerator, int denominator);
+    void mnuTD_Click(Axis axis);
+    void mnuVPaste_Click();
+    void showComparison(bool shown);
     void lvBlock_DblClick(int row);
 
     ImageLookup m_getImg;
     const ListRows &m_fonts;
+    const WidgetCatalogue &m_screen;
+    Prompts &m_prompts;
     QString m_html; // what txtHtml shows, with its own line ends
     ListView *lvBlock;
     CaptionBox *frBc;

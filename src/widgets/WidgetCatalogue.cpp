@@ -1,6 +1,7 @@
 #include "widgets/WidgetCatalogue.h"
 
 #include "markup/Matching.h"
+#include "markup/TagWidget.h"
 #include "markup/mndIni.h"
 #include "platform/FileList.h"
 #include "platform/Paths.h"
@@ -84,6 +85,17 @@ QString WidgetCatalogue::withWindow(const QString &text, const QString &name)
     if (!extended.endsWith(u"\r\n"))
         extended += u"\r\n";
     return extended;
+}
+
+QString WidgetCatalogue::withoutWindow(const QString &text, const QString &name)
+{
+    QString rest = text;
+    replaceIgnoringCase(rest, GetTagWidget(text, name), u"");
+    for (int pass = 0; pass < 2; ++pass)
+        replaceIgnoringCase(rest, u"  ", u" ");
+    replaceIgnoringCase(rest, u"\r\n", u"");
+    rest.remove(u'\n');
+    return rest;
 }
 
 } // namespace quillmere

@@ -24,6 +24,11 @@ public:
     // Unchanged where the line is there already. The text ends in CR LF, as it is written.
     static QString withWindow(const QString &text, const QString &name);
 
+    // The catalogue text without the window's entry, and then without line breaks and with blanks thinned
+    // out, which is how catalogues have always come out of this. A window without an entry loses only the
+    // line breaks.
+    static QString withoutWindow(const QString &text, const QString &name);
+
     ListRows LvWidget;
     ListRows lvWidgetDel;
 

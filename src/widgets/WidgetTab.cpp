@@ -1,5 +1,6 @@
 #include "widgets/WidgetTab.h"
 
+#include "markup/FormatXML.h"
 #include "markup/Matching.h"
 #include "platform/Commands.h"
 #include "platform/FileList.h"
@@ -52,8 +53,10 @@ void WidgetTab::addCommands(Commands &menu)
 {
     menu.on("mnuWidgetOpen", [this] { mnuWidgetOpen_Click(); });
     menu.on("mnuWidgetSel", [this] { mnuWidgetSel_Click(); });
+    menu.on("mnuWidgetDel", [this] { mnuWidgetDel_Click(); });
     menu.on("mnuWidgetFile", [this] { mnuWidgetFile_Click(); });
     menu.on("mnuWidgetDelFile", [this] { mnuWidgetDelFile_Click(); });
+    menu.on("mnuInfoChannel", [this] { mnuInfoChannel_Click(); });
 }
 
 void WidgetTab::layOut(int height)
@@ -103,6 +106,42 @@ void WidgetTab::mnuWidgetSel_Click()
     LvWidget->selectionModel()->select(missing, QItemSelectionModel::ClearAndSelect);
     if (!missing.isEmpty())
         LvWidget->scrollTo(missing.first().topLeft());
+}
+
+void WidgetTab::mnuWidgetDel_Click()
+{
+    const ListRows &rows = m_catalogue.LvWidget;
+    if (m_catalogue.path.isEmpty() || rows.isEmpty())
+        return;
+    QString text = LoadFile(m_catalogue.path);
+    for (const ListRows::Row &row : rows.rows()) {
+        if (!row.checked)
+            continue;
+        bool remove = true;
+        // Sub-item 2 is the date of the document, so nobody has ever been asked here.
+        if (row.sub(2) == u"Y")
+            remove = m_prompts.ask(QStringLiteral("Delete"), u"Delete widget " + row.sub(1));
+        if (remove)
+            text = WidgetCatalogue::withoutWindow(text, row.sub(1));
+    }
+    if (m_prompts.ask(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?")))
+        SaveFile(m_catalogue.path, text + u"\r\n");
+    mnuWidgetOpen_Click();
+}
+
+void WidgetTab::mnuInfoChannel_Click()
+{
+    if (m_catalogue.LvWidget.isEmpty())
+        return;
+    QString info, signal;
+    for (const ListRows::Row &row : m_catalogue.LvWidget.rows()) {
+        const QString name = row.sub(1);
+        if (name != u"wnd_channel_info" && name != u"wnd_channel_info_signal")
+            continue;
+        QString text = LoadFile(row.text);
+        (name == u"wnd_channel_info" ? info : signal) = FormatXML(text);
+    }
+    emit markupChosen(info + signal);
 }
 
 QString WidgetTab::selectedFile()

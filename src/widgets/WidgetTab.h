@@ -27,6 +27,8 @@ public:
 signals:
     // A window was double-clicked: the full path of its document.
     void documentChosen(const QString &path);
+    // Markup to draw that is no document of its own.
+    void markupChosen(const QString &markup);
     // Something to say that needs no answer.
     void hint(const QString &text);
 
@@ -36,8 +38,10 @@ protected:
 private:
     void mnuWidgetOpen_Click();
     void mnuWidgetSel_Click();
+    void mnuWidgetDel_Click();
     void mnuWidgetFile_Click();
     void mnuWidgetDelFile_Click();
+    void mnuInfoChannel_Click();
     // Name of the file selected in lvWidgetDel; empty, after a hint, when none is.
     QString selectedFile();
 

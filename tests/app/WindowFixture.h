@@ -27,16 +27,23 @@ public:
     }
     void expectQuestion(const QString &title, const QString &text, bool answer)
     {
-        m_script.append({title, text, answer});
+        m_script.append({title, text, answer, {}});
     }
-    void expectMessage(const QString &title, const QString &text) { m_script.append({title, text, false}); }
+    void expectMessage(const QString &title, const QString &text)
+    {
+        m_script.append({title, text, false, {}});
+    }
+    // No answer stands for Cancel.
+    void expectInput(const QString &title, const QString &prompt, std::optional<QString> answer)
+    {
+        m_script.append({title, prompt, false, std::move(answer)});
+    }
 
-    bool ask(const QString &title, const QString &text) override { return take(title, text); }
+    bool ask(const QString &title, const QString &text) override { return take(title, text).answer; }
     void tell(const QString &title, const QString &text, Icon) override { take(title, text); }
     std::optional<QString> input(const QString &title, const QString &prompt, const QString &) override
     {
-        take(title, prompt);
-        return std::nullopt;
+        return take(title, prompt).input;
     }
 
 private:
@@ -44,13 +51,14 @@ private:
     {
         QString title, text;
         bool answer;
+        std::optional<QString> input;
     };
 
-    bool take(const QString &title, const QString &text)
+    Step take(const QString &title, const QString &text)
     {
         if (m_script.isEmpty() || m_script.first().title != title || m_script.first().text != text)
             qFatal("Nobody expected \"%s\": \"%s\"", qPrintable(title), qPrintable(text));
-        return m_script.takeFirst().answer;
+        return m_script.takeFirst();
     }
 
     QList<Step> m_script;

@@ -1,0 +1,173 @@
+#include "app/WindowFixture.h"
+
+#include "platform/ListView.h"
+#include "widgets/SourceBox.h"
+
+#include <QClipboard>
+#include <QGroupBox>
+#include <QTabBar>
+
+using namespace quillmere;
+
+namespace {
+
+QByteArray windowNamed(const QByteArray &name)
+{
+    return "<widget  class=\"window\"\r\n name=\"" + name + "\"/>\r\n";
+}
+
+void openTheme(Window &window)
+{
+    window.files.write(QStringLiteral("theme/theme.xml"),
+                       "<config><file_widget>widget.xml</file_widget></config>");
+    window.files.write(QStringLiteral("theme/widget.xml"),
+                       "<interface>\r\n<width>1280</width><height>720</height>\n" +
+                           windowNamed("wnd_channel_info") + windowNamed("wnd_channel_info_signal") +
+                           windowNamed("a") + "</interface>");
+    window.files.write(QStringLiteral("theme/wnd_channel_info.xml"),
+                       "<widget class=\"window\" name=\"info\">");
+    window.files.write(QStringLiteral("theme/wnd_channel_info_signal.xml"),
+                       "<widget class=\"window\" name=\"signal\">");
+    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+}
+
+} // namespace
+
+class TestCommands : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void deleteWindows();
+    void channelInformation();
+    void scaleAndMove();
+    void caretStays();
+    void compareBlocks();
+    void editing();
+};
+
+void TestCommands::deleteWindows()
+{
+    Window window;
+    window.choose("mnuWidgetDel"); // no theme, no question
+    openTheme(window);
+    auto *windows = window.find<ListView>("LvWidget")->model();
+    const QString question = QStringLiteral("Benar mau menyimpan file?");
+    const QByteArray before = window.files.read(QStringLiteral("theme/widget.xml"));
+    for (const bool yes : {false, true}) {
+        windows->setData(windows->index(1, 0), Qt::Checked, Qt::CheckStateRole);
+        window.prompts.expectQuestion(QStringLiteral("Simpan File"), question, yes);
+        window.choose("mnuWidgetDel");
+        QCOMPARE(windows->index(1, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked));
+        if (!yes)
+            QCOMPARE(window.files.read(QStringLiteral("theme/widget.xml")), before);
+    }
+    QCOMPARE(window.files.read(QStringLiteral("theme/widget.xml")),
+             "<interface><width>1280</width><height>720</height><widget class=\"window\" "
+             "name=\"wnd_channel_info\"/>"
+             "<widget class=\"window\" name=\"a\"/></interface>\r\n");
+    QCOMPARE(windows->rowCount(), 2);
+    QVERIFY(QFileInfo::exists(window.files.path(QStringLiteral("theme/wnd_channel_info_signal.xml"))));
+}
+
+void TestCommands::channelInformation()
+{
+    Window window;
+    openTheme(window);
+    window.find<SourceBox>("txtSnippet")->setText(QStringLiteral("mine"));
+    window.choose("mnuInfoChannel");
+    QCOMPARE(rowsAsText(window.find<ListView>("lvBlock")->model()),
+             QStringLiteral("window | info\nwindow | signal\n"));
+    QCOMPARE(window.find<SourceBox>("txtSnippet")->text(), QStringLiteral("mine"));
+    QVERIFY(window.js(QStringLiteral("document.getElementById('signal') != null")).toBool());
+}
+
+void TestCommands::scaleAndMove()
+{
+    Window window;
+    openTheme(window);
+    auto *source = window.find<SourceBox>("txtSnippet");
+    window.choose("mnuC(0)"); // nothing to scale
+    window.choose("mnuTD(0)");
+    source->setText(QStringLiteral("<rect>[0,0,1280,720]</rect>\r\n<rect>[10,20,30,40]</rect>"));
+    window.prompts.expectMessage(QStringLiteral("Confirm Size"), QStringLiteral("Terlalu besar"));
+    window.choose("mnuC(1)");
+    window.choose("mnuC(0)");
+    const QString scaled = QStringLiteral("<rect>[0,0,1024,576]</rect>\r\n<rect>[8,16,24,32]</rect>");
+    QCOMPARE(source->text(), scaled);
+    for (const std::optional<QString> &answer :
+         {std::optional<QString>(), std::optional(QStringLiteral("ten"))}) {
+        window.prompts.expectInput(QStringLiteral("Widget Porition"), QStringLiteral("Input distance"),
+                                   answer);
+        window.choose("mnuTD(1)");
+        QCOMPARE(source->text(), scaled);
+    }
+    window.prompts.expectInput(QStringLiteral("Widget Porition"), QStringLiteral("Input distance"),
+                               QStringLiteral("-8"));
+    window.choose("mnuTD(1)");
+    QCOMPARE(source->text(), QStringLiteral("<rect>[-8,0,1024,576]</rect>\r\n<rect>[0,16,24,32]</rect>"));
+    source->undo();
+    QCOMPARE(source->text(), scaled);
+    source->setText(QStringLiteral("<rect>[0,0,120,100]</rect>"));
+    window.prompts.expectMessage(QStringLiteral("Confirm Size"), QStringLiteral("Terlalu kecil"));
+    window.choose("mnuC(0)");
+}
+
+void TestCommands::caretStays()
+{
+    Window window;
+    openTheme(window);
+    auto *source = window.find<SourceBox>("txtSnippet");
+    // A caret between two places that are rewritten, and one in text whose blanks are moved about.
+    source->setText(QStringLiteral("<rect>[100,0,1000,720]</rect>\r\nhere\r\n<rect>[100,20,30,40]</rect>"));
+    source->select(source->text().indexOf(QStringLiteral("here")), 0);
+    window.choose("mnuC(0)");
+    QCOMPARE(source->selectionStart(), source->text().indexOf(QStringLiteral("here")));
+    source->setText(QStringLiteral("<a>\r\n\r\n\r\n  <b>\r\n  \r\n<img/>here<c>"));
+    source->select(source->text().indexOf(QStringLiteral("<img/>")), 0);
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    window.choose("mnuFormat");
+    QCOMPARE(source->selectionStart(), source->text().indexOf(QStringLiteral("<img>")));
+}
+
+void TestCommands::compareBlocks()
+{
+    Window window;
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    auto *source = window.find<SourceBox>("txtSnippet");
+    source->setText(QStringLiteral("<widget class=\"text\" name=\"a\"><widget class=\"image\" name=\"b\">"));
+    window.choose("mnuVCopy");
+    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("text[*]a\r\nimage[*]b\r\n"));
+    QApplication::clipboard()->setText(QStringLiteral("text[*]a\r\nno row\nimage[*]b[*]c\n"));
+    window.choose("mnuVPaste");
+    auto *comparison = window.find<QGroupBox>("frBc");
+    QVERIFY(comparison->isVisible());
+    QCOMPARE(rowsAsText(window.find<ListView>("LvBlock2")->model()), QStringLiteral("text | a\nimage | b\n"));
+    QVERIFY(!comparison->geometry().intersects(window.find<ListView>("lvBlock")->geometry()));
+    QTest::mouseDClick(comparison, Qt::LeftButton, {}, QPoint(60, 5));
+    QVERIFY(!comparison->isVisible());
+}
+
+void TestCommands::editing()
+{
+    Window window;
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    auto *source = window.find<SourceBox>("txtSnippet");
+    source->setText(QStringLiteral("ab"));
+    source->select(2, 0);
+    source->setFocus();
+    int changes = 0;
+    connect(source, &SourceBox::changed, source, [&changes] { ++changes; });
+    QTest::keyClick(source, Qt::Key_Tab);
+    QCOMPARE(source->text(), QStringLiteral("ab   "));
+    QTest::keyClick(source, Qt::Key_Less);
+    QCOMPARE(changes, 2); // colouring a line is no change of the text
+    QVERIFY(source->hasFocus());
+}
+
+int main(int argc, char **argv)
+{
+    return runWindowTest<TestCommands>(argc, argv);
+}
+
+#include "tst_commands.moc"
