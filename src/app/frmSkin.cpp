@@ -1,5 +1,6 @@
 #include "app/frmSkin.h"
 
+#include "app/RecentThemes.h"
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
 #include "app/ThemeTab.h"
@@ -9,8 +10,8 @@
 #include "catalogues/ImageTab.h"
 #include "catalogues/KeymapTab.h"
 #include "catalogues/PanelTab.h"
-#include "colorpicker/frmcolor.h"
 #include "catalogues/ScanCommands.h"
+#include "colorpicker/frmcolor.h"
 #include "i18n/LangTab.h"
 #include "markup/FormatXML.h"
 #include "platform/DirListBox.h"
@@ -48,12 +49,10 @@ constexpr int kLeftColumn = 7200; // twips of the width that are not preview
 constexpr int kAround = 1200;     // twips of the height that are not preview
 constexpr int kFrameLeft = 240, kFrameTop = 600;
 constexpr int kStripLeft = 120, kStripTop = 120, kStripWidth = 6960; // twips
-constexpr int kMostRecent = 10;
 constexpr int kBesideList = 24; // pixels; a dialog this far into the preview hides no list
 constexpr int kSettling = 1000; // ms in which a window manager may still give a new window its size
 
 const QString kGeometry = QStringLiteral("window/geometry");
-const QString kRecent = QStringLiteral("recentThemes");
 const QString kCodePage = QStringLiteral("codePage");
 
 } // namespace
@@ -165,7 +164,8 @@ void frmSkin::makeMenu()
     m_menu.on("mnuColCode(1)", [this] { mnuColCode_Click(ColourForm::Code); });
     m_menu.on("mnuColCode(2)", [this] { mnuColCode_Click(ColourForm::Name); });
     m_menu.on("mnuAbout", [this] { mnuAbout_Click(); });
-    fillRecentThemes();
+    m_recent = std::make_unique<RecentThemes>(*m_menu.menu("mnuRecentThemes"),
+                                              [this](const QString &folder) { openTheme(folder); });
 }
 
 void frmSkin::makeStatusLine()
@@ -265,13 +265,13 @@ void frmSkin::themeLoaded()
     m_fontTab->showCatalogue(m_theme.txtFont, m_theme.cbFont);
     m_keymapTab->showCatalogue(m_theme.txtKeymap);
     frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
-    addRecentTheme(m_theme.folder());
-    m_status->say(
-        tr("Theme opened: %1 windows, %2 images, %3 colours, %4 fonts. Double-click a window on the Widget tab.")
-            .arg(m_theme.widgets.LvWidget.count())
-            .arg(m_theme.images.rows.count())
-            .arg(m_theme.lvColor.count())
-            .arg(m_theme.lvFont.count()));
+    m_recent->add(m_theme.folder());
+    m_status->say(tr("Theme opened: %1 windows, %2 images, %3 colours, %4 fonts. Double-click a window on "
+                     "the Widget tab.")
+                      .arg(m_theme.widgets.LvWidget.count())
+                      .arg(m_theme.images.rows.count())
+                      .arg(m_theme.lvColor.count())
+                      .arg(m_theme.lvFont.count()));
     if (m_theme.panel)
         m_panelTab->showSettings(*m_theme.panel);
 }
@@ -352,26 +352,6 @@ void frmSkin::mnuAbout_Click()
     auto *about = new frmAbout(this);
     about->setAttribute(Qt::WA_DeleteOnClose);
     about->open();
-}
-
-void frmSkin::addRecentTheme(const QString &folder)
-{
-    QStringList recent = QSettings().value(kRecent).toStringList();
-    recent.removeAll(folder);
-    recent.prepend(folder);
-    QSettings().setValue(kRecent, recent.mid(0, kMostRecent));
-    fillRecentThemes();
-}
-
-void frmSkin::fillRecentThemes()
-{
-    QMenu *menu = m_menu.menu("mnuRecentThemes");
-    menu->clear();
-    const QStringList recent = QSettings().value(kRecent).toStringList();
-    for (const QString &folder : recent)
-        menu->addAction(QString(folder).replace(u'&', QLatin1String("&&")), this,
-                        [this, folder] { openTheme(folder); });
-    menu->setEnabled(!recent.isEmpty());
 }
 
 void frmSkin::chooseCodePage(CodePageRule rule)

@@ -20,6 +20,7 @@ class PanelTab;
 class PreviewFrame;
 class Prompts;
 class ScanCommands;
+class RecentThemes;
 class SourceTab;
 class StatusLine;
 class TabFrame;
@@ -72,8 +73,6 @@ private:
     frmcolor &colourDialog();
     void mnuColCode_Click(ColourForm to);
     void mnuAbout_Click();
-    void addRecentTheme(const QString &folder);
-    void fillRecentThemes();
     void chooseCodePage(CodePageRule rule);
     void guarded(const std::function<void()> &command);
 
@@ -81,6 +80,7 @@ private:
     Prompts &m_prompts;
     ThemeProject m_theme;
     MainMenu m_menu;
+    std::unique_ptr<RecentThemes> m_recent;
     QWidget *m_page;
     TabStrip *TabStrip4;
     QList<TabFrame *> frYt;
