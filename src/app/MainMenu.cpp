@@ -126,6 +126,19 @@ void MainMenu::on(const char *name, const Command &command)
     QObject::connect(item, &QAction::triggered, item, [this, command] { m_guard(command); });
 }
 
+QAction *MainMenu::insert(const char *before, const QString &name, const QString &caption,
+                          const Command &command)
+{
+    QAction *next = action(before);
+    auto *menu = qobject_cast<QMenu *>(next->associatedObjects().value(0));
+    Q_ASSERT(menu);
+    auto *item = new QAction(QString(caption).replace(u'&', QLatin1String("&&")), menu);
+    item->setObjectName(name);
+    menu->insertAction(next, item);
+    QObject::connect(item, &QAction::triggered, item, [this, command] { m_guard(command); });
+    return item;
+}
+
 void MainMenu::setEnabled(const char *name, bool enabled)
 {
     if (QMenu *submenu = m_menus.value(name))

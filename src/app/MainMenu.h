@@ -21,6 +21,8 @@ public:
     void on(const char *name, const Command &command) override;
     void setEnabled(const char *name, bool enabled);
     QAction *action(const char *name) const override;
+    QAction *insert(const char *before, const QString &name, const QString &caption,
+                    const Command &command) override;
     QMenu *menu(const char *name) const;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "catalogues/FontCatalogue.h"
 #include "catalogues/KeymapCatalogue.h"
+#include "i18n/LanguageCatalogue.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
 #include "platform/Paths.h"
@@ -22,7 +23,8 @@ ThemeProject::ThemeProject(QObject *parent)
       lvFont({QString(), QStringLiteral("Name"), QStringLiteral("File"), QStringLiteral("Size"),
               QStringLiteral("Style")}),
       lvKeyGroup({QStringLiteral("Display"), QStringLiteral("Group")}),
-      lvKeyMap({QStringLiteral("Name"), QStringLiteral("Code")})
+      lvKeyMap({QStringLiteral("Name"), QStringLiteral("Code")}), lvLang(makeLanguageRows()),
+      LvBhs(makeStringRows())
 {
 }
 
@@ -102,7 +104,10 @@ void ThemeProject::loadPanel()
     panel = LoadPanelConfig(joinPath(m_folder, u"default.xml"));
 }
 
-// Listed, and nothing is read from them yet.
-void ThemeProject::loadLanguages(const QString &, const QString &) {}
+void ThemeProject::loadLanguages(const QString &path, const QString &folder)
+{
+    LoadLanguageList(lvLang, path, folder);
+    txtLang = path;
+}
 
 } // namespace quillmere

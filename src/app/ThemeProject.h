@@ -39,10 +39,12 @@ public:
     ListRows lvKeyGroup;                // text = display name, sub-item 1 = group name
     ListRows lvKeyMap;                  // the keys of one group: text = name, sub-item 1 = code
     std::optional<PanelSettings> panel; // nothing where the theme has none
+    ListRows lvLang, LvBhs;             // see LanguageCatalogue.h
 
     QString lbImagePath; // folder put in front of every picture path, ends in a separator
     QString txtFont;     // path of the font catalogue
     QString txtKeymap;   // path of the keymap
+    QString txtLang;     // path of the language catalogue
     QStringList cbFont;  // names of the .ttf files beside the font catalogue
 
 signals:

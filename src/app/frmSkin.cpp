@@ -13,6 +13,7 @@
 #include "catalogues/ScanCommands.h"
 #include "colorpicker/frmcolor.h"
 #include "i18n/LangTab.h"
+#include "i18n/LanguageCatalogue.h"
 #include "markup/FormatXML.h"
 #include "platform/DirListBox.h"
 #include "platform/MessagePrompts.h"
@@ -98,13 +99,14 @@ void frmSkin::makeTabs()
     m_widgetTab = new WidgetTab(m_theme.widgets, m_theme.File1, m_prompts, m_page);
     m_imageTab = new ImageTab(m_theme.images, m_theme.widgets.LvWidget, m_prompts, m_page);
     m_colorTab = new ColorTab(m_theme.lvColor, m_theme.colours, m_prompts, m_page);
+    m_langTab = new LangTab(m_theme.lvLang, m_theme.LvBhs, m_theme.File1, m_prompts, m_page);
     m_fontTab = new FontTab(m_theme.lvFont, m_page);
     m_keymapTab = new KeymapTab(m_theme.lvKeyGroup, m_theme.lvKeyMap, m_page);
     m_panelTab = new PanelTab(m_page);
     m_scans = new ScanCommands(m_theme.widgets.LvWidget, m_theme.images.rows, m_theme.lvColor, this);
     m_sourceTab = new SourceTab([this](const QString &id) { return GetImg(id); }, m_theme.lvFont,
                                 m_theme.widgets, m_prompts, m_page);
-    frYt = {m_themeTab, m_widgetTab, m_imageTab, m_colorTab, new LangTab(m_page),
+    frYt = {m_themeTab, m_widgetTab, m_imageTab, m_colorTab, m_langTab,
             m_fontTab,  m_keymapTab, m_panelTab, m_sourceTab};
     for (TabFrame *frame : std::as_const(frYt)) {
         frame->move(toPixels(kFrameLeft), toPixels(kFrameTop));
@@ -135,6 +137,7 @@ void frmSkin::makeTabs()
             [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_imageTab))); });
     connect(m_panelTab, &PanelTab::hint, m_status, &StatusLine::say);
     connect(m_scans, &ScanCommands::hint, m_status, &StatusLine::say);
+    connect(m_langTab, &LangTab::hint, m_status, &StatusLine::say);
     connect(m_sourceTab, &SourceTab::pageReady, frmWb->wb, &WebBrowser::write);
     connect(frmWb, &PreviewFrame::fixedChanged, m_sourceTab, &SourceTab::setFixed);
     connect(frmWb->wb, &WebBrowser::failed, m_status, &StatusLine::say);
@@ -159,6 +162,7 @@ void frmSkin::makeMenu()
     m_colorTab->addCommands(m_menu);
     m_imageTab->addCommands(m_menu);
     m_scans->addCommands(m_menu);
+    m_langTab->addCommands(m_menu);
     m_sourceTab->addCommands(m_menu);
     frmWb->addCommands(m_menu);
     m_menu.on("mnuColCode(1)", [this] { mnuColCode_Click(ColourForm::Code); });
@@ -262,6 +266,7 @@ void frmSkin::themeLoaded()
     m_widgetTab->showCatalogue();
     m_imageTab->showCatalogue(m_theme.lbImagePath, m_theme.folder());
     m_colorTab->showCatalogue();
+    m_langTab->showCatalogue(m_theme.txtLang);
     m_fontTab->showCatalogue(m_theme.txtFont, m_theme.cbFont);
     m_keymapTab->showCatalogue(m_theme.txtKeymap);
     frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
@@ -283,6 +288,11 @@ void frmSkin::openDocument(const QString &path)
     m_status->showCodePage(file.page);
     m_sourceTab->txtSnippet->setText(FormatXML(file.text));
     m_status->say(path);
+}
+
+void frmSkin::OpenLgXml(const QString &text)
+{
+    quillmere::OpenLgXml(m_theme.LvBhs, text);
 }
 
 void frmSkin::BuildWidgetHtml(const QString &markup)

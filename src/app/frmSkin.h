@@ -17,6 +17,7 @@ class FontTab;
 class ImageTab;
 class KeymapTab;
 class PanelTab;
+class LangTab;
 class PreviewFrame;
 class Prompts;
 class ScanCommands;
@@ -50,6 +51,8 @@ public:
 
     QString GetImg(const QString &NamaImg) const { return m_theme.images.GetImg(NamaImg); }
     QString GetColor(const QString &NamaColor) const { return m_theme.colours.GetColor(NamaColor); }
+    // Replaces the rows of LvBhs by the strings of a language file's text.
+    void OpenLgXml(const QString &text);
     void BuildWidgetHtml(const QString &markup);
     void ShowPreview();
     void InsertCode(const QString &Awal, const QString &Akhir);
@@ -89,6 +92,7 @@ private:
     ImageTab *m_imageTab = nullptr;
     ColorTab *m_colorTab = nullptr;
     frmcolor *m_frmcolor = nullptr; // made when it is first wanted
+    LangTab *m_langTab = nullptr;
     FontTab *m_fontTab = nullptr;
     KeymapTab *m_keymapTab = nullptr;
     PanelTab *m_panelTab = nullptr;

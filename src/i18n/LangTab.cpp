@@ -1,47 +1,209 @@
 #include "i18n/LangTab.h"
 
+#include "i18n/Dictionary.h"
+#include "i18n/LanguageCatalogue.h"
+#include "platform/Commands.h"
+#include "platform/FileList.h"
 #include "platform/ListView.h"
 #include "platform/Named.h"
+#include "platform/Paths.h"
+#include "platform/ProgramFolder.h"
+#include "platform/Prompts.h"
+#include "platform/RunTimeError.h"
 
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLabel>
 #include <QLineEdit>
 
 namespace quillmere {
 
 namespace {
 
-constexpr int kMargin = 8;           // pixels
-constexpr int kLine = 26;            // pixels, a text box
-constexpr int kLanguagesHeight = 92; // pixels
-constexpr int kAround = 2820;        // twips of the frame's height that the strings do not take
+constexpr int kMargin = 8;            // pixels, at the sides
+constexpr int kGap = 4;               // pixels, between one control and the next below
+constexpr int kLine = 24;             // pixels, a text box
+constexpr int kCountHeight = 18;      // pixels
+constexpr int kLanguagesHeight = 98; // pixels, what is left of kAround
+constexpr int kAround = 2820;         // twips of the frame's height that the strings do not take
+
+static_assert(6 * kGap + 2 * kLine + kCountHeight + kLanguagesHeight <= toPixels(kAround));
 
 } // namespace
 
-LangTab::LangTab(QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(4)"), parent),
-      m_languages({QString(), QStringLiteral("Nama"), QStringLiteral("Code")}),
-      m_strings({QStringLiteral("No"), QStringLiteral("Source"), QStringLiteral("Translate")},
-                ListRows::Checks::Yes),
-      txtLang(named(new QLineEdit(this), "txtLang", tr("Language catalogue"))),
-      lvLang(new ListView(QStringLiteral("lvLang"), tr("Languages"), m_languages, this)),
+LangTab::LangTab(ListRows &languages, ListRows &strings, FileList &file1, Prompts &prompts, QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(4)"), parent), m_languages(languages), m_strings(strings), m_file1(file1),
+      m_prompts(prompts), txtLang(named(new QLineEdit(this), "txtLang", tr("Language catalogue"))),
+      lvLang(new ListView(QStringLiteral("lvLang"), tr("Languages"), languages, this)),
       txtLangFile(named(new QLineEdit(this), "txtLangFile", tr("Language file"))),
-      LvBhs(new ListView(QStringLiteral("LvBhs"), tr("Translations"), m_strings, this))
+      LvBhs(new ListView(QStringLiteral("LvBhs"), tr("Translations"), strings, this)),
+      lblLangCount(named(new QLabel(this), "lblLangCount", tr("Number of strings")))
 {
     txtLang->setReadOnly(true);
+    txtLang->setPlaceholderText(tr("No language catalogue"));
+    txtLangFile->setPlaceholderText(tr("Double-click a language to open its file"));
     lvLang->setColumnShares({4, 3, 3});
-    LvBhs->setColumnShares({1, 6, 6});
+    LvBhs->setColumnShares({1, 9, 9});
+    LvBhs->setTextElideMode(Qt::ElideRight);
+    connect(LvBhs, &ListView::rowOpened, this, &LangTab::LvBhs_DblClick);
+
+    // A command may change thousands of rows one by one: they are counted when it is done.
+    m_counting.setSingleShot(true);
+    m_counting.setInterval(0);
+    connect(&m_counting, &QTimer::timeout, this, &LangTab::showCounts);
+    const auto countSoon = [this] {
+        if (!m_counting.isActive())
+            m_counting.start();
+    };
+    connect(&strings, &QAbstractItemModel::dataChanged, this, countSoon);
+    connect(&strings, &QAbstractItemModel::modelReset, this, countSoon);
+    showCounts();
+}
+
+void LangTab::addCommands(Commands &menu)
+{
+    menu.on("mnuLangOpen", [this] { mnuLangOpen_Click(); });
+    menu.on("mnuLangCopy(1)", [this] { mnuLangCopy_Click(CopiedColumn::Source); });
+    menu.on("mnuLangCopy(2)", [this] { mnuLangCopy_Click(CopiedColumn::Trans); });
+    menu.on("mnuLangCopy(3)", [this] { mnuLangCopy_Click(CopiedColumn::NotTranslated); });
+    menu.on("mnuLangPaste", [this] { mnuLangPaste_Click(); });
+    menu.on("mnuLangSearch", [this] { mnuLangSearch_Click(); });
+    menu.on("mnuLangTranslate", [this] { translate(QStringLiteral("Indonesia.txt")); });
+    menu.on("mnuLangTrans(0)", [this, &menu] { LoadDictionaryMenu(menu); });
+    menu.on("mnuLangSave", [this] { mnuLangSave_Click(); });
+    connect(lvLang, &ListView::rowOpened, menu.action("mnuLangOpen"), &QAction::trigger);
 }
 
 void LangTab::layOut(int height)
 {
     const int inner = width() - 2 * kMargin;
-    int top = kMargin;
-    place(txtLang, kMargin, top, inner, kLine);
-    top += kLine + kMargin;
-    place(lvLang, kMargin, top, inner, kLanguagesHeight);
-    top += kLanguagesHeight + kMargin;
-    place(txtLangFile, kMargin, top, inner, kLine);
-    top += kLine + kMargin;
-    place(LvBhs, kMargin, top, inner, toPixels(height - kAround));
+    int top = kGap;
+    const auto next = [&](QWidget *control, int controlHeight) {
+        place(control, kMargin, top, inner, controlHeight);
+        top += controlHeight + kGap;
+    };
+    next(txtLang, kLine);
+    next(lvLang, kLanguagesHeight);
+    next(txtLangFile, kLine);
+    next(LvBhs, toPixels(height - kAround));
+    next(lblLangCount, kCountHeight);
+}
+
+void LangTab::showCatalogue(const QString &path)
+{
+    txtLang->setText(path);
+}
+
+void LangTab::showCounts()
+{
+    const StringCounts counts = countStrings(m_strings);
+    lblLangCount->setText(tr("%1 rows, %2 checked, %3 without translation")
+                              .arg(counts.all)
+                              .arg(counts.checked)
+                              .arg(counts.untranslated));
+}
+
+int LangTab::selectedLanguage() const
+{
+    const int row = lvLang->selectedRow();
+    if (row < 0)
+        throw RunTimeError(tr("No language is selected: select one in the upper list of the Lang tab."));
+    return row;
+}
+
+int LangTab::startRow() const
+{
+    return qMax(LvBhs->selectedRow(), 0);
+}
+
+void LangTab::mnuLangOpen_Click()
+{
+    const QString path = m_languages.text(selectedLanguage());
+    if (path.isEmpty())
+        return;
+    txtLangFile->setText(path);
+    const DecodedText file = LoadText(path);
+    if (file.text.isEmpty()) {
+        emit hint(tr("%1 is empty or not there; the strings stay as they were.").arg(path));
+        return;
+    }
+    // ASCII alone tells no page; the file calls itself UTF-8.
+    m_page = file.page == CodePage::Ascii ? CodePage::Utf8 : file.page;
+    OpenLgXml(m_strings, file.text);
+    emit hint(path);
+}
+
+void LangTab::mnuLangSave_Click()
+{
+    const QString text = languageFileText(m_languages.sub(selectedLanguage(), 1), m_strings, m_page);
+    const QString target = txtLangFile->text();
+    if (target.isEmpty())
+        throw RunTimeError(tr("No language file is open: double-click a language on the Lang tab first."));
+    if (!m_prompts.ask(QStringLiteral("Save File"), QStringLiteral("Save file translate?")))
+        return;
+    SaveFile(target, text, m_page);
+    emit hint(tr("%1 saved.").arg(target));
+}
+
+void LangTab::mnuLangCopy_Click(CopiedColumn column)
+{
+    if (m_strings.isEmpty())
+        return;
+    const QString lines = linesToCopy(m_strings, startRow(), column);
+    QGuiApplication::clipboard()->setText(lines);
+    emit hint(tr("%1 lines copied.").arg(lines.count(u'\n')));
+}
+
+void LangTab::mnuLangPaste_Click()
+{
+    if (m_strings.isEmpty())
+        return;
+    const int pasted = pasteLines(m_strings, startRow(), QGuiApplication::clipboard()->text());
+    emit hint(tr("%1 lines pasted.").arg(pasted));
+}
+
+void LangTab::mnuLangSearch_Click()
+{
+    const std::optional<QString> answer =
+        m_prompts.input(QStringLiteral("Search Text"), QStringLiteral("Translate for "), QString());
+    checkContaining(m_strings, answer.value_or(QString()));
+}
+
+void LangTab::LvBhs_DblClick()
+{
+    const int row = LvBhs->selectedRow();
+    if (row < 0)
+        return;
+    const std::optional<QString> answer =
+        m_prompts.input(QStringLiteral("Input Logo Channel"),
+                        QString(u"Translate for " + m_strings.sub(row, 1)), m_strings.sub(row, 2));
+    if (answer && !answer->isEmpty())
+        m_strings.setSub(row, 2, *answer);
+}
+
+void LangTab::translate(const QString &path)
+{
+    const QString text = LoadFile(joinPath(programFolder(), path));
+    emit hint(tr("%1 rows filled from %2.").arg(fillFromDictionary(m_strings, text)).arg(path));
+}
+
+void LangTab::LoadDictionaryMenu(Commands &menu)
+{
+    qDeleteAll(m_dictionaries);
+    m_dictionaries.clear();
+    const QString folder = joinPath(programFolder(), u"trans");
+    if (findFolder(folder).isEmpty())
+        throw RunTimeError(tr("There is no folder %1 with dictionaries.").arg(folder));
+    m_file1.setPath(folder);
+    const QStringList names = dictionaryNames(m_file1.files());
+    for (const QString &name : names) {
+        const QString item = QStringLiteral("mnuLangTrans(%1)").arg(m_dictionaries.size() + 1);
+        m_dictionaries.append(menu.insert("mnuLangSave", item, name, [this, name] {
+            translate(joinPath(u"trans", QString(name + u".txt")));
+        }));
+    }
+    emit hint(tr("%1 dictionaries in %2.").arg(names.size()).arg(folder));
 }
 
 } // namespace quillmere

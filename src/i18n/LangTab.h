@@ -1,32 +1,72 @@
 #pragma once
 
-#include "platform/ListRows.h"
 #include "platform/TabFrame.h"
+#include "platform/TextFile.h"
 
+#include <QTimer>
+
+class QAction;
+class QLabel;
 class QLineEdit;
 
 namespace quillmere {
 
+class Commands;
+class FileList;
+class ListRows;
 class ListView;
+class Prompts;
+enum class CopiedColumn;
 
-// The Lang tab: the languages of the theme and the strings of one of them.
+// The Lang tab: the languages of the theme, the strings of one of them, and what translates them.
 class LangTab : public TabFrame
 {
     Q_OBJECT
 
 public:
-    explicit LangTab(QWidget *parent = nullptr);
+    // The rows are described in LanguageCatalogue.h. `file1` is pointed at the folder of the dictionaries.
+    LangTab(ListRows &languages, ListRows &strings, FileList &file1, Prompts &prompts,
+            QWidget *parent = nullptr);
+
+    void addCommands(Commands &menu);
+    // Shows what the loader of the catalogue has read.
+    void showCatalogue(const QString &path);
+
+signals:
+    // Something to say that needs no answer.
+    void hint(const QString &text);
 
 protected:
     void layOut(int height) override;
 
 private:
-    ListRows m_languages; // text = full path, sub-item 1 = id, 2 = file name
-    ListRows m_strings;   // text empty, sub-item 1 = source, 2 = translation
+    void mnuLangOpen_Click();
+    void mnuLangSave_Click();
+    void mnuLangCopy_Click(CopiedColumn column);
+    void mnuLangPaste_Click();
+    void mnuLangSearch_Click();
+    void LvBhs_DblClick();
+    void LoadDictionaryMenu(Commands &menu);
+    // `path` of the dictionary below the program folder.
+    void translate(const QString &path);
+    // 0-based row of the language that is selected; RunTimeError when none is.
+    int selectedLanguage() const;
+    // Row from which on a column is copied or pasted, 0-based.
+    int startRow() const;
+    void showCounts();
+
+    ListRows &m_languages;
+    ListRows &m_strings;
+    FileList &m_file1;
+    Prompts &m_prompts;
+    CodePage m_page = CodePage::Utf8; // that the strings came from
     QLineEdit *txtLang;
     ListView *lvLang;
     QLineEdit *txtLangFile;
     ListView *LvBhs;
+    QLabel *lblLangCount;
+    QList<QAction *> m_dictionaries; // mnuLangTrans(1) and on
+    QTimer m_counting;
 };
 
 } // namespace quillmere

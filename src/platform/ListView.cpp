@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kMostDrawn = 1000; // characters; more than any column shows
 
-// Rows with a little air, so that long lists stay readable.
+// Rows with a little air, so that long lists stay readable; each text runs in its own direction.
 class RowDelegate : public QStyledItemDelegate
 {
 public:
@@ -24,13 +24,15 @@ public:
     }
 
 protected:
-    // Fitting a text of a damaged file into a column takes time for all of it, at every repaint.
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
+        // Fitting a text of a damaged file into a column takes time for all of it, at every repaint.
         if (option->text.size() > kMostDrawn)
             option->text = option->textElideMode == Qt::ElideLeft ? option->text.right(kMostDrawn)
                                                                   : option->text.left(kMostDrawn);
+        if (option->text.isRightToLeft())
+            option->direction = Qt::RightToLeft;
     }
 };
 
@@ -88,6 +90,15 @@ void ListView::keyPressEvent(QKeyEvent *event)
     }
     if (event->key() == Qt::Key_Delete && before >= 0) {
         emit deletePressed(before);
+        event->accept();
+        return;
+    }
+    // Whichever column has the focus: the whole row is what is shown as current.
+    if (event->key() == Qt::Key_Space && before >= 0 &&
+        model()->flags(model()->index(before, 0)).testFlag(Qt::ItemIsUserCheckable)) {
+        const QModelIndex box = model()->index(before, 0);
+        const bool checked = box.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+        model()->setData(box, checked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
         event->accept();
         return;
     }

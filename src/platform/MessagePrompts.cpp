@@ -1,9 +1,16 @@
 #include "platform/MessagePrompts.h"
 
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 
 namespace quillmere {
+
+namespace {
+
+constexpr int kInputWidth = 560; // pixels
+
+} // namespace
 
 bool MessagePrompts::ask(const QString &title, const QString &text)
 {
@@ -27,6 +34,12 @@ std::optional<QString> MessagePrompts::input(const QString &title, const QString
     dialog.setWindowTitle(title);
     dialog.setLabelText(prompt);
     dialog.setTextValue(preset);
+    for (QLabel *label : dialog.findChildren<QLabel *>()) {
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+    }
+    // Wide enough to read a sentence in; a longer prompt is wrapped, a longer answer scrolls.
+    dialog.resize(kInputWidth, dialog.heightForWidth(kInputWidth));
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.textValue();

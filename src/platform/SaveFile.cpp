@@ -87,14 +87,16 @@ QByteArray encodeFor(const QString &path, const QString &text, CodePage page)
 
 } // namespace
 
-void SaveFile(const QString &path, const QString &text)
+void SaveFile(const QString &path, const QString &text, std::optional<CodePage> page)
 {
     const QString target = fileToWrite(path);
     const QFileInfo old(target);
     // A pipe or a device would swallow the text, and reading it for the copy could wait for ever.
     if (fileNameOf(target).isEmpty() || (old.exists() && !old.isFile()))
         throwFailed("open", target, QStringLiteral("it is not a file"));
-    const QByteArray bytes = encodeFor(target, text, old.exists() ? pageOf(target) : CodePage::Ascii);
+    if (!page)
+        page = old.exists() ? pageOf(target) : CodePage::Ascii;
+    const QByteArray bytes = encodeFor(target, text, *page);
     if (old.exists())
         backUp(target);
 

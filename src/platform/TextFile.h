@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
+
 namespace quillmere {
 
 // The one place where bytes become text and text becomes bytes. Every byte string comes back the same.
@@ -41,9 +43,9 @@ DecodedText LoadText(const QString &path);
 
 // The one writer: a copy of the old file goes to the backup folder, then the new text is written beside it,
 // flushed and renamed over it. Permissions are kept, a symbolic link stays one and its target is written. The
-// code page is that of the file replaced. RunTimeError says which file, which step and why; the old file is
-// then as it was.
-void SaveFile(const QString &path, const QString &text);
+// code page is `page`, without one that of the file replaced. RunTimeError says which file, which step and
+// why; the old file is then as it was.
+void SaveFile(const QString &path, const QString &text, std::optional<CodePage> page = {});
 
 // Into the backup folder, then gone; exactly the file named. RunTimeError where either fails.
 void DeleteFile(const QString &path);

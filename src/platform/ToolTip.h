@@ -9,7 +9,10 @@ inline QString plainToolTip(const QString &text)
 {
     constexpr qsizetype most = 600;
     const QString shown = text.size() > most ? QString(text.first(most) + u'\u2026') : text;
-    return shown.isEmpty() ? QString() : QString(u"<qt>" + shown.toHtmlEscaped() + u"</qt>");
+    const QString body = shown.toHtmlEscaped();
+    if (shown.isRightToLeft())
+        return u"<qt><p dir=\"rtl\">" + body + u"</p></qt>";
+    return shown.isEmpty() ? QString() : QString(u"<qt>" + body + u"</qt>");
 }
 
 } // namespace quillmere

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/ListRows.h"
+#include "platform/TextFile.h"
+
+#include <QString>
+
+namespace quillmere {
+
+// lvLang, the languages of a theme. Row: text = full path of the language file, sub-item 1 = id, sub-item 2 =
+// file name as written. LvBhs, the strings of one language. Row: text empty, sub-item 1 = source, sub-item 2
+// = translation, checked = translated.
+ListRows makeLanguageRows();
+ListRows makeStringRows();
+
+// Clears the rows and reads `<language id="ID">FILE</language>` entries; `languageFolder` is put in front of
+// every file name as it stands. A missing file leaves the rows empty.
+void LoadLanguageList(ListRows &lvLang, const QString &catalogPath, const QString &languageFolder);
+
+// Replaces the rows by the `<tran id="SOURCE">TRANSLATION</tran>` elements of a language file, none checked.
+// An empty text leaves the rows as they are, one without `<language name="` empties them.
+void OpenLgXml(ListRows &LvBhs, const QString &text);
+
+// The text of a language file, lines ending in CR LF. `page` is that of the text the rows were read from. The
+// bytes E2 80 A6 of an ellipsis are written as "..."; the one byte that it has in Windows-1252 stays.
+QString languageFileText(const QString &name, const ListRows &LvBhs, CodePage page);
+
+} // namespace quillmere
