@@ -11,25 +11,78 @@ namespace {
 constexpr QStringView kMarker = u"[*]";
 constexpr int kShortSource = 2; // characters; shorter ones are the same in most languages
 
-// The lower-cased sources of the unchecked rows, each with its rows.
-QHash<QString, QList<int>> openSources(const ListRows &LvBhs)
+constexpr int kNoRow = -1;
+
+void appendLower(QString &out, QStringView text)
 {
-    QHash<QString, QList<int>> open;
-    open.reserve(LvBhs.count());
-    for (int row = 0; row < LvBhs.count(); ++row) {
-        if (!LvBhs.isChecked(row))
-            open[LvBhs.sub(row, 1).toLower()].append(row);
+    for (const QChar unit : text) {
+        if (unit.unicode() >= 0x80) {
+            out += text.toString().toLower();
+            return;
+        }
     }
-    return open;
+    for (const QChar unit : text)
+        out += QChar(foldCase(unit.unicode()));
 }
+
+// The unchecked rows by their sources, ignoring letter case. The rows are indexed rather than the lines: a
+// dictionary may be a thousand times longer than a language.
+class OpenSources
+{
+public:
+    explicit OpenSources(const ListRows &LvBhs) : m_next(LvBhs.count(), kNoRow)
+    {
+        QList<qsizetype> ends(LvBhs.count());
+        for (int row = 0; row < LvBhs.count(); ++row) {
+            if (!LvBhs.isChecked(row))
+                appendLower(m_sources, LvBhs.sub(row, 1));
+            ends[row] = m_sources.size();
+        }
+        m_firstRow.reserve(LvBhs.count());
+        for (int row = 0; row < LvBhs.count(); ++row) {
+            if (LvBhs.isChecked(row))
+                continue;
+            const qsizetype begin = row > 0 ? ends[row - 1] : 0;
+            const QStringView source = QStringView(m_sources).sliced(begin, ends[row] - begin);
+            const auto known = m_firstRow.find(source);
+            if (known == m_firstRow.end()) {
+                m_firstRow.insert(source, row);
+            } else {
+                m_next[row] = *known;
+                *known = row;
+            }
+        }
+    }
+
+    bool isEmpty() const { return m_firstRow.isEmpty(); }
+
+    // The first of the rows with this source; they are open no longer. kNoRow when there is none.
+    int take(QStringView key)
+    {
+        m_key.truncate(0);
+        appendLower(m_key, key);
+        const auto known = m_firstRow.find(m_key);
+        if (known == m_firstRow.end())
+            return kNoRow;
+        const int row = *known;
+        m_firstRow.erase(known);
+        return row;
+    }
+    // The next with the same source.
+    int next(int row) const { return m_next[row]; }
+
+private:
+    QString m_sources; // all in lower case, one behind the other; the index points into it
+    QHash<QStringView, int> m_firstRow;
+    QList<int> m_next;
+    QString m_key;
+};
 
 } // namespace
 
 int fillFromDictionary(ListRows &LvBhs, const QString &dictionary)
 {
-    // The rows are indexed rather than the lines: a dictionary may be a thousand times longer than a
-    // language.
-    QHash<QString, QList<int>> open = openSources(LvBhs);
+    OpenSources open(LvBhs);
     const QStringView text = dictionary;
     const QStringView lineEnd = containsExact(text, u"\r\n") ? QStringView(u"\r\n") : QStringView(u"\n");
     int filled = 0;
@@ -40,21 +93,20 @@ int fillFromDictionary(ListRows &LvBhs, const QString &dictionary)
         const QStringView line = text.sliced(from, end - from);
         from = end + lineEnd.size();
 
-        const qsizetype marker = line.indexOf(kMarker);
+        const qsizetype marker = indexOfExact(line, kMarker);
         if (marker < 0)
             continue;
-        // Taken out of the index, so that a later line with the same key finds nothing to fill.
-        const QList<int> rows = open.take(line.first(marker).toString().toLower());
-        if (rows.isEmpty())
+        int row = open.take(line.first(marker));
+        if (row == kNoRow)
             continue;
         const QStringView rest = line.sliced(marker + kMarker.size());
-        const qsizetype second = rest.indexOf(kMarker);
+        const qsizetype second = indexOfExact(rest, kMarker);
         const QString translation = (second < 0 ? rest : rest.first(second)).toString();
-        for (const int row : rows) {
+        for (; row != kNoRow; row = open.next(row)) {
             LvBhs.setSub(row, 2, translation);
             LvBhs.setChecked(row, true);
+            ++filled;
         }
-        filled += int(rows.size());
     }
     return filled;
 }

@@ -21,12 +21,12 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kMargin = 8;            // pixels, at the sides
-constexpr int kGap = 4;               // pixels, between one control and the next below
-constexpr int kLine = 24;             // pixels, a text box
-constexpr int kCountHeight = 18;      // pixels
+constexpr int kMargin = 8;           // pixels, at the sides
+constexpr int kGap = 4;              // pixels, between one control and the next below
+constexpr int kLine = 24;            // pixels, a text box
+constexpr int kCountHeight = 18;     // pixels
 constexpr int kLanguagesHeight = 98; // pixels, what is left of kAround
-constexpr int kAround = 2820;         // twips of the frame's height that the strings do not take
+constexpr int kAround = 2820;        // twips of the frame's height that the strings do not take
 
 static_assert(6 * kGap + 2 * kLine + kCountHeight + kLanguagesHeight <= toPixels(kAround));
 

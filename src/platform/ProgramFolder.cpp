@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -12,62 +11,51 @@ namespace quillmere {
 
 namespace {
 
+const QStringList kShipped = {QStringLiteral("replace.ini"), QStringLiteral("Indonesia.txt"),
+                              QStringLiteral("trans")};
+
 QString chosenFolder;
 
-constexpr QStringView kDictionary = u"Indonesia.txt";
-constexpr QStringView kDictionaries = u"trans";
-
-bool isFilled(const QString &folder)
+QString findProgramFolder()
 {
-    return QFileInfo::exists(joinPath(folder, kDictionary)) ||
-           QFileInfo::exists(joinPath(folder, kDictionaries));
-}
-
-// The folder with what was shipped: that of the program, or the one beside "bin" where packages put data.
-QString shippedFolder()
-{
-    const QString program = QCoreApplication::applicationDirPath();
-    return isFilled(program) ? program : QDir::cleanPath(joinPath(program, u"../share/quillmere"));
-}
-
-// Copies may be edited, whatever the permissions of what was shipped.
-void copyFile(const QString &from, const QString &to)
-{
-    if (QFile::copy(from, to))
-        QFile::setPermissions(to, QFile::permissions(to) | QFile::WriteOwner);
-}
-
-void fill(const QString &folder)
-{
-    const QString shipped = shippedFolder();
-    const QString dictionaries = joinPath(folder, kDictionaries);
-    if (folder == shipped || isFilled(folder) || !isFilled(shipped) || !QDir().mkpath(dictionaries))
-        return;
-    copyFile(joinPath(shipped, kDictionary), joinPath(folder, kDictionary));
-    const QDir from(joinPath(shipped, kDictionaries));
-    for (const QString &name : from.entryList(QDir::Files))
-        copyFile(from.filePath(name), joinPath(dictionaries, name));
-}
-
-QString defaultFolder()
-{
-    const QString program = QCoreApplication::applicationDirPath();
+    const QString besideProgram = QCoreApplication::applicationDirPath();
+    if (QFileInfo(besideProgram).isWritable())
+        return QDir::toNativeSeparators(besideProgram);
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    const QString folder = QFileInfo(program).isWritable() ? program : joinPath(data, u"Quillmere");
-    fill(folder);
-    return withOwnSeparators(folder);
+    const QString folder = joinPath(data, u"Quillmere");
+    copyMissing(besideProgram, folder, kShipped);
+    return folder;
 }
 
 } // namespace
 
 QString programFolder()
 {
-    return chosenFolder.isEmpty() ? defaultFolder() : chosenFolder;
+    if (!chosenFolder.isEmpty())
+        return chosenFolder;
+    static const QString found = findProgramFolder();
+    return found;
 }
 
 void setProgramFolder(const QString &folder)
 {
     chosenFolder = folder;
+}
+
+void copyMissing(const QString &from, const QString &to, const QStringList &names)
+{
+    QDir().mkpath(to);
+    for (const QString &name : names) {
+        const QFileInfo source(joinPath(from, name));
+        const QString target = joinPath(to, name);
+        if (source.isDir()) {
+            const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+            copyMissing(source.filePath(), target, QDir(source.filePath()).entryList(all));
+        } else if (!QFileInfo::exists(target) && QFile::copy(source.filePath(), target)) {
+            // What a package manager installs may be read-only, and this copy is there to be edited.
+            QFile::setPermissions(target, QFile::permissions(target) | QFile::WriteOwner);
+        }
+    }
 }
 
 } // namespace quillmere

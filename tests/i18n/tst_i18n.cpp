@@ -1,0 +1,185 @@
+#include "i18n/Dictionary.h"
+#include "i18n/LanguageCatalogue.h"
+#include "i18n/LiteralTranslation.h"
+#include "platform/TestFiles.h"
+
+#include <QTest>
+
+using namespace quillmere;
+
+namespace {
+
+// One line a row: a "*" when checked, text, sub-items 1 and 2.
+QString rowsAsText(const QList<ListRows::Row> &rows)
+{
+    QString text;
+    for (const ListRows::Row &row : rows)
+        text +=
+            QString((row.checked ? u"*" : u"") + row.text + u'|' + row.sub(1) + u'|' + row.sub(2) + u'\n');
+    return text;
+}
+
+} // namespace
+
+class TestI18n : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void languages();
+    void roundTrip_data();
+    void roundTrip();
+    void openAsTheLiteralForm();
+    void fillAsTheLiteralForm();
+    void fill_data();
+    void fill();
+    void copyAndPaste();
+    void search();
+};
+
+void TestI18n::languages()
+{
+    const TestFiles files;
+    const QString path = files.write(QStringLiteral("i18n.xml"),
+                                     "id=\"no\"<language id = \"ENG\" >english.xml</language>\r\n"
+                                     "<LANGUAGE  id=\"x\"></language><language name=\"y\">y.xml</language>"
+                                     "<language ID=\"z\">sub/z.xml</language>");
+    ListRows rows = makeLanguageRows();
+    LoadLanguageList(rows, path, QStringLiteral("dir/"));
+    QCOMPARE(rowsAsText(rows.rows()),
+             QStringLiteral("dir/english.xml|ENG|english.xml\ndir/|x|\ndir/sub/z.xml||sub/z.xml\n"));
+    LoadLanguageList(rows, files.path(QStringLiteral("none.xml")), QString());
+    QVERIFY(rows.isEmpty());
+}
+
+void TestI18n::roundTrip_data()
+{
+    QTest::addColumn<QByteArray>("read");
+    QTest::addColumn<QByteArray>("written"); // the elements; empty where they are written as they were read
+    const auto row = [](const char *name, const QByteArray &read, const QByteArray &written = {}) {
+        QTest::newRow(name) << read << written;
+    };
+    row("ASCII", "<tran id=\"A\">a & b</tran>\r\n<tran id=\"B\"></tran>\r\n");
+    row("UTF-8", "<tran id=\"\xC3\xA4\">\xD0\x9F\xD1\x80 \xF0\x9F\x93\xBA</tran>\r\n");
+    row("Windows-1252", "<tran id=\"A\">\xE4\xF6 \x80 \x81\x8D\x8F\x90\x9D</tran>\r\n");
+    row("cut UTF-8", "<tran id=\"A\">\xD0\x9F\xD1</tran>\r\n");
+    row("code 0", QByteArray("<tran id=\"A\">a\0b</tran>\r\n", 25));
+    row("ellipsis in UTF-8", "<tran id=\"A\xE2\x80\xA6\">\xD0\x9F\xE2\x80\xA6</tran>\r\n",
+        "<tran id=\"A...\">\xD0\x9F...</tran>\r\n");
+    row("ellipsis in broken UTF-8", "<tran id=\"A\">\xE2\x80\xA6\xD1</tran>\r\n",
+        "<tran id=\"A\">...\xD1</tran>\r\n");
+    row("ellipsis of one byte", "<tran id=\"A\">\xE4\x85</tran>\r\n");
+    row("source with > and quote", "<tran id=\"a>b\">c</tran><tran id=\"d\"e\">f</tran>",
+        "<tran id=\"a>b\">b\"</tran>\r\n<tran id=\"d\">f</tran>\r\n");
+    row("capitals, cut in a tag", "<TRAN ID=\"A\">a</TRAN><tran id=\"B\"/>\r\n<tran id=\"C",
+        "<tran id=\"A\">a</tran>\r\n<tran id=\"B\">\r\n</tran>\r\n<tran id=\"\"></tran>\r\n");
+}
+
+void TestI18n::roundTrip()
+{
+    QFETCH(QByteArray, read);
+    QFETCH(QByteArray, written);
+    const QByteArray head = "<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\r\n"
+                            "<language name=\"N\">\r\n<font>font_prog</font>\r\n";
+    const DecodedText file = decodeText(head + read);
+    ListRows rows = makeStringRows();
+    OpenLgXml(rows, file.text);
+    const QByteArray bytes = encodeText(languageFileText(QStringLiteral("N"), rows, file.page), file.page);
+    QCOMPARE(bytes, head + (written.isEmpty() ? read : written) + "</language>\r\n");
+}
+
+void TestI18n::openAsTheLiteralForm()
+{
+    QRandomGenerator random(5);
+    const QStringList pieces =
+        QStringLiteral("<tran id=\"|<TRAN ID=\"|\"|>|<|</tran>|a|<language name=\"|\r\n").split(u'|');
+    ListRows rows = makeStringRows();
+    for (int round = 0; round < 3000; ++round) {
+        const QString text = u"x" + twins::randomText(random, pieces, 20);
+        OpenLgXml(rows, text);
+        QCOMPARE(rowsAsText(rows.rows()), rowsAsText(twins::openLgXml(text)));
+    }
+    const QString before = rowsAsText(rows.rows());
+    OpenLgXml(rows, QString());
+    QCOMPARE(rowsAsText(rows.rows()), before);
+}
+
+void TestI18n::fillAsTheLiteralForm()
+{
+    QRandomGenerator random(6);
+    const QStringList pieces =
+        QStringLiteral("[*]|[*]|[*|a|A|b|\u00E4|\u00C4|\u0130| |\r|\r\n|\r\n|\n").split(u'|');
+    for (int round = 0; round < 3000; ++round) {
+        twins::Rows literal;
+        for (int i = 0; i < 8; ++i)
+            literal.append(
+                {QString(),
+                 {twins::randomText(random, pieces.mid(3), random.bounded(3)), QStringLiteral("old")},
+                 random.bounded(4) == 0});
+        ListRows rows = makeStringRows();
+        rows.assign(literal);
+        const QString dictionary = QString(twins::randomText(random, pieces, 40) + u"\r\n");
+        fillFromDictionary(rows, dictionary);
+        twins::fill(literal, dictionary);
+        QCOMPARE(rowsAsText(rows.rows()), rowsAsText(literal));
+    }
+}
+
+void TestI18n::fill_data()
+{
+    QTest::addColumn<QString>("dictionary");
+    QTest::addColumn<QString>("row"); // of the source "Channel List"
+    QTest::newRow("first wins") << "CHANNEL list[*]a[*]x\r\nChannel List[*]b"
+                                << "*|Channel List|a\n";
+    QTest::newRow("empty translation") << "Channel List[*]"
+                                       << "*|Channel List|\n";
+    QTest::newRow("not trimmed") << "Channel List [*]a\r\n Channel List[*]b"
+                                 << "|Channel List|old\n";
+    QTest::newRow("marker alone") << "[*]\r\n[*]\r\n[*]"
+                                  << "|Channel List|old\n";
+    QTest::newRow("line feeds alone") << "Menu[*]m\nChannel List[*]a\n"
+                                      << "*|Channel List|a\n";
+    QTest::newRow("empty") << ""
+                           << "|Channel List|old\n";
+}
+
+void TestI18n::fill()
+{
+    QFETCH(QString, dictionary);
+    ListRows rows = makeStringRows();
+    rows.add(QString(), {QStringLiteral("Channel List"), QStringLiteral("old")});
+    fillFromDictionary(rows, dictionary);
+    QTEST(rowsAsText(rows.rows()), "row");
+}
+
+void TestI18n::copyAndPaste()
+{
+    ListRows rows = makeStringRows();
+    for (const char *source : {"One", "OK", "Yes", "Done"})
+        rows.add(QString(), {QLatin1String(source), QLatin1String(source).sliced(1)});
+    rows.setChecked(3, true);
+    QCOMPARE(linesToCopy(rows, 2, CopiedColumn::Source), QStringLiteral("Yes\r\nDone\r\n"));
+    QCOMPARE(linesToCopy(rows, 0, CopiedColumn::NotTranslated), QStringLiteral("One[*]\r\nYes[*]\r\n"));
+    // The line end behind the last line makes an empty line.
+    QCOMPARE(pasteLines(rows, 0, QStringLiteral("1\r\n2\r\n")), 3);
+    QCOMPARE(rowsAsText(rows.rows()), QStringLiteral("|One|1\n|OK|2\n|Yes|\n*|Done|one\n"));
+    QCOMPARE(linesToCopy(rows, 0, CopiedColumn::Trans), QStringLiteral("1\r\n2\r\none\r\n"));
+    QCOMPARE(pasteLines(rows, 2, QStringLiteral("3\n4\n5\n6")), 2);
+    QCOMPARE(pasteLines(rows, 0, QString()), 0);
+    QCOMPARE(rowsAsText(rows.rows()), QStringLiteral("|One|1\n|OK|2\n|Yes|3\n*|Done|4\n"));
+}
+
+void TestI18n::search()
+{
+    ListRows rows = makeStringRows();
+    for (const char *translation : {"Saluran", "", "salu"})
+        rows.add(QString(), {QStringLiteral("s"), QLatin1String(translation)});
+    rows.setChecked(1, true);
+    checkContaining(rows, QStringLiteral("ALUR"));
+    QCOMPARE(rowsAsText(rows.rows()), QStringLiteral("*|s|Saluran\n|s|\n|s|salu\n"));
+    checkContaining(rows, QString());
+    QCOMPARE(rowsAsText(rows.rows()), QStringLiteral("*|s|Saluran\n|s|\n*|s|salu\n"));
+}
+
+QTEST_APPLESS_MAIN(TestI18n)
+#include "tst_i18n.moc"
