@@ -1,0 +1,165 @@
+#include "app/WindowFixture.h"
+
+#include "platform/ListView.h"
+#include "platform/ProgramFolder.h"
+
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+
+using namespace quillmere;
+
+namespace {
+
+const QByteArray kGerman = "<language name=\"x\">\r\n<tran id=\"Channel list\">Sender</tran>\r\n"
+                           "<tran id=\"Radio\"></tran>\r\n<tran id=\"Menu\"></tran>\r\n</language>";
+
+// An open theme with one language, which is not open yet, and a program folder of its own.
+class LanguageWindow : public Window
+{
+public:
+    LanguageWindow()
+    {
+        setProgramFolder(files.path(QStringLiteral("program")));
+        files.write(QStringLiteral("theme/theme.xml"),
+                    "<config><file_i18n>lang\\i18n.xml</file_i18n></config>");
+        files.write(QStringLiteral("theme/lang/i18n.xml"), "<language id=\"German\">sub\\de.xml</language>");
+        files.write(QStringLiteral("theme/lang/sub/de.xml"), kGerman);
+        skin->openTheme(files.path(QStringLiteral("theme")));
+    }
+    ~LanguageWindow() { setProgramFolder(QString()); }
+
+    // Selects a row of a list and presses a key on it.
+    void press(const char *list, int row, Qt::Key key) const
+    {
+        auto *view = find<ListView>(list);
+        view->setCurrentIndex(view->model()->index(row, 1));
+        QTest::keyClick(view, key);
+    }
+    QString strings() const { return rowsAsText(find<ListView>("LvBhs")->model()); }
+};
+
+} // namespace
+
+class TestTranslate : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void openEditAndSave();
+    void dictionaries();
+    void clipboard();
+    void whatIsMissingIsSaid();
+};
+
+void TestTranslate::openEditAndSave()
+{
+    LanguageWindow window;
+    window.press("lvLang", 0, Qt::Key_Return);
+    QCOMPARE(window.find<QLineEdit>("txtLangFile")->text(),
+             window.files.path(QStringLiteral("theme/lang/sub/de.xml")));
+    QCOMPARE(window.strings(), QStringLiteral(" | Channel list | Sender\n | Radio | \n | Menu | \n"));
+
+    const auto title = QStringLiteral("Input Logo Channel");
+    window.prompts.expectInput(title, QStringLiteral("Translate for Radio"), QStringLiteral("R\u00E4dio"));
+    window.press("LvBhs", 1, Qt::Key_Return);
+    for (const auto &answer : {std::optional(QString()), std::optional<QString>()}) {
+        window.prompts.expectInput(title, QStringLiteral("Translate for Channel list"), answer);
+        window.press("LvBhs", 0, Qt::Key_Return);
+    }
+    window.press("LvBhs", 2, Qt::Key_Space);
+    QCOMPARE(window.strings(),
+             QStringLiteral(" | Channel list | Sender\n | Radio | R\u00E4dio\n*  | Menu | \n"));
+    QTRY_COMPARE(window.find<QLabel>("lblLangCount")->text(),
+                 QStringLiteral("3 rows, 1 checked, 1 without translation"));
+
+    const auto file = QStringLiteral("theme/lang/sub/de.xml");
+    for (const bool answer : {false, true}) {
+        QCOMPARE(window.files.read(file), kGerman);
+        window.prompts.expectQuestion(QStringLiteral("Save File"), QStringLiteral("Save file translate?"),
+                                      answer);
+        window.choose("mnuLangSave");
+    }
+    // The file that was replaced was ASCII; the new one says that it is UTF-8, and is.
+    QCOMPARE(window.files.read(file),
+             QByteArray("<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\r\n"
+                        "<language name=\"German\">\r\n<font>font_prog</font>\r\n"
+                        "<tran id=\"Channel list\">Sender</tran>\r\n<tran id=\"Radio\">R\xC3\xA4"
+                        "dio</tran>\r\n<tran id=\"Menu\"></tran>\r\n</language>\r\n"));
+}
+
+void TestTranslate::dictionaries()
+{
+    LanguageWindow window;
+    window.press("lvLang", 0, Qt::Key_Return);
+    window.files.write(QStringLiteral("program/Indonesia.txt"), "menu[*]Menu utama\r\n");
+    window.files.write(QStringLiteral("program/trans/b.TXT"));
+    window.files.write(QStringLiteral("program/trans/A & O.txt"), "MENU[*]x\r\nradio[*]Rundfunk[*]y\r\n");
+    window.files.write(QStringLiteral("program/trans/old.txt.bak"));
+    window.files.write(QStringLiteral("program/trans/notes.md"));
+    for (int time = 0; time < 2; ++time) {
+        window.choose("mnuLangTrans(0)");
+        QStringList items;
+        for (const QAction *item : window.find<QMenu>("mnuLang")->actions()) {
+            if (item->objectName().startsWith(u"mnuLangTrans("))
+                items.append(QString(item->objectName().mid(13) + item->text()));
+        }
+        QCOMPARE(items.join(u' '), QStringLiteral("0)&Refrash 1)A && O 2)b 3)old.bak"));
+    }
+    window.choose("mnuLangTranslate");
+    window.choose("mnuLangTrans(1)");
+    QCOMPARE(window.strings(),
+             QStringLiteral(" | Channel list | Sender\n*  | Radio | Rundfunk\n*  | Menu | Menu utama\n"));
+    window.prompts.expectInput(QStringLiteral("Search Text"), QStringLiteral("Translate for "),
+                               QStringLiteral("sEND"));
+    window.choose("mnuLangSearch");
+    QCOMPARE(window.strings(),
+             QStringLiteral("*  | Channel list | Sender\n | Radio | Rundfunk\n | Menu | Menu utama\n"));
+}
+
+void TestTranslate::clipboard()
+{
+    const LanguageWindow window;
+    QClipboard *clipboard = QGuiApplication::clipboard();
+    clipboard->setText(QStringLiteral("before"));
+    window.choose("mnuLangCopy(1)");
+    QCOMPARE(clipboard->text(), QStringLiteral("before"));
+    window.press("lvLang", 0, Qt::Key_Return);
+    window.choose("mnuLangCopy(3)");
+    QCOMPARE(clipboard->text(), QStringLiteral("Channel list[*]\r\nRadio[*]\r\nMenu[*]\r\n"));
+    window.press("LvBhs", 1, Qt::Key_Shift);
+    window.choose("mnuLangCopy(1)");
+    QCOMPARE(clipboard->text(), QStringLiteral("Radio\r\nMenu\r\n"));
+    window.choose("mnuLangPaste");
+    QCOMPARE(window.strings(),
+             QStringLiteral(" | Channel list | Sender\n | Radio | Radio\n | Menu | Menu\n"));
+}
+
+void TestTranslate::whatIsMissingIsSaid()
+{
+    LanguageWindow window;
+    const QString none =
+        QStringLiteral("No language is selected: select one in the upper list of the Lang tab.");
+    window.prompts.expectMessage(QStringLiteral("Quillmere"), none);
+    window.choose("mnuLangOpen");
+    window.prompts.expectMessage(QStringLiteral("Quillmere"), none);
+    window.choose("mnuLangSave");
+    window.press("lvLang", 0, Qt::Key_Shift);
+    window.prompts.expectMessage(
+        QStringLiteral("Quillmere"),
+        QStringLiteral("No language file is open: double-click a language on the Lang tab first."));
+    window.choose("mnuLangSave");
+    window.prompts.expectMessage(QStringLiteral("Quillmere"),
+                                 QStringLiteral("There is no folder %1 with dictionaries.")
+                                     .arg(window.files.path(QStringLiteral("program/trans"))));
+    window.choose("mnuLangTrans(0)");
+    window.choose("mnuLangTranslate");
+    QCOMPARE(window.strings(), QString());
+}
+
+int main(int argc, char **argv)
+{
+    return runWindowTest<TestTranslate>(argc, argv);
+}
+#include "tst_translate.moc"
