@@ -31,10 +31,7 @@ private slots:
     void roundTrip();
     void openAsTheLiteralForm();
     void fillAsTheLiteralForm();
-    void fill_data();
-    void fill();
     void copyAndPaste();
-    void search();
 };
 
 void TestI18n::languages()
@@ -108,7 +105,7 @@ void TestI18n::fillAsTheLiteralForm()
 {
     QRandomGenerator random(6);
     const QStringList pieces =
-        QStringLiteral("[*]|[*]|[*|a|A|b|\u00E4|\u00C4|\u0130| |\r|\r\n|\r\n|\n").split(u'|');
+        QStringLiteral("[*]|[*]|[*|a|A|b|\u00E4|\u00C4|\u0130| |\r\n|\r\n").split(u'|');
     for (int round = 0; round < 3000; ++round) {
         twins::Rows literal;
         for (int i = 0; i < 8; ++i)
@@ -118,38 +115,13 @@ void TestI18n::fillAsTheLiteralForm()
                  random.bounded(4) == 0});
         ListRows rows = makeStringRows();
         rows.assign(literal);
-        const QString dictionary = QString(twins::randomText(random, pieces, 40) + u"\r\n");
-        fillFromDictionary(rows, dictionary);
+        QString dictionary = twins::randomText(random, pieces, 40);
         twins::fill(literal, dictionary);
+        if (round % 2 == 1)
+            dictionary.remove(u'\r'); // other systems' line ends are as good
+        fillFromDictionary(rows, dictionary);
         QCOMPARE(rowsAsText(rows.rows()), rowsAsText(literal));
     }
-}
-
-void TestI18n::fill_data()
-{
-    QTest::addColumn<QString>("dictionary");
-    QTest::addColumn<QString>("row"); // of the source "Channel List"
-    QTest::newRow("first wins") << "CHANNEL list[*]a[*]x\r\nChannel List[*]b"
-                                << "*|Channel List|a\n";
-    QTest::newRow("empty translation") << "Channel List[*]"
-                                       << "*|Channel List|\n";
-    QTest::newRow("not trimmed") << "Channel List [*]a\r\n Channel List[*]b"
-                                 << "|Channel List|old\n";
-    QTest::newRow("marker alone") << "[*]\r\n[*]\r\n[*]"
-                                  << "|Channel List|old\n";
-    QTest::newRow("line feeds alone") << "Menu[*]m\nChannel List[*]a\n"
-                                      << "*|Channel List|a\n";
-    QTest::newRow("empty") << ""
-                           << "|Channel List|old\n";
-}
-
-void TestI18n::fill()
-{
-    QFETCH(QString, dictionary);
-    ListRows rows = makeStringRows();
-    rows.add(QString(), {QStringLiteral("Channel List"), QStringLiteral("old")});
-    fillFromDictionary(rows, dictionary);
-    QTEST(rowsAsText(rows.rows()), "row");
 }
 
 void TestI18n::copyAndPaste()
@@ -167,18 +139,6 @@ void TestI18n::copyAndPaste()
     QCOMPARE(pasteLines(rows, 2, QStringLiteral("3\n4\n5\n6")), 2);
     QCOMPARE(pasteLines(rows, 0, QString()), 0);
     QCOMPARE(rowsAsText(rows.rows()), QStringLiteral("|One|1\n|OK|2\n|Yes|3\n*|Done|4\n"));
-}
-
-void TestI18n::search()
-{
-    ListRows rows = makeStringRows();
-    for (const char *translation : {"Saluran", "", "salu"})
-        rows.add(QString(), {QStringLiteral("s"), QLatin1String(translation)});
-    rows.setChecked(1, true);
-    checkContaining(rows, QStringLiteral("ALUR"));
-    QCOMPARE(rowsAsText(rows.rows()), QStringLiteral("*|s|Saluran\n|s|\n|s|salu\n"));
-    checkContaining(rows, QString());
-    QCOMPARE(rowsAsText(rows.rows()), QStringLiteral("*|s|Saluran\n|s|\n*|s|salu\n"));
 }
 
 QTEST_APPLESS_MAIN(TestI18n)
