@@ -1,7 +1,6 @@
 #include "app/RenderCommand.h"
 
 #include "app/ThemeProject.h"
-#include "catalogues/FontCatalogue.h"
 #include "markup/FormatXML.h"
 #include "platform/Paths.h"
 #include "platform/TextFile.h"

@@ -26,13 +26,4 @@ void LoadFontList(ListRows &lvFont, const QString &fileName)
     lvFont.assign(std::move(fonts));
 }
 
-QString defaultFontSize(const ListRows &lvFont)
-{
-    for (const ListRows::Row &font : lvFont.rows()) {
-        if (font.sub(1) == u"font_prog")
-            return font.sub(3);
-    }
-    return {};
-}
-
 } // namespace quillmere

@@ -10,8 +10,4 @@ namespace quillmere {
 // file leaves the rows empty.
 void LoadFontList(ListRows &lvFont, const QString &fileName);
 
-// The size of the row named "font_prog", which every text without a font of its own takes; empty without such
-// a row.
-QString defaultFontSize(const ListRows &lvFont);
-
 } // namespace quillmere

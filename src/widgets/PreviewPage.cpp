@@ -47,6 +47,15 @@ QString styleSheet(const ViewOptions &options, const QString &fontSize, const Li
 
 } // namespace
 
+QString defaultFontSize(const ListRows &lvFont)
+{
+    for (const ListRows::Row &font : lvFont.rows()) {
+        if (font.sub(1) == u"font_prog")
+            return font.sub(3);
+    }
+    return {};
+}
+
 QString BuildPreviewPage(const QString &html, const ViewOptions &options, const QString &fontSize,
                          const ListRows &lvBlock)
 {

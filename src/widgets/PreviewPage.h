@@ -16,6 +16,10 @@ struct ViewOptions
     bool fixed = true;
 };
 
+// The size of the row named "font_prog", which every text without a font of its own takes; empty without such
+// a row.
+QString defaultFontSize(const ListRows &lvFont);
+
 // The page as the browser gets it: the renderer's page with the base style sheet, the rules of the View menu,
 // a rule hiding every ticked block of lvBlock, and the two key colours made transparent.
 QString BuildPreviewPage(const QString &html, const ViewOptions &options, const QString &fontSize,

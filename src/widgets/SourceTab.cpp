@@ -1,6 +1,5 @@
 #include "widgets/SourceTab.h"
 
-#include "catalogues/FontCatalogue.h"
 #include "markup/FormatXML.h"
 #include "markup/InsertCode.h"
 #include "platform/Commands.h"

@@ -5,6 +5,7 @@
 #include "platform/Paths.h"
 #include "platform/RunTimeError.h"
 #include "platform/TestFiles.h"
+#include "widgets/PreviewPage.h"
 #include "platform/TextFile.h"
 
 #include <QElapsedTimer>
