@@ -3,6 +3,7 @@
 #include <QVarLengthArray>
 
 #include <algorithm>
+#include <array>
 
 namespace quillmere {
 
@@ -44,7 +45,10 @@ bool equalFolded(const QChar *left, const QChar *right, qsizetype size)
 class Finder
 {
 public:
-    Finder(QStringView text, QStringView marker) : m_text(text), m_marker(marker), m_anchor(anchorOf(marker))
+    Finder(QStringView text, QStringView marker) : Finder(text, marker, anchorOf(marker)) {}
+    // `anchor` is the index of a unit of the marker that matches nothing but itself in this text.
+    Finder(QStringView text, QStringView marker, qsizetype anchor)
+        : m_text(text), m_marker(marker), m_anchor(anchor)
     {
     }
 
@@ -106,6 +110,52 @@ QList<QStringView> splitWith(QStringView text, qsizetype separatorSize, Find fin
     }
     pieces.append(text.sliced(from));
     return pieces;
+}
+
+// The hits are in order and do not overlap; each is `size` long. Makes a new text rather than rewriting the
+// old one: `to` may be a view into the old one.
+template <typename Hits>
+void replaceHits(QString &text, const Hits &hits, qsizetype size, QStringView to)
+{
+    QString result(text.size() + hits.size() * (to.size() - size), Qt::Uninitialized);
+    QChar *out = result.data();
+    const QChar *in = text.constData();
+    qsizetype done = 0;
+    for (const qsizetype hit : hits) {
+        out = std::copy(in + done, in + hit, out);
+        out = std::copy(to.begin(), to.end(), out);
+        done = hit + size;
+    }
+    std::copy(in + done, in + text.size(), out);
+    text = std::move(result);
+}
+
+QString folded(const QString &text)
+{
+    QString result(text.size(), Qt::Uninitialized);
+    std::transform(text.cbegin(), text.cend(), result.begin(),
+                   [](QChar unit) { return QChar(foldCase(unit.unicode())); });
+    return result;
+}
+
+// How often units occur in a text, those of one remainder counted together.
+using Counts = std::array<qsizetype, 256>;
+
+Counts countUnits(QStringView text)
+{
+    Counts counts{};
+    for (const QChar unit : text)
+        ++counts[unit.unicode() % counts.size()];
+    return counts;
+}
+
+// Index of the unit of a marker that is the rarest in the text.
+qsizetype rarestOf(QStringView marker, const Counts &counts)
+{
+    const auto rarer = [&counts](QChar a, QChar b) {
+        return counts[a.unicode() % counts.size()] < counts[b.unicode() % counts.size()];
+    };
+    return std::min_element(marker.begin(), marker.end(), rarer) - marker.begin();
 }
 
 } // namespace
@@ -170,21 +220,31 @@ QString &replaceIgnoringCase(QString &text, QStringView from, QStringView to)
     QVarLengthArray<qsizetype, 256> hits;
     for (qsizetype hit = finder.next(0); hit >= 0; hit = finder.next(hit + from.size()))
         hits.append(hit);
-    if (hits.isEmpty())
-        return text;
+    if (!hits.isEmpty())
+        replaceHits(text, hits, from.size(), to);
+    return text;
+}
 
-    // A new text rather than the old one rewritten: `from` and `to` may be views into the old one.
-    QString result(text.size() + hits.size() * (to.size() - from.size()), Qt::Uninitialized);
-    QChar *out = result.data();
-    const QChar *in = text.constData();
-    qsizetype done = 0;
-    for (const qsizetype hit : hits) {
-        out = std::copy(in + done, in + hit, out);
-        out = std::copy(to.begin(), to.end(), out);
-        done = hit + from.size();
+QString &replaceAllIgnoringCase(QString &text, const QList<Replacement> &replacements)
+{
+    // A folded text goes along. In it every unit can be an anchor, also those of markers that are all
+    // letters.
+    QString search = folded(text);
+    const Counts counts = countUnits(search);
+    QVarLengthArray<qsizetype, 256> hits;
+    for (const Replacement &replacement : replacements) {
+        const QString from = folded(replacement.from);
+        if (from.isEmpty())
+            continue;
+        hits.clear();
+        const Finder finder(search, from, rarestOf(from, counts));
+        for (qsizetype hit = finder.next(0); hit >= 0; hit = finder.next(hit + from.size()))
+            hits.append(hit);
+        if (hits.isEmpty())
+            continue;
+        replaceHits(text, hits, from.size(), replacement.to);
+        replaceHits(search, hits, from.size(), folded(replacement.to));
     }
-    std::copy(in + done, in + text.size(), out);
-    text = std::move(result);
     return text;
 }
 

@@ -34,4 +34,14 @@ QList<QStringView> splitIgnoringCase(QStringView text, QStringView separator);
 // `text`. An empty `from` changes nothing.
 QString &replaceIgnoringCase(QString &text, QStringView from, QStringView to);
 
+struct Replacement
+{
+    QString from, to;
+
+    bool operator==(const Replacement &) const = default;
+};
+// One replacement after the other, each in the result of the one before: the same as a call of the above for
+// each, and quicker where there are many.
+QString &replaceAllIgnoringCase(QString &text, const QList<Replacement> &replacements);
+
 } // namespace quillmere

@@ -35,6 +35,23 @@ private:
     }
 
 private slots:
+    void replacesAllInTurn()
+    {
+        const QStringList tokens = list(u"a|B|b|A|k|\u212a|<|");
+        QRandomGenerator random(61);
+        for (int round = 0; round < 5000; ++round) {
+            QString actual = twins::randomText(random, tokens, random.bounded(40));
+            QString expected = actual;
+            QList<Replacement> pairs;
+            for (int pair = random.bounded(4); pair >= 0; --pair)
+                pairs.append({twins::randomText(random, tokens, random.bounded(4)),
+                              twins::randomText(random, tokens, random.bounded(4))});
+            for (const Replacement &pair : pairs)
+                replaceIgnoringCase(expected, pair.from, pair.to);
+            QCOMPARE(replaceAllIgnoringCase(actual, pairs), expected);
+        }
+    }
+
     void findsLikeTheLibrary()
     {
         QRandomGenerator random(20);
