@@ -1,0 +1,72 @@
+#include "platform/ProgramFolder.h"
+#include "platform/TestFiles.h"
+#include "replace/ReplaceList.h"
+
+#include <QTest>
+
+using namespace quillmere;
+
+class TestReplaceList : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void reads()
+    {
+        const struct
+        {
+            const char *file, *pairs;
+        } cases[] = {
+            {"[REPLACE]\r\nTotal = 2\r\nTextFind1=a\r\nReplace1=b\r\nTextFind2=c\r\nReplace2=", "a>b;c>;"},
+            {"[replace]\n total\t=1 \n TEXTFIND1 = \t\" a \"\nreplace1='b\"", " a >'b\";"},
+            {"Total=9\n[a]\nTotal=8\n[ Replace ]x\nTotal=1\nTextFind1=[x=]\n[REPLACE]\nReplace1=n", "[x=]>;"},
+            {"[REPLACE]\n;Total=3\nTotal=1\nTotal=2\nTextFind1=a=\"b\"\nTextFind1=c", "a=\"b\">;"},
+            {"\xef\xbb\xbf[REPLACE]\nTotal=1\nReplace1=\"\"", ">;"},
+            {"[REPLACE]\nTotal=2.9\nTextFind1=a\nRepl", "a>;>;"}, // cut in half
+            {"[REPLACE]\nTotal=2x\nTextFind1=a", ""},
+            {"[REPLACE]\nTotal=inf", ""},
+            {"[REPLACE]\nTotal=-3", ""},
+            {"[REPLA", ""},
+            {"", ""}};
+        for (const auto &one : cases) {
+            QString pairs;
+            for (const Replacement &pair : readReplaceList(QString::fromUtf8(one.file)))
+                pairs += pair.from + u'>' + pair.to + u';';
+            QCOMPARE(pairs, QLatin1String(one.pairs));
+        }
+        QCOMPARE(readReplaceList(QStringLiteral("[REPLACE]\nTotal=1e300")).size(), 100'000);
+    }
+
+    void writesWhatItReads()
+    {
+        const QString longText(10'000, u'x');
+        const QString surrogates = QString(253, u'x') + QStringLiteral("\U0001F600");
+        const QString file = replaceListText({{QStringLiteral("[a]=\"b"), QStringLiteral(" c ")},
+                                              {longText, QStringLiteral("one\r\ntwo\nthree\r[REPLACE]")},
+                                              {surrogates, QString()}});
+        QVERIFY(
+            file.startsWith(u"[REPLACE]\r\nTotal = 3\r\nTextFind1=[a]=\"b\r\nReplace1= c \r\nTextFind2="));
+        QVERIFY(file.contains(longText));
+        const QList<Replacement> expected = {{QStringLiteral("[a]=\"b"), QStringLiteral("c")},
+                                             {longText.first(254), QStringLiteral("one two three [REPLACE]")},
+                                             {surrogates.first(253), QString()}};
+        QVERIFY(readReplaceList(file) == expected);
+    }
+
+    void fillsTheProgramFolder()
+    {
+        const TestFiles files;
+        files.write(QStringLiteral("from/a.txt"), "new");
+        QFile(files.write(QStringLiteral("from/trans/a/b.txt"), "b")).setPermissions(QFile::ReadOwner);
+        files.write(QStringLiteral("to/a.txt"), "mine");
+        copyMissing(files.path(QStringLiteral("from")), files.path(QStringLiteral("to")),
+                    {QStringLiteral("a.txt"), QStringLiteral("trans"), QStringLiteral("missing")});
+        QCOMPARE(files.read(QStringLiteral("to/a.txt")), "mine");
+        QCOMPARE(files.read(QStringLiteral("to/trans/a/b.txt")), "b");
+        QVERIFY(QFile(files.path(QStringLiteral("to/trans/a/b.txt"))).permissions() & QFile::WriteOwner);
+        QVERIFY(!QFileInfo::exists(files.path(QStringLiteral("to/missing"))));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestReplaceList)
+#include "tst_replacelist.moc"
