@@ -1,5 +1,6 @@
 #include "app/frmSkin.h"
 
+#include "app/Dialogs.h"
 #include "app/RecentThemes.h"
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
@@ -167,6 +168,10 @@ void frmSkin::makeMenu()
     frmWb->addCommands(m_menu);
     m_menu.on("mnuColCode(1)", [this] { mnuColCode_Click(ColourForm::Code); });
     m_menu.on("mnuColCode(2)", [this] { mnuColCode_Click(ColourForm::Name); });
+    m_dialogs = std::make_unique<Dialogs>(
+        *this, *m_sourceTab, m_theme, m_prompts, [this](const auto &command) { guarded(command); },
+        [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); });
+    m_dialogs->addCommands(m_menu);
     m_menu.on("mnuAbout", [this] { mnuAbout_Click(); });
     m_recent = std::make_unique<RecentThemes>(*m_menu.menu("mnuRecentThemes"),
                                               [this](const QString &folder) { openTheme(folder); });

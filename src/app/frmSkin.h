@@ -13,6 +13,7 @@
 namespace quillmere {
 
 class ColorTab;
+class Dialogs;
 class FontTab;
 class ImageTab;
 class KeymapTab;
@@ -102,6 +103,7 @@ private:
     StatusLine *m_status;
     int CurrentTab = 1; // 1-based
     QElapsedTimer m_sinceTheme;
+    std::unique_ptr<Dialogs> m_dialogs;
 };
 
 } // namespace quillmere

@@ -189,6 +189,7 @@ void SourceTab::lvBlock_DblClick(int row)
         return;
     txtSnippet->select(lineOfBlock(txtSnippet->text(), blocks.sub(row, 1)), 0);
     txtSnippet->setFocus();
+    emit blockOpened(blocks.sub(row, 1), blocks.text(row));
 }
 
 } // namespace quillmere

@@ -44,6 +44,8 @@ public:
 signals:
     void pageReady(const QString &page);
     void textChanged();
+    // A block of lvBlock was opened; the caret is on the line that holds its name.
+    void blockOpened(const QString &name, const QString &className);
 
 protected:
     void layOut(int height) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/frmSkin.h"
+#include "platform/ProgramFolder.h"
 #include "platform/Prompts.h"
 #include "platform/TestFiles.h"
 #include "platform/WebBrowser.h"
@@ -72,6 +73,7 @@ public:
     {
         QSettings().clear();
         setBackupFolder(files.path(QStringLiteral("backup")));
+        setProgramFolder(files.folder());
         skin = std::make_unique<frmSkin>(&prompts);
         skin->resize(1400, 900);
         skin->show();

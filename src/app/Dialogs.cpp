@@ -1,0 +1,77 @@
+#include "app/Dialogs.h"
+
+#include "app/ThemeProject.h"
+#include "platform/Commands.h"
+#include "replace/frmReplace.h"
+#include "widgets/SourceBox.h"
+#include "widgets/SourceTab.h"
+#include "widgets/frmWidget.h"
+
+#include <QAction>
+#include <QGuiApplication>
+
+namespace quillmere {
+
+Dialogs::Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Prompts &prompts,
+                 Guard guard, std::function<void()> showSource)
+    : m_window(window), m_sourceTab(sourceTab), m_theme(theme), m_prompts(prompts), m_guard(std::move(guard)),
+      m_showSource(std::move(showSource)), m_findNext(new QAction(QObject::tr("Find Next"), &window))
+{
+    m_findNext->setObjectName(QStringLiteral("findNext"));
+    m_findNext->setShortcut(Qt::Key_F3);
+    m_window.addAction(m_findNext);
+    QObject::connect(m_findNext, &QAction::triggered, &window, [this] { m_guard([this] { findNext(); }); });
+    QObject::connect(&sourceTab, &SourceTab::blockOpened, &window,
+                     [this](const QString &name, const QString &className) {
+                         m_guard([&] { openBlock(name, className); });
+                     });
+}
+
+Dialogs::~Dialogs() = default;
+
+void Dialogs::addCommands(Commands &menu)
+{
+    menu.on("mnuTReplace", [this] { replaceDialog().open(); });
+    menu.action("mnuTReplace")->setShortcut(Qt::CTRL | Qt::Key_H);
+}
+
+void Dialogs::openBlock(const QString &name, const QString &className)
+{
+    if (!m_properties)
+        m_properties = std::make_unique<frmWidget>(
+            *m_sourceTab.txtSnippet, PropertyChoices{m_theme.lvFont, m_theme.images.rows, m_theme.lvColor},
+            m_window);
+    m_properties->turnTo(name, className);
+    // A double click also puts the caret on the block's line, and one may go on typing there. Who came by the
+    // keyboard could not get into the dialog otherwise.
+    const bool byMouse = QGuiApplication::mouseButtons() != Qt::NoButton;
+    m_properties->present(byMouse ? ModelessDialog::Keyboard::Leaves : ModelessDialog::Keyboard::Takes);
+}
+
+frmReplace &Dialogs::replaceDialog()
+{
+    if (!m_replace) {
+        SourceBox *source = m_sourceTab.txtSnippet;
+        m_replace = std::make_unique<frmReplace>(
+            SourceAccess{
+                [source] { return source->text(); }, [source](const QString &text) { source->rewrite(text); },
+                [source] { return source->selectionStart(); }, [source] { return source->selectionLength(); },
+                [this, source](qsizetype start, qsizetype length) {
+                    m_showSource();
+                    source->select(start, length);
+                    m_window.activateWindow();
+                    source->setFocus();
+                }},
+            m_prompts, m_guard, m_window);
+        m_replace->addAction(m_findNext);
+    }
+    return *m_replace;
+}
+
+void Dialogs::findNext()
+{
+    if (!replaceDialog().findNext())
+        replaceDialog().open(); // for there is nothing yet to look for
+}
+
+} // namespace quillmere

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+class QAction;
+class QWidget;
+
+namespace quillmere {
+
+class Commands;
+class Prompts;
+class SourceTab;
+class ThemeProject;
+class frmReplace;
+class frmWidget;
+
+// The dialogs that stay open beside the main window. Each is made when it is first wanted.
+class Dialogs
+{
+public:
+    // Runs a command and shows what goes wrong in it.
+    using Guard = std::function<void(const std::function<void()> &)>;
+
+    // `showSource` turns to the Source tab.
+    Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Prompts &prompts, Guard guard,
+            std::function<void()> showSource);
+    ~Dialogs();
+
+    void addCommands(Commands &menu);
+
+private:
+    void openBlock(const QString &name, const QString &className);
+    frmReplace &replaceDialog();
+    void findNext();
+
+    QWidget &m_window;
+    SourceTab &m_sourceTab;
+    const ThemeProject &m_theme;
+    Prompts &m_prompts;
+    Guard m_guard;
+    std::function<void()> m_showSource;
+    QAction *m_findNext; // F3
+    std::unique_ptr<frmWidget> m_properties;
+    std::unique_ptr<frmReplace> m_replace;
+};
+
+} // namespace quillmere

@@ -1,0 +1,330 @@
+#include "replace/frmReplace.h"
+
+#include "platform/ListView.h"
+#include "platform/Named.h"
+#include "platform/Paths.h"
+#include "platform/ProgramFolder.h"
+#include "platform/Prompts.h"
+#include "platform/TextFile.h"
+#include "replace/ReplaceList.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+
+#include <limits>
+
+namespace quillmere {
+
+namespace {
+
+constexpr QSize kFirstSize{720, 520}; // pixels
+const QString kTitle = QStringLiteral("Simpan Text");
+
+QString replaceIni()
+{
+    return joinPath(programFolder(), u"replace.ini");
+}
+
+} // namespace
+
+struct frmReplace::Button
+{
+    const char *name;
+    const char *caption;
+    QString what; // what a screen reader says, and the tooltip
+    void (frmReplace::*click)();
+};
+
+frmReplace::frmReplace(SourceAccess source, Prompts &prompts, Guard guard, QWidget &owner)
+    : ModelessDialog(QStringLiteral("frmReplace"), owner), m_source(std::move(source)), m_prompts(prompts),
+      m_guard(std::move(guard)), m_finds({QStringLiteral("Text Find")}),
+      m_replacements({QStringLiteral("Text Replace")}),
+      Text1(named(new QLineEdit, "Text1", QStringLiteral("Text Find"))),
+      Text2(named(new QLineEdit, "Text2", QStringLiteral("Text Replace"))),
+      List1(new ListView(QStringLiteral("List1"), tr("Find texts"), m_finds)),
+      List2(new ListView(QStringLiteral("List2"), tr("Replacement texts"), m_replacements)),
+      m_hint(new QLabel)
+{
+    setWindowTitle(tr("Replace"));
+    for (QLineEdit *box : {Text1, Text2}) {
+        box->setMaxLength(std::numeric_limits<int>::max());
+        box->setClearButtonEnabled(true);
+        box->installEventFilter(this);
+    }
+    List1->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    for (ListView *list : {List1, List2}) {
+        list->setTextElideMode(Qt::ElideRight);
+        connect(list, &ListView::rowClicked, this, &frmReplace::List_Click);
+    }
+    connect(List1->verticalScrollBar(), &QScrollBar::valueChanged, List2->verticalScrollBar(),
+            &QScrollBar::setValue);
+    connect(List2->verticalScrollBar(), &QScrollBar::valueChanged, List1->verticalScrollBar(),
+            &QScrollBar::setValue);
+    m_hint->setWordWrap(true);
+    m_hint->hide();
+
+    auto *grid = new QGridLayout(this);
+    grid->addWidget(makeTexts(), 0, 0, 1, 2);
+    grid->addWidget(makeNavigation(), 1, 0, 1, 2);
+    grid->addWidget(makeFinds(), 2, 0);
+    grid->addWidget(makeReplacements(), 2, 1);
+    grid->addWidget(m_hint, 3, 0, 1, 2);
+    grid->setRowStretch(2, 1);
+    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(1, 1);
+    resize(kFirstSize);
+}
+
+QGroupBox *frmReplace::makeFrame(const char *name, const char *caption)
+{
+    auto *frame = new QGroupBox(QLatin1String(caption), this);
+    frame->setObjectName(QLatin1String(name));
+    return frame;
+}
+
+void frmReplace::addButtons(QLayout *layout, std::initializer_list<Button> buttons)
+{
+    for (const Button &button : buttons) {
+        auto *made = named(new QPushButton(QLatin1String(button.caption)), button.name, button.what);
+        made->setToolTip(button.what);
+        connect(made, &QPushButton::clicked, this, [this, click = button.click] {
+            m_hint->hide();
+            m_guard([this, click] { (this->*click)(); });
+        });
+        layout->addWidget(made);
+    }
+}
+
+QGroupBox *frmReplace::makeTexts()
+{
+    QGroupBox *frame = makeFrame("Frame1", "Text Properties ");
+    auto *grid = new QGridLayout(frame);
+    int line = 0;
+    for (QLineEdit *box : {Text1, Text2}) {
+        grid->addWidget(new QLabel(box->accessibleName()), line, 0);
+        grid->addWidget(box, line++, 1);
+    }
+    return frame;
+}
+
+QGroupBox *frmReplace::makeNavigation()
+{
+    QGroupBox *frame = makeFrame("Frame2", " Navigation ");
+    addButtons(
+        new QHBoxLayout(frame),
+        {{"Command1", "&Added", tr("Add the two texts to the end of the list"), &frmReplace::Added},
+         {"Command2", "&Edit", tr("Put the two texts in place of the current pair, at the end of the list"),
+          &frmReplace::Edit},
+         {"Command3", "&Delete", tr("Take the current pair off the list"), &frmReplace::Delete},
+         {"Command4", "&Save", tr("Save the list"), &frmReplace::Save},
+         {"Command8", "Re&frash", tr("Read the saved list again"), &frmReplace::LoadReplaceList}});
+    return frame;
+}
+
+QGroupBox *frmReplace::makeFinds()
+{
+    QGroupBox *frame = makeFrame("Frame3", "List Replace ");
+    auto *column = new QVBoxLayout(frame);
+    column->addWidget(List1, 1);
+    auto *line = new QHBoxLayout;
+    column->addLayout(line);
+    addButtons(line,
+               {{"Command6", "Se&lect All", tr("Select every pair"), &frmReplace::SelectRepAll},
+                {"Command5", "Desele&ct", tr("Select no pair"), &frmReplace::Deselect},
+                {"Command7", "&Replace All", tr("Apply the selected pairs to the source, in their order"),
+                 &frmReplace::ReplaceText}});
+    return frame;
+}
+
+QGroupBox *frmReplace::makeReplacements()
+{
+    QGroupBox *frame = makeFrame("Frame4", "Clear Text ");
+    auto *column = new QVBoxLayout(frame);
+    column->addWidget(List2, 1);
+    auto *line = new QHBoxLayout;
+    column->addLayout(line);
+    addButtons(
+        line, {{"Command9", "R&eplace All", tr("Replace the find text everywhere in the source"),
+                &frmReplace::ReplaceAll},
+               {"Command12", "&Replace", tr("Put the replacement in place of what is selected in the source"),
+                &frmReplace::Replace}});
+    auto *next =
+        named(new QPushButton(QStringLiteral("&Find Next")), "Command13", tr("Find the next place (F3)"));
+    next->setToolTip(next->accessibleName());
+    next->setDefault(true); // Enter in a text box
+    connect(next, &QPushButton::clicked, this, [this] {
+        if (!findNext())
+            Text1->setFocus();
+    });
+    line->addWidget(next);
+    return frame;
+}
+
+void frmReplace::open()
+{
+    if (!isVisible()) {
+        m_hint->hide();
+        LoadReplaceList();
+    }
+    present(Keyboard::Takes);
+    Text1->setFocus();
+    Text1->selectAll();
+}
+
+bool frmReplace::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *box = qobject_cast<QLineEdit *>(watched);
+    if (!box || event->type() != QEvent::KeyPress || box->text().isEmpty() ||
+        static_cast<QKeyEvent *>(event)->key() != Qt::Key_Escape)
+        return ModelessDialog::eventFilter(watched, event);
+    box->clear(); // and the dialog stays
+    return true;
+}
+
+QList<Replacement> frmReplace::pairs() const
+{
+    QList<Replacement> pairs;
+    for (int row = 0; row < m_finds.count(); ++row)
+        pairs.append({m_finds.text(row), m_replacements.text(row)});
+    return pairs;
+}
+
+void frmReplace::setPairs(const QList<Replacement> &pairs)
+{
+    QList<ListRows::Row> finds, replacements;
+    for (const Replacement &pair : pairs) {
+        finds.append({pair.from, {}});
+        replacements.append({pair.to, {}});
+    }
+    m_finds.assign(finds);
+    m_replacements.assign(replacements);
+}
+
+Replacement frmReplace::typed() const
+{
+    return {withSourceLineEnds(Text1->text()), withSourceLineEnds(Text2->text())};
+}
+
+int frmReplace::currentPair() const
+{
+    return List1->currentIndex().row();
+}
+
+// The selection says which pairs are applied, so being current must not change it. -1 for none.
+void frmReplace::makeCurrent(int row)
+{
+    List1->selectionModel()->setCurrentIndex(m_finds.index(row, 0), QItemSelectionModel::NoUpdate);
+    List2->setCurrentIndex(m_replacements.index(row, 0));
+}
+
+void frmReplace::List_Click(int row)
+{
+    makeCurrent(row);
+    Text1->setText(m_finds.text(row));
+    Text2->setText(m_replacements.text(row));
+}
+
+void frmReplace::LoadReplaceList()
+{
+    setPairs(readReplaceList(LoadFile(replaceIni())));
+}
+
+void frmReplace::Added()
+{
+    const Replacement pair = typed();
+    m_finds.add(pair.from);
+    m_replacements.add(pair.to);
+    List1->scrollToBottom();
+}
+
+void frmReplace::Edit()
+{
+    if (currentPair() < 0)
+        return;
+    Delete();
+    Added();
+    makeCurrent(m_finds.count() - 1);
+}
+
+void frmReplace::Delete()
+{
+    const int row = currentPair();
+    if (row < 0)
+        return;
+    m_finds.remove(row);
+    m_replacements.remove(row);
+    makeCurrent(-1); // or the boxes would hold another pair than the current one, and Edit would replace it
+}
+
+void frmReplace::Save()
+{
+    const bool write = m_prompts.ask(kTitle, QStringLiteral("Benar akan menyimapn text replace?"));
+    const QList<Replacement> saved = pairs();
+    if (write) {
+        SaveFile(replaceIni(), replaceListText(saved));
+        m_prompts.tell(kTitle, QStringLiteral("Tersimpan"), Prompts::Icon::Information);
+    }
+    LoadReplaceList();
+    if (write && pairs() != saved) {
+        m_hint->setText(
+            tr("Some texts came back changed: the file keeps one line of 254 characters for a text, "
+               "without blanks or a pair of quotes around it."));
+        m_hint->show();
+    }
+}
+
+void frmReplace::SelectRepAll()
+{
+    List1->selectAll();
+}
+
+void frmReplace::Deselect()
+{
+    List1->clearSelection();
+}
+
+void frmReplace::ReplaceText()
+{
+    QList<Replacement> selected;
+    for (int row = 0; row < m_finds.count(); ++row) {
+        if (List1->selectionModel()->isRowSelected(row, {}))
+            selected.append({m_finds.text(row), m_replacements.text(row)});
+    }
+    makeCurrent(m_finds.count() - 1);
+    QString text = m_source.text();
+    m_source.rewrite(replaceAllIgnoringCase(text, selected));
+}
+
+void frmReplace::ReplaceAll()
+{
+    QString text = m_source.text();
+    m_source.rewrite(replaceAllIgnoringCase(text, {typed()}));
+}
+
+void frmReplace::Replace()
+{
+    const QString to = typed().to;
+    const qsizetype start = m_source.selectionStart();
+    m_source.rewrite(m_source.text().replace(start, m_source.selectionLength(), to));
+    m_source.select(start, to.size());
+}
+
+bool frmReplace::findNext()
+{
+    const QString find = typed().from;
+    if (find.isEmpty())
+        return false;
+    const qsizetype behind = m_source.selectionStart() + m_source.selectionLength();
+    const qsizetype hit = indexOfIgnoringCase(m_source.text(), find, behind);
+    if (hit < 0)
+        m_prompts.tell(u"Find " + find, u"End of find " + find, Prompts::Icon::Information);
+    m_source.select(std::max<qsizetype>(hit, 0), hit < 0 ? 0 : find.size());
+    return true;
+}
+
+} // namespace quillmere

@@ -1,0 +1,259 @@
+#include "app/WindowFixture.h"
+
+#include "platform/ListView.h"
+#include "platform/RunTimeError.h"
+#include "widgets/SourceBox.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabBar>
+
+using namespace quillmere;
+
+namespace {
+
+const QString kSource = QStringLiteral(
+    "<widget class=\"text\" name=\"title\">\r\n <property>\r\n  <rect>[40,50,200,60]</rect>\r\n"
+    "  <string>Hello</string>\r\n "
+    "<forecolor>[white,b]</forecolor><mode>own</mode></property>\r\n</widget>\r\n"
+    "<widget class=\"box\" name=\"a::[b]'c\"><property><rect_2>[1,2,3,4]</rect_2></property>\r\n</widget>\r\n"
+    "<widget class=\"bare\" name=\"none\">\r\n</widget>\r\n<widget name=\"last\">");
+
+// A dialog beside the main window, by name.
+class Dialog
+{
+public:
+    explicit Dialog(const char *name)
+    {
+        for (QWidget *candidate : QApplication::topLevelWidgets()) {
+            if (candidate->objectName() == QLatin1String(name))
+                widget = candidate;
+        }
+        if (!widget)
+            qFatal("There is no %s", name);
+    }
+    template <typename Kind>
+    Kind *find(const char *name) const
+    {
+        Kind *found = widget->findChild<Kind *>(QLatin1String(name));
+        if (!found)
+            qFatal("There is no %s", name);
+        return found;
+    }
+    void click(const char *button) const { QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton); }
+    QString rows(const char *list) const { return rowsAsText(find<ListView>(list)->model()); }
+    QLineEdit *line(const char *box) const
+    {
+        auto *combo = widget->findChild<QComboBox *>(QLatin1String(box));
+        return combo ? combo->lineEdit() : find<QLineEdit>(box);
+    }
+    void type(const char *box, const QString &text) const
+    {
+        line(box)->selectAll();
+        QTest::keyClicks(line(box), text);
+    }
+
+    QWidget *widget = nullptr;
+};
+
+void doubleClick(ListView *list, int row)
+{
+    const QPoint place = list->visualRect(list->model()->index(row, 1)).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+}
+
+SourceBox *openSource(const Window &window, const QString &text)
+{
+    auto *source = window.find<SourceBox>("txtSnippet");
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    source->setText(text);
+    return source;
+}
+
+} // namespace
+
+class TestDialogs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void blockMoves();
+    void editors();
+    void replaceList();
+    void findsAndReplaces();
+};
+
+void TestDialogs::blockMoves()
+{
+    const Window window;
+    SourceBox *source = openSource(window, kSource);
+    auto *blocks = window.find<ListView>("lvBlock");
+    doubleClick(blocks, 0);
+    const Dialog dialog("frmWidget");
+    QVERIFY(dialog.widget->isVisible() && !dialog.widget->isModal());
+    QCOMPARE(dialog.widget->windowTitle(), QStringLiteral(" Property :: title :: text"));
+    QCOMPARE(dialog.rows("lvBlock"), QStringLiteral("rect | [40,50,200,60]\nstring | Hello\n"
+                                                    "forecolor | [white,b]\nmode | own\n"));
+    QCOMPARE(window.find<SourceBox>("txtSnippet"), source); // the main window's own is still the one found
+    QTRY_VERIFY(source->hasFocus());
+
+    doubleClick(dialog.find<ListView>("lvBlock"), 0);
+    dialog.type("txtL", QStringLiteral("1x2.3")); // whole numbers only
+    QTest::keyClick(dialog.line("txtL"), Qt::Key_Return);
+    QCOMPARE(window.style(QStringLiteral("title"), QStringLiteral("left")), QStringLiteral("123px"));
+    QVERIFY(source->text().startsWith(QStringLiteral(
+        "<widget class=\"text\" name=\"title\">\r\n <property>\r\n<rect>[123,50,200,60]</rect>\r\n"
+        "<string>Hello</string>\r\n<forecolor>[white,b]</forecolor>\r\n<mode>own</mode>\r\n</property>")));
+
+    source->undo();
+    QCOMPARE(source->text(), kSource);
+    QVERIFY(!source->document()->isUndoAvailable());
+    QVERIFY(dialog.rows("lvBlock").startsWith(QStringLiteral("rect | [40,")));
+    dialog.click("cmdRec"); // the row is still selected
+    QVERIFY(source->text().contains(QStringLiteral("[123,")));
+
+    // Another block without properties: the list stays, and nothing is written back.
+    const QString before = source->text();
+    doubleClick(blocks, 2);
+    QCOMPARE(dialog.widget->windowTitle(), QStringLiteral(" Property :: none :: bare"));
+    QVERIFY(dialog.rows("lvBlock").startsWith(QStringLiteral("rect | [123,")));
+    dialog.find<QPushButton>("cmdRec")->click();
+    QCOMPARE(source->text(), before);
+
+    // A name that divides the caption; a property that is shown in the boxes of the rectangle and never set.
+    doubleClick(blocks, 1);
+    doubleClick(dialog.find<ListView>("lvBlock"), 0);
+    dialog.type("txtH", QStringLiteral("9"));
+    dialog.click("cmdRec");
+    QVERIFY(source->text().contains(QStringLiteral("<rect_2>[1,2,3,4]</rect_2>\r\n</property>")));
+    source->setText(QString(kSource).replace(QLatin1String("[1,2,3,4]"), QLatin1String("[5]")));
+    QCOMPARE(dialog.rows("lvBlock"), QStringLiteral("rect_2 | [5]\n"));
+}
+
+void TestDialogs::editors()
+{
+    const Window window;
+    const SourceBox *source = openSource(window, kSource);
+    doubleClick(window.find<ListView>("lvBlock"), 0);
+    const Dialog dialog("frmWidget");
+    const struct
+    {
+        const char *frame, *box, *shown, *typed, *button, *element;
+    } editors[] = {
+        {"frRect", "txtH", "60", "-7", "cmdRec", "<rect>[40,50,200,-7]</rect>\r\n"},
+        {"frTxt", "txtTxt", "Hello", "a&b", "cmdTxt", "<string>a&b</string>\r\n"},
+        {"frColor", "cmbColor(1)", "b", "navy", "cmdColor", "<forecolor>[white,navy,]</forecolor>\r\n"},
+        {"frCombo", "CmbVal", "own", "sing", "CmdCombo", "<mode>sing</mode>\r\n"}};
+    for (int row = 0; row < 4; ++row) {
+        const auto &editor = editors[row];
+        doubleClick(dialog.find<ListView>("lvBlock"), row);
+        for (const auto &other : editors)
+            QCOMPARE(dialog.find<QWidget>(other.frame)->isVisible(), other.frame == editor.frame);
+        QCOMPARE(dialog.line(editor.box)->text(), QLatin1String(editor.shown));
+        dialog.type(editor.box, QLatin1String(editor.typed));
+        dialog.find<QPushButton>(editor.button)->click();
+        QVERIFY2(source->text().contains(QLatin1String(editor.element)), qPrintable(source->text()));
+    }
+}
+
+void TestDialogs::replaceList()
+{
+    Window window;
+    SourceBox *source = openSource(window, QStringLiteral("a A b\r\nc"));
+    window.choose("mnuTReplace");
+    const Dialog dialog("frmReplace");
+    const auto add = [&](const QString &find, const QString &replace) {
+        dialog.line("Text1")->setText(find);
+        dialog.line("Text2")->setText(replace);
+        dialog.click("Command1");
+    };
+    add(QStringLiteral("c"), QStringLiteral("d"));
+    add(QStringLiteral("A"), QStringLiteral(" b"));
+    add(QStringLiteral("b\n"), QStringLiteral("e"));
+    auto *finds = dialog.find<ListView>("List1");
+    QTest::mouseClick(finds->viewport(), Qt::LeftButton, {},
+                      finds->visualRect(finds->model()->index(0, 0)).center());
+    QCOMPARE(dialog.line("Text2")->text(), QStringLiteral("d"));
+    QCOMPARE(dialog.find<ListView>("List2")->selectedRow(), 0);
+    dialog.click("Command2"); // the edited pair goes to the end
+    QCOMPARE(dialog.rows("List1"), QStringLiteral("A\nb\r\n\nc\n"));
+    dialog.click("Command7"); // nothing is selected
+    QVERIFY(!source->document()->isUndoAvailable());
+    dialog.click("Command6");
+    dialog.click("Command7");
+    QCOMPARE(source->text(), QStringLiteral(" b  b ed"));
+    source->undo();
+    QCOMPARE(source->text(), QStringLiteral("a A b\r\nc"));
+    QVERIFY(!source->document()->isUndoAvailable());
+
+    const QString question = QStringLiteral("Benar akan menyimapn text replace?");
+    window.prompts.expectQuestion(QStringLiteral("Simpan Text"), question, true);
+    window.prompts.expectMessage(QStringLiteral("Simpan Text"), QStringLiteral("Tersimpan"));
+    dialog.click("Command4");
+    QCOMPARE(window.files.read(QStringLiteral("replace.ini")),
+             "[REPLACE]\r\nTotal = 3\r\nTextFind1=A\r\nReplace1= b\r\nTextFind2=b \r\nReplace2=e\r\n"
+             "TextFind3=c\r\nReplace3=d\r\n");
+    QCOMPARE(dialog.rows("List1") + dialog.rows("List2"), QStringLiteral("A\nb\nc\nb\ne\nd\n"));
+    finds->setCurrentIndex(finds->model()->index(1, 0));
+    dialog.click("Command3");
+    dialog.click("Command3"); // no row is current any more
+    QCOMPARE(dialog.rows("List1") + dialog.rows("List2"), QStringLiteral("A\nc\nb\nd\n"));
+    window.prompts.expectQuestion(QStringLiteral("Simpan Text"), question, false);
+    dialog.click("Command4");
+    QCOMPARE(dialog.rows("List1"), QStringLiteral("A\nb\nc\n"));
+
+    // A file that cannot be written: one message, the list stays.
+    setProgramFolder(window.files.path(QStringLiteral("replace.ini")));
+    QString reason;
+    try {
+        SaveFile(QString(programFolder() + u"/replace.ini"), QString());
+    } catch (const RunTimeError &error) {
+        reason = error.message();
+    }
+    QVERIFY(reason.contains(programFolder()));
+    window.prompts.expectQuestion(QStringLiteral("Simpan Text"), question, true);
+    window.prompts.expectMessage(QStringLiteral("Quillmere"), reason);
+    dialog.click("Command4");
+    QCOMPARE(dialog.rows("List1"), QStringLiteral("A\nb\nc\n"));
+}
+
+void TestDialogs::findsAndReplaces()
+{
+    Window window;
+    SourceBox *source = openSource(window, QStringLiteral("Ab ab\r\nAB"));
+    QTest::keyClick(window.skin.get(), Qt::Key_F3); // nothing to look for yet: the dialog opens
+    const Dialog dialog("frmReplace");
+    QVERIFY(dialog.widget->isVisible());
+    dialog.type("Text1", QStringLiteral("b a"));
+    QTest::keyClick(dialog.line("Text1"), Qt::Key_Escape);
+    QCOMPARE(dialog.line("Text1")->text(), QString());
+    dialog.type("Text1", QStringLiteral("ab"));
+    source->select(0, 1);
+    const auto selection = [&] { return std::pair(source->selectionStart(), source->selectionLength()); };
+    dialog.click("Command13"); // behind the selection
+    QCOMPARE(selection(), std::pair(qsizetype(3), qsizetype(2)));
+    QTRY_VERIFY(source->hasFocus());
+    QTest::keyClick(source, Qt::Key_F3);
+    QCOMPARE(selection(), std::pair(qsizetype(7), qsizetype(2)));
+    window.prompts.expectMessage(QStringLiteral("Find ab"), QStringLiteral("End of find ab"));
+    QTest::keyClick(source, Qt::Key_F3);
+    QCOMPARE(selection(), std::pair(qsizetype(0), qsizetype(0)));
+
+    source->select(4, 3);
+    dialog.line("Text2")->setText(QStringLiteral("x\ny"));
+    dialog.click("Command12");
+    QCOMPARE(source->text(), QStringLiteral("Ab ax\r\nyAB"));
+    QCOMPARE(selection(), std::pair(qsizetype(4), qsizetype(4)));
+    dialog.click("Command9");
+    QCOMPARE(source->text(), QStringLiteral("x\r\ny ax\r\nyx\r\ny"));
+    QVERIFY(dialog.widget->isVisible());
+}
+
+int main(int argc, char **argv)
+{
+    return runWindowTest<TestDialogs>(argc, argv);
+}
+
+#include "tst_dialogs.moc"
