@@ -28,12 +28,12 @@ ThemeProject::ThemeProject(QObject *parent)
 {
 }
 
-void ThemeProject::LoadTheme(const QString &folder)
+bool ThemeProject::LoadTheme(const QString &folder)
 {
     lvTheme.clear();
     const QString text = LoadFile(joinPath(folder, u"theme.xml"));
     if (text.isEmpty())
-        return;
+        return false;
     m_folder = folder;
 
     QList<ListRows::Row> entries;
@@ -47,6 +47,7 @@ void ThemeProject::LoadTheme(const QString &folder)
         runLoader(entry.text, entry.sub(1));
     loadPanel();
     emit loaded();
+    return true;
 }
 
 void ThemeProject::runLoader(const QString &name, const QString &value)

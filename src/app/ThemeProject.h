@@ -24,8 +24,8 @@ public:
 
     // Reads theme.xml of the folder, lists its <config> entries in lvTheme and runs the loader of each, in
     // file order; then default.xml. A kind that no entry names keeps what it held. Without a theme.xml,
-    // lvTheme is empty and nothing else changes.
-    void LoadTheme(const QString &folder);
+    // lvTheme is empty, nothing else changes, and the answer is false.
+    bool LoadTheme(const QString &folder);
 
     const QString &folder() const { return m_folder; }
 

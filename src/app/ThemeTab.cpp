@@ -49,6 +49,13 @@ ThemeTab::ThemeTab(ListRows &entries, FileList &files, QWidget *parent)
       lvTheme(new ListView(QStringLiteral("lvTheme"), tr("Entries of the theme"), entries, this))
 {
     Drive1->addItems(drives());
+    {
+        // Somewhere to start from; nothing is chosen by it.
+        const QSignalBlocker quiet(Dir1);
+        Dir1->setPath(QDir::homePath());
+    }
+    setTabOrder(Drive1, Dir1);
+    setTabOrder(Dir1, lvTheme);
     connect(Drive1, &QComboBox::textActivated, this, [this](const QString &drive) {
         // A drive that is not ready is passed over in silence.
         Dir1->setPath(drive);

@@ -12,6 +12,7 @@ frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmAbout"));
     setWindowTitle(tr("About Quillmere"));
+    setWindowFlag(Qt::WindowStaysOnTopHint); // the colour picker stays on top, too
     auto *name = named(new QLabel(QStringLiteral("Quillmere")), "lblProduct", tr("Product"));
     QFont large = name->font();
     large.setPointSizeF(large.pointSizeF() * 2);

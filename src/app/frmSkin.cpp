@@ -75,6 +75,7 @@ frmSkin::frmSkin(Prompts *prompts, QWidget *parent)
     makeMenu();
     connect(&m_theme, &ThemeProject::loaded, this, &frmSkin::themeLoaded);
 
+    setTabOrder(m_sourceTab->txtSnippet, frmWb->wb); // the preview comes last
     Form_Resize(toTwips(kFirstWidth), toTwips(kFirstHeight));
     frmWb->showScreen(Screen::S1024x576);
     resize(kFirstWidth, kFirstHeight);
@@ -90,8 +91,10 @@ void frmSkin::showFirst()
         room.width() >= kFirstWidth + kWindowBorder && room.height() >= kFirstHeight + kWindowBorder;
     if (restoreGeometry(QSettings().value(kGeometry).toByteArray()) || fits)
         show();
-    else
+    else {
+        resize(room * 9 / 10);
         showMaximized();
+    }
 }
 
 void frmSkin::makeTabs()
@@ -262,7 +265,8 @@ void frmSkin::Dir1_Change(const QString &path)
     m_sinceTheme.start();
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const auto restore = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
-    m_theme.LoadTheme(path);
+    if (!m_theme.LoadTheme(path))
+        m_status->say(tr("There is no theme.xml in %1; what was open stays open.").arg(path));
 }
 
 void frmSkin::themeLoaded()

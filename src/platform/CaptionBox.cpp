@@ -28,7 +28,8 @@ void CaptionBox::paintEvent(QPaintEvent *)
     QStylePainter painter(this);
     QStyleOptionGroupBox option;
     initStyleOption(&option);
-    option.text = option.fontMetrics.elidedText(option.text, Qt::ElideMiddle, width() - kTitleMargin);
+    option.text = option.fontMetrics.elidedText(title(), Qt::ElideMiddle, width() - kTitleMargin);
+    option.text.replace(u'&', QLatin1String("&&")); // in a path it is no mark of a shortcut
     painter.drawComplexControl(QStyle::CC_GroupBox, option);
 }
 

@@ -1,5 +1,6 @@
 #include "platform/MessagePrompts.h"
 
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -8,14 +9,24 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kInputWidth = 560; // pixels
+constexpr int kInputWidth = 560;   // pixels
+constexpr int kMessageWidth = 340; // pixels, so that a title is not cut off above a short text
+
+// A box must not come up behind a dialog of ours that stays on top, or the program seems to hang.
+void prepare(QMessageBox &box)
+{
+    box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    box.setTextFormat(Qt::PlainText); // names from a theme must not turn into markup
+    if (auto *grid = qobject_cast<QGridLayout *>(box.layout()))
+        grid->addItem(new QSpacerItem(kMessageWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
 
 } // namespace
 
 bool MessagePrompts::ask(const QString &title, const QString &text)
 {
     QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, m_window);
-    box.setTextFormat(Qt::PlainText); // names from a theme must not turn into markup
+    prepare(box);
     return box.exec() == QMessageBox::Yes;
 }
 
@@ -23,7 +34,7 @@ void MessagePrompts::tell(const QString &title, const QString &text, Icon icon)
 {
     QMessageBox box(icon == Icon::Critical ? QMessageBox::Critical : QMessageBox::Information, title, text,
                     QMessageBox::Ok, m_window);
-    box.setTextFormat(Qt::PlainText);
+    prepare(box);
     box.exec();
 }
 
@@ -31,6 +42,7 @@ std::optional<QString> MessagePrompts::input(const QString &title, const QString
                                              const QString &preset)
 {
     QInputDialog dialog(m_window);
+    dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
     dialog.setWindowTitle(title);
     dialog.setLabelText(prompt);
     dialog.setTextValue(preset);

@@ -64,12 +64,21 @@ protected:
     }
 };
 
+// The window of a page scrolls by the rule of its root element; without one there it goes by that of the
+// body, which is where pages forbid it.
+QString overflowScript(bool scrollable)
+{
+    return QStringLiteral("document.documentElement.style.overflow='%1';")
+        .arg(scrollable ? QStringLiteral("auto") : QString());
+}
+
 // A page is handed over as JSON, so that no text in it can end the string it travels in.
-QString writingScript(const QString &page)
+QString writingScript(const QString &page, bool scrollable)
 {
     const QByteArray json = QJsonDocument(QJsonArray{page}).toJson(QJsonDocument::Compact);
     return u"(function(){var x=window.scrollX,y=window.scrollY;document.open();document.write(" +
-           QString::fromUtf8(json) + u"[0]);document.close();window.scrollTo(x,y);})()";
+           QString::fromUtf8(json) + u"[0]);document.close();" + overflowScript(scrollable) +
+           u"window.scrollTo(x,y);})()";
 }
 
 // Loads the pictures that the style rules name once more (from the cache) to learn when they are there, waits
@@ -163,6 +172,15 @@ void WebBrowser::setThemeFolder(const QString &folder)
     m_pictures->themeFolder = folder;
 }
 
+void WebBrowser::setScrollable(bool scrollable)
+{
+    if (m_scrollable == scrollable)
+        return;
+    m_scrollable = scrollable;
+    if (m_ready && !m_busy)
+        page()->runJavaScript(overflowScript(scrollable), QWebEngineScript::ApplicationWorld);
+}
+
 void WebBrowser::write(const QString &page)
 {
     m_waiting = page;
@@ -180,8 +198,8 @@ void WebBrowser::writeNext()
     m_waiting.reset();
     m_busy = true;
     const int number = ++m_writes;
-    page()->runJavaScript(writingScript(withPictureUrls(m_current)), QWebEngineScript::ApplicationWorld,
-                          [this, number](const QVariant &) {
+    page()->runJavaScript(writingScript(withPictureUrls(m_current), m_scrollable),
+                          QWebEngineScript::ApplicationWorld, [this, number](const QVariant &) {
                               if (number != m_writes)
                                   return;
                               m_busy = false;

@@ -29,6 +29,8 @@ public:
     // Writes the page when the browser is free. While it is busy only the newest page waits. The scroll
     // position stays and the focus is not touched.
     void write(const QString &page);
+    // Whether what lies beyond the view can be scrolled to, although the page itself forbids it.
+    void setScrollable(bool scrollable);
     bool isBusy() const { return m_busy || m_waiting.has_value(); }
 
 signals:
@@ -53,6 +55,7 @@ private:
     std::unique_ptr<PictureHandler> m_pictures;
     bool m_ready = false; // "about:blank" has been loaded
     bool m_busy = false;
+    bool m_scrollable = false;
     int m_deaths = 0;
     int m_writes = 0;
     std::optional<QString> m_waiting;

@@ -39,7 +39,7 @@ bool PreviewFrame::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::ChildAdded)
         static_cast<QChildEvent *>(event)->child()->installEventFilter(this);
-    if (event->type() == QEvent::Wheel && m_fixed) {
+    if (event->type() == QEvent::Wheel && m_fixed && wb->size() != m_scroll->size()) {
         QCoreApplication::sendEvent(m_scroll->viewport(), event);
         return true;
     }
@@ -64,11 +64,17 @@ void PreviewFrame::setFrameSize(int width, int height)
     resize(toPixels(width), toPixels(height));
     m_scroll->setGeometry(kLeft, kTop, toPixels(width - kSide), toPixels(height - kAbove));
     wb->resize(m_scroll->size());
+    // The browser now is as large as the frame; where that is smaller than the screen, the page scrolls in
+    // it.
+    const TwipSize screen = browserSize(m_screen, true);
+    wb->setScrollable(wb->width() < toPixels(screen.width) || wb->height() < toPixels(screen.height));
 }
 
 void PreviewFrame::showScreen(Screen screen)
 {
     const TwipSize size = browserSize(screen, m_fixed);
+    m_screen = screen;
+    wb->setScrollable(false);
     wb->resize(toPixels(size.width), toPixels(size.height));
 }
 

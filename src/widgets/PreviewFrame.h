@@ -35,6 +35,7 @@ protected:
 
 private:
     bool m_fixed = true;
+    Screen m_screen = Screen::S1024x576; // the one chosen last
     QScrollArea *m_scroll;
 };
 

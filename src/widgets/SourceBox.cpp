@@ -17,6 +17,7 @@ constexpr int kIndent = 5;        // blanks a Tab goes on to a multiple of, as a
 constexpr int kNumbersMargin = 6; // pixels left and right of a line number
 constexpr int kBlockBar = 3;      // pixels, the mark of the caret's block
 constexpr int kFarLines = 2000;   // how far the ends of that block are looked for
+constexpr int kLinesAbove = 2;    // shown above a line that was asked for
 constexpr int kNearLines = 50;    // how far the partner of a bracket is looked for
 
 // A text with one line feed a line break, as the document counts.
@@ -149,6 +150,7 @@ void SourceBox::setText(const QString &text)
         const QSignalBlocker quiet(this);
         setPlainText(text);
     }
+    m_commands.clear();
     m_given = text;
     m_isGiven = true;
     emit cursorPositionChanged();
@@ -181,6 +183,9 @@ void SourceBox::rewrite(const QString &text)
         int(inside ? sameInk(now, caret, next) : std::min<qsizetype>(back.position(), next.size())));
     setTextCursor(back);
     verticalScrollBar()->setValue(scrolled);
+    m_commands.insert(document()->availableUndoSteps());
+    if (window()->isActiveWindow())
+        setFocus(); // so that Ctrl+Z takes it back
 }
 
 qsizetype SourceBox::selectionStart() const
@@ -219,8 +224,29 @@ qsizetype SourceBox::fromDocument(int position) const
     return at;
 }
 
+void SourceBox::showFrom(qsizetype position)
+{
+    select(position, 0);
+    verticalScrollBar()->setValue(std::max(0, textCursor().blockNumber() - kLinesAbove));
+    horizontalScrollBar()->setValue(0);
+}
+
+bool SourceBox::stepQuietly(QKeyEvent *event)
+{
+    const bool undoes = event->matches(QKeySequence::Undo);
+    if (!undoes || !m_commands.contains(document()->availableUndoSteps()))
+        return false;
+    const int scrolled = verticalScrollBar()->value();
+    document()->undo(); // with a cursor it would end up where the first change was
+    verticalScrollBar()->setValue(scrolled);
+    event->accept();
+    return true;
+}
+
 void SourceBox::keyPressEvent(QKeyEvent *event)
 {
+    if (stepQuietly(event))
+        return;
     if (event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier) {
         const int column = textCursor().positionInBlock();
         insertPlainText(QString(kIndent - column % kIndent, u' '));
@@ -305,6 +331,8 @@ void SourceBox::markCaret()
     current.cursor.clearSelection();
     marks.append(current);
 
+    QColor bracketGround = palette().color(QPalette::Highlight);
+    bracketGround.setAlpha(90);
     QTextBlock near = line;
     for (int i = 0; i < kNearLines && near.previous().isValid(); ++i)
         near = near.previous();
@@ -319,8 +347,7 @@ void SourceBox::markCaret()
             continue;
         for (const qsizetype bracket : {qsizetype(at), partner}) {
             QTextEdit::ExtraSelection mark;
-            mark.format.setBackground(palette().highlight());
-            mark.format.setForeground(palette().highlightedText());
+            mark.format.setBackground(bracketGround);
             mark.cursor = QTextCursor(document());
             mark.cursor.setPosition(base + int(bracket));
             mark.cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPlainTextEdit>
+#include <QSet>
 
 namespace quillmere {
 
@@ -29,6 +30,8 @@ public:
     qsizetype selectionStart() const;
     qsizetype selectionLength() const;
     void select(qsizetype start, qsizetype length);
+    // The same without a selection, and the caret's line near the top, so that what follows it can be read.
+    void showFrom(qsizetype position);
 
 signals:
     // The text is another one than before.
@@ -50,6 +53,10 @@ private:
     void markCaret();
     void takePaletteColours();
 
+    // Undoing a command leaves the caret and the view where they are.
+    bool stepQuietly(QKeyEvent *event);
+
+    QSet<int> m_commands; // the undo steps that commands made
     QString m_given;
     bool m_isGiven = false; // the document still is m_given
     QWidget *m_numbers;

@@ -187,7 +187,7 @@ void SourceTab::lvBlock_DblClick(int row)
 {
     if (blocks.isEmpty())
         return;
-    txtSnippet->select(lineOfBlock(txtSnippet->text(), blocks.sub(row, 1)), 0);
+    txtSnippet->showFrom(lineOfBlock(txtSnippet->text(), blocks.sub(row, 1)));
     txtSnippet->setFocus();
     emit blockOpened(blocks.sub(row, 1), blocks.text(row));
 }

@@ -123,6 +123,9 @@ void TestCommands::caretStays()
     source->select(source->text().indexOf(QStringLiteral("here")), 0);
     window.choose("mnuC(0)");
     QCOMPARE(source->selectionStart(), source->text().indexOf(QStringLiteral("here")));
+    QTest::keyClick(source, Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(source->text().startsWith(QStringLiteral("<rect>[100,0,1000")));
+    QCOMPARE(source->selectionStart(), source->text().indexOf(QStringLiteral("here")));
     source->setText(QStringLiteral("<a>\r\n\r\n\r\n  <b>\r\n  \r\n<img/>here<c>"));
     source->select(source->text().indexOf(QStringLiteral("<img/>")), 0);
     window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);

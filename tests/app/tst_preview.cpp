@@ -94,6 +94,13 @@ void TestPreview::exampleInTheBrowser()
                      Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(wb->focusProxy(), &turn);
     QVERIFY(bar->value() > 0);
+
+    // A window made smaller fits the browser to the frame; the page scrolls in it then.
+    window.skin->resize(1000, 700);
+    const QString scroll = QStringLiteral("(window.scrollTo(50, 0), window.scrollX)");
+    QCOMPARE(window.js(scroll).toInt(), 50);
+    window.choose("mnuWwbZ2");
+    QCOMPARE(window.js(scroll).toInt(), 0);
 }
 
 void TestPreview::keyToPage()
