@@ -78,7 +78,7 @@ QString writingScript(const QString &page, bool scrollable)
     const QByteArray json = QJsonDocument(QJsonArray{page}).toJson(QJsonDocument::Compact);
     return u"(function(){var x=window.scrollX,y=window.scrollY;document.open();document.write(" +
            QString::fromUtf8(json) + u"[0]);document.close();" + overflowScript(scrollable) +
-           u"window.scrollTo(x,y);})()";
+           u"if(x||y)window.scrollTo(x,y);})()";
 }
 
 // Loads the pictures that the style rules name once more (from the cache) to learn when they are there, waits

@@ -98,8 +98,8 @@ void SourceTab::txtSnippet_Change()
 void SourceTab::BuildWidgetHtml(const QString &markup)
 {
     m_html = quillmere::BuildWidgetHtml(markup, m_getImg, m_fonts, blocks);
-    txtHtml->setPlainText(m_html);
     ShowPreview();
+    txtHtml->setPlainText(m_html); // while the browser is at work
 }
 
 void SourceTab::ShowPreview()
