@@ -116,7 +116,11 @@ void frmSkin::makeTabs()
         frame->move(toPixels(kFrameLeft), toPixels(kFrameTop));
         frame->hide();
     }
+    connectTabs();
+}
 
+void frmSkin::connectTabs()
+{
     connect(TabStrip4, &TabStrip::currentChanged, this, &frmSkin::TabStrip4_Click);
     connect(TabStrip4, &TabStrip::tabBarClicked, this, [this](int index) {
         if (index == TabStrip4->currentIndex())

@@ -64,6 +64,7 @@ protected:
 
 private:
     void makeTabs();
+    void connectTabs();
     void makeMenu();
     void makeStatusLine();
     void Form_Resize(int width, int height);
