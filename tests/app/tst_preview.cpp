@@ -98,9 +98,12 @@ void TestPreview::exampleInTheBrowser()
     // A window made smaller fits the browser to the frame; the page scrolls in it then.
     window.skin->resize(1000, 700);
     const QString scroll = QStringLiteral("(window.scrollTo(50, 0), window.scrollX)");
-    QCOMPARE(window.js(scroll).toInt(), 50);
+    const auto scrollsTo = [&](int x) {
+        return QTest::qWaitFor([&] { return window.js(scroll).toInt() == x; }, 10000);
+    };
+    QVERIFY(scrollsTo(50));
     window.choose("mnuWwbZ2");
-    QCOMPARE(window.js(scroll).toInt(), 0);
+    QVERIFY(scrollsTo(0));
 }
 
 void TestPreview::keyToPage()
@@ -231,7 +234,7 @@ void TestPreview::brokenTheme()
         clock.start();
         const QString path = list->index(row, 0).data().toString();
         window.skin->openDocument(path);
-        QVERIFY2(clock.elapsed() < 5000, qPrintable(path));
+        QVERIFY2(clock.elapsed() < 20000, qPrintable(path));
         QCOMPARE(window.js(QStringLiteral("document.compatMode")).toString(), QStringLiteral("BackCompat"));
     }
     for (const auto &[name, text] : documents)
