@@ -6,6 +6,7 @@
 #include "platform/Commands.h"
 #include "platform/ListRows.h"
 #include "platform/ListView.h"
+#include "platform/LoadedFiles.h"
 #include "platform/Prompts.h"
 #include "platform/Swatch.h"
 
@@ -133,7 +134,8 @@ void ColorTab::mnuCSave_Click()
         return;
     }
     // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
-    m_prompts.ask(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"));
+    m_prompts.ask(QStringLiteral("Simpan File"),
+                  savingQuestion(QStringLiteral("Benar mau menyimpan file?"), m_catalogue.path()));
     m_catalogue.save();
     emit hint(tr("%1 saved.").arg(m_catalogue.path()));
 }

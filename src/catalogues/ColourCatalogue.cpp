@@ -3,7 +3,7 @@
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
 #include "platform/ListRows.h"
-#include "platform/TextFile.h"
+#include "platform/LoadedFiles.h"
 
 namespace quillmere {
 
@@ -11,7 +11,7 @@ void ColourCatalogue::LoadColorList(const QString &fileName)
 {
     m_rows.clear();
     m_path = fileName;
-    QString text = LoadFile(fileName);
+    QString text = LoadForEditing(fileName).text;
     if (text.isEmpty())
         return;
     CloseUpEquals(text);
@@ -28,9 +28,10 @@ void ColourCatalogue::LoadColorList(const QString &fileName)
         m_rows.assign(std::move(colours));
 }
 
-void ColourCatalogue::save() const
+void ColourCatalogue::save()
 {
     SaveFile(m_path, ColourFileText(m_rows));
+    m_rows.setEdited(false);
 }
 
 QString ColourCatalogue::GetColor(const QString &NamaColor) const
@@ -56,8 +57,10 @@ int RemoveCheckedRows(ListRows &rows)
             kept.append(row);
     }
     const int removed = rows.count() - int(kept.size());
-    if (removed > 0)
+    if (removed > 0) {
         rows.assign(std::move(kept));
+        rows.setEdited(true);
+    }
     return removed;
 }
 

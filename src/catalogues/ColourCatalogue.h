@@ -16,7 +16,7 @@ public:
     // empty; its path is kept all the same.
     void LoadColorList(const QString &fileName);
     // Replaces the file of path() with ColourFileText. RunTimeError when it cannot be written.
-    void save() const;
+    void save();
 
     // The code of the first row with this name, both stripped of control characters, letter case minded;
     // empty when there is none. Constant time.

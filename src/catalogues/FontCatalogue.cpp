@@ -2,14 +2,14 @@
 
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
-#include "platform/TextFile.h"
+#include "platform/LoadedFiles.h"
 
 namespace quillmere {
 
 void LoadFontList(ListRows &lvFont, const QString &fileName)
 {
     lvFont.clear();
-    const QString text = LoadFile(fileName);
+    const QString text = LoadForEditing(fileName).text;
     if (text.isEmpty())
         return;
     QList<ListRows::Row> fonts;

@@ -3,9 +3,9 @@
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
 #include "platform/FileList.h"
+#include "platform/LoadedFiles.h"
 #include "platform/Paths.h"
 #include "platform/RunTimeError.h"
-#include "platform/TextFile.h"
 
 namespace quillmere {
 
@@ -31,7 +31,7 @@ void ImageCatalogue::LoadImageList(const QString &fileName, const QString &image
 {
     rows.clear();
     m_path = fileName;
-    QString text = LoadFile(fileName);
+    QString text = LoadForEditing(fileName).text;
     if (text.isEmpty())
         return;
     CloseUpEquals(text);
@@ -83,12 +83,13 @@ QString ImageCatalogue::asText(const QString &imageFolder) const
     return text + u"</images>\r\n";
 }
 
-void ImageCatalogue::SaveImageList(const QString &imageFolder) const
+void ImageCatalogue::SaveImageList(const QString &imageFolder)
 {
     if (m_path.isEmpty())
         throw RunTimeError(
             QStringLiteral("Cannot save the images: no theme is open, so there is no file to write."));
     SaveFile(m_path, asText(imageFolder));
+    rows.setEdited(false);
 }
 
 } // namespace quillmere

@@ -34,7 +34,7 @@ public:
     // case) and with "/", every line ended by CR LF.
     QString asText(const QString &imageFolder) const;
     // Writes that to the file that was loaded. RunTimeError where there is none or it cannot be written.
-    void SaveImageList(const QString &imageFolder) const;
+    void SaveImageList(const QString &imageFolder);
 
     const QString &path() const { return m_path; }
     ListRows rows;

@@ -8,6 +8,7 @@
 #include "platform/DirListBox.h"
 #include "platform/FileList.h"
 #include "platform/ListView.h"
+#include "platform/LoadedFiles.h"
 #include "platform/Named.h"
 #include "platform/PathLabel.h"
 #include "platform/Paths.h"
@@ -242,8 +243,9 @@ void ImageTab::mnuImgSave_Click()
 {
     if (m_catalogue.rows.isEmpty())
         return;
-    if (!m_prompts.ask(QStringLiteral("Simpan File"),
-                       QStringLiteral("Benar mau menyimpan file widget image?")))
+    if (!m_prompts.ask(
+            QStringLiteral("Simpan File"),
+            savingQuestion(QStringLiteral("Benar mau menyimpan file widget image?"), m_catalogue.path())))
         return;
     m_catalogue.SaveImageList(lbImagePath->text());
     emit hint(tr("%1 saved.").arg(m_catalogue.path()));

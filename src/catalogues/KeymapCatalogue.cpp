@@ -3,14 +3,14 @@
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
 #include "platform/ListRows.h"
-#include "platform/TextFile.h"
+#include "platform/LoadedFiles.h"
 
 namespace quillmere {
 
 void LoadKeymapList(ListRows &lvKeyGroup, const QString &fileName)
 {
     lvKeyGroup.clear();
-    QString text = LoadFile(fileName);
+    QString text = LoadForEditing(fileName).text;
     if (text.isEmpty())
         return;
     CloseUpEquals(text);

@@ -2,7 +2,7 @@
 
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
-#include "platform/TextFile.h"
+#include "platform/LoadedFiles.h"
 
 #include <algorithm>
 
@@ -87,7 +87,7 @@ void readCommon(QStringView group, PanelSettings &settings)
 
 std::optional<PanelSettings> LoadPanelConfig(const QString &fileName)
 {
-    QString text = LoadFile(fileName);
+    QString text = LoadForEditing(fileName).text;
     if (text.isEmpty())
         return std::nullopt;
     PanelSettings settings;

@@ -5,6 +5,7 @@
 #include "platform/Commands.h"
 #include "platform/FileList.h"
 #include "platform/ListView.h"
+#include "platform/LoadedFiles.h"
 #include "platform/Named.h"
 #include "platform/Paths.h"
 #include "platform/ProgramFolder.h"
@@ -120,10 +121,14 @@ int LangTab::startRow() const
 void LangTab::mnuLangOpen_Click()
 {
     const QString path = m_languages.text(selectedLanguage());
-    if (path.isEmpty())
-        return;
+    if (!path.isEmpty())
+        openLanguage(path);
+}
+
+void LangTab::openLanguage(const QString &path)
+{
     txtLangFile->setText(path);
-    const DecodedText file = LoadText(path);
+    const DecodedText file = LoadForEditing(path);
     if (file.text.isEmpty()) {
         emit hint(tr("%1 is empty or not there; the strings stay as they were.").arg(path));
         return;
@@ -132,6 +137,7 @@ void LangTab::mnuLangOpen_Click()
     m_page = file.page == CodePage::Ascii ? CodePage::Utf8 : file.page;
     OpenLgXml(m_strings, file.text);
     emit hint(path);
+    emit languageOpened(path);
 }
 
 void LangTab::mnuLangSave_Click()
@@ -140,9 +146,11 @@ void LangTab::mnuLangSave_Click()
     const QString target = txtLangFile->text();
     if (target.isEmpty())
         throw RunTimeError(tr("No language file is open: double-click a language on the Lang tab first."));
-    if (!m_prompts.ask(QStringLiteral("Save File"), QStringLiteral("Save file translate?")))
+    if (!m_prompts.ask(QStringLiteral("Save File"),
+                       savingQuestion(QStringLiteral("Save file translate?"), target)))
         return;
     SaveFile(target, text, m_page);
+    m_strings.setEdited(false);
     emit hint(tr("%1 saved.").arg(target));
 }
 

@@ -31,8 +31,11 @@ public:
     void addCommands(Commands &menu);
     // Shows what the loader of the catalogue has read.
     void showCatalogue(const QString &path);
+    // Replaces the strings by those of a language file; one that is empty or not there leaves them.
+    void openLanguage(const QString &path);
 
 signals:
+    void languageOpened(const QString &path);
     // Something to say that needs no answer.
     void hint(const QString &text);
 

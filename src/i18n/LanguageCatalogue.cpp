@@ -2,6 +2,7 @@
 
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
+#include "platform/LoadedFiles.h"
 #include "platform/Paths.h"
 
 namespace quillmere {
@@ -34,7 +35,7 @@ ListRows makeStringRows()
 void LoadLanguageList(ListRows &lvLang, const QString &catalogPath, const QString &languageFolder)
 {
     lvLang.clear();
-    QString text = LoadFile(catalogPath);
+    QString text = LoadForEditing(catalogPath).text;
     if (text.isEmpty())
         return;
     CloseUpEquals(text);

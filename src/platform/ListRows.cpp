@@ -13,6 +13,7 @@ void ListRows::clear()
 {
     if (!m_rows.isEmpty())
         assign({});
+    m_edited = false;
 }
 
 void ListRows::add(const QString &text, const QStringList &subItems)
@@ -20,6 +21,7 @@ void ListRows::add(const QString &text, const QStringList &subItems)
     const int row = count();
     beginInsertRows({}, row, row);
     m_rows.append(Row{text, subItems});
+    m_edited = true;
     endInsertRows();
 }
 
@@ -27,6 +29,7 @@ void ListRows::assign(QList<Row> rows)
 {
     beginResetModel();
     m_rows = std::move(rows);
+    m_edited = false;
     endResetModel();
 }
 
@@ -34,6 +37,7 @@ void ListRows::remove(int row)
 {
     beginRemoveRows({}, row, row);
     m_rows.removeAt(row);
+    m_edited = true;
     endRemoveRows();
 }
 
@@ -42,6 +46,7 @@ void ListRows::setText(int row, const QString &text)
     if (m_rows.at(row).text == text)
         return;
     m_rows[row].text = text;
+    m_edited = true;
     const QModelIndex cell = index(row, 0);
     emit dataChanged(cell, cell, {Qt::DisplayRole, Qt::EditRole, Qt::ToolTipRole});
 }
@@ -55,6 +60,7 @@ void ListRows::setSub(int row, int number, const QString &text)
     if (subItems.size() < number)
         subItems.resize(number);
     subItems[number - 1] = text;
+    m_edited = true;
     // A sub-item without a column is kept, and those who index it are told through the last column.
     const QModelIndex cell = index(row, qMin(number, columnCount() - 1));
     emit dataChanged(cell, cell, {Qt::DisplayRole, Qt::EditRole, Qt::ToolTipRole});

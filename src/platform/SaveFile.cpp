@@ -1,5 +1,6 @@
 #include "platform/TextFile.h"
 
+#include "platform/LoadedFiles.h"
 #include "platform/Paths.h"
 #include "platform/RunTimeError.h"
 
@@ -111,6 +112,7 @@ void SaveFile(const QString &path, const QString &text, std::optional<CodePage> 
     }
     if (!file.commit())
         throwFailed("rename", target, file.errorString());
+    noteWritten(target, bytes);
 }
 
 void DeleteFile(const QString &path)
@@ -122,6 +124,7 @@ void DeleteFile(const QString &path)
     QFile file(path);
     if (!file.remove())
         throwFailed("delete", path, file.errorString());
+    noteWritten(path, {});
 }
 
 QString backupFolder()

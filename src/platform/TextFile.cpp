@@ -155,14 +155,21 @@ QByteArray encodeText(const QString &text, CodePage page, CodePageRule rule)
     return unfit >= 0 || readsAsUtf8 ? toUtf8(text) : bytes;
 }
 
-DecodedText LoadText(const QString &path)
+std::optional<QByteArray> LoadBytes(const QString &path)
 {
     // findFile gives regular files only: opening a pipe would wait for a writer.
     QFile file(findFile(path));
     if (file.fileName().isEmpty() || !file.open(QIODevice::ReadOnly))
         return {};
     const QByteArray bytes = file.readAll();
-    return file.error() == QFileDevice::NoError ? decodeText(bytes) : DecodedText();
+    if (file.error() != QFileDevice::NoError)
+        return {};
+    return bytes;
+}
+
+DecodedText LoadText(const QString &path)
+{
+    return decodeText(LoadBytes(path).value_or(QByteArray()));
 }
 
 QString LoadFile(const QString &path)

@@ -40,6 +40,8 @@ QByteArray encodeText(const QString &text, CodePage page, CodePageRule rule = co
 // read. Takes both separators and any letter case (see findFile).
 QString LoadFile(const QString &path);
 DecodedText LoadText(const QString &path);
+// Its bytes; none where LoadFile would give no text.
+std::optional<QByteArray> LoadBytes(const QString &path);
 
 // The one writer: a copy of the old file goes to the backup folder, then the new text is written beside it,
 // flushed and renamed over it. Permissions are kept, a symbolic link stays one and its target is written. The

@@ -1,6 +1,7 @@
 #include "replace/frmReplace.h"
 
 #include "platform/ListView.h"
+#include "platform/LoadedFiles.h"
 #include "platform/Named.h"
 #include "platform/Paths.h"
 #include "platform/ProgramFolder.h"
@@ -231,7 +232,7 @@ void frmReplace::List_Click(int row)
 
 void frmReplace::LoadReplaceList()
 {
-    setPairs(readReplaceList(LoadFile(replaceIni())));
+    setPairs(readReplaceList(LoadForEditing(replaceIni()).text));
 }
 
 void frmReplace::Added()
@@ -263,7 +264,8 @@ void frmReplace::Delete()
 
 void frmReplace::Save()
 {
-    const bool write = m_prompts.ask(kTitle, QStringLiteral("Benar akan menyimapn text replace?"));
+    const bool write = m_prompts.ask(
+        kTitle, savingQuestion(QStringLiteral("Benar akan menyimapn text replace?"), replaceIni()));
     const QList<Replacement> saved = pairs();
     if (write) {
         SaveFile(replaceIni(), replaceListText(saved));

@@ -4,8 +4,8 @@
 #include "markup/TagWidget.h"
 #include "markup/mndIni.h"
 #include "platform/FileList.h"
+#include "platform/LoadedFiles.h"
 #include "platform/Paths.h"
-#include "platform/TextFile.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -43,7 +43,7 @@ void WidgetCatalogue::LoadWidgetList(const QString &newPath, const QString &newF
     folder = newFolder;
     LvWidget.clear();
     lvWidgetDel.clear();
-    const QString text = LoadFile(path);
+    const QString text = LoadForEditing(path).text;
     width = SplitField(text, u"<width>", u"</width>", 1, 0);
     height = SplitField(text, u"<height>", u"</height>", 1, 0);
     bpp = SplitField(text, u"<bpp>", u"</bpp>", 1, 0);

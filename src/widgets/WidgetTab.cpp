@@ -5,6 +5,7 @@
 #include "platform/Commands.h"
 #include "platform/FileList.h"
 #include "platform/ListView.h"
+#include "platform/LoadedFiles.h"
 #include "platform/Named.h"
 #include "platform/PathLabel.h"
 #include "platform/Prompts.h"
@@ -124,7 +125,8 @@ void WidgetTab::mnuWidgetDel_Click()
         if (remove)
             text = WidgetCatalogue::withoutWindow(text, row.sub(1));
     }
-    if (m_prompts.ask(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?")))
+    if (m_prompts.ask(QStringLiteral("Simpan File"),
+                      savingQuestion(QStringLiteral("Benar mau menyimpan file?"), m_catalogue.path)))
         SaveFile(m_catalogue.path, text + u"\r\n");
     mnuWidgetOpen_Click();
 }
@@ -163,7 +165,8 @@ void WidgetTab::mnuWidgetFile_Click()
         return;
     replaceIgnoringCase(name, u".xml", u"");
     const QString text = WidgetCatalogue::withWindow(LoadFile(m_catalogue.path), name);
-    if (m_prompts.ask(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menambahkan widget file?")))
+    if (m_prompts.ask(QStringLiteral("Simpan File"),
+                      savingQuestion(QStringLiteral("Benar mau menambahkan widget file?"), m_catalogue.path)))
         SaveFile(m_catalogue.path, text);
     mnuWidgetOpen_Click();
 }

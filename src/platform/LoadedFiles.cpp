@@ -1,0 +1,81 @@
+#include "platform/LoadedFiles.h"
+
+#include "platform/Paths.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+
+namespace quillmere {
+
+namespace {
+
+struct Loaded
+{
+    QString file; // after all links, as SaveFile names it; the asked path where there was no file
+    QByteArray fingerprint;
+};
+
+// By the path that was asked for, without "." and "..".
+QHash<QString, Loaded> &loadedFiles()
+{
+    static QHash<QString, Loaded> files;
+    return files;
+}
+
+QString keyOf(const QString &path)
+{
+    return QDir::cleanPath(QFileInfo(withOwnSeparators(path)).absoluteFilePath());
+}
+
+QString resolved(const QString &path)
+{
+    const QString existing = findFile(path);
+    return existing.isEmpty() ? keyOf(path) : QFileInfo(existing).canonicalFilePath();
+}
+
+QByteArray fingerprint(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+}
+
+} // namespace
+
+DecodedText LoadForEditing(const QString &path)
+{
+    const std::optional<QByteArray> bytes = LoadBytes(path);
+    loadedFiles().insert(keyOf(path), {resolved(path), bytes ? fingerprint(*bytes) : QByteArray()});
+    return decodeText(bytes.value_or(QByteArray()));
+}
+
+QByteArray fingerprintOf(const QString &path)
+{
+    const std::optional<QByteArray> bytes = LoadBytes(path);
+    return bytes ? fingerprint(*bytes) : QByteArray();
+}
+
+bool changedOutside(const QString &path)
+{
+    const auto loaded = loadedFiles().constFind(keyOf(path));
+    return loaded != loadedFiles().constEnd() && loaded->fingerprint != fingerprintOf(path);
+}
+
+QString savingQuestion(const QString &question, const QString &path)
+{
+    return changedOutside(path) ? QString(question + u"\nThe file was changed by another program.")
+                                : question;
+}
+
+void noteWritten(const QString &path, const std::optional<QByteArray> &bytes)
+{
+    const QString file = resolved(path);
+    const QString key = keyOf(path);
+    for (auto loaded = loadedFiles().begin(); loaded != loadedFiles().end(); ++loaded) {
+        if (loaded->file == file || loaded.key() == key)
+            *loaded = {file, bytes ? fingerprint(*bytes) : QByteArray()};
+    }
+}
+
+} // namespace quillmere

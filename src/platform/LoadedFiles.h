@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/TextFile.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace quillmere {
+
+// What the files held that are open for editing, when they were loaded or last written here. So a change that
+// another program made since is seen before it is written over.
+
+// The text of a file that may be written back; from now on changes of the file are known. See LoadText.
+DecodedText LoadForEditing(const QString &path);
+
+// Whether the file holds other bytes than when it was loaded for editing or last written by SaveFile, or has
+// come or gone since. False for a file that was never loaded for editing. Reads the file.
+bool changedOutside(const QString &path);
+
+// What tells two contents of a file apart; empty where there is no such file.
+QByteArray fingerprintOf(const QString &path);
+
+// A question whether to save a text to `path`, with a line that warns where changedOutside() holds.
+QString savingQuestion(const QString &question, const QString &path);
+
+// SaveFile and DeleteFile tell what the file holds now; no bytes, no file. It may have been loaded under
+// other spellings of its path.
+void noteWritten(const QString &path, const std::optional<QByteArray> &bytes);
+
+} // namespace quillmere

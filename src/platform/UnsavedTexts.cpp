@@ -1,0 +1,102 @@
+#include "platform/UnsavedTexts.h"
+
+#include "platform/Paths.h"
+#include "platform/RunTimeError.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+namespace quillmere {
+
+namespace {
+
+QString chosenRecoveryFolder;
+
+const QString kEnding = QStringLiteral(".txt");
+
+// What the names of all files of a document begin with.
+QString prefixOf(const QString &document)
+{
+    const QString path =
+        document.isEmpty() ? document : QDir::cleanPath(QFileInfo(document).absoluteFilePath());
+    return QString::fromLatin1(QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1).toHex());
+}
+
+QByteArray toBytes(const QString &text)
+{
+    const QString marked = QChar(QChar::ByteOrderMark) + text;
+    return QByteArray(reinterpret_cast<const char *>(marked.constData()), marked.size() * 2);
+}
+
+std::optional<QString> fromBytes(const QByteArray &bytes)
+{
+    QString text(bytes.size() / 2, Qt::Uninitialized);
+    std::copy_n(bytes.constData(), text.size() * 2, reinterpret_cast<char *>(text.data()));
+    const qsizetype path = text.indexOf(u'\n');
+    if (!text.startsWith(QChar(QChar::ByteOrderMark)) || path < 0)
+        return {};
+    return text.mid(path + 1);
+}
+
+} // namespace
+
+QList<UnsavedText> unsavedTextsOf(const QString &document)
+{
+    const QDir folder(recoveryFolder());
+    const QFileInfoList files =
+        folder.entryInfoList({QString(prefixOf(document) + u"-*" + kEnding)}, QDir::Files | QDir::NoSymLinks);
+    QList<UnsavedText> kept;
+    for (const QFileInfo &info : files) {
+        QFile file(info.filePath());
+        if (!file.open(QIODevice::ReadOnly))
+            continue;
+        if (const auto text = fromBytes(file.readAll()))
+            kept.append({info.filePath(), info.lastModified(), *text});
+    }
+    std::sort(kept.begin(), kept.end(),
+              [](const UnsavedText &a, const UnsavedText &b) { return a.time > b.time; });
+    return kept;
+}
+
+QString newUnsavedFile(const QString &document)
+{
+    const QString start = joinPath(recoveryFolder(), QString(prefixOf(document) + u'-'));
+    QDateTime time = QDateTime::currentDateTime();
+    QString file;
+    do {
+        file = start + time.toString(u"yyyyMMdd-hhmmss-zzz") + kEnding;
+        time = time.addMSecs(1);
+    } while (QFileInfo::exists(file));
+    return file;
+}
+
+void keepUnsaved(const QString &file, const QString &document, const QString &text)
+{
+    const QByteArray bytes = toBytes(document + u'\n' + text);
+    QDir().mkpath(QFileInfo(file).path());
+    QSaveFile out(file);
+    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit())
+        throw RunTimeError(QStringLiteral("Cannot keep the unsaved text in \"%1\": %2.")
+                               .arg(QDir::toNativeSeparators(file), out.errorString()));
+}
+
+QString recoveryFolder()
+{
+    if (!chosenRecoveryFolder.isEmpty())
+        return chosenRecoveryFolder;
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return joinPath(data, u"Quillmere/recovery");
+}
+
+void setRecoveryFolder(const QString &folder)
+{
+    chosenRecoveryFolder = folder;
+}
+
+} // namespace quillmere
