@@ -1,5 +1,7 @@
 #include "app/StatusLine.h"
 
+#include "app/OfferBar.h"
+
 #include "platform/Named.h"
 
 #include <QActionGroup>
@@ -11,7 +13,7 @@
 namespace quillmere {
 
 StatusLine::StatusLine(QStatusBar &bar)
-    : QObject(&bar), m_bar(bar), m_caret(named(new QLabel, "lblCaret", tr("Caret"))),
+    : QObject(&bar), offers(new OfferBar), m_bar(bar), m_caret(named(new QLabel, "lblCaret", tr("Caret"))),
       m_blocks(named(new QLabel, "lblBlocks", tr("Number of blocks"))),
       m_page(named(new QToolButton, "cmdCodePage", tr("Code page")))
 {
@@ -37,6 +39,7 @@ StatusLine::StatusLine(QStatusBar &bar)
     rules->setToolTipsVisible(true);
     m_page->setMenu(rules);
 
+    m_bar.addPermanentWidget(offers);
     for (QWidget *part :
          {static_cast<QWidget *>(m_caret), static_cast<QWidget *>(m_blocks), static_cast<QWidget *>(m_page)})
         m_bar.addPermanentWidget(part);

@@ -10,6 +10,8 @@ class QToolButton;
 
 namespace quillmere {
 
+class OfferBar;
+
 // The line below the window: hints at the left; caret, number of blocks and code page at the right. A click
 // on the code page offers to change how bytes become text.
 class StatusLine : public QObject
@@ -23,6 +25,8 @@ public:
     void showCaret(int line, int column); // both 1-based
     void showBlocks(int count);
     void showCodePage(CodePage page);
+
+    OfferBar *offers;
 
 signals:
     void ruleChosen(CodePageRule rule);

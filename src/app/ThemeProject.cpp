@@ -5,8 +5,10 @@
 #include "i18n/LanguageCatalogue.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
+#include "platform/LoadedFiles.h"
 #include "platform/Paths.h"
-#include "platform/TextFile.h"
+
+#include <algorithm>
 
 namespace quillmere {
 
@@ -31,7 +33,7 @@ ThemeProject::ThemeProject(QObject *parent)
 bool ThemeProject::LoadTheme(const QString &folder)
 {
     lvTheme.clear();
-    const QString text = LoadFile(joinPath(folder, u"theme.xml"));
+    const QString text = LoadForEditing(joinPath(folder, u"theme.xml")).text;
     if (text.isEmpty())
         return false;
     m_folder = folder;
@@ -50,19 +52,61 @@ bool ThemeProject::LoadTheme(const QString &folder)
     return true;
 }
 
-void ThemeProject::runLoader(const QString &name, const QString &value)
+const ThemeProject::Entry *ThemeProject::entryOf(QStringView name)
 {
     static constexpr Entry kinds[] = {
         {u"file_widget", &ThemeProject::loadWidgets}, {u"file_image", &ThemeProject::loadImages},
         {u"file_color", &ThemeProject::loadColors},   {u"file_i18n", &ThemeProject::loadLanguages},
         {u"file_font", &ThemeProject::loadFonts},     {u"file_keymap", &ThemeProject::loadKeymap},
     };
-    for (const Entry &kind : kinds) {
-        if (name != kind.name)
-            continue;
-        const QString path = joinPath(m_folder, u"") + withOwnSeparators(value);
-        (this->*kind.load)(path, folderOf(path).toString());
+    const auto found = std::find_if(std::begin(kinds), std::end(kinds),
+                                    [&](const Entry &kind) { return kind.name == name; });
+    return found == std::end(kinds) ? nullptr : found;
+}
+
+QString ThemeProject::pathOf(const QString &value) const
+{
+    return joinPath(m_folder, u"") + withOwnSeparators(value);
+}
+
+void ThemeProject::runLoader(const QString &name, const QString &value)
+{
+    if (const Entry *kind = entryOf(name)) {
+        const QString path = pathOf(value);
+        (this->*kind->load)(path, folderOf(path).toString());
     }
+}
+
+QStringList ThemeProject::files() const
+{
+    if (m_folder.isEmpty())
+        return {};
+    QStringList paths = {joinPath(m_folder, u"theme.xml")};
+    for (const ListRows::Row &row : lvTheme.rows()) {
+        if (entryOf(row.text))
+            paths.append(pathOf(row.sub(1)));
+    }
+    paths.append(joinPath(m_folder, u"default.xml"));
+    paths.removeDuplicates();
+    return paths;
+}
+
+void ThemeProject::reload(const QString &path)
+{
+    const QStringList all = files();
+    if (path == all.value(0)) {
+        LoadTheme(m_folder);
+        return;
+    }
+    if (!all.contains(path))
+        return;
+    if (path == all.last())
+        loadPanel();
+    for (const ListRows::Row &row : lvTheme.rows()) {
+        if (pathOf(row.sub(1)) == path)
+            runLoader(row.text, row.sub(1));
+    }
+    emit loaded();
 }
 
 void ThemeProject::loadWidgets(const QString &path, const QString &folder)

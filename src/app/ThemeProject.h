@@ -27,6 +27,11 @@ public:
     // lvTheme is empty, nothing else changes, and the answer is false.
     bool LoadTheme(const QString &folder);
 
+    // Loads one of files() again, theme.xml with all that it names; nothing for another file.
+    void reload(const QString &path);
+    // The files that were read: theme.xml, those of the catalogues, default.xml.
+    QStringList files() const;
+
     const QString &folder() const { return m_folder; }
 
     FileList File1;
@@ -53,6 +58,8 @@ signals:
 
 private:
     struct Entry;
+    static const Entry *entryOf(QStringView name); // nullptr for another name
+    QString pathOf(const QString &value) const;
     void runLoader(const QString &name, const QString &value);
     // `path` of the resource file, and its folder with the separator at its end.
     void loadWidgets(const QString &path, const QString &folder);

@@ -1,6 +1,8 @@
 #include "app/frmSkin.h"
 
 #include "app/Dialogs.h"
+#include "app/OpenDocument.h"
+#include "app/OutsideChanges.h"
 #include "app/RecentThemes.h"
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
@@ -15,14 +17,12 @@
 #include "colorpicker/frmcolor.h"
 #include "i18n/LangTab.h"
 #include "i18n/LanguageCatalogue.h"
-#include "markup/FormatXML.h"
 #include "platform/DirListBox.h"
 #include "platform/MessagePrompts.h"
 #include "platform/Paths.h"
 #include "platform/RunTimeError.h"
 #include "platform/WebBrowser.h"
 #include "widgets/PreviewFrame.h"
-#include "widgets/SavedText.h"
 #include "widgets/SourceBox.h"
 #include "widgets/SourceTab.h"
 #include "widgets/WidgetTab.h"
@@ -116,11 +116,18 @@ void frmSkin::makeTabs()
         frame->move(toPixels(kFrameLeft), toPixels(kFrameTop));
         frame->hide();
     }
+    const auto guard = [this](const auto &command) { guarded(command); };
+    m_outside = new OutsideChanges(*m_status->offers, m_theme, *m_langTab, guard, this);
+    m_document =
+        new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_prompts, guard, this);
     connectTabs();
 }
 
 void frmSkin::connectTabs()
 {
+    connect(m_outside, &OutsideChanges::hint, m_status, &StatusLine::say);
+    connect(m_outside, &OutsideChanges::reloaded, this,
+            [this] { BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
     connect(TabStrip4, &TabStrip::currentChanged, this, &frmSkin::TabStrip4_Click);
     connect(TabStrip4, &TabStrip::tabBarClicked, this, [this](int index) {
         if (index == TabStrip4->currentIndex())
@@ -162,7 +169,7 @@ void frmSkin::makeMenu()
 {
     m_menu.on("mnuOpenTheme", [this] { mnuOpenTheme_Click(); });
     m_menu.action("mnuOpenTheme")->setShortcut(QKeySequence::Open);
-    m_menu.on("mnuSave", [this] { mnuSave_Click(); });
+    m_menu.on("mnuSave", [this] { m_document->save(); });
     m_menu.action("mnuSave")->setShortcut(QKeySequence::Save);
     m_menu.on("mnuFlDefault", [this] { mnuFlDefault_Click(); });
     m_menu.on("mnuExit", [] { QApplication::quit(); });
@@ -212,7 +219,7 @@ void frmSkin::resizeEvent(QResizeEvent *event)
 void frmSkin::closeEvent(QCloseEvent *event)
 {
     QSettings().setValue(kGeometry, saveGeometry());
-    QMainWindow::closeEvent(event);
+    event->setAccepted(m_document->mayClose());
 }
 
 // All in twips. The window itself may be smaller; what is in it then keeps its size.
@@ -296,11 +303,7 @@ void frmSkin::themeLoaded()
 
 void frmSkin::openDocument(const QString &path)
 {
-    DecodedText file = LoadText(path);
-    frmWb->setCaption(path);
-    m_status->showCodePage(file.page);
-    m_sourceTab->txtSnippet->setText(FormatXML(file.text));
-    m_status->say(path);
+    m_document->open(path);
 }
 
 void frmSkin::OpenLgXml(const QString &text)
@@ -338,22 +341,6 @@ void frmSkin::mnuFlDefault_Click()
         openDocument(joinPath(folder, u"style.xml"));
 }
 
-void frmSkin::mnuSave_Click()
-{
-    const QString path = frmWb->title();
-    if (path.isEmpty()) {
-        m_prompts.tell(QStringLiteral("Simpan File"),
-                       tr("No file is open: double-click a window on the Widget tab first."),
-                       Prompts::Icon::Information);
-        return;
-    }
-    // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
-    m_prompts.ask(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"));
-    SaveFile(path, textToSave(m_sourceTab->txtSnippet->text()));
-    m_sourceTab->txtSnippet->document()->setModified(false);
-    m_status->say(tr("%1 saved.").arg(path));
-}
-
 frmcolor &frmSkin::colourDialog()
 {
     if (!m_frmcolor) {
@@ -386,12 +373,12 @@ void frmSkin::chooseCodePage(CodePageRule rule)
     QSettings().setValue(kCodePage, rule == CodePageRule::Windows1252 ? QStringLiteral("1252") : QString());
     if (!m_theme.folder().isEmpty())
         m_theme.LoadTheme(m_theme.folder());
-    if (frmWb->title().isEmpty())
+    if (m_document->path().isEmpty())
         return;
     if (source->isModified())
         m_status->say(tr("The open text keeps its code page until it is saved and opened again."));
     else
-        openDocument(frmWb->title());
+        openDocument(m_document->path());
 }
 
 } // namespace quillmere

@@ -19,6 +19,8 @@ class ImageTab;
 class KeymapTab;
 class PanelTab;
 class LangTab;
+class OpenDocument;
+class OutsideChanges;
 class PreviewFrame;
 class Prompts;
 class ScanCommands;
@@ -74,7 +76,6 @@ private:
     void themeLoaded();
     void mnuOpenTheme_Click();
     void mnuFlDefault_Click();
-    void mnuSave_Click();
     frmcolor &colourDialog();
     void mnuColCode_Click(ColourForm to);
     void mnuAbout_Click();
@@ -102,6 +103,8 @@ private:
     ScanCommands *m_scans = nullptr;
     PreviewFrame *frmWb;
     StatusLine *m_status;
+    OutsideChanges *m_outside = nullptr;
+    OpenDocument *m_document = nullptr;
     int CurrentTab = 1; // 1-based
     QElapsedTimer m_sinceTheme;
     std::unique_ptr<Dialogs> m_dialogs;

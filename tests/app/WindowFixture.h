@@ -4,6 +4,7 @@
 #include "platform/ProgramFolder.h"
 #include "platform/Prompts.h"
 #include "platform/TestFiles.h"
+#include "platform/UnsavedTexts.h"
 #include "platform/WebBrowser.h"
 
 #include <QApplication>
@@ -73,7 +74,14 @@ public:
     {
         QSettings().clear();
         setBackupFolder(files.path(QStringLiteral("backup")));
+        setRecoveryFolder(files.path(QStringLiteral("recovery")));
         setProgramFolder(files.folder());
+        start();
+    }
+    // Starts the program; a second time as after a crash of the first.
+    void start()
+    {
+        skin.reset();
         skin = std::make_unique<frmSkin>(&prompts);
         skin->resize(1400, 900);
         skin->show();

@@ -1,0 +1,90 @@
+#include "app/OfferBar.h"
+
+#include "platform/Named.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QShortcut>
+#include <QToolButton>
+
+namespace quillmere {
+
+OfferBar::OfferBar(QWidget *parent)
+    : QFrame(parent), m_line(new QHBoxLayout(this)), m_text(named(new QLabel(this), "lblOffer", tr("Offer")))
+{
+    setObjectName(QStringLiteral("frOffer"));
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::ToolTipBase);
+    setForegroundRole(QPalette::ToolTipText);
+    m_line->setContentsMargins(8, 0, 8, 0);
+    m_line->setSpacing(4);
+    m_text->setForegroundRole(QPalette::ToolTipText);
+    m_text->setTextFormat(Qt::PlainText);
+    m_line->addWidget(m_text);
+    auto *go = new QShortcut(Qt::Key_F6, this);
+    go->setContext(Qt::WindowShortcut);
+    connect(go, &QShortcut::activated, this, [this] {
+        if (!m_buttons.isEmpty())
+            m_buttons.first()->setFocus(Qt::ShortcutFocusReason);
+    });
+    hide();
+}
+
+void OfferBar::offer(const QString &key, const QString &text, const QList<Choice> &choices)
+{
+    m_offers.removeIf([&](const Offer &other) { return other.key == key; });
+    m_offers.append({key, text, choices});
+    showLast();
+}
+
+void OfferBar::withdraw(const QString &key)
+{
+    if (m_offers.removeIf([&](const Offer &other) { return other.key == key; }) > 0)
+        showLast();
+}
+
+void OfferBar::choose(int index)
+{
+    const Choice chosen = m_offers.takeLast().choices.at(index);
+    showLast();
+    chosen.act();
+}
+
+void OfferBar::showLast()
+{
+    for (QWidget *old : std::as_const(m_buttons)) {
+        old->hide();
+        old->setObjectName({});
+        old->deleteLater(); // it may be the one that has just been pressed
+    }
+    m_buttons.clear();
+    setVisible(!m_offers.isEmpty());
+    if (m_offers.isEmpty())
+        return;
+    const Offer &last = m_offers.last();
+    m_text->setText(last.text);
+    for (int index = 0; index < last.choices.size(); ++index) {
+        if (index > 0) {
+            auto *slash = new QLabel(QStringLiteral("/"), this);
+            slash->setForegroundRole(QPalette::ToolTipText);
+            m_line->addWidget(slash);
+            m_buttons.append(slash);
+        }
+        const QString caption = last.choices[index].caption;
+        auto *button = new QToolButton(this);
+        button->setObjectName(QStringLiteral("cmdOffer(%1)").arg(index));
+        button->setAccessibleName(caption);
+        button->setText(caption);
+        button->setToolTip(tr("F6 comes here"));
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::StrongFocus);
+        QFont underlined = button->font();
+        underlined.setUnderline(true);
+        button->setFont(underlined);
+        connect(button, &QToolButton::clicked, this, [this, index] { choose(index); });
+        m_line->addWidget(button);
+        m_buttons.append(button);
+    }
+}
+
+} // namespace quillmere

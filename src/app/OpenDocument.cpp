@@ -1,0 +1,71 @@
+#include "app/OpenDocument.h"
+
+#include "app/OutsideChanges.h"
+#include "app/Recovery.h"
+#include "app/StatusLine.h"
+#include "markup/FormatXML.h"
+#include "platform/LoadedFiles.h"
+#include "platform/Prompts.h"
+#include "platform/RunTimeError.h"
+#include "widgets/PreviewFrame.h"
+#include "widgets/SavedText.h"
+#include "widgets/SourceBox.h"
+
+namespace quillmere {
+
+OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status,
+                           OutsideChanges &outside, Prompts &prompts, Guard guard, QObject *parent)
+    : QObject(parent), m_source(source), m_frame(frame), m_status(status), m_outside(outside),
+      m_prompts(prompts), m_guard(std::move(guard)), m_recovery(new Recovery(source, *status.offers, this))
+{
+    connect(m_recovery, &Recovery::hint, &m_status, &StatusLine::say);
+    m_recovery->opened({});
+}
+
+QString OpenDocument::path() const
+{
+    return m_frame.title();
+}
+
+void OpenDocument::open(const QString &path)
+{
+    m_recovery->keepNow();
+    DecodedText file = LoadForEditing(path);
+    m_frame.setCaption(path);
+    m_status.showCodePage(file.page);
+    m_source.setText(FormatXML(file.text));
+    m_status.say(path);
+    m_recovery->opened(path);
+    // What is unsaved is kept by opening and offered again afterwards.
+    m_outside.watch(QStringLiteral("document"), {{path, [this, path] { m_guard([&] { open(path); }); }, {}}});
+}
+
+void OpenDocument::save()
+{
+    if (path().isEmpty()) {
+        m_prompts.tell(QStringLiteral("Simpan File"),
+                       tr("No file is open: double-click a window on the Widget tab first."),
+                       Prompts::Icon::Information);
+        return;
+    }
+    // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
+    m_prompts.ask(QStringLiteral("Simpan File"),
+                  savingQuestion(QStringLiteral("Benar mau menyimpan file?"), path()));
+    SaveFile(path(), textToSave(m_source.text()));
+    m_source.document()->setModified(false);
+    m_recovery->saved();
+    m_status.say(tr("%1 saved.").arg(path()));
+}
+
+bool OpenDocument::mayClose()
+{
+    try {
+        m_recovery->keepNow();
+    } catch (const RunTimeError &error) {
+        return m_prompts.ask(QStringLiteral("Quillmere"),
+                             tr("%1\nLeave all the same, and lose what is not saved?").arg(error.message()));
+    }
+    return true;
+}
+
+} // namespace quillmere

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+namespace quillmere {
+
+class OutsideChanges;
+class PreviewFrame;
+class Prompts;
+class Recovery;
+class SourceBox;
+class StatusLine;
+
+// The widget document in the source box: opens it, saves it, and keeps what is typed from getting lost. Its
+// path is the caption of the preview.
+class OpenDocument : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Guard = std::function<void(const std::function<void()> &)>;
+
+    OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status, OutsideChanges &outside,
+                 Prompts &prompts, Guard guard, QObject *parent = nullptr);
+
+    // Empty before a document was opened.
+    QString path() const;
+    // Shows the text of a document, re-indented; a missing one gives an empty text. RunTimeError where the
+    // unsaved text of the one before cannot be kept; that one stays open then.
+    void open(const QString &path);
+    // Asks, and writes the text to its file.
+    void save();
+    // Keeps the unsaved text for the next time. False when it cannot be kept and the person would rather not
+    // lose it.
+    bool mayClose();
+
+private:
+    SourceBox &m_source;
+    PreviewFrame &m_frame;
+    StatusLine &m_status;
+    OutsideChanges &m_outside;
+    Prompts &m_prompts;
+    Guard m_guard;
+    Recovery *m_recovery;
+};
+
+} // namespace quillmere

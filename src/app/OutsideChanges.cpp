@@ -1,0 +1,154 @@
+#include "app/OutsideChanges.h"
+
+#include "app/OfferBar.h"
+#include "app/ThemeProject.h"
+#include "i18n/LangTab.h"
+#include "platform/LoadedFiles.h"
+#include "platform/Paths.h"
+
+#include <QFileInfo>
+#include <QGuiApplication>
+
+#include <algorithm>
+
+namespace quillmere {
+
+namespace {
+
+constexpr int kSettling = 300; // ms
+
+const QString kKey = QStringLiteral("outside");
+
+} // namespace
+
+OutsideChanges::OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &languages, Guard guard,
+                               QObject *parent)
+    : QObject(parent), m_offers(offers), m_theme(theme), m_guard(std::move(guard))
+{
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(kSettling);
+    const auto soon = [this] { m_settling.start(); };
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, soon);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, soon);
+    connect(&m_settling, &QTimer::timeout, this, &OutsideChanges::check);
+    // Some file systems report nothing; whoever comes back from another program has the files looked at.
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [soon](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive)
+            soon();
+    });
+    connect(&theme, &ThemeProject::loaded, this, &OutsideChanges::watchTheme);
+    connect(&languages, &LangTab::languageOpened, this, [this, &languages](const QString &path) {
+        const auto reload = [this, &languages, path] { m_guard([&] { languages.openLanguage(path); }); };
+        watch(QStringLiteral("language"), {{path, reload, [this] { return m_theme.LvBhs.isEdited(); }}});
+    });
+}
+
+void OutsideChanges::watchTheme()
+{
+    QList<File> files;
+    for (const QString &path : m_theme.files())
+        files.append({path, [this, path] { m_guard([&] { m_theme.reload(path); }); },
+                      [this, path] { return isEdited(path); }});
+    watch(QStringLiteral("theme"), files);
+}
+
+bool OutsideChanges::isEdited(const QString &path) const
+{
+    const bool all = path == m_theme.files().first();
+    return ((all || path == m_theme.images.path()) && m_theme.images.rows.isEdited()) ||
+           ((all || path == m_theme.colours.path()) && m_theme.lvColor.isEdited());
+}
+
+void OutsideChanges::watch(const QString &owner, const QList<File> &files)
+{
+    m_files.insert(owner, files);
+    for (const File &file : files)
+        m_answered.remove(file.path); // it has just been loaded
+    watchAgain();
+    check();
+}
+
+// A file that was replaced by another of its name is no longer watched, and its folder tells when it comes
+// back.
+void OutsideChanges::watchAgain()
+{
+    QStringList paths;
+    for (const QList<File> &files : std::as_const(m_files)) {
+        for (const File &file : files) {
+            const QString existing = findFile(file.path);
+            if (!existing.isEmpty())
+                paths.append(existing);
+            const QFileInfo folder(QFileInfo(existing.isEmpty() ? file.path : existing).path());
+            if (folder.isDir())
+                paths.append(folder.filePath());
+        }
+    }
+    paths.removeDuplicates();
+    const QStringList now = m_watcher.files() + m_watcher.directories();
+    QStringList gone, come;
+    std::copy_if(now.begin(), now.end(), std::back_inserter(gone),
+                 [&](const QString &path) { return !paths.contains(path); });
+    std::copy_if(paths.begin(), paths.end(), std::back_inserter(come),
+                 [&](const QString &path) { return !now.contains(path); });
+    if (!gone.isEmpty())
+        m_watcher.removePaths(gone);
+    if (!come.isEmpty())
+        m_watcher.addPaths(come);
+}
+
+void OutsideChanges::check()
+{
+    m_settling.stop();
+    QList<File> changed;
+    for (const QList<File> &files : std::as_const(m_files)) {
+        for (const File &file : files) {
+            if (!changedOutside(file.path))
+                continue;
+            const QByteArray now = fingerprintOf(file.path);
+            const auto answered = m_answered.constFind(file.path);
+            if (answered != m_answered.constEnd() && *answered == now)
+                continue;
+            if (!now.isEmpty()) {
+                changed.append(file);
+                continue;
+            }
+            m_answered.insert(file.path, now);
+            emit hint(tr("%1 was deleted by another program; what was loaded from it stays.").arg(file.path));
+        }
+    }
+    watchAgain();
+    if (changed.isEmpty())
+        m_offers.withdraw(kKey);
+    else
+        offerReload(changed);
+}
+
+void OutsideChanges::offerReload(const QList<File> &changed)
+{
+    QStringList names;
+    bool edited = false;
+    for (const File &file : changed) {
+        names.append(QFileInfo(file.path).fileName());
+        edited = edited || (file.isEdited && file.isEdited());
+    }
+    QString text = changed.size() == 1 ? tr("%1 was changed by another program.").arg(names.first())
+                                       : tr("%1 files were changed by another program.").arg(changed.size());
+    if (edited)
+        text += tr(" Reloading drops what you changed in the list.");
+    const auto settle = [this, changed] {
+        for (const File &file : changed)
+            m_answered.insert(file.path, fingerprintOf(file.path));
+    };
+    m_offers.setToolTip(names.join(u'\n'));
+    m_offers.offer(kKey, text,
+                   {{tr("Reload"),
+                     [this, changed, settle] {
+                         settle();
+                         for (const File &file : changed)
+                             file.reload();
+                         emit reloaded();
+                     }},
+                    {tr("Keep"), settle}});
+}
+
+} // namespace quillmere

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFileSystemWatcher>
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+
+namespace quillmere {
+
+class LangTab;
+class OfferBar;
+class ThemeProject;
+
+// Watches the files that are open and offers to load those again that another program changed.
+class OutsideChanges : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct File
+    {
+        QString path;
+        std::function<void()> reload;
+        // Whether reloading drops something that was changed here; none where it never does.
+        std::function<bool()> isEdited;
+    };
+
+    using Guard = std::function<void(const std::function<void()> &)>;
+
+    // Watches the theme's own files and the language file from when they are loaded.
+    OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &languages, Guard guard,
+                   QObject *parent = nullptr);
+
+    // The files of one owner, in place of those it had. They were loaded with LoadForEditing.
+    void watch(const QString &owner, const QList<File> &files);
+
+signals:
+    void hint(const QString &text);
+    // Files were loaded again, as the person wished.
+    void reloaded();
+
+private:
+    void watchTheme();
+    bool isEdited(const QString &path) const;
+    void watchAgain();
+    void check();
+    void offerReload(const QList<File> &changed);
+
+    OfferBar &m_offers;
+    ThemeProject &m_theme;
+    Guard m_guard;
+    QFileSystemWatcher m_watcher;
+    QTimer m_settling; // programs write a file in several steps
+    QHash<QString, QList<File>> m_files;
+    QHash<QString, QByteArray> m_answered; // by path, the contents that have been dealt with
+};
+
+} // namespace quillmere

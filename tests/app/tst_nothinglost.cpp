@@ -1,0 +1,300 @@
+#include "app/WindowFixture.h"
+
+#include "platform/ListView.h"
+#include "platform/RunTimeError.h"
+#include "platform/TextFile.h"
+#include "widgets/SourceBox.h"
+
+#include <QDirIterator>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QTabBar>
+#include <QToolButton>
+
+using namespace quillmere;
+
+namespace {
+
+const QString kLine = QStringLiteral("\nThe file was changed by another program.");
+
+// A theme with a file of each kind that is written back, opened with its window "main" and its language.
+void openAll(const Window &window)
+{
+    const auto write = [&](const char *name, const QByteArray &bytes) {
+        window.files.write(QStringLiteral("theme/") + QLatin1String(name), bytes);
+    };
+    write("theme.xml", "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image>"
+                       "<file_color>color.xml</file_color><file_i18n>lang.xml</file_i18n></config>");
+    write("widget.xml", "<interface><widget class=\"window\" style=\"default\" name=\"main\"/></interface>");
+    write("main.xml", "<interface>\n</interface>\n");
+    write("other.xml", "<x/>\n");
+    write("image.xml", "<image id=\"i\">i.png</image>");
+    write("color.xml", "<color name=\"navy\">#000080</color>");
+    write("lang.xml", "<language id=\"English\">en.xml</language>");
+    write("en.xml", "<tran id=\"Yes\">Ja</tran>");
+    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+    window.skin->openDocument(window.files.path(QStringLiteral("theme/main.xml")));
+    window.find<ListView>("lvLang")->setCurrentIndex(window.find<ListView>("lvLang")->model()->index(0, 0));
+    window.choose("mnuLangOpen");
+}
+
+bool isBackedUp(const QByteArray &bytes)
+{
+    QDirIterator it(backupFolder(), QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        QFile file(it.next());
+        if (file.open(QIODevice::ReadOnly) && file.readAll() == bytes)
+            return true;
+    }
+    return false;
+}
+
+void type(const Window &window, const char *text)
+{
+    auto *source = window.find<SourceBox>("txtSnippet");
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    source->setFocus();
+    QTest::keyClicks(source, QLatin1String(text));
+}
+
+QString text(const Window &window)
+{
+    return window.find<SourceBox>("txtSnippet")->text();
+}
+
+QString offer(const Window &window)
+{
+    const auto *label = window.find<QLabel>("lblOffer");
+    return label->isVisible() ? label->text() : QString();
+}
+
+bool offers(const Window &window, const QString &pattern)
+{
+    const QRegularExpression wanted(QRegularExpression::anchoredPattern(pattern));
+    return QTest::qWaitFor([&] { return wanted.match(offer(window)).hasMatch(); }, 5000);
+}
+
+void answer(const Window &window, const char *button)
+{
+    window.find<QToolButton>(button)->click();
+}
+
+const QString kUnsaved = QStringLiteral("Unsaved text of \\d\\d:\\d\\d\\.");
+
+} // namespace
+
+class TestNothingLost : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void changedBehindOurBack_data();
+    void changedBehindOurBack();
+    void reloadFromOutside();
+    void reloadKeepsWhatIsTyped();
+    void recovery_data();
+    void recovery();
+    void nothingLeftToOffer();
+    void olderTextIsNotReplaced();
+    void noRoomForTheText();
+};
+
+void TestNothingLost::changedBehindOurBack_data()
+{
+    QTest::addColumn<QByteArray>("item");
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("question");
+    const QString title = QStringLiteral("Simpan File");
+    QTest::newRow("window") << QByteArray("mnuSave") << QStringLiteral("main.xml") << title
+                            << QStringLiteral("Benar mau menyimpan file?");
+    QTest::newRow("colours") << QByteArray("mnuCSave") << QStringLiteral("color.xml") << title
+                             << QStringLiteral("Benar mau menyimpan file?");
+    QTest::newRow("images") << QByteArray("mnuImgSave") << QStringLiteral("image.xml") << title
+                            << QStringLiteral("Benar mau menyimpan file widget image?");
+    QTest::newRow("language") << QByteArray("mnuLangSave") << QStringLiteral("en.xml")
+                              << QStringLiteral("Save File") << QStringLiteral("Save file translate?");
+    QTest::newRow("windows") << QByteArray("mnuWidgetDel") << QStringLiteral("widget.xml") << title
+                             << QStringLiteral("Benar mau menyimpan file?");
+}
+
+void TestNothingLost::changedBehindOurBack()
+{
+    QFETCH(QByteArray, item);
+    QFETCH(QString, file);
+    QFETCH(QString, title);
+    QFETCH(QString, question);
+    Window window;
+    openAll(window);
+    type(window, "x");
+    const QString name = QStringLiteral("theme/") + file;
+    const QByteArray other = window.files.read(name) + "\n<!-- theirs -->";
+
+    window.prompts.expectQuestion(title, question, true);
+    window.choose(item);
+    window.files.write(name, other);
+    window.prompts.expectQuestion(title, question + kLine, true);
+    window.choose(item);
+    QVERIFY(window.files.read(name) != other);
+    QVERIFY(isBackedUp(other));
+    window.prompts.expectQuestion(title, question, true);
+    window.choose(item);
+}
+
+void TestNothingLost::reloadFromOutside()
+{
+    Window window;
+    openAll(window);
+    const auto *colours = window.find<ListView>("lvColor")->model();
+    const QString name = QStringLiteral("theme/color.xml");
+    // Written beside and renamed over, as careful programs do; the file as such is another one then.
+    const QString beside = window.files.write(QStringLiteral("theme/new"),
+                                              "<color name=\"a\">#1</color><color name=\"b\">#2</color>");
+    QVERIFY(std::rename(qPrintable(beside), qPrintable(window.files.path(name))) == 0);
+    QVERIFY(offers(window, QStringLiteral("color.xml was changed by another program\\.")));
+    QCOMPARE(colours->rowCount(), 1);
+    answer(window, "cmdOffer(0)");
+    QCOMPARE(colours->rowCount(), 2);
+    QCOMPARE(offer(window), QString());
+
+    // Once more, now with an edited list; the person keeps it.
+    window.find<ListView>("lvColor")->setCurrentIndex(colours->index(0, 0));
+    QTest::keyClick(window.find<ListView>("lvColor"), Qt::Key_Delete);
+    QCOMPARE(colours->rowCount(), 1);
+    window.files.write(name, "<color name=\"c\">#3</color>");
+    window.files.write(QStringLiteral("theme/main.xml"), "<theirs/>");
+    QVERIFY(offers(window, QStringLiteral("2 files were changed .* Reloading drops .*")));
+    answer(window, "cmdOffer(1)");
+    QCOMPARE(offer(window), QString());
+    QCOMPARE(colours->rowCount(), 1);
+    window.prompts.expectQuestion(QStringLiteral("Simpan File"),
+                                  QStringLiteral("Benar mau menyimpan file?") + kLine, true);
+    window.choose("mnuCSave");
+}
+
+void TestNothingLost::reloadKeepsWhatIsTyped()
+{
+    Window window;
+    openAll(window);
+    type(window, "mine");
+    const QString mine = text(window);
+    window.files.write(QStringLiteral("theme/main.xml"), "<theirs/>");
+    QVERIFY(offers(window, QStringLiteral("main.xml was changed by another program\\.")));
+    QCOMPARE(text(window), mine);
+    answer(window, "cmdOffer(0)");
+    QVERIFY(text(window).contains(QStringLiteral("theirs")));
+    QVERIFY(offers(window, kUnsaved));
+    answer(window, "cmdOffer(0)");
+    QCOMPARE(text(window), mine);
+    QTest::keyClick(window.find<SourceBox>("txtSnippet"), Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(text(window).contains(QStringLiteral("theirs")));
+}
+
+void TestNothingLost::recovery_data()
+{
+    QTest::addColumn<QString>("end");
+    for (const char *end : {"crash", "exit", "other window"})
+        QTest::newRow(end) << QString(QLatin1String(end));
+}
+
+void TestNothingLost::recovery()
+{
+    QFETCH(QString, end);
+    Window window;
+    openAll(window);
+    const QString main = window.files.path(QStringLiteral("theme/main.xml"));
+    type(window, "typed");
+    window.find<SourceBox>("txtSnippet")->insertPlainText(QString(QChar(0xA0)) + QChar(0xE9) + QChar(0xD800));
+    const QString typed = text(window);
+    if (end == u"crash") {
+        // Nothing tells the window that its end has come; the text is safe soon after the last key.
+        QVERIFY(QTest::qWaitFor([&] { return !unsavedTextsOf(main).isEmpty(); }, 5000));
+        window.start();
+    } else if (end == u"exit") {
+        window.skin->close();
+        window.start();
+    } else {
+        window.skin->openDocument(window.files.path(QStringLiteral("theme/other.xml")));
+        QCOMPARE(offer(window), QString());
+    }
+    window.skin->openDocument(main);
+    QVERIFY(text(window) != typed);
+    QVERIFY(offers(window, kUnsaved));
+    QCOMPARE(window.find<QToolButton>("cmdOffer(0)")->text(), QStringLiteral("Restore"));
+    QCOMPARE(window.find<QToolButton>("cmdOffer(1)")->text(), QStringLiteral("Discard"));
+    answer(window, "cmdOffer(0)");
+    QCOMPARE(text(window), typed);
+    QCOMPARE(offer(window), QString());
+    QCOMPARE(unsavedTextsOf(main).size(), 1); // it is not saved yet
+
+    window.skin->openDocument(main);
+    QVERIFY(offers(window, kUnsaved));
+    answer(window, "cmdOffer(1)");
+    QVERIFY(unsavedTextsOf(main).isEmpty());
+}
+
+void TestNothingLost::nothingLeftToOffer()
+{
+    Window window;
+    openAll(window);
+    const QString main = window.files.path(QStringLiteral("theme/main.xml"));
+    type(window, "typed");
+    QVERIFY(QTest::qWaitFor([&] { return !unsavedTextsOf(main).isEmpty(); }, 5000));
+    window.prompts.expectQuestion(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"),
+                                  true);
+    window.choose("mnuSave");
+    QVERIFY(unsavedTextsOf(main).isEmpty());
+
+    // Typed and taken back.
+    type(window, "y");
+    QVERIFY(QTest::qWaitFor([&] { return !unsavedTextsOf(main).isEmpty(); }, 5000));
+    QTest::keyClick(window.find<SourceBox>("txtSnippet"), Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(QTest::qWaitFor([&] { return unsavedTextsOf(main).isEmpty(); }, 5000));
+    window.start();
+    window.skin->openDocument(main);
+    QCOMPARE(offer(window), QString());
+}
+
+void TestNothingLost::olderTextIsNotReplaced()
+{
+    Window window;
+    openAll(window);
+    const QString main = window.files.path(QStringLiteral("theme/main.xml"));
+    type(window, "first");
+    const QString first = text(window);
+    window.skin->openDocument(main);
+    type(window, "second"); // with the offer still there
+    const QString second = text(window);
+    window.skin->openDocument(main);
+    QCOMPARE(unsavedTextsOf(main).size(), 2);
+    answer(window, "cmdOffer(0)");
+    QCOMPARE(text(window), second);
+    QVERIFY(offers(window, kUnsaved));
+    answer(window, "cmdOffer(0)");
+    QCOMPARE(text(window), first);
+}
+
+void TestNothingLost::noRoomForTheText()
+{
+    Window window;
+    openAll(window);
+    type(window, "typed");
+    const QString typed = text(window);
+    setRecoveryFolder(window.files.write(QStringLiteral("a file")));
+    const QString message = QStringLiteral("Cannot keep the unsaved text in \"%1/").arg(recoveryFolder());
+    bool told = false;
+    try {
+        window.skin->openDocument(window.files.path(QStringLiteral("theme/other.xml")));
+    } catch (const RunTimeError &error) {
+        told = error.message().startsWith(message);
+    }
+    QVERIFY(told);
+    QCOMPARE(text(window), typed);
+}
+
+int main(int argc, char **argv)
+{
+    return runWindowTest<TestNothingLost>(argc, argv);
+}
+
+#include "tst_nothinglost.moc"
