@@ -15,7 +15,8 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kSettling = 300; // ms
+constexpr int kSettling = 300;  // ms
+constexpr int kMostFiles = 100; // of a theme; one that names more is no theme that anybody works on
 
 const QString kKey = QStringLiteral("outside");
 
@@ -46,7 +47,7 @@ OutsideChanges::OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &l
 void OutsideChanges::watchTheme()
 {
     QList<File> files;
-    for (const QString &path : m_theme.files())
+    for (const QString &path : m_theme.files().mid(0, kMostFiles))
         files.append({path, [this, path] { m_guard([&] { m_theme.reload(path); }); },
                       [this, path] { return isEdited(path); }});
     watch(QStringLiteral("theme"), files);

@@ -1,4 +1,5 @@
 #include "TextTable.h"
+#include "platform/LoadedFiles.h"
 #include "platform/RunTimeError.h"
 #include "platform/TestFiles.h"
 #include "platform/TextFile.h"
@@ -116,6 +117,41 @@ private slots:
         setCodePageRule(CodePageRule::Automatic);
         QCOMPARE(single.text.size(), 5);
         QCOMPARE(single.page, CodePage::Windows1252);
+    }
+
+    void changes()
+    {
+        const TestFiles files;
+        setBackupFolder(files.path(QStringLiteral("backup")));
+        const QString path = files.write(QStringLiteral("a.xml"), "a");
+        const QString link = files.path(QStringLiteral("link.xml"));
+        const QString spelt = files.folder() + QStringLiteral("\\.\\A.XML");
+        const QString gone = files.path(QStringLiteral("none.xml"));
+        QVERIFY(QFile::link(path, link));
+        QVERIFY(!changedOutside(path)); // nobody has loaded it
+        const QStringList names = {path, link, spelt, gone};
+        for (const QString &name : names)
+            LoadForEditing(name);
+        const auto changed = [&] {
+            QString found;
+            for (const QString &name : names)
+                found += changedOutside(name) ? u'+' : u'-';
+            return found;
+        };
+        QCOMPARE(changed(), QStringLiteral("----"));
+        files.write(QStringLiteral("a.xml"), "b"); // as long as before, and within the same second
+        QCOMPARE(changed(), QStringLiteral("+++-"));
+        // Written under one name, it is known under all; what is loaded otherwise does not count.
+        LoadFile(path);
+        SaveFile(link, QStringLiteral("c"));
+        SaveFile(gone, QStringLiteral("d"));
+        QCOMPARE(changed(), QStringLiteral("----"));
+        DeleteFile(gone);
+        QFile::remove(path);
+        QCOMPARE(changed(), QStringLiteral("+++-"));
+        QCOMPARE(savingQuestion(QStringLiteral("?"), gone), QStringLiteral("?"));
+        QCOMPARE(savingQuestion(QStringLiteral("?"), path),
+                 QStringLiteral("?\nThe file was changed by another program."));
     }
 };
 
