@@ -343,8 +343,7 @@ private:
         }
         // Seams that are close to each other find the same marker.
         std::ranges::sort(m_closers);
-        const auto doubles = std::ranges::unique(m_closers);
-        m_closers.erase(doubles.begin(), doubles.end());
+        m_closers.erase(std::unique(m_closers.begin(), m_closers.end()), m_closers.end());
     }
 
     QStringView m_text;

@@ -1,5 +1,6 @@
 #include "catalogues/ColourCatalogue.h"
 #include "catalogues/ColourConversion.h"
+#include "catalogues/LiteralConversion.h"
 #include "colorpicker/ColourValue.h"
 #include "markup/LiteralTwins.h"
 #include "platform/ListRows.h"
@@ -26,18 +27,6 @@ struct Colours
         return text;
     }
 };
-
-QString convertedLiterally(QString text, const ListRows &lvColor, ColourForm to)
-{
-    text.replace(u"> "_s, u">"_s).replace(u" <"_s, u"<"_s);
-    for (const ListRows::Row &row : lvColor.rows()) {
-        const QString from = row.sub(to == ColourForm::Code ? 1 : 2);
-        const QString by = row.sub(to == ColourForm::Code ? 2 : 1);
-        for (const QString &around : {u">[%1,"_s, u",%1,"_s, u",%1]<"_s})
-            text.replace(around.arg(from), around.arg(by), Qt::CaseInsensitive);
-    }
-    return text;
-}
 
 } // namespace
 
@@ -103,7 +92,7 @@ void TestColourCatalogue::convertAsLiterally()
             colours.rows.add({}, {name(), name()});
         const QString text = twins::randomText(random, tokens, random.bounded(60));
         for (const ColourForm to : {ColourForm::Code, ColourForm::Name})
-            QCOMPARE(ConvertColours(text, colours.rows, to), convertedLiterally(text, colours.rows, to));
+            QCOMPARE(ConvertColours(text, colours.rows, to), literal::convert(text, colours.rows, to));
     }
 }
 

@@ -1,5 +1,5 @@
-#include "markup/LiteralTwins.h"
 #include "widgets/BlockProperties.h"
+#include "widgets/LiteralProperties.h"
 
 #include <QTest>
 
@@ -7,31 +7,11 @@ using namespace quillmere;
 
 namespace {
 
-QString rowsAsLines(const std::optional<BlockProperties> &block)
+QString rowsAsLines(const QList<ListRows::Row> &rows)
 {
     QString lines;
-    for (const ListRows::Row &row : block ? block->rows : QList<ListRows::Row>())
+    for (const ListRows::Row &row : rows)
         lines += row.text + u'=' + row.sub(1) + u'\n';
-    return lines;
-}
-
-// The scan, a character at a time.
-QString literalRows(const QString &properties)
-{
-    QString lines, buffer;
-    bool found = false;
-    for (qsizetype i = 0; i < properties.size(); ++i) {
-        const bool slash = properties[i] == u'/';
-        const bool ofTag = slash && (properties.mid(i, 2) == u"/>" || (i > 0 && properties[i - 1] == u'<'));
-        found = ofTag || (slash && found);
-        if (!ofTag)
-            buffer += properties[i];
-        if (found) {
-            const QStringList parts = twins::splitField(buffer, QStringLiteral("<"), {}, 1, 0).split(u'>');
-            lines += parts.value(0) + u'=' + parts.value(1) + u'\n';
-            buffer.clear();
-        }
-    }
     return lines;
 }
 
@@ -58,7 +38,7 @@ private slots:
         for (const auto &one : cases) {
             const auto block = GetProperty(QString::fromLatin1(one.source), QStringLiteral("a"));
             QCOMPARE(block ? block->segment : QStringLiteral("-"), QLatin1String(one.segment));
-            QCOMPARE(rowsAsLines(block), QLatin1String(one.rows));
+            QCOMPARE(rowsAsLines(block ? block->rows : QList<ListRows::Row>()), QLatin1String(one.rows));
         }
     }
 
@@ -70,7 +50,8 @@ private slots:
         for (int round = 0; round < 20000; ++round) {
             const QString properties = twins::randomText(random, tokens, 1 + random.bounded(14));
             const QString source = u"\"n\"<property>" + properties + u"</property>";
-            QCOMPARE(rowsAsLines(GetProperty(source, QStringLiteral("n"))), literalRows(properties));
+            QCOMPARE(rowsAsLines(GetProperty(source, QStringLiteral("n"))->rows),
+                     rowsAsLines(literal::propertyRows(properties)));
         }
     }
 

@@ -1,3 +1,4 @@
+#include "widgets/LiteralRects.h"
 #include "widgets/RectCommands.h"
 
 #include <QRandomGenerator>
@@ -6,26 +7,6 @@
 using namespace quillmere;
 
 namespace {
-
-// Rect after rect, a pass over the whole text for each; whole numbers only.
-void rewriteOneByOne(QString &text, const std::function<QStringList(QStringList)> &rewriting)
-{
-    const QStringList pieces = text.split(QStringLiteral("<rect>"));
-    for (int i = 1; i < pieces.size(); ++i) {
-        QString rect = pieces[i].section(QStringLiteral("</rect>"), 0, 0);
-        if (!pieces[i].contains(QStringLiteral("</rect>")) || !rect.startsWith(u'['))
-            continue;
-        const QStringList parts = rect.mid(1).section(u']', 0, 0).split(u',');
-        bool numbers = parts.size() >= 4;
-        for (int n = 0; n < 4 && numbers; ++n)
-            parts[n].toLongLong(&numbers);
-        if (!numbers)
-            continue;
-        const QStringList old = parts.mid(0, 4);
-        text.replace(QString(u"<rect>[" + old.join(u',') + u"]</rect>"),
-                     QString(u"<rect>[" + rewriting(old).join(u',') + u"]</rect>"), Qt::CaseInsensitive);
-    }
-}
 
 QString randomText(QRandomGenerator &random)
 {
@@ -76,7 +57,7 @@ void TestRectCommands::sameAsOneByOne()
         QCOMPARE(
             ScaleRects(fast, larger ? 5 : 4, larger ? 4 : 5, QStringLiteral("1280"), QStringLiteral("720")),
             ScaleResult::Scaled);
-        rewriteOneByOne(slow, [larger](QStringList four) {
+        literal::rewriteRects(slow, [larger](QStringList four) {
             for (QString &number : four)
                 number = QString::number(number.toLongLong() * (larger ? 5 : 4) / (larger ? 4 : 5));
             return four;
@@ -86,7 +67,7 @@ void TestRectCommands::sameAsOneByOne()
         fast = slow = text;
         const Axis axis = round % 3 ? Axis::Top : Axis::Left;
         MoveRects(fast, axis, 25);
-        rewriteOneByOne(slow, [axis](QStringList four) {
+        literal::rewriteRects(slow, [axis](QStringList four) {
             QString &moved = four[axis == Axis::Top ? 1 : 0];
             moved = QString::number(moved.toLongLong() + 25);
             return four;

@@ -1,0 +1,42 @@
+#include "Fuzz.h"
+#include "catalogues/ColourCatalogue.h"
+#include "colorpicker/ColourValue.h"
+#include "markup/ColourCode.h"
+#include "platform/TestFiles.h"
+
+using namespace quillmere;
+
+// The same for colours; a code that stands for a colour comes back from its channels, and of digits as many
+// may stand as make 255 at most.
+void fuzz(const Input &input)
+{
+    static const TestFiles files;
+    const QString name = QStringLiteral("color.xml");
+    const QString path = files.write(name, input.bytes(0));
+    setBackupFolder(files.path(QStringLiteral("backup")));
+    ListRows rows({QString(), QString(), QString()}, ListRows::Checks::Yes);
+    ColourCatalogue colours(rows);
+    colours.LoadColorList(path);
+    const QString read = asText(rows.rows());
+    bool plain = true;
+    for (const ListRows::Row &row : rows.rows()) {
+        plain = plain && !holdsAny(row.sub(1), u">=") && !row.sub(2).contains(u'=');
+        if (const auto channels = channelsOf(row.sub(2))) {
+            same(colourCode(*channels).mid(1), row.sub(2).mid(1).toUpper(), "code of the channels");
+            check(channelsOf(colourValue(*channels)) == *channels, "channels of the value");
+        }
+    }
+    colours.save();
+    const QByteArray written = files.read(name);
+    colours.LoadColorList(path);
+    if (plain) {
+        same(asText(rows.rows()), read, "what is written is read");
+        colours.save();
+        check(files.read(name) == written, "written again the same", read);
+    }
+    QDir(backupFolder()).removeRecursively();
+
+    const QString digits = input.text(1);
+    const QString valid = digits.left(validLength(digits));
+    check(channelValue(valid) <= 255 && validLength(valid) == valid.size(), "valid digits", digits);
+}

@@ -1,0 +1,35 @@
+#include "Fuzz.h"
+#include "catalogues/FontCatalogue.h"
+#include "markup/LiteralTwins.h"
+#include "platform/TestFiles.h"
+#include "widgets/PreviewPage.h"
+
+using namespace quillmere;
+
+// A row a font element, with its four fields.
+void fuzz(const Input &input)
+{
+    static const TestFiles files;
+    const QString path = files.write(QStringLiteral("font.xml"), input.bytes(0));
+    ListRows rows(QStringList(5));
+    LoadFontList(rows, path);
+    QList<ListRows::Row> expected;
+    QString size;
+    bool found = false;
+    for (const QString &piece :
+         input.text(0).split(QStringLiteral("<font>"), Qt::KeepEmptyParts, Qt::CaseInsensitive).mid(1)) {
+        QStringList fields;
+        for (const char *field : {"name", "file", "size", "style"})
+            fields.append(twins::splitField(piece, QStringLiteral("<%1>").arg(QLatin1String(field)),
+                                            QStringLiteral("</%1>").arg(QLatin1String(field)), 1, 0));
+        if (fields[3].isEmpty())
+            fields[3] = QStringLiteral("normal");
+        if (!found && fields[0] == u"font_prog") {
+            size = fields[2];
+            found = true;
+        }
+        expected.append({QString(), fields});
+    }
+    same(asText(rows.rows()), asText(expected), "a row a font");
+    same(defaultFontSize(rows), size, "default size");
+}

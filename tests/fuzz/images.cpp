@@ -1,0 +1,39 @@
+#include "Fuzz.h"
+#include "catalogues/ImageCatalogue.h"
+#include "platform/FileList.h"
+#include "platform/Paths.h"
+#include "platform/TestFiles.h"
+
+using namespace quillmere;
+
+// A row an image element; what is written is read again as the same rows, and written again as the same
+// bytes, unless a name holds what ends a name or is closed up.
+void fuzz(const Input &input)
+{
+    static const TestFiles files({"a.png", "sub/b.png"});
+    const QString folder = files.folder() + separator();
+    const QString name = QStringLiteral("image.xml");
+    const QString path = files.write(name, input.bytes(0));
+    setBackupFolder(files.path(QStringLiteral("backup")));
+    FileList list;
+    ImageCatalogue images;
+    images.LoadImageList(path, folder, list);
+    const QString read = asText(images.rows.rows());
+    bool plain = true;
+    for (const ListRows::Row &row : images.rows.rows()) {
+        const QString id = row.sub(1), file = row.text.mid(folder.size());
+        check(row.text.startsWith(folder), "path below the folder", row.text);
+        check(row.sub(2).isEmpty() || QFileInfo::exists(row.text), "marked where it is there", row.text);
+        same(images.rows.sub(images.rowOf(id), 1), id, "finds the row");
+        plain = plain && !holdsAny(id, u">=") && !file.contains(u'=') && !file.contains(files.folder());
+    }
+    images.SaveImageList(folder);
+    const QByteArray written = files.read(name);
+    images.LoadImageList(path, folder, list);
+    if (plain) {
+        same(asText(images.rows.rows()), read, "what is written is read");
+        images.SaveImageList(folder);
+        check(files.read(name) == written, "written again the same", read);
+    }
+    QDir(backupFolder()).removeRecursively();
+}

@@ -1,0 +1,37 @@
+#include "Fuzz.h"
+#include "i18n/LanguageCatalogue.h"
+#include "i18n/LiteralTranslation.h"
+#include "platform/TestFiles.h"
+
+using namespace quillmere;
+
+// The strings are those of the slow form; what is written is read again as the same strings, but for the
+// ellipsis, and sources that hold a ">".
+void fuzz(const Input &input)
+{
+    static const TestFiles files;
+    const DecodedText file = decodeText(input.bytes(0));
+    ListRows strings = makeStringRows();
+    OpenLgXml(strings, file.text);
+    same(asText(strings.rows()), asText(twins::openLgXml(file.text)), "the strings of a file");
+
+    const QByteArray written =
+        encodeText(languageFileText(QStringLiteral("N"), strings, file.page), file.page);
+    bool plain = !holdsAny(file.text, u"\u2026\u00A6");
+    for (const ListRows::Row &row : strings.rows())
+        plain = plain && !row.sub(1).contains(u'>');
+    ListRows again = makeStringRows();
+    const DecodedText reread = decodeText(written);
+    OpenLgXml(again, reread.text);
+    if (plain) {
+        same(asText(again.rows()), asText(strings.rows()), "what is written is read");
+        check(encodeText(languageFileText(QStringLiteral("N"), again, reread.page), reread.page) == written,
+              "written again the same", reread.text);
+    }
+
+    ListRows languages = makeLanguageRows();
+    LoadLanguageList(languages, files.write(QStringLiteral("i18n.xml"), input.bytes(1)),
+                     QStringLiteral("dir/"));
+    for (const ListRows::Row &row : languages.rows())
+        same(row.text, u"dir/" + row.sub(2).replace(u'\\', u'/'), "path of a language");
+}

@@ -1,0 +1,40 @@
+#include "platform/PictureUrls.h"
+#include "Fuzz.h"
+#include "platform/Paths.h"
+#include "platform/TestFiles.h"
+
+#include <QRegularExpression>
+
+using namespace quillmere;
+
+// A path comes back from its URL; a page changes only between url(' and '), where nothing is left that could
+// end the URL; and of all files only pictures of the theme are given.
+void fuzz(const Input &input)
+{
+    static const TestFiles files({"theme/a.png", "theme/sub/b.jpg", "theme/c.txt", "theme2/a.png", "a.png"});
+    static const QString theme = QFileInfo(files.path(QStringLiteral("theme"))).canonicalFilePath();
+    static const bool linked =
+        QFile::link(files.path(QStringLiteral("a.png")), theme + QStringLiteral("/l.png")) &&
+        QFile::link(files.path(QStringLiteral("theme2")), theme + QStringLiteral("/d"));
+    check(linked, "links can be made");
+    const QString path = input.text(0);
+    same(picturePath(pictureUrl(u'/' + path)), withOwnSeparators(QString(u'/' + path)), "path of its URL");
+    for (const QUrl &url :
+         {pictureUrl(theme + u'/' + path), QUrl(path), QUrl(u"quillmere:" + theme + u'/' + path)}) {
+        const QString file = admittedPicture(url, theme);
+        check(file.isEmpty() || file == QString(theme + u"/a.png") || file == QString(theme + u"/sub/b.jpg"),
+              "a picture of the theme", file);
+    }
+
+    static const QRegularExpression urls(QStringLiteral("(url\\(')(.*?)('\\))"),
+                                         QRegularExpression::CaseInsensitiveOption |
+                                             QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression harmless(QStringLiteral("^[A-Za-z0-9:/%._~-]*$"));
+    const QString page = input.text(1), shown = withPictureUrls(page);
+    same(QString(shown).replace(urls, QStringLiteral("\\1\\3")),
+         QString(page).replace(urls, QStringLiteral("\\1\\3")), "nothing but URLs changes");
+    for (auto match = urls.globalMatch(shown); match.hasNext();) {
+        const QString url = match.next().captured(2);
+        check(harmless.match(url).hasMatch(), "a URL in one piece", url);
+    }
+}

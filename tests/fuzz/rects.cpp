@@ -1,0 +1,48 @@
+#include "Fuzz.h"
+#include "widgets/LiteralRects.h"
+#include "widgets/RectCommands.h"
+
+#include <QRegularExpression>
+
+using namespace quillmere;
+
+// Rects are scaled and moved as one by one, and nothing but rects changes. The slow form knows whole numbers.
+void fuzz(const Input &input)
+{
+    const QString text = input.text(0);
+    static const QRegularExpression rect(QStringLiteral("<rect>\\[[^\\[\\]<]*\\]</rect>"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression notSimple(QStringLiteral("[0-9]{12}|[.+]|[^\\x01-\\x7f]"));
+    const bool simple = !notSimple.match(text).hasMatch();
+    const auto others = [](QString rest) { return rest.remove(rect); };
+    const bool larger = input.choice(1, 2);
+    const int numerator = larger ? 5 : 4, denominator = larger ? 4 : 5;
+
+    QString fast = text, slow = text;
+    const ScaleResult result =
+        ScaleRects(fast, numerator, denominator, QStringLiteral("1280"), QStringLiteral("720"));
+    check(result == ScaleResult::Scaled || fast == text, "all or nothing", text);
+    same(others(fast), others(text), "scales nothing but rects");
+    if (simple && result == ScaleResult::Scaled) {
+        literal::rewriteRects(slow, [=](QStringList four) {
+            for (QString &number : four)
+                number = QString::number(number.toLongLong() * numerator / denominator);
+            return four;
+        });
+        same(fast, slow, "scales");
+    }
+
+    const int distance = input.choice(2, 256) - 128;
+    for (const Axis axis : {Axis::Top, Axis::Left}) {
+        fast = slow = text;
+        MoveRects(fast, axis, distance);
+        same(others(fast), others(text), "moves nothing but rects");
+        literal::rewriteRects(slow, [=](QStringList four) {
+            QString &moved = four[axis == Axis::Top ? 1 : 0];
+            moved = QString::number(moved.toLongLong() + distance);
+            return four;
+        });
+        if (simple)
+            same(fast, slow, "moves");
+    }
+}

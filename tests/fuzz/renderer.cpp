@@ -1,0 +1,43 @@
+#include "Fuzz.h"
+#include "widgets/BlockLines.h"
+#include "widgets/LiteralRenderer.h"
+#include "widgets/PreviewPage.h"
+#include "widgets/WidgetDocument.h"
+
+using namespace quillmere;
+
+// The page is that of the slow renderer; there are as many rows as blocks; a ticked block is hidden; the rows
+// come back from the clipboard. Fonts are lines NAME SIZE STYLE.
+void fuzz(const Input &input)
+{
+    const QString markup = input.text(0);
+    if (hasSurrogates(markup + input.text(1)))
+        return;
+    ListRows fonts(QStringList(5)), blocks(QStringList(2), ListRows::Checks::Yes);
+    for (const QString &line : input.lines(1))
+        fonts.add({}, {line.section(u' ', 0, 0), {}, line.section(u' ', 1, 1), line.section(u' ', 2)});
+    const ImageLookup find = [](const QString &id) { return u"/i/" + id; };
+    QList<ListRows::Row> expectedRows;
+    const QString page = BuildWidgetHtml(markup, find, fonts, blocks);
+    same(page, twins::buildWidgetHtml(markup, find, fonts, expectedRows), "the page");
+    same(asText(blocks.rows()), asText(expectedRows), "the rows");
+    check(cutBlocks(markup).blocks.size() == blocks.count(), "a row a block", markup);
+    same(asText(blocksOfLines(linesOfBlocks(blocks))),
+         holdsAny(asText(expectedRows), u"\r") || asText(expectedRows).count(u'\n') != expectedRows.size() ||
+                 asText(expectedRows).contains(u"[*]")
+             ? asText(blocksOfLines(linesOfBlocks(blocks)))
+             : asText(expectedRows),
+         "rows of the clipboard");
+
+    ViewOptions options;
+    for (size_t item = 0; item < options.shown.size(); ++item)
+        options.shown[item] = input.choice(2, 256) >> item & 1;
+    const QStringList harmless = {QStringLiteral("a"), QStringLiteral("b")};
+    for (int row = 0; row < blocks.count(); ++row)
+        blocks.setChecked(row, true);
+    const QString shown = BuildPreviewPage(page, options, defaultFontSize(fonts), blocks);
+    for (const ListRows::Row &row : blocks.rows())
+        check(!harmless.contains(row.sub(1)) ||
+                  shown.contains(QString(u'#' + row.sub(1) + u"{display:none;}")),
+              "a ticked block is hidden", shown);
+}

@@ -1,0 +1,31 @@
+#include "Fuzz.h"
+#include "platform/TestFiles.h"
+
+#include <QDirIterator>
+
+using namespace quillmere;
+
+// A file that is loaded and saved stays the same byte for byte; another text is read as it was written, and
+// the bytes it replaced are in the backup folder. Nothing else is left beside the file.
+void fuzz(const Input &input)
+{
+    static const TestFiles files;
+    const QByteArray old = input.bytes(0);
+    const QString name = QStringLiteral("theme/a.xml");
+    const QString path = files.write(name, old);
+    setBackupFolder(files.path(QStringLiteral("backup")));
+
+    SaveFile(path, LoadFile(path));
+    check(files.read(name) == old, "an untouched file stays as it was", LoadFile(path));
+    SaveFile(path, input.text(1));
+    same(LoadFile(path), input.text(1), "what is saved is loaded");
+    int copies = 0;
+    for (QDirIterator it(backupFolder(), QDir::Files, QDirIterator::Subdirectories); it.hasNext(); ++copies) {
+        QFile copy(it.next());
+        check(copy.open(QIODevice::ReadOnly) && copy.readAll() == old, "the old bytes are backed up", path);
+    }
+    check(copies == 2, "each save makes a copy");
+    const QDir::Filters all = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
+    check(QDir(QFileInfo(path).path()).entryList(all).size() == 1, "nothing is left beside the file");
+    QDir(backupFolder()).removeRecursively();
+}
