@@ -11,6 +11,11 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <unistd.h>
+#endif
+
 namespace quillmere {
 
 namespace {
@@ -74,7 +79,10 @@ CodePage pageOf(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throwFailed("back up", path, file.errorString());
-    return decodeText(file.readAll()).page;
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        throwFailed("back up", path, file.errorString());
+    return decodeText(bytes).page;
 }
 
 QByteArray encodeFor(const QString &path, const QString &text, CodePage page)
@@ -84,6 +92,20 @@ QByteArray encodeFor(const QString &path, const QString &text, CodePage page)
     } catch (const RunTimeError &error) {
         throwFailed("write", path, error.message().chopped(1));
     }
+}
+
+// Some disks, full ones behind a network for example, refuse what was written only when they are told to keep
+// it. Committing does tell them so, and passes over the answer. Empty where the disk has it, or where it
+// knows no such order.
+QString whyNotKept(const QSaveFile &file)
+{
+#ifdef Q_OS_UNIX
+    if (fsync(file.handle()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS)
+        return qt_error_string(errno);
+#else
+    Q_UNUSED(file);
+#endif
+    return {};
 }
 
 } // namespace
@@ -105,8 +127,9 @@ void SaveFile(const QString &path, const QString &text, std::optional<CodePage> 
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly))
         throwFailed("open", target, file.errorString());
-    if (file.write(bytes) != bytes.size() || !file.flush()) {
-        const QString reason = file.errorString();
+    const bool written = file.write(bytes) == bytes.size() && file.flush();
+    const QString reason = written ? whyNotKept(file) : file.errorString();
+    if (!reason.isEmpty()) {
         file.cancelWriting();
         throwFailed("write", target, reason);
     }
