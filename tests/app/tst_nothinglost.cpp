@@ -90,6 +90,8 @@ class TestNothingLost : public QObject
 private slots:
     void changedBehindOurBack_data();
     void changedBehindOurBack();
+    void failedSave_data() { changedBehindOurBack_data(); }
+    void failedSave();
     void reloadFromOutside();
     void reloadKeepsWhatIsTyped();
     void recovery_data();
@@ -139,6 +141,33 @@ void TestNothingLost::changedBehindOurBack()
     QVERIFY(isBackedUp(other));
     window.prompts.expectQuestion(title, question, true);
     window.choose(item);
+}
+
+void TestNothingLost::failedSave()
+{
+    QFETCH(QByteArray, item);
+    QFETCH(QString, file);
+    QFETCH(QString, title);
+    QFETCH(QString, question);
+    Window window;
+    openAll(window);
+    type(window, "x");
+    const auto state = [&window] {
+        QString all = text(window);
+        for (const char *list : {"LvWidget", "lvImage", "lvColor", "LvBhs"})
+            all += rowsAsText(window.find<ListView>(list)->model());
+        return all;
+    };
+    const QString before = state();
+    const QString path = window.files.path(QStringLiteral("theme/") + file);
+    QVERIFY(QFile::remove(path) && QDir().mkdir(path));
+
+    window.prompts.expectQuestion(title, question + kLine, true);
+    window.prompts.expectMessage(QStringLiteral("Quillmere"),
+                                 QStringLiteral("Cannot open \"%1\": it is not a file.").arg(path));
+    window.choose(item);
+    QCOMPARE(state(), before);
+    QVERIFY(QDir().rmdir(path));
 }
 
 void TestNothingLost::reloadFromOutside()
