@@ -1,6 +1,7 @@
 #include "i18n/Dictionary.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/LiteralTranslation.h"
+#include "platform/Backups.h"
 #include "platform/TextFile.h"
 
 #include <benchmark/benchmark.h>

@@ -1,15 +1,14 @@
 #include "platform/TextFile.h"
 
+#include "platform/Backups.h"
+#include "platform/FailedStep.h"
 #include "platform/LoadedFiles.h"
 #include "platform/Paths.h"
-#include "platform/RunTimeError.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QStandardPaths>
 
 #ifdef Q_OS_UNIX
 #include <cerrno>
@@ -19,15 +18,6 @@
 namespace quillmere {
 
 namespace {
-
-QString chosenBackupFolder;
-
-// `step` fits behind "Cannot".
-[[noreturn]] void throwFailed(const char *step, const QString &path, const QString &reason)
-{
-    throw RunTimeError(QStringLiteral("Cannot %1 \"%2\": %3.")
-                           .arg(QLatin1String(step), QDir::toNativeSeparators(path), reason));
-}
 
 // The file that a text for `path` goes to: what LoadFile would read there, else a new file in that folder.
 QString fileToWrite(const QString &path)
@@ -43,35 +33,6 @@ QString fileToWrite(const QString &path)
     const QString own = withOwnSeparators(path);
     const QString folder = findFolder(folderOf(own).toString());
     return folder.isEmpty() ? own : joinPath(folder, fileNameOf(own));
-}
-
-// A folder for every original folder: its whole path below the backup folder, without what cannot stand in a
-// name.
-QString backupFolderOf(const QFileInfo &file)
-{
-    QString path = file.absolutePath();
-    path.remove(u':');
-    while (path.startsWith(u'/'))
-        path.remove(0, 1);
-    return QDir(backupFolder()).filePath(path);
-}
-
-void backUp(const QString &path)
-{
-    const QFileInfo info(path);
-    const QString folder = backupFolderOf(info);
-    if (!QDir().mkpath(folder))
-        throwFailed("back up", path, QStringLiteral("the folder \"%1\" cannot be made").arg(folder));
-    // Two copies within one millisecond: the later one takes the next that is free.
-    QDateTime time = QDateTime::currentDateTime();
-    QString copy;
-    do {
-        copy = joinPath(folder, QString(info.fileName() + time.toString(u".yyyyMMdd-hhmmss-zzz")));
-        time = time.addMSecs(1);
-    } while (QFileInfo::exists(copy));
-    QFile file(path);
-    if (!file.copy(copy))
-        throwFailed("back up", path, file.errorString());
 }
 
 CodePage pageOf(const QString &path)
@@ -108,22 +69,18 @@ QString whyNotKept(const QSaveFile &file)
     return {};
 }
 
-} // namespace
-
-void SaveFile(const QString &path, const QString &text, std::optional<CodePage> page)
+// A pipe or a device would swallow the bytes, and reading it for the copy could wait for ever.
+void requireFile(const QString &target)
 {
-    const QString target = fileToWrite(path);
     const QFileInfo old(target);
-    // A pipe or a device would swallow the text, and reading it for the copy could wait for ever.
     if (fileNameOf(target).isEmpty() || (old.exists() && !old.isFile()))
         throwFailed("open", target, QStringLiteral("it is not a file"));
-    if (!page)
-        page = old.exists() ? pageOf(target) : CodePage::Ascii;
-    const QByteArray bytes = encodeFor(target, text, *page);
-    if (old.exists())
-        backUp(target);
+}
 
-    // Goes to the target of a symbolic link and takes over the permissions of the old file.
+// Goes to the target of a symbolic link and takes over the permissions of the old file.
+void replaceFile(const QString &target, const QByteArray &bytes)
+{
+    const QString copy = QFileInfo::exists(target) ? backUp(target) : QString();
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly))
         throwFailed("open", target, file.errorString());
@@ -135,7 +92,38 @@ void SaveFile(const QString &path, const QString &text, std::optional<CodePage> 
     }
     if (!file.commit())
         throwFailed("rename", target, file.errorString());
+    if (!copy.isEmpty())
+        pruneBackups(copy);
+}
+
+} // namespace
+
+void SaveFile(const QString &path, const QString &text, std::optional<CodePage> page)
+{
+    const QString target = fileToWrite(path);
+    requireFile(target);
+    if (!page)
+        page = QFileInfo::exists(target) ? pageOf(target) : CodePage::Ascii;
+    const QByteArray bytes = encodeFor(target, text, *page);
+    replaceFile(target, bytes);
     noteWritten(target, bytes);
+}
+
+void RestoreFile(const QString &path, const QString &version)
+{
+    requireFile(path);
+    const std::optional<QByteArray> bytes = LoadBytes(version);
+    if (!bytes)
+        throwFailed("read", version, QStringLiteral("there is no such file, or it is not to be read"));
+    // From here on the version may go, to make room for one of the file as it is.
+    const QFile::Permissions permissions = QFile::permissions(version);
+    const QFileInfo old(path);
+    const bool existed = old.exists();
+    if (!QDir().mkpath(old.absolutePath()))
+        throwFailed("open", path, QStringLiteral("its folder cannot be made"));
+    replaceFile(existed ? old.canonicalFilePath() : path, *bytes);
+    if (!existed)
+        QFile::setPermissions(path, permissions);
 }
 
 void DeleteFile(const QString &path)
@@ -143,24 +131,12 @@ void DeleteFile(const QString &path)
     // Exactly this name: what is deleted for good is never guessed at.
     if (!QFileInfo(path).isFile())
         throwFailed("back up", path, QStringLiteral("there is no such file"));
-    backUp(path);
+    const QString copy = backUp(path);
     QFile file(path);
     if (!file.remove())
         throwFailed("delete", path, file.errorString());
     noteWritten(path, {});
-}
-
-QString backupFolder()
-{
-    if (!chosenBackupFolder.isEmpty())
-        return chosenBackupFolder;
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    return joinPath(data, u"Quillmere/backup");
-}
-
-void setBackupFolder(const QString &folder)
-{
-    chosenBackupFolder = folder;
+    pruneBackups(copy);
 }
 
 } // namespace quillmere

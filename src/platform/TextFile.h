@@ -43,18 +43,17 @@ DecodedText LoadText(const QString &path);
 // Its bytes; none where LoadFile would give no text.
 std::optional<QByteArray> LoadBytes(const QString &path);
 
-// The one writer: a copy of the old file goes to the backup folder, then the new text is written beside it,
-// flushed and renamed over it. Permissions are kept, a symbolic link stays one and its target is written. The
-// code page is `page`, without one that of the file replaced. RunTimeError says which file, which step and
-// why; the old file is then as it was.
+// The one writer: a copy of the old file goes to the backup folder (see Backups.h), then the new text is
+// written beside it, flushed and renamed over it. Permissions are kept, a symbolic link stays one and its
+// target is written. The code page is `page`, without one that of the file replaced. RunTimeError says which
+// file, which step and why; the old file is then as it was.
 void SaveFile(const QString &path, const QString &text, std::optional<CodePage> page = {});
+
+// Puts the bytes of `version`, a copy that backups keep, into exactly the file named, by the same steps;
+// makes the file and its folder again where they are gone.
+void RestoreFile(const QString &path, const QString &version);
 
 // Into the backup folder, then gone; exactly the file named. RunTimeError where either fails.
 void DeleteFile(const QString &path);
-
-// Where backups of files go: the path of each original folder is repeated below it, each copy is named
-// NAME.yyyyMMdd-hhmmss-zzz. An empty folder restores the default, in the person's data folder.
-QString backupFolder();
-void setBackupFolder(const QString &folder);
 
 } // namespace quillmere

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/frmSkin.h"
+#include "platform/Backups.h"
 #include "platform/ProgramFolder.h"
 #include "platform/Prompts.h"
 #include "platform/TestFiles.h"

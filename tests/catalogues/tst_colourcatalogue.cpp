@@ -3,6 +3,7 @@
 #include "catalogues/LiteralConversion.h"
 #include "colorpicker/ColourValue.h"
 #include "markup/LiteralTwins.h"
+#include "platform/Backups.h"
 #include "platform/ListRows.h"
 #include "platform/TestFiles.h"
 #include "platform/TextFile.h"

@@ -1,6 +1,7 @@
 #include "TextTable.h"
 #include "catalogues/FontCatalogue.h"
 #include "catalogues/ImageCatalogue.h"
+#include "platform/Backups.h"
 #include "platform/FileList.h"
 #include "platform/Paths.h"
 #include "platform/RunTimeError.h"

@@ -2,6 +2,7 @@
 #include "catalogues/ColourCatalogue.h"
 #include "colorpicker/ColourValue.h"
 #include "markup/ColourCode.h"
+#include "platform/Backups.h"
 #include "platform/TestFiles.h"
 
 using namespace quillmere;

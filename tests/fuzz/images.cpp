@@ -1,5 +1,6 @@
 #include "Fuzz.h"
 #include "catalogues/ImageCatalogue.h"
+#include "platform/Backups.h"
 #include "platform/FileList.h"
 #include "platform/Paths.h"
 #include "platform/TestFiles.h"

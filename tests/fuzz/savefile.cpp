@@ -1,4 +1,5 @@
 #include "Fuzz.h"
+#include "platform/Backups.h"
 #include "platform/TestFiles.h"
 
 #include <QDirIterator>

@@ -1,3 +1,4 @@
+#include "platform/Backups.h"
 #include "platform/RunTimeError.h"
 #include "platform/TestFiles.h"
 #include "platform/TextFile.h"

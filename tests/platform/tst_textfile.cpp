@@ -1,4 +1,5 @@
 #include "TextTable.h"
+#include "platform/Backups.h"
 #include "platform/LoadedFiles.h"
 #include "platform/RunTimeError.h"
 #include "platform/TestFiles.h"
