@@ -1,6 +1,7 @@
 #include "markup/Comments.h"
 #include "markup/FormatXML.h"
 #include "markup/InsertCode.h"
+#include "markup/LineDifference.h"
 #include "markup/LiteralTwins.h"
 #include "markup/Matching.h"
 #include "markup/TagWidget.h"
@@ -49,6 +50,45 @@ private slots:
             for (const Replacement &pair : pairs)
                 replaceIgnoringCase(expected, pair.from, pair.to);
             QCOMPARE(replaceAllIgnoringCase(actual, pairs), expected);
+        }
+    }
+
+    void comparesLines()
+    {
+        QRandomGenerator random(33);
+        for (int round = 0; round < 5000; ++round) {
+            const QString from = twins::randomText(random, list(u"a\n|b\n|c\r\n"), random.bounded(20));
+            const QString to = twins::randomText(random, list(u"a\r\n|b\n|d\n"), random.bounded(20));
+            const qsizetype context = random.bounded(3);
+            const LineDifference difference = compareLines(from, to, context);
+            QStringList a = QString(from).remove(u'\r').split(u'\n'),
+                        b = QString(to).remove(u'\r').split(u'\n');
+            a.removeLast();
+            b.removeLast();
+            // The longest common subsequence, cell by cell.
+            QList<QList<qsizetype>> longest(a.size() + 1, QList<qsizetype>(b.size() + 1, 0));
+            for (qsizetype i = 0; i < a.size() * b.size(); ++i) {
+                const qsizetype x = i / b.size(), y = i % b.size();
+                longest[x + 1][y + 1] =
+                    a[x] == b[y] ? longest[x][y] + 1 : std::max(longest[x][y + 1], longest[x + 1][y]);
+            }
+            QCOMPARE(a.size() - difference.gone, longest[a.size()][b.size()]);
+            // The hunks, from the last to the first, make one text of the other.
+            QStringList made = a;
+            for (auto hunk = difference.hunks.crbegin(); hunk != difference.hunks.crend(); ++hunk) {
+                qsizetype line = hunk->from;
+                for (const LineDifference::Line &each : hunk->lines) {
+                    if (each.kind == LineDifference::Kind::Come)
+                        made.insert(line++, each.text.toString());
+                    else
+                        QCOMPARE(made[line], each.text);
+                    if (each.kind == LineDifference::Kind::Gone)
+                        made.removeAt(line);
+                    else if (each.kind == LineDifference::Kind::Same)
+                        ++line;
+                }
+            }
+            QCOMPARE(made, b);
         }
     }
 
