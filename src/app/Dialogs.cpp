@@ -1,6 +1,7 @@
 #include "app/Dialogs.h"
 
 #include "app/ThemeProject.h"
+#include "app/frmRestore.h"
 #include "platform/Commands.h"
 #include "replace/frmReplace.h"
 #include "widgets/SourceBox.h"
@@ -13,9 +14,10 @@
 namespace quillmere {
 
 Dialogs::Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Prompts &prompts,
-                 Guard guard, std::function<void()> showSource)
+                 Guard guard, std::function<void()> showSource, std::function<void(const QString &)> restored)
     : m_window(window), m_sourceTab(sourceTab), m_theme(theme), m_prompts(prompts), m_guard(std::move(guard)),
-      m_showSource(std::move(showSource)), m_findNext(new QAction(QObject::tr("Find Next"), &window))
+      m_showSource(std::move(showSource)), m_restored(std::move(restored)),
+      m_findNext(new QAction(QObject::tr("Find Next"), &window))
 {
     m_findNext->setObjectName(QStringLiteral("findNext"));
     m_findNext->setShortcut(Qt::Key_F3);
@@ -33,6 +35,7 @@ void Dialogs::addCommands(Commands &menu)
 {
     menu.on("mnuTReplace", [this] { replaceDialog().open(); });
     menu.action("mnuTReplace")->setShortcut(Qt::CTRL | Qt::Key_H);
+    menu.on("mnuRestore", [this] { openRestore(); });
 }
 
 void Dialogs::openBlock(const QString &name, const QString &className)
@@ -72,6 +75,14 @@ void Dialogs::findNext()
 {
     if (!replaceDialog().findNext())
         replaceDialog().open(); // for there is nothing yet to look for
+}
+
+void Dialogs::openRestore()
+{
+    auto *restore = new frmRestore(m_theme.folder(), m_prompts, m_guard, &m_window);
+    restore->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(restore, &frmRestore::restored, &m_window, m_restored);
+    restore->open();
 }
 
 } // namespace quillmere

@@ -17,16 +17,17 @@ class ThemeProject;
 class frmReplace;
 class frmWidget;
 
-// The dialogs that stay open beside the main window. Each is made when it is first wanted.
+// The dialogs of the main window. Those that stay open beside it are made when they are first wanted.
 class Dialogs
 {
 public:
     // Runs a command and shows what goes wrong in it.
     using Guard = std::function<void(const std::function<void()> &)>;
 
-    // `showSource` turns to the Source tab.
+    // `showSource` turns to the Source tab; `restored` is given the path of a file that was written anew from
+    // one of its versions.
     Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Prompts &prompts, Guard guard,
-            std::function<void()> showSource);
+            std::function<void()> showSource, std::function<void(const QString &path)> restored);
     ~Dialogs();
 
     void addCommands(Commands &menu);
@@ -35,6 +36,7 @@ private:
     void openBlock(const QString &name, const QString &className);
     frmReplace &replaceDialog();
     void findNext();
+    void openRestore();
 
     QWidget &m_window;
     SourceTab &m_sourceTab;
@@ -42,6 +44,7 @@ private:
     Prompts &m_prompts;
     Guard m_guard;
     std::function<void()> m_showSource;
+    std::function<void(const QString &)> m_restored;
     QAction *m_findNext; // F3
     std::unique_ptr<frmWidget> m_properties;
     std::unique_ptr<frmReplace> m_replace;

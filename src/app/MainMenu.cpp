@@ -23,6 +23,7 @@ constexpr Item kItems[] = {
     {"mnuFile", "mnuRecentThemes", "Recent Themes", Kind::Menu},
     {"mnuFile", "hrOpenTheme", "", Kind::Separator},
     {"mnuFile", "mnuSave", "&Save"},
+    {"mnuFile", "mnuRestore", "Restore..."},
     {"mnuFile", "mnuFlDefault", "&Default"},
     {"mnuFile", "mnuExit", "&Exit"},
 

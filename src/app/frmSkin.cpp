@@ -184,7 +184,8 @@ void frmSkin::makeMenu()
     m_menu.on("mnuColCode(2)", [this] { mnuColCode_Click(ColourForm::Name); });
     m_dialogs = std::make_unique<Dialogs>(
         *this, *m_sourceTab, m_theme, m_prompts, [this](const auto &command) { guarded(command); },
-        [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); });
+        [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); },
+        [this](const QString &path) { fileRestored(path); });
     m_dialogs->addCommands(m_menu);
     m_menu.on("mnuAbout", [this] { mnuAbout_Click(); });
     m_recent = std::make_unique<RecentThemes>(*m_menu.menu("mnuRecentThemes"),
@@ -355,6 +356,14 @@ void frmSkin::mnuColCode_Click(ColourForm to)
 {
     SourceBox *source = m_sourceTab->txtSnippet;
     source->rewrite(ConvertColours(source->text(), m_theme.lvColor, to));
+}
+
+// Of any other file that is open, the status line offers to load it again.
+void frmSkin::fileRestored(const QString &path)
+{
+    if (path == m_document->path() && !m_sourceTab->txtSnippet->document()->isModified())
+        m_document->open(path);
+    m_status->say(tr("%1 restored.").arg(path));
 }
 
 void frmSkin::mnuAbout_Click()

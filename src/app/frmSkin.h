@@ -78,6 +78,7 @@ private:
     void mnuFlDefault_Click();
     frmcolor &colourDialog();
     void mnuColCode_Click(ColourForm to);
+    void fileRestored(const QString &path);
     void mnuAbout_Click();
     void chooseCodePage(CodePageRule rule);
     void guarded(const std::function<void()> &command);

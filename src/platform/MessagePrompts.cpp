@@ -1,5 +1,6 @@
 #include "platform/MessagePrompts.h"
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QLabel>
@@ -11,6 +12,13 @@ namespace {
 
 constexpr int kInputWidth = 560;   // pixels
 constexpr int kMessageWidth = 340; // pixels, so that a title is not cut off above a short text
+
+// A box belongs to the dialog that has it asked: the window system gives the keyboard back to the owner.
+QWidget *ownerOf(QWidget *window)
+{
+    QWidget *dialog = QApplication::activeModalWidget();
+    return dialog ? dialog : window;
+}
 
 // A box must not come up behind a dialog of ours that stays on top, or the program seems to hang.
 void prepare(QMessageBox &box)
@@ -25,7 +33,8 @@ void prepare(QMessageBox &box)
 
 bool MessagePrompts::ask(const QString &title, const QString &text)
 {
-    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, m_window);
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No,
+                    ownerOf(m_window));
     prepare(box);
     return box.exec() == QMessageBox::Yes;
 }
@@ -33,7 +42,7 @@ bool MessagePrompts::ask(const QString &title, const QString &text)
 void MessagePrompts::tell(const QString &title, const QString &text, Icon icon)
 {
     QMessageBox box(icon == Icon::Critical ? QMessageBox::Critical : QMessageBox::Information, title, text,
-                    QMessageBox::Ok, m_window);
+                    QMessageBox::Ok, ownerOf(m_window));
     prepare(box);
     box.exec();
 }
@@ -41,7 +50,7 @@ void MessagePrompts::tell(const QString &title, const QString &text, Icon icon)
 std::optional<QString> MessagePrompts::input(const QString &title, const QString &prompt,
                                              const QString &preset)
 {
-    QInputDialog dialog(m_window);
+    QInputDialog dialog(ownerOf(m_window));
     dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
     dialog.setWindowTitle(title);
     dialog.setLabelText(prompt);

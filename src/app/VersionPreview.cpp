@@ -1,0 +1,115 @@
+#include "app/VersionPreview.h"
+
+#include "markup/LineDifference.h"
+#include "platform/Paths.h"
+#include "platform/TextFile.h"
+
+#include <QFileInfo>
+#include <QObject>
+
+namespace quillmere {
+
+namespace {
+
+constexpr qint64 kMostBytesCompared = 8'000'000;
+constexpr qsizetype kMostLines = 2000;
+constexpr qsizetype kLongestLine = 500; // characters
+
+// A text has no such byte; pictures and fonts have.
+bool isText(const QByteArray &bytes)
+{
+    return !bytes.contains('\0');
+}
+
+QString tr(const char *text)
+{
+    return QObject::tr(text);
+}
+
+QString countText(const LineDifference &difference)
+{
+    QStringList parts;
+    if (difference.gone > 0)
+        parts.append(difference.gone == 1 ? tr("1 line goes") : tr("%1 lines go").arg(difference.gone));
+    if (difference.come > 0 || parts.isEmpty())
+        parts.append(difference.come == 1 ? tr("1 line comes") : tr("%1 lines come").arg(difference.come));
+    return QString(parts.join(QStringLiteral(", ")) + u'.');
+}
+
+QList<VersionPreview::Line> linesOf(const LineDifference &difference)
+{
+    using Kind = VersionPreview::Kind;
+    QList<VersionPreview::Line> lines;
+    qsizetype left = 0;
+    for (const LineDifference::Hunk &hunk : difference.hunks) {
+        if (lines.size() < kMostLines)
+            lines.append({Kind::Place, tr("Line %1").arg(hunk.from + 1)});
+        for (const LineDifference::Line &line : hunk.lines) {
+            if (lines.size() >= kMostLines) {
+                ++left;
+                continue;
+            }
+            const Kind kind = line.kind == LineDifference::Kind::Same   ? Kind::Same
+                              : line.kind == LineDifference::Kind::Gone ? Kind::Gone
+                                                                        : Kind::Come;
+            QString text = line.text.first(std::min(line.text.size(), kLongestLine)).toString();
+            for (QChar &c : text) {
+                if (c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+                    c = QChar(0xB6); // shown as they are, they would break the line
+            }
+            if (text.size() < line.text.size())
+                text += QChar(0x2026);
+            lines.append({kind, text});
+        }
+    }
+    if (left > 0)
+        lines.append({Kind::Place, tr("%1 more lines are not shown").arg(left)});
+    return lines;
+}
+
+void showDifference(VersionPreview &preview, const QByteArray &now, const QByteArray &then)
+{
+    const QString from = decodeText(now).text, to = decodeText(then).text;
+    const LineDifference difference = compareLines(from, to);
+    const bool sameLines = difference.hunks.isEmpty() && !now.isEmpty();
+    preview.heading +=
+        sameLines ? tr("the same lines; only their ends or the code page differ.") : countText(difference);
+    preview.lines = linesOf(difference);
+}
+
+} // namespace
+
+QString timeText(const Version &version)
+{
+    return version.time().toString(u"yyyy-MM-dd hh:mm:ss");
+}
+
+VersionPreview previewOf(const Version &version)
+{
+    const QFileInfo file(version.path);
+    const bool exists = file.isFile();
+    VersionPreview preview;
+    preview.heading = tr("%1 of %2").arg(fileNameOf(version.path).toString(), timeText(version));
+    preview.heading += exists ? tr(" against the file now: ") : tr(", and there is no such file now: ");
+    const qint64 sizeNow = exists ? file.size() : 0;
+    const QString sizes = exists ? tr("%1 bytes become %2 bytes.").arg(sizeNow).arg(version.size)
+                                 : tr("%1 bytes come.").arg(version.size);
+    if (std::max(version.size, sizeNow) > kMostBytesCompared) {
+        preview.heading += sizes;
+        return preview;
+    }
+    const auto then = LoadBytes(version.copy);
+    const auto now = exists ? LoadBytes(version.path) : QByteArray();
+    preview.same = exists && then && now && *then == *now;
+    if (!then || !now)
+        preview.heading += then ? tr("the file cannot be read.") : tr("the version cannot be read any more.");
+    else if (preview.same)
+        preview.heading += tr("no difference.");
+    else if (!isText(*then) || !isText(*now))
+        preview.heading += sizes;
+    else
+        showDifference(preview, *now, *then);
+    return preview;
+}
+
+} // namespace quillmere

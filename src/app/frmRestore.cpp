@@ -1,0 +1,272 @@
+#include "app/frmRestore.h"
+
+#include "app/VersionPreview.h"
+#include "platform/ListView.h"
+#include "platform/Named.h"
+#include "platform/Prompts.h"
+#include "platform/TextFile.h"
+
+#include <QBoxLayout>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QScreen>
+#include <QScrollBar>
+#include <QSplitter>
+
+#include <algorithm>
+
+namespace quillmere {
+
+namespace {
+
+constexpr QSize kFirstSize{960, 720}; // pixels
+constexpr int kDark = 128;            // lightness below which a ground is dark
+
+// The grounds of lines that go and of lines that come, readable under the palette's own text.
+QColor groundOf(VersionPreview::Kind kind, bool dark)
+{
+    if (kind == VersionPreview::Kind::Gone)
+        return dark ? QColor(0x5C, 0x24, 0x24) : QColor(0xFF, 0xDD, 0xDD);
+    return dark ? QColor(0x1E, 0x4A, 0x26) : QColor(0xD8, 0xF5, 0xD8);
+}
+
+void showLines(QPlainTextEdit &box, const QList<VersionPreview::Line> &lines)
+{
+    using Kind = VersionPreview::Kind;
+    const QPalette &palette = box.palette();
+    const bool dark = palette.color(QPalette::Base).lightness() < kDark;
+    box.clear();
+    QTextCursor cursor(box.document());
+    cursor.beginEditBlock();
+    for (const VersionPreview::Line &line : lines) {
+        QTextBlockFormat block;
+        QTextCharFormat text;
+        text.setForeground(
+            palette.color(line.kind == Kind::Place ? QPalette::PlaceholderText : QPalette::Text));
+        // Who cannot tell red from green has the signs.
+        QString sign = QStringLiteral("  ");
+        if (line.kind == Kind::Gone || line.kind == Kind::Come) {
+            sign = line.kind == Kind::Gone ? QStringLiteral("- ") : QStringLiteral("+ ");
+            block.setBackground(groundOf(line.kind, dark));
+        }
+        if (!cursor.atStart())
+            cursor.insertBlock();
+        cursor.setBlockFormat(block);
+        cursor.insertText(line.kind == Kind::Place ? line.text : QString(sign + line.text), text);
+    }
+    cursor.endEditBlock();
+    box.moveCursor(QTextCursor::Start);
+    box.horizontalScrollBar()->setValue(0);
+}
+
+} // namespace
+
+frmRestore::frmRestore(const QString &theme, Prompts &prompts, Guard guard, QWidget *parent)
+    : QDialog(parent), m_theme(theme), m_prompts(prompts), m_guard(std::move(guard)),
+      m_rows({tr("File"), tr("Date"), tr("Bytes")}),
+      txtFilter(named(new QLineEdit, "txtFilter", tr("Show only files whose names hold this text"))),
+      lvVersions(new ListView(QStringLiteral("lvVersions"), tr("Versions kept, newest first"), m_rows)),
+      m_difference(new QWidget), lblEmpty(named(new QLabel, "lblEmpty", tr("Why the list is empty"))),
+      lblDifference(named(new QLabel, "lblDifference", tr("What restoring changes"))),
+      txtDifference(named(new QPlainTextEdit, "txtDifference", tr("Lines that restoring changes"))),
+      cmdRestore(named(new QPushButton(tr("&Restore")), "cmdRestore", tr("Restore the selected version"))),
+      cmdClose(named(new QPushButton(tr("&Close")), "cmdClose", tr("Close")))
+{
+    setObjectName(QStringLiteral("frmRestore"));
+    setWindowTitle(tr("Restore"));
+    auto *parts = new QSplitter(Qt::Vertical);
+    parts->addWidget(makeList());
+    makeDifference();
+    parts->addWidget(m_difference);
+    parts->setChildrenCollapsible(false);
+    auto *column = new QVBoxLayout(this);
+    column->addWidget(parts, 1);
+    column->addLayout(makeButtons());
+    resize(kFirstSize.boundedTo(parent->screen()->availableSize() * 9 / 10));
+    loadVersions();
+    (m_rows.isEmpty() ? static_cast<QWidget *>(cmdClose) : lvVersions)->setFocus();
+}
+
+QWidget *frmRestore::makeList()
+{
+    txtFilter->setClearButtonEnabled(true);
+    txtFilter->setPlaceholderText(tr("Part of a file name"));
+    txtFilter->installEventFilter(this);
+    connect(txtFilter, &QLineEdit::textChanged, this, &frmRestore::showVersions);
+    lvVersions->setColumnShares({6, 2, 1});
+    QHeaderView *header = lvVersions->header();
+    header->setSectionsClickable(true);
+    header->setSortIndicatorShown(true);
+    connect(header, &QHeaderView::sectionClicked, this, &frmRestore::sortBy);
+    connect(lvVersions, &ListView::rowOpened, this, &frmRestore::cmdRestore_Click);
+    connect(lvVersions->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &frmRestore::showDifference);
+    lblEmpty->setWordWrap(true);
+    lblEmpty->setTextFormat(Qt::PlainText);
+    lblEmpty->setAlignment(Qt::AlignCenter);
+
+    auto *label = new QLabel(tr("&File:"));
+    label->setBuddy(txtFilter);
+    auto *line = new QHBoxLayout;
+    line->addWidget(label);
+    line->addWidget(txtFilter, 1);
+    auto *list = new QWidget;
+    auto *column = new QVBoxLayout(list);
+    column->setContentsMargins({});
+    column->addLayout(line);
+    column->addWidget(lvVersions, 1);
+    column->addWidget(lblEmpty, 1);
+    return list;
+}
+
+void frmRestore::makeDifference()
+{
+    lblDifference->setTextFormat(Qt::PlainText);
+    lblDifference->setWordWrap(true);
+    txtDifference->setReadOnly(true);
+    txtDifference->setUndoRedoEnabled(false);
+    txtDifference->setLineWrapMode(QPlainTextEdit::NoWrap);
+    txtDifference->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    txtDifference->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    txtDifference->setTabChangesFocus(true);
+    auto *column = new QVBoxLayout(m_difference);
+    column->setContentsMargins({});
+    column->addWidget(lblDifference);
+    column->addWidget(txtDifference, 1);
+}
+
+QLayout *frmRestore::makeButtons()
+{
+    auto *what =
+        new QLabel(tr("At most %1 versions of a file are kept, and %2 MB of a theme; the oldest go first.")
+                       .arg(kMostVersions)
+                       .arg(kMostBytes / 1'000'000));
+    cmdRestore->setDefault(true);
+    cmdClose->setAutoDefault(false);
+    connect(cmdRestore, &QPushButton::clicked, this, &frmRestore::cmdRestore_Click);
+    connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+    auto *line = new QHBoxLayout;
+    line->addWidget(what, 1);
+    line->addWidget(cmdRestore);
+    line->addWidget(cmdClose);
+    return line;
+}
+
+void frmRestore::loadVersions()
+{
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const auto restore = qScopeGuard([] { QGuiApplication::restoreOverrideCursor(); });
+    if (!m_theme.isEmpty())
+        m_versions = versionsBelow(m_theme);
+    m_all.clear();
+    for (const Version &version : std::as_const(m_versions))
+        m_all.append({version.name, {timeText(version), QString::number(version.size)}});
+    showVersions();
+}
+
+void frmRestore::showVersions()
+{
+    m_shown.clear();
+    for (qsizetype i = 0; i < m_versions.size(); ++i) {
+        if (m_versions[i].name.contains(txtFilter->text(), Qt::CaseInsensitive))
+            m_shown.append(i);
+    }
+    // Versions alike in the column stay newest first.
+    std::stable_sort(m_shown.begin(), m_shown.end(), [this](qsizetype i, qsizetype j) {
+        if (m_order == Qt::DescendingOrder)
+            std::swap(i, j);
+        if (m_sortColumn == 0)
+            return m_versions[i].name.compare(m_versions[j].name, Qt::CaseInsensitive) < 0;
+        return m_sortColumn == 1 ? i > j : m_versions[i].size < m_versions[j].size;
+    });
+    QList<ListRows::Row> rows;
+    for (const qsizetype i : std::as_const(m_shown))
+        rows.append(m_all[i]);
+    m_rows.assign(rows);
+    lvVersions->header()->setSortIndicator(m_sortColumn, m_order);
+
+    if (m_theme.isEmpty())
+        lblEmpty->setText(tr("No theme is open. Press Ctrl+O in the main window to open one."));
+    else if (m_versions.isEmpty())
+        lblEmpty->setText(
+            tr("No version of a file of this theme is kept yet.\n\nWhenever Quillmere writes or "
+               "deletes a file, the file as it was is kept, and stands here to be restored."));
+    else
+        lblEmpty->setText(tr("No file name holds \"%1\".").arg(txtFilter->text()));
+    lblEmpty->setVisible(rows.isEmpty());
+    lvVersions->setVisible(!rows.isEmpty());
+    m_difference->setVisible(!rows.isEmpty());
+    txtFilter->setEnabled(!m_versions.isEmpty());
+    if (rows.isEmpty())
+        showDifference();
+    else
+        lvVersions->setCurrentIndex(m_rows.index(0, 0));
+}
+
+void frmRestore::sortBy(int column)
+{
+    // First what one looks for: names from A, the newest, the largest.
+    const Qt::SortOrder first = column == 0 ? Qt::AscendingOrder : Qt::DescendingOrder;
+    const Qt::SortOrder second = column == 0 ? Qt::DescendingOrder : Qt::AscendingOrder;
+    m_order = column == m_sortColumn && m_order == first ? second : first;
+    m_sortColumn = column;
+    showVersions();
+}
+
+const Version *frmRestore::selected() const
+{
+    const int row = lvVersions->selectedRow();
+    return row < 0 ? nullptr : &m_versions[m_shown[row]];
+}
+
+void frmRestore::showDifference()
+{
+    const Version *version = selected();
+    const VersionPreview preview = version ? previewOf(*version) : VersionPreview();
+    lblDifference->setText(preview.heading);
+    showLines(*txtDifference, preview.lines);
+    cmdRestore->setEnabled(version && !preview.same);
+}
+
+void frmRestore::cmdRestore_Click()
+{
+    if (!cmdRestore->isEnabled())
+        return;
+    const Version version = *selected();
+    const QString kept = QFileInfo::exists(version.path)
+                             ? tr("The file as it is now is kept and can be restored in turn.")
+                             : tr("There is no such file now; it is made again.");
+    if (!m_prompts.ask(tr("Restore"),
+                       tr("Restore %1 as it was on %2?\n\n%3").arg(version.name, timeText(version), kept)))
+        return;
+    m_guard([&] {
+        RestoreFile(version.path, version.copy);
+        loadVersions();
+        emit restored(version.path);
+    });
+}
+
+bool frmRestore::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != txtFilter || event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent *>(event)->key();
+    const bool goesOn = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Down;
+    if (goesOn && lvVersions->isVisible())
+        lvVersions->setFocus();
+    else if (key == Qt::Key_Escape && !txtFilter->text().isEmpty())
+        txtFilter->clear(); // and the dialog stays
+    else if (!goesOn)
+        return QDialog::eventFilter(watched, event);
+    return true;
+}
+
+} // namespace quillmere

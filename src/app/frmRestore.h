@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/Backups.h"
+#include "platform/ListRows.h"
+
+#include <QDialog>
+
+#include <functional>
+
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+
+namespace quillmere {
+
+class ListView;
+class Prompts;
+
+// The versions kept of the files of a theme, what each would change, and the command that puts one back.
+class frmRestore : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // Runs a command and shows what goes wrong in it.
+    using Guard = std::function<void(const std::function<void()> &)>;
+
+    // `theme` is the folder of the open theme; empty where none is open.
+    frmRestore(const QString &theme, Prompts &prompts, Guard guard, QWidget *parent);
+
+signals:
+    // A file was written anew from one of its versions; its path is below the theme's folder as that was
+    // given.
+    void restored(const QString &path);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QWidget *makeList();
+    void makeDifference();
+    QLayout *makeButtons();
+    void loadVersions();
+    void showVersions();
+    void sortBy(int column);
+    const Version *selected() const;
+    void showDifference();
+    void cmdRestore_Click();
+
+    QString m_theme;
+    Prompts &m_prompts;
+    Guard m_guard;
+    QList<Version> m_versions;  // newest first
+    QList<ListRows::Row> m_all; // how each is shown
+    QList<qsizetype> m_shown;   // by row, its place in m_versions
+    int m_sortColumn = 1;
+    Qt::SortOrder m_order = Qt::DescendingOrder;
+    ListRows m_rows; // text = file below the theme, sub-item 1 = time, 2 = bytes
+    QLineEdit *txtFilter;
+    ListView *lvVersions;
+    QWidget *m_difference;
+    QLabel *lblEmpty, *lblDifference;
+    QPlainTextEdit *txtDifference;
+    QPushButton *cmdRestore, *cmdClose;
+};
+
+} // namespace quillmere
