@@ -78,7 +78,8 @@ QString newUnsavedFile(const QString &document)
 
 void keepUnsaved(const QString &file, const QString &document, const QString &text)
 {
-    const QByteArray bytes = toBytes(document + u'\n' + text);
+    // The path is there for a person who looks into the folder; a line break in it would begin the text.
+    const QByteArray bytes = toBytes(QString(document).replace(u'\n', u' ') + u'\n' + text);
     QDir().mkpath(QFileInfo(file).path());
     QSaveFile out(file);
     if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit())

@@ -6,10 +6,12 @@ using namespace quillmere;
 
 namespace {
 
+// No row holds a mark of an element or has the name of the element that holds them all.
 bool isPlain(const QList<ListRows::Row> &rows)
 {
     for (const ListRows::Row &row : rows) {
-        if (holdsAny(row.text + row.sub(1), u"/<>"))
+        if (holdsAny(row.text + row.sub(1), u"/<>") ||
+            row.text.compare(u"property", Qt::CaseInsensitive) == 0)
             return false;
     }
     return true;

@@ -4,6 +4,7 @@
 #include "platform/RunTimeError.h"
 #include "platform/TestFiles.h"
 #include "platform/TextFile.h"
+#include "platform/UnsavedTexts.h"
 
 #include <QRandomGenerator>
 
@@ -153,6 +154,19 @@ private slots:
         QCOMPARE(savingQuestion(QStringLiteral("?"), gone), QStringLiteral("?"));
         QCOMPARE(savingQuestion(QStringLiteral("?"), path),
                  QStringLiteral("?\nThe file was changed by another program."));
+    }
+
+    void unsavedTexts()
+    {
+        const TestFiles files;
+        setRecoveryFolder(files.folder());
+        const QString text = QStringLiteral("\r\n<a/>\n") + QChar(0xD800);
+        for (const QString &document :
+             {QString(), files.path(QStringLiteral("a.xml")), QStringLiteral("a\nb.xml")}) {
+            keepUnsaved(newUnsavedFile(document), document, text);
+            QCOMPARE(unsavedTextsOf(document).value(0).text, text);
+        }
+        setRecoveryFolder({});
     }
 };
 

@@ -1,0 +1,28 @@
+#include "Fuzz.h"
+#include "platform/TestFiles.h"
+#include "platform/UnsavedTexts.h"
+
+using namespace quillmere;
+
+// An unsaved text comes back to the letter, for whatever document; a damaged file of such a text is no text
+// or some text.
+void fuzz(const Input &input)
+{
+    static const TestFiles files;
+    setRecoveryFolder(files.path(QStringLiteral("recovery")));
+    const QString document = input.text(0);
+    const QByteArray units = input.bytes(1);
+    QString text(units.size() / 2, Qt::Uninitialized); // halves of pairs and all
+    std::copy_n(units.constData(), text.size() * 2, reinterpret_cast<char *>(text.data()));
+
+    const QString file = newUnsavedFile(document);
+    for (const QString &typed : {text, input.text(1)}) {
+        keepUnsaved(file, document, typed);
+        const QList<UnsavedText> kept = unsavedTextsOf(document);
+        check(kept.size() == 1 && kept[0].file == file, "one text is kept", document);
+        same(kept[0].text, typed, "it comes back");
+    }
+    files.write(QDir(files.folder()).relativeFilePath(file), input.bytes(2));
+    check(unsavedTextsOf(document).size() <= 1, "a damaged file");
+    QFile::remove(file);
+}
