@@ -69,6 +69,23 @@ void OutsideChanges::watch(const QString &owner, const QList<File> &files)
     check();
 }
 
+void OutsideChanges::fileReplaced(const QString &path)
+{
+    const QString replaced = QFileInfo(path).canonicalFilePath();
+    for (const QList<File> &files : QHash(m_files)) {
+        for (const File &file : files) {
+            if (QFileInfo(findFile(file.path)).canonicalFilePath() != replaced)
+                continue;
+            if (file.isEdited && file.isEdited()) {
+                check();
+                continue;
+            }
+            file.reload();
+            emit reloaded();
+        }
+    }
+}
+
 // A file that was replaced by another of its name is no longer watched, and its folder tells when it comes
 // back.
 void OutsideChanges::watchAgain()

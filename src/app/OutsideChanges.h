@@ -37,6 +37,9 @@ public:
 
     // The files of one owner, in place of those it had. They were loaded with LoadForEditing.
     void watch(const QString &owner, const QList<File> &files);
+    // The person had this file replaced: loads it again where it is open and that drops nothing. It is
+    // offered otherwise.
+    void fileReplaced(const QString &path);
 
 signals:
     void hint(const QString &text);

@@ -358,11 +358,9 @@ void frmSkin::mnuColCode_Click(ColourForm to)
     source->rewrite(ConvertColours(source->text(), m_theme.lvColor, to));
 }
 
-// Of any other file that is open, the status line offers to load it again.
 void frmSkin::fileRestored(const QString &path)
 {
-    if (path == m_document->path() && !m_sourceTab->txtSnippet->document()->isModified())
-        m_document->open(path);
+    m_outside->fileReplaced(path);
     m_status->say(tr("%1 restored.").arg(path));
 }
 
