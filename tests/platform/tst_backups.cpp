@@ -4,47 +4,39 @@
 #include "platform/TextFile.h"
 
 #include <QDirIterator>
+#include <QSet>
 #include <QTest>
 
 #include <memory>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 class TestBackups : public QObject
 {
     Q_OBJECT
 
 private:
-    // A file of the backup folder of the theme, which takes no room on the disk.
+    QString theme() const { return m_files->path(u"theme"_s); }
+
+    // A file of the theme's backup folder, which takes no room on the disk.
     QString put(const QString &name, int megabytes = 0) const
     {
-        const QString path =
-            m_files->write(QString(u"backup" + m_files->path(QStringLiteral("theme/")) + name));
+        const QString path = m_files->write(u"backup"_s + theme() + u'/' + name);
         QFile::resize(path, megabytes * qint64(1'000'000));
         return path;
     }
 
-    // The names of the files there that are not among `expected`, and with a "-" those of `expected` that are
-    // not there.
-    QString otherThan(QStringList expected) const
+    // What is there besides links.
+    QSet<QString> names() const
     {
-        const QString folder =
-            m_files->path(QStringLiteral("backup")) + m_files->path(QStringLiteral("theme/"));
-        QStringList others;
-        QDirIterator it(folder, QDir::Files | QDir::Hidden,
-                        QDirIterator::Subdirectories | QDirIterator::FollowSymlinks);
-        while (it.hasNext()) {
-            const QString name = it.next().sliced(folder.size());
-            if (!expected.removeOne(name))
-                others.append(name);
-        }
-        for (const QString &name : std::as_const(expected))
-            others.append(QString(u'-' + name));
-        others.sort();
-        return others.join(u' ');
+        const QString folder = m_files->path(u"backup"_s) + theme() + u'/';
+        QSet<QString> names;
+        QDirIterator it(folder, QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDirIterator::Subdirectories);
+        while (it.hasNext())
+            names.insert(it.next().sliced(folder.size()));
+        return names;
     }
-
-    QString theme() const { return m_files->path(QStringLiteral("theme")); }
 
     std::unique_ptr<TestFiles> m_files;
 
@@ -52,118 +44,101 @@ private slots:
     void init()
     {
         m_files = std::make_unique<TestFiles>();
-        setBackupFolder(m_files->path(QStringLiteral("backup")));
+        setBackupFolder(m_files->path(u"backup"_s));
     }
     void cleanup() { setBackupFolder({}); }
 
     void keepsFiftyOfAFile()
     {
-        QStringList kept{QStringLiteral("b.xml.20190101-000000-000")};
-        for (const char *foreign : {"a.xml.20190230-000000-000", "a.xml.20190101-000000-00", "a.xml.bak",
-                                    "20190101-000000-000", "sub/.20190101-000000-000"})
-            kept.append(QLatin1String(foreign));
+        QSet<QString> kept{u"b.xml.20190101-000000-000"_s, u"a.xml.20190230-000000-000"_s,
+                           u"a.xml.20190101-000000-00"_s,  u"a.xml.bak"_s,
+                           u"20190101-000000-000"_s,       u"sub/.20190101-000000-000"_s};
         for (const QString &name : std::as_const(kept))
             put(name);
         for (int i = 0; i < 60; ++i) {
-            const QString name = QStringLiteral("a.xml.20200101-0000%1-000").arg(i, 2, 10, QChar(u'0'));
+            const QString name = u"a.xml.20200101-0000%1-000"_s.arg(i, 2, 10, QChar(u'0'));
             put(name);
             if (i > 10)
-                kept.append(name);
+                kept.insert(name);
         }
         // What links lead to counts for nothing and is not listed.
-        const QString outside = m_files->write(QStringLiteral("outside/a.xml.20180101-000000-000"));
-        const QString folder = QFileInfo(put(QStringLiteral("a.xml.20200101-000100-000"))).path();
-        kept.append(QStringLiteral("a.xml.20200101-000100-000"));
-        QVERIFY(QFile::link(outside, QString(folder + u"/a.xml.20180101-000000-001")));
-        QVERIFY(QFile::link(QFileInfo(outside).path(), QString(folder + u"/link")));
-        kept +=
-            {QStringLiteral("a.xml.20180101-000000-001"), QStringLiteral("link/a.xml.20180101-000000-000")};
-        pruneBackups(QString(folder + u"/a.xml.20200101-000100-000"));
-        QCOMPARE(otherThan(kept), QString());
+        const QString outside = m_files->write(u"outside/a.xml.20180101-000000-000"_s);
+        const QString newest = put(u"a.xml.20200101-000100-000"_s), folder = QFileInfo(newest).path();
+        QVERIFY(QFile::link(outside, folder + u"/a.xml.20180101-000000-001"_s));
+        QVERIFY(QFile::link(QFileInfo(outside).path(), folder + u"/link"_s));
+        pruneBackups(newest);
+        QCOMPARE(names(), kept += u"a.xml.20200101-000100-000"_s);
+        QVERIFY(QFile::exists(folder + u"/a.xml.20180101-000000-001"_s));
         QCOMPARE(versionsBelow(theme()).size(), 51);
-        QVERIFY(QFile::link(QFileInfo(outside).path(), m_files->path(QStringLiteral("backup/theme"))));
-        QCOMPARE(versionsBelow(QStringLiteral("/theme")).size(), 0);
+        QVERIFY(QFile::link(QFileInfo(outside).path(), m_files->path(u"backup/theme"_s)));
+        QCOMPARE(versionsBelow(u"/theme"_s).size(), 0);
     }
 
     void keepsTheBytesOfATheme()
     {
-        put(QStringLiteral("a.xml.20200101-000000-000"), 90);
-        put(QStringLiteral("sub/b.xml.20190101-000000-000"), 90);
-        put(QStringLiteral("a.xml.20180101-000000-000"));
-        put(QStringLiteral("sub/theme/c.xml.20170101-000000-000"), 199); // of a theme of its own
-        pruneBackups(put(QStringLiteral("d.xml.20200101-000000-000"), 20));
-        QStringList kept{
-            QStringLiteral("a.xml.20200101-000000-000"), QStringLiteral("a.xml.20180101-000000-000"),
-            QStringLiteral("d.xml.20200101-000000-000"), QStringLiteral("sub/b.xml.20190101-000000-000"),
-            QStringLiteral("sub/theme/c.xml.20170101-000000-000")};
-        QCOMPARE(otherThan(kept), QString());
-        pruneBackups(put(QStringLiteral("e.xml.20160101-000000-000"), 1)); // the clock was set back
-        kept.append(QStringLiteral("e.xml.20160101-000000-000"));
-        kept.removeAll(QStringLiteral("sub/b.xml.20190101-000000-000"));
-        kept.removeAll(QStringLiteral("a.xml.20180101-000000-000"));
-        QCOMPARE(otherThan(kept), QString());
-        pruneBackups(put(QStringLiteral("f.xml.20150101-000000-000"), 201));
-        QCOMPARE(otherThan({kept.at(2), QStringLiteral("f.xml.20150101-000000-000")}), QString());
+        const QString a = u"a.xml.20200101-000000-000"_s, b = u"sub/b.xml.20190101-000000-000"_s,
+                      old = u"a.xml.20180101-000000-000"_s, d = u"d.xml.20200101-000000-000"_s,
+                      e = u"e.xml.20160101-000000-000"_s, f = u"f.xml.20150101-000000-000"_s,
+                      other = u"sub/theme/c.xml.20170101-000000-000"_s; // of a theme of its own
+        put(a, 90), put(b, 90), put(old), put(other, 199);
+        pruneBackups(put(d, 20));
+        QCOMPARE(names(), QSet<QString>({a, b, old, other, d}));
+        pruneBackups(put(e, 1)); // older than the others: the clock was set back
+        QCOMPARE(names(), QSet<QString>({a, other, d, e}));
+        pruneBackups(put(f, 201));
+        QCOMPARE(names(), QSet<QString>({other, f}));
     }
 
     void restores_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::newRow("plain") << QStringLiteral("sub/a.xml");
-        QTest::newRow("letters of two bytes") << QString(u"sub/" + QString(115, QChar(0xFC)) + u".xml");
+        QTest::newRow("plain") << u"sub/a.xml"_s;
+        QTest::newRow("letters of two bytes") << u"sub/"_s + QString(115, QChar(0xFC)) + u".xml"_s;
         // One byte too long for the time behind it, and the longest that can be written beside itself.
-        QTest::newRow("236 bytes") << QString(u"sub/" + QString(232, u'n') + u".xml");
-        QTest::newRow("248 bytes") << QString(u"sub/" + QString(244, u'n') + u".xml");
+        QTest::newRow("236 bytes") << u"sub/"_s + QString(236, u'n');
+        QTest::newRow("248 bytes") << u"sub/"_s + QString(248, u'n');
     }
 
     void restores()
     {
         QFETCH(QString, name);
-        const QByteArray first("\xFF\0\r\n\xC3\xBC", 6), second("second\n");
-        const QString path = m_files->write(QString(u"theme/" + name), first);
+        const QByteArray first("\xFF\0\r\n\xC3\xBC", 6);
+        const QString path = m_files->write(u"theme/"_s + name, first);
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         const auto permissions = QFile::permissions(path);
-        SaveFile(path, QStringLiteral("second\n"));
-        QList<Version> versions = versionsBelow(theme());
-        QCOMPARE(versions.size(), 1);
-        QCOMPARE(versions[0].path, path);
-        QCOMPARE(versions[0].name, name);
-        QCOMPARE(versions[0].size, 6);
-        QVERIFY(qAbs(versions[0].time().secsTo(QDateTime::currentDateTime())) < 60);
-
-        RestoreFile(path, versions[0].copy);
-        QCOMPARE(m_files->read(QString(u"theme/" + name)), first);
-        QCOMPARE(QFile::permissions(path), permissions);
-        versions = versionsBelow(theme());
-        QCOMPARE(versions.size(), 2);
-        QCOMPARE(*LoadBytes(versions[0].copy), second);
-
+        const auto restoreNewest = [&](int versions) {
+            const QList<Version> found = versionsBelow(theme());
+            QCOMPARE(found.size(), versions);
+            QCOMPARE(found[0].path, path);
+            QCOMPARE(found[0].name, name);
+            QCOMPARE(found[0].size, 6);
+            QVERIFY(qAbs(found[0].time().secsTo(QDateTime::currentDateTime())) < 60);
+            RestoreFile(path, found[0].copy);
+            QCOMPARE(LoadBytes(path), first);
+            QCOMPARE(QFile::permissions(path), permissions);
+        };
+        SaveFile(path, u"second\n"_s);
+        restoreNewest(1);
+        QCOMPARE(LoadFile(versionsBelow(theme())[0].copy), u"second\n"_s);
         DeleteFile(path);
         QVERIFY(QDir().rmdir(QFileInfo(path).path()));
-        versions = versionsBelow(theme());
-        QCOMPARE(versions.size(), 3);
-        RestoreFile(path, versions[0].copy);
-        QCOMPARE(m_files->read(QString(u"theme/" + name)), first);
-        QCOMPARE(QFile::permissions(path), permissions);
-        QCOMPARE(versionsBelow(theme()).size(), 3);
+        restoreNewest(3);
     }
 
     void restoresTheOldest()
     {
-        const QString path = m_files->write(QStringLiteral("theme/a.xml"), "now");
+        const QString path = m_files->write(u"theme/a.xml"_s, "now");
         for (int i = 0; i < 300; ++i)
-            put(QStringLiteral("a.xml.20200101-000000-%1").arg(i, 3, 10, QChar(u'0')), i == 0);
-        QVERIFY_EXCEPTION_THROWN(versionsBelow(theme(), [](qsizetype, qsizetype) { throw Cancelled(); }),
-                                 Cancelled);
+            put(u"a.xml.20200101-000000-%1"_s.arg(i, 3, 10, QChar(u'0')), i == 0);
+        const auto cancel = [](qsizetype, qsizetype) { throw Cancelled(); };
+        QVERIFY_EXCEPTION_THROWN(versionsBelow(theme(), cancel), Cancelled);
         const QList<Version> versions = versionsBelow(theme());
-        RestoreFile(path, versions.last().copy);
-        QCOMPARE(QFileInfo(path).size(), 1'000'000);
-        QCOMPARE(versionsBelow(theme()).size(), 50);
+        RestoreFile(path, versions[299].copy);
+        QVERIFY(!QFile::exists(versions[299].copy));
         // What cannot be done leaves everything as it is.
-        for (const auto &[where, copy] :
-             {std::pair(path, versions.last().copy), std::pair(theme(), versions[0].copy),
-              std::pair(QString(path + u"/b.xml"), versions[0].copy)})
-            QVERIFY_EXCEPTION_THROWN(RestoreFile(where, copy), RunTimeError);
+        QVERIFY_EXCEPTION_THROWN(RestoreFile(path, versions[299].copy), RunTimeError);
+        QVERIFY_EXCEPTION_THROWN(RestoreFile(theme(), versions[0].copy), RunTimeError);
+        QVERIFY_EXCEPTION_THROWN(RestoreFile(path + u"/b"_s, versions[0].copy), RunTimeError);
         QCOMPARE(QFileInfo(path).size(), 1'000'000);
         QCOMPARE(versionsBelow(theme()).size(), 50);
     }
