@@ -64,8 +64,10 @@ bool changedOutside(const QString &path)
 
 QString savingQuestion(const QString &question, const QString &path)
 {
-    return changedOutside(path) ? QString(question + u"\nThe file was changed by another program.")
-                                : question;
+    // Where the file is gone, nothing is written over.
+    return changedOutside(path) && !fingerprintOf(path).isEmpty()
+               ? QString(question + u"\nThe file was changed by another program.")
+               : question;
 }
 
 void noteWritten(const QString &path, const std::optional<QByteArray> &bytes)

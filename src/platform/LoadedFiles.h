@@ -20,7 +20,8 @@ bool changedOutside(const QString &path);
 // What tells two contents of a file apart; empty where there is no such file.
 QByteArray fingerprintOf(const QString &path);
 
-// A question whether to save a text to `path`, with a line that warns where changedOutside() holds.
+// A question whether to save a text to `path`, with a line that warns where that would write
+// over what another program wrote.
 QString savingQuestion(const QString &question, const QString &path);
 
 // SaveFile and DeleteFile tell what the file holds now; no bytes, no file. It may have been loaded under

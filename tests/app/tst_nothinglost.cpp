@@ -162,7 +162,7 @@ void TestNothingLost::failedSave()
     const QString path = window.files.path(QStringLiteral("theme/") + file);
     QVERIFY(QFile::remove(path) && QDir().mkdir(path));
 
-    window.prompts.expectQuestion(title, question + kLine, true);
+    window.prompts.expectQuestion(title, question, true);
     window.prompts.expectMessage(QStringLiteral("Quillmere"),
                                  QStringLiteral("Cannot open \"%1\": it is not a file.").arg(path));
     window.choose(item);
