@@ -3,6 +3,8 @@
 #include "app/OfferBar.h"
 
 #include "platform/Named.h"
+#include "platform/WebBrowser.h"
+#include "widgets/SourceTab.h"
 
 #include <QActionGroup>
 #include <QLabel>
@@ -13,7 +15,9 @@
 namespace quillmere {
 
 StatusLine::StatusLine(QStatusBar &bar)
-    : QObject(&bar), offers(new OfferBar), m_bar(bar), m_caret(named(new QLabel, "lblCaret", tr("Caret"))),
+    : QObject(&bar), offers(new OfferBar), m_bar(bar),
+      m_behind(named(new QLabel, "lblPreview", tr("State of the preview"))),
+      m_caret(named(new QLabel, "lblCaret", tr("Caret"))),
       m_blocks(named(new QLabel, "lblBlocks", tr("Number of blocks"))),
       m_page(named(new QToolButton, "cmdCodePage", tr("Code page")))
 {
@@ -40,10 +44,10 @@ StatusLine::StatusLine(QStatusBar &bar)
     m_page->setMenu(rules);
 
     m_bar.addPermanentWidget(offers);
-    for (QWidget *part :
-         {static_cast<QWidget *>(m_caret), static_cast<QWidget *>(m_blocks), static_cast<QWidget *>(m_page)})
+    for (QWidget *part : {static_cast<QWidget *>(m_behind), static_cast<QWidget *>(m_caret),
+                          static_cast<QWidget *>(m_blocks), static_cast<QWidget *>(m_page)})
         m_bar.addPermanentWidget(part);
-    for (QLabel *label : {m_caret, m_blocks})
+    for (QLabel *label : {m_behind, m_caret, m_blocks})
         label->setContentsMargins(8, 0, 8, 0);
     showCaret(1, 1);
     showBlocks(0);
@@ -64,6 +68,19 @@ void StatusLine::showCaret(int line, int column)
 void StatusLine::showBlocks(int count)
 {
     m_blocks->setText(count == 1 ? tr("1 block") : tr("%1 blocks").arg(count));
+}
+
+void StatusLine::watchPreview(const SourceTab &source, const WebBrowser &browser)
+{
+    connect(&source, &SourceTab::fellBehind, m_behind,
+            [this] { m_behind->setText(tr("Preview is behind")); });
+    const auto caughtUp = [this, &source, &browser] {
+        if (!source.isBehind() && !browser.isBusy())
+            m_behind->clear();
+    };
+    connect(&source, &SourceTab::caughtUp, m_behind, caughtUp);
+    connect(&browser, &WebBrowser::written, m_behind, caughtUp);
+    connect(&browser, &WebBrowser::failed, m_behind, caughtUp);
 }
 
 void StatusLine::showCodePage(CodePage page)

@@ -11,6 +11,8 @@ class QToolButton;
 namespace quillmere {
 
 class OfferBar;
+class SourceTab;
+class WebBrowser;
 
 // The line below the window: hints at the left; caret, number of blocks and code page at the right. A click
 // on the code page offers to change how bytes become text.
@@ -25,6 +27,8 @@ public:
     void showCaret(int line, int column); // both 1-based
     void showBlocks(int count);
     void showCodePage(CodePage page);
+    // Says from now on when the browser shows an older text than the source box holds.
+    void watchPreview(const SourceTab &source, const WebBrowser &browser);
 
     OfferBar *offers;
 
@@ -33,6 +37,7 @@ signals:
 
 private:
     QStatusBar &m_bar;
+    QLabel *m_behind;
     QLabel *m_caret;
     QLabel *m_blocks;
     QToolButton *m_page;

@@ -108,8 +108,8 @@ void frmSkin::makeTabs()
     m_keymapTab = new KeymapTab(m_theme.lvKeyGroup, m_theme.lvKeyMap, m_page);
     m_panelTab = new PanelTab(m_page);
     m_scans = new ScanCommands(m_theme.widgets.LvWidget, m_theme.images.rows, m_theme.lvColor, this);
-    m_sourceTab = new SourceTab([this](const QString &id) { return GetImg(id); }, m_theme.lvFont,
-                                m_theme.widgets, m_prompts, m_page);
+    m_sourceTab = new SourceTab([this] { return m_theme.images.lookup(); }, m_theme.lvFont, m_theme.widgets,
+                                m_prompts, m_page);
     frYt = {m_themeTab, m_widgetTab, m_imageTab, m_colorTab, m_langTab,
             m_fontTab,  m_keymapTab, m_panelTab, m_sourceTab};
     for (TabFrame *frame : std::as_const(frYt)) {
@@ -157,8 +157,11 @@ void frmSkin::connectTabs()
     connect(frmWb, &PreviewFrame::fixedChanged, m_sourceTab, &SourceTab::setFixed);
     connect(frmWb->wb, &WebBrowser::failed, m_status, &StatusLine::say);
     connect(m_sourceTab, &SourceTab::textChanged, this, &frmSkin::enableSourceMenus);
-    connect(&m_sourceTab->blocks, &QAbstractItemModel::modelReset, this,
-            [this] { m_status->showBlocks(m_sourceTab->blocks.count()); });
+    m_status->watchPreview(*m_sourceTab, *frmWb->wb);
+    connect(&m_sourceTab->blocks, &QAbstractItemModel::modelReset, this, [this] {
+        m_status->showBlocks(m_sourceTab->blocks.count());
+        enableSourceMenus();
+    });
     connect(m_sourceTab->txtSnippet, &SourceBox::cursorPositionChanged, this, [this] {
         const QTextCursor caret = m_sourceTab->txtSnippet->textCursor();
         m_status->showCaret(caret.blockNumber() + 1, caret.positionInBlock() + 1);

@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 #include "app/RenderCommand.h"
 #include "app/frmSkin.h"
+#include "platform/Memory.h"
 #include "platform/WebBrowser.h"
 
 #include <QApplication>
@@ -30,6 +31,7 @@ CommandLine readCommandLine(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
+    keepLargeTextsApart();
     setProgramNames();
     WebBrowser::registerScheme();
     const CommandLine line = readCommandLine(argc, argv);

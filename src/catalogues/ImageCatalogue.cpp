@@ -61,6 +61,14 @@ QString ImageCatalogue::GetImg(const QString &id) const
     return row < 0 ? QString() : rows.text(row);
 }
 
+std::function<QString(const QString &id)> ImageCatalogue::lookup() const
+{
+    return [ids = m_ids.snapshot(), images = rows.rows()](const QString &id) {
+        const int row = ids.find(id);
+        return row < 0 ? QString() : images.at(row).text;
+    };
+}
+
 int ImageCatalogue::rowOf(const QString &id) const
 {
     for (int row = 0; row < rows.count(); ++row) {

@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 namespace quillmere {
 
 class FileList;
@@ -26,6 +28,8 @@ public:
     // The full path of the first row with this ID, both stripped of control characters, letter case minded;
     // empty when there is none. The file need not exist. Constant time, whatever changed the rows.
     QString GetImg(const QString &id) const;
+    // The same question to the rows as they stand now: the answers stay, and may be asked for on any thread.
+    std::function<QString(const QString &id)> lookup() const;
 
     // 0-based row with exactly this ID, blanks and letter case minded; -1 without one.
     int rowOf(const QString &id) const;

@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace quillmere {
 
 QUrl pictureUrl(const QString &path)
@@ -30,24 +32,35 @@ QString picturePath(const QUrl &url)
 
 QString withPictureUrls(const QString &page)
 {
+    return PictureUrlPieces(page).next(page.size());
+}
+
+QString PictureUrlPieces::next(qsizetype units)
+{
     static constexpr QStringView opening = u"url('";
     static constexpr QStringView closing = u"')";
+    const qsizetype end = std::min(m_done + units, m_page.size());
     QString out;
-    out.reserve(page.size() + page.size() / 8);
-    qsizetype done = 0;
-    for (;;) {
-        const qsizetype start = indexOfIgnoringCase(page, opening, done);
-        const qsizetype end = start < 0 ? -1 : indexOfExact(page, closing, start + opening.size());
-        if (end < 0)
+    out.reserve(units + units / 8);
+    // A picture's path is never cut, and neither is what announces it.
+    while (m_done < end) {
+        const QStringView ahead = QStringView(m_page).first(std::min(end + opening.size(), m_page.size()));
+        const qsizetype start = indexOfIgnoringCase(ahead, opening, m_done);
+        const qsizetype stop =
+            start < 0 || start >= end ? -1 : indexOfExact(m_page, closing, start + opening.size());
+        if (stop < 0) {
+            const qsizetype cut = start >= 0 && start < end ? m_page.size() : end;
+            out += QStringView(m_page).sliced(m_done, cut - m_done);
+            m_done = cut;
             break;
+        }
         const qsizetype from = start + opening.size();
-        out += QStringView(page).mid(done, from - done);
-        if (end > from)
-            out += QString::fromLatin1(pictureUrl(page.mid(from, end - from)).toEncoded());
+        out += QStringView(m_page).sliced(m_done, from - m_done);
+        if (stop > from)
+            out += QString::fromLatin1(pictureUrl(m_page.mid(from, stop - from)).toEncoded());
         out += closing;
-        done = end + closing.size();
+        m_done = stop + closing.size();
     }
-    out += QStringView(page).mid(done);
     return out;
 }
 

@@ -1,7 +1,5 @@
 #include "platform/WebBrowser.h"
 
-#include "platform/PictureUrls.h"
-
 #include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QFile>
@@ -9,7 +7,6 @@
 #include <QJsonDocument>
 #include <QMetaMethod>
 #include <QMimeDatabase>
-#include <QTimer>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
@@ -24,7 +21,9 @@ namespace quillmere {
 namespace {
 
 constexpr int kMostDeaths = 3;
-constexpr int kPollInterval = 15; // ms
+constexpr int kPollInterval = 15;          // ms
+constexpr qsizetype kMostAtOnce = 1 << 19; // units; a longer page is sent in pieces
+constexpr qsizetype kPiece = 1 << 16;      // units; a millisecond's work or two
 
 const QUrl kBlank(QStringLiteral("about:blank"));
 
@@ -72,13 +71,18 @@ QString overflowScript(bool scrollable)
         .arg(scrollable ? QStringLiteral("auto") : QString());
 }
 
-// A page is handed over as JSON, so that no text in it can end the string it travels in.
-QString writingScript(const QString &page, bool scrollable)
+// Text is handed over as JSON, so that nothing in it can end the string it travels in.
+QString quoted(const QString &text)
 {
-    const QByteArray json = QJsonDocument(QJsonArray{page}).toJson(QJsonDocument::Compact);
-    return u"(function(){var x=window.scrollX,y=window.scrollY;document.open();document.write(" +
-           QString::fromUtf8(json) + u"[0]);document.close();" + overflowScript(scrollable) +
-           u"if(x||y)window.scrollTo(x,y);})()";
+    return QString::fromUtf8(QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact)) + u"[0]";
+}
+
+QString writingScript(const QString &pageExpression, bool scrollable)
+{
+    return u"(function(){var p=" + pageExpression +
+           u",x=window.scrollX,y=window.scrollY;window.__pieces=[];document.open();document.write(p);"
+           u"document.close();" +
+           overflowScript(scrollable) + u"if(x||y)window.scrollTo(x,y);})()";
 }
 
 // Loads the pictures that the style rules name once more (from the cache) to learn when they are there, waits
@@ -155,6 +159,8 @@ WebBrowser::WebBrowser(QWidget *parent)
         m_ready = true;
         writeNext();
     });
+    m_nextPiece.setInterval(0);
+    connect(&m_nextPiece, &QTimer::timeout, this, &WebBrowser::sendPiece);
     connect(cell, &QWebEnginePage::renderProcessTerminated, this, &WebBrowser::onTerminated);
     setUrl(kBlank);
 }
@@ -164,6 +170,7 @@ WebBrowser::~WebBrowser()
     // A dying page answers every script that is under way; nothing may come of it.
     ++m_writes;
     m_waiting.reset();
+    stopPieces();
     delete page(); // before its profile goes
 }
 
@@ -184,6 +191,10 @@ void WebBrowser::setScrollable(bool scrollable)
 void WebBrowser::write(const QString &page)
 {
     m_waiting = page;
+    if (m_pieces) {
+        stopPieces(); // nobody will see that page any more
+        m_busy = false;
+    }
     if (m_ready && !m_busy)
         writeNext();
 }
@@ -197,9 +208,38 @@ void WebBrowser::writeNext()
     m_current = std::move(*m_waiting);
     m_waiting.reset();
     m_busy = true;
+    if (m_current.size() <= kMostAtOnce) {
+        put(quoted(withPictureUrls(m_current)));
+        return;
+    }
+    page()->runJavaScript(QStringLiteral("window.__pieces=[]"), QWebEngineScript::ApplicationWorld);
+    m_pieces.emplace(m_current);
+    m_nextPiece.start();
+}
+
+// A long page goes over bit by bit between the other events, and is written when all of it is there.
+void WebBrowser::sendPiece()
+{
+    if (m_pieces->atEnd()) {
+        stopPieces();
+        put(QStringLiteral("window.__pieces.join('')"));
+        return;
+    }
+    page()->runJavaScript(QString(u"window.__pieces.push(" + quoted(m_pieces->next(kPiece)) + u")"),
+                          QWebEngineScript::ApplicationWorld);
+}
+
+void WebBrowser::stopPieces()
+{
+    m_nextPiece.stop();
+    m_pieces.reset();
+}
+
+void WebBrowser::put(const QString &pageExpression)
+{
     const int number = ++m_writes;
-    page()->runJavaScript(writingScript(withPictureUrls(m_current), m_scrollable),
-                          QWebEngineScript::ApplicationWorld, [this, number](const QVariant &) {
+    page()->runJavaScript(writingScript(pageExpression, m_scrollable), QWebEngineScript::ApplicationWorld,
+                          [this, number](const QVariant &) {
                               if (number != m_writes)
                                   return;
                               m_busy = false;
@@ -236,6 +276,7 @@ void WebBrowser::pollDrawn()
 void WebBrowser::onTerminated()
 {
     ++m_writes; // whatever was under way is not going to answer
+    stopPieces();
     m_ready = false;
     m_busy = false;
     if (++m_deaths > kMostDeaths) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/PictureUrls.h"
+
+#include <QTimer>
 #include <QWebEngineView>
 
 #include <memory>
@@ -48,6 +51,9 @@ protected:
 
 private:
     void writeNext();
+    void sendPiece();
+    void put(const QString &pageExpression);
+    void stopPieces();
     void pollDrawn();
     void onTerminated();
 
@@ -60,6 +66,8 @@ private:
     int m_writes = 0;
     std::optional<QString> m_waiting;
     QString m_current;
+    std::optional<PictureUrlPieces> m_pieces; // what of a long page has not been sent yet
+    QTimer m_nextPiece;
 };
 
 } // namespace quillmere

@@ -1,7 +1,6 @@
 #include "widgets/PreviewPage.h"
 
 #include "markup/Matching.h"
-#include "platform/ListRows.h"
 
 namespace quillmere {
 
@@ -10,7 +9,7 @@ namespace {
 constexpr int kBetweenScreens = 15970;
 constexpr int kMargin = 600;
 
-QString styleSheet(const ViewOptions &options, const QString &fontSize, const ListRows &lvBlock)
+QString styleSheet(const ViewOptions &options, const QString &fontSize, const QList<ListRows::Row> &lvBlock)
 {
     using V = ViewOptions;
     static constexpr struct
@@ -38,7 +37,7 @@ QString styleSheet(const ViewOptions &options, const QString &fontSize, const Li
         if (!options.shown[item])
             sheet += rule;
     }
-    for (const ListRows::Row &row : lvBlock.rows()) {
+    for (const ListRows::Row &row : lvBlock) {
         if (row.checked)
             sheet += u'#' + row.sub(1) + u"{display:none;}";
     }
@@ -57,7 +56,7 @@ QString defaultFontSize(const ListRows &lvFont)
 }
 
 QString BuildPreviewPage(const QString &html, const ViewOptions &options, const QString &fontSize,
-                         const ListRows &lvBlock)
+                         const QList<ListRows::Row> &lvBlock)
 {
     QString page = html;
     if (options.shown[ViewOptions::Position] && options.shown[ViewOptions::Size])

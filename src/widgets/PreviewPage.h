@@ -1,12 +1,10 @@
 #pragma once
 
-#include <QString>
+#include "platform/ListRows.h"
 
 #include <array>
 
 namespace quillmere {
-
-class ListRows;
 
 // The items of the View menu by the index of mnuV, and "Fixed" of the Window menu.
 struct ViewOptions
@@ -21,9 +19,14 @@ struct ViewOptions
 QString defaultFontSize(const ListRows &lvFont);
 
 // The page as the browser gets it: the renderer's page with the base style sheet, the rules of the View menu,
-// a rule hiding every ticked block of lvBlock, and the two key colours made transparent.
+// a rule hiding every ticked row of lvBlock, and the two key colours made transparent.
 QString BuildPreviewPage(const QString &html, const ViewOptions &options, const QString &fontSize,
-                         const ListRows &lvBlock);
+                         const QList<ListRows::Row> &lvBlock);
+inline QString BuildPreviewPage(const QString &html, const ViewOptions &options, const QString &fontSize,
+                                const ListRows &lvBlock)
+{
+    return BuildPreviewPage(html, options, fontSize, lvBlock.rows());
+}
 
 // The size of the browser for one of the two receiver screens, in twips: 600 more in both directions unless
 // fixed.

@@ -6,6 +6,7 @@
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTextBlock>
 
@@ -107,8 +108,15 @@ SourceBox::SourceBox(const QString &name, const QString &accessibleName, QWidget
     setFont(fixed);
     takePaletteColours();
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
-        m_isGiven = false;
+        if (m_colours->isAtWork())
+            return; // only the colours are others
         emit changed();
+    });
+    connect(document(), &QTextDocument::contentsChange, this, [this] {
+        if (m_colours->isAtWork())
+            return;
+        m_isText = false;
+        m_text.clear();
     });
     connect(this, &QPlainTextEdit::blockCountChanged, this, &SourceBox::placeNumbers);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, &SourceBox::markCaret);
@@ -125,8 +133,8 @@ SourceBox::~SourceBox() = default;
 
 QString SourceBox::text() const
 {
-    if (m_isGiven)
-        return m_given;
+    if (m_isText)
+        return m_text;
     // toPlainText() would turn every no-break space into a blank.
     const QString raw = document()->toRawText();
     QString text;
@@ -141,6 +149,8 @@ QString SourceBox::text() const
         done = end + 1;
     }
     text += QStringView(raw).mid(done);
+    m_text = text;
+    m_isText = true;
     return text;
 }
 
@@ -151,8 +161,8 @@ void SourceBox::setText(const QString &text)
         setPlainText(text);
     }
     m_commands.clear();
-    m_given = text;
-    m_isGiven = true;
+    m_text = text;
+    m_isText = true;
     emit cursorPositionChanged();
     emit changed();
 }
@@ -243,8 +253,15 @@ bool SourceBox::stepQuietly(QKeyEvent *event)
     return true;
 }
 
+void SourceBox::inputMethodEvent(QInputMethodEvent *event)
+{
+    const QScopedValueRollback typing(m_typing, true);
+    QPlainTextEdit::inputMethodEvent(event);
+}
+
 void SourceBox::keyPressEvent(QKeyEvent *event)
 {
+    const QScopedValueRollback typing(m_typing, true);
     if (stepQuietly(event))
         return;
     if (event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier) {

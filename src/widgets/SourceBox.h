@@ -25,6 +25,9 @@ public:
     void setText(const QString &text);
     // The same document, rewritten by a command: one undo step, the caret stays at its place in the text.
     void rewrite(const QString &text);
+    // True while a key (of the keyboard or of an input method) is being handled: the next one waits for all
+    // that changed() leads to.
+    bool isTyping() const { return m_typing; }
 
     // Selection as 0-based position and length in text().
     qsizetype selectionStart() const;
@@ -39,6 +42,7 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
 
@@ -57,8 +61,9 @@ private:
     bool stepQuietly(QKeyEvent *event);
 
     QSet<int> m_commands; // the undo steps that commands made
-    QString m_given;
-    bool m_isGiven = false; // the document still is m_given
+    bool m_typing = false;
+    mutable QString m_text; // what the document is, where m_isText
+    mutable bool m_isText = false;
     QWidget *m_numbers;
     SourceHighlighter *m_colours;
     int m_blockFirst = 0, m_blockLast = -1; // lines of the block with the caret in it, 0-based

@@ -2,10 +2,40 @@
 
 #include "widgets/SourceTokens.h"
 
+#include <QScopedValueRollback>
+#include <QTextLayout>
+
+#include <algorithm>
+
 namespace quillmere {
+
+namespace {
+
+constexpr qint64 kMostInPass = 8'000'000; // ns
+
+// A line keeps the state that it leaves to the next one, and a bit that says nothing but that it has been
+// turned over: the pass goes on as long as what is kept changes.
+LineState stateOf(int kept)
+{
+    return kept < 0 ? LineState::Text : LineState(kept >> 1);
+}
+
+int kept(LineState state, bool bit)
+{
+    return int(state) << 1 | int(bit);
+}
+
+} // namespace
 
 SourceHighlighter::SourceHighlighter(QTextDocument *document) : QSyntaxHighlighter(document)
 {
+    m_next.setInterval(0);
+    connect(&m_next, &QTimer::timeout, this, &SourceHighlighter::colourNext);
+    // The base class listens too, and has done so for longer: here its pass is over.
+    connect(document, &QTextDocument::contentsChange, this, [this] {
+        if (!m_atWork)
+            endPass();
+    });
     setDark(false);
 }
 
@@ -19,15 +49,66 @@ void SourceHighlighter::setDark(bool dark)
     for (size_t token = 0; token < m_formats.size(); ++token)
         m_formats[token].setForeground(QColor::fromRgb((dark ? onDark : onLight)[token]));
     m_formats[size_t(Token::Comment)].setFontItalic(true);
+    const QScopedValueRollback working(m_atWork, true);
     rehighlight();
+    endPass();
 }
 
 void SourceHighlighter::highlightBlock(const QString &line)
 {
-    LineState state = previousBlockState() < 0 ? LineState::Text : LineState(previousBlockState());
+    if (!m_pass.isValid()) {
+        m_pass.start();
+    } else if (m_pass.nsecsElapsed() > kMostInPass) {
+        leaveWaiting();
+        return;
+    }
+    LineState state = stateOf(previousBlockState());
     for (const TokenSpan &span : tokensOf(line, state))
         setFormat(int(span.start), int(span.length), m_formats[size_t(span.token)]);
-    setCurrentBlockState(int(state));
+    const bool bit = currentBlockState() >= 0 && (currentBlockState() & 1);
+    setCurrentBlockState(kept(state, bit != (currentBlock().blockNumber() < m_through)));
+}
+
+// The line keeps its colours and its state, so that a pass that only followed a changed state ends here.
+void SourceHighlighter::leaveWaiting()
+{
+    const QTextBlock line = currentBlock();
+    const QList<QTextLayout::FormatRange> formats = line.layout()->formats();
+    for (const QTextLayout::FormatRange &range : formats)
+        setFormat(range.start, range.length, range.format);
+    if (!m_leftFirst.isValid())
+        m_leftFirst = line;
+    m_leftLast = line;
+}
+
+void SourceHighlighter::endPass()
+{
+    m_pass.invalidate();
+    if (!m_leftFirst.isValid())
+        return;
+    m_waiting.push_back({QTextCursor(m_leftFirst), QTextCursor(m_leftLast)});
+    m_leftFirst = m_leftLast = QTextBlock();
+    m_next.start();
+}
+
+void SourceHighlighter::colourNext()
+{
+    if (m_waiting.empty()) {
+        m_next.stop();
+        return;
+    }
+    // From the top, because each line goes by the one above it.
+    const auto isAbove = [](const Stretch &a, const Stretch &b) { return a.first < b.first; };
+    const auto top = std::min_element(m_waiting.begin(), m_waiting.end(), isAbove);
+    const Stretch stretch = *top;
+    m_waiting.erase(top);
+
+    const QScopedValueRollback working(m_atWork, true);
+    const QScopedValueRollback through(m_through, stretch.last.blockNumber());
+    rehighlightBlock(stretch.first.block());
+    if (m_leftFirst.isValid() && m_leftLast.blockNumber() < m_through)
+        m_leftLast = stretch.last.block();
+    endPass();
 }
 
 } // namespace quillmere

@@ -13,30 +13,34 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 
 namespace quillmere {
 
 namespace {
 
-constexpr int kTop = 12;         // pixels
-constexpr int kCaption = 12;     // pixels, that of the comparison stands above its list
-constexpr int kMargin = 8;       // pixels, left, right and below
-constexpr int kAboveText = 3720; // twips that the block list and the margins take from the source box
+constexpr int kTop = 12;          // pixels
+constexpr int kCaption = 12;      // pixels, that of the comparison stands above its list
+constexpr int kMargin = 8;        // pixels, left, right and below
+constexpr double kMostInKey = 15; // ms that drawing may take of a key
+constexpr int kPause = 250;       // ms without a key
+constexpr int kAboveText = 3720;  // twips that the block list and the margins take from the source box
 const QStringList kBlockColumns = {QStringLiteral("Class"), QStringLiteral("Nama")};
 
 } // namespace
 
-SourceTab::SourceTab(const ImageLookup &GetImg, const ListRows &fonts, const WidgetCatalogue &screen,
-                     Prompts &prompts, QWidget *parent)
+SourceTab::SourceTab(std::function<ImageLookup()> pictures, const ListRows &fonts,
+                     const WidgetCatalogue &screen, Prompts &prompts, QWidget *parent)
     : TabFrame(QStringLiteral("frYt(8)"), parent), blocks(kBlockColumns, ListRows::Checks::Yes),
       otherBlocks(kBlockColumns),
-      txtSnippet(new SourceBox(QStringLiteral("txtSnippet"), tr("Source text"), this)), m_getImg(GetImg),
-      m_fonts(fonts), m_screen(screen), m_prompts(prompts),
+      txtSnippet(new SourceBox(QStringLiteral("txtSnippet"), tr("Source text"), this)),
+      m_pictures(std::move(pictures)), m_fonts(fonts), m_screen(screen), m_prompts(prompts),
       lvBlock(new ListView(QStringLiteral("lvBlock"), tr("Blocks"), blocks, this)),
       frBc(new CaptionBox(QStringLiteral("frBc"), this)),
       LvBlock2(new ListView(QStringLiteral("LvBlock2"), tr("Blocks to compare with"), otherBlocks, frBc)),
-      txtHtml(named(new QPlainTextEdit(this), "txtHtml", tr("Generated page")))
+      txtHtml(named(new QPlainTextEdit(this), "txtHtml", tr("Generated page"))),
+      m_fill(std::make_unique<TextFill>(*txtHtml))
 {
     frBc->setCaption(QStringLiteral("Block Compare"));
     frBc->setToolTip(tr("Double-click the frame to close it."));
@@ -50,8 +54,18 @@ SourceTab::SourceTab(const ImageLookup &GetImg, const ListRows &fonts, const Wid
     lvBlock->setToolTip(
         tr("Tick a block to hide it in the preview; double-click it to find it in the source."));
     connect(lvBlock, &ListView::rowOpened, this, &SourceTab::lvBlock_DblClick);
-    connect(&blocks, &ListRows::checkChanged, this, &SourceTab::ShowPreview);
+    connect(&blocks, &ListRows::checkChanged, this, &SourceTab::blockTicked);
     connect(txtSnippet, &SourceBox::changed, this, &SourceTab::txtSnippet_Change);
+
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(kPause);
+    connect(&m_pause, &QTimer::timeout, this, &SourceTab::renderLate);
+    connect(&m_late, &LateRender::done, this, &SourceTab::showLate);
+    connect(m_fill.get(), &TextFill::filled, this, [this] {
+        m_cost.measured(m_lateCost + m_fill->milliseconds(), txtSnippet->text().size());
+        m_behind = false;
+        emit caughtUp();
+    });
 }
 
 void SourceTab::addCommands(Commands &menu)
@@ -72,7 +86,10 @@ void SourceTab::addCommands(Commands &menu)
     menu.on("mnuC(1)", [this] { mnuC_Click(5, 4); });
     menu.on("mnuTD(0)", [this] { mnuTD_Click(Axis::Top); });
     menu.on("mnuTD(1)", [this] { mnuTD_Click(Axis::Left); });
-    menu.on("mnuVCopy", [this] { QGuiApplication::clipboard()->setText(linesOfBlocks(blocks)); });
+    menu.on("mnuVCopy", [this] {
+        catchUp();
+        QGuiApplication::clipboard()->setText(linesOfBlocks(blocks));
+    });
     menu.on("mnuVPaste", [this] { mnuVPaste_Click(); });
 }
 
@@ -91,20 +108,100 @@ void SourceTab::layOut(int height)
 
 void SourceTab::txtSnippet_Change()
 {
-    BuildWidgetHtml(txtSnippet->text());
+    if (txtSnippet->isTyping() && m_cost.expected(txtSnippet->document()->characterCount()) > kMostInKey)
+        postpone();
+    else
+        renderNow();
     emit textChanged();
+}
+
+RenderInput SourceTab::inputOf(const QString &markup) const
+{
+    return {markup, m_pictures(), m_fonts.rows(), defaultFontSize(m_fonts), options};
+}
+
+void SourceTab::renderNow()
+{
+    QElapsedTimer clock;
+    clock.start();
+    const QString text = txtSnippet->text();
+    BuildWidgetHtml(text);
+    m_cost.measured(double(clock.nsecsElapsed()) / 1e6, text.size());
 }
 
 void SourceTab::BuildWidgetHtml(const QString &markup)
 {
-    m_html = quillmere::BuildWidgetHtml(markup, m_getImg, m_fonts, blocks);
-    ShowPreview();
+    m_pause.stop();
+    m_late.giveUp();
+    m_fill->stop();
+    show(renderPage(inputOf(markup)));
     txtHtml->setPlainText(m_html); // while the browser is at work
+    if (std::exchange(m_behind, false))
+        emit caughtUp();
+}
+
+void SourceTab::show(const Rendered &rendered)
+{
+    m_html = rendered.widgets.html;
+    blocks.assign(rendered.widgets.blocks);
+    emit pageReady(rendered.page);
+}
+
+void SourceTab::postpone()
+{
+    m_late.giveUp();
+    m_fill->stop();
+    m_pause.start();
+    if (!std::exchange(m_behind, true))
+        emit fellBehind();
+}
+
+void SourceTab::renderLate()
+{
+    QElapsedTimer clock;
+    clock.start();
+    m_late.start(inputOf(txtSnippet->text()));
+    m_lateCost = double(clock.nsecsElapsed()) / 1e6;
+}
+
+void SourceTab::showLate(const Rendered &rendered)
+{
+    QElapsedTimer clock;
+    clock.start();
+    show(rendered);
+    m_lateCost += rendered.milliseconds + double(clock.nsecsElapsed()) / 1e6;
+    m_fill->start(m_html);
+}
+
+bool SourceTab::catchUp()
+{
+    if (!m_behind)
+        return false;
+    renderNow();
+    return true;
 }
 
 void SourceTab::ShowPreview()
 {
-    emit pageReady(BuildPreviewPage(m_html, options, defaultFontSize(m_fonts), blocks));
+    if (!catchUp())
+        emit pageReady(BuildPreviewPage(m_html, options, defaultFontSize(m_fonts), blocks));
+}
+
+void SourceTab::blockTicked(int row)
+{
+    const ListRows::Row ticked = blocks.row(row);
+    if (!catchUp()) {
+        ShowPreview();
+        return;
+    }
+    // The list was that of an older text, and the tick is meant for the block of this name.
+    const auto hasName = [&](int other) { return blocks.sub(other, 1) == ticked.sub(1); };
+    if (row >= blocks.count() || !hasName(row)) {
+        for (row = 0; row < blocks.count() && !hasName(row);)
+            ++row;
+    }
+    if (row < blocks.count())
+        blocks.setChecked(row, ticked.checked);
 }
 
 void SourceTab::setFixed(bool fixed)
@@ -121,6 +218,7 @@ void SourceTab::mnuFormat_Click()
 
 void SourceTab::mnuCblock_Click()
 {
+    catchUp();
     QString names;
     for (const ListRows::Row &row : blocks.rows())
         names += row.sub(1) + u"\r\n";
@@ -187,9 +285,10 @@ void SourceTab::lvBlock_DblClick(int row)
 {
     if (blocks.isEmpty())
         return;
-    txtSnippet->showFrom(lineOfBlock(txtSnippet->text(), blocks.sub(row, 1)));
+    const ListRows::Row block = blocks.row(row); // by its name, whatever text the list is of
+    txtSnippet->showFrom(lineOfBlock(txtSnippet->text(), block.sub(1)));
     txtSnippet->setFocus();
-    emit blockOpened(blocks.sub(row, 1), blocks.text(row));
+    emit blockOpened(block.sub(1), block.text);
 }
 
 } // namespace quillmere

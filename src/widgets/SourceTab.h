@@ -2,9 +2,9 @@
 
 #include "platform/ListRows.h"
 #include "platform/TabFrame.h"
-#include "widgets/PreviewPage.h"
+#include "widgets/LateRender.h"
 #include "widgets/RectCommands.h"
-#include "widgets/WidgetHtml.h"
+#include "widgets/TextFill.h"
 
 class QPlainTextEdit;
 
@@ -22,8 +22,9 @@ class SourceTab : public TabFrame
     Q_OBJECT
 
 public:
-    // `screen` is where the theme's catalogue says how large the screen is.
-    SourceTab(const ImageLookup &GetImg, const ListRows &fonts, const WidgetCatalogue &screen,
+    // `pictures` gives a lookup of the pictures as they are now, which does not change and may be asked on
+    // any thread. `screen` is where the theme's catalogue says how large the screen is.
+    SourceTab(std::function<ImageLookup()> pictures, const ListRows &fonts, const WidgetCatalogue &screen,
               Prompts &prompts, QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
@@ -31,6 +32,9 @@ public:
     void BuildWidgetHtml(const QString &markup);
     // Makes the browser's page from txtHtml, the options and the ticks of lvBlock.
     void ShowPreview();
+    // True while the page and lvBlock are those of an older text: what takes too long for a key waits until
+    // typing pauses. Whatever needs them before that brings them up to date first.
+    bool isBehind() const { return m_behind; }
     // The "Fixed" mark of the Window menu.
     void setFixed(bool fixed);
     // Puts two texts around the selection; the same text stays selected.
@@ -44,6 +48,8 @@ public:
 signals:
     void pageReady(const QString &page);
     void textChanged();
+    void fellBehind();
+    void caughtUp();
     // A block of lvBlock was opened; the caret is on the line that holds its name.
     void blockOpened(const QString &name, const QString &className);
 
@@ -52,6 +58,15 @@ protected:
 
 private:
     void txtSnippet_Change();
+    RenderInput inputOf(const QString &markup) const;
+    void renderNow();
+    void postpone();
+    void renderLate();
+    void show(const Rendered &rendered);
+    void showLate(const Rendered &rendered);
+    // True where it had to draw.
+    bool catchUp();
+    void blockTicked(int row);
     void mnuFormat_Click();
     void mnuCblock_Click();
     void mnuC_Click(int numerator, int denominator);
@@ -60,7 +75,7 @@ private:
     void showComparison(bool shown);
     void lvBlock_DblClick(int row);
 
-    ImageLookup m_getImg;
+    std::function<ImageLookup()> m_pictures;
     const ListRows &m_fonts;
     const WidgetCatalogue &m_screen;
     Prompts &m_prompts;
@@ -69,6 +84,12 @@ private:
     CaptionBox *frBc;
     ListView *LvBlock2;
     QPlainTextEdit *txtHtml;
+    RenderCost m_cost;
+    QTimer m_pause; // until typing counts as paused
+    LateRender m_late;
+    std::unique_ptr<TextFill> m_fill;
+    bool m_behind = false;
+    double m_lateCost = 0; // milliseconds, without that of filling txtHtml
 };
 
 } // namespace quillmere

@@ -2,7 +2,6 @@
 
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
-#include "platform/ListRows.h"
 #include "widgets/WidgetDocument.h"
 
 #include <array>
@@ -19,10 +18,10 @@ struct FontRow
     bool isDefault = false;
 };
 
-QList<FontRow> fontRows(const ListRows &lvFont)
+QList<FontRow> fontRows(const QList<ListRows::Row> &lvFont)
 {
     QList<FontRow> fonts;
-    for (const ListRows::Row &row : lvFont.rows()) {
+    for (const ListRows::Row &row : lvFont) {
         const QString name = row.sub(1);
         fonts.append({u"<font>" + name + u"</font>", row.sub(3), row.sub(4), name == u"font_prog"});
     }
@@ -34,7 +33,8 @@ QList<FontRow> fontRows(const ListRows &lvFont)
 class Renderer
 {
 public:
-    Renderer(const ImageLookup &lookup, const ListRows &lvFont) : m_getImg(lookup), m_fonts(fontRows(lvFont))
+    Renderer(const ImageLookup &lookup, const QList<ListRows::Row> &lvFont)
+        : m_getImg(lookup), m_fonts(fontRows(lvFont))
     {
     }
 
@@ -209,8 +209,7 @@ QString Renderer::page() const
 
 } // namespace
 
-QString BuildWidgetHtml(const QString &markup, const ImageLookup &GetImg, const ListRows &lvFont,
-                        ListRows &lvBlock)
+WidgetPage drawWidgets(const QString &markup, const ImageLookup &GetImg, const QList<ListRows::Row> &lvFont)
 {
     const WidgetBlocks cut = cutBlocks(markup);
     Renderer renderer(GetImg, lvFont);
@@ -219,8 +218,15 @@ QString BuildWidgetHtml(const QString &markup, const ImageLookup &GetImg, const 
     rows.reserve(cut.blocks.size());
     for (QStringView block : cut.blocks)
         rows.append(renderer.draw(block));
-    lvBlock.assign(std::move(rows));
-    return renderer.page();
+    return {renderer.page(), std::move(rows)};
+}
+
+QString BuildWidgetHtml(const QString &markup, const ImageLookup &GetImg, const ListRows &lvFont,
+                        ListRows &lvBlock)
+{
+    WidgetPage page = drawWidgets(markup, GetImg, lvFont.rows());
+    lvBlock.assign(std::move(page.blocks));
+    return page.html;
 }
 
 } // namespace quillmere

@@ -8,6 +8,7 @@
 #include "widgets/ColourCombo.h"
 #include "widgets/SourceBox.h"
 
+#include <QElapsedTimer>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -24,6 +25,8 @@ namespace {
 
 constexpr QSize kFirstSize{420, 460}; // pixels
 constexpr int kColours = 3;
+constexpr double kMostInKey = 5; // ms that a capture may take of a key
+constexpr int kPause = 250;      // ms without a key
 
 const QStringList kAlignments = {
     QStringLiteral("left|top"),    QStringLiteral("left|vcentre"),    QStringLiteral("left|bottom"),
@@ -63,6 +66,10 @@ frmWidget::frmWidget(SourceBox &source, const PropertyChoices &choices, QWidget 
     lvBlock->setToolTip(tr("Double-click a property, or press Enter, to edit it."));
     connect(lvBlock, &ListView::rowOpened, this, &frmWidget::lvBlock_DblClick);
     connect(&m_source, &SourceBox::changed, this, &frmWidget::source_Change);
+
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(kPause);
+    connect(&m_pause, &QTimer::timeout, this, &frmWidget::recapture);
 
     m_hint->setAlignment(Qt::AlignCenter);
     m_hint->setWordWrap(true);
@@ -167,6 +174,7 @@ void frmWidget::turnTo(const QString &name, const QString &className)
 
 void frmWidget::GetProperty(const QString &name)
 {
+    m_pause.stop();
     const std::optional<BlockProperties> block = quillmere::GetProperty(m_source.text(), name);
     txtSnippet->setText(block ? block->segment : QString());
     if (!block)
@@ -197,6 +205,9 @@ void frmWidget::showEditor(CaptionBox *editor, QPushButton *button, const QStrin
 void frmWidget::lvBlock_DblClick(int row)
 {
     const QString name = m_rows.text(row);
+    catchUp();
+    if (row >= m_rows.count() || m_rows.text(row) != name)
+        return; // it was the row of a property that is there no longer
     const QString value = m_rows.sub(row, 1);
     if (containsExact(name, u"rect")) {
         const QStringList values = bracketedValues(value, 4);
@@ -273,6 +284,7 @@ void frmWidget::cmdTxt_Click()
 
 void frmWidget::setContent(const QString &property, const QString &content)
 {
+    catchUp();
     const int row = lvBlock->selectedRow();
     if (row >= 0 && m_rows.text(row) == property)
         m_rows.setSub(row, 1, content);
@@ -289,8 +301,26 @@ void frmWidget::SaveProperty()
 // Typed over, undone, or another window opened: what was captured would no longer be found there.
 void frmWidget::source_Change()
 {
-    if (isVisible() && !m_saving)
-        GetProperty(m_name);
+    if (!isVisible() || m_saving)
+        return;
+    if (m_source.isTyping() && m_cost > kMostInKey)
+        m_pause.start();
+    else
+        recapture();
+}
+
+void frmWidget::recapture()
+{
+    QElapsedTimer clock;
+    clock.start();
+    GetProperty(m_name);
+    m_cost = double(clock.nsecsElapsed()) / 1e6;
+}
+
+void frmWidget::catchUp()
+{
+    if (m_pause.isActive())
+        recapture();
 }
 
 } // namespace quillmere

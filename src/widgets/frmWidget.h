@@ -4,6 +4,7 @@
 #include "platform/ModelessDialog.h"
 
 #include <QList>
+#include <QTimer>
 
 class QComboBox;
 class QGroupBox;
@@ -62,12 +63,17 @@ private:
     void setContent(const QString &property, const QString &content);
     void SaveProperty();
     void source_Change();
+    void recapture();
+    // Where the source is ahead: before anything is written back into it.
+    void catchUp();
 
     SourceBox &m_source;
     PropertyChoices m_choices;
     QString m_name; // of the block; the caption holds it too, but a name may hold what divides the caption
     bool m_saving = false;
-    ListRows m_rows; // text = element name, sub-item 1 = content
+    double m_cost = 0; // ms, of the last capture
+    QTimer m_pause;    // runs while the rows are those of an older text, until typing pauses
+    ListRows m_rows;   // text = element name, sub-item 1 = content
     ListView *lvBlock;
     SourceBox *txtSnippet; // hidden: the text that a write-back replaces
     QStackedWidget *m_editors;

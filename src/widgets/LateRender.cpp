@@ -1,0 +1,83 @@
+#include "widgets/LateRender.h"
+
+#include <QElapsedTimer>
+
+#include <algorithm>
+
+namespace quillmere {
+
+namespace {
+
+constexpr double kEmptyPage = 20000; // units of text that cost as much as what every page costs
+constexpr double kDoubt = 4;
+
+} // namespace
+
+void RenderCost::measured(double milliseconds, qsizetype units)
+{
+    const double rate = milliseconds / (double(units) + kEmptyPage);
+    m_before = m_last > 0 ? m_last : rate / kDoubt;
+    m_last = rate;
+}
+
+double RenderCost::expected(qsizetype units) const
+{
+    return std::min(m_last, m_before) * (double(units) + kEmptyPage);
+}
+
+Rendered renderPage(const RenderInput &input)
+{
+    QElapsedTimer clock;
+    clock.start();
+    Rendered rendered;
+    rendered.widgets = drawWidgets(input.markup, input.GetImg, input.fonts);
+    rendered.page =
+        BuildPreviewPage(rendered.widgets.html, input.options, input.fontSize, rendered.widgets.blocks);
+    rendered.milliseconds = double(clock.nsecsElapsed()) / 1e6;
+    return rendered;
+}
+
+LateRender::LateRender(QObject *parent) : QObject(parent)
+{
+    m_worker.setMaxThreadCount(1);
+}
+
+LateRender::~LateRender()
+{
+    giveUp();
+    m_worker.waitForDone();
+}
+
+void LateRender::giveUp()
+{
+    if (m_givenUp)
+        *m_givenUp = true;
+    m_givenUp.reset();
+    m_worker.clear();
+}
+
+void LateRender::start(const RenderInput &input)
+{
+    giveUp();
+    const auto givenUp = std::make_shared<std::atomic_bool>(false);
+    m_givenUp = givenUp;
+    RenderInput own = input;
+    own.GetImg = [GetImg = input.GetImg, givenUp](const QString &id) {
+        if (*givenUp)
+            throw Cancelled();
+        return GetImg(id);
+    };
+    m_worker.start([this, own = std::move(own), givenUp] {
+        try {
+            const auto hand = [this, rendered = renderPage(own), givenUp] {
+                if (!*givenUp)
+                    emit done(rendered);
+            };
+            QMetaObject::invokeMethod(this, hand, Qt::QueuedConnection);
+        } catch (const Cancelled &) {
+            // Nobody waits for it.
+        }
+    });
+}
+
+} // namespace quillmere

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "platform/Progress.h"
+#include "widgets/PreviewPage.h"
+#include "widgets/WidgetHtml.h"
+
+#include <QObject>
+#include <QThreadPool>
+
+#include <atomic>
+#include <memory>
+
+namespace quillmere {
+
+// All that the page of a window is made from. The lookup must not change under way, and may be asked on any
+// thread.
+struct RenderInput
+{
+    QString markup;
+    ImageLookup GetImg;
+    QList<ListRows::Row> fonts;
+    QString fontSize;
+    ViewOptions options;
+};
+
+struct Rendered
+{
+    WidgetPage widgets;
+    QString page; // for the browser
+    double milliseconds = 0;
+};
+
+Rendered renderPage(const RenderInput &input);
+
+// Foresees from what was measured how long the page of a text will take. One long time is not believed at
+// once: the machine may have been busy with something else.
+class RenderCost
+{
+public:
+    void measured(double milliseconds, qsizetype units);
+    double expected(qsizetype units) const; // milliseconds
+
+private:
+    double m_last = 0, m_before = 0; // milliseconds a unit of text; 0 where nothing has been measured
+};
+
+// Makes the page of a large window beside the window's own thread. Everything else here runs on that one
+// thread; this does not, since no part of the rendering may take longer than a keystroke may wait, on any
+// machine, and the routines that rewrite the whole page each take their time in one go. What goes in is a
+// copy, what comes out arrives by the event loop, only the newest is asked for and handed over.
+class LateRender : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit LateRender(QObject *parent = nullptr);
+    ~LateRender() override; // waits for what is under way, which ends at its next picture
+
+    // Also gives up what was started before.
+    void start(const RenderInput &input);
+    void giveUp();
+
+signals:
+    void done(const quillmere::Rendered &rendered);
+
+private:
+    QThreadPool m_worker;
+    std::shared_ptr<std::atomic_bool> m_givenUp; // of the newest
+};
+
+} // namespace quillmere

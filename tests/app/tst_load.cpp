@@ -1,0 +1,186 @@
+#include "app/WindowFixture.h"
+
+#include "platform/ListView.h"
+#include "widgets/SourceBox.h"
+
+#include <QClipboard>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QTextBlock>
+#include <QTextLayout>
+
+using namespace quillmere;
+
+namespace {
+
+// Many times what can be drawn within a key.
+QString largeText()
+{
+    QString text = QStringLiteral("<interface>\r\n");
+    for (int i = 0; i < 8000; ++i)
+        text += QStringLiteral("<widget class=\"text\" style=\"default\" name=\"t%1\">\r\n<property>\r\n"
+                               "<string>Text %1</string>\r\n<rect>[%1,2,60,24]</rect>\r\n</property>\r\n"
+                               "</widget>\r\n")
+                    .arg(i);
+    return text;
+}
+
+class LargeWindow : public Window
+{
+public:
+    LargeWindow()
+    {
+        find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+        source->setText(largeText());
+        source->setFocus();
+        source->select(source->text().indexOf(QStringLiteral("name=\"t7\"")) + 6, 0);
+    }
+
+    QString block(int row) const { return blocks->index(row, 1).data().toString(); }
+    bool isBehind() const { return !label->text().isEmpty(); }
+    bool catchesUp() const
+    {
+        return QTest::qWaitFor([this] { return !isBehind(); }, 20000);
+    }
+
+    SourceBox *source = find<SourceBox>("txtSnippet");
+    QAbstractItemModel *blocks = find<ListView>("lvBlock")->model();
+    QLabel *label = find<QLabel>("lblPreview");
+    QPlainTextEdit *html = find<QPlainTextEdit>("txtHtml");
+};
+
+// The colours of all lines.
+QList<QList<QTextLayout::FormatRange>> coloursOf(const SourceBox &box)
+{
+    QList<QList<QTextLayout::FormatRange>> colours;
+    for (QTextBlock line = box.document()->begin(); line.isValid(); line = line.next())
+        colours.append(line.layout()->formats());
+    return colours;
+}
+
+} // namespace
+
+class TestLoad : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void drawsWhenTypingPauses();
+    void catchesUpFirst();
+    void smallWindowAtOnce();
+    void coloursInPortions();
+};
+
+void TestLoad::drawsWhenTypingPauses()
+{
+    LargeWindow window;
+    QVERIFY(!window.isBehind());
+    const QSignalSpy drawn(window.blocks, &QAbstractItemModel::modelReset);
+    QTest::keyClicks(window.source, QStringLiteral("xy"));
+    QCOMPARE(drawn.count(), 0);
+    QVERIFY(window.isBehind());
+    QCOMPARE(window.block(7), QStringLiteral("t7"));
+    QVERIFY(window.catchesUp());
+    QCOMPARE(drawn.count(), 1);
+    QCOMPARE(window.block(7), QStringLiteral("xyt7"));
+    QVERIFY(window.js(QStringLiteral("document.getElementById('xyt7') != null")).toBool());
+
+    // The same as drawn at once.
+    const QString rows = rowsAsText(window.blocks);
+    const QString html = window.html->toPlainText();
+    window.skin->BuildWidgetHtml(window.source->text());
+    QCOMPARE(rowsAsText(window.blocks), rows);
+    QVERIFY(window.html->toPlainText() == html);
+
+    // A key gives up what is under way, wherever that is.
+    for (int pause = 240; pause < 600; pause += 60) {
+        QTest::keyClicks(window.source, QStringLiteral("z"));
+        QTest::qWait(pause);
+    }
+    QVERIFY(window.catchesUp());
+    QCOMPARE(window.block(7), QString(u"xy" + QString(6, u'z') + u"t7"));
+    QVERIFY(window.html->toPlainText().contains(window.block(7)));
+
+    // Another document, and the end of the window, come before the page of the one before.
+    QTest::keyClicks(window.source, QStringLiteral("w"));
+    window.source->setText(QStringLiteral("<widget name=\"other\">"));
+    QTest::qWait(600);
+    QVERIFY(window.catchesUp());
+    QCOMPARE(window.blocks->rowCount(), 1);
+    window.source->setText(largeText());
+    QTest::keyClicks(window.source, QStringLiteral("w"));
+    QTest::qWait(280);
+}
+
+void TestLoad::catchesUpFirst()
+{
+    LargeWindow window;
+    QTest::keyClicks(window.source, QStringLiteral("a"));
+    window.choose("mnuCblock");
+    QVERIFY(QGuiApplication::clipboard()->text().contains(QStringLiteral("at7\r\n")));
+    QTest::keyClicks(window.source, QStringLiteral("b"));
+    window.choose("mnuV(1)");
+    QCOMPARE(window.block(7), QStringLiteral("abt7"));
+
+    // A block above has gone since the list was made; the tick is meant for the block of that name.
+    window.source->select(0, window.source->text().indexOf(QStringLiteral("<widget class=\"text\" "), 40));
+    QTest::keyClick(window.source, Qt::Key_Delete);
+    QCOMPARE(window.block(1), QStringLiteral("t1"));
+    window.blocks->setData(window.blocks->index(2, 0), Qt::Checked, Qt::CheckStateRole);
+    QCOMPARE(window.block(1), QStringLiteral("t2"));
+    QCOMPARE(window.blocks->index(1, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Checked));
+    QVERIFY(window.catchesUp());
+    QCOMPARE(window.style(QStringLiteral("t2"), QStringLiteral("display")), QStringLiteral("none"));
+}
+
+void TestLoad::smallWindowAtOnce()
+{
+    LargeWindow window;
+    window.source->setText(largeText().left(4000));
+    const int rows = window.blocks->rowCount();
+    QTest::keyClicks(window.source, QStringLiteral("<widget name=\"n\">"));
+    QCOMPARE(window.blocks->rowCount(), rows + 1);
+    QVERIFY(!window.isBehind());
+}
+
+void TestLoad::coloursInPortions()
+{
+    SourceBox box(QStringLiteral("box"), {}), plain(QStringLiteral("plain"), {});
+    const QString text = largeText();
+    const auto isColoured = [&](const SourceBox &coloured) {
+        const QTextBlock line = coloured.document()->lastBlock().previous();
+        return !line.layout()->formats().isEmpty() && line.userState() >= 0;
+    };
+    box.setText(text);
+    plain.setText(text);
+    QVERIFY(QTest::qWaitFor([&] { return isColoured(box) && isColoured(plain); }, 20000));
+    const QSignalSpy changed(&box, &SourceBox::changed);
+    const auto asComment = [&] {
+        const auto formats = box.document()->lastBlock().previous().layout()->formats();
+        return formats.size() == 1 && formats[0].format.fontItalic();
+    };
+    QTest::keyClicks(&box, QStringLiteral("<!--"));
+    QVERIFY(!asComment());
+    QTest::qWait(10); // some portions, and then the way back
+    for (int key = 0; key < 4; ++key)
+        QTest::keyClick(&box, Qt::Key_Backspace);
+    QVERIFY(QTest::qWaitFor([&] { return coloursOf(box) == coloursOf(plain); }, 20000));
+    QTest::keyClicks(&box, QStringLiteral("<!--"));
+    QVERIFY(QTest::qWaitFor(asComment, 20000));
+    QCOMPARE(changed.count(), 12); // colours are no change
+    box.setText(QString());
+    plain.setText(QString());
+    box.setText(text);
+    box.rewrite(QString(text).replace(QStringLiteral("Text"), QStringLiteral("\"T")));
+    plain.setText(QString(text).replace(QStringLiteral("Text"), QStringLiteral("\"T")));
+    QVERIFY(QTest::qWaitFor([&] { return coloursOf(box) == coloursOf(plain) && isColoured(plain); }, 20000));
+}
+
+int main(int argc, char **argv)
+{
+    return runWindowTest<TestLoad>(argc, argv);
+}
+#include "tst_load.moc"
