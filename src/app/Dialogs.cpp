@@ -1,6 +1,7 @@
 #include "app/Dialogs.h"
 
 #include "app/ThemeProject.h"
+#include "app/frmAbout.h"
 #include "app/frmRestore.h"
 #include "platform/Commands.h"
 #include "replace/frmReplace.h"
@@ -36,6 +37,11 @@ void Dialogs::addCommands(Commands &menu)
     menu.on("mnuTReplace", [this] { replaceDialog().open(); });
     menu.action("mnuTReplace")->setShortcut(Qt::CTRL | Qt::Key_H);
     menu.on("mnuRestore", [this] { openRestore(); });
+    menu.on("mnuAbout", [this] {
+        auto *about = new frmAbout(&m_window);
+        about->setAttribute(Qt::WA_DeleteOnClose);
+        about->open();
+    });
 }
 
 void Dialogs::openBlock(const QString &name, const QString &className)

@@ -14,9 +14,11 @@
 namespace quillmere {
 
 OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status,
-                           OutsideChanges &outside, Prompts &prompts, Guard guard, QObject *parent)
+                           OutsideChanges &outside, Prompts &prompts, Guard guard, LongRun runLong,
+                           QObject *parent)
     : QObject(parent), m_source(source), m_frame(frame), m_status(status), m_outside(outside),
-      m_prompts(prompts), m_guard(std::move(guard)), m_recovery(new Recovery(source, *status.offers, this))
+      m_prompts(prompts), m_guard(std::move(guard)), m_runLong(std::move(runLong)),
+      m_recovery(new Recovery(source, *status.offers, this))
 {
     connect(m_recovery, &Recovery::hint, &m_status, &StatusLine::say);
     m_recovery->opened({});
@@ -30,7 +32,9 @@ QString OpenDocument::path() const
 void OpenDocument::open(const QString &path)
 {
     m_recovery->keepNow();
-    DecodedText file = LoadForEditing(path);
+    DecodedText file;
+    m_runLong(tr("Opening the window"),
+              [&](const Progress &progress) { file = LoadForEditing(path, progress); });
     m_frame.setCaption(path);
     m_status.showCodePage(file.page);
     m_source.setText(FormatXML(file.text));

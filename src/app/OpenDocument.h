@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Progress.h"
+
 #include <QObject>
 #include <QString>
 
@@ -24,12 +26,12 @@ public:
     using Guard = std::function<void(const std::function<void()> &)>;
 
     OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status, OutsideChanges &outside,
-                 Prompts &prompts, Guard guard, QObject *parent = nullptr);
+                 Prompts &prompts, Guard guard, LongRun runLong, QObject *parent = nullptr);
 
     // Empty before a document was opened.
     QString path() const;
     // Shows the text of a document, re-indented; a missing one gives an empty text. RunTimeError where the
-    // unsaved text of the one before cannot be kept; that one stays open then.
+    // unsaved text of the one before cannot be kept, and Cancelled; that one stays open then.
     void open(const QString &path);
     // Asks, and writes the text to its file.
     void save();
@@ -44,6 +46,7 @@ private:
     OutsideChanges &m_outside;
     Prompts &m_prompts;
     Guard m_guard;
+    LongRun m_runLong;
     Recovery *m_recovery;
 };
 

@@ -12,11 +12,15 @@
 
 namespace quillmere {
 
+namespace {
+constexpr qsizetype kStepsOfEntry = 1000; // of the progress
+}
+
 // A kind of resource file, by its entry name in theme.xml, and what reads it.
 struct ThemeProject::Entry
 {
     QStringView name;
-    void (ThemeProject::*load)(const QString &path, const QString &folder);
+    void (ThemeProject::*load)(const QString &path, const QString &folder, const Progress &progress);
 };
 
 ThemeProject::ThemeProject(QObject *parent)
@@ -30,9 +34,23 @@ ThemeProject::ThemeProject(QObject *parent)
 {
 }
 
-bool ThemeProject::LoadTheme(const QString &folder)
+bool ThemeProject::LoadTheme(const QString &folder, const Progress &progress)
 {
-    lvTheme.clear();
+    LoadedForNow loadedFiles;
+    ThemeProject aside;
+    const bool found = aside.read(folder, progress);
+    loadedFiles.keep();
+    if (!found) {
+        lvTheme.clear();
+        return false;
+    }
+    take(aside);
+    emit loaded();
+    return true;
+}
+
+bool ThemeProject::read(const QString &folder, const Progress &progress)
+{
     const QString text = LoadForEditing(joinPath(folder, u"theme.xml")).text;
     if (text.isEmpty())
         return false;
@@ -45,11 +63,48 @@ bool ThemeProject::LoadTheme(const QString &folder)
         entries.append({SplitField(piece, u"<", u">", 1, 0), {SplitField(piece, u"<", u">", 1, 1)}});
     lvTheme.assign(entries);
 
-    for (const ListRows::Row &entry : entries)
-        runLoader(entry.text, entry.sub(1));
+    const qsizetype all = entries.size() * kStepsOfEntry;
+    for (qsizetype entry = 0; entry < entries.size(); ++entry) {
+        const qsizetype before = entry * kStepsOfEntry;
+        tell(progress, before, all);
+        runLoader(entries[entry].text, entries[entry].sub(1), [&](qsizetype done, qsizetype of) {
+            tell(progress, before + done * kStepsOfEntry / std::max<qsizetype>(of, 1), all);
+        });
+    }
     loadPanel();
-    emit loaded();
     return true;
+}
+
+// What no loader has touched has no path.
+void ThemeProject::take(const ThemeProject &read)
+{
+    m_folder = read.m_folder;
+    lvTheme.assign(read.lvTheme.rows());
+    if (!read.File1.path().isEmpty())
+        File1.setPath(read.File1.path());
+    if (!read.widgets.path.isEmpty())
+        widgets.take(read.widgets);
+    if (!read.images.path().isEmpty()) {
+        images.take(read.images);
+        lbImagePath = read.lbImagePath;
+    }
+    if (!read.colours.path().isEmpty())
+        colours.take(read.colours);
+    if (!read.txtLang.isEmpty()) {
+        lvLang.assign(read.lvLang.rows());
+        txtLang = read.txtLang;
+    }
+    if (!read.txtFont.isEmpty()) {
+        lvFont.assign(read.lvFont.rows());
+        txtFont = read.txtFont;
+        cbFont = read.cbFont;
+    }
+    if (!read.txtKeymap.isEmpty()) {
+        lvKeyGroup.assign(read.lvKeyGroup.rows());
+        lvKeyMap.clear(); // the keys of a group of another file
+        txtKeymap = read.txtKeymap;
+    }
+    panel = read.panel;
 }
 
 const ThemeProject::Entry *ThemeProject::entryOf(QStringView name)
@@ -69,11 +124,11 @@ QString ThemeProject::pathOf(const QString &value) const
     return joinPath(m_folder, u"") + withOwnSeparators(value);
 }
 
-void ThemeProject::runLoader(const QString &name, const QString &value)
+void ThemeProject::runLoader(const QString &name, const QString &value, const Progress &progress)
 {
     if (const Entry *kind = entryOf(name)) {
         const QString path = pathOf(value);
-        (this->*kind->load)(path, folderOf(path).toString());
+        (this->*kind->load)(path, folderOf(path).toString(), progress);
     }
 }
 
@@ -109,23 +164,23 @@ void ThemeProject::reload(const QString &path)
     emit loaded();
 }
 
-void ThemeProject::loadWidgets(const QString &path, const QString &folder)
+void ThemeProject::loadWidgets(const QString &path, const QString &folder, const Progress &progress)
 {
-    widgets.LoadWidgetList(path, folder, File1);
+    widgets.LoadWidgetList(path, folder, File1, progress);
 }
 
-void ThemeProject::loadImages(const QString &path, const QString &folder)
+void ThemeProject::loadImages(const QString &path, const QString &folder, const Progress &progress)
 {
-    images.LoadImageList(path, folder, File1);
+    images.LoadImageList(path, folder, File1, progress);
     lbImagePath = folder;
 }
 
-void ThemeProject::loadColors(const QString &path, const QString &)
+void ThemeProject::loadColors(const QString &path, const QString &, const Progress &)
 {
     colours.LoadColorList(path);
 }
 
-void ThemeProject::loadFonts(const QString &path, const QString &folder)
+void ThemeProject::loadFonts(const QString &path, const QString &folder, const Progress &)
 {
     LoadFontList(lvFont, path);
     txtFont = path;
@@ -137,7 +192,7 @@ void ThemeProject::loadFonts(const QString &path, const QString &folder)
     }
 }
 
-void ThemeProject::loadKeymap(const QString &path, const QString &)
+void ThemeProject::loadKeymap(const QString &path, const QString &, const Progress &)
 {
     LoadKeymapList(lvKeyGroup, path);
     lvKeyMap.clear(); // the keys of a group of another file
@@ -149,7 +204,7 @@ void ThemeProject::loadPanel()
     panel = LoadPanelConfig(joinPath(m_folder, u"default.xml"));
 }
 
-void ThemeProject::loadLanguages(const QString &path, const QString &folder)
+void ThemeProject::loadLanguages(const QString &path, const QString &folder, const Progress &)
 {
     LoadLanguageList(lvLang, path, folder);
     txtLang = path;

@@ -24,8 +24,9 @@ public:
 
     // Reads theme.xml of the folder, lists its <config> entries in lvTheme and runs the loader of each, in
     // file order; then default.xml. A kind that no entry names keeps what it held. Without a theme.xml,
-    // lvTheme is empty, nothing else changes, and the answer is false.
-    bool LoadTheme(const QString &folder);
+    // lvTheme is empty, nothing else changes, and the answer is false. Nothing at all changes before all has
+    // been read, so that whoever cancels keeps the theme that was open, with what was changed in it.
+    bool LoadTheme(const QString &folder, const Progress &progress = {});
 
     // Loads one of files() again, theme.xml with all that it names; nothing for another file.
     void reload(const QString &path);
@@ -60,14 +61,16 @@ private:
     struct Entry;
     static const Entry *entryOf(QStringView name); // nullptr for another name
     QString pathOf(const QString &value) const;
-    void runLoader(const QString &name, const QString &value);
+    bool read(const QString &folder, const Progress &progress);
+    void take(const ThemeProject &read);
+    void runLoader(const QString &name, const QString &value, const Progress &progress = {});
     // `path` of the resource file, and its folder with the separator at its end.
-    void loadWidgets(const QString &path, const QString &folder);
-    void loadImages(const QString &path, const QString &folder);
-    void loadColors(const QString &path, const QString &folder);
-    void loadLanguages(const QString &path, const QString &folder);
-    void loadFonts(const QString &path, const QString &folder);
-    void loadKeymap(const QString &path, const QString &folder);
+    void loadWidgets(const QString &path, const QString &folder, const Progress &progress);
+    void loadImages(const QString &path, const QString &folder, const Progress &progress);
+    void loadColors(const QString &path, const QString &folder, const Progress &progress);
+    void loadLanguages(const QString &path, const QString &folder, const Progress &progress);
+    void loadFonts(const QString &path, const QString &folder, const Progress &progress);
+    void loadKeymap(const QString &path, const QString &folder, const Progress &progress);
     void loadPanel();
 
     QString m_folder;

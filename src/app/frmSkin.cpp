@@ -7,7 +7,6 @@
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
 #include "app/ThemeTab.h"
-#include "app/frmAbout.h"
 #include "catalogues/ColorTab.h"
 #include "catalogues/FontTab.h"
 #include "catalogues/ImageTab.h"
@@ -18,6 +17,7 @@
 #include "i18n/LangTab.h"
 #include "i18n/LanguageCatalogue.h"
 #include "platform/DirListBox.h"
+#include "platform/LongWork.h"
 #include "platform/MessagePrompts.h"
 #include "platform/Paths.h"
 #include "platform/RunTimeError.h"
@@ -61,7 +61,7 @@ const QString kCodePage = QStringLiteral("codePage");
 
 frmSkin::frmSkin(Prompts *prompts, QWidget *parent)
     : QMainWindow(parent), m_ownPrompts(prompts ? nullptr : std::make_unique<MessagePrompts>(this)),
-      m_prompts(prompts ? *prompts : *m_ownPrompts),
+      m_prompts(prompts ? *prompts : *m_ownPrompts), m_runLong(longRunIn(*statusBar())),
       m_menu(*menuBar(), [this](const MainMenu::Command &command) { guarded(command); }),
       m_page(new QWidget(this)), TabStrip4(new TabStrip(m_page)), frmWb(new PreviewFrame(m_page))
 {
@@ -101,13 +101,14 @@ void frmSkin::makeTabs()
 {
     m_themeTab = new ThemeTab(m_theme.lvTheme, m_theme.File1, m_page);
     m_widgetTab = new WidgetTab(m_theme.widgets, m_theme.File1, m_prompts, m_page);
-    m_imageTab = new ImageTab(m_theme.images, m_theme.widgets.LvWidget, m_prompts, m_page);
+    m_imageTab = new ImageTab(m_theme.images, m_theme.widgets.LvWidget, m_prompts, m_runLong, m_page);
     m_colorTab = new ColorTab(m_theme.lvColor, m_theme.colours, m_prompts, m_page);
     m_langTab = new LangTab(m_theme.lvLang, m_theme.LvBhs, m_theme.File1, m_prompts, m_page);
     m_fontTab = new FontTab(m_theme.lvFont, m_page);
     m_keymapTab = new KeymapTab(m_theme.lvKeyGroup, m_theme.lvKeyMap, m_page);
     m_panelTab = new PanelTab(m_page);
-    m_scans = new ScanCommands(m_theme.widgets.LvWidget, m_theme.images.rows, m_theme.lvColor, this);
+    m_scans =
+        new ScanCommands(m_theme.widgets.LvWidget, m_theme.images.rows, m_theme.lvColor, m_runLong, this);
     m_sourceTab = new SourceTab([this] { return m_theme.images.lookup(); }, m_theme.lvFont, m_theme.widgets,
                                 m_prompts, m_page);
     frYt = {m_themeTab, m_widgetTab, m_imageTab, m_colorTab, m_langTab,
@@ -118,8 +119,8 @@ void frmSkin::makeTabs()
     }
     const auto guard = [this](const auto &command) { guarded(command); };
     m_outside = new OutsideChanges(*m_status->offers, m_theme, *m_langTab, guard, this);
-    m_document =
-        new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_prompts, guard, this);
+    m_document = new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_prompts, guard,
+                                  m_runLong, this);
     connectTabs();
 }
 
@@ -190,7 +191,6 @@ void frmSkin::makeMenu()
         [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); },
         [this](const QString &path) { fileRestored(path); });
     m_dialogs->addCommands(m_menu);
-    m_menu.on("mnuAbout", [this] { mnuAbout_Click(); });
     m_recent = std::make_unique<RecentThemes>(*m_menu.menu("mnuRecentThemes"),
                                               [this](const QString &folder) { openTheme(folder); });
 }
@@ -207,6 +207,8 @@ void frmSkin::guarded(const std::function<void()> &command)
 {
     try {
         command();
+    } catch (const Cancelled &) {
+        m_status->say(tr("Cancelled."));
     } catch (const RunTimeError &error) {
         m_prompts.tell(QStringLiteral("Quillmere"), error.message(), Prompts::Icon::Critical);
     }
@@ -278,10 +280,16 @@ void frmSkin::Dir1_Change(const QString &path)
         return;
     }
     m_sinceTheme.start();
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const auto restore = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
-    if (!m_theme.LoadTheme(path))
+    if (!loadTheme(path))
         m_status->say(tr("There is no theme.xml in %1; what was open stays open.").arg(path));
+}
+
+bool frmSkin::loadTheme(const QString &folder)
+{
+    bool found = false;
+    m_runLong(tr("Opening the theme"),
+              [&](const Progress &progress) { found = m_theme.LoadTheme(folder, progress); });
+    return found;
 }
 
 void frmSkin::themeLoaded()
@@ -367,13 +375,6 @@ void frmSkin::fileRestored(const QString &path)
     m_status->say(tr("%1 restored.").arg(path));
 }
 
-void frmSkin::mnuAbout_Click()
-{
-    auto *about = new frmAbout(this);
-    about->setAttribute(Qt::WA_DeleteOnClose);
-    about->open();
-}
-
 void frmSkin::chooseCodePage(CodePageRule rule)
 {
     QTextDocument *source = m_sourceTab->txtSnippet->document();
@@ -382,7 +383,7 @@ void frmSkin::chooseCodePage(CodePageRule rule)
     setCodePageRule(rule);
     QSettings().setValue(kCodePage, rule == CodePageRule::Windows1252 ? QStringLiteral("1252") : QString());
     if (!m_theme.folder().isEmpty())
-        m_theme.LoadTheme(m_theme.folder());
+        loadTheme(m_theme.folder());
     if (m_document->path().isEmpty())
         return;
     if (source->isModified())

@@ -73,19 +73,20 @@ private:
     void TabStrip4_Click();
     void enableSourceMenus();
     void Dir1_Change(const QString &path);
+    bool loadTheme(const QString &folder);
     void themeLoaded();
     void mnuOpenTheme_Click();
     void mnuFlDefault_Click();
     frmcolor &colourDialog();
     void mnuColCode_Click(ColourForm to);
     void fileRestored(const QString &path);
-    void mnuAbout_Click();
     void chooseCodePage(CodePageRule rule);
     void guarded(const std::function<void()> &command);
 
     std::unique_ptr<Prompts> m_ownPrompts;
     Prompts &m_prompts;
     ThemeProject m_theme;
+    LongRun m_runLong; // shows its progress in the status bar
     MainMenu m_menu;
     std::unique_ptr<RecentThemes> m_recent;
     QWidget *m_page;

@@ -28,6 +28,12 @@ void ColourCatalogue::LoadColorList(const QString &fileName)
         m_rows.assign(std::move(colours));
 }
 
+void ColourCatalogue::take(const ColourCatalogue &other)
+{
+    m_path = other.m_path;
+    m_rows.assign(other.m_rows.rows());
+}
+
 void ColourCatalogue::save()
 {
     SaveFile(m_path, ColourFileText(m_rows));

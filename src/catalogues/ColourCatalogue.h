@@ -15,6 +15,8 @@ public:
     // Clears the rows and reads `<color name="NAME">CODE</color>` entries. A missing file leaves the rows
     // empty; its path is kept all the same.
     void LoadColorList(const QString &fileName);
+    // Has the rows and the path of the other one.
+    void take(const ColourCatalogue &other);
     // Replaces the file of path() with ColourFileText. RunTimeError when it cannot be written.
     void save();
 

@@ -27,7 +27,8 @@ ImageCatalogue::ImageCatalogue(QObject *parent)
 {
 }
 
-void ImageCatalogue::LoadImageList(const QString &fileName, const QString &imageFolder, FileList &file1)
+void ImageCatalogue::LoadImageList(const QString &fileName, const QString &imageFolder, FileList &file1,
+                                   const Progress &progress)
 {
     rows.clear();
     m_path = fileName;
@@ -40,7 +41,9 @@ void ImageCatalogue::LoadImageList(const QString &fileName, const QString &image
     FileNames existing;
     QString folder;
     // What stands before the first element is no entry.
-    for (QStringView piece : splitIgnoringCase(text, u"<image ").sliced(1)) {
+    const QList<QStringView> pieces = splitIgnoringCase(text, u"<image ").sliced(1);
+    for (const QStringView &piece : pieces) {
+        tell(progress, &piece - pieces.data(), pieces.size());
         if (!containsIgnoringCase(piece, u"id=\""))
             continue;
         const QString id = SplitField(piece, u"id=\"", u"\"", 1, 0);
@@ -53,6 +56,12 @@ void ImageCatalogue::LoadImageList(const QString &fileName, const QString &image
         return;
     rows.assign(std::move(images));
     file1.setPath(folder);
+}
+
+void ImageCatalogue::take(const ImageCatalogue &other)
+{
+    m_path = other.m_path;
+    rows.assign(other.rows.rows());
 }
 
 QString ImageCatalogue::GetImg(const QString &id) const

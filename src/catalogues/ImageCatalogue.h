@@ -2,6 +2,7 @@
 
 #include "catalogues/RowIndex.h"
 #include "platform/ListRows.h"
+#include "platform/Progress.h"
 
 #include <QObject>
 
@@ -23,7 +24,10 @@ public:
     // Clears the rows and reads `<image id="ID">relative path</image>` entries; `imageFolder` is put in front
     // of every path as it stands. A missing file leaves the rows empty. `file1` ends up at the folder of the
     // last row.
-    void LoadImageList(const QString &fileName, const QString &imageFolder, FileList &file1);
+    void LoadImageList(const QString &fileName, const QString &imageFolder, FileList &file1,
+                       const Progress &progress = {});
+    // Has the rows and the path of the other one.
+    void take(const ImageCatalogue &other);
 
     // The full path of the first row with this ID, both stripped of control characters, letter case minded;
     // empty when there is none. The file need not exist. Constant time, whatever changed the rows.

@@ -1,6 +1,5 @@
 #include "catalogues/ImageTab.h"
 
-#include "catalogues/BusyHint.h"
 #include "catalogues/ImageCatalogue.h"
 #include "catalogues/PictureBox.h"
 #include "catalogues/UsageScan.h"
@@ -20,7 +19,6 @@
 #include <QPushButton>
 
 #include <algorithm>
-#include <functional>
 #include <limits>
 
 namespace quillmere {
@@ -47,9 +45,11 @@ QLineEdit *box(const char *name, const QString &accessibleName)
 
 } // namespace
 
-ImageTab::ImageTab(ImageCatalogue &catalogue, ListRows &windows, Prompts &prompts, QWidget *parent)
+ImageTab::ImageTab(ImageCatalogue &catalogue, ListRows &windows, Prompts &prompts, LongRun runLong,
+                   QWidget *parent)
     : TabFrame(QStringLiteral("frYt(2)"), parent), m_catalogue(catalogue), m_windows(windows),
-      m_prompts(prompts), frImage(new CaptionBox(QStringLiteral("frImage"), this)),
+      m_prompts(prompts), m_runLong(std::move(runLong)),
+      frImage(new CaptionBox(QStringLiteral("frImage"), this)),
       lvImage(new ListView(QStringLiteral("lvImage"), tr("Images"), catalogue.rows, frImage)),
       lbImagePath(new PathLabel(QStringLiteral("lbImagePath"), tr("Image folder"), frImage)),
       Picture1(named(new QFrame(frImage), "Picture1", tr("Edit image"))),
@@ -256,8 +256,10 @@ void ImageTab::mnuImgChe_Click()
     const int row = selectedImage();
     if (row < 0)
         return;
-    BusyHint progress([this](const QString &text) { emit hint(text); });
-    const int used = checkWindowsWith(m_catalogue.rows.sub(row, 1), m_windows, std::ref(progress));
+    int used = 0;
+    m_runLong(tr("Checking the windows"), [&](const Progress &progress) {
+        used = checkWindowsWith(m_catalogue.rows.sub(row, 1), m_windows, progress);
+    });
     emit hint(tr("%1 of %2 windows use this image; they are checked on the Widget tab.")
                   .arg(used)
                   .arg(m_windows.count()));

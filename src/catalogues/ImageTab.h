@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Progress.h"
 #include "platform/TabFrame.h"
 
 class QLabel;
@@ -24,7 +25,8 @@ class ImageTab : public TabFrame
 
 public:
     // `windows` are the rows of LvWidget, which "Widget Check" marks.
-    ImageTab(ImageCatalogue &catalogue, ListRows &windows, Prompts &prompts, QWidget *parent = nullptr);
+    ImageTab(ImageCatalogue &catalogue, ListRows &windows, Prompts &prompts, LongRun runLong,
+             QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
     // Shows what the catalogue's loader has read; `imageFolder` is what theme loading found.
@@ -56,6 +58,7 @@ private:
     ImageCatalogue &m_catalogue;
     ListRows &m_windows;
     Prompts &m_prompts;
+    LongRun m_runLong;
     QString m_themeFolder;
     CaptionBox *frImage;
     ListView *lvImage;

@@ -1,6 +1,5 @@
 #include "catalogues/ScanCommands.h"
 
-#include "catalogues/BusyHint.h"
 #include "catalogues/UsageScan.h"
 #include "platform/Commands.h"
 #include "platform/ListRows.h"
@@ -9,7 +8,6 @@
 #include <QClipboard>
 
 #include <algorithm>
-#include <functional>
 
 namespace quillmere {
 
@@ -23,8 +21,9 @@ int checkedRows(const ListRows &rows)
 
 } // namespace
 
-ScanCommands::ScanCommands(ListRows &windows, ListRows &images, ListRows &colours, QObject *parent)
-    : QObject(parent), LvWidget(windows), lvImage(images), lvColor(colours)
+ScanCommands::ScanCommands(ListRows &windows, ListRows &images, ListRows &colours, LongRun runLong,
+                           QObject *parent)
+    : QObject(parent), LvWidget(windows), lvImage(images), lvColor(colours), m_runLong(std::move(runLong))
 {
 }
 
@@ -36,8 +35,8 @@ void ScanCommands::addCommands(Commands &menu)
 
 void ScanCommands::mnuSWidget_Click()
 {
-    BusyHint progress([this](const QString &text) { emit hint(text); });
-    scanWindows(LvWidget, lvImage, lvColor, std::ref(progress));
+    m_runLong(tr("Scanning the windows"),
+              [this](const Progress &progress) { scanWindows(LvWidget, lvImage, lvColor, progress); });
     emit hint(tr("In use: %1 of %2 images, %3 of %4 colours; they are checked on their tabs.")
                   .arg(checkedRows(lvImage))
                   .arg(lvImage.count())
@@ -52,12 +51,10 @@ void ScanCommands::mnuSKernel_Click()
         emit hint(tr("There is no text on the clipboard to scan."));
         return;
     }
-    const BusyHint waiting([](const QString &) {});
     QList<int> found;
-    for (ListRows *rows : {&LvWidget, &lvImage, &lvColor}) {
-        emit hint(tr("Scanning the text on the clipboard, list %1 of 3...").arg(found.size() + 1));
-        found.append(checkNamesIn(text, *rows));
-    }
+    m_runLong(tr("Scanning the clipboard"), [&](const Progress &progress) {
+        found = checkNamesIn(text, {&LvWidget, &lvImage, &lvColor}, progress);
+    });
     emit hint(tr("Named in the text: %1 windows, %2 images, %3 colours; they are checked on their tabs.")
                   .arg(found[0])
                   .arg(found[1])

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Progress.h"
+
 #include <QObject>
 
 namespace quillmere {
@@ -14,12 +16,13 @@ class ScanCommands : public QObject
 
 public:
     // The rows of the lists with those names.
-    ScanCommands(ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor, QObject *parent = nullptr);
+    ScanCommands(ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor, LongRun runLong,
+                 QObject *parent = nullptr);
 
     void addCommands(Commands &menu);
 
 signals:
-    // Something to say that needs no answer: how far a scan is, what it has found.
+    // What a scan has found.
     void hint(const QString &text);
 
 private:
@@ -29,6 +32,7 @@ private:
     ListRows &LvWidget;
     ListRows &lvImage;
     ListRows &lvColor;
+    LongRun m_runLong;
 };
 
 } // namespace quillmere

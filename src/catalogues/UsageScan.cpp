@@ -107,7 +107,7 @@ void checkExactly(const MetRows &met, ListRows &rows)
 
 } // namespace
 
-void scanWindows(const ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor, const ScanProgress &progress)
+void scanWindows(const ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor, const Progress &progress)
 {
     UsedImages images(lvImage);
     UsedColours colours(lvColor);
@@ -115,19 +115,19 @@ void scanWindows(const ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor,
         const QString text = LoadFile(LvWidget.text(row));
         images.readDocument(text);
         colours.readDocument(text);
-        progress(row + 1, LvWidget.count());
+        tell(progress, row + 1, LvWidget.count());
     }
     checkExactly(images.met(), lvImage);
     checkExactly(colours.met(), lvColor);
 }
 
-int checkWindowsWith(const QString &imageId, ListRows &LvWidget, const ScanProgress &progress)
+int checkWindowsWith(const QString &imageId, ListRows &LvWidget, const Progress &progress)
 {
     const QString marker = imageMarker(imageId);
     MetRows uses(LvWidget.count());
     for (int row = 0; row < LvWidget.count(); ++row) {
         uses[row] = containsIgnoringCase(LoadFile(LvWidget.text(row)), marker);
-        progress(row + 1, LvWidget.count());
+        tell(progress, row + 1, LvWidget.count());
     }
     checkExactly(uses, LvWidget);
     return int(std::count(uses.cbegin(), uses.cend(), true));
@@ -135,17 +135,30 @@ int checkWindowsWith(const QString &imageId, ListRows &LvWidget, const ScanProgr
 
 int checkNamesIn(const QString &text, ListRows &rows)
 {
-    NamesAnywhere names;
-    MetRows met(rows.count());
-    for (int row = 0; row < rows.count(); ++row)
-        names.add(rows.sub(row, 1), row);
-    names.meet(text, met);
-    int found = 0;
-    for (int row = 0; row < rows.count(); ++row) {
-        if (!met[row])
-            continue;
-        rows.setChecked(row, true);
-        ++found;
+    return checkNamesIn(text, QList<ListRows *>{&rows}).first();
+}
+
+QList<int> checkNamesIn(const QString &text, const QList<ListRows *> &lists, const Progress &progress)
+{
+    QList<MetRows> metOfLists;
+    for (const ListRows *rows : lists) {
+        tell(progress, metOfLists.size(), lists.size());
+        NamesAnywhere names;
+        MetRows met(rows->count());
+        for (int row = 0; row < rows->count(); ++row)
+            names.add(rows->sub(row, 1), row);
+        names.meet(text, met);
+        metOfLists.append(met);
+    }
+    tell(progress, lists.size(), lists.size());
+    QList<int> found;
+    for (qsizetype list = 0; list < lists.size(); ++list) {
+        const MetRows &met = metOfLists[list];
+        for (int row = 0; row < lists[list]->count(); ++row) {
+            if (met[row])
+                lists[list]->setChecked(row, true);
+        }
+        found.append(int(std::count(met.cbegin(), met.cend(), true)));
     }
     return found;
 }

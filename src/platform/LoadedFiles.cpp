@@ -43,9 +43,22 @@ QByteArray fingerprint(const QByteArray &bytes)
 
 } // namespace
 
-DecodedText LoadForEditing(const QString &path)
+struct LoadedForNow::Before
 {
-    const std::optional<QByteArray> bytes = LoadBytes(path);
+    QHash<QString, Loaded> files;
+};
+
+LoadedForNow::LoadedForNow() : m_before(std::make_unique<Before>(Before{loadedFiles()})) {}
+
+LoadedForNow::~LoadedForNow()
+{
+    if (!m_kept)
+        loadedFiles() = m_before->files;
+}
+
+DecodedText LoadForEditing(const QString &path, const Progress &progress)
+{
+    const std::optional<QByteArray> bytes = LoadBytes(path, progress);
     loadedFiles().insert(keyOf(path), {resolved(path), bytes ? fingerprint(*bytes) : QByteArray()});
     return decodeText(bytes.value_or(QByteArray()));
 }

@@ -5,13 +5,32 @@
 #include <QByteArray>
 #include <QString>
 
+#include <memory>
+
 namespace quillmere {
 
 // What the files held that are open for editing, when they were loaded or last written here. So a change that
 // another program made since is seen before it is written over.
 
 // The text of a file that may be written back; from now on changes of the file are known. See LoadText.
-DecodedText LoadForEditing(const QString &path);
+DecodedText LoadForEditing(const QString &path, const Progress &progress = {});
+
+// While it lives, what is loaded for editing may turn out not to be wanted: without keep() all is known as it
+// was before.
+class LoadedForNow
+{
+public:
+    LoadedForNow();
+    ~LoadedForNow();
+    Q_DISABLE_COPY_MOVE(LoadedForNow)
+
+    void keep() { m_kept = true; }
+
+private:
+    struct Before;
+    std::unique_ptr<Before> m_before;
+    bool m_kept = false;
+};
 
 // Whether the file holds other bytes than when it was loaded for editing or last written by SaveFile, or has
 // come or gone since. False for a file that was never loaded for editing. Reads the file.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QString>
 
 #include <functional>
 
@@ -14,5 +14,16 @@ using Progress = std::function<void(qsizetype done, qsizetype all)>;
 struct Cancelled
 {
 };
+
+// For work that nobody may be watching.
+inline void tell(const Progress &progress, qsizetype done, qsizetype all)
+{
+    if (progress)
+        progress(done, all);
+}
+
+// Runs work that may be long and shows that it is under way; `what` is a caption for it. Cancelled comes
+// through.
+using LongRun = std::function<void(const QString &what, const std::function<void(const Progress &)> &work)>;
 
 } // namespace quillmere

@@ -12,6 +12,8 @@ namespace quillmere {
 
 namespace {
 
+constexpr qint64 kPortion = 1 << 20; // bytes
+
 CodePageRule currentRule = CodePageRule::Automatic;
 
 // What Windows-1252 has at 80 to 9F (hex); elsewhere the byte is the character.
@@ -155,13 +157,18 @@ QByteArray encodeText(const QString &text, CodePage page, CodePageRule rule)
     return unfit >= 0 || readsAsUtf8 ? toUtf8(text) : bytes;
 }
 
-std::optional<QByteArray> LoadBytes(const QString &path)
+std::optional<QByteArray> LoadBytes(const QString &path, const Progress &progress)
 {
     // findFile gives regular files only: opening a pipe would wait for a writer.
     QFile file(findFile(path));
     if (file.fileName().isEmpty() || !file.open(QIODevice::ReadOnly))
         return {};
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes;
+    bytes.reserve(file.size());
+    for (QByteArray portion = file.read(kPortion); !portion.isEmpty(); portion = file.read(kPortion)) {
+        bytes += portion;
+        tell(progress, bytes.size(), file.size());
+    }
     if (file.error() != QFileDevice::NoError)
         return {};
     return bytes;

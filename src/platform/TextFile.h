@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Progress.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -41,7 +43,7 @@ QByteArray encodeText(const QString &text, CodePage page, CodePageRule rule = co
 QString LoadFile(const QString &path);
 DecodedText LoadText(const QString &path);
 // Its bytes; none where LoadFile would give no text.
-std::optional<QByteArray> LoadBytes(const QString &path);
+std::optional<QByteArray> LoadBytes(const QString &path, const Progress &progress = {});
 
 // The one writer: a copy of the old file goes to the backup folder (see Backups.h), then the new text is
 // written beside it, flushed and renamed over it. Permissions are kept, a symbolic link stays one and its

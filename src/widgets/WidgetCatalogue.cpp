@@ -37,7 +37,8 @@ WidgetCatalogue::WidgetCatalogue()
 {
 }
 
-void WidgetCatalogue::LoadWidgetList(const QString &newPath, const QString &newFolder, FileList &file1)
+void WidgetCatalogue::LoadWidgetList(const QString &newPath, const QString &newFolder, FileList &file1,
+                                     const Progress &progress)
 {
     path = newPath;
     folder = newFolder;
@@ -53,7 +54,9 @@ void WidgetCatalogue::LoadWidgetList(const QString &newPath, const QString &newF
     QList<ListRows::Row> windows;
     QSet<QString> listed;
     FileNames existing;
-    for (QStringView piece : splitIgnoringCase(text, u"<widget ").sliced(1)) {
+    const QList<QStringView> pieces = splitIgnoringCase(text, u"<widget ").sliced(1);
+    for (const QStringView &piece : pieces) {
+        tell(progress, &piece - pieces.data(), pieces.size());
         if (!containsExact(piece, u"class=\"window\""))
             continue;
         windows.append(windowRow(folder, SplitField(piece, u"name=\"", u"\"", 1, 0), existing));
@@ -68,6 +71,17 @@ void WidgetCatalogue::LoadWidgetList(const QString &newPath, const QString &newF
             unlisted.append({name, {}});
     }
     lvWidgetDel.assign(std::move(unlisted));
+}
+
+void WidgetCatalogue::take(const WidgetCatalogue &other)
+{
+    path = other.path;
+    folder = other.folder;
+    width = other.width;
+    height = other.height;
+    bpp = other.bpp;
+    LvWidget.assign(other.LvWidget.rows());
+    lvWidgetDel.assign(other.lvWidgetDel.rows());
 }
 
 void WidgetCatalogue::reload(FileList &file1)

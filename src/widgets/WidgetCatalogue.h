@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ListRows.h"
+#include "platform/Progress.h"
 
 namespace quillmere {
 
@@ -16,7 +17,10 @@ public:
     WidgetCatalogue();
 
     // `folder` ends in a separator. A missing or empty file leaves both lists and the three values empty.
-    void LoadWidgetList(const QString &path, const QString &folder, FileList &file1);
+    void LoadWidgetList(const QString &path, const QString &folder, FileList &file1,
+                        const Progress &progress = {});
+    // Has all that the other one has.
+    void take(const WidgetCatalogue &other);
     // Loads again from the path and folder kept; nothing where none is kept.
     void reload(FileList &file1);
 

@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QStatusBar>
 #include <QTabBar>
@@ -72,6 +73,7 @@ private slots:
     void catchesUpFirst();
     void smallWindowAtOnce();
     void coloursInPortions();
+    void cancelsScan();
 };
 
 void TestLoad::drawsWhenTypingPauses()
@@ -177,6 +179,42 @@ void TestLoad::coloursInPortions()
     box.rewrite(QString(text).replace(QStringLiteral("Text"), QStringLiteral("\"T")));
     plain.setText(QString(text).replace(QStringLiteral("Text"), QStringLiteral("\"T")));
     QVERIFY(QTest::qWaitFor([&] { return coloursOf(box) == coloursOf(plain) && isColoured(plain); }, 20000));
+}
+
+void TestLoad::cancelsScan()
+{
+    Window window;
+    QByteArray catalogue;
+    for (int i = 0; i < 1000; ++i) // a second's work and more
+        catalogue += "<widget class=\"window\" name=\"w\"/>";
+    window.files.write(
+        QStringLiteral("theme/theme.xml"),
+        "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image></config>");
+    window.files.write(QStringLiteral("theme/widget.xml"), catalogue);
+    window.files.write(QStringLiteral("theme/image.xml"), "<image id=\"A\">a.png</image>");
+    window.files.write(QStringLiteral("theme/w.xml"), QByteArray(2000000, 'x') + "<img>A</img>");
+    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+    auto *source = window.find<SourceBox>("txtSnippet");
+    const auto bar = [&] { return window.skin->findChild<QWidget *>(QStringLiteral("barLongWork")); };
+    for (const int way : {0, 1, 2}) {
+        QTimer::singleShot(0, window.skin.get(), [&] { // comes when the bar is shown
+            QVERIFY(bar());
+            QTest::keyClicks(source, QStringLiteral("x"));
+            if (way == 0)
+                QVERIFY(!window.skin->close());
+            else if (way == 1)
+                QTest::keyClick(window.skin.get(), Qt::Key_Escape);
+            else
+                QTest::mouseClick(window.find<QPushButton>("cmdCancelWork"), Qt::LeftButton);
+        });
+        window.choose("mnuSWidget");
+        QVERIFY(!bar());
+        QCOMPARE(window.skin->statusBar()->currentMessage(), QStringLiteral("Cancelled."));
+        QCOMPARE(rowsAsText(window.find<ListView>("lvImage")->model()).left(1), QStringLiteral("/"));
+        QVERIFY(source->document()->isEmpty() && window.skin->isVisible());
+    }
+    QTest::keyClicks(source, QStringLiteral("x"));
+    QCOMPARE(source->text(), QStringLiteral("x"));
 }
 
 int main(int argc, char **argv)

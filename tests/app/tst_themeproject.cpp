@@ -1,5 +1,6 @@
 #include "TextTable.h"
 #include "app/ThemeProject.h"
+#include "platform/LoadedFiles.h"
 #include "platform/Paths.h"
 #include "platform/TestFiles.h"
 
@@ -86,6 +87,26 @@ private slots:
         QVERIFY(project.lvFont.isEmpty() && project.cbFont.isEmpty());
         QCOMPARE(project.lbImagePath, withOwnSeparators(second.folder()) + separator());
         QCOMPARE(project.images.rows.text(0), joinPath(project.lbImagePath, u"new.png"));
+
+        // Cancelled at whatever step, all is as it was, and what is known of the files on disk too.
+        const QString now = shown(project, second);
+        second.write(QStringLiteral("image.xml"), "<image id=\"NEWER\">newer.png</image>");
+        const int loads = int(loaded.count());
+        for (int steps = 0; loaded.count() == loads; ++steps) {
+            int left = steps;
+            const auto cancel = [&left](qsizetype, qsizetype) {
+                if (left-- == 0)
+                    throw Cancelled();
+            };
+            try {
+                project.LoadTheme(second.folder(), cancel);
+                QVERIFY(steps > 4);
+            } catch (const Cancelled &) {
+                QCOMPARE(shown(project, second), now);
+                QVERIFY(changedOutside(project.images.path()));
+            }
+        }
+        QVERIFY(!changedOutside(project.images.path()));
     }
 };
 
