@@ -106,7 +106,8 @@ QList<Version> copiesIn(const QString &folder, QDirIterator::IteratorFlag deep, 
         const QStringView original = copy.startsWith(start) ? originalOf(copy) : QStringView();
         if (original.isEmpty())
             continue;
-        versions.append({{}, original.sliced(folder.size() + 1).toString(), copy});
+        // Nothing is left of the name where the folder is a file's own.
+        versions.append({{}, original.mid(folder.size() + 1).toString(), copy});
         if (progress && versions.size() % kTellEvery == 0)
             progress(versions.size(), 0);
     }
