@@ -1,7 +1,7 @@
 #include "markup/Comments.h"
 #include "markup/FormatXML.h"
 #include "markup/InsertCode.h"
-#include "markup/LineDifference.h"
+#include "markup/LiteralDifference.h"
 #include "markup/LiteralTwins.h"
 #include "markup/Matching.h"
 #include "markup/TagWidget.h"
@@ -65,30 +65,8 @@ private slots:
                         b = QString(to).remove(u'\r').split(u'\n');
             a.removeLast();
             b.removeLast();
-            // The longest common subsequence, cell by cell.
-            QList<QList<qsizetype>> longest(a.size() + 1, QList<qsizetype>(b.size() + 1, 0));
-            for (qsizetype i = 0; i < a.size() * b.size(); ++i) {
-                const qsizetype x = i / b.size(), y = i % b.size();
-                longest[x + 1][y + 1] =
-                    a[x] == b[y] ? longest[x][y] + 1 : std::max(longest[x][y + 1], longest[x + 1][y]);
-            }
-            QCOMPARE(a.size() - difference.gone, longest[a.size()][b.size()]);
-            // The hunks, from the last to the first, make one text of the other.
-            QStringList made = a;
-            for (auto hunk = difference.hunks.crbegin(); hunk != difference.hunks.crend(); ++hunk) {
-                qsizetype line = hunk->from;
-                for (const LineDifference::Line &each : hunk->lines) {
-                    if (each.kind == LineDifference::Kind::Come)
-                        made.insert(line++, each.text.toString());
-                    else
-                        QCOMPARE(made[line], each.text);
-                    if (each.kind == LineDifference::Kind::Gone)
-                        made.removeAt(line);
-                    else if (each.kind == LineDifference::Kind::Same)
-                        ++line;
-                }
-            }
-            QCOMPARE(made, b);
+            QCOMPARE(a.size() - difference.gone, literal::commonLines(a, b));
+            QCOMPARE(literal::applied(difference, a), b);
         }
     }
 

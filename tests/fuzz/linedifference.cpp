@@ -1,0 +1,37 @@
+#include "Fuzz.h"
+#include "markup/LiteralDifference.h"
+
+using namespace quillmere;
+
+namespace {
+
+QStringList linesOf(const QString &text)
+{
+    QStringList lines = text.split(u'\n');
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    for (QString &line : lines) {
+        if (line.endsWith(u'\r'))
+            line.chop(1);
+    }
+    return lines;
+}
+
+} // namespace
+
+// As few lines differ as can be, and the difference makes one text of the other.
+void fuzz(const Input &input)
+{
+    const QString from = input.text(0), to = input.text(1);
+    const QStringList a = linesOf(from), b = linesOf(to);
+    const LineDifference difference = compareLines(from, to, input.choice(2, 5));
+    check(a.size() - difference.gone == literal::commonLines(a, b), "as few as can be", from);
+    check(b.size() - difference.come == a.size() - difference.gone, "what comes and goes", from);
+    same(literal::applied(difference, a).join(u'\n'), b.join(u'\n'), "one text of the other");
+    qsizetype gone = 0;
+    for (const LineDifference::Hunk &hunk : difference.hunks) {
+        for (const LineDifference::Line &line : hunk.lines)
+            gone += line.kind == LineDifference::Kind::Gone;
+    }
+    check(gone == difference.gone, "counts");
+}
