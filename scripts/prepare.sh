@@ -1,11 +1,12 @@
-# Sourced by ./run and ./test. Installs what is missing, configures and builds; prints what it does.
+# Sourced by ./run and ./test. Installs what is missing, configures and builds; prints what it does. They set
+# `program`, their name, and `preset`, what CMake is to build.
 
 fail() {
     echo "$program: $*" >&2
     exit 1
 }
 
-build=build/release
+build=build/$preset
 packages="g++ cmake ninja-build qt6-base-dev qt6-webengine-dev libbenchmark-dev fonts-dejavu-core fonts-liberation"
 
 install_packages() {
@@ -38,7 +39,7 @@ build_program() {
     if [ ! -f "$build/build.ninja" ]; then
         echo "$program: configuring $build"
         mkdir -p build
-        if ! cmake --preset release >build/configure.log 2>&1; then
+        if ! cmake --preset "$preset" >build/configure.log 2>&1; then
             tail -n 30 build/configure.log >&2
             fail "configuring failed"
         fi
