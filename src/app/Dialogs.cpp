@@ -15,9 +15,10 @@
 namespace quillmere {
 
 Dialogs::Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Prompts &prompts,
-                 Guard guard, std::function<void()> showSource, std::function<void(const QString &)> restored)
+                 Guard guard, std::function<void()> showSource, std::function<void(const QString &)> restored,
+                 LongRun runLong)
     : m_window(window), m_sourceTab(sourceTab), m_theme(theme), m_prompts(prompts), m_guard(std::move(guard)),
-      m_showSource(std::move(showSource)), m_restored(std::move(restored)),
+      m_showSource(std::move(showSource)), m_restored(std::move(restored)), m_runLong(std::move(runLong)),
       m_findNext(new QAction(QObject::tr("Find Next"), &window))
 {
     m_findNext->setObjectName(QStringLiteral("findNext"));
@@ -85,7 +86,7 @@ void Dialogs::findNext()
 
 void Dialogs::openRestore()
 {
-    auto *restore = new frmRestore(m_theme.folder(), m_prompts, m_guard, &m_window);
+    auto *restore = new frmRestore(m_theme.folder(), m_prompts, m_guard, m_runLong, &m_window);
     restore->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(restore, &frmRestore::restored, &m_window, m_restored);
     restore->open();

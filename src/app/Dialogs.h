@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Progress.h"
+
 #include <QString>
 
 #include <functional>
@@ -27,7 +29,8 @@ public:
     // `showSource` turns to the Source tab; `restored` is given the path of a file that was written anew from
     // one of its versions.
     Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Prompts &prompts, Guard guard,
-            std::function<void()> showSource, std::function<void(const QString &path)> restored);
+            std::function<void()> showSource, std::function<void(const QString &path)> restored,
+            LongRun runLong);
     ~Dialogs();
 
     void addCommands(Commands &menu);
@@ -45,6 +48,7 @@ private:
     Guard m_guard;
     std::function<void()> m_showSource;
     std::function<void(const QString &)> m_restored;
+    LongRun m_runLong;
     QAction *m_findNext; // F3
     std::unique_ptr<frmWidget> m_properties;
     std::unique_ptr<frmReplace> m_replace;

@@ -9,14 +9,12 @@
 #include <QBoxLayout>
 #include <QFileInfo>
 #include <QFontDatabase>
-#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScopeGuard>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSplitter>
@@ -69,9 +67,9 @@ void showLines(QPlainTextEdit &box, const QList<VersionPreview::Line> &lines)
 
 } // namespace
 
-frmRestore::frmRestore(const QString &theme, Prompts &prompts, Guard guard, QWidget *parent)
+frmRestore::frmRestore(const QString &theme, Prompts &prompts, Guard guard, LongRun runLong, QWidget *parent)
     : QDialog(parent), m_theme(theme), m_prompts(prompts), m_guard(std::move(guard)),
-      m_rows({tr("File"), tr("Date"), tr("Bytes")}),
+      m_runLong(std::move(runLong)), m_rows({tr("File"), tr("Date"), tr("Bytes")}),
       txtFilter(named(new QLineEdit, "txtFilter", tr("Show only files whose names hold this text"))),
       lvVersions(new ListView(QStringLiteral("lvVersions"), tr("Versions kept, newest first"), m_rows)),
       m_difference(new QWidget), lblEmpty(named(new QLabel, "lblEmpty", tr("Why the list is empty"))),
@@ -162,10 +160,9 @@ QLayout *frmRestore::makeButtons()
 
 void frmRestore::loadVersions()
 {
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    const auto restore = qScopeGuard([] { QGuiApplication::restoreOverrideCursor(); });
     if (!m_theme.isEmpty())
-        m_versions = versionsBelow(m_theme);
+        m_runLong(tr("Looking for versions"),
+                  [this](const Progress &progress) { m_versions = versionsBelow(m_theme, progress); });
     m_all.clear();
     for (const Version &version : std::as_const(m_versions))
         m_all.append({version.name, {timeText(version), QString::number(version.size)}});
@@ -249,8 +246,8 @@ void frmRestore::cmdRestore_Click()
         return;
     m_guard([&] {
         RestoreFile(version.path, version.copy);
-        loadVersions();
         emit restored(version.path);
+        loadVersions();
     });
 }
 

@@ -27,7 +27,8 @@ public:
     using Guard = std::function<void(const std::function<void()> &)>;
 
     // `theme` is the folder of the open theme; empty where none is open.
-    frmRestore(const QString &theme, Prompts &prompts, Guard guard, QWidget *parent);
+    // Cancelled comes through where the person does not wait for the list.
+    frmRestore(const QString &theme, Prompts &prompts, Guard guard, LongRun runLong, QWidget *parent);
 
 signals:
     // A file was written anew from one of its versions; its path is below the theme's folder as that was
@@ -51,6 +52,7 @@ private:
     QString m_theme;
     Prompts &m_prompts;
     Guard m_guard;
+    LongRun m_runLong;
     QList<Version> m_versions;  // newest first
     QList<ListRows::Row> m_all; // how each is shown
     QList<qsizetype> m_shown;   // by row, its place in m_versions

@@ -189,7 +189,7 @@ void frmSkin::makeMenu()
     m_dialogs = std::make_unique<Dialogs>(
         *this, *m_sourceTab, m_theme, m_prompts, [this](const auto &command) { guarded(command); },
         [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); },
-        [this](const QString &path) { fileRestored(path); });
+        [this](const QString &path) { fileRestored(path); }, m_runLong);
     m_dialogs->addCommands(m_menu);
     m_recent = std::make_unique<RecentThemes>(*m_menu.menu("mnuRecentThemes"),
                                               [this](const QString &folder) { openTheme(folder); });
