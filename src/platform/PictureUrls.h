@@ -1,7 +1,11 @@
 #pragma once
 
+#include <QFile>
+#include <QHash>
 #include <QString>
 #include <QUrl>
+
+#include <memory>
 
 namespace quillmere {
 
@@ -11,7 +15,8 @@ inline constexpr char kPictureScheme[] = "quillmere";
 QUrl pictureUrl(const QString &path);
 QString picturePath(const QUrl &url);
 
-// The page with the path of every url('PATH') turned into a URL of our scheme; empty ones stay.
+// The page with the path of every url('PATH') turned into a URL of our scheme, with the time of the file's
+// last change as its query where there is such a file; empty ones stay.
 QString withPictureUrls(const QString &page);
 
 // The same for a long page, piece by piece: all pieces together are that text.
@@ -27,10 +32,15 @@ public:
 private:
     QString m_page;
     qsizetype m_done = 0;
+    QHash<QString, QString> m_urls; // by path: large pages name the same few pictures again and again
 };
 
 // The picture a page may have: the canonical path of an existing picture file (by its name: png, jpg, jpeg,
 // gif, bmp, webp, svg, ico) below `themeFolder` once symbolic links are followed; empty for anything else.
 QString admittedPicture(const QUrl &url, const QString &themeFolder);
+
+// Opens the picture at a path that admittedPicture() gave. Null when it is larger than 64 MB, cannot be read,
+// or something else has come to its place since.
+std::unique_ptr<QFile> openPicture(const QString &path);
 
 } // namespace quillmere

@@ -1,8 +1,11 @@
 #include "platform/WebBrowser.h"
 
+#include <QChildEvent>
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QDragEnterEvent>
 #include <QFile>
+#include <QImageReader>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QMetaMethod>
@@ -16,6 +19,8 @@
 #include <QWebEngineUrlScheme>
 #include <QWebEngineUrlSchemeHandler>
 
+#include <utility>
+
 namespace quillmere {
 
 namespace {
@@ -24,6 +29,14 @@ constexpr int kMostDeaths = 3;
 constexpr int kPollInterval = 15;          // ms
 constexpr qsizetype kMostAtOnce = 1 << 19; // units; a longer page is sent in pieces
 constexpr qsizetype kPiece = 1 << 16;      // units; a millisecond's work or two
+constexpr int kPatience = 10000;           // ms for the renderer to take a page
+
+// A page beyond these holds the renderer for minutes and takes memory by the gigabyte. A window of 10,000
+// widgets has about a third of either.
+constexpr qsizetype kMostCharacters = 16 * 1024 * 1024;
+constexpr qsizetype kMostTags = 300000;
+
+constexpr qint64 kMostPixels = 64 * 1024 * 1024; // of one picture: 256 MB in the renderer
 
 const QUrl kBlank(QStringLiteral("about:blank"));
 
@@ -57,11 +70,30 @@ protected:
                                   const QString &) override
     {
     }
+    void javaScriptAlert(const QUrl &, const QString &) override {}
+    bool javaScriptConfirm(const QUrl &, const QString &) override { return false; }
+    bool javaScriptPrompt(const QUrl &, const QString &, const QString &, QString *) override
+    {
+        return false;
+    }
     QStringList chooseFiles(FileSelectionMode, const QStringList &, const QStringList &) override
     {
         return {};
     }
 };
+
+// A file of some kilobytes can stand for gigabytes of pixels. Formats that say nothing of their size in a
+// header, like drawings, are not asked.
+bool fitsInMemory(QFile &picture)
+{
+    QImageReader reader(&picture);
+    qint64 pixels = 0;
+    if (!reader.format().startsWith("svg")) {
+        const QSize size = reader.size();
+        pixels = qint64(size.width()) * size.height();
+    }
+    return picture.seek(0) && pixels <= kMostPixels;
+}
 
 // The window of a page scrolls by the rule of its root element; without one there it goes by that of the
 // body, which is where pages forbid it.
@@ -107,17 +139,14 @@ public:
     void requestStarted(QWebEngineUrlRequestJob *job) override
     {
         const QString path = admittedPicture(job->requestUrl(), themeFolder);
-        if (path.isEmpty()) {
+        std::unique_ptr<QFile> file = path.isEmpty() ? nullptr : openPicture(path);
+        if (!file || !fitsInMemory(*file)) {
             job->fail(QWebEngineUrlRequestJob::UrlNotFound);
             return;
         }
-        auto *file = new QFile(path, job);
-        if (!file->open(QIODevice::ReadOnly)) {
-            job->fail(QWebEngineUrlRequestJob::RequestFailed);
-            return;
-        }
         const QMimeType type = QMimeDatabase().mimeTypeForFile(path, QMimeDatabase::MatchExtension);
-        job->reply(type.name().toLatin1(), file);
+        file->setParent(job);
+        job->reply(type.name().toLatin1(), file.release());
     }
 };
 
@@ -139,6 +168,17 @@ WebBrowser::WebBrowser(QWidget *parent)
     connect(m_profile.get(), &QWebEngineProfile::downloadRequested, this,
             [](QWebEngineDownloadRequest *download) { download->cancel(); });
 
+    setAcceptDrops(false);
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(kPatience);
+    connect(&m_patience, &QTimer::timeout, this, &WebBrowser::onPatienceEnded);
+    m_nextPiece.setInterval(0);
+    connect(&m_nextPiece, &QTimer::timeout, this, &WebBrowser::sendPiece);
+    enterCell();
+}
+
+void WebBrowser::enterCell()
+{
     auto *cell = new CellPage(m_profile.get(), this);
     QWebEngineSettings *settings = cell->settings();
     for (QWebEngineSettings::WebAttribute off :
@@ -150,18 +190,20 @@ WebBrowser::WebBrowser(QWidget *parent)
           QWebEngineSettings::AutoLoadIconsForPage, QWebEngineSettings::PdfViewerEnabled,
           QWebEngineSettings::NavigateOnDropEnabled, QWebEngineSettings::DnsPrefetchEnabled})
         settings->setAttribute(off, false);
-    setPage(cell);
-    setAcceptDrops(false);
-
+    settings->setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
     connect(cell, &QWebEnginePage::loadFinished, this, [this](bool) {
         if (m_ready)
             return; // closing a written document counts as a load too
         m_ready = true;
         writeNext();
     });
-    m_nextPiece.setInterval(0);
-    connect(&m_nextPiece, &QTimer::timeout, this, &WebBrowser::sendPiece);
+    connect(cell, &QWebEnginePage::featurePermissionRequested, cell,
+            [cell](const QUrl &origin, QWebEnginePage::Feature feature) {
+                cell->setFeaturePermission(origin, feature, QWebEnginePage::PermissionDeniedByUser);
+            });
     connect(cell, &QWebEnginePage::renderProcessTerminated, this, &WebBrowser::onTerminated);
+    setPage(cell);
+    delete std::exchange(m_cell, cell); // and its renderer with it
     setUrl(kBlank);
 }
 
@@ -171,7 +213,7 @@ WebBrowser::~WebBrowser()
     ++m_writes;
     m_waiting.reset();
     stopPieces();
-    delete page(); // before its profile goes
+    delete m_cell; // before its profile goes
 }
 
 void WebBrowser::setThemeFolder(const QString &folder)
@@ -195,7 +237,9 @@ void WebBrowser::write(const QString &page)
         stopPieces(); // nobody will see that page any more
         m_busy = false;
     }
-    if (m_ready && !m_busy)
+    if (m_overdue)
+        changeCell();
+    else if (m_ready && !m_busy)
         writeNext();
 }
 
@@ -203,11 +247,17 @@ void WebBrowser::writeNext()
 {
     if (!m_waiting)
         return;
+    if (m_waiting->size() > kMostCharacters || m_waiting->count(u'<') > kMostTags) {
+        m_waiting.reset();
+        emit failed(tr("The window is too large for the preview, which stays as it was."));
+        return;
+    }
     if (*m_waiting != m_current)
         m_deaths = 0;
     m_current = std::move(*m_waiting);
     m_waiting.reset();
     m_busy = true;
+    m_patience.start();
     if (m_current.size() <= kMostAtOnce) {
         put(quoted(withPictureUrls(m_current)));
         return;
@@ -242,7 +292,8 @@ void WebBrowser::put(const QString &pageExpression)
                           [this, number](const QVariant &) {
                               if (number != m_writes)
                                   return;
-                              m_busy = false;
+                              m_busy = m_overdue = false;
+                              m_patience.stop();
                               if (m_waiting) {
                                   writeNext();
                                   return;
@@ -273,12 +324,35 @@ void WebBrowser::pollDrawn()
                           });
 }
 
-void WebBrowser::onTerminated()
+void WebBrowser::forgetWrite()
 {
     ++m_writes; // whatever was under way is not going to answer
     stopPieces();
-    m_ready = false;
-    m_busy = false;
+    m_ready = m_busy = m_overdue = false;
+    m_patience.stop();
+}
+
+// A page that is only slow is waited for as long as nothing newer is there to be shown instead.
+void WebBrowser::onPatienceEnded()
+{
+    if (m_waiting) {
+        changeCell();
+        return;
+    }
+    m_overdue = true;
+    emit failed(tr("The preview takes long for this window and is behind; typing goes on."));
+}
+
+void WebBrowser::changeCell()
+{
+    forgetWrite();
+    // Later: this may be a slot of the page that goes.
+    QTimer::singleShot(0, this, &WebBrowser::enterCell);
+}
+
+void WebBrowser::onTerminated()
+{
+    forgetWrite();
     if (++m_deaths > kMostDeaths) {
         m_waiting.reset();
         emit failed(
@@ -287,12 +361,24 @@ void WebBrowser::onTerminated()
         m_waiting = m_current;
     }
     // Reloading from inside the notice of death would be lost with the dying process.
-    QTimer::singleShot(0, this, [this] { setUrl(kBlank); });
+    QTimer::singleShot(0, page(), [this] { setUrl(kBlank); });
 }
 
 void WebBrowser::dragEnterEvent(QDragEnterEvent *event)
 {
     event->ignore();
+}
+
+// The browser has dialogs of its own, such as that of a colour box in a form, and asks nobody before it opens
+// them.
+void WebBrowser::childEvent(QChildEvent *event)
+{
+    QWebEngineView::childEvent(event);
+    auto *dialog = event->polished() ? qobject_cast<QDialog *>(event->child()) : nullptr;
+    if (!dialog)
+        return;
+    dialog->setAttribute(Qt::WA_DontShowOnScreen);
+    QTimer::singleShot(0, dialog, &QDialog::reject);
 }
 
 void WebBrowser::contextMenuEvent(QContextMenuEvent *event)

@@ -29,8 +29,9 @@ public:
 
     void setThemeFolder(const QString &folder);
 
-    // Writes the page when the browser is free. While it is busy only the newest page waits. The scroll
-    // position stays and the focus is not touched.
+    // Writes the page when the browser is free. While it is busy only the newest page waits; it gets a new
+    // renderer when the old one is still busy after ten seconds. The scroll position stays and the focus is
+    // not touched.
     void write(const QString &page);
     // Whether what lies beyond the view can be scrolled to, although the page itself forbids it.
     void setScrollable(bool scrollable);
@@ -41,26 +42,35 @@ signals:
     void written();
     // The page's pictures have been loaded and it has been laid out since.
     void drawn();
-    // The browser gave up on a page that keeps killing it.
+    // The newest page is not shown, or not yet: it keeps killing the renderer, is too large, or takes long.
     void failed(const QString &reason);
 
 protected:
+    // No dialog of the browser is shown.
+    void childEvent(QChildEvent *event) override;
     // Files dropped on the preview are not opened.
     void dragEnterEvent(QDragEnterEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    void enterCell();
+    void changeCell();
     void writeNext();
     void sendPiece();
     void put(const QString &pageExpression);
     void stopPieces();
+    void forgetWrite();
     void pollDrawn();
+    void onPatienceEnded();
     void onTerminated();
 
     std::unique_ptr<QWebEngineProfile> m_profile;
     std::unique_ptr<PictureHandler> m_pictures;
+    QWebEnginePage *m_cell = nullptr;
     bool m_ready = false; // "about:blank" has been loaded
     bool m_busy = false;
+    bool m_overdue = false; // the page under way has used up the patience
+    QTimer m_patience;
     bool m_scrollable = false;
     int m_deaths = 0;
     int m_writes = 0;

@@ -112,6 +112,12 @@ private slots:
             withPictureUrls(
                 QStringLiteral("url('') url('C:\\\u0436.png') url(a) url(\"b\") url( 'c') url('d")),
             QStringLiteral("url('') url('quillmere:/C%3A/%D0%B6.png') url(a) url(\"b\") url( 'c') url('d"));
+        const TestFiles files({"a.png"});
+        const qint64 written =
+            QFileInfo(files.path(QStringLiteral("a.png"))).lastModified().toMSecsSinceEpoch();
+        QCOMPARE(
+            withPictureUrls(QString(u"url('" + files.path(QStringLiteral("a.png")) + u"')")),
+            QString(u"url('quillmere:" + files.folder() + u"/a.png?" + QString::number(written) + u"')"));
         // As it comes back from the browser.
         const QString path = withOwnSeparators(u"//s/a'b\"(c)[d]{e}&;=+@:!$,~*%41%2f#?./../\u0436.png");
         QCOMPARE(picturePath(QUrl::fromEncoded(pictureUrl(path).toEncoded())), path);
@@ -178,6 +184,19 @@ private slots:
         QCOMPARE(admittedPicture(url, {}), QString());
         url.setScheme(QStringLiteral("file"));
         QCOMPARE(admittedPicture(url, theme), QString());
+    }
+
+    void opensWhatWasAdmitted()
+    {
+        const TestFiles files({"theme/a.png"});
+        const QString folder = QFileInfo(files.folder()).canonicalFilePath();
+        QVERIFY(QFile::link(folder + u"/theme/a.png", folder + u"/theme/link.png"));
+        QVERIFY(QFile::link(folder + u"/theme", folder + u"/folder"));
+        QCOMPARE(::mkfifo(qPrintable(folder + u"/theme/pipe.png"), 0600), 0);
+        QVERIFY(openPicture(folder + u"/theme/a.png"));
+        // What may have come there since.
+        for (const char *other : {"/theme/link.png", "/folder/a.png", "/theme/pipe.png", "/theme", "/none"})
+            QVERIFY2(!openPicture(folder + QLatin1String(other)), other);
     }
 };
 
