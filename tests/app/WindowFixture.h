@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QPointer>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTest>
@@ -113,13 +114,17 @@ public:
         QObject::connect(wb, &WebBrowser::written, &loop, &QEventLoop::quit);
         if (wb->isBusy())
             loop.exec();
-        QVariant answer;
-        wb->page()->runJavaScript(script, QWebEngineScript::ApplicationWorld, [&](const QVariant &value) {
-            answer = value;
-            loop.quit();
-        });
+        // A browser that hangs answers when nobody waits any more.
+        const auto answer = std::make_shared<QVariant>();
+        const QPointer<QEventLoop> waiting = &loop;
+        wb->page()->runJavaScript(script, QWebEngineScript::ApplicationWorld,
+                                  [answer, waiting](const QVariant &value) {
+                                      *answer = value;
+                                      if (waiting)
+                                          waiting->quit();
+                                  });
         loop.exec();
-        return answer;
+        return *answer;
     }
     // A computed style of the block with this name.
     QString style(const QString &block, const QString &property) const

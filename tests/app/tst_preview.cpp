@@ -58,8 +58,6 @@ class TestPreview : public QObject
 private slots:
     void exampleInTheBrowser();
     void keyToPage();
-    void cell_data();
-    void cell();
     void brokenTheme();
     void render();
 };
@@ -147,53 +145,6 @@ void TestPreview::keyToPage()
                 .toString()
                 .startsWith(QStringLiteral("Textxxxx")));
     QVERIFY(source->hasFocus());
-}
-
-void TestPreview::cell_data()
-{
-    QTest::addColumn<QByteArray>("markup");
-    QTest::newRow("script") << QByteArray("<script>document.title='out'</script>");
-    QTest::newRow("event") << QByteArray("<img src='x' onerror=\"document.title='out'\">");
-    QTest::newRow("file picture") << QByteArray("<img id='probe' src='file:///OUTSIDE/secret.png'>");
-    QTest::newRow("picture above the theme")
-        << QByteArray("<img id='probe' src='quillmere:/OUTSIDE/secret.png'>");
-    QTest::newRow("frame") << QByteArray("<iframe src='file:///etc/passwd'></iframe>");
-    QTest::newRow("refresh") << QByteArray("<meta http-equiv='refresh' content='0;url=file:///etc/passwd'>");
-    QTest::newRow("import") << QByteArray("<style>@import url(file:///OUTSIDE/a.css);</style>");
-    QTest::newRow("name that ends the style")
-        << QByteArray("<widget name=\"a{}</style><script>document.title='out'</script>\">");
-    QTest::newRow("string that ends the script")
-        << QByteArray("<string>\"]);document.title='out';//</script></string>");
-}
-
-void TestPreview::cell()
-{
-    QFETCH(QByteArray, markup);
-    Window window;
-    markup.replace("OUTSIDE", window.files.folder().mid(1).toUtf8());
-    window.files.write(QStringLiteral("theme/theme.xml"), theme("<widget class=\"window\" name=\"w\"/>"));
-    window.files.write(QStringLiteral("theme/widget.xml"), "<widget class=\"window\" name=\"w\"/>");
-    window.files.write(QStringLiteral("theme/w.xml"),
-                       "<widget name=\"w\"><property></property>" + markup + "</widget>");
-    QImage secret(40, 30, QImage::Format_RGB32);
-    secret.fill(Qt::red);
-    QVERIFY(secret.save(window.files.path(QStringLiteral("secret.png"))));
-    window.files.write(QStringLiteral("a.css"), "#w { color: rgb(1, 2, 3) }");
-    const QByteArray before = window.files.read(QStringLiteral("theme/w.xml"));
-
-    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
-    openWindow(window, QStringLiteral("w"));
-    QCOMPARE(window.js(QStringLiteral("document.getElementById('w') != null")).toBool(), true);
-    QTest::qWait(100); // time for whatever must not happen
-    QCOMPARE(window.js(QStringLiteral("document.title")).toString(), QStringLiteral("Tes Skin"));
-    QCOMPARE(window.js(QStringLiteral("location.href")).toString(), QStringLiteral("about:blank"));
-    QVERIFY(
-        !window.js(QStringLiteral("document.body.innerHTML")).toString().contains(QStringLiteral("root:")));
-    const QVariant width =
-        window.js(QStringLiteral("(document.getElementById('probe')||{}).naturalWidth||0"));
-    QCOMPARE(width.toInt(), 0);
-    QVERIFY(window.style(QStringLiteral("w"), QStringLiteral("color")) != QStringLiteral("rgb(1, 2, 3)"));
-    QCOMPARE(window.files.read(QStringLiteral("theme/w.xml")), before);
 }
 
 void TestPreview::brokenTheme()
