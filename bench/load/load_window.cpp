@@ -7,6 +7,7 @@
 // window from handling it counts.
 
 #include "app/frmSkin.h"
+#include "platform/Backups.h"
 #include "platform/ListView.h"
 #include "platform/Memory.h"
 #include "platform/ProgramFolder.h"
