@@ -12,6 +12,7 @@ namespace quillmere {
 namespace {
 
 constexpr qint64 kMostInPass = 8'000'000; // ns
+constexpr qsizetype kLongestLine = 20000; // units; a longer one stays plain, or laying it out takes minutes
 
 // A line keeps the state that it leaves to the next one, and a bit that says nothing but that it has been
 // turned over: the pass goes on as long as what is kept changes.
@@ -63,7 +64,8 @@ void SourceHighlighter::highlightBlock(const QString &line)
         return;
     }
     LineState state = stateOf(previousBlockState());
-    for (const TokenSpan &span : tokensOf(line, state))
+    const QList<TokenSpan> spans = tokensOf(line, state);
+    for (const TokenSpan &span : line.size() <= kLongestLine ? spans : QList<TokenSpan>())
         setFormat(int(span.start), int(span.length), m_formats[size_t(span.token)]);
     const bool bit = currentBlockState() >= 0 && (currentBlockState() & 1);
     setCurrentBlockState(kept(state, bit != (currentBlock().blockNumber() < m_through)));
