@@ -77,7 +77,8 @@ QUrl pictureUrl(const QString &path)
 
 QString picturePath(const QUrl &url)
 {
-    QString path = url.path(QUrl::FullyDecoded);
+    // The library decodes no letter that it takes for none, as U+FFFF; a file may have it in its name.
+    QString path = QUrl::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
 #ifdef Q_OS_WIN
     if (path.startsWith(u'/') && path.size() > 2 && path[2] == u':')
         path.remove(0, 1);
