@@ -32,6 +32,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <utility>
 
 using namespace quillmere;
 
@@ -75,6 +76,30 @@ double workOfThread()
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &worked);
     return double(worked.tv_sec) * 1e3 + double(worked.tv_nsec) / 1e6;
 }
+
+// Notes the event that took most work since it was asked last: a key may have to wait for any of them.
+class TimedApplication : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject *receiver, QEvent *event) override
+    {
+        if (m_depth > 0)
+            return QApplication::notify(receiver, event);
+        ++m_depth;
+        const double before = workOfThread();
+        const bool result = QApplication::notify(receiver, event);
+        m_most = std::max(m_most, workOfThread() - before);
+        --m_depth;
+        return result;
+    }
+    double takeMost() { return std::exchange(m_most, 0); }
+
+private:
+    int m_depth = 0;
+    double m_most = 0; // ms
+};
 
 struct Blocked
 {
@@ -193,6 +218,8 @@ private:
     QList<Blocked> type(const QList<Key> &keys, int interval)
     {
         QList<Blocked> blocked;
+        auto *timed = static_cast<TimedApplication *>(qApp);
+        timed->takeMost(); // that of whatever was before
         for (const Key &key : keys) {
             QElapsedTimer clock;
             clock.start();
@@ -201,6 +228,7 @@ private:
             press(key);
             blocked.append({double(clock.nsecsElapsed()) / 1e6 - interval, workOfThread() - before});
         }
+        m_mostOfEvents = std::max(m_mostOfEvents, timed->takeMost());
         return blocked;
     }
 
@@ -219,8 +247,10 @@ private:
                 .arg(at(0.95), 6, 'f', 1)
                 .arg(sorted.last(), 6, 'f', 1);
         };
-        m_out << line(&Blocked::time) << "; worked " << line(&Blocked::work) << ": " << what << " ("
+        m_out << line(&Blocked::time) << "; worked " << line(&Blocked::work)
+              << QStringLiteral(", for any event %1 ms: ").arg(m_mostOfEvents, 5, 'f', 1) << what << " ("
               << keys.size() << " keys)" << Qt::endl;
+        m_mostOfEvents = 0;
     }
 
     void caretTo(const QString &text)
@@ -388,6 +418,7 @@ private:
     frmSkin m_skin;
     WebBrowser *m_browser;
     SourceBox *m_source;
+    double m_mostOfEvents = 0; // ms, while keys were typed since the last report
 };
 
 } // namespace
@@ -401,7 +432,7 @@ int main(int argc, char **argv)
     QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
     QCoreApplication::setApplicationName(QStringLiteral("load_window"));
     WebBrowser::registerScheme();
-    const QApplication app(argc, argv);
+    const TimedApplication app(argc, argv);
     const QString theme = QApplication::arguments().value(1);
     if (theme.isEmpty()) {
         QTextStream(stderr) << "load_window FOLDER/theme\n";

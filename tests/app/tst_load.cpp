@@ -5,6 +5,7 @@
 
 #include <QClipboard>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -71,6 +72,7 @@ class TestLoad : public QObject
 private slots:
     void drawsWhenTypingPauses();
     void catchesUpFirst();
+    void setsPropertiesOfTheNewestText();
     void smallWindowAtOnce();
     void coloursInPortions();
     void cancelsScan();
@@ -136,6 +138,25 @@ void TestLoad::catchesUpFirst()
     QCOMPARE(window.blocks->index(1, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Checked));
     QVERIFY(window.catchesUp());
     QCOMPARE(window.style(QStringLiteral("t2"), QStringLiteral("display")), QStringLiteral("none"));
+}
+
+void TestLoad::setsPropertiesOfTheNewestText()
+{
+    LargeWindow window;
+    emit window.find<ListView>("lvBlock")->rowOpened(7);
+    QWidget *dialog = nullptr;
+    for (QWidget *top : QApplication::topLevelWidgets())
+        dialog = top->objectName() == u"frmWidget" && top->isVisible() ? top : dialog;
+    QVERIFY(dialog);
+    auto *properties = dialog->findChild<ListView *>(QStringLiteral("lvBlock"));
+    properties->setCurrentIndex(properties->model()->index(0, 0));
+    emit properties->rowOpened(0);
+    dialog->findChild<QLineEdit *>(QStringLiteral("txtTxt"))->setText(QStringLiteral("set"));
+    window.source->select(window.source->text().indexOf(QStringLiteral("<rect>[7,")) + 7, 0);
+    QTest::keyClicks(window.source, QStringLiteral("555"));
+    dialog->findChild<QPushButton *>(QStringLiteral("cmdTxt"))->click();
+    QVERIFY(window.source->text().contains(
+        QStringLiteral("name=\"t7\">\r\n<property>\r\n<string>set</string>\r\n<rect>[5557,2,60,24]</rect>")));
 }
 
 void TestLoad::smallWindowAtOnce()
