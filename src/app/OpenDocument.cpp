@@ -11,6 +11,8 @@
 #include "widgets/SavedText.h"
 #include "widgets/SourceBox.h"
 
+#include <QFileInfo>
+
 namespace quillmere {
 
 OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status,
@@ -21,6 +23,7 @@ OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &s
       m_recovery(new Recovery(source, *status.offers, this))
 {
     connect(m_recovery, &Recovery::hint, &m_status, &StatusLine::say);
+    connect(m_recovery, &Recovery::restored, this, &OpenDocument::textRestored);
     m_recovery->opened({});
 }
 
@@ -31,14 +34,17 @@ QString OpenDocument::path() const
 
 void OpenDocument::open(const QString &path)
 {
-    m_recovery->keepNow();
+    const QString before = m_recovery->keepNow() ? this->path() : QString();
     DecodedText file;
     m_runLong(tr("Opening the window"),
               [&](const Progress &progress) { file = LoadForEditing(path, progress); });
     m_frame.setCaption(path);
     m_status.showCodePage(file.page);
     m_source.setText(FormatXML(file.text));
-    m_status.say(path);
+    m_status.say(before.isEmpty() || before == path
+                     ? path
+                     : tr("%1. The unsaved text of %2 is kept and offered when that is opened again.")
+                           .arg(path, QFileInfo(before).fileName()));
     m_recovery->opened(path);
     // What is unsaved is kept by opening and offered again afterwards.
     m_outside.watch(QStringLiteral("document"), {{path, [this, path] { m_guard([&] { open(path); }); }, {}}});

@@ -39,6 +39,10 @@ public:
     // lose it.
     bool mayClose();
 
+signals:
+    // An unsaved text that was offered is in the source box.
+    void textRestored();
+
 private:
     SourceBox &m_source;
     PreviewFrame &m_frame;

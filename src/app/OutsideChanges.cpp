@@ -149,8 +149,15 @@ void OutsideChanges::offerReload(const QList<File> &changed)
         names.append(QFileInfo(file.path).fileName());
         edited = edited || (file.isEdited && file.isEdited());
     }
-    QString text = changed.size() == 1 ? tr("%1 was changed by another program.").arg(names.first())
-                                       : tr("%1 files were changed by another program.").arg(changed.size());
+    QString text;
+    if (names.size() == 1)
+        text = tr("%1 was changed by another program.").arg(names[0]);
+    else if (names.size() == 2)
+        text = tr("%1 and %2 were changed by another program.").arg(names[0], names[1]);
+    else
+        text = tr("%1, %2 and %3 more files were changed by another program.")
+                   .arg(names[0], names[1])
+                   .arg(names.size() - 2);
     if (edited)
         text += tr(" Reloading drops what you changed in the list.");
     const auto settle = [this, changed] {

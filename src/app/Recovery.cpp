@@ -1,6 +1,7 @@
 #include "app/Recovery.h"
 
 #include "app/OfferBar.h"
+#include "platform/LoadedFiles.h"
 #include "platform/RunTimeError.h"
 #include "widgets/SourceBox.h"
 
@@ -38,6 +39,11 @@ Recovery::~Recovery()
 
 void Recovery::textChanged()
 {
+    if (m_wasOffered && !m_source.document()->isModified()) {
+        // Taken back, and worth keeping all the same; what is typed next goes elsewhere.
+        m_file.clear();
+        m_wasOffered = false;
+    }
     // Also when all changes were taken back: what was kept of them goes then.
     if (m_kept)
         m_sinceKept.start();
@@ -50,9 +56,10 @@ void Recovery::keepInBackground()
     if (m_kept || !startFile())
         return;
     m_kept = true;
-    m_writer.start([this, file = m_file, document = m_document, text = m_source.text()] {
+    m_writer.start([this, file = m_file, document = m_document, text = m_source.text(),
+                    base = loadedFingerprint(m_document)] {
         try {
-            keepUnsaved(file, document, text);
+            keepUnsaved(file, document, text, base);
         } catch (const RunTimeError &error) {
             QMetaObject::invokeMethod(this, [this, message = error.message()] {
                 m_kept = false;
@@ -76,14 +83,15 @@ bool Recovery::startFile()
     return true;
 }
 
-void Recovery::keepNow()
+bool Recovery::keepNow()
 {
     m_pause.stop();
     m_writer.waitForDone();
     if (!startFile())
-        return;
-    keepUnsaved(m_file, m_document, m_source.text());
+        return false;
+    keepUnsaved(m_file, m_document, m_source.text(), loadedFingerprint(m_document));
     m_kept = true;
+    return true;
 }
 
 void Recovery::opened(const QString &document)
@@ -91,6 +99,7 @@ void Recovery::opened(const QString &document)
     m_pause.stop();
     m_kept = true;
     m_file.clear();
+    m_wasOffered = false;
     m_document = document;
     m_offered = unsavedTextsOf(document);
     const QString loaded = m_source.text();
@@ -111,6 +120,7 @@ void Recovery::saved()
     if (!m_file.isEmpty())
         QFile::remove(m_file);
     m_file.clear();
+    m_wasOffered = false;
 }
 
 void Recovery::offerNext()
@@ -118,7 +128,10 @@ void Recovery::offerNext()
     m_offers.withdraw(kKey);
     if (m_offered.isEmpty())
         return;
-    m_offers.offer(kKey, tr("Unsaved text of %1.").arg(shownTime(m_offered.first().time)),
+    QString text = tr("Unsaved text of %1.").arg(shownTime(m_offered.first().time));
+    if (m_offered.first().base != loadedFingerprint(m_document))
+        text += tr(" The file has changed since.");
+    m_offers.offer(kKey, text,
                    {{tr("Restore"), [this] { restore(); }}, {tr("Discard"), [this] { discard(); }}});
 }
 
@@ -126,13 +139,12 @@ void Recovery::restore()
 {
     const UnsavedText kept = m_offered.takeFirst();
     m_source.rewrite(kept.text);
-    try {
-        keepNow(); // in the file of this session, before the other one goes
-        QFile::remove(kept.file);
-    } catch (const RunTimeError &error) {
-        emit hint(error.message()); // it stays where it was
-    }
+    m_file = kept.file; // what was typed until now stays in the file it had
+    m_wasOffered = true;
+    if (kept.base != loadedFingerprint(m_document))
+        noteLoadedAs(m_document, kept.base); // so that saving it says what it would write over
     offerNext();
+    emit restored();
     emit hint(tr("Unsaved text restored; Ctrl+Z takes it back."));
 }
 

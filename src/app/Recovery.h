@@ -22,8 +22,9 @@ public:
     Recovery(SourceBox &source, OfferBar &offers, QObject *parent = nullptr);
     ~Recovery() override;
 
-    // Keeps what is unsaved now. RunTimeError says why it cannot be kept; the text must not be given up then.
-    void keepNow();
+    // Keeps what is unsaved now; false where there is nothing. RunTimeError says why it cannot be kept; the
+    // text must not be given up then.
+    bool keepNow();
     // Another document (its path) is in the source box.
     void opened(const QString &document);
     // The text of the source box is in its file.
@@ -31,6 +32,8 @@ public:
 
 signals:
     void hint(const QString &text);
+    // What was offered is in the source box.
+    void restored();
 
 private:
     void textChanged();
@@ -44,6 +47,7 @@ private:
     OfferBar &m_offers;
     QString m_document;
     QString m_file;               // that the text goes to; empty until it is first kept
+    bool m_wasOffered = false;    // it is one that was restored
     QList<UnsavedText> m_offered; // those of this document that nobody has decided about, newest first
     bool m_kept = true;           // the text is in its file, or needs none
     QTimer m_pause;               // since the last key

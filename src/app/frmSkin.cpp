@@ -127,6 +127,8 @@ void frmSkin::makeTabs()
 void frmSkin::connectTabs()
 {
     connect(m_outside, &OutsideChanges::hint, m_status, &StatusLine::say);
+    connect(m_document, &OpenDocument::textRestored, this,
+            [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); });
     connect(m_outside, &OutsideChanges::reloaded, this,
             [this] { BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
     connect(TabStrip4, &TabStrip::currentChanged, this, &frmSkin::TabStrip4_Click);

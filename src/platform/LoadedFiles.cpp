@@ -69,6 +69,18 @@ QByteArray fingerprintOf(const QString &path)
     return bytes ? fingerprint(*bytes) : QByteArray();
 }
 
+QByteArray loadedFingerprint(const QString &path)
+{
+    return loadedFiles().value(keyOf(path)).fingerprint;
+}
+
+void noteLoadedAs(const QString &path, const QByteArray &fingerprint)
+{
+    const auto loaded = loadedFiles().find(keyOf(path));
+    if (loaded != loadedFiles().end())
+        loaded->fingerprint = fingerprint;
+}
+
 bool changedOutside(const QString &path)
 {
     const auto loaded = loadedFiles().constFind(keyOf(path));

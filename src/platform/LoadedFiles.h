@@ -36,6 +36,11 @@ private:
 // come or gone since. False for a file that was never loaded for editing. Reads the file.
 bool changedOutside(const QString &path);
 
+// What the file held then, as fingerprintOf; empty where it was not there or never loaded for editing.
+QByteArray loadedFingerprint(const QString &path);
+// The text in hand was made from this older content of a file that was loaded for editing.
+void noteLoadedAs(const QString &path, const QByteArray &fingerprint);
+
 // What tells two contents of a file apart; empty where there is no such file.
 QByteArray fingerprintOf(const QString &path);
 

@@ -34,14 +34,16 @@ QByteArray toBytes(const QString &text)
     return QByteArray(reinterpret_cast<const char *>(marked.constData()), marked.size() * 2);
 }
 
-std::optional<QString> fromBytes(const QByteArray &bytes)
+// The text and what it was made from.
+std::optional<UnsavedText> fromBytes(const QByteArray &bytes)
 {
     QString text(bytes.size() / 2, Qt::Uninitialized);
     std::copy_n(bytes.constData(), text.size() * 2, reinterpret_cast<char *>(text.data()));
-    const qsizetype path = text.indexOf(u'\n');
-    if (!text.startsWith(QChar(QChar::ByteOrderMark)) || path < 0)
+    const qsizetype end = text.indexOf(u'\n');
+    if (!text.startsWith(QChar(QChar::ByteOrderMark)) || end < 0)
         return {};
-    return text.mid(path + 1);
+    const QStringView base = QStringView(text).first(end).mid(1).split(u' ').first();
+    return UnsavedText{{}, {}, text.mid(end + 1), QByteArray::fromHex(base.toLatin1())};
 }
 
 } // namespace
@@ -56,8 +58,11 @@ QList<UnsavedText> unsavedTextsOf(const QString &document)
         QFile file(info.filePath());
         if (!file.open(QIODevice::ReadOnly))
             continue;
-        if (const auto text = fromBytes(file.readAll()))
-            kept.append({info.filePath(), info.lastModified(), *text});
+        if (auto text = fromBytes(file.readAll())) {
+            text->file = info.filePath();
+            text->time = info.lastModified();
+            kept.append(*text);
+        }
     }
     std::sort(kept.begin(), kept.end(),
               [](const UnsavedText &a, const UnsavedText &b) { return a.time > b.time; });
@@ -76,10 +81,11 @@ QString newUnsavedFile(const QString &document)
     return file;
 }
 
-void keepUnsaved(const QString &file, const QString &document, const QString &text)
+void keepUnsaved(const QString &file, const QString &document, const QString &text, const QByteArray &base)
 {
     // The path is there for a person who looks into the folder; a line break in it would begin the text.
-    const QByteArray bytes = toBytes(QString(document).replace(u'\n', u' ') + u'\n' + text);
+    const QByteArray bytes = toBytes(QString::fromLatin1(base.toHex()) + u' ' +
+                                     QString(document).replace(u'\n', u' ') + u'\n' + text);
     QDir().mkpath(QFileInfo(file).path());
     QSaveFile out(file);
     if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit())
