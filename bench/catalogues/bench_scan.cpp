@@ -7,8 +7,8 @@
 
 #include "catalogues/LiteralScan.h"
 #include "catalogues/UsageScan.h"
+#include "files/TextFile.h"
 #include "platform/ListRows.h"
-#include "platform/TextFile.h"
 
 #include <benchmark/benchmark.h>
 

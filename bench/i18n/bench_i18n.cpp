@@ -1,8 +1,8 @@
+#include "files/Backups.h"
+#include "files/TextFile.h"
 #include "i18n/Dictionary.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/LiteralTranslation.h"
-#include "platform/Backups.h"
-#include "platform/TextFile.h"
 
 #include <benchmark/benchmark.h>
 

@@ -7,10 +7,10 @@
 // window from handling it counts.
 
 #include "app/frmSkin.h"
-#include "platform/Backups.h"
+#include "files/Backups.h"
+#include "files/Memory.h"
+#include "files/ProgramFolder.h"
 #include "platform/ListView.h"
-#include "platform/Memory.h"
-#include "platform/ProgramFolder.h"
 #include "platform/Prompts.h"
 #include "platform/WebBrowser.h"
 #include "widgets/SourceBox.h"

@@ -1,5 +1,5 @@
 #include "app/ThemeProject.h"
-#include "platform/Paths.h"
+#include "files/Paths.h"
 
 #include <benchmark/benchmark.h>
 

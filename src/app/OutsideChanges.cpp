@@ -2,9 +2,9 @@
 
 #include "app/OfferBar.h"
 #include "app/ThemeProject.h"
+#include "files/LoadedFiles.h"
+#include "files/Paths.h"
 #include "i18n/LangTab.h"
-#include "platform/LoadedFiles.h"
-#include "platform/Paths.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>

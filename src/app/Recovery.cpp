@@ -1,8 +1,8 @@
 #include "app/Recovery.h"
 
 #include "app/OfferBar.h"
-#include "platform/LoadedFiles.h"
-#include "platform/RunTimeError.h"
+#include "files/LoadedFiles.h"
+#include "files/RunTimeError.h"
 #include "widgets/SourceBox.h"
 
 #include <QFile>

@@ -1,9 +1,9 @@
 #include "app/RenderCommand.h"
 
 #include "app/ThemeProject.h"
+#include "files/Paths.h"
+#include "files/TextFile.h"
 #include "markup/FormatXML.h"
-#include "platform/Paths.h"
-#include "platform/TextFile.h"
 #include "platform/Twips.h"
 #include "platform/WebBrowser.h"
 #include "widgets/PreviewPage.h"

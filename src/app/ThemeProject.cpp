@@ -2,11 +2,11 @@
 
 #include "catalogues/FontCatalogue.h"
 #include "catalogues/KeymapCatalogue.h"
+#include "files/LoadedFiles.h"
+#include "files/Paths.h"
 #include "i18n/LanguageCatalogue.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
-#include "platform/LoadedFiles.h"
-#include "platform/Paths.h"
 
 #include <algorithm>
 

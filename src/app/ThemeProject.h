@@ -3,7 +3,7 @@
 #include "catalogues/ColourCatalogue.h"
 #include "catalogues/ImageCatalogue.h"
 #include "catalogues/PanelSettings.h"
-#include "platform/FileList.h"
+#include "files/FileList.h"
 #include "platform/ListRows.h"
 #include "widgets/WidgetCatalogue.h"
 

@@ -1,7 +1,7 @@
 #include "app/ThemeTab.h"
 
+#include "files/FileList.h"
 #include "platform/DirListBox.h"
-#include "platform/FileList.h"
 #include "platform/ListView.h"
 #include "platform/Named.h"
 

@@ -1,8 +1,8 @@
 #include "app/VersionPreview.h"
 
+#include "files/Paths.h"
+#include "files/TextFile.h"
 #include "markup/LineDifference.h"
-#include "platform/Paths.h"
-#include "platform/TextFile.h"
 
 #include <QFileInfo>
 #include <QObject>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Backups.h"
+#include "files/Backups.h"
 
 #include <QList>
 #include <QString>

@@ -3,7 +3,7 @@
 #include "app/MainMenu.h"
 #include "app/ThemeProject.h"
 #include "catalogues/ColourConversion.h"
-#include "platform/TextFile.h"
+#include "files/TextFile.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>

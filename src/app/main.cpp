@@ -1,7 +1,7 @@
 #include "app/CommandLine.h"
 #include "app/RenderCommand.h"
 #include "app/frmSkin.h"
-#include "platform/Memory.h"
+#include "files/Memory.h"
 #include "platform/WebBrowser.h"
 
 #include <QApplication>

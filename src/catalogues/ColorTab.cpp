@@ -2,11 +2,11 @@
 
 #include "catalogues/ColourCatalogue.h"
 #include "catalogues/ColourDelegate.h"
+#include "files/LoadedFiles.h"
 #include "markup/ColourCode.h"
 #include "platform/Commands.h"
 #include "platform/ListRows.h"
 #include "platform/ListView.h"
-#include "platform/LoadedFiles.h"
 #include "platform/Prompts.h"
 #include "platform/Swatch.h"
 

@@ -1,11 +1,11 @@
 #include "catalogues/ImageCatalogue.h"
 
+#include "files/FileList.h"
+#include "files/LoadedFiles.h"
+#include "files/Paths.h"
+#include "files/RunTimeError.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
-#include "platform/FileList.h"
-#include "platform/LoadedFiles.h"
-#include "platform/Paths.h"
-#include "platform/RunTimeError.h"
 
 namespace quillmere {
 

@@ -3,14 +3,14 @@
 #include "catalogues/ImageCatalogue.h"
 #include "catalogues/PictureBox.h"
 #include "catalogues/UsageScan.h"
+#include "files/FileList.h"
+#include "files/LoadedFiles.h"
+#include "files/Paths.h"
 #include "platform/Commands.h"
 #include "platform/DirListBox.h"
-#include "platform/FileList.h"
 #include "platform/ListView.h"
-#include "platform/LoadedFiles.h"
 #include "platform/Named.h"
 #include "platform/PathLabel.h"
-#include "platform/Paths.h"
 #include "platform/Prompts.h"
 
 #include <QGridLayout>

@@ -1,9 +1,9 @@
 #include "catalogues/KeymapCatalogue.h"
 
+#include "files/LoadedFiles.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
 #include "platform/ListRows.h"
-#include "platform/LoadedFiles.h"
 
 namespace quillmere {
 

@@ -1,8 +1,8 @@
 #include "catalogues/PanelSettings.h"
 
+#include "files/LoadedFiles.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
-#include "platform/LoadedFiles.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "catalogues/PictureBox.h"
 
-#include "platform/Paths.h"
+#include "files/Paths.h"
 
 #include <QFileInfo>
 #include <QImageReader>

@@ -1,9 +1,9 @@
 #include "catalogues/UsageScan.h"
 
 #include "catalogues/NameSearch.h"
+#include "files/TextFile.h"
 #include "markup/Matching.h"
 #include "platform/ListRows.h"
-#include "platform/TextFile.h"
 
 #include <algorithm>
 

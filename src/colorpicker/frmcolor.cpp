@@ -3,10 +3,10 @@
 #include "colorpicker/ChannelBar.h"
 #include "colorpicker/ColourPalette.h"
 #include "colorpicker/ColourValue.h"
+#include "files/Paths.h"
 #include "platform/CaptionBox.h"
 #include "platform/ListRows.h"
 #include "platform/Named.h"
-#include "platform/Paths.h"
 #include "platform/Prompts.h"
 #include "platform/Swatch.h"
 

@@ -1,16 +1,16 @@
 #include "i18n/LangTab.h"
 
+#include "files/FileList.h"
+#include "files/LoadedFiles.h"
+#include "files/Paths.h"
+#include "files/ProgramFolder.h"
+#include "files/RunTimeError.h"
 #include "i18n/Dictionary.h"
 #include "i18n/LanguageCatalogue.h"
 #include "platform/Commands.h"
-#include "platform/FileList.h"
 #include "platform/ListView.h"
-#include "platform/LoadedFiles.h"
 #include "platform/Named.h"
-#include "platform/Paths.h"
-#include "platform/ProgramFolder.h"
 #include "platform/Prompts.h"
-#include "platform/RunTimeError.h"
 
 #include <QAction>
 #include <QClipboard>

@@ -1,9 +1,9 @@
 #include "i18n/LanguageCatalogue.h"
 
+#include "files/LoadedFiles.h"
+#include "files/Paths.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
-#include "platform/LoadedFiles.h"
-#include "platform/Paths.h"
 
 namespace quillmere {
 

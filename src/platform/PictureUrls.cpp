@@ -1,7 +1,7 @@
 #include "platform/PictureUrls.h"
 
+#include "files/Paths.h"
 #include "markup/Matching.h"
-#include "platform/Paths.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -1,7 +1,7 @@
 #include "platform/UnsavedTexts.h"
 
-#include "platform/Paths.h"
-#include "platform/RunTimeError.h"
+#include "files/Paths.h"
+#include "files/RunTimeError.h"
 
 #include <QCryptographicHash>
 #include <QDir>

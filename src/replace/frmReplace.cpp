@@ -1,12 +1,12 @@
 #include "replace/frmReplace.h"
 
+#include "files/LoadedFiles.h"
+#include "files/Paths.h"
+#include "files/ProgramFolder.h"
+#include "files/TextFile.h"
 #include "platform/ListView.h"
-#include "platform/LoadedFiles.h"
 #include "platform/Named.h"
-#include "platform/Paths.h"
-#include "platform/ProgramFolder.h"
 #include "platform/Prompts.h"
-#include "platform/TextFile.h"
 #include "replace/ReplaceList.h"
 
 #include <QGridLayout>

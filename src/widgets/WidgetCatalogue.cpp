@@ -1,11 +1,11 @@
 #include "widgets/WidgetCatalogue.h"
 
+#include "files/FileList.h"
+#include "files/LoadedFiles.h"
+#include "files/Paths.h"
 #include "markup/Matching.h"
 #include "markup/TagWidget.h"
 #include "markup/mndIni.h"
-#include "platform/FileList.h"
-#include "platform/LoadedFiles.h"
-#include "platform/Paths.h"
 
 #include <QDateTime>
 #include <QFileInfo>

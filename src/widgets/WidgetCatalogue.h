@@ -1,7 +1,7 @@
 #pragma once
 
+#include "files/Progress.h"
 #include "platform/ListRows.h"
-#include "platform/Progress.h"
 
 namespace quillmere {
 

@@ -1,15 +1,15 @@
 #include "widgets/WidgetTab.h"
 
+#include "files/FileList.h"
+#include "files/LoadedFiles.h"
+#include "files/TextFile.h"
 #include "markup/FormatXML.h"
 #include "markup/Matching.h"
 #include "platform/Commands.h"
-#include "platform/FileList.h"
 #include "platform/ListView.h"
-#include "platform/LoadedFiles.h"
 #include "platform/Named.h"
 #include "platform/PathLabel.h"
 #include "platform/Prompts.h"
-#include "platform/TextFile.h"
 #include "widgets/WidgetCatalogue.h"
 
 #include <QLabel>

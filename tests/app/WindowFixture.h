@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/frmSkin.h"
-#include "platform/Backups.h"
-#include "platform/ProgramFolder.h"
+#include "files/Backups.h"
+#include "files/ProgramFolder.h"
 #include "platform/Prompts.h"
 #include "platform/TestFiles.h"
 #include "platform/UnsavedTexts.h"

@@ -1,8 +1,8 @@
 #include "app/WindowFixture.h"
 
+#include "files/RunTimeError.h"
+#include "files/TextFile.h"
 #include "platform/ListView.h"
-#include "platform/RunTimeError.h"
-#include "platform/TextFile.h"
 #include "widgets/SourceBox.h"
 
 #include <QDirIterator>

@@ -1,7 +1,7 @@
 #include "TextTable.h"
 #include "app/ThemeProject.h"
-#include "platform/LoadedFiles.h"
-#include "platform/Paths.h"
+#include "files/LoadedFiles.h"
+#include "files/Paths.h"
 #include "platform/TestFiles.h"
 
 #include <QSignalSpy>

@@ -1,7 +1,7 @@
 #include "app/WindowFixture.h"
 
+#include "files/ProgramFolder.h"
 #include "platform/ListView.h"
-#include "platform/ProgramFolder.h"
 
 #include <QClipboard>
 #include <QLabel>

@@ -4,8 +4,8 @@
 #include "platform/ListView.h"
 #include "widgets/SourceBox.h"
 
-#include "platform/RunTimeError.h"
-#include "platform/TextFile.h"
+#include "files/RunTimeError.h"
+#include "files/TextFile.h"
 
 #include <QClipboard>
 #include <QComboBox>

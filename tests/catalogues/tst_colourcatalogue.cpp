@@ -2,11 +2,11 @@
 #include "catalogues/ColourConversion.h"
 #include "catalogues/LiteralConversion.h"
 #include "colorpicker/ColourValue.h"
+#include "files/Backups.h"
+#include "files/TextFile.h"
 #include "markup/LiteralTwins.h"
-#include "platform/Backups.h"
 #include "platform/ListRows.h"
 #include "platform/TestFiles.h"
-#include "platform/TextFile.h"
 
 #include <QTest>
 

@@ -1,13 +1,13 @@
 #include "TextTable.h"
 #include "catalogues/FontCatalogue.h"
 #include "catalogues/ImageCatalogue.h"
-#include "platform/Backups.h"
-#include "platform/FileList.h"
-#include "platform/Paths.h"
-#include "platform/RunTimeError.h"
+#include "files/Backups.h"
+#include "files/FileList.h"
+#include "files/Paths.h"
+#include "files/RunTimeError.h"
+#include "files/TextFile.h"
 #include "platform/TestFiles.h"
 #include "widgets/PreviewPage.h"
-#include "platform/TextFile.h"
 
 #include <QElapsedTimer>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "files/TextFile.h"
 #include "platform/ListRows.h"
-#include "platform/TextFile.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,8 +1,8 @@
 #include "Fuzz.h"
 #include "catalogues/ColourCatalogue.h"
 #include "colorpicker/ColourValue.h"
+#include "files/Backups.h"
 #include "markup/ColourCode.h"
-#include "platform/Backups.h"
 #include "platform/TestFiles.h"
 
 using namespace quillmere;

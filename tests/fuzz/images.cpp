@@ -1,8 +1,8 @@
 #include "Fuzz.h"
 #include "catalogues/ImageCatalogue.h"
-#include "platform/Backups.h"
-#include "platform/FileList.h"
-#include "platform/Paths.h"
+#include "files/Backups.h"
+#include "files/FileList.h"
+#include "files/Paths.h"
 #include "platform/TestFiles.h"
 
 using namespace quillmere;

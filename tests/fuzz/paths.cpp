@@ -1,6 +1,6 @@
-#include "platform/Paths.h"
+#include "files/Paths.h"
 #include "Fuzz.h"
-#include "platform/FileList.h"
+#include "files/FileList.h"
 #include "platform/TestFiles.h"
 
 using namespace quillmere;

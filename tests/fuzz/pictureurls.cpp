@@ -1,6 +1,6 @@
 #include "platform/PictureUrls.h"
 #include "Fuzz.h"
-#include "platform/Paths.h"
+#include "files/Paths.h"
 #include "platform/TestFiles.h"
 
 #include <QRegularExpression>

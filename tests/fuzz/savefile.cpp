@@ -1,5 +1,5 @@
 #include "Fuzz.h"
-#include "platform/Backups.h"
+#include "files/Backups.h"
 #include "platform/TestFiles.h"
 
 using namespace quillmere;

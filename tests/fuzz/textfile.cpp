@@ -1,5 +1,5 @@
 #include "Fuzz.h"
-#include "platform/RunTimeError.h"
+#include "files/RunTimeError.h"
 
 using namespace quillmere;
 

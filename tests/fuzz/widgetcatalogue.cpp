@@ -1,8 +1,8 @@
 #include "widgets/WidgetCatalogue.h"
 #include "Fuzz.h"
+#include "files/FileList.h"
+#include "files/Paths.h"
 #include "markup/TagWidget.h"
-#include "platform/FileList.h"
-#include "platform/Paths.h"
 #include "platform/TestFiles.h"
 
 using namespace quillmere;

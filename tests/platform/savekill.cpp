@@ -1,9 +1,9 @@
 // savekill [KILLS]: starts a program that saves a file of a megabyte over and over, kills it at a random
 // moment, and looks whether the file is a whole one, and so often. Fails at the first that is not.
 
-#include "platform/Backups.h"
+#include "files/Backups.h"
+#include "files/TextFile.h"
 #include "platform/TestFiles.h"
-#include "platform/TextFile.h"
 
 #include <QCoreApplication>
 #include <QDirIterator>

@@ -1,6 +1,6 @@
 #include "TextTable.h"
-#include "platform/FileList.h"
-#include "platform/Paths.h"
+#include "files/FileList.h"
+#include "files/Paths.h"
 #include "platform/PictureUrls.h"
 #include "platform/TestFiles.h"
 

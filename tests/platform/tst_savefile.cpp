@@ -1,7 +1,7 @@
-#include "platform/Backups.h"
-#include "platform/RunTimeError.h"
+#include "files/Backups.h"
+#include "files/RunTimeError.h"
+#include "files/TextFile.h"
 #include "platform/TestFiles.h"
-#include "platform/TextFile.h"
 
 #include <QDateTime>
 #include <QDirIterator>

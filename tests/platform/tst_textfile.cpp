@@ -1,9 +1,9 @@
 #include "TextTable.h"
-#include "platform/Backups.h"
-#include "platform/LoadedFiles.h"
-#include "platform/RunTimeError.h"
+#include "files/Backups.h"
+#include "files/LoadedFiles.h"
+#include "files/RunTimeError.h"
+#include "files/TextFile.h"
 #include "platform/TestFiles.h"
-#include "platform/TextFile.h"
 #include "platform/UnsavedTexts.h"
 
 #include <QRandomGenerator>

@@ -1,4 +1,4 @@
-#include "platform/ProgramFolder.h"
+#include "files/ProgramFolder.h"
 #include "platform/TestFiles.h"
 #include "replace/ReplaceList.h"
 

@@ -1,6 +1,6 @@
-#include "platform/ProgramFolder.h"
+#include "files/ProgramFolder.h"
 
-#include "platform/Paths.h"
+#include "files/Paths.h"
 
 #include <QCoreApplication>
 #include <QDir>

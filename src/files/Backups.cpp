@@ -1,7 +1,7 @@
-#include "platform/Backups.h"
+#include "files/Backups.h"
 
-#include "platform/FailedStep.h"
-#include "platform/Paths.h"
+#include "files/FailedStep.h"
+#include "files/Paths.h"
 
 #include <QDirIterator>
 #include <QFile>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RunTimeError.h"
+#include "files/RunTimeError.h"
 
 #include <QDir>
 

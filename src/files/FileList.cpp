@@ -1,6 +1,6 @@
-#include "platform/FileList.h"
+#include "files/FileList.h"
 
-#include "platform/Paths.h"
+#include "files/Paths.h"
 
 #include <QDir>
 

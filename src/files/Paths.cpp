@@ -1,6 +1,6 @@
-#include "platform/Paths.h"
+#include "files/Paths.h"
 
-#include "platform/FileList.h"
+#include "files/FileList.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,9 +1,9 @@
-#include "platform/TextFile.h"
+#include "files/TextFile.h"
 
-#include "platform/Backups.h"
-#include "platform/FailedStep.h"
-#include "platform/LoadedFiles.h"
-#include "platform/Paths.h"
+#include "files/Backups.h"
+#include "files/FailedStep.h"
+#include "files/LoadedFiles.h"
+#include "files/Paths.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Progress.h"
+#include "files/Progress.h"
 
 #include <QDateTime>
 #include <QList>

@@ -1,6 +1,6 @@
-#include "platform/LoadedFiles.h"
+#include "files/LoadedFiles.h"
 
-#include "platform/Paths.h"
+#include "files/Paths.h"
 
 #include <QCryptographicHash>
 #include <QDir>

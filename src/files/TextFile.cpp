@@ -1,7 +1,7 @@
-#include "platform/TextFile.h"
+#include "files/TextFile.h"
 
-#include "platform/Paths.h"
-#include "platform/RunTimeError.h"
+#include "files/Paths.h"
+#include "files/RunTimeError.h"
 
 #include <QFile>
 
