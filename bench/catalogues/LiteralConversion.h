@@ -1,7 +1,7 @@
 #pragma once
 
 #include "catalogues/ColourConversion.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 #include <QStringList>
 

@@ -8,7 +8,7 @@
 #include "catalogues/LiteralScan.h"
 #include "catalogues/UsageScan.h"
 #include "files/TextFile.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "markup/LiteralTwins.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 // The slow, step by step forms of what reads and fills the strings of a language.
 namespace twins {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "markup/LiteralTwins.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 namespace literal {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "markup/LiteralTwins.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 #include "widgets/WidgetHtml.h"
 
 // The renderer in its slow form: one step after the other, every search from the start of the block.

@@ -2,7 +2,7 @@
 
 #include "catalogues/ColourConversion.h"
 #include "markup/FormatXML.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 #include "widgets/RectCommands.h"
 
 #include <benchmark/benchmark.h>

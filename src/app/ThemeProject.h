@@ -4,7 +4,7 @@
 #include "catalogues/ImageCatalogue.h"
 #include "catalogues/PanelSettings.h"
 #include "files/FileList.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 #include "widgets/WidgetCatalogue.h"
 
 #include <QObject>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "files/Backups.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 #include <QDialog>
 

@@ -5,10 +5,10 @@
 #include "files/LoadedFiles.h"
 #include "markup/ColourCode.h"
 #include "platform/Commands.h"
-#include "platform/ListRows.h"
 #include "platform/ListView.h"
 #include "platform/Prompts.h"
 #include "platform/Swatch.h"
+#include "rows/ListRows.h"
 
 #include <QScrollBar>
 

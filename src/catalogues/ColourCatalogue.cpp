@@ -3,7 +3,7 @@
 #include "files/LoadedFiles.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 namespace quillmere {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "catalogues/RowIndex.h"
+#include "rows/RowIndex.h"
 
 namespace quillmere {
 

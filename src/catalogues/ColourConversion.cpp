@@ -1,7 +1,7 @@
 #include "catalogues/ColourConversion.h"
 
 #include "markup/Matching.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 #include <QHash>
 

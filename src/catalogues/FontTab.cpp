@@ -1,8 +1,8 @@
 #include "catalogues/FontTab.h"
 
-#include "platform/ListRows.h"
 #include "platform/ListView.h"
 #include "platform/Named.h"
+#include "rows/ListRows.h"
 
 #include <QComboBox>
 #include <QFormLayout>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "catalogues/RowIndex.h"
 #include "files/Progress.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
+#include "rows/RowIndex.h"
 
 #include <QObject>
 

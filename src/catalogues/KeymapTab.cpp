@@ -1,9 +1,9 @@
 #include "catalogues/KeymapTab.h"
 
 #include "catalogues/KeymapCatalogue.h"
-#include "platform/ListRows.h"
 #include "platform/ListView.h"
 #include "platform/Named.h"
+#include "rows/ListRows.h"
 
 #include <QLabel>
 #include <QLineEdit>

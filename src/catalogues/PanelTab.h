@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ListRows.h"
 #include "platform/TabFrame.h"
+#include "rows/ListRows.h"
 
 #include <optional>
 

@@ -2,7 +2,7 @@
 
 #include "catalogues/UsageScan.h"
 #include "platform/Commands.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 #include <QApplication>
 #include <QClipboard>

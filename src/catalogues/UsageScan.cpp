@@ -3,7 +3,7 @@
 #include "catalogues/NameSearch.h"
 #include "files/TextFile.h"
 #include "markup/Matching.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 #include <algorithm>
 

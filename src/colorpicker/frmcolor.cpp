@@ -5,10 +5,10 @@
 #include "colorpicker/ColourValue.h"
 #include "files/Paths.h"
 #include "platform/CaptionBox.h"
-#include "platform/ListRows.h"
 #include "platform/Named.h"
 #include "platform/Prompts.h"
 #include "platform/Swatch.h"
+#include "rows/ListRows.h"
 
 #include <QFormLayout>
 #include <QLabel>

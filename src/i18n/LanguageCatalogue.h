@@ -1,7 +1,7 @@
 #pragma once
 
 #include "files/TextFile.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 #include <QString>
 

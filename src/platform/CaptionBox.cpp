@@ -1,6 +1,6 @@
 #include "platform/CaptionBox.h"
 
-#include "platform/ToolTip.h"
+#include "rows/ToolTip.h"
 
 #include <QMouseEvent>
 #include <QStyleOptionGroupBox>

@@ -1,6 +1,6 @@
 #include "platform/DirListBox.h"
 
-#include "platform/ToolTip.h"
+#include "rows/ToolTip.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "platform/ListView.h"
 
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>

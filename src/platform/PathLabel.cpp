@@ -1,6 +1,6 @@
 #include "platform/PathLabel.h"
 
-#include "platform/ToolTip.h"
+#include "rows/ToolTip.h"
 
 #include <QHelpEvent>
 #include <QPainter>

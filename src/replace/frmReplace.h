@@ -1,8 +1,8 @@
 #pragma once
 
 #include "markup/Matching.h"
-#include "platform/ListRows.h"
 #include "platform/ModelessDialog.h"
+#include "rows/ListRows.h"
 
 #include <functional>
 

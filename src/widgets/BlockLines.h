@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 namespace quillmere {
 

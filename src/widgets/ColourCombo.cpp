@@ -1,6 +1,6 @@
 #include "widgets/ColourCombo.h"
 
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 #include <QAction>
 #include <QCompleter>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "files/Progress.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 namespace quillmere {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ListRows.h"
 #include "platform/ModelessDialog.h"
+#include "rows/ListRows.h"
 
 #include <QList>
 #include <QTimer>

@@ -1,7 +1,7 @@
 #include "app/CellAttempts.h"
 #include "app/WindowFixture.h"
 
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 #include "widgets/PreviewPage.h"
 #include "widgets/SourceBox.h"
 #include "widgets/SourceTab.h"

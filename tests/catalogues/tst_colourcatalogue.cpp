@@ -5,8 +5,8 @@
 #include "files/Backups.h"
 #include "files/TextFile.h"
 #include "markup/LiteralTwins.h"
-#include "platform/ListRows.h"
 #include "platform/TestFiles.h"
+#include "rows/ListRows.h"
 
 #include <QTest>
 

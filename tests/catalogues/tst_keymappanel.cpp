@@ -1,7 +1,7 @@
 #include "catalogues/KeymapCatalogue.h"
 #include "catalogues/PanelSettings.h"
-#include "platform/ListRows.h"
 #include "platform/TestFiles.h"
+#include "rows/ListRows.h"
 
 #include <QTest>
 

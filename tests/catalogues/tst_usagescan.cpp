@@ -1,7 +1,7 @@
 #include "catalogues/LiteralScan.h"
 #include "catalogues/UsageScan.h"
-#include "platform/ListRows.h"
 #include "platform/TestFiles.h"
+#include "rows/ListRows.h"
 
 #include <QRandomGenerator>
 #include <QTest>

@@ -1,4 +1,4 @@
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>

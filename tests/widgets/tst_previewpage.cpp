@@ -1,5 +1,5 @@
 #include "TextTable.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 #include "widgets/PreviewPage.h"
 #include "widgets/SavedText.h"
 #include "widgets/WidgetDocument.h"

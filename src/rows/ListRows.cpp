@@ -1,6 +1,6 @@
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
-#include "platform/ToolTip.h"
+#include "rows/ToolTip.h"
 
 namespace quillmere {
 

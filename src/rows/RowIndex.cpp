@@ -1,7 +1,7 @@
-#include "catalogues/RowIndex.h"
+#include "rows/RowIndex.h"
 
 #include "markup/mndIni.h"
-#include "platform/ListRows.h"
+#include "rows/ListRows.h"
 
 namespace quillmere {
 
