@@ -7,11 +7,11 @@
 // window from handling it counts.
 
 #include "app/frmSkin.h"
+#include "asking/Prompts.h"
 #include "files/Backups.h"
 #include "files/Memory.h"
 #include "files/ProgramFolder.h"
 #include "platform/ListView.h"
-#include "platform/Prompts.h"
 #include "platform/WebBrowser.h"
 #include "widgets/SourceBox.h"
 

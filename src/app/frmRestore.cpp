@@ -1,10 +1,10 @@
 #include "app/frmRestore.h"
 
 #include "app/VersionPreview.h"
+#include "asking/Prompts.h"
 #include "files/TextFile.h"
 #include "platform/ListView.h"
 #include "platform/Named.h"
-#include "platform/Prompts.h"
 
 #include <QBoxLayout>
 #include <QFileInfo>

@@ -1,12 +1,12 @@
 #include "catalogues/ColorTab.h"
 
+#include "asking/Prompts.h"
 #include "catalogues/ColourCatalogue.h"
 #include "catalogues/ColourDelegate.h"
 #include "files/LoadedFiles.h"
 #include "markup/ColourCode.h"
 #include "platform/Commands.h"
 #include "platform/ListView.h"
-#include "platform/Prompts.h"
 #include "platform/Swatch.h"
 #include "rows/ListRows.h"
 

@@ -1,5 +1,6 @@
 #include "catalogues/ImageTab.h"
 
+#include "asking/Prompts.h"
 #include "catalogues/ImageCatalogue.h"
 #include "catalogues/PictureBox.h"
 #include "catalogues/UsageScan.h"
@@ -11,7 +12,6 @@
 #include "platform/ListView.h"
 #include "platform/Named.h"
 #include "platform/PathLabel.h"
-#include "platform/Prompts.h"
 
 #include <QGridLayout>
 #include <QLineEdit>

@@ -1,12 +1,12 @@
 #include "colorpicker/frmcolor.h"
 
+#include "asking/Prompts.h"
 #include "colorpicker/ChannelBar.h"
 #include "colorpicker/ColourPalette.h"
 #include "colorpicker/ColourValue.h"
 #include "files/Paths.h"
 #include "platform/CaptionBox.h"
 #include "platform/Named.h"
-#include "platform/Prompts.h"
 #include "platform/Swatch.h"
 #include "rows/ListRows.h"
 

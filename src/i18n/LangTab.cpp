@@ -1,5 +1,6 @@
 #include "i18n/LangTab.h"
 
+#include "asking/Prompts.h"
 #include "files/FileList.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
@@ -10,7 +11,6 @@
 #include "platform/Commands.h"
 #include "platform/ListView.h"
 #include "platform/Named.h"
-#include "platform/Prompts.h"
 
 #include <QAction>
 #include <QClipboard>

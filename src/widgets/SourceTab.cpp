@@ -1,11 +1,11 @@
 #include "widgets/SourceTab.h"
 
+#include "asking/Prompts.h"
 #include "markup/FormatXML.h"
 #include "markup/InsertCode.h"
 #include "platform/Commands.h"
 #include "platform/ListView.h"
 #include "platform/Named.h"
-#include "platform/Prompts.h"
 #include "widgets/BlockLines.h"
 #include "widgets/SourceBox.h"
 #include "widgets/WidgetCatalogue.h"

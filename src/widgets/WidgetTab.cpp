@@ -1,5 +1,6 @@
 #include "widgets/WidgetTab.h"
 
+#include "asking/Prompts.h"
 #include "files/FileList.h"
 #include "files/LoadedFiles.h"
 #include "files/TextFile.h"
@@ -9,7 +10,6 @@
 #include "platform/ListView.h"
 #include "platform/Named.h"
 #include "platform/PathLabel.h"
-#include "platform/Prompts.h"
 #include "widgets/WidgetCatalogue.h"
 
 #include <QLabel>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/frmSkin.h"
+#include "asking/Prompts.h"
 #include "files/Backups.h"
 #include "files/ProgramFolder.h"
-#include "platform/Prompts.h"
 #include "platform/TestFiles.h"
 #include "platform/UnsavedTexts.h"
 #include "platform/WebBrowser.h"

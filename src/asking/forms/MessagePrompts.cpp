@@ -1,4 +1,4 @@
-#include "platform/MessagePrompts.h"
+#include "asking/forms/MessagePrompts.h"
 
 #include <QApplication>
 #include <QGridLayout>

@@ -1,4 +1,4 @@
-#include "platform/LongWork.h"
+#include "asking/forms/LongWork.h"
 
 #include "platform/Named.h"
 
