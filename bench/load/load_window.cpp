@@ -8,10 +8,10 @@
 
 #include "app/frmSkin.h"
 #include "asking/Prompts.h"
+#include "controls/ListView.h"
 #include "files/Backups.h"
 #include "files/Memory.h"
 #include "files/ProgramFolder.h"
-#include "platform/ListView.h"
 #include "platform/WebBrowser.h"
 #include "widgets/SourceBox.h"
 

@@ -3,7 +3,7 @@
 #include "app/ThemeProject.h"
 #include "app/frmAbout.h"
 #include "app/frmRestore.h"
-#include "platform/Commands.h"
+#include "controls/Commands.h"
 #include "replace/frmReplace.h"
 #include "widgets/SourceBox.h"
 #include "widgets/SourceTab.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Commands.h"
+#include "controls/Commands.h"
 
 #include <QHash>
 #include <QString>

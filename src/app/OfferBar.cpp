@@ -1,6 +1,6 @@
 #include "app/OfferBar.h"
 
-#include "platform/Named.h"
+#include "controls/Named.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,10 +1,10 @@
 #include "app/RenderCommand.h"
 
 #include "app/ThemeProject.h"
+#include "controls/Twips.h"
 #include "files/Paths.h"
 #include "files/TextFile.h"
 #include "markup/FormatXML.h"
-#include "platform/Twips.h"
 #include "platform/WebBrowser.h"
 #include "widgets/PreviewPage.h"
 #include "widgets/WidgetHtml.h"

@@ -2,7 +2,7 @@
 
 #include "app/OfferBar.h"
 
-#include "platform/Named.h"
+#include "controls/Named.h"
 #include "platform/WebBrowser.h"
 #include "widgets/SourceTab.h"
 

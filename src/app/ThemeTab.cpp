@@ -1,9 +1,9 @@
 #include "app/ThemeTab.h"
 
+#include "controls/DirListBox.h"
+#include "controls/ListView.h"
+#include "controls/Named.h"
 #include "files/FileList.h"
-#include "platform/DirListBox.h"
-#include "platform/ListView.h"
-#include "platform/Named.h"
 
 #include <QComboBox>
 #include <QDir>

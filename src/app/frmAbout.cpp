@@ -1,6 +1,6 @@
 #include "app/frmAbout.h"
 
-#include "platform/Named.h"
+#include "controls/Named.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>

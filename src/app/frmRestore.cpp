@@ -2,9 +2,9 @@
 
 #include "app/VersionPreview.h"
 #include "asking/Prompts.h"
+#include "controls/ListView.h"
+#include "controls/Named.h"
 #include "files/TextFile.h"
-#include "platform/ListView.h"
-#include "platform/Named.h"
 
 #include <QBoxLayout>
 #include <QFileInfo>

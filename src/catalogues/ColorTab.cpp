@@ -3,11 +3,11 @@
 #include "asking/Prompts.h"
 #include "catalogues/ColourCatalogue.h"
 #include "catalogues/ColourDelegate.h"
+#include "controls/Commands.h"
+#include "controls/ListView.h"
+#include "controls/Swatch.h"
 #include "files/LoadedFiles.h"
 #include "markup/ColourCode.h"
-#include "platform/Commands.h"
-#include "platform/ListView.h"
-#include "platform/Swatch.h"
 #include "rows/ListRows.h"
 
 #include <QScrollBar>

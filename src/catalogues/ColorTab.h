@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/TabFrame.h"
+#include "controls/TabFrame.h"
 
 namespace quillmere {
 

@@ -1,7 +1,7 @@
 #include "catalogues/FontTab.h"
 
-#include "platform/ListView.h"
-#include "platform/Named.h"
+#include "controls/ListView.h"
+#include "controls/Named.h"
 #include "rows/ListRows.h"
 
 #include <QComboBox>

@@ -4,14 +4,14 @@
 #include "catalogues/ImageCatalogue.h"
 #include "catalogues/PictureBox.h"
 #include "catalogues/UsageScan.h"
+#include "controls/Commands.h"
+#include "controls/DirListBox.h"
+#include "controls/ListView.h"
+#include "controls/Named.h"
+#include "controls/PathLabel.h"
 #include "files/FileList.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
-#include "platform/Commands.h"
-#include "platform/DirListBox.h"
-#include "platform/ListView.h"
-#include "platform/Named.h"
-#include "platform/PathLabel.h"
 
 #include <QGridLayout>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "controls/TabFrame.h"
 #include "files/Progress.h"
-#include "platform/TabFrame.h"
 
 class QLabel;
 class QLineEdit;

@@ -1,8 +1,8 @@
 #include "catalogues/KeymapTab.h"
 
 #include "catalogues/KeymapCatalogue.h"
-#include "platform/ListView.h"
-#include "platform/Named.h"
+#include "controls/ListView.h"
+#include "controls/Named.h"
 #include "rows/ListRows.h"
 
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "catalogues/PanelTab.h"
 
 #include "catalogues/PanelSettings.h"
-#include "platform/ListView.h"
-#include "platform/Named.h"
+#include "controls/ListView.h"
+#include "controls/Named.h"
 
 #include <QComboBox>
 #include <QFormLayout>

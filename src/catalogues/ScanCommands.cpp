@@ -1,7 +1,7 @@
 #include "catalogues/ScanCommands.h"
 
 #include "catalogues/UsageScan.h"
-#include "platform/Commands.h"
+#include "controls/Commands.h"
 #include "rows/ListRows.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "colorpicker/ColourPalette.h"
 
 #include "colorpicker/ColourValue.h"
-#include "platform/Named.h"
+#include "controls/Named.h"
 
 #include <QColor>
 #include <QMouseEvent>

@@ -4,10 +4,10 @@
 #include "colorpicker/ChannelBar.h"
 #include "colorpicker/ColourPalette.h"
 #include "colorpicker/ColourValue.h"
+#include "controls/CaptionBox.h"
+#include "controls/Named.h"
+#include "controls/Swatch.h"
 #include "files/Paths.h"
-#include "platform/CaptionBox.h"
-#include "platform/Named.h"
-#include "platform/Swatch.h"
 #include "rows/ListRows.h"
 
 #include <QFormLayout>

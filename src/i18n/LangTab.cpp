@@ -1,6 +1,9 @@
 #include "i18n/LangTab.h"
 
 #include "asking/Prompts.h"
+#include "controls/Commands.h"
+#include "controls/ListView.h"
+#include "controls/Named.h"
 #include "files/FileList.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
@@ -8,9 +11,6 @@
 #include "files/RunTimeError.h"
 #include "i18n/Dictionary.h"
 #include "i18n/LanguageCatalogue.h"
-#include "platform/Commands.h"
-#include "platform/ListView.h"
-#include "platform/Named.h"
 
 #include <QAction>
 #include <QClipboard>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "controls/TabFrame.h"
 #include "files/TextFile.h"
-#include "platform/TabFrame.h"
 
 #include <QTimer>
 

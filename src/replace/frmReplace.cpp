@@ -1,12 +1,12 @@
 #include "replace/frmReplace.h"
 
 #include "asking/Prompts.h"
+#include "controls/ListView.h"
+#include "controls/Named.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "files/ProgramFolder.h"
 #include "files/TextFile.h"
-#include "platform/ListView.h"
-#include "platform/Named.h"
 #include "replace/ReplaceList.h"
 
 #include <QGridLayout>

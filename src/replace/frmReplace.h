@@ -1,7 +1,7 @@
 #pragma once
 
+#include "controls/ModelessDialog.h"
 #include "markup/Matching.h"
-#include "platform/ModelessDialog.h"
 #include "rows/ListRows.h"
 
 #include <functional>

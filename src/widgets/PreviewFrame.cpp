@@ -1,7 +1,7 @@
 #include "widgets/PreviewFrame.h"
 
-#include "platform/Commands.h"
-#include "platform/Twips.h"
+#include "controls/Commands.h"
+#include "controls/Twips.h"
 #include "platform/WebBrowser.h"
 
 #include <QAction>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/CaptionBox.h"
+#include "controls/CaptionBox.h"
 #include "widgets/PreviewPage.h"
 
 class QScrollArea;

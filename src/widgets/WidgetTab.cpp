@@ -1,15 +1,15 @@
 #include "widgets/WidgetTab.h"
 
 #include "asking/Prompts.h"
+#include "controls/Commands.h"
+#include "controls/ListView.h"
+#include "controls/Named.h"
+#include "controls/PathLabel.h"
 #include "files/FileList.h"
 #include "files/LoadedFiles.h"
 #include "files/TextFile.h"
 #include "markup/FormatXML.h"
 #include "markup/Matching.h"
-#include "platform/Commands.h"
-#include "platform/ListView.h"
-#include "platform/Named.h"
-#include "platform/PathLabel.h"
 #include "widgets/WidgetCatalogue.h"
 
 #include <QLabel>

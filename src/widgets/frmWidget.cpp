@@ -1,9 +1,9 @@
 #include "widgets/frmWidget.h"
 
+#include "controls/CaptionBox.h"
+#include "controls/ListView.h"
+#include "controls/Named.h"
 #include "markup/Matching.h"
-#include "platform/CaptionBox.h"
-#include "platform/ListView.h"
-#include "platform/Named.h"
 #include "widgets/BlockProperties.h"
 #include "widgets/ColourCombo.h"
 #include "widgets/SourceBox.h"

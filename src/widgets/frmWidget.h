@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ModelessDialog.h"
+#include "controls/ModelessDialog.h"
 #include "rows/ListRows.h"
 
 #include <QList>

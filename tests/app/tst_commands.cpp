@@ -1,6 +1,6 @@
 #include "app/WindowFixture.h"
 
-#include "platform/ListView.h"
+#include "controls/ListView.h"
 #include "widgets/SourceBox.h"
 
 #include <QClipboard>

@@ -1,7 +1,7 @@
 #include "app/WindowFixture.h"
 
+#include "controls/ListView.h"
 #include "files/RunTimeError.h"
-#include "platform/ListView.h"
 #include "widgets/SourceBox.h"
 
 #include <QComboBox>

@@ -1,8 +1,8 @@
 #include "app/WindowFixture.h"
 
+#include "controls/ListView.h"
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
-#include "platform/ListView.h"
 #include "widgets/SourceBox.h"
 
 #include <QDirIterator>

@@ -1,7 +1,7 @@
 #include "app/WindowFixture.h"
 
+#include "controls/ListView.h"
 #include "files/ProgramFolder.h"
-#include "platform/ListView.h"
 
 #include <QClipboard>
 #include <QLabel>

@@ -1,7 +1,7 @@
 #include "app/WindowFixture.h"
 
-#include "platform/DirListBox.h"
-#include "platform/ListView.h"
+#include "controls/DirListBox.h"
+#include "controls/ListView.h"
 #include "widgets/SourceBox.h"
 
 #include "files/RunTimeError.h"

@@ -1,6 +1,6 @@
 #include "asking/forms/LongWork.h"
 
-#include "platform/Named.h"
+#include "controls/Named.h"
 
 #include <QApplication>
 #include <QHBoxLayout>

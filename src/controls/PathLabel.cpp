@@ -1,4 +1,4 @@
-#include "platform/PathLabel.h"
+#include "controls/PathLabel.h"
 
 #include "rows/ToolTip.h"
 

@@ -1,4 +1,4 @@
-#include "platform/ModelessDialog.h"
+#include "controls/ModelessDialog.h"
 
 #include <QScreen>
 #include <QWindow>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/CaptionBox.h"
-#include "platform/Twips.h"
+#include "controls/CaptionBox.h"
+#include "controls/Twips.h"
 
 namespace quillmere {
 

@@ -1,4 +1,4 @@
-#include "platform/CaptionBox.h"
+#include "controls/CaptionBox.h"
 
 #include "rows/ToolTip.h"
 

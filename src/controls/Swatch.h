@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Named.h"
+#include "controls/Named.h"
 
 #include <QFrame>
 

@@ -1,4 +1,4 @@
-#include "platform/DirListBox.h"
+#include "controls/DirListBox.h"
 
 #include "rows/ToolTip.h"
 
