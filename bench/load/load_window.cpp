@@ -8,11 +8,11 @@
 
 #include "app/frmSkin.h"
 #include "asking/Prompts.h"
+#include "browser/forms/WebBrowser.h"
 #include "controls/ListView.h"
 #include "files/Backups.h"
 #include "files/Memory.h"
 #include "files/ProgramFolder.h"
-#include "platform/WebBrowser.h"
 #include "widgets/SourceBox.h"
 
 #include <QAbstractButton>

@@ -1,11 +1,11 @@
 #include "app/RenderCommand.h"
 
 #include "app/ThemeProject.h"
+#include "browser/forms/WebBrowser.h"
 #include "controls/Twips.h"
 #include "files/Paths.h"
 #include "files/TextFile.h"
 #include "markup/FormatXML.h"
-#include "platform/WebBrowser.h"
 #include "widgets/PreviewPage.h"
 #include "widgets/WidgetHtml.h"
 

@@ -2,8 +2,8 @@
 
 #include "app/OfferBar.h"
 
+#include "browser/forms/WebBrowser.h"
 #include "controls/Named.h"
-#include "platform/WebBrowser.h"
 #include "widgets/SourceTab.h"
 
 #include <QActionGroup>

@@ -1,8 +1,8 @@
 #include "app/CommandLine.h"
 #include "app/RenderCommand.h"
 #include "app/frmSkin.h"
+#include "browser/forms/WebBrowser.h"
 #include "files/Memory.h"
-#include "platform/WebBrowser.h"
 
 #include <QApplication>
 #include <QTextStream>

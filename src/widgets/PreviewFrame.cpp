@@ -1,8 +1,8 @@
 #include "widgets/PreviewFrame.h"
 
+#include "browser/forms/WebBrowser.h"
 #include "controls/Commands.h"
 #include "controls/Twips.h"
-#include "platform/WebBrowser.h"
 
 #include <QAction>
 #include <QChildEvent>

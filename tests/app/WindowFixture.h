@@ -2,11 +2,11 @@
 
 #include "app/frmSkin.h"
 #include "asking/Prompts.h"
+#include "browser/forms/WebBrowser.h"
 #include "files/Backups.h"
 #include "files/ProgramFolder.h"
 #include "platform/TestFiles.h"
 #include "platform/UnsavedTexts.h"
-#include "platform/WebBrowser.h"
 
 #include <QApplication>
 #include <QEventLoop>

@@ -1,4 +1,4 @@
-#include "platform/PictureUrls.h"
+#include "browser/PictureUrls.h"
 #include "Fuzz.h"
 #include "files/Paths.h"
 #include "platform/TestFiles.h"

@@ -1,7 +1,7 @@
 #include "TextTable.h"
+#include "browser/PictureUrls.h"
 #include "files/FileList.h"
 #include "files/Paths.h"
-#include "platform/PictureUrls.h"
 #include "platform/TestFiles.h"
 
 #include <QAbstractItemModelTester>

@@ -1,4 +1,4 @@
-#include "platform/WebBrowser.h"
+#include "browser/forms/WebBrowser.h"
 
 #include <QChildEvent>
 #include <QContextMenuEvent>

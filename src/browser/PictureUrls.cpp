@@ -1,4 +1,4 @@
-#include "platform/PictureUrls.h"
+#include "browser/PictureUrls.h"
 
 #include "files/Paths.h"
 #include "markup/Matching.h"

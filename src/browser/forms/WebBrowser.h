@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/PictureUrls.h"
+#include "browser/PictureUrls.h"
 
 #include <QTimer>
 #include <QWebEngineView>
