@@ -13,7 +13,7 @@
 #include "files/Backups.h"
 #include "files/Memory.h"
 #include "files/ProgramFolder.h"
-#include "widgets/SourceBox.h"
+#include "source/forms/SourceBox.h"
 
 #include <QAbstractButton>
 #include <QAction>

@@ -1,6 +1,6 @@
 #include "markup/Matching.h"
+#include "source/forms/SourceBox.h"
 #include "widgets/BlockProperties.h"
-#include "widgets/SourceBox.h"
 #include "widgets/frmWidget.h"
 
 #include <benchmark/benchmark.h>

@@ -5,7 +5,7 @@
 #include "app/frmRestore.h"
 #include "controls/Commands.h"
 #include "replace/frmReplace.h"
-#include "widgets/SourceBox.h"
+#include "source/forms/SourceBox.h"
 #include "widgets/SourceTab.h"
 #include "widgets/frmWidget.h"
 

@@ -7,9 +7,9 @@
 #include "files/LoadedFiles.h"
 #include "files/RunTimeError.h"
 #include "markup/FormatXML.h"
+#include "source/SavedText.h"
+#include "source/forms/SourceBox.h"
 #include "widgets/PreviewFrame.h"
-#include "widgets/SavedText.h"
-#include "widgets/SourceBox.h"
 
 #include <QFileInfo>
 

@@ -3,7 +3,7 @@
 #include "app/OfferBar.h"
 #include "files/LoadedFiles.h"
 #include "files/RunTimeError.h"
-#include "widgets/SourceBox.h"
+#include "source/forms/SourceBox.h"
 
 #include <QFile>
 

@@ -6,10 +6,10 @@
 #include "controls/Named.h"
 #include "markup/FormatXML.h"
 #include "markup/InsertCode.h"
+#include "markup/WidgetDocument.h"
+#include "source/forms/SourceBox.h"
 #include "widgets/BlockLines.h"
-#include "widgets/SourceBox.h"
 #include "widgets/WidgetCatalogue.h"
-#include "widgets/WidgetDocument.h"
 
 #include <QAction>
 #include <QClipboard>

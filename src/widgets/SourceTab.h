@@ -2,9 +2,9 @@
 
 #include "controls/TabFrame.h"
 #include "rows/ListRows.h"
+#include "source/forms/TextFill.h"
 #include "widgets/LateRender.h"
 #include "widgets/RectCommands.h"
-#include "widgets/TextFill.h"
 
 class QPlainTextEdit;
 

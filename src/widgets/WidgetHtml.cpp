@@ -1,8 +1,8 @@
 #include "widgets/WidgetHtml.h"
 
 #include "markup/Matching.h"
+#include "markup/WidgetDocument.h"
 #include "markup/mndIni.h"
-#include "widgets/WidgetDocument.h"
 
 #include <array>
 

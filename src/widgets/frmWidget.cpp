@@ -4,9 +4,9 @@
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "markup/Matching.h"
+#include "source/forms/SourceBox.h"
 #include "widgets/BlockProperties.h"
 #include "widgets/ColourCombo.h"
-#include "widgets/SourceBox.h"
 
 #include <QElapsedTimer>
 #include <QGridLayout>

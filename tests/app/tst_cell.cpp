@@ -2,8 +2,8 @@
 #include "app/WindowFixture.h"
 
 #include "rows/ListRows.h"
+#include "source/forms/SourceBox.h"
 #include "widgets/PreviewPage.h"
-#include "widgets/SourceBox.h"
 #include "widgets/SourceTab.h"
 #include "widgets/WidgetHtml.h"
 

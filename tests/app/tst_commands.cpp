@@ -1,7 +1,7 @@
 #include "app/WindowFixture.h"
 
 #include "controls/ListView.h"
-#include "widgets/SourceBox.h"
+#include "source/forms/SourceBox.h"
 
 #include <QClipboard>
 #include <QGroupBox>

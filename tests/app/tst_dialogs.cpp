@@ -2,7 +2,7 @@
 
 #include "controls/ListView.h"
 #include "files/RunTimeError.h"
-#include "widgets/SourceBox.h"
+#include "source/forms/SourceBox.h"
 
 #include <QComboBox>
 #include <QLineEdit>

@@ -3,7 +3,7 @@
 #include "controls/ListView.h"
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
-#include "widgets/SourceBox.h"
+#include "source/forms/SourceBox.h"
 
 #include <QDirIterator>
 #include <QLabel>

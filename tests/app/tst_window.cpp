@@ -2,7 +2,7 @@
 
 #include "controls/DirListBox.h"
 #include "controls/ListView.h"
-#include "widgets/SourceBox.h"
+#include "source/forms/SourceBox.h"
 
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"

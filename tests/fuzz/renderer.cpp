@@ -1,8 +1,8 @@
 #include "Fuzz.h"
+#include "markup/WidgetDocument.h"
 #include "widgets/BlockLines.h"
 #include "widgets/LiteralRenderer.h"
 #include "widgets/PreviewPage.h"
-#include "widgets/WidgetDocument.h"
 
 using namespace quillmere;
 

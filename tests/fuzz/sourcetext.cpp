@@ -1,7 +1,7 @@
 #include "Fuzz.h"
 #include "markup/InsertCode.h"
-#include "widgets/SavedText.h"
-#include "widgets/WidgetDocument.h"
+#include "markup/WidgetDocument.h"
+#include "source/SavedText.h"
 
 using namespace quillmere;
 

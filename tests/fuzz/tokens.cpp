@@ -1,5 +1,5 @@
 #include "Fuzz.h"
-#include "widgets/SourceTokens.h"
+#include "source/SourceTokens.h"
 
 using namespace quillmere;
 

@@ -1,8 +1,8 @@
 #include "TextTable.h"
+#include "markup/WidgetDocument.h"
 #include "rows/ListRows.h"
+#include "source/SavedText.h"
 #include "widgets/PreviewPage.h"
-#include "widgets/SavedText.h"
-#include "widgets/WidgetDocument.h"
 
 using namespace quillmere;
 

@@ -1,4 +1,4 @@
-#include "widgets/SourceTokens.h"
+#include "source/SourceTokens.h"
 
 #include "markup/Matching.h"
 

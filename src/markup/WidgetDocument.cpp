@@ -1,4 +1,4 @@
-#include "widgets/WidgetDocument.h"
+#include "markup/WidgetDocument.h"
 
 #include "markup/Matching.h"
 

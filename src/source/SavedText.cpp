@@ -1,4 +1,4 @@
-#include "widgets/SavedText.h"
+#include "source/SavedText.h"
 
 #include "markup/Matching.h"
 

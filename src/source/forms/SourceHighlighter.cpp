@@ -1,6 +1,6 @@
-#include "widgets/SourceHighlighter.h"
+#include "source/forms/SourceHighlighter.h"
 
-#include "widgets/SourceTokens.h"
+#include "source/SourceTokens.h"
 
 #include <QScopedValueRollback>
 #include <QTextLayout>

@@ -1,4 +1,4 @@
-#include "widgets/TextFill.h"
+#include "source/forms/TextFill.h"
 
 #include <QElapsedTimer>
 #include <QPlainTextEdit>

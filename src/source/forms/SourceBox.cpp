@@ -1,7 +1,7 @@
-#include "widgets/SourceBox.h"
+#include "source/forms/SourceBox.h"
 
-#include "widgets/SourceHighlighter.h"
-#include "widgets/SourceTokens.h"
+#include "source/SourceTokens.h"
+#include "source/forms/SourceHighlighter.h"
 
 #include <QFontDatabase>
 #include <QKeyEvent>
