@@ -1,8 +1,8 @@
 #pragma once
 
 #include "markup/LiteralTwins.h"
+#include "preview/WidgetHtml.h"
 #include "rows/ListRows.h"
-#include "widgets/WidgetHtml.h"
 
 // The renderer in its slow form: one step after the other, every search from the start of the block.
 namespace twins {

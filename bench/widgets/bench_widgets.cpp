@@ -1,5 +1,5 @@
+#include "preview/PreviewPage.h"
 #include "widgets/LiteralRenderer.h"
-#include "widgets/PreviewPage.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "widgets/PreviewPage.h"
+#include "preview/PreviewPage.h"
 
 #include <QString>
 #include <QStringList>

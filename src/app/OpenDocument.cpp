@@ -7,9 +7,9 @@
 #include "files/LoadedFiles.h"
 #include "files/RunTimeError.h"
 #include "markup/FormatXML.h"
+#include "preview/forms/PreviewFrame.h"
 #include "source/SavedText.h"
 #include "source/forms/SourceBox.h"
-#include "widgets/PreviewFrame.h"
 
 #include <QFileInfo>
 

@@ -6,8 +6,8 @@
 #include "files/Paths.h"
 #include "files/TextFile.h"
 #include "markup/FormatXML.h"
-#include "widgets/PreviewPage.h"
-#include "widgets/WidgetHtml.h"
+#include "preview/PreviewPage.h"
+#include "preview/WidgetHtml.h"
 
 #include <QDir>
 #include <QEventLoop>

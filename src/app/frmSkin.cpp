@@ -22,8 +22,8 @@
 #include "files/RunTimeError.h"
 #include "i18n/LangTab.h"
 #include "i18n/LanguageCatalogue.h"
+#include "preview/forms/PreviewFrame.h"
 #include "source/forms/SourceBox.h"
-#include "widgets/PreviewFrame.h"
 #include "widgets/SourceTab.h"
 #include "widgets/WidgetTab.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "controls/TabFrame.h"
+#include "preview/forms/LateRender.h"
 #include "rows/ListRows.h"
 #include "source/forms/TextFill.h"
-#include "widgets/LateRender.h"
 #include "widgets/RectCommands.h"
 
 class QPlainTextEdit;

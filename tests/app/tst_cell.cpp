@@ -1,11 +1,11 @@
 #include "app/CellAttempts.h"
 #include "app/WindowFixture.h"
 
+#include "preview/PreviewPage.h"
+#include "preview/WidgetHtml.h"
 #include "rows/ListRows.h"
 #include "source/forms/SourceBox.h"
-#include "widgets/PreviewPage.h"
 #include "widgets/SourceTab.h"
-#include "widgets/WidgetHtml.h"
 
 #include <QDesktopServices>
 #include <QDialog>

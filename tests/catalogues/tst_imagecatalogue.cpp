@@ -7,7 +7,7 @@
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
 #include "platform/TestFiles.h"
-#include "widgets/PreviewPage.h"
+#include "preview/PreviewPage.h"
 
 #include <QElapsedTimer>
 

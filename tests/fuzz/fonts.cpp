@@ -2,7 +2,7 @@
 #include "catalogues/FontCatalogue.h"
 #include "markup/LiteralTwins.h"
 #include "platform/TestFiles.h"
-#include "widgets/PreviewPage.h"
+#include "preview/PreviewPage.h"
 
 using namespace quillmere;
 

@@ -1,8 +1,8 @@
 #include "Fuzz.h"
 #include "markup/WidgetDocument.h"
+#include "preview/PreviewPage.h"
 #include "widgets/BlockLines.h"
 #include "widgets/LiteralRenderer.h"
-#include "widgets/PreviewPage.h"
 
 using namespace quillmere;
 

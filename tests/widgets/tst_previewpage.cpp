@@ -1,8 +1,8 @@
 #include "TextTable.h"
 #include "markup/WidgetDocument.h"
+#include "preview/PreviewPage.h"
 #include "rows/ListRows.h"
 #include "source/SavedText.h"
-#include "widgets/PreviewPage.h"
 
 using namespace quillmere;
 

@@ -1,4 +1,4 @@
-#include "widgets/WidgetHtml.h"
+#include "preview/WidgetHtml.h"
 
 #include "markup/Matching.h"
 #include "markup/WidgetDocument.h"

@@ -1,4 +1,4 @@
-#include "widgets/LateRender.h"
+#include "preview/forms/LateRender.h"
 
 #include <QElapsedTimer>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "files/Progress.h"
-#include "widgets/PreviewPage.h"
-#include "widgets/WidgetHtml.h"
+#include "preview/PreviewPage.h"
+#include "preview/WidgetHtml.h"
 
 #include <QObject>
 #include <QThreadPool>

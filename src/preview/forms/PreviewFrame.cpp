@@ -1,4 +1,4 @@
-#include "widgets/PreviewFrame.h"
+#include "preview/forms/PreviewFrame.h"
 
 #include "browser/forms/WebBrowser.h"
 #include "controls/Commands.h"

@@ -1,4 +1,4 @@
-#include "widgets/PreviewPage.h"
+#include "preview/PreviewPage.h"
 
 #include "markup/Matching.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/CaptionBox.h"
-#include "widgets/PreviewPage.h"
+#include "preview/PreviewPage.h"
 
 class QScrollArea;
 
