@@ -6,8 +6,8 @@
 #include "controls/Commands.h"
 #include "replace/frmReplace.h"
 #include "source/forms/SourceBox.h"
-#include "widgets/SourceTab.h"
-#include "widgets/frmWidget.h"
+#include "widgets/forms/SourceTab.h"
+#include "widgets/forms/frmWidget.h"
 
 #include <QAction>
 #include <QGuiApplication>

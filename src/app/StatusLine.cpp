@@ -4,7 +4,7 @@
 
 #include "browser/forms/WebBrowser.h"
 #include "controls/Named.h"
-#include "widgets/SourceTab.h"
+#include "widgets/forms/SourceTab.h"
 
 #include <QActionGroup>
 #include <QLabel>

@@ -24,8 +24,8 @@
 #include "i18n/LanguageCatalogue.h"
 #include "preview/forms/PreviewFrame.h"
 #include "source/forms/SourceBox.h"
-#include "widgets/SourceTab.h"
-#include "widgets/WidgetTab.h"
+#include "widgets/forms/SourceTab.h"
+#include "widgets/forms/WidgetTab.h"
 
 #include <QApplication>
 #include <QCloseEvent>

@@ -5,7 +5,7 @@
 #include "preview/WidgetHtml.h"
 #include "rows/ListRows.h"
 #include "source/forms/SourceBox.h"
-#include "widgets/SourceTab.h"
+#include "widgets/forms/SourceTab.h"
 
 #include <QDesktopServices>
 #include <QDialog>

@@ -1,4 +1,4 @@
-#include "widgets/ColourCombo.h"
+#include "widgets/forms/ColourCombo.h"
 
 #include "rows/ListRows.h"
 

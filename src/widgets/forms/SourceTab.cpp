@@ -1,4 +1,4 @@
-#include "widgets/SourceTab.h"
+#include "widgets/forms/SourceTab.h"
 
 #include "asking/Prompts.h"
 #include "controls/Commands.h"

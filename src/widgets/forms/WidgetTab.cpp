@@ -1,4 +1,4 @@
-#include "widgets/WidgetTab.h"
+#include "widgets/forms/WidgetTab.h"
 
 #include "asking/Prompts.h"
 #include "controls/Commands.h"

@@ -1,4 +1,4 @@
-#include "widgets/frmWidget.h"
+#include "widgets/forms/frmWidget.h"
 
 #include "controls/CaptionBox.h"
 #include "controls/ListView.h"
@@ -6,7 +6,7 @@
 #include "markup/Matching.h"
 #include "source/forms/SourceBox.h"
 #include "widgets/BlockProperties.h"
-#include "widgets/ColourCombo.h"
+#include "widgets/forms/ColourCombo.h"
 
 #include <QElapsedTimer>
 #include <QGridLayout>
