@@ -1,4 +1,4 @@
-#include "catalogues/KeymapTab.h"
+#include "catalogues/forms/KeymapTab.h"
 
 #include "catalogues/KeymapCatalogue.h"
 #include "controls/ListView.h"

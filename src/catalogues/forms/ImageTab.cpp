@@ -1,9 +1,9 @@
-#include "catalogues/ImageTab.h"
+#include "catalogues/forms/ImageTab.h"
 
 #include "asking/Prompts.h"
 #include "catalogues/ImageCatalogue.h"
-#include "catalogues/PictureBox.h"
 #include "catalogues/UsageScan.h"
+#include "catalogues/forms/PictureBox.h"
 #include "controls/Commands.h"
 #include "controls/DirListBox.h"
 #include "controls/ListView.h"

@@ -1,4 +1,4 @@
-#include "catalogues/ColourDelegate.h"
+#include "catalogues/forms/ColourDelegate.h"
 
 #include "markup/ColourCode.h"
 

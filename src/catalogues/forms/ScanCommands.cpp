@@ -1,4 +1,4 @@
-#include "catalogues/ScanCommands.h"
+#include "catalogues/forms/ScanCommands.h"
 
 #include "catalogues/UsageScan.h"
 #include "controls/Commands.h"

@@ -1,4 +1,4 @@
-#include "catalogues/PanelTab.h"
+#include "catalogues/forms/PanelTab.h"
 
 #include "catalogues/PanelSettings.h"
 #include "controls/ListView.h"

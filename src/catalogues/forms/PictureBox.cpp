@@ -1,4 +1,4 @@
-#include "catalogues/PictureBox.h"
+#include "catalogues/forms/PictureBox.h"
 
 #include "files/Paths.h"
 

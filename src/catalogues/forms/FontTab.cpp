@@ -1,4 +1,4 @@
-#include "catalogues/FontTab.h"
+#include "catalogues/forms/FontTab.h"
 
 #include "controls/ListView.h"
 #include "controls/Named.h"

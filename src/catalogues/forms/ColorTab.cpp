@@ -1,8 +1,8 @@
-#include "catalogues/ColorTab.h"
+#include "catalogues/forms/ColorTab.h"
 
 #include "asking/Prompts.h"
 #include "catalogues/ColourCatalogue.h"
-#include "catalogues/ColourDelegate.h"
+#include "catalogues/forms/ColourDelegate.h"
 #include "controls/Commands.h"
 #include "controls/ListView.h"
 #include "controls/Swatch.h"
