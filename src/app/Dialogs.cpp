@@ -4,7 +4,7 @@
 #include "app/frmAbout.h"
 #include "app/frmRestore.h"
 #include "controls/Commands.h"
-#include "replace/frmReplace.h"
+#include "replace/forms/frmReplace.h"
 #include "source/forms/SourceBox.h"
 #include "widgets/forms/SourceTab.h"
 #include "widgets/forms/frmWidget.h"

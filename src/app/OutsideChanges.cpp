@@ -4,7 +4,7 @@
 #include "app/ThemeProject.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
-#include "i18n/LangTab.h"
+#include "i18n/forms/LangTab.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>

@@ -1,4 +1,4 @@
-#include "colorpicker/ChannelBar.h"
+#include "colorpicker/forms/ChannelBar.h"
 
 namespace quillmere {
 

@@ -1,4 +1,4 @@
-#include "replace/frmReplace.h"
+#include "replace/forms/frmReplace.h"
 
 #include "asking/Prompts.h"
 #include "controls/ListView.h"

@@ -1,9 +1,9 @@
-#include "colorpicker/frmcolor.h"
+#include "colorpicker/forms/frmcolor.h"
 
 #include "asking/Prompts.h"
-#include "colorpicker/ChannelBar.h"
-#include "colorpicker/ColourPalette.h"
 #include "colorpicker/ColourValue.h"
+#include "colorpicker/forms/ChannelBar.h"
+#include "colorpicker/forms/ColourPalette.h"
 #include "controls/CaptionBox.h"
 #include "controls/Named.h"
 #include "controls/Swatch.h"

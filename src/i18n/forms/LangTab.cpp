@@ -1,4 +1,4 @@
-#include "i18n/LangTab.h"
+#include "i18n/forms/LangTab.h"
 
 #include "asking/Prompts.h"
 #include "controls/Commands.h"

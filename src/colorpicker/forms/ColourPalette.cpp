@@ -1,4 +1,4 @@
-#include "colorpicker/ColourPalette.h"
+#include "colorpicker/forms/ColourPalette.h"
 
 #include "colorpicker/ColourValue.h"
 #include "controls/Named.h"
