@@ -1,5 +1,5 @@
-#include "app/ThemeProject.h"
 #include "files/Paths.h"
+#include "theme/ThemeProject.h"
 
 #include <benchmark/benchmark.h>
 

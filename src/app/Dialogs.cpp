@@ -1,11 +1,11 @@
 #include "app/Dialogs.h"
 
-#include "app/ThemeProject.h"
 #include "app/frmAbout.h"
 #include "app/frmRestore.h"
 #include "controls/Commands.h"
 #include "replace/forms/frmReplace.h"
 #include "source/forms/SourceBox.h"
+#include "theme/ThemeProject.h"
 #include "widgets/forms/SourceTab.h"
 #include "widgets/forms/frmWidget.h"
 

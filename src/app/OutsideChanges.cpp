@@ -1,10 +1,10 @@
 #include "app/OutsideChanges.h"
 
 #include "app/OfferBar.h"
-#include "app/ThemeProject.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "i18n/forms/LangTab.h"
+#include "theme/ThemeProject.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>

@@ -1,6 +1,5 @@
 #include "app/RenderCommand.h"
 
-#include "app/ThemeProject.h"
 #include "browser/forms/WebBrowser.h"
 #include "controls/Twips.h"
 #include "files/Paths.h"
@@ -8,6 +7,7 @@
 #include "markup/FormatXML.h"
 #include "preview/PreviewPage.h"
 #include "preview/WidgetHtml.h"
+#include "theme/ThemeProject.h"
 
 #include <QDir>
 #include <QEventLoop>

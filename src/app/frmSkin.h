@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/MainMenu.h"
-#include "app/ThemeProject.h"
 #include "catalogues/ColourConversion.h"
 #include "files/TextFile.h"
+#include "theme/ThemeProject.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>

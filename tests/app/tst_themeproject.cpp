@@ -1,8 +1,8 @@
 #include "TextTable.h"
-#include "app/ThemeProject.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "platform/TestFiles.h"
+#include "theme/ThemeProject.h"
 
 #include <QSignalSpy>
 

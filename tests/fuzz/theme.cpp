@@ -1,7 +1,7 @@
 #include "Fuzz.h"
-#include "app/ThemeProject.h"
 #include "markup/mndIni.h"
 #include "platform/TestFiles.h"
+#include "theme/ThemeProject.h"
 
 using namespace quillmere;
 

@@ -1,4 +1,4 @@
-#include "app/ThemeProject.h"
+#include "theme/ThemeProject.h"
 
 #include "catalogues/FontCatalogue.h"
 #include "catalogues/KeymapCatalogue.h"
