@@ -1,8 +1,8 @@
 #include "app/Dialogs.h"
 
 #include "app/frmAbout.h"
-#include "app/frmRestore.h"
 #include "controls/Commands.h"
+#include "keeping/forms/frmRestore.h"
 #include "replace/forms/frmReplace.h"
 #include "source/forms/SourceBox.h"
 #include "theme/ThemeProject.h"

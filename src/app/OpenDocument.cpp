@@ -1,11 +1,11 @@
 #include "app/OpenDocument.h"
 
-#include "app/OutsideChanges.h"
-#include "app/Recovery.h"
 #include "app/StatusLine.h"
 #include "asking/Prompts.h"
 #include "files/LoadedFiles.h"
 #include "files/RunTimeError.h"
+#include "keeping/forms/OutsideChanges.h"
+#include "keeping/forms/Recovery.h"
 #include "markup/FormatXML.h"
 #include "preview/forms/PreviewFrame.h"
 #include "source/SavedText.h"

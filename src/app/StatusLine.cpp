@@ -1,6 +1,6 @@
 #include "app/StatusLine.h"
 
-#include "app/OfferBar.h"
+#include "keeping/forms/OfferBar.h"
 
 #include "browser/forms/WebBrowser.h"
 #include "controls/Named.h"

@@ -2,7 +2,6 @@
 
 #include "app/Dialogs.h"
 #include "app/OpenDocument.h"
-#include "app/OutsideChanges.h"
 #include "app/RecentThemes.h"
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
@@ -22,6 +21,7 @@
 #include "files/RunTimeError.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/forms/LangTab.h"
+#include "keeping/forms/OutsideChanges.h"
 #include "preview/forms/PreviewFrame.h"
 #include "source/forms/SourceBox.h"
 #include "widgets/forms/SourceTab.h"

@@ -1,6 +1,6 @@
 #include "Fuzz.h"
+#include "keeping/UnsavedTexts.h"
 #include "platform/TestFiles.h"
-#include "platform/UnsavedTexts.h"
 
 using namespace quillmere;
 

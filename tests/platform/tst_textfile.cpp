@@ -3,8 +3,8 @@
 #include "files/LoadedFiles.h"
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
+#include "keeping/UnsavedTexts.h"
 #include "platform/TestFiles.h"
-#include "platform/UnsavedTexts.h"
 
 #include <QRandomGenerator>
 

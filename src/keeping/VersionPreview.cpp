@@ -1,4 +1,4 @@
-#include "app/VersionPreview.h"
+#include "keeping/VersionPreview.h"
 
 #include "files/Paths.h"
 #include "files/TextFile.h"

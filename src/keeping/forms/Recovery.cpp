@@ -1,8 +1,8 @@
-#include "app/Recovery.h"
+#include "keeping/forms/Recovery.h"
 
-#include "app/OfferBar.h"
 #include "files/LoadedFiles.h"
 #include "files/RunTimeError.h"
+#include "keeping/forms/OfferBar.h"
 #include "source/forms/SourceBox.h"
 
 #include <QFile>

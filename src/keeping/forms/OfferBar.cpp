@@ -1,4 +1,4 @@
-#include "app/OfferBar.h"
+#include "keeping/forms/OfferBar.h"
 
 #include "controls/Named.h"
 

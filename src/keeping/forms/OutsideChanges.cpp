@@ -1,9 +1,9 @@
-#include "app/OutsideChanges.h"
+#include "keeping/forms/OutsideChanges.h"
 
-#include "app/OfferBar.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "i18n/forms/LangTab.h"
+#include "keeping/forms/OfferBar.h"
 #include "theme/ThemeProject.h"
 
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/UnsavedTexts.h"
+#include "keeping/UnsavedTexts.h"
 
 #include <QElapsedTimer>
 #include <QObject>

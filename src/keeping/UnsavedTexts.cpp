@@ -1,4 +1,4 @@
-#include "platform/UnsavedTexts.h"
+#include "keeping/UnsavedTexts.h"
 
 #include "files/Paths.h"
 #include "files/RunTimeError.h"

@@ -1,10 +1,10 @@
-#include "app/frmRestore.h"
+#include "keeping/forms/frmRestore.h"
 
-#include "app/VersionPreview.h"
 #include "asking/Prompts.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "files/TextFile.h"
+#include "keeping/VersionPreview.h"
 
 #include <QBoxLayout>
 #include <QFileInfo>
