@@ -1,7 +1,7 @@
-#include "app/CommandLine.h"
-#include "app/RenderCommand.h"
 #include "app/frmSkin.h"
 #include "browser/forms/WebBrowser.h"
+#include "commands/CommandLine.h"
+#include "commands/forms/RenderCommand.h"
 #include "files/Memory.h"
 
 #include <QApplication>

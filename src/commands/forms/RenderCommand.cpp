@@ -1,4 +1,4 @@
-#include "app/RenderCommand.h"
+#include "commands/forms/RenderCommand.h"
 
 #include "browser/forms/WebBrowser.h"
 #include "controls/Twips.h"
