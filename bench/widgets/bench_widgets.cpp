@@ -1,5 +1,5 @@
+#include "preview/LiteralRenderer.h"
 #include "preview/PreviewPage.h"
-#include "widgets/LiteralRenderer.h"
 
 #include <benchmark/benchmark.h>
 

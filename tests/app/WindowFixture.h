@@ -5,8 +5,8 @@
 #include "browser/forms/WebBrowser.h"
 #include "files/Backups.h"
 #include "files/ProgramFolder.h"
+#include "files/TestFiles.h"
 #include "keeping/UnsavedTexts.h"
-#include "platform/TestFiles.h"
 
 #include <QApplication>
 #include <QEventLoop>

@@ -3,9 +3,9 @@
 #include "catalogues/LiteralConversion.h"
 #include "colorpicker/ColourValue.h"
 #include "files/Backups.h"
+#include "files/TestFiles.h"
 #include "files/TextFile.h"
 #include "markup/LiteralTwins.h"
-#include "platform/TestFiles.h"
 #include "rows/ListRows.h"
 
 #include <QTest>

@@ -5,8 +5,8 @@
 #include "files/FileList.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
+#include "files/TestFiles.h"
 #include "files/TextFile.h"
-#include "platform/TestFiles.h"
 #include "preview/PreviewPage.h"
 
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
 #include "catalogues/KeymapCatalogue.h"
 #include "catalogues/PanelSettings.h"
-#include "platform/TestFiles.h"
+#include "files/TestFiles.h"
 #include "rows/ListRows.h"
 
 #include <QTest>

@@ -1,6 +1,6 @@
 #include "catalogues/LiteralScan.h"
 #include "catalogues/UsageScan.h"
-#include "platform/TestFiles.h"
+#include "files/TestFiles.h"
 #include "rows/ListRows.h"
 
 #include <QRandomGenerator>

@@ -2,8 +2,8 @@
 #include "catalogues/ColourCatalogue.h"
 #include "colorpicker/ColourValue.h"
 #include "files/Backups.h"
+#include "files/TestFiles.h"
 #include "markup/ColourCode.h"
-#include "platform/TestFiles.h"
 
 using namespace quillmere;
 

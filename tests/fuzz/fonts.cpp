@@ -1,7 +1,7 @@
 #include "Fuzz.h"
 #include "catalogues/FontCatalogue.h"
+#include "files/TestFiles.h"
 #include "markup/LiteralTwins.h"
-#include "platform/TestFiles.h"
 #include "preview/PreviewPage.h"
 
 using namespace quillmere;

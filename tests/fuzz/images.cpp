@@ -3,7 +3,7 @@
 #include "files/Backups.h"
 #include "files/FileList.h"
 #include "files/Paths.h"
-#include "platform/TestFiles.h"
+#include "files/TestFiles.h"
 
 using namespace quillmere;
 

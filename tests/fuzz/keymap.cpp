@@ -1,7 +1,7 @@
 #include "Fuzz.h"
 #include "catalogues/KeymapCatalogue.h"
+#include "files/TestFiles.h"
 #include "markup/LiteralTwins.h"
-#include "platform/TestFiles.h"
 
 using namespace quillmere;
 

@@ -1,7 +1,7 @@
 #include "Fuzz.h"
+#include "files/TestFiles.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/LiteralTranslation.h"
-#include "platform/TestFiles.h"
 
 using namespace quillmere;
 

@@ -1,6 +1,6 @@
 #include "Fuzz.h"
 #include "catalogues/PanelSettings.h"
-#include "platform/TestFiles.h"
+#include "files/TestFiles.h"
 
 using namespace quillmere;
 

@@ -1,7 +1,7 @@
 #include "files/Paths.h"
 #include "Fuzz.h"
 #include "files/FileList.h"
-#include "platform/TestFiles.h"
+#include "files/TestFiles.h"
 
 using namespace quillmere;
 

@@ -1,7 +1,7 @@
 #include "browser/PictureUrls.h"
 #include "Fuzz.h"
 #include "files/Paths.h"
-#include "platform/TestFiles.h"
+#include "files/TestFiles.h"
 
 #include <QRegularExpression>
 

@@ -1,8 +1,8 @@
 #include "Fuzz.h"
 #include "markup/WidgetDocument.h"
+#include "preview/LiteralRenderer.h"
 #include "preview/PreviewPage.h"
 #include "widgets/BlockLines.h"
-#include "widgets/LiteralRenderer.h"
 
 using namespace quillmere;
 

@@ -1,6 +1,6 @@
 #include "Fuzz.h"
 #include "files/Backups.h"
-#include "platform/TestFiles.h"
+#include "files/TestFiles.h"
 
 using namespace quillmere;
 

@@ -1,6 +1,6 @@
 #include "Fuzz.h"
+#include "files/TestFiles.h"
 #include "markup/mndIni.h"
-#include "platform/TestFiles.h"
 #include "theme/ThemeProject.h"
 
 using namespace quillmere;

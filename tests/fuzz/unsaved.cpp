@@ -1,6 +1,6 @@
 #include "Fuzz.h"
+#include "files/TestFiles.h"
 #include "keeping/UnsavedTexts.h"
-#include "platform/TestFiles.h"
 
 using namespace quillmere;
 

@@ -1,7 +1,7 @@
 #include "catalogues/UsageScan.h"
 #include "Fuzz.h"
 #include "catalogues/LiteralScan.h"
-#include "platform/TestFiles.h"
+#include "files/TestFiles.h"
 
 using namespace quillmere;
 

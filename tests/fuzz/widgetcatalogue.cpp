@@ -2,8 +2,8 @@
 #include "Fuzz.h"
 #include "files/FileList.h"
 #include "files/Paths.h"
+#include "files/TestFiles.h"
 #include "markup/TagWidget.h"
-#include "platform/TestFiles.h"
 
 using namespace quillmere;
 

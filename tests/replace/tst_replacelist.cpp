@@ -1,5 +1,5 @@
 #include "files/ProgramFolder.h"
-#include "platform/TestFiles.h"
+#include "files/TestFiles.h"
 #include "replace/ReplaceList.h"
 
 #include <QTest>

@@ -1,7 +1,7 @@
 #include "TextTable.h"
 #include "files/FileList.h"
 #include "files/Paths.h"
-#include "platform/TestFiles.h"
+#include "files/TestFiles.h"
 #include "widgets/WidgetCatalogue.h"
 
 #include <QDateTime>

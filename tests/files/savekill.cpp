@@ -2,8 +2,8 @@
 // moment, and looks whether the file is a whole one, and so often. Fails at the first that is not.
 
 #include "files/Backups.h"
+#include "files/TestFiles.h"
 #include "files/TextFile.h"
-#include "platform/TestFiles.h"
 
 #include <QCoreApplication>
 #include <QDirIterator>

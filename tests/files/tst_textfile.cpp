@@ -2,9 +2,9 @@
 #include "files/Backups.h"
 #include "files/LoadedFiles.h"
 #include "files/RunTimeError.h"
+#include "files/TestFiles.h"
 #include "files/TextFile.h"
 #include "keeping/UnsavedTexts.h"
-#include "platform/TestFiles.h"
 
 #include <QRandomGenerator>
 

@@ -2,7 +2,7 @@
 #include "browser/PictureUrls.h"
 #include "files/FileList.h"
 #include "files/Paths.h"
-#include "platform/TestFiles.h"
+#include "files/TestFiles.h"
 
 #include <QAbstractItemModelTester>
 #include <QRandomGenerator>

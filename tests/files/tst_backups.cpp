@@ -1,7 +1,7 @@
 #include "files/Backups.h"
 #include "files/RunTimeError.h"
+#include "files/TestFiles.h"
 #include "files/TextFile.h"
-#include "platform/TestFiles.h"
 
 #include <QDirIterator>
 #include <QSet>

@@ -1,7 +1,7 @@
 #include "TextTable.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
-#include "platform/TestFiles.h"
+#include "files/TestFiles.h"
 #include "theme/ThemeProject.h"
 
 #include <QSignalSpy>

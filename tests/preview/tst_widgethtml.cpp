@@ -1,5 +1,5 @@
 #include "TextTable.h"
-#include "widgets/LiteralRenderer.h"
+#include "preview/LiteralRenderer.h"
 
 using namespace quillmere;
 using S = QStringView;
