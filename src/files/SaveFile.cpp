@@ -4,16 +4,11 @@
 #include "files/FailedStep.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
+#include "files/WholeFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
-
-#ifdef Q_OS_UNIX
-#include <cerrno>
-#include <unistd.h>
-#endif
 
 namespace quillmere {
 
@@ -55,20 +50,6 @@ QByteArray encodeFor(const QString &path, const QString &text, CodePage page)
     }
 }
 
-// Some disks, full ones behind a network for example, refuse what was written only when they are told to keep
-// it. Committing does tell them so, and passes over the answer. Empty where the disk has it, or where it
-// knows no such order.
-QString whyNotKept(const QSaveFile &file)
-{
-#ifdef Q_OS_UNIX
-    if (fsync(file.handle()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS)
-        return qt_error_string(errno);
-#else
-    Q_UNUSED(file);
-#endif
-    return {};
-}
-
 // A pipe or a device would swallow the bytes, and reading it for the copy could wait for ever.
 void requireFile(const QString &target)
 {
@@ -81,17 +62,15 @@ void requireFile(const QString &target)
 void replaceFile(const QString &target, const QByteArray &bytes)
 {
     const QString copy = QFileInfo::exists(target) ? backUp(target) : QString();
-    QSaveFile file(target);
-    if (!file.open(QIODevice::WriteOnly))
-        throwFailed("open", target, file.errorString());
-    const bool written = file.write(bytes) == bytes.size() && file.flush();
-    const QString reason = written ? whyNotKept(file) : file.errorString();
-    if (!reason.isEmpty()) {
-        file.cancelWriting();
-        throwFailed("write", target, reason);
-    }
-    if (!file.commit())
-        throwFailed("rename", target, file.errorString());
+    const auto require = [&](const char *step, const QString &reason) {
+        if (!reason.isEmpty())
+            throwFailed(step, target, reason);
+    };
+    WholeFile file(target);
+    require("open", file.open());
+    require("write", file.write(bytes));
+    require("write", file.flush());
+    require("rename", file.rename());
     if (!copy.isEmpty())
         pruneBackups(copy);
 }
@@ -119,8 +98,8 @@ void RestoreFile(const QString &path, const QString &version)
     const QFile::Permissions permissions = QFile::permissions(version);
     const QFileInfo old(path);
     const bool existed = old.exists();
-    if (!QDir().mkpath(old.absolutePath()))
-        throwFailed("open", path, QStringLiteral("its folder cannot be made"));
+    if (const QString reason = makeFolder(old.absolutePath()); !reason.isEmpty())
+        throwFailed("open", path, QStringLiteral("its folder cannot be made: ") + reason);
     replaceFile(existed ? old.canonicalFilePath() : path, *bytes);
     if (!existed)
         QFile::setPermissions(path, permissions);

@@ -1,13 +1,13 @@
 #include "keeping/UnsavedTexts.h"
 
+#include "files/FailedStep.h"
 #include "files/Paths.h"
-#include "files/RunTimeError.h"
+#include "files/WholeFile.h"
 
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -86,11 +86,11 @@ void keepUnsaved(const QString &file, const QString &document, const QString &te
     // The path is there for a person who looks into the folder; a line break in it would begin the text.
     const QByteArray bytes = toBytes(QString::fromLatin1(base.toHex()) + u' ' +
                                      QString(document).replace(u'\n', u' ') + u'\n' + text);
-    QDir().mkpath(QFileInfo(file).path());
-    QSaveFile out(file);
-    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit())
-        throw RunTimeError(QStringLiteral("Cannot keep the unsaved text in \"%1\": %2.")
-                               .arg(QDir::toNativeSeparators(file), out.errorString()));
+    QString reason = makeFolder(QFileInfo(file).path());
+    if (reason.isEmpty())
+        reason = WholeFile(file).writeAll(bytes);
+    if (!reason.isEmpty())
+        throwFailed("keep the unsaved text in", file, reason);
 }
 
 QString recoveryFolder()

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QSaveFile>
+#include <QString>
+
+namespace quillmere {
+
+// Makes the folder with those above it. Empty where it is there now, else the system's reason.
+QString makeFolder(const QString &folder);
+
+// Writes a file whole or not at all: beside it, then renamed over it, which keeps its permissions. Each step
+// gives the system's reason where it fails, else nothing; the file is then as it was, and nothing is left
+// beside it. A symbolic link stays one and its target is written.
+class WholeFile
+{
+public:
+    explicit WholeFile(const QString &path);
+
+    QString open();
+    // May be called again for what follows.
+    QString write(QByteArrayView bytes);
+    // Makes the disk keep what was written.
+    QString flush();
+    QString rename();
+
+    // All steps.
+    QString writeAll(QByteArrayView bytes);
+
+private:
+    QString m_path;
+    QString m_beside; // a shorter name, where the file's own leaves no room for an ending
+    QSaveFile m_file;
+};
+
+} // namespace quillmere
