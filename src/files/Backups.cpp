@@ -2,11 +2,13 @@
 
 #include "files/FailedStep.h"
 #include "files/Paths.h"
+#include "files/WholeFile.h"
 
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QLockFile>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -16,9 +18,20 @@ namespace quillmere {
 namespace {
 
 // All paths in here have "/", as Qt gives them.
-constexpr int kLongestName = 255; // bytes; what file systems commonly take
-constexpr int kStamp = 20;        // length of ".yyyyMMdd-hhmmss-zzz"
-constexpr int kTellEvery = 256;   // copies
+// How a copy's name ends: a number that only grows and the time in UTC, or the local time alone where an
+// earlier release made it. A digit stands as 0.
+constexpr QStringView kEnding = u".0000000000-00000000-000000-000Z";
+constexpr QStringView kOldEnding = u".00000000-000000-000";
+constexpr qsizetype kNumberLength = 10;
+constexpr qsizetype kTimeLength = 19;
+constexpr quint64 kLastNumber = 9'999'999'999;
+// Bytes that a name may have before its copies get a folder of their own, now and in earlier releases. Some
+// file systems take names of 143 bytes, most of 255.
+constexpr int kLongestName = 100;
+constexpr int kOldLongestName = 255 - 20;
+constexpr int kPatience = 1000;      // ms
+constexpr int kTellEvery = 256;      // copies
+constexpr qint64 kPortion = 1 << 20; // bytes
 
 constexpr qint64 kRoomMade = kMostBytes / 100;
 
@@ -46,50 +59,114 @@ QString backupFolderOf(const QString &folder)
     return QDir(backupRoot()).filePath(path);
 }
 
-bool isTooLong(QStringView name)
+bool fits(QStringView form, QStringView text)
 {
-    return QFile::encodeName(name.toString()).size() + kStamp > kLongestName;
+    return std::equal(form.begin(), form.end(), text.begin(), text.end(), [](QChar wanted, QChar c) {
+        return wanted == u'0' ? c >= u'0' && c <= u'9' : c == wanted;
+    });
 }
 
-QDate dateOf(QStringView stamp)
+bool isTooLong(QStringView name, QStringView ending)
 {
-    return {stamp.sliced(1, 4).toInt(), stamp.sliced(5, 2).toInt(), stamp.sliced(7, 2).toInt()};
+    const int longest = ending.size() == kEnding.size() ? kLongestName : kOldLongestName;
+    return QFile::encodeName(name.toString()).size() > longest;
 }
 
-QTime timeOfDay(QStringView stamp)
+// "yyyyMMdd-hhmmss-zzz" of an ending, and as a time.
+QStringView timePart(QStringView ending)
 {
-    return {stamp.sliced(10, 2).toInt(), stamp.sliced(12, 2).toInt(), stamp.sliced(14, 2).toInt(),
-            stamp.sliced(17, 3).toInt()};
+    return (ending.endsWith(u'Z') ? ending.chopped(1) : ending).last(kTimeLength);
 }
 
-bool isStamp(QStringView text)
+QDateTime timeOf(QStringView ending)
 {
-    constexpr QStringView form = u".00000000-000000-000";
-    for (qsizetype i = 0; i < kStamp; ++i) {
-        const bool isDigit = text[i] >= u'0' && text[i] <= u'9';
-        if (form[i] == u'0' ? !isDigit : text[i] != form[i])
-            return false;
+    const QStringView time = timePart(ending);
+    const auto number = [time](qsizetype at, qsizetype length) { return time.sliced(at, length).toInt(); };
+    return {QDate(number(0, 4), number(4, 2), number(6, 2)),
+            QTime(number(9, 2), number(11, 2), number(13, 2), number(16, 3)),
+            ending.endsWith(u'Z') ? Qt::UTC : Qt::LocalTime};
+}
+
+// What a copy's name ends in, by its form.
+QStringView endingOf(QStringView copy)
+{
+    for (const QStringView form : {kEnding, kOldEnding}) {
+        const QStringView ending = copy.last(std::min(copy.size(), form.size()));
+        if (fits(form, ending))
+            return ending;
     }
-    return dateOf(text).isValid() && timeOfDay(text).isValid();
+    return {};
 }
 
-// The path without the time, which is what the copies of one file have in common; empty for a file that is no
-// copy of ours.
+// 0 for a copy of an earlier release.
+quint64 numberOf(QStringView ending)
+{
+    return ending.size() == kEnding.size() ? ending.sliced(1, kNumberLength).toULongLong() : 0;
+}
+
+// The path without the ending, which is what the copies of one file have in common; empty for a file that is
+// no copy of ours.
 QStringView originalOf(QStringView copy)
 {
-    if (copy.size() <= kStamp || !isStamp(copy.last(kStamp)))
+    const QStringView ending = endingOf(copy);
+    if (ending.isEmpty() || ending.size() == copy.size())
         return {};
-    QStringView original = copy.chopped(kStamp);
+    // An hour that clocks skipped here may have been there where the copy was made.
+    const QDateTime time = timeOf(ending);
+    if (!time.date().isValid() || !time.time().isValid())
+        return {};
+    QStringView original = copy.chopped(ending.size());
     const bool inOwnFolder = original.endsWith(u'/');
     if (inOwnFolder)
         original.chop(1);
-    return isTooLong(fileNameOf(original)) == inOwnFolder ? original : QStringView();
+    return isTooLong(fileNameOf(original), ending) == inOwnFolder ? original : QStringView();
 }
 
 bool isNewer(const Version &a, const Version &b)
 {
-    const int order = QStringView(a.copy).last(kStamp).compare(QStringView(b.copy).last(kStamp));
+    const QStringView first = endingOf(a.copy), second = endingOf(b.copy);
+    if (numberOf(first) != numberOf(second))
+        return numberOf(first) > numberOf(second);
+    const int order = timePart(first).compare(timePart(second));
     return order != 0 ? order > 0 : a.copy < b.copy;
+}
+
+// The highest number that a copy has.
+quint64 highestNumber()
+{
+    quint64 highest = 0;
+    QDirIterator it(backupRoot(), QDir::Files | QDir::Hidden | QDir::NoSymLinks,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext())
+        highest = std::max(highest, numberOf(endingOf(it.next())));
+    return highest;
+}
+
+// The number of the next copy. Two programs that wait for each other in vain may take the same one, which
+// leaves open only which of two copies is the later. RunTimeError where it cannot be kept: `path` is what was
+// to be backed up.
+quint64 takeNumber(const QString &path)
+{
+    QFile kept(joinPath(backupRoot(), u".last-number"));
+    QLockFile lock(kept.fileName() + QStringLiteral(".lock"));
+    lock.tryLock(kPatience);
+    QByteArray digits;
+    if (kept.open(QIODevice::ReadOnly))
+        digits = kept.read(kNumberLength + 1);
+    const bool known = fits(kEnding.sliced(1, kNumberLength), QString::fromLatin1(digits));
+    const quint64 number = std::min((known ? digits.toULongLong() : highestNumber()) + 1, kLastNumber);
+    const QString reason =
+        WholeFile(kept.fileName()).writeAll(QByteArray::number(number).rightJustified(kNumberLength, '0'));
+    if (!reason.isEmpty())
+        throwFailed("back up", path, reason);
+    return number;
+}
+
+QString newEnding(quint64 number)
+{
+    return QStringLiteral(".%1-%2Z")
+        .arg(number, kNumberLength, 10, QChar(u'0'))
+        .arg(QDateTime::currentDateTimeUtc().toString(u"yyyyMMdd-hhmmss-zzz"));
 }
 
 // The copies in a folder below the backup folder whose paths begin with `start`, newest first; path and size
@@ -126,9 +203,13 @@ qsizetype themeEnd(QStringView path)
 void keepNumber(const QString &newest)
 {
     const QStringView original = originalOf(newest);
+    // Those of a long name may lie beside its folder, from earlier releases.
+    QList<Version> versions =
+        copiesIn(folderOf(original).toString(), QDirIterator::NoIteratorFlags, original);
+    if (isTooLong(fileNameOf(original), kEnding))
+        versions = copiesIn(original.toString(), QDirIterator::NoIteratorFlags) + versions;
     int count = 1;
-    for (const Version &version :
-         copiesIn(QFileInfo(newest).path(), QDirIterator::NoIteratorFlags, newest.chopped(kStamp))) {
+    for (const Version &version : std::as_const(versions)) {
         if (version.copy != newest && originalOf(version.copy) == original && ++count > kMostVersions)
             QFile::remove(version.copy);
     }
@@ -163,6 +244,26 @@ void keepBytes(const QString &newest)
     roomLeft[folder] = kMostBytes - all;
 }
 
+void copyTo(const QString &copy, const QString &path)
+{
+    const auto require = [&](const QString &reason) {
+        if (!reason.isEmpty())
+            throwFailed("back up", path, reason);
+    };
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        require(file.errorString());
+    WholeFile target(copy);
+    require(target.open());
+    for (QByteArray portion = file.read(kPortion); !portion.isEmpty(); portion = file.read(kPortion))
+        require(target.write(portion));
+    if (file.error() != QFileDevice::NoError)
+        require(file.errorString());
+    require(target.flush());
+    require(target.rename());
+    QFile::setPermissions(copy, file.permissions());
+}
+
 } // namespace
 
 QString backupFolder()
@@ -184,22 +285,19 @@ QString backUp(const QString &path)
     const QFileInfo info(path);
     QString folder = backupFolderOf(info.absolutePath());
     QString name = info.fileName();
-    if (isTooLong(name)) {
+    if (isTooLong(name, kEnding)) {
         folder += QString(u'/' + name);
         name.clear();
     }
-    if (!QDir().mkpath(folder))
-        throwFailed("back up", path, QStringLiteral("the folder \"%1\" cannot be made").arg(folder));
-    // Two copies within one millisecond: the later one takes the next that is free.
-    QDateTime time = QDateTime::currentDateTime();
+    if (const QString reason = makeFolder(folder); !reason.isEmpty())
+        throwFailed("back up", path,
+                    QStringLiteral("the folder \"%1\" cannot be made: %2").arg(folder, reason));
+    quint64 number = takeNumber(path);
     QString copy;
-    do {
-        copy = folder + u'/' + name + time.toString(u".yyyyMMdd-hhmmss-zzz");
-        time = time.addMSecs(1);
-    } while (QFileInfo::exists(copy));
-    QFile file(path);
-    if (!file.copy(copy))
-        throwFailed("back up", path, file.errorString());
+    do
+        copy = folder + u'/' + name + newEnding(number++);
+    while (QFileInfo::exists(copy));
+    copyTo(copy, path);
     return copy;
 }
 
@@ -211,8 +309,7 @@ void pruneBackups(const QString &newest)
 
 QDateTime Version::time() const
 {
-    const QStringView stamp = QStringView(copy).last(kStamp);
-    return {dateOf(stamp), timeOfDay(stamp)};
+    return timeOf(endingOf(copy)).toLocalTime();
 }
 
 QList<Version> versionsBelow(const QString &folder, const Progress &progress)

@@ -9,8 +9,10 @@
 namespace quillmere {
 
 // Every file is copied into the backup folder before it is written or deleted. The path of its folder is
-// repeated there, and the copy is named NAME.yyyyMMdd-hhmmss-zzz, in local time. Where that would be too long
-// for a name, the copy is .yyyyMMdd-hhmmss-zzz in a folder NAME.
+// repeated there, and the copy is named NAME.NUMBER-yyyyMMdd-hhmmss-zzzZ, in UTC. The number only grows, and
+// says alone which copy came later: a clock may be set back. Where the name is long, the copy is
+// .NUMBER-yyyyMMdd-hhmmss-zzzZ in a folder NAME. Earlier releases named it NAME.yyyyMMdd-hhmmss-zzz, in local
+// time; such a copy is older than all that have a number.
 //
 // What is kept: of one file at most kMostVersions, of all files of a theme together at most kMostBytes; the
 // oldest go first. The number counts for each file by itself, or saving one window fifty times would throw
@@ -38,7 +40,7 @@ struct Version
     QString copy;    // where the version is kept
     qint64 size = 0; // bytes
 
-    // When the copy was made: the file's own state is that of some time before.
+    // When the copy was made, in local time: the file's own state is that of some time before.
     QDateTime time() const;
 };
 // The versions of all files in a folder and below it, newest first. `progress` is told how many were found,

@@ -41,6 +41,9 @@ private:
     std::unique_ptr<TestFiles> m_files;
 
 private slots:
+    // Far from UTC, so that no time passes for another.
+    void initTestCase() { qputenv("TZ", "AAA-14"); }
+
     void init()
     {
         m_files = std::make_unique<TestFiles>();
@@ -50,9 +53,14 @@ private slots:
 
     void keepsFiftyOfAFile()
     {
-        QSet<QString> kept{u"b.xml.20190101-000000-000"_s, u"a.xml.20190230-000000-000"_s,
-                           u"a.xml.20190101-000000-00"_s,  u"a.xml.bak"_s,
-                           u"20190101-000000-000"_s,       u"sub/.20190101-000000-000"_s};
+        QSet<QString> kept{u"b.xml.20190101-000000-000"_s,
+                           u"a.xml.20190230-000000-000"_s,
+                           u"a.xml.20190101-000000-00"_s,
+                           u"a.xml.bak"_s,
+                           u"20190101-000000-000"_s,
+                           u"sub/.20190101-000000-000"_s,
+                           u"a.xml.0000000001-20190230-000000-000Z"_s,
+                           u"a.xml.000000001-20190101-000000-000Z"_s};
         for (const QString &name : std::as_const(kept))
             put(name);
         for (int i = 0; i < 60; ++i) {
@@ -63,11 +71,12 @@ private slots:
         }
         // What links lead to counts for nothing and is not listed.
         const QString outside = m_files->write(u"outside/a.xml.20180101-000000-000"_s);
-        const QString newest = put(u"a.xml.20200101-000100-000"_s), folder = QFileInfo(newest).path();
+        const QString last = u"a.xml.0000000001-20180101-000000-000Z"_s, newest = put(last);
+        const QString folder = QFileInfo(newest).path();
         QVERIFY(QFile::link(outside, folder + u"/a.xml.20180101-000000-001"_s));
         QVERIFY(QFile::link(QFileInfo(outside).path(), folder + u"/link"_s));
         pruneBackups(newest);
-        QCOMPARE(names(), kept += u"a.xml.20200101-000100-000"_s);
+        QCOMPARE(names(), kept += last);
         QVERIFY(QFile::exists(folder + u"/a.xml.20180101-000000-001"_s));
         QCOMPARE(versionsBelow(theme()).size(), 51);
         QVERIFY(QFile::link(QFileInfo(outside).path(), m_files->path(u"backup/theme"_s)));
@@ -77,13 +86,14 @@ private slots:
     void keepsTheBytesOfATheme()
     {
         const QString a = u"a.xml.20200101-000000-000"_s, b = u"sub/b.xml.20190101-000000-000"_s,
-                      old = u"a.xml.20180101-000000-000"_s, d = u"d.xml.20200101-000000-000"_s,
-                      e = u"e.xml.20160101-000000-000"_s, f = u"f.xml.20150101-000000-000"_s,
+                      old = u"a.xml.20180101-000000-000"_s, d = u"d.xml.0000000001-20160101-000000-000Z"_s,
+                      e = u"e.xml.0000000002-20150101-000000-000Z"_s, // the clock was set back
+            f = u"f.xml.0000000003-20140101-000000-000Z"_s,
                       other = u"sub/theme/c.xml.20170101-000000-000"_s; // of a theme of its own
         put(a, 90), put(b, 90), put(old), put(other, 199);
         pruneBackups(put(d, 20));
         QCOMPARE(names(), QSet<QString>({a, b, old, other, d}));
-        pruneBackups(put(e, 1)); // older than the others: the clock was set back
+        pruneBackups(put(e, 1));
         QCOMPARE(names(), QSet<QString>({a, other, d, e}));
         pruneBackups(put(f, 201));
         QCOMPARE(names(), QSet<QString>({other, f}));
@@ -94,9 +104,9 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::newRow("plain") << u"sub/a.xml"_s;
         QTest::newRow("letters of two bytes") << u"sub/"_s + QString(115, QChar(0xFC)) + u".xml"_s;
-        // One byte too long for the time behind it, and the longest that can be written beside itself.
-        QTest::newRow("236 bytes") << u"sub/"_s + QString(236, u'n');
-        QTest::newRow("248 bytes") << u"sub/"_s + QString(248, u'n');
+        // The longest that has its copies beside those of others, and the longest there is.
+        for (const int length : {100, 101, 249, 255})
+            QTest::addRow("%d bytes", length) << u"sub/"_s + QString(length, u'n');
     }
 
     void restores()
@@ -123,6 +133,43 @@ private slots:
         DeleteFile(path);
         QVERIFY(QDir().rmdir(QFileInfo(path).path()));
         restoreNewest(3);
+    }
+
+    void numbersOnlyGrow()
+    {
+        put(u"a.xml.20990101-000000-000"_s);
+        put(u"b.xml.0000000041-20990101-000000-000Z"_s);
+        const QString path = m_files->write(u"theme/a.xml"_s, "0");
+        const auto save = [&](int number) {
+            SaveFile(path, QString::number(number));
+            return versionsBelow(theme())[0].copy.section(u"a.xml."_s, -1).left(11);
+        };
+        for (int i = 1; i <= 3; ++i)
+            QCOMPARE(save(i), u"000000004%1-"_s.arg(i + 1));
+        QString contents;
+        for (const Version &version : versionsBelow(theme()))
+            contents += version.name.left(1) + LoadFile(version.copy) + u' ';
+        QCOMPARE(contents, u"a2 a1 a0 b a "_s);
+        // Without the kept number, with a damaged one, and without the copy that had the last one.
+        QVERIFY(QFile::remove(m_files->path(u"backup/.last-number"_s)));
+        QCOMPARE(save(4), u"0000000045-"_s);
+        m_files->write(u"backup/.last-number"_s, "7");
+        QCOMPARE(save(5), u"0000000046-"_s);
+        QVERIFY(QFile::remove(versionsBelow(theme())[0].copy));
+        QCOMPARE(save(6), u"0000000047-"_s);
+    }
+
+    // A long name once had its copies elsewhere, and they count all the same.
+    void keepsFiftyOfALongName()
+    {
+        const QString name(120, u'n');
+        for (int i = 10; i < 60; ++i)
+            put(name + u".20200101-0000%1-000"_s.arg(i));
+        for (int i = 0; i < 3; ++i)
+            SaveFile(m_files->write(u"theme/"_s + name, "old"), u"new"_s);
+        QCOMPARE(names().size(), 50);
+        QVERIFY(!names().contains(name + u".20200101-000012-000"_s));
+        QVERIFY(names().contains(name + u".20200101-000013-000"_s));
     }
 
     void restoresTheOldest()

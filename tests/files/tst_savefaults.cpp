@@ -2,6 +2,7 @@
 #include "files/RunTimeError.h"
 #include "files/TestFiles.h"
 #include "files/TextFile.h"
+#include "keeping/UnsavedTexts.h"
 
 #include <QDirIterator>
 #include <QTest>
@@ -129,7 +130,7 @@ private slots:
         const auto row = [](const char *call, int error, const char *step, bool halfway = false) {
             QTest::newRow(halfway ? "half a write" : call) << error << halfway << QString::fromLatin1(step);
         };
-        row("mkdir", ENOSPC, "back up");
+        row("mkdir", EROFS, "back up");
         row("open64", EMFILE, "open");
         row("read", EIO, "");
         row("sendfile", EIO, "");
@@ -152,11 +153,13 @@ private slots:
         QFETCH(bool, halfway);
         QFETCH(QString, step);
         QStringList steps;
-        for (const QByteArray &old : {QByteArray(), QByteArray(100'000, 'o')}) {
+        const QByteArray old(100'000, 'o');
+        const QString name = QStringLiteral("a.xml"), longest(255, u'n');
+        for (const auto &file : {Saved{name, {}}, Saved{name, old}, Saved{longest, old}}) {
             for (const bool stays : {false, true}) {
                 bool hit = true;
                 for (int turn = 1; hit && turn < 100; ++turn)
-                    saveWith({halfway ? "write" : QTest::currentDataTag(), turn, error, stays, halfway}, old,
+                    saveWith({halfway ? "write" : QTest::currentDataTag(), turn, error, stays, halfway}, file,
                              steps, hit);
                 QVERIFY(!hit);
             }
@@ -164,12 +167,37 @@ private slots:
         QVERIFY2(step.isEmpty() || steps.contains(step), qPrintable(steps.join(u',')));
     }
 
-private:
-    void saveWith(const Fault &wanted, const QByteArray &old, QStringList &steps, bool &hit)
+    void unsavedText()
     {
+        const TestFiles files;
+        const QString file = files.path(QStringLiteral("recovery/a.txt"));
+        for (const Fault &wanted : {Fault{"mkdir", 1, EROFS}, Fault{"write", 1, ENOSPC, true, true}}) {
+            QString message;
+            fault = wanted;
+            try {
+                keepUnsaved(file, {}, QString(100'000, u'n'));
+            } catch (const RunTimeError &error) {
+                message = error.message();
+            }
+            fault = {};
+            QCOMPARE(message, QStringLiteral("Cannot keep the unsaved text in \"%1\": %2.")
+                                  .arg(file, qt_error_string(wanted.error)));
+            QVERIFY(QDir(files.path(QStringLiteral("recovery"))).isEmpty());
+        }
+    }
+
+private:
+    struct Saved
+    {
+        QString name;
+        QByteArray old; // what it held
+    };
+
+    void saveWith(const Fault &wanted, const Saved &file, QStringList &steps, bool &hit)
+    {
+        const auto &[name, old] = file;
         const TestFiles files, backup;
         setBackupFolder(backup.path(QStringLiteral("copies")));
-        const QString name = QStringLiteral("a.xml");
         if (!old.isEmpty())
             files.write(name, old);
         const QByteArray before = files.read(name);
@@ -192,7 +220,8 @@ private:
         if (message.isEmpty()) {
             QVERIFY2(files.read(name) == text, qPrintable(about));
             QVERIFY2(entries == QStringList(name), qPrintable(about));
-            QDirIterator copy(backupFolder(), QDir::Files, QDirIterator::Subdirectories);
+            QDirIterator copy(backupFolder(), {QStringLiteral("*Z")}, QDir::Files | QDir::Hidden,
+                              QDirIterator::Subdirectories);
             QVERIFY2(copy.hasNext() != old.isEmpty(), qPrintable(about));
             if (!old.isEmpty()) {
                 QFile kept(copy.next());
@@ -203,11 +232,11 @@ private:
         const QString told = QString(about + u": " + message + u' ' + entries.join(u' '));
         QVERIFY2(files.read(name) == before, qPrintable(told));
         QVERIFY2(entries == (old.isEmpty() ? QStringList() : QStringList(name)), qPrintable(told));
-        const QString from = QStringLiteral("Cannot "), file = QString(u" \"" + files.path(name) + u"\": ");
-        QVERIFY2(message.startsWith(from) && message.contains(file), qPrintable(told));
-        QVERIFY2(message.section(file, 1).size() > 5, qPrintable(told));
+        const QString from = QStringLiteral("Cannot "), quoted = QString(u" \"" + files.path(name) + u"\": ");
+        QVERIFY2(message.startsWith(from) && message.contains(quoted), qPrintable(told));
+        QVERIFY2(message.endsWith(QString(qt_error_string(wanted.error) + u'.')), qPrintable(told));
         QVERIFY2(hit, qPrintable(told));
-        steps.append(message.section(file, 0, 0).mid(from.size()));
+        steps.append(message.section(quoted, 0, 0).mid(from.size()));
     }
 
     void cleanup() { setBackupFolder({}); }
