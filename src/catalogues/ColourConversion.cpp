@@ -37,20 +37,6 @@ bool hasMark(const QString &text)
     return std::any_of(text.begin(), text.end(), isMark);
 }
 
-void foldInto(QString &folded, QStringView text)
-{
-    folded.resize(text.size());
-    std::transform(text.begin(), text.end(), folded.begin(),
-                   [](QChar unit) { return QChar(foldCase(unit.unicode())); });
-}
-
-QString folded(QStringView text)
-{
-    QString result;
-    foldInto(result, text);
-    return result;
-}
-
 // A change whose texts hold one of the marks can make lists or break them, so each sees the whole text.
 void changeAll(QString &text, const Change &change)
 {
@@ -69,8 +55,8 @@ public:
     {
         // From the end, so that what has been seen are the changes behind the one at hand.
         for (int i = int(changes.size()) - 1; i >= 0; --i) {
-            const QString from = folded(changes[i].from);
-            m_steps[size_t(i)] = {m_firstOf.value(folded(changes[i].to), -1), m_firstOf.value(from, -1)};
+            const QString from = foldedText(changes[i].from);
+            m_steps[size_t(i)] = {m_firstOf.value(foldedText(changes[i].to), -1), m_firstOf.value(from, -1)};
             m_firstOf.insert(from, i);
             m_longest = std::max(m_longest, from.size());
         }

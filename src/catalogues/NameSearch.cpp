@@ -24,14 +24,6 @@ quint64 hashOf(QStringView folded)
     return hash;
 }
 
-QString foldedText(QStringView text)
-{
-    QString folded(text.size(), Qt::Uninitialized);
-    std::transform(text.begin(), text.end(), folded.begin(),
-                   [](QChar unit) { return QChar(foldCase(unit.unicode())); });
-    return folded;
-}
-
 // Notes the rows of the names that are this very text and takes those names away.
 void take(HashedNames &names, quint64 hash, QStringView folded, MetRows &met)
 {

@@ -94,10 +94,7 @@ public:
                 return;
             }
         }
-        QString folded = comment.toString();
-        std::transform(folded.begin(), folded.end(), folded.begin(),
-                       [](QChar unit) { return QChar(foldCase(unit.unicode())); });
-        m_entries.emplace(hash, Entry{std::move(folded), {now}});
+        m_entries.emplace(hash, Entry{foldedText(comment), {now}});
         m_lengths.insert(comment.size());
     }
 

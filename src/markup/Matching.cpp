@@ -130,14 +130,6 @@ void replaceHits(QString &text, const Hits &hits, qsizetype size, QStringView to
     text = std::move(result);
 }
 
-QString folded(const QString &text)
-{
-    QString result(text.size(), Qt::Uninitialized);
-    std::transform(text.cbegin(), text.cend(), result.begin(),
-                   [](QChar unit) { return QChar(foldCase(unit.unicode())); });
-    return result;
-}
-
 // How often units occur in a text, those of one remainder counted together.
 using Counts = std::array<qsizetype, 256>;
 
@@ -166,6 +158,20 @@ char16_t foldCase(char16_t unit)
         return unit >= u'A' && unit <= u'Z' ? char16_t(unit | 0x20) : unit;
     const QChar whole(unit);
     return whole.isSurrogate() ? unit : whole.toCaseFolded().unicode();
+}
+
+QString foldedText(QStringView text)
+{
+    QString result;
+    foldInto(result, text);
+    return result;
+}
+
+void foldInto(QString &folded, QStringView text)
+{
+    folded.resize(text.size());
+    std::transform(text.begin(), text.end(), folded.begin(),
+                   [](QChar unit) { return QChar(foldCase(unit.unicode())); });
 }
 
 bool containsExact(QStringView text, QStringView marker)
@@ -229,11 +235,11 @@ QString &replaceAllIgnoringCase(QString &text, const QList<Replacement> &replace
 {
     // A folded text goes along. In it every unit can be an anchor, also those of markers that are all
     // letters.
-    QString search = folded(text);
+    QString search = foldedText(text);
     const Counts counts = countUnits(search);
     QVarLengthArray<qsizetype, 256> hits;
     for (const Replacement &replacement : replacements) {
-        const QString from = folded(replacement.from);
+        const QString from = foldedText(replacement.from);
         if (from.isEmpty())
             continue;
         hits.clear();
@@ -243,7 +249,7 @@ QString &replaceAllIgnoringCase(QString &text, const QList<Replacement> &replace
         if (hits.isEmpty())
             continue;
         replaceHits(text, hits, from.size(), replacement.to);
-        replaceHits(search, hits, from.size(), folded(replacement.to));
+        replaceHits(search, hits, from.size(), foldedText(replacement.to));
     }
     return text;
 }

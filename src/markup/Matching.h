@@ -12,6 +12,9 @@ namespace quillmere {
 
 // The folded form of one unit; two units match when their folded forms are equal.
 char16_t foldCase(char16_t unit);
+// Each unit folded; the second form writes over `folded`, whose memory is used again.
+QString foldedText(QStringView text);
+void foldInto(QString &folded, QStringView text);
 
 // Nothing is found in an empty text; an empty marker is found in any other text.
 bool containsExact(QStringView text, QStringView marker);
