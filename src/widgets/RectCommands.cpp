@@ -1,13 +1,15 @@
 #include "widgets/RectCommands.h"
 
 #include "markup/Matching.h"
+#include "markup/mndIni.h"
 
 #include <QHash>
-#include <QList>
+#include <QStringList>
 
+#include <algorithm>
 #include <array>
-#include <functional>
 #include <optional>
+#include <tuple>
 
 namespace quillmere {
 
@@ -15,52 +17,75 @@ namespace {
 
 constexpr QStringView opening = u"<rect>[";
 constexpr QStringView closing = u"]</rect>";
-constexpr int mostDigits = 15; // what a product by a small factor leaves exact in 64 bits
-constexpr qint64 leastWidth = 100;
-constexpr qint64 leastHeight = 10;
+constexpr int mostDigits = 15; // of a number that others are added to
+constexpr QStringView leastWidth = u"100";
+constexpr QStringView leastHeight = u"10";
 
-// A decimal number, units / scale; scale is a power of ten.
+// A decimal number as it is written, without the zeros in front.
 struct Number
 {
-    qint64 units = 0;
-    qint64 scale = 1;
-
-    qint64 floor() const
-    {
-        const qint64 whole = units / scale;
-        return units % scale < 0 ? whole - 1 : whole;
-    }
-    qint64 times(int numerator, int denominator) const
-    {
-        return qint64(__int128(units) * numerator / (__int128(scale) * denominator));
-    }
+    bool negative = false;
+    QStringView whole;
+    QStringView fraction;
 };
+
+bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+QStringView withoutZeros(QStringView digits)
+{
+    return digits.sliced(std::find_if(digits.begin(), digits.end(), [](QChar c) { return c != u'0'; }) -
+                         digits.begin());
+}
 
 std::optional<Number> numberIn(QStringView text)
 {
     text = text.trimmed();
-    const bool negative = text.startsWith(u'-');
-    if (negative || text.startsWith(u'+'))
-        text = text.sliced(1);
     Number number;
-    int digits = 0;
-    bool fraction = false;
-    for (const QChar c : text) {
-        if (c == u'.' && !fraction) {
-            fraction = true;
-            continue;
-        }
-        if (c < u'0' || c > u'9' || ++digits > mostDigits)
-            return std::nullopt;
-        number.units = number.units * 10 + (c.unicode() - u'0');
-        if (fraction)
-            number.scale *= 10;
-    }
-    if (digits == 0)
+    number.negative = text.startsWith(u'-');
+    if (number.negative || text.startsWith(u'+'))
+        text = text.sliced(1);
+    const qsizetype point = text.indexOf(u'.');
+    const QStringView whole = point < 0 ? text : text.first(point);
+    number.fraction = point < 0 ? QStringView() : text.sliced(point + 1);
+    if ((whole.isEmpty() && number.fraction.isEmpty()) || !std::all_of(whole.begin(), whole.end(), isDigit) ||
+        !std::all_of(number.fraction.begin(), number.fraction.end(), isDigit))
         return std::nullopt;
-    if (negative)
-        number.units = -number.units;
+    number.whole = withoutZeros(whole);
     return number;
+}
+
+// Digit by digit, so that nothing is rounded and no number is too long.
+QString scaled(const Number &number, int numerator, int denominator)
+{
+    QString digits = u'0' + number.whole + number.fraction;
+    int carry = 0;
+    for (qsizetype i = digits.size() - 1; i >= 0; --i) {
+        carry += (digits[i].unicode() - u'0') * numerator;
+        digits[i] = QChar(u'0' + carry % 10);
+        carry /= 10;
+    }
+    int rest = 0;
+    for (QChar &digit : digits) {
+        rest = rest * 10 + (digit.unicode() - u'0');
+        digit = QChar(u'0' + rest / denominator);
+        rest %= denominator;
+    }
+    const QStringView whole = withoutZeros(QStringView(digits).chopped(number.fraction.size()));
+    if (whole.isEmpty())
+        return QStringLiteral("0");
+    return number.negative ? u'-' + whole : whole.toString();
+}
+
+bool isLess(QStringView left, QStringView right)
+{
+    const Number a = numberIn(left).value_or(Number()), b = numberIn(right).value_or(Number());
+    if (a.negative != b.negative)
+        return a.negative;
+    const auto parts = [](const Number &n) { return std::tuple(n.whole.size(), n.whole, n.fraction); };
+    return a.negative ? parts(b) < parts(a) : parts(a) < parts(b);
 }
 
 using Four = std::array<Number, 4>;
@@ -79,72 +104,63 @@ std::optional<Four> fourNumbers(const QList<QStringView> &parts)
     return four;
 }
 
-// What stands between <rect> and </rect> of every rect of the text, in order.
-QList<QStringView> rectsOf(QStringView text)
+QString withoutBrackets(QStringView rect)
 {
-    QList<QStringView> rects;
-    for (QStringView piece : splitExact(text, u"<rect>"))
-        rects.append(piece.first(std::max<qsizetype>(indexOfExact(piece, u"</rect>"), 0)));
-    if (!rects.isEmpty())
-        rects.removeFirst();
-    return rects;
+    return rect.toString().remove(u'[').remove(u']');
 }
 
-QStringView withoutBrackets(QStringView rect)
-{
-    if (rect.startsWith(u'['))
-        rect = rect.sliced(1);
-    const qsizetype end = rect.indexOf(u']');
-    return end < 0 ? rect : rect.first(end);
-}
-
-// All places in a text where a rect of numbers stands, grouped by what they hold. Rewriting a rect moves its
+// All places in a text where <rect>[...]</rect> stands, grouped by what they hold. Rewriting a rect moves its
 // whole group, so that a thousand rects cost a thousand steps instead of a thousand passes over the text.
 class RectPlaces
 {
 public:
     explicit RectPlaces(QStringView text) : m_text(text)
     {
-        for (qsizetype at = indexOfIgnoringCase(text, opening); at >= 0;
-             at = indexOfIgnoringCase(text, opening, at + 1)) {
+        qsizetype end = 0;
+        for (qsizetype at = indexOfIgnoringCase(text, opening); at >= 0;) {
             const qsizetype from = at + opening.size();
-            qsizetype end = from;
-            while (end < text.size() && text[end] != u']' && text[end] != u'[' && text[end] != u'<')
-                ++end;
-            if (!matchesIgnoringCase(text, end, closing))
-                continue;
-            const QString content = text.sliced(from, end - from).toString();
-            m_groups[content].append(int(m_places.size()));
-            m_places.append({at, end + closing.size(), QString(), false});
+            const qsizetype next = indexOfIgnoringCase(text, opening, from);
+            if (end < from)
+                end = indexOfIgnoringCase(text, closing, from);
+            if (end < 0)
+                break;
+            if (next < 0 || end < next) {
+                m_groups[foldedText(text.sliced(from, end - from))][QString()].append(int(m_places.size()));
+                m_places.append({at, end + closing.size(), QString()});
+            }
+            at = next;
         }
     }
 
+    // Neither text holds one of the markers itself.
     void rewrite(const QString &from, const QString &to)
     {
-        const auto found = m_groups.find(from);
+        const auto found = m_groups.find(foldedText(from));
         if (found == m_groups.end())
             return;
-        QList<int> moved = *found;
+        Group moved = std::move(*found);
         m_groups.erase(found);
-        for (int place : std::as_const(moved))
-            m_places[place].rewritten = true;
-        QList<int> &there = m_groups[to];
-        if (there.size() < moved.size())
-            there.swap(moved);
-        there += moved;
+        QList<int> &there = m_groups[foldedText(to)][to];
+        for (QList<int> &places : moved) {
+            if (there.size() < places.size())
+                there.swap(places);
+            there += places;
+        }
     }
 
     QString text()
     {
-        for (auto group = m_groups.cbegin(); group != m_groups.cend(); ++group) {
-            for (int place : *group)
-                m_places[place].content = group.key();
+        for (const Group &group : std::as_const(m_groups)) {
+            for (auto places = group.cbegin(); places != group.cend(); ++places) {
+                for (int place : *places)
+                    m_places[place].content = places.key();
+            }
         }
         QString result;
         result.reserve(m_text.size() + m_text.size() / 8);
         qsizetype done = 0;
         for (const Place &place : std::as_const(m_places)) {
-            if (!place.rewritten)
+            if (place.content.isEmpty())
                 continue;
             result += m_text.sliced(done, place.begin - done);
             result += opening + place.content + closing;
@@ -159,82 +175,86 @@ private:
     {
         qsizetype begin;
         qsizetype end;
-        QString content;
-        bool rewritten;
+        QString content; // empty where it stays as it is
     };
+    // Places that hold the same but for letter case, by what was written there; under the empty text those
+    // that hold what they held.
+    using Group = QHash<QString, QList<int>>;
 
     QStringView m_text;
     QList<Place> m_places;
-    QHash<QString, QList<int>> m_groups;
+    QHash<QString, Group> m_groups;
 };
-
-using Rewriting = std::function<QString(const QList<QStringView> &parts, const Four &numbers)>;
-
-void rewriteRects(QString &text, const Rewriting &rewriting)
-{
-    RectPlaces places(text);
-    for (QStringView rect : rectsOf(text)) {
-        const QList<QStringView> parts = splitExact(withoutBrackets(rect), u",");
-        const std::optional<Four> numbers = fourNumbers(parts);
-        if (!numbers)
-            continue;
-        const QString old = parts[0] + u',' + parts[1] + u',' + parts[2] + u',' + parts[3];
-        places.rewrite(old, rewriting(parts, *numbers));
-    }
-    text = places.text();
-}
 
 } // namespace
 
 bool wholeNumber(QStringView text, qint64 &floor)
 {
     const std::optional<Number> number = numberIn(text);
-    if (number)
-        floor = number->floor();
-    return number.has_value();
+    if (!number || number->whole.size() > mostDigits)
+        return false;
+    floor = number->whole.toLongLong();
+    if (number->negative)
+        floor = -floor - (withoutZeros(number->fraction).isEmpty() ? 0 : 1);
+    return true;
 }
 
 ScaleResult ScaleRects(QString &text, int numerator, int denominator, const QString &screenWidth,
                        const QString &screenHeight)
 {
-    const QList<QStringView> rects = rectsOf(text);
-    qint64 mostWidth = 0;
-    qint64 mostHeight = 0;
-    if (rects.isEmpty() || !wholeNumber(screenWidth, mostWidth) || !wholeNumber(screenHeight, mostHeight))
+    const QString first = withoutBrackets(SplitFieldView(text, u"<rect>", u"</rect>", 1, 0));
+    const std::optional<Four> screen = fourNumbers(splitExact(first, u","));
+    if (!screen || !numberIn(screenWidth) || !numberIn(screenHeight))
         return ScaleResult::Nothing;
-    const std::optional<Four> screen = fourNumbers(splitExact(withoutBrackets(rects.first()), u","));
-    if (!screen)
-        return ScaleResult::Nothing;
-    const qint64 width = (*screen)[2].times(numerator, denominator);
-    const qint64 height = (*screen)[3].times(numerator, denominator);
-    if (width > mostWidth || height > mostHeight)
+    const QString width = scaled((*screen)[2], numerator, denominator);
+    const QString height = scaled((*screen)[3], numerator, denominator);
+    if (isLess(screenWidth, width) || isLess(screenHeight, height))
         return ScaleResult::TooLarge;
-    if (width < leastWidth || height < leastHeight)
+    if (isLess(width, leastWidth) || isLess(height, leastHeight))
         return ScaleResult::TooSmall;
-    rewriteRects(text, [numerator, denominator](const QList<QStringView> &, const Four &numbers) {
-        QString scaled;
-        for (const Number &number : numbers)
-            scaled += (scaled.isEmpty() ? u"" : u",") + QString::number(number.times(numerator, denominator));
-        return scaled;
-    });
+
+    RectPlaces places(text);
+    const QList<QStringView> pieces = splitIgnoringCase(text, u"<rect>");
+    for (qsizetype i = 1; i < pieces.size(); ++i) {
+        if (!containsExact(pieces[i], u"</rect>"))
+            continue;
+        const QString rect = withoutBrackets(pieces[i].first(indexOfIgnoringCase(pieces[i], u"</rect>")));
+        const QList<QStringView> parts = splitExact(rect, u",");
+        const std::optional<Four> numbers = fourNumbers(parts);
+        if (!numbers)
+            continue;
+        QStringList results;
+        for (const Number &number : *numbers)
+            results.append(scaled(number, numerator, denominator));
+        places.rewrite(parts[0] + u',' + parts[1] + u',' + parts[2] + u',' + parts[3], results.join(u','));
+    }
+    text = places.text();
     return ScaleResult::Scaled;
 }
 
 void MoveRects(QString &text, Axis axis, qint64 distance)
 {
-    const int moved = axis == Axis::Top ? 1 : 0;
-    rewriteRects(text, [moved, distance](const QList<QStringView> &parts, const Four &numbers) {
-        QString result;
-        for (int i = 0; i < 4; ++i) {
-            if (i > 0)
-                result += u',';
-            if (i == moved)
-                result += QString::number(distance + numbers[size_t(i)].floor());
-            else
-                result += parts[i];
-        }
-        return result;
-    });
+    RectPlaces places(text);
+    const QList<QStringView> pieces = splitExact(text, u"<rect>");
+    for (qsizetype i = 1; i < pieces.size(); ++i) {
+        const QStringView rect = pieces[i].first(std::max<qsizetype>(indexOfExact(pieces[i], u"</rect>"), 0));
+        QList<QStringView> parts = splitExact(rect, u",");
+        if (parts.size() < 4 || !parts[0].contains(u'['))
+            continue;
+        parts[0] = parts[0].sliced(parts[0].indexOf(u'[') + 1);
+        if (const qsizetype end = parts[3].indexOf(u']'); end >= 0)
+            parts[3].truncate(end);
+        const QString old = parts[0] + u',' + parts[1] + u',' + parts[2] + u',' + parts[3];
+        qint64 number = 0;
+        QStringView &moved = parts[axis == Axis::Top ? 1 : 0];
+        if (!wholeNumber(moved, number) || containsIgnoringCase(old, opening) ||
+            containsIgnoringCase(old, closing))
+            continue;
+        const QString result = QString::number(distance + number);
+        moved = result;
+        places.rewrite(old, parts[0] + u',' + parts[1] + u',' + parts[2] + u',' + parts[3]);
+    }
+    text = places.text();
 }
 
 } // namespace quillmere

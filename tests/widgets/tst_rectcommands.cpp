@@ -11,9 +11,13 @@ namespace {
 QString randomText(QRandomGenerator &random)
 {
     static const char *tokens[] = {"<rect>[",
+                                   "<rect>",
                                    "<RECT>[",
+                                   "[",
+                                   "]",
                                    "]</rect>",
                                    "]</Rect>",
+                                   "</rect>",
                                    "0,100,500,400",
                                    "0,125,625,500",
                                    "0,80,400,320",
@@ -22,14 +26,30 @@ QString randomText(QRandomGenerator &random)
                                    "-7,8,9,10",
                                    "5,5,5,5,5",
                                    "a,1,2,3",
+                                   "A,1,2,3",
+                                   "a,1,c<d,3",
+                                   "1.5, 2,+3.07,-.5",
+                                   "9,99999999999999999999,123456789012345678,500",
+                                   "-0,-1,1000.0,401",
                                    "<rect>[0,100,500,400]</rect>",
-                                   "<rect>[0,125,625,500]</rect>",
+                                   "<Rect>[0,125,625,500]</rect>",
+                                   "<rect>[0,125,625,500]</RECT>",
+                                   "<rect>[a,26,2,3]</rect>",
+                                   ",",
                                    " ",
                                    "\r\n"};
-    QString text = QStringLiteral("<rect>[0,0,500,400]</rect>");
+    static const char *screens[] = {"<rect>[0,0,500,400]</rect>", "<rect> [0,0,[500,400] </rect>",
+                                    "<Rect>[0,0,1500.5,700]</rect>", "<rect>[0,0,124,12]</rect>", ""};
+    QString text = QLatin1String(screens[std::max(0, random.bounded(10) - 5)]);
     for (int n = random.bounded(20); n > 0; --n)
         text += QLatin1String(tokens[random.bounded(int(std::size(tokens)))]);
     return text;
+}
+
+QString nameOf(ScaleResult result)
+{
+    static const char *names[] = {"Nothing", "TooLarge", "TooSmall", ""};
+    return QLatin1String(names[int(result)]);
 }
 
 } // namespace
@@ -49,101 +69,105 @@ private slots:
 void TestRectCommands::sameAsOneByOne()
 {
     QRandomGenerator random(4711);
+    int changed = 0;
     for (int round = 0; round < 20000; ++round) {
         const QString text = randomText(random);
         const bool larger = round % 2;
         QString fast = text;
         QString slow = text;
-        QCOMPARE(
-            ScaleRects(fast, larger ? 5 : 4, larger ? 4 : 5, QStringLiteral("1280"), QStringLiteral("720")),
-            ScaleResult::Scaled);
-        literal::rewriteRects(slow, [larger](QStringList four) {
-            for (QString &number : four)
-                number = QString::number(number.toLongLong() * (larger ? 5 : 4) / (larger ? 4 : 5));
-            return four;
-        });
+        const ScaleResult result =
+            ScaleRects(fast, larger ? 5 : 4, larger ? 4 : 5, QStringLiteral("1280"), QStringLiteral("720.0"));
+        QCOMPARE(nameOf(result), literal::scaleRects(slow, larger ? 5 : 4, larger ? 4 : 5, 1280, 720));
         QCOMPARE(fast, slow);
+        changed += fast != text;
 
         fast = slow = text;
         const Axis axis = round % 3 ? Axis::Top : Axis::Left;
         MoveRects(fast, axis, 25);
-        literal::rewriteRects(slow, [axis](QStringList four) {
-            QString &moved = four[axis == Axis::Top ? 1 : 0];
-            moved = QString::number(moved.toLongLong() + 25);
-            return four;
-        });
+        literal::moveRects(slow, axis == Axis::Top ? 1 : 0, 25);
         QCOMPARE(fast, slow);
+        changed += fast != text;
     }
+    QVERIFY(changed > 20000);
 }
 
 void TestRectCommands::scale_data()
 {
-    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("scaled"); // by 0.8 on a screen of 1280 x 720
-    QTest::newRow("whole results stay whole") << "[35,45,500,400]"
-                                              << "[28,36,400,320]";
-    QTest::newRow("cut, not rounded") << "[-9,9,501,400]"
-                                      << "[-7,7,400,320]";
-    QTest::newRow("fractions and blanks") << "[ 1.5,+2,500.0,400 ]"
-                                          << "[1,1,400,320]";
-    QTest::newRow("just wide enough") << "[0,0,125,13]"
-                                      << "[0,0,100,10]";
-    QTest::newRow("too narrow") << "[0,0,124,100]"
-                                << "TooSmall";
-    QTest::newRow("too low") << "[0,0,500,12]"
-                             << "TooSmall";
-    QTest::newRow("too wide") << "[0,0,1602,100]"
-                              << "TooLarge";
-    QTest::newRow("too high") << "[0,0,100,902]"
-                              << "TooLarge";
-    QTest::newRow("three numbers") << "[1,2,3]"
-                                   << "Nothing";
-    QTest::newRow("text") << "[a,2,300,400]"
-                          << "Nothing";
-    QTest::newRow("thirty digits") << "[100000000000000000000000000000,2,300,400]"
-                                   << "Nothing";
+    const auto one = [](const char *name, const char *rect, const char *scaled) {
+        const QString outcome = QLatin1String(scaled);
+        QTest::newRow(name) << QString(QLatin1String("<rect>") + QLatin1String(rect) +
+                                       QLatin1String("</rect>"))
+                            << (outcome.startsWith(u'[') ? QString(u"<rect>" + outcome + u"</rect>")
+                                                         : outcome);
+    };
+    one("whole results stay whole", "[35,45,500,400]", "[28,36,400,320]");
+    one("cut, not rounded", "[-9,9,501,400]", "[-7,7,400,320]");
+    one("fractions and blanks", "[1.5,+2,500.0, 400]", "[1,1,400,320]");
+    one("just wide enough", "[0,0,125,13]", "[0,0,100,10]");
+    one("too narrow", "[0,0,124,100]", "TooSmall");
+    one("too low", "[0,0,500,12]", "TooSmall");
+    one("too wide", "[0,0,1602,100]", "TooLarge");
+    one("too high", "[0,0,100,902]", "TooLarge");
+    one("three numbers", "[1,2,3]", "Nothing");
+    one("text", "[a,2,300,400]", "Nothing");
+    one("thirty digits of x", "[100000000000000000000000000001,2,300,400]",
+        "[80000000000000000000000000000,1,240,320]");
+    one("thirty digits of width", "[0,2,100000000000000000000000000000,400]", "TooLarge");
+    one("thirty digits below", "[0,2,300,-100000000000000000000000000000]", "TooSmall");
+    QTest::newRow("any letter case") << "<rect>[0,0,1000,500]</rect><RECT>[10,20,30,40]</rect>"
+                                     << "<rect>[0,0,800,400]</rect><rect>[8,16,24,32]</rect>";
+    QTest::newRow("the screen in any letter case")
+        << "<Rect>[0,0,2000,1200]</rect><rect>[0,0,1000,500]</rect>"
+        << "TooLarge";
+    QTest::newRow("none in small letters") << "<Rect>[0,0,1000,500]</rect>"
+                                           << "Nothing";
+    QTest::newRow("no end in small letters") << "<rect>[0,0,1000,500]</RECT>"
+                                             << "Nothing";
+    QTest::newRow("blanks around the brackets") << "<rect> [0,0,1000,500] </rect><rect>[10,20,30,40]</rect>"
+                                                << "<rect> [0,0,1000,500] </rect><rect>[8,16,24,32]</rect>";
 }
 
 void TestRectCommands::scale()
 {
-    QFETCH(const QString, first);
+    QFETCH(QString, text);
     QFETCH(const QString, scaled);
-    QString text = u"<rect>" + first + u"</rect>";
     const QString before = text;
     const ScaleResult result = ScaleRects(text, 4, 5, QStringLiteral("1280"), QStringLiteral("720"));
-    const QStringList names = {QStringLiteral("Nothing"), QStringLiteral("TooLarge"),
-                               QStringLiteral("TooSmall")};
-    if (result == ScaleResult::Scaled)
-        QCOMPARE(text, QString(u"<rect>" + scaled + u"</rect>"));
-    else
-        QCOMPARE(names[int(result)], scaled);
+    QCOMPARE(result == ScaleResult::Scaled ? text : nameOf(result), scaled);
     QVERIFY((text == before) == (result != ScaleResult::Scaled));
     QCOMPARE(ScaleRects(text, 4, 5, QStringLiteral("wide"), QStringLiteral("720")), ScaleResult::Nothing);
 }
 
 void TestRectCommands::move_data()
 {
+    QTest::addColumn<QString>("rect");
     QTest::addColumn<QString>("answer");
-    QTest::addColumn<QString>("moved"); // to the top, [10,20.9,30,40]
-    QTest::newRow("down") << "5"
-                          << "[10,25,30,40]";
-    QTest::newRow("up, rounded down") << "-5.5"
-                                      << "[10,14,30,40]";
-    QTest::newRow("no number") << "5px"
-                               << "[10,20.9,30,40]";
-    QTest::newRow("nothing") << ""
-                             << "[10,20.9,30,40]";
+    QTest::addColumn<QString>("moved"); // to the top
+    const auto row = [](const char *name, const char *rect, const char *answer, const char *moved) {
+        QTest::newRow(name) << rect << answer << moved;
+    };
+    row("down", "<rect>[10,20.9,30,40]</rect>", "5", "<rect>[10,25,30,40]</rect>");
+    row("up, rounded down", "<rect>[10,20.9,30,40]</rect>", "-5.5", "<rect>[10,14,30,40]</rect>");
+    row("no number", "<rect>[10,20,30,40]</rect>", "5px", "<rect>[10,20,30,40]</rect>");
+    row("nothing", "<rect>[10,20,30,40]</rect>", "", "<rect>[10,20,30,40]</rect>");
+    row("others are no numbers", "<rect>[x,20,<w>,100000000000000000000]</rect>", "5",
+        "<rect>[x,25,<w>,100000000000000000000]</rect>");
+    row("others in another letter case", "<rect>[x,20,w,h]</rect><RECT>[X,20,W,H]</rect>", "5",
+        "<rect>[x,25,w,h]</rect><rect>[x,25,w,h]</rect>");
+    row("capital letters", "<RECT>[10,20,30,40]</RECT>", "5", "<RECT>[10,20,30,40]</RECT>");
 }
 
 void TestRectCommands::move()
 {
+    QFETCH(QString, rect);
     QFETCH(const QString, answer);
     QFETCH(const QString, moved);
-    QString text = QStringLiteral("<rect>[10,20.9,30,40]</rect>");
     qint64 distance = 0;
     if (wholeNumber(answer, distance))
-        MoveRects(text, Axis::Top, distance);
-    QCOMPARE(text, QString(u"<rect>" + moved + u"</rect>"));
+        MoveRects(rect, Axis::Top, distance);
+    QCOMPARE(rect, moved);
 }
 
 QTEST_APPLESS_MAIN(TestRectCommands)
