@@ -63,6 +63,7 @@ void WidgetCatalogue::LoadWidgetList(const QString &newPath, const QString &newF
         listed.insert(windows.constLast().text);
     }
     file1.setPath(windows.isEmpty() ? folder : folderOf(windows.constLast().text).toString());
+    m_unlistedFolder = findFolder(file1.path());
     LvWidget.assign(std::move(windows));
 
     QList<ListRows::Row> unlisted;
@@ -80,8 +81,14 @@ void WidgetCatalogue::take(const WidgetCatalogue &other)
     width = other.width;
     height = other.height;
     bpp = other.bpp;
+    m_unlistedFolder = other.m_unlistedFolder;
     LvWidget.assign(other.LvWidget.rows());
     lvWidgetDel.assign(other.lvWidgetDel.rows());
+}
+
+QString WidgetCatalogue::unlistedPath(int row) const
+{
+    return joinPath(m_unlistedFolder, lvWidgetDel.text(row));
 }
 
 void WidgetCatalogue::reload(FileList &file1)

@@ -10,7 +10,8 @@ class FileList;
 // The widget catalogue: the windows of the receiver, each with a document of its own beside the catalogue.
 // LvWidget row: text = full path of the document, sub-item 1 = window name, 2 = date and time of the document
 // (yyyy-MM-dd hh:mm:ss), 3 = "Y" when a file of exactly that name exists.
-// lvWidgetDel row: text = name of a file in the folder that no LvWidget row names, except "widget.xml".
+// lvWidgetDel row: text = name of a file in the folder of the last window (without windows, of the catalogue)
+// that no LvWidget row names, except "widget.xml".
 class WidgetCatalogue
 {
 public:
@@ -21,6 +22,8 @@ public:
                         const Progress &progress = {});
     // Has all that the other one has.
     void take(const WidgetCatalogue &other);
+    // The full path of the file that this row of lvWidgetDel shows.
+    QString unlistedPath(int row) const;
     // Loads again from the path and folder kept; nothing where none is kept.
     void reload(FileList &file1);
 
@@ -39,6 +42,9 @@ public:
     QString path;               // of the catalogue file
     QString folder;             // ends in a separator
     QString width, height, bpp; // as written: pixels, pixels, bits a pixel
+
+private:
+    QString m_unlistedFolder; // of the files in lvWidgetDel
 };
 
 } // namespace quillmere

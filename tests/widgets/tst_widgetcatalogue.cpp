@@ -47,8 +47,10 @@ private slots:
             const QString path = QDir::fromNativeSeparators(row.text.mid(folder.size()));
             windows += path + u'|' + row.sub(1) + u'|' + row.sub(3);
         }
-        for (const ListRows::Row &row : catalogue.lvWidgetDel.rows())
-            unlisted += row.text;
+        for (int row = 0; row < catalogue.lvWidgetDel.count(); ++row) {
+            unlisted += catalogue.lvWidgetDel.text(row);
+            QCOMPARE(catalogue.unlistedPath(row), list.path() + unlisted.constLast());
+        }
         QTEST(windows.join(u' '), "windows");
         QTEST(unlisted.join(u' '), "unlisted");
         QTEST(QDir::fromNativeSeparators(list.path().mid(folder.size())), "folder");

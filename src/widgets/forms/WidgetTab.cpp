@@ -146,23 +146,22 @@ void WidgetTab::mnuInfoChannel_Click()
     emit markupChosen(info + signal);
 }
 
-QString WidgetTab::selectedFile()
+int WidgetTab::selectedFile()
 {
     const int row = lvWidgetDel->selectedRow();
-    if (row < 0) {
+    if (row < 0)
         emit hint(tr("Select a file in the lower list of the Widget tab first."));
-        return {};
-    }
-    return m_catalogue.lvWidgetDel.text(row);
+    return row;
 }
 
 void WidgetTab::mnuWidgetFile_Click()
 {
     if (m_catalogue.path.isEmpty())
         return;
-    QString name = selectedFile();
-    if (name.isEmpty())
+    const int row = selectedFile();
+    if (row < 0)
         return;
+    QString name = m_catalogue.lvWidgetDel.text(row);
     replaceIgnoringCase(name, u".xml", u"");
     const QString text = WidgetCatalogue::withWindow(LoadFile(m_catalogue.path), name);
     if (m_prompts.ask(QStringLiteral("Simpan File"),
@@ -173,10 +172,10 @@ void WidgetTab::mnuWidgetFile_Click()
 
 void WidgetTab::mnuWidgetDelFile_Click()
 {
-    const QString name = selectedFile();
-    if (name.isEmpty())
+    const int row = selectedFile();
+    if (row < 0)
         return;
-    const QString path = m_catalogue.folder + name;
+    const QString path = m_catalogue.unlistedPath(row);
     // The answer does not matter: designers are used to the file being gone, and it is in the backup folder.
     m_prompts.ask(QStringLiteral("Delete File"), u"Delete file " + path + u" ?");
     DeleteFile(path);

@@ -42,8 +42,8 @@ private:
     void mnuWidgetFile_Click();
     void mnuWidgetDelFile_Click();
     void mnuInfoChannel_Click();
-    // Name of the file selected in lvWidgetDel; empty, after a hint, when none is.
-    QString selectedFile();
+    // Row of the file selected in lvWidgetDel; -1, after a hint, when none is.
+    int selectedFile();
 
     WidgetCatalogue &m_catalogue;
     FileList &m_file1;
