@@ -12,8 +12,13 @@
 #include "source/forms/SourceBox.h"
 
 #include <QFileInfo>
+#include <QThreadPool>
 
 namespace quillmere {
+
+namespace {
+constexpr int kDaysKept = 60; // an unsaved text that opening its document shows anyhow
+}
 
 OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status,
                            OutsideChanges &outside, Prompts &prompts, Guard guard, LongRun runLong,
@@ -25,6 +30,14 @@ OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &s
     connect(m_recovery, &Recovery::hint, &m_status, &StatusLine::say);
     connect(m_recovery, &Recovery::restored, this, &OpenDocument::textRestored);
     m_recovery->opened({});
+    // Beside the window's thread: the documents may lie on a disk that does not answer.
+    QThreadPool::globalInstance()->start([folder = recoveryFolder(), rule = codePageRule()] {
+        const auto shown = [rule](const QString &path) {
+            QString text = decodeText(LoadBytes(path).value_or(QByteArray()), rule).text;
+            return FormatXML(text);
+        };
+        dropUnsaved(folder, QDateTime::currentDateTime().addDays(-kDaysKept), shown);
+    });
 }
 
 QString OpenDocument::path() const

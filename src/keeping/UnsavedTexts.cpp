@@ -42,43 +42,110 @@ std::optional<UnsavedText> fromBytes(const QByteArray &bytes)
     const qsizetype end = text.indexOf(u'\n');
     if (!text.startsWith(QChar(QChar::ByteOrderMark)) || end < 0)
         return {};
-    const QStringView base = QStringView(text).first(end).mid(1).split(u' ').first();
-    return UnsavedText{{}, {}, text.mid(end + 1), QByteArray::fromHex(base.toLatin1())};
+    const QStringView line = QStringView(text).first(end).mid(1);
+    const qsizetype blank = line.indexOf(u' ');
+    const QStringView base = blank < 0 ? line : line.first(blank);
+    const QStringView document = blank < 0 ? QStringView() : line.sliced(blank + 1);
+    return UnsavedText{{}, {}, document.toString(), text.mid(end + 1), QByteArray::fromHex(base.toLatin1())};
+}
+
+QString lockOf(const QString &file)
+{
+    return file + QStringLiteral(".lock");
+}
+
+std::unique_ptr<QLockFile> newLock(const QString &file)
+{
+    auto lock = std::make_unique<QLockFile>(lockOf(file));
+    lock->setStaleLockTime(0); // a text may be worked on for days
+    return lock;
+}
+
+// Where no lock can be made, writing the file will say why not.
+bool isLockedByAnother(QLockFile &lock)
+{
+    return !lock.tryLock(0) && lock.error() == QLockFile::LockFailedError;
+}
+
+bool isInUse(const QString &file)
+{
+    return QFileInfo::exists(lockOf(file)) && UnsavedFile::take(file).isNull();
 }
 
 } // namespace
 
-QList<UnsavedText> unsavedTextsOf(const QString &document)
+std::optional<UnsavedText> readUnsaved(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    auto text = fromBytes(file.readAll());
+    if (text) {
+        text->file = path;
+        text->time = QFileInfo(path).lastModified();
+    }
+    return text;
+}
+
+QList<UnsavedText> unsavedTextsOf(const QString &document, InUse inUse)
 {
     const QDir folder(recoveryFolder());
     const QFileInfoList files =
         folder.entryInfoList({QString(prefixOf(document) + u"-*" + kEnding)}, QDir::Files | QDir::NoSymLinks);
     QList<UnsavedText> kept;
     for (const QFileInfo &info : files) {
-        QFile file(info.filePath());
-        if (!file.open(QIODevice::ReadOnly))
+        if (inUse == InUse::LeaveOut && isInUse(info.filePath()))
             continue;
-        if (auto text = fromBytes(file.readAll())) {
-            text->file = info.filePath();
-            text->time = info.lastModified();
+        if (const auto text = readUnsaved(info.filePath()))
             kept.append(*text);
-        }
     }
     std::sort(kept.begin(), kept.end(),
               [](const UnsavedText &a, const UnsavedText &b) { return a.time > b.time; });
     return kept;
 }
 
-QString newUnsavedFile(const QString &document)
+UnsavedFile UnsavedFile::forNew(const QString &document)
 {
+    makeFolder(recoveryFolder());
     const QString start = joinPath(recoveryFolder(), QString(prefixOf(document) + u'-'));
-    QDateTime time = QDateTime::currentDateTime();
-    QString file;
-    do {
-        file = start + time.toString(u"yyyyMMdd-hhmmss-zzz") + kEnding;
-        time = time.addMSecs(1);
-    } while (QFileInfo::exists(file));
+    for (QDateTime time = QDateTime::currentDateTime();; time = time.addMSecs(1)) {
+        const QString path = start + time.toString(u"yyyyMMdd-hhmmss-zzz") + kEnding;
+        UnsavedFile file = QFileInfo::exists(path) ? UnsavedFile() : take(path);
+        if (!file.isNull() && !QFileInfo::exists(path))
+            return file;
+    }
+}
+
+UnsavedFile UnsavedFile::take(const QString &path)
+{
+    UnsavedFile file;
+    file.m_lock = newLock(path);
+    if (!isLockedByAnother(*file.m_lock))
+        file.m_path = path;
     return file;
+}
+
+void UnsavedFile::remove()
+{
+    if (!isNull())
+        QFile::remove(m_path);
+    *this = UnsavedFile();
+}
+
+void dropUnsaved(const QString &folder, const QDateTime &time,
+                 const std::function<QString(const QString &document)> &shown)
+{
+    const QFileInfoList files =
+        QDir(folder).entryInfoList({QString(u'*' + kEnding)}, QDir::Files | QDir::NoSymLinks);
+    for (const QFileInfo &info : files) {
+        if (info.lastModified() >= time)
+            continue;
+        const auto kept = readUnsaved(info.filePath());
+        // Not locked before it is sure to go: who opens the document just now is to be offered it.
+        if (kept && info.fileName().startsWith(prefixOf(kept->document)) &&
+            shown(kept->document) == kept->text)
+            UnsavedFile::take(kept->file).remove();
+    }
 }
 
 void keepUnsaved(const QString &file, const QString &document, const QString &text, const QByteArray &base)

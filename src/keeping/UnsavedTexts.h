@@ -2,7 +2,12 @@
 
 #include <QDateTime>
 #include <QList>
+#include <QLockFile>
 #include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
 
 namespace quillmere {
 
@@ -14,18 +19,45 @@ namespace quillmere {
 
 struct UnsavedText
 {
-    QString file;   // full path below the recovery folder
-    QDateTime time; // when it was kept
+    QString file;     // full path below the recovery folder
+    QDateTime time;   // when it was kept
+    QString document; // its path, where that holds no line break
     QString text;
     QByteArray base; // what the document held when the text was typed; see LoadedFiles.h
 };
 
+enum class InUse { LeaveOut, Include };
 // What is kept for a document, newest first. The document is its path, which may be empty. What cannot be
-// read is left out.
-QList<UnsavedText> unsavedTextsOf(const QString &document);
+// read is left out, and what a living program still writes, unless it is asked for.
+QList<UnsavedText> unsavedTextsOf(const QString &document, InUse inUse = InUse::LeaveOut);
+// The text in one file.
+std::optional<UnsavedText> readUnsaved(const QString &file);
 
-// A name for another text of the document, full path; nothing is written.
-QString newUnsavedFile(const QString &document);
+// A file for an unsaved text that this program alone writes, offers and deletes while the object lives: a
+// lock beside it tells other programs. The lock of a program that has died counts for nothing.
+class UnsavedFile
+{
+public:
+    UnsavedFile() = default;
+    // For another text of the document; nothing is written yet.
+    static UnsavedFile forNew(const QString &document);
+    // One that is kept; null where a living program has it.
+    static UnsavedFile take(const QString &path);
+
+    bool isNull() const { return m_path.isEmpty(); }
+    const QString &path() const { return m_path; }
+    // Deletes it; the object is null then.
+    void remove();
+
+private:
+    QString m_path;
+    std::unique_ptr<QLockFile> m_lock;
+};
+
+// Deletes texts that were kept before `time` and that nobody would miss: `shown` gives what opening a
+// document shows, and that is the same. Beside any thread.
+void dropUnsaved(const QString &folder, const QDateTime &time,
+                 const std::function<QString(const QString &document)> &shown);
 
 // Writes or replaces a file of that name. RunTimeError says why it cannot be written.
 void keepUnsaved(const QString &file, const QString &document, const QString &text,

@@ -7,9 +7,13 @@
 
 #include <QDirIterator>
 #include <QLabel>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTabBar>
+#include <QThreadPool>
 #include <QToolButton>
+
+#include <cstdio>
 
 using namespace quillmere;
 
@@ -79,6 +83,29 @@ void answer(const Window &window, const char *button)
     window.find<QToolButton>(button)->click();
 }
 
+qsizetype kept(const QString &document)
+{
+    return unsavedTextsOf(document, InUse::Include).size();
+}
+
+// Another program that takes an unsaved text and has it until it is killed.
+struct OtherProgram : QProcess
+{
+    explicit OtherProgram(const QString &file)
+    {
+        start(QCoreApplication::applicationFilePath(), {QStringLiteral("take"), file});
+        waitForReadyRead();
+        hasTaken = readAll() == "taken";
+    }
+    ~OtherProgram() override
+    {
+        kill();
+        waitForFinished();
+    }
+
+    bool hasTaken;
+};
+
 const QString kUnsaved = QStringLiteral("Unsaved text of \\d\\d:\\d\\d\\.");
 
 } // namespace
@@ -99,6 +126,9 @@ private slots:
     void nothingLeftToOffer();
     void olderTextIsNotReplaced();
     void noRoomForTheText();
+    void twoPrograms_data();
+    void twoPrograms();
+    void oldTexts();
 };
 
 void TestNothingLost::changedBehindOurBack_data()
@@ -223,7 +253,7 @@ void TestNothingLost::reloadKeepsWhatIsTyped()
     QTest::keyClicks(source, QStringLiteral("other"));
     const QString main = window.files.path(QStringLiteral("theme/main.xml"));
     window.skin->openDocument(main);
-    QCOMPARE(unsavedTextsOf(main).size(), 2);
+    QCOMPARE(kept(main), 2);
     answer(window, "cmdOffer(1)");
     answer(window, "cmdOffer(0)");
     QCOMPARE(text(window), mine);
@@ -231,13 +261,13 @@ void TestNothingLost::reloadKeepsWhatIsTyped()
     window.prompts.expectQuestion(QStringLiteral("Simpan File"),
                                   QStringLiteral("Benar mau menyimpan file?") + kLine, true);
     window.choose("mnuSave");
-    QVERIFY(unsavedTextsOf(main).isEmpty());
+    QVERIFY(kept(main) == 0);
 }
 
 void TestNothingLost::recovery_data()
 {
     QTest::addColumn<QString>("end");
-    for (const char *end : {"crash", "exit", "other window"})
+    for (const char *end : {"crash", "exit", "other window", "crash, emptied", "other window, emptied"})
         QTest::newRow(end) << QString(QLatin1String(end));
 }
 
@@ -250,9 +280,15 @@ void TestNothingLost::recovery()
     type(window, "typed");
     window.find<SourceBox>("txtSnippet")->insertPlainText(QString(QChar(0xA0)) + QChar(0xE9) + QChar(0xD800));
     const QString typed = text(window);
-    if (end == u"crash") {
+    if (end.endsWith(u"emptied")) {
+        QTest::keyClick(window.find<SourceBox>("txtSnippet"), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(window.find<SourceBox>("txtSnippet"), Qt::Key_Delete);
+    }
+    const QString last = text(window);
+    if (end.startsWith(u"crash")) {
         // Nothing tells the window that its end has come; the text is safe soon after the last key.
-        QVERIFY(QTest::qWaitFor([&] { return !unsavedTextsOf(main).isEmpty(); }, 5000));
+        QVERIFY(QTest::qWaitFor([&] { return kept(main) > 0; }, 5000));
+        QCOMPARE(text(window), last);
         window.start();
     } else if (end == u"exit") {
         window.skin->close();
@@ -269,12 +305,12 @@ void TestNothingLost::recovery()
     answer(window, "cmdOffer(0)");
     QCOMPARE(text(window), typed);
     QCOMPARE(offer(window), QString());
-    QCOMPARE(unsavedTextsOf(main).size(), 1); // it is not saved yet
+    QCOMPARE(kept(main), 1); // it is not saved yet
 
     window.skin->openDocument(main);
     QVERIFY(offers(window, kUnsaved));
     answer(window, "cmdOffer(1)");
-    QVERIFY(unsavedTextsOf(main).isEmpty());
+    QVERIFY(kept(main) == 0);
 }
 
 void TestNothingLost::nothingLeftToOffer()
@@ -283,17 +319,17 @@ void TestNothingLost::nothingLeftToOffer()
     openAll(window);
     const QString main = window.files.path(QStringLiteral("theme/main.xml"));
     type(window, "typed");
-    QVERIFY(QTest::qWaitFor([&] { return !unsavedTextsOf(main).isEmpty(); }, 5000));
+    QVERIFY(QTest::qWaitFor([&] { return kept(main) > 0; }, 5000));
     window.prompts.expectQuestion(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"),
                                   true);
     window.choose("mnuSave");
-    QVERIFY(unsavedTextsOf(main).isEmpty());
+    QVERIFY(kept(main) == 0);
 
     // Typed and taken back.
     type(window, "y");
-    QVERIFY(QTest::qWaitFor([&] { return !unsavedTextsOf(main).isEmpty(); }, 5000));
+    QVERIFY(QTest::qWaitFor([&] { return kept(main) > 0; }, 5000));
     QTest::keyClick(window.find<SourceBox>("txtSnippet"), Qt::Key_Z, Qt::ControlModifier);
-    QVERIFY(QTest::qWaitFor([&] { return unsavedTextsOf(main).isEmpty(); }, 5000));
+    QVERIFY(QTest::qWaitFor([&] { return kept(main) == 0; }, 5000));
     window.start();
     window.skin->openDocument(main);
     QCOMPARE(offer(window), QString());
@@ -310,7 +346,7 @@ void TestNothingLost::olderTextIsNotReplaced()
     type(window, "second"); // with the offer still there
     const QString second = text(window);
     window.skin->openDocument(main);
-    QCOMPARE(unsavedTextsOf(main).size(), 2);
+    QCOMPARE(kept(main), 2);
     answer(window, "cmdOffer(0)");
     QCOMPARE(text(window), second);
     QVERIFY(offers(window, kUnsaved));
@@ -336,8 +372,85 @@ void TestNothingLost::noRoomForTheText()
     QCOMPARE(text(window), typed);
 }
 
+void TestNothingLost::twoPrograms_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::newRow("restore") << QByteArray("cmdOffer(0)");
+    QTest::newRow("discard") << QByteArray("cmdOffer(1)");
+}
+
+void TestNothingLost::twoPrograms()
+{
+    QFETCH(QByteArray, button);
+    Window window;
+    openAll(window);
+    const QString main = window.files.path(QStringLiteral("theme/main.xml"));
+    const QString before = text(window);
+    type(window, "typed");
+    const QString typed = text(window);
+    window.skin->openDocument(main);
+    const QString file = unsavedTextsOf(main).value(0).file;
+    const auto isRefused = [&] {
+        answer(window, button);
+        return text(window) == before && offer(window).isEmpty() && QFileInfo::exists(file);
+    };
+    QVERIFY(offers(window, kUnsaved));
+    {
+        const OtherProgram other(file);
+        QVERIFY(other.hasTaken && isRefused());
+        window.skin->openDocument(main);
+        QCOMPARE(offer(window), QString());
+    }
+    // It has died; another one has come and gone with a newer text.
+    window.skin->openDocument(main);
+    QVERIFY(offers(window, kUnsaved));
+    keepUnsaved(file, main, QString(typed + u"newer"));
+    QVERIFY(isRefused());
+
+    window.skin->openDocument(main);
+    answer(window, "cmdOffer(0)");
+    QCOMPARE(text(window), QString(typed + u"newer"));
+    QVERIFY(!OtherProgram(file).hasTaken);
+}
+
+void TestNothingLost::oldTexts()
+{
+    Window window;
+    openAll(window);
+    const QString main = window.files.path(QStringLiteral("theme/main.xml")), shown = text(window);
+    const auto keep = [](const QString &document, const QString &unsaved, int days) {
+        UnsavedFile kept = UnsavedFile::forNew(document);
+        keepUnsaved(kept.path(), document, unsaved);
+        QFile file(kept.path());
+        const QDateTime time = QDateTime::currentDateTime().addDays(-days);
+        if (!file.open(QIODevice::ReadWrite) || !file.setFileTime(time, QFileDevice::FileModificationTime))
+            qFatal("cannot make %s older", qPrintable(kept.path()));
+        return kept;
+    };
+    const QString old = keep(main, shown, 61).path(), young = keep(main, shown, 59).path();
+    const QString other = keep(main, QStringLiteral("other"), 61).path();
+    const QString elsewhere = keep(window.files.path(QStringLiteral("theme/other.xml")), shown, 61).path();
+    const UnsavedFile used = keep(main, shown, 61);
+    window.start();
+    QThreadPool::globalInstance()->waitForDone();
+    QVERIFY(!QFileInfo::exists(old));
+    for (const QString &file : {young, other, elsewhere, used.path()})
+        QVERIFY2(QFileInfo::exists(file), qPrintable(file));
+}
+
+// Run by a test of its own, as another program.
+int takeUnsaved(const QString &path)
+{
+    const UnsavedFile file = UnsavedFile::take(path);
+    std::fputs(file.isNull() ? "refused" : "taken", stdout);
+    std::fflush(stdout);
+    return file.isNull() ? 0 : std::getchar();
+}
+
 int main(int argc, char **argv)
 {
+    if (argc == 3 && qstrcmp(argv[1], "take") == 0)
+        return takeUnsaved(QFile::decodeName(argv[2]));
     return runWindowTest<TestNothingLost>(argc, argv);
 }
 

@@ -165,7 +165,7 @@ private slots:
         const QString text = QStringLiteral("\r\n<a/>\n") + QChar(0xD800);
         for (const QString &document :
              {QString(), files.path(QStringLiteral("a.xml")), QStringLiteral("a\nb.xml")}) {
-            keepUnsaved(newUnsavedFile(document), document, text);
+            keepUnsaved(UnsavedFile::forNew(document).path(), document, text);
             QCOMPARE(unsavedTextsOf(document).value(0).text, text);
         }
         setRecoveryFolder({});

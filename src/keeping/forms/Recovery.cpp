@@ -5,7 +5,7 @@
 #include "keeping/forms/OfferBar.h"
 #include "source/forms/SourceBox.h"
 
-#include <QFile>
+#include <QSignalBlocker>
 
 namespace quillmere {
 
@@ -15,6 +15,20 @@ constexpr int kPause = 2000; // ms after the last key
 constexpr int kMost = 20000; // ms that somebody may type without a pause
 
 const QString kKey = QStringLiteral("unsaved");
+
+// What the box held last before it was emptied; nothing where that is saved.
+QString textBefore(SourceBox &emptied)
+{
+    const QSignalBlocker quiet(emptied);
+    QTextDocument &document = *emptied.document();
+    int steps = 0;
+    for (; document.isEmpty() && document.isUndoAvailable(); ++steps)
+        document.undo();
+    const QString text = document.isModified() ? emptied.text() : QString();
+    for (; steps > 0; --steps)
+        document.redo();
+    return text;
+}
 
 QString shownTime(const QDateTime &time)
 {
@@ -41,8 +55,7 @@ void Recovery::textChanged()
 {
     if (m_wasOffered && !m_source.document()->isModified()) {
         // Taken back, and worth keeping all the same; what is typed next goes elsewhere.
-        m_file.clear();
-        m_wasOffered = false;
+        letGo();
     }
     // Also when all changes were taken back: what was kept of them goes then.
     if (m_kept)
@@ -51,12 +64,21 @@ void Recovery::textChanged()
     m_pause.start(std::clamp(kMost - int(m_sinceKept.elapsed()), 0, kPause));
 }
 
+void Recovery::letGo()
+{
+    m_file = UnsavedFile();
+    m_wasOffered = false;
+}
+
 void Recovery::keepInBackground()
 {
-    if (m_kept || !startFile())
+    if (m_kept)
+        return;
+    const std::optional<QString> toKeep = textToKeep();
+    if (!toKeep)
         return;
     m_kept = true;
-    m_writer.start([this, file = m_file, document = m_document, text = m_source.text(),
+    m_writer.start([this, file = m_file.path(), document = m_document, text = *toKeep,
                     base = loadedFingerprint(m_document)] {
         try {
             keepUnsaved(file, document, text, base);
@@ -69,27 +91,29 @@ void Recovery::keepInBackground()
     });
 }
 
-// Whether there is something to keep; it has a file to go to then.
-bool Recovery::startFile()
+// None where there is nothing to keep; else it has a file to go to.
+std::optional<QString> Recovery::textToKeep()
 {
     if (!m_source.document()->isModified()) {
         saved();
-        return false;
+        return {};
     }
-    if (m_source.document()->isEmpty())
-        return false; // what was kept before it was emptied is worth more
-    if (m_file.isEmpty())
-        m_file = newUnsavedFile(m_document);
-    return true;
+    const QString text = m_source.document()->isEmpty() ? textBefore(m_source) : m_source.text();
+    if (text.isEmpty())
+        return {};
+    if (m_file.isNull())
+        m_file = UnsavedFile::forNew(m_document);
+    return text;
 }
 
 bool Recovery::keepNow()
 {
     m_pause.stop();
     m_writer.waitForDone();
-    if (!startFile())
+    const std::optional<QString> text = textToKeep();
+    if (!text)
         return false;
-    keepUnsaved(m_file, m_document, m_source.text(), loadedFingerprint(m_document));
+    keepUnsaved(m_file.path(), m_document, *text, loadedFingerprint(m_document));
     m_kept = true;
     return true;
 }
@@ -98,15 +122,14 @@ void Recovery::opened(const QString &document)
 {
     m_pause.stop();
     m_kept = true;
-    m_file.clear();
-    m_wasOffered = false;
+    letGo();
     m_document = document;
     m_offered = unsavedTextsOf(document);
     const QString loaded = m_source.text();
     m_offered.removeIf([&](const UnsavedText &kept) {
         const bool same = kept.text == loaded;
         if (same)
-            QFile::remove(kept.file);
+            UnsavedFile::take(kept.file).remove();
         return same;
     });
     offerNext();
@@ -117,9 +140,7 @@ void Recovery::saved()
     m_pause.stop();
     m_writer.waitForDone();
     m_kept = true;
-    if (!m_file.isEmpty())
-        QFile::remove(m_file);
-    m_file.clear();
+    m_file.remove();
     m_wasOffered = false;
 }
 
@@ -135,11 +156,28 @@ void Recovery::offerNext()
                    {{tr("Restore"), [this] { restore(); }}, {tr("Discard"), [this] { discard(); }}});
 }
 
+// The text that is offered; null where another program has it by now, or has changed it.
+UnsavedFile Recovery::takeOffered()
+{
+    const UnsavedText &kept = m_offered.first();
+    UnsavedFile file = UnsavedFile::take(kept.file);
+    const auto now = file.isNull() ? std::nullopt : readUnsaved(kept.file);
+    if (!file.isNull() && (!now || now->text == kept.text))
+        return file;
+    m_offered.removeFirst();
+    offerNext();
+    emit hint(tr("Another Quillmere has restored this text."));
+    return {};
+}
+
 void Recovery::restore()
 {
+    UnsavedFile file = takeOffered();
+    if (file.isNull())
+        return;
     const UnsavedText kept = m_offered.takeFirst();
     m_source.rewrite(kept.text);
-    m_file = kept.file; // what was typed until now stays in the file it had
+    m_file = std::move(file); // what was typed until now stays in the file it had
     m_wasOffered = true;
     if (kept.base != loadedFingerprint(m_document))
         noteLoadedAs(m_document, kept.base); // so that saving it says what it would write over
@@ -150,7 +188,11 @@ void Recovery::restore()
 
 void Recovery::discard()
 {
-    QFile::remove(m_offered.takeFirst().file);
+    UnsavedFile file = takeOffered();
+    if (file.isNull())
+        return;
+    file.remove();
+    m_offered.removeFirst();
     offerNext();
 }
 

@@ -37,16 +37,18 @@ signals:
 
 private:
     void textChanged();
-    bool startFile();
+    std::optional<QString> textToKeep();
+    void letGo();
     void keepInBackground();
     void offerNext();
+    UnsavedFile takeOffered();
     void restore();
     void discard();
 
     SourceBox &m_source;
     OfferBar &m_offers;
     QString m_document;
-    QString m_file;               // that the text goes to; empty until it is first kept
+    UnsavedFile m_file;           // that the text goes to; null until it is first kept
     bool m_wasOffered = false;    // it is one that was restored
     QList<UnsavedText> m_offered; // those of this document that nobody has decided about, newest first
     bool m_kept = true;           // the text is in its file, or needs none
