@@ -384,9 +384,9 @@ void TestWindow::commandsAreOneUndoStep()
     window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
     source->select(given.indexOf(QStringLiteral("end")), 0);
     window.choose("mnuFormat");
-    QCOMPARE(source->text(), QStringLiteral("     <a>\r\n<widget name=\"x\">\u00a0end\r\nlone</widget>"));
+    QCOMPARE(source->text(), QStringLiteral("     <a>\r\n<widget name=\"x\">\u00a0end\rlone</widget>"));
     source->undo();
-    QCOMPARE(source->toPlainText(), QStringLiteral("<a>\n\n\t<widget name=\"x\"> end\nlone</widget>"));
+    QCOMPARE(source->text(), given);
     QVERIFY(!source->document()->isUndoAvailable());
 
     source->setPlainText(QStringLiteral("ab\ncd")); // as somebody would who knows only the control

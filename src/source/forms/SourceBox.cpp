@@ -1,11 +1,14 @@
 #include "source/forms/SourceBox.h"
 
-#include "source/SourceTokens.h"
+#include "source/TextChanges.h"
+#include "source/forms/DocumentEdits.h"
+#include "source/forms/HeldText.h"
+#include "source/forms/LineNumbers.h"
 #include "source/forms/SourceHighlighter.h"
 
 #include <QFontDatabase>
 #include <QKeyEvent>
-#include <QPainter>
+#include <QMimeData>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -15,11 +18,8 @@ namespace quillmere {
 namespace {
 
 constexpr int kIndent = 5;        // blanks a Tab goes on to a multiple of, as a formatted document has them
-constexpr int kNumbersMargin = 6; // pixels left and right of a line number
-constexpr int kBlockBar = 3;      // pixels, the mark of the caret's block
-constexpr int kFarLines = 2000;   // how far the ends of that block are looked for
 constexpr int kLinesAbove = 2;    // shown above a line that was asked for
-constexpr int kNearLines = 50;    // how far the partner of a bracket is looked for
+constexpr qsizetype kSeen = 2000; // units of a held text that a double click shows
 
 // A text with one line feed a line break, as the document counts.
 QString withLineFeeds(const QString &text)
@@ -27,78 +27,11 @@ QString withLineFeeds(const QString &text)
     return QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n"));
 }
 
-struct Hunk
-{
-    qsizetype start; // in the old text
-    qsizetype length;
-    QString text;
-};
-
-// What differs between two texts without what they have in common at both ends.
-Hunk differenceOf(QStringView now, QStringView next, qsizetype start)
-{
-    const qsizetype most = std::min(now.size(), next.size());
-    qsizetype head = 0;
-    while (head < most && now[head] == next[head])
-        ++head;
-    qsizetype tail = 0;
-    while (tail < most - head && now[now.size() - 1 - tail] == next[next.size() - 1 - tail])
-        ++tail;
-    return {start + head, now.size() - head - tail, next.sliced(head, next.size() - head - tail).toString()};
-}
-
-// The smallest edits that turn one text into the other: line by line where both have as many lines, so that
-// whatever stands between two changed places stays what it was; else the one stretch that differs.
-QList<Hunk> hunksBetween(const QString &now, const QString &next)
-{
-    const QList<QStringView> nowLines = QStringView(now).split(u'\n');
-    const QList<QStringView> nextLines = QStringView(next).split(u'\n');
-    if (nowLines.size() != nextLines.size())
-        return {differenceOf(now, next, 0)};
-    QList<Hunk> hunks;
-    qsizetype start = 0;
-    for (qsizetype line = 0; line < nowLines.size(); ++line) {
-        if (nowLines[line] != nextLines[line])
-            hunks.append(differenceOf(nowLines[line], nextLines[line], start));
-        start += nowLines[line].size() + 1;
-    }
-    return hunks;
-}
-
-// Where the caret belongs when blanks and line breaks were moved about: behind as many other characters as
-// before, and directly before the next one where it was directly before it.
-qsizetype sameInk(QStringView now, qsizetype caret, QStringView next)
-{
-    qsizetype ink = 0;
-    for (QChar c : now.first(caret))
-        ink += c.isSpace() ? 0 : 1;
-    qsizetype at = 0;
-    while (at < next.size() && ink > 0)
-        ink -= next[at++].isSpace() ? 0 : 1;
-    if (caret < now.size() && !now[caret].isSpace()) {
-        while (at < next.size() && next[at].isSpace())
-            ++at;
-    }
-    return at;
-}
-
 } // namespace
 
-// The column of line numbers; the box itself paints it.
-class LineNumbers : public QWidget
-{
-public:
-    explicit LineNumbers(SourceBox *box) : QWidget(box), m_box(box) {}
-
-protected:
-    void paintEvent(QPaintEvent *event) override { m_box->paintNumbers(event); }
-
-private:
-    SourceBox *m_box;
-};
-
 SourceBox::SourceBox(const QString &name, const QString &accessibleName, QWidget *parent)
-    : QPlainTextEdit(parent), m_numbers(new LineNumbers(this)), m_colours(new SourceHighlighter(document()))
+    : QPlainTextEdit(parent), m_held(new HeldText(document())), m_numbers(new LineNumbers(this)),
+      m_colours(new SourceHighlighter(document(), *m_held))
 {
     setObjectName(name);
     setAccessibleName(accessibleName);
@@ -108,12 +41,12 @@ SourceBox::SourceBox(const QString &name, const QString &accessibleName, QWidget
     setFont(fixed);
     takePaletteColours();
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
-        if (m_colours->isAtWork())
-            return; // only the colours are others
+        if (m_colours->isAtWork() || m_showing)
+            return; // only the looks are others
         emit changed();
     });
     connect(document(), &QTextDocument::contentsChange, this, [this] {
-        if (m_colours->isAtWork())
+        if (m_colours->isAtWork() || m_showing)
             return;
         m_isText = false;
         m_text.clear();
@@ -135,67 +68,89 @@ QString SourceBox::text() const
 {
     if (m_isText)
         return m_text;
-    // toPlainText() would turn every no-break space into a blank.
-    const QString raw = document()->toRawText();
-    QString text;
-    text.reserve(raw.size() + document()->blockCount());
+    const QString lines = m_held->text();
+    m_text.clear();
+    m_text.reserve(lines.size() + document()->blockCount());
     qsizetype done = 0;
-    for (;;) {
-        const qsizetype end = raw.indexOf(QChar::ParagraphSeparator, done);
-        if (end < 0)
-            break;
-        text += QStringView(raw).mid(done, end - done);
-        text += QLatin1String("\r\n");
+    for (qsizetype end = lines.indexOf(u'\n'); end >= 0; end = lines.indexOf(u'\n', done)) {
+        m_text += QStringView(lines).sliced(done, end - done);
+        m_text += QLatin1String("\r\n");
         done = end + 1;
     }
-    text += QStringView(raw).mid(done);
-    m_text = text;
+    m_text += QStringView(lines).sliced(done);
     m_isText = true;
-    return text;
+    return m_text;
 }
 
 void SourceBox::setText(const QString &text)
 {
+    const QString lines = withLineFeeds(text);
     {
         const QSignalBlocker quiet(this);
-        setPlainText(text);
+        const bool plain = !HeldText::holdsAnyOf(lines);
+        setPlainText(plain ? lines : QString());
+        m_held->clear();
+        if (!plain) {
+            document()->setUndoRedoEnabled(false);
+            QTextCursor all(document());
+            all.beginEditBlock();
+            m_held->insert(all, lines);
+            all.endEditBlock();
+            document()->setUndoRedoEnabled(true);
+            document()->setModified(false);
+            moveCursor(QTextCursor::Start);
+        }
     }
     m_commands.clear();
     m_text = text;
     m_isText = true;
+    placeNumbers();
     emit cursorPositionChanged();
     emit changed();
 }
 
 void SourceBox::rewrite(const QString &text)
 {
-    const QString now = withLineFeeds(this->text());
+    const QString now = m_held->text();
     const QString next = withLineFeeds(text);
     if (now == next)
         return;
-    const QList<Hunk> hunks = hunksBetween(now, next);
-    const qsizetype caret = std::min<qsizetype>(textCursor().position(), now.size());
+    const QList<TextChange> changes = changesBetween(now, next);
+    const qsizetype caret = caretAfter(changes, now, m_held->fromDocument(textCursor().position()));
     const int scrolled = verticalScrollBar()->value();
-
-    QTextCursor edit(document());
-    edit.beginEditBlock();
-    for (auto hunk = hunks.crbegin(); hunk != hunks.crend(); ++hunk) {
-        edit.setPosition(int(hunk->start));
-        edit.setPosition(int(hunk->start + hunk->length), QTextCursor::KeepAnchor);
-        edit.insertText(hunk->text);
-    }
-    edit.endEditBlock();
-
+    applyChanges(*m_held, now, changes);
+    showHidden({caret});
     QTextCursor back = textCursor();
-    const bool inside =
-        hunks.size() == 1 && caret > hunks[0].start && caret < hunks[0].start + hunks[0].length;
-    back.setPosition(
-        int(inside ? sameInk(now, caret, next) : std::min<qsizetype>(back.position(), next.size())));
+    back.setPosition(m_held->toDocument(caret));
     setTextCursor(back);
     verticalScrollBar()->setValue(scrolled);
     m_commands.insert(document()->availableUndoSteps());
     if (window()->isActiveWindow())
         setFocus(); // so that Ctrl+Z takes it back
+}
+
+// Shows what an object hides around these positions of the text. That is no edit: it is part of the step
+// before, and where there is none, of no step.
+void SourceBox::showHidden(const QList<qsizetype> &positions)
+{
+    QTextDocument *shown = document();
+    for (const qsizetype position : positions) {
+        if (!m_held->hides(position))
+            continue;
+        const QScopedValueRollback showing(m_showing, true);
+        const bool isFirst = !shown->isUndoAvailable();
+        const bool isModified = shown->isModified();
+        if (isFirst)
+            shown->setUndoRedoEnabled(false);
+        QTextCursor edit(shown);
+        edit.joinPreviousEditBlock();
+        edit.setPosition(m_held->toDocument(position));
+        m_held->shortenLine(edit, positions);
+        edit.endEditBlock();
+        if (isFirst)
+            shown->setUndoRedoEnabled(true);
+        shown->setModified(isModified);
+    }
 }
 
 qsizetype SourceBox::selectionStart() const
@@ -210,28 +165,31 @@ qsizetype SourceBox::selectionLength() const
 
 void SourceBox::select(qsizetype start, qsizetype length)
 {
+    const qsizetype from = withoutCarriageReturns(start), to = withoutCarriageReturns(start + length);
+    showHidden({from, to});
     QTextCursor cursor = textCursor();
-    cursor.setPosition(toDocument(start));
-    cursor.setPosition(toDocument(start + length), QTextCursor::KeepAnchor);
+    cursor.setPosition(m_held->toDocument(from));
+    cursor.setPosition(m_held->toDocument(to), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
     ensureCursorVisible();
 }
 
-int SourceBox::toDocument(qsizetype position) const
+// From a position in text() to one where a line break counts one.
+qsizetype SourceBox::withoutCarriageReturns(qsizetype position) const
 {
     const QString all = text();
     const qsizetype bound = std::clamp<qsizetype>(position, 0, all.size());
-    const qsizetype pairs = QStringView(all).first(bound).count(QStringView(u"\r\n"));
-    return int(std::min<qsizetype>(bound - pairs, document()->characterCount() - 1));
+    return bound - QStringView(all).first(bound).count(QStringView(u"\r\n"));
 }
 
 qsizetype SourceBox::fromDocument(int position) const
 {
     const QString all = text();
-    qsizetype at = 0;
-    for (int counted = 0; counted < position && at < all.size(); ++counted)
-        at += all[at] == u'\r' && at + 1 < all.size() && all[at + 1] == u'\n' ? 2 : 1;
-    return at;
+    qsizetype at = m_held->fromDocument(position);
+    const QLatin1String lineBreak("\r\n");
+    for (qsizetype end = all.indexOf(lineBreak); end >= 0 && end < at; end = all.indexOf(lineBreak, end + 2))
+        ++at;
+    return std::min(at, all.size());
 }
 
 void SourceBox::showFrom(qsizetype position)
@@ -264,12 +222,59 @@ void SourceBox::keyPressEvent(QKeyEvent *event)
     const QScopedValueRollback typing(m_typing, true);
     if (stepQuietly(event))
         return;
-    if (event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier) {
+    const bool indents = event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier;
+    const bool takesBack = event->key() == Qt::Key_Backtab ||
+                           (event->key() == Qt::Key_Tab && event->modifiers() == Qt::ShiftModifier);
+    if ((indents || takesBack) && textCursor().hasSelection() && !isReadOnly()) {
+        QTextCursor selection = textCursor();
+        indentLines(selection, kIndent, takesBack);
+        setTextCursor(selection);
+        return;
+    }
+    if (indents && !isReadOnly()) {
         const int column = textCursor().positionInBlock();
         insertPlainText(QString(kIndent - column % kIndent, u' '));
         return;
     }
     QPlainTextEdit::keyPressEvent(event);
+}
+
+QMimeData *SourceBox::createMimeDataFromSelection() const
+{
+    auto *copied = new QMimeData;
+    copied->setText(m_held->text(textCursor().selectionStart(), textCursor().selectionEnd()));
+    return copied;
+}
+
+void SourceBox::insertFromMimeData(const QMimeData *source)
+{
+    if (isReadOnly() || !source->hasText())
+        return;
+    QTextCursor edit = textCursor();
+    edit.beginEditBlock();
+    edit.removeSelectedText();
+    m_held->insert(edit, withLineFeeds(source->text()));
+    if (HeldText::isTooLong(edit.block()))
+        m_held->shortenLine(edit, {m_held->fromDocument(edit.position())});
+    endStep(edit);
+    setTextCursor(edit);
+    ensureCursorVisible();
+}
+
+void SourceBox::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    const QTextCursor at = cursorForPosition(event->position().toPoint());
+    for (const int position : {at.position(), at.position() - 1}) {
+        if (m_held->heldAt(position).size() < 2 || event->button() != Qt::LeftButton)
+            continue;
+        const qsizetype first = m_held->fromDocument(position);
+        showHidden({first + kSeen});
+        QTextCursor caret = textCursor();
+        caret.setPosition(m_held->toDocument(first));
+        setTextCursor(caret);
+        return;
+    }
+    QPlainTextEdit::mouseDoubleClickEvent(event);
 }
 
 void SourceBox::resizeEvent(QResizeEvent *event)
@@ -291,89 +296,18 @@ void SourceBox::takePaletteColours()
     markCaret();
 }
 
-int SourceBox::numbersWidth() const
-{
-    const int digits = std::max(3, int(QString::number(blockCount()).size()));
-    return digits * fontMetrics().horizontalAdvance(u'9') + 2 * kNumbersMargin + kBlockBar;
-}
-
 void SourceBox::placeNumbers()
 {
     const QRect inside = contentsRect();
-    setViewportMargins(numbersWidth(), 0, 0, 0);
-    m_numbers->setGeometry(inside.left(), inside.top(), numbersWidth(), inside.height());
+    const int width = m_numbers->widthNeeded();
+    setViewportMargins(width, 0, 0, 0);
+    m_numbers->setGeometry(inside.left(), inside.top(), width, inside.height());
 }
 
-void SourceBox::paintNumbers(QPaintEvent *event)
-{
-    QPainter painter(m_numbers);
-    painter.fillRect(event->rect(), palette().alternateBase());
-    const int caretLine = textCursor().blockNumber();
-    for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
-        const QRect line = blockBoundingGeometry(block).translated(contentOffset()).toAlignedRect();
-        if (line.top() > event->rect().bottom())
-            break;
-        const int number = block.blockNumber();
-        if (number >= m_blockFirst && number <= m_blockLast)
-            painter.fillRect(m_numbers->width() - kBlockBar, line.top(), kBlockBar, line.height(),
-                             palette().highlight());
-        painter.setPen(palette().color(number == caretLine ? QPalette::Text : QPalette::PlaceholderText));
-        painter.drawText(0, line.top(), m_numbers->width() - kBlockBar - kNumbersMargin, line.height(),
-                         Qt::AlignRight | Qt::AlignVCenter, QString::number(number + 1));
-    }
-}
-
-// Marks the caret's line, the block of the document that it stands in, and the partner of a bracket beside
-// it.
 void SourceBox::markCaret()
 {
-    const QTextBlock line = textCursor().block();
-    QTextBlock first = line;
-    for (int far = 0; far < kFarLines && !startsBlock(first.text()) && first.previous().isValid(); ++far)
-        first = first.previous();
-    QTextBlock last = line;
-    for (int far = 0; far < kFarLines && last.next().isValid() && !startsBlock(last.next().text()); ++far)
-        last = last.next();
-    const bool found = startsBlock(first.text());
-    m_blockFirst = first.blockNumber();
-    m_blockLast = found ? last.blockNumber() : -1;
-
-    QList<QTextEdit::ExtraSelection> marks;
-    QTextEdit::ExtraSelection current;
-    QColor ground = palette().color(QPalette::Highlight);
-    ground.setAlpha(28);
-    current.format.setBackground(ground);
-    current.format.setProperty(QTextFormat::FullWidthSelection, true);
-    current.cursor = textCursor();
-    current.cursor.clearSelection();
-    marks.append(current);
-
-    QColor bracketGround = palette().color(QPalette::Highlight);
-    bracketGround.setAlpha(90);
-    QTextBlock near = line;
-    for (int i = 0; i < kNearLines && near.previous().isValid(); ++i)
-        near = near.previous();
-    const int base = near.position();
-    QString around;
-    for (int i = 0; i < 2 * kNearLines && near.isValid(); ++i, near = near.next())
-        around += near.text() + u'\n';
-    const int caret = textCursor().position() - base;
-    for (const int at : {caret, caret - 1}) {
-        const qsizetype partner = partnerOfBracket(around, at);
-        if (partner < 0)
-            continue;
-        for (const qsizetype bracket : {qsizetype(at), partner}) {
-            QTextEdit::ExtraSelection mark;
-            mark.format.setBackground(bracketGround);
-            mark.cursor = QTextCursor(document());
-            mark.cursor.setPosition(base + int(bracket));
-            mark.cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
-            marks.append(mark);
-        }
-        break;
-    }
-    setExtraSelections(marks);
-    m_numbers->update();
+    m_numbers->setMarked(blockAround(textCursor().block()));
+    setExtraSelections(caretMarks(*this));
 }
 
 } // namespace quillmere

@@ -5,11 +5,13 @@
 
 namespace quillmere {
 
+class HeldText;
+class LineNumbers;
 class SourceHighlighter;
 
 // The source text of a window, in an editor with line numbers and coloured tags. Outside the box, text has CR
-// LF line ends and positions count both of them; inside, the document has one separator a line. This class is
-// where the two meet.
+// LF line ends and positions count both of them; inside, the document has one separator a line, and some of
+// the text stands there as objects (see HeldText). This class is where the two meet.
 class SourceBox : public QPlainTextEdit
 {
     Q_OBJECT
@@ -45,15 +47,18 @@ protected:
     void inputMethodEvent(QInputMethodEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
+    // A double click on what stands for the middle of a long line shows some of it.
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    QMimeData *createMimeDataFromSelection() const override;
+    void insertFromMimeData(const QMimeData *source) override;
 
 private:
-    friend class LineNumbers;
+    friend class LineNumbers; // asks where the lines are
 
-    int toDocument(qsizetype position) const;
+    qsizetype withoutCarriageReturns(qsizetype position) const;
     qsizetype fromDocument(int position) const;
-    int numbersWidth() const;
+    void showHidden(const QList<qsizetype> &positions);
     void placeNumbers();
-    void paintNumbers(QPaintEvent *event);
     void markCaret();
     void takePaletteColours();
 
@@ -64,9 +69,10 @@ private:
     bool m_typing = false;
     mutable QString m_text; // what the document is, where m_isText
     mutable bool m_isText = false;
-    QWidget *m_numbers;
+    bool m_showing = false; // hidden text is being shown; the text stays the same
+    HeldText *m_held;
+    LineNumbers *m_numbers;
     SourceHighlighter *m_colours;
-    int m_blockFirst = 0, m_blockLast = -1; // lines of the block with the caret in it, 0-based
 };
 
 } // namespace quillmere

@@ -1,6 +1,6 @@
 #include "source/forms/SourceHighlighter.h"
 
-#include "source/SourceTokens.h"
+#include "source/forms/HeldText.h"
 
 #include <QScopedValueRollback>
 #include <QTextLayout>
@@ -12,7 +12,6 @@ namespace quillmere {
 namespace {
 
 constexpr qint64 kMostInPass = 8'000'000; // ns
-constexpr qsizetype kLongestLine = 20000; // units; a longer one stays plain, or laying it out takes minutes
 
 // A line keeps the state that it leaves to the next one, and a bit that says nothing but that it has been
 // turned over: the pass goes on as long as what is kept changes.
@@ -28,7 +27,8 @@ int kept(LineState state, bool bit)
 
 } // namespace
 
-SourceHighlighter::SourceHighlighter(QTextDocument *document) : QSyntaxHighlighter(document)
+SourceHighlighter::SourceHighlighter(QTextDocument *document, const HeldText &held)
+    : QSyntaxHighlighter(document), m_held(held)
 {
     m_next.setInterval(0);
     connect(&m_next, &QTimer::timeout, this, &SourceHighlighter::colourNext);
@@ -64,11 +64,22 @@ void SourceHighlighter::highlightBlock(const QString &line)
         return;
     }
     LineState state = stateOf(previousBlockState());
-    const QList<TokenSpan> spans = tokensOf(line, state);
-    for (const TokenSpan &span : line.size() <= kLongestLine ? spans : QList<TokenSpan>())
-        setFormat(int(span.start), int(span.length), m_formats[size_t(span.token)]);
+    qsizetype done = 0;
+    for (qsizetype at = line.indexOf(QChar::ObjectReplacementCharacter); at >= 0;
+         at = line.indexOf(QChar::ObjectReplacementCharacter, at + 1)) {
+        colourPart(line, done, at, state);
+        state = m_held.stateBehind(currentBlock().position() + int(at), state);
+        done = at + 1;
+    }
+    colourPart(line, done, line.size(), state);
     const bool bit = currentBlockState() >= 0 && (currentBlockState() & 1);
     setCurrentBlockState(kept(state, bit != (currentBlock().blockNumber() < m_through)));
+}
+
+void SourceHighlighter::colourPart(QStringView line, qsizetype from, qsizetype to, LineState &state)
+{
+    for (const TokenSpan &span : tokensOf(line.sliced(from, to - from), state))
+        setFormat(int(from + span.start), int(span.length), m_formats[size_t(span.token)]);
 }
 
 // The line keeps its colours and its state, so that a pass that only followed a changed state ends here.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "source/SourceTokens.h"
+
 #include <QElapsedTimer>
 #include <QSyntaxHighlighter>
 #include <QTextCharFormat>
@@ -11,6 +13,8 @@
 
 namespace quillmere {
 
+class HeldText;
+
 // Colours theme text, line by line as lines change. A change may reach far: a "<!--" at the top of a large
 // text concerns all of it. What takes longer than a key may wait is left as it is for the moment and done in
 // portions between the other events.
@@ -19,7 +23,7 @@ class SourceHighlighter : public QSyntaxHighlighter
     Q_OBJECT
 
 public:
-    explicit SourceHighlighter(QTextDocument *document);
+    SourceHighlighter(QTextDocument *document, const HeldText &held);
 
     // Takes colours that are readable on a light or on a dark ground.
     void setDark(bool dark);
@@ -38,10 +42,12 @@ private:
         QTextCursor first, last;
     };
 
+    void colourPart(QStringView line, qsizetype from, qsizetype to, LineState &state);
     void leaveWaiting();
     void endPass();
     void colourNext();
 
+    const HeldText &m_held;
     std::array<QTextCharFormat, 6> m_formats; // by Token
     bool m_atWork = false;
     QElapsedTimer m_pass;               // runs while one line after the other is coloured
