@@ -152,10 +152,8 @@ qsizetype rarestOf(QStringView marker, const Counts &counts)
 
 } // namespace
 
-char16_t foldCase(char16_t unit)
+char16_t foldCaseBeyondAscii(char16_t unit)
 {
-    if (unit < 0x80)
-        return unit >= u'A' && unit <= u'Z' ? char16_t(unit | 0x20) : unit;
     const QChar whole(unit);
     return whole.isSurrogate() ? unit : whole.toCaseFolded().unicode();
 }

@@ -11,7 +11,13 @@ namespace quillmere {
 // case folding), so a match is always as long as the marker. Positions are 0-based counts of UTF-16 units.
 
 // The folded form of one unit; two units match when their folded forms are equal.
-char16_t foldCase(char16_t unit);
+char16_t foldCaseBeyondAscii(char16_t unit);
+inline char16_t foldCase(char16_t unit)
+{
+    if (unit < 0x80)
+        return unit >= u'A' && unit <= u'Z' ? char16_t(unit | 0x20) : unit;
+    return foldCaseBeyondAscii(unit);
+}
 // Each unit folded; the second form writes over `folded`, whose memory is used again.
 QString foldedText(QStringView text);
 void foldInto(QString &folded, QStringView text);

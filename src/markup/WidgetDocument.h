@@ -11,8 +11,8 @@ namespace quillmere {
 // makes <children> vanish, <signal> a comment, </widget> a </div>, ` name="` an ` id="` and <style a <widget.
 struct WidgetBlocks
 {
-    QString text;              // the whole document after the rewriting
-    QList<QStringView> blocks; // views into `text`
+    QString text; // what the blocks are views into: one behind the other, nothing else
+    QList<QStringView> blocks;
 };
 WidgetBlocks cutBlocks(const QString &document);
 

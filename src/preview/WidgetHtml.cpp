@@ -1,14 +1,71 @@
 #include "preview/WidgetHtml.h"
 
+#include "markup/MarkerSet.h"
 #include "markup/Matching.h"
 #include "markup/WidgetDocument.h"
-#include "markup/mndIni.h"
+#include "preview/BlockScan.h"
 
+#include <algorithm>
 #include <array>
+#include <vector>
 
 namespace quillmere {
 
 namespace {
+
+using B = BlockScan;
+
+// One text written at its end again and again. A QString would look at each piece whether it is shared.
+class Writer
+{
+public:
+    explicit Writer(qsizetype capacity)
+        : m_text(capacity, Qt::Uninitialized), m_units(reinterpret_cast<char16_t *>(m_text.data()))
+    {
+    }
+
+    qsizetype size() const { return m_size; }
+    void put(QStringView piece)
+    {
+        if (piece.size() > m_text.size() - m_size)
+            grow(piece.size());
+        std::copy_n(piece.utf16(), piece.size(), m_units + m_size);
+        m_size += piece.size();
+    }
+    // Replaces markers in what was put since the size was `from`.
+    void replaceSince(qsizetype from, const MarkerReplacement &replacement);
+    QStringView written() const { return QStringView(m_units, m_size); }
+    QString take();
+
+private:
+    void grow(qsizetype by)
+    {
+        m_text.resize(std::max(m_size + by, m_text.size() + m_text.size() / 2));
+        m_units = reinterpret_cast<char16_t *>(m_text.data());
+    }
+
+    QString m_text;
+    char16_t *m_units;
+    qsizetype m_size = 0;
+};
+
+void Writer::replaceSince(qsizetype from, const MarkerReplacement &replacement)
+{
+    const auto plan = replacement.plan(written().sliced(from));
+    if (plan.hits.empty())
+        return;
+    QString replaced;
+    replacement.append(replaced, plan);
+    m_size = from;
+    put(replaced);
+}
+
+QString Writer::take()
+{
+    m_text.truncate(m_size);
+    m_text.squeeze();
+    return std::move(m_text);
+}
 
 struct FontRow
 {
@@ -28,23 +85,35 @@ QList<FontRow> fontRows(const QList<ListRows::Row> &lvFont)
     return fonts;
 }
 
+// Up to `most` parts of a list divided by commas; the last one ends at the next comma all the same.
+template <size_t most>
+size_t partsOf(QStringView list, std::array<QStringView, most> &parts)
+{
+    size_t count = 0;
+    for (qsizetype from = 0; count < most && from <= list.size() && !list.isEmpty();) {
+        const qsizetype comma = list.indexOf(u',', from);
+        const qsizetype end = comma < 0 ? list.size() : comma;
+        parts[count++] = list.sliced(from, end - from);
+        from = end + 1;
+    }
+    return count;
+}
+
 // Draws block after block. The members below the line hold what a block hands on to the next: a block that
 // does not set one of them is drawn with what the block before it left there.
 class Renderer
 {
 public:
-    Renderer(const ImageLookup &lookup, const QList<ListRows::Row> &lvFont)
-        : m_getImg(lookup), m_fonts(fontRows(lvFont))
+    Renderer(const ImageLookup &lookup, const QList<ListRows::Row> &lvFont, qsizetype size)
+        : m_getImg(lookup), m_fonts(fontRows(lvFont)), m_page(4 * size + 1000), m_body(2 * size)
     {
+        m_page.put(u"<html><head><title>Tes Skin</title><style>");
     }
 
-    ListRows::Row draw(QStringView source);
-    QString page() const;
-    void reserve(qsizetype size)
-    {
-        m_css.reserve(size);
-        m_body.reserve(2 * size);
-    }
+    // The block must stay where it is until the page is made.
+    ListRows::Row draw(QStringView block);
+    // The page of all blocks; the last thing asked for.
+    QString page();
 
 private:
     void readRect();
@@ -53,80 +122,75 @@ private:
     void place();
     void alignment();
     void font();
-    void toDiv(const QString &text);
-    bool has(QStringView marker) const { return containsIgnoringCase(m_block, marker); }
-    QStringView field(QStringView opening, QStringView closing) const
-    {
-        return SplitFieldView(m_block, opening, closing, 1, 0);
-    }
+    void toDiv();
+    void spans();
+    void putValue(QStringView value);
+    bool namesFont(const FontRow &row) const;
+    bool has(B::Marker marker) const { return m_scan.has(marker); }
+    QString picture(B::Marker marker) const { return m_getImg(m_scan.value(marker).toString()); }
     void rule(std::initializer_list<QStringView> declarations);
 
     const ImageLookup &m_getImg;
     const QList<FontRow> m_fonts;
-    QString m_css;
-    QString m_body;
-    QString m_block;
-    QString m_name;
+    Writer m_page; // until the last block its rules alone
+    Writer m_body;
+    BlockScan m_scan;
+    QStringView m_name, m_string;
+    bool m_styleIsChanged = false;    // in what is scanned
+    std::vector<QString> m_rewritten; // blocks whose values are in use
 
     // ---
-    QString m_x, m_y, m_w, m_h;
-    QString m_back, m_fore;
-    QString m_fontSize, m_fontStyle;
+    QStringView m_x, m_y, m_w, m_h;
+    QStringView m_back, m_fore;
+    QStringView m_fontSize, m_fontStyle;
 };
 
 void Renderer::rule(std::initializer_list<QStringView> declarations)
 {
-    m_css += u'#';
-    m_css += m_name;
-    m_css += u'{';
-    for (QStringView part : declarations)
-        m_css += part;
-    m_css += u"}\r\n";
+    m_page.put(u"#");
+    m_page.put(m_name);
+    m_page.put(u"{");
+    for (const QStringView part : declarations)
+        m_page.put(part);
+    m_page.put(u"}\r\n");
 }
 
 void Renderer::readRect()
 {
-    const QList<QStringView> parts = splitExact(field(u"<rect>[", u"]</rect>"), u",");
-    if (parts.size() < 4)
+    std::array<QStringView, 4> parts;
+    if (partsOf(m_scan.value(B::Rect), parts) < parts.size())
         return;
-    m_x = parts[0].toString();
-    m_y = parts[1].toString();
-    m_w = parts[2].toString();
-    m_h = parts[3].toString();
+    m_x = parts[0];
+    m_y = parts[1];
+    m_w = parts[2];
+    m_h = parts[3];
 }
 
 void Renderer::readColours()
 {
-    const QList<QStringView> back = splitExact(field(u"<backcolor>[", u"]</backcolor>"), u",");
-    if (back.size() >= 3)
-        m_back = back[0].toString();
-    const QList<QStringView> fore = splitExact(field(u"<forecolor>[", u"]</forecolor>"), u",");
-    if (fore.size() >= 2)
-        m_fore = fore[0].toString();
+    std::array<QStringView, 3> back;
+    if (partsOf(m_scan.value(B::BackColor), back) == back.size())
+        m_back = back[0];
+    std::array<QStringView, 2> fore;
+    if (partsOf(m_scan.value(B::ForeColor), fore) == fore.size())
+        m_fore = fore[0];
 }
 
 void Renderer::images()
 {
-    static constexpr std::array<std::array<QStringView, 2>, 8> frame = {{{u"<t_img>", u"</t_img>"},
-                                                                         {u"<b_img>", u"</b_img>"},
-                                                                         {u"<l_img>", u"</l_img>"},
-                                                                         {u"<r_img>", u"</r_img>"},
-                                                                         {u"<lt_img>", u"</lt_img>"},
-                                                                         {u"<rt_img>", u"</rt_img>"},
-                                                                         {u"<lb_img>", u"</lb_img>"},
-                                                                         {u"<rb_img>", u"</rb_img>"}}};
-    if (indexOfIgnoringCase(m_block, u"<imgs") < 1)
+    if (m_scan.positionOf(B::Imgs) < 1)
         return;
     rule({u"background-color:", m_back, u";"});
-    if (has(u"<mode>single</mode>")) {
-        const QString image = m_getImg(field(u"<img>", u"</img>").toString());
+    if (has(B::SingleMode)) {
+        const QString image = picture(B::Img);
         rule({u"background:", m_back, u" url('", image, u"') left top no-repeat;"});
-    } else if (has(u"<mode>multiple</mode>")) {
+    } else if (has(B::MultipleMode)) {
         // The receiver draws these eight pictures around the widget; the preview looks them up and shows
         // none.
-        for (const auto &[opening, closing] : frame) {
-            if (has(opening))
-                m_getImg(field(opening, closing).toString());
+        for (const B::Marker side : {B::TopImg, B::BottomImg, B::LeftImg, B::RightImg, B::LeftTopImg,
+                                     B::RightTopImg, B::LeftBottomImg, B::RightBottomImg}) {
+            if (has(side))
+                picture(side);
         }
     }
 }
@@ -135,32 +199,38 @@ void Renderer::place()
 {
     rule({u"position:absolute;left:", m_x, u";top:", m_y, u";width:", m_w, u";height:", m_h,
           u";background-color:", m_back, u";color:", m_fore, u";"});
-    if (has(u"<unfocus_img>"))
-        rule({u"background:url('", field(u"<unfocus_img>", u"</unfocus_img>"), u"') no-repeat left top;"});
+    if (has(B::UnfocusImg))
+        rule({u"background:url('", m_scan.value(B::UnfocusImg), u"') no-repeat left top;"});
 }
 
 void Renderer::alignment()
 {
-    const bool centred = has(u"hcentre");
-    if (centred)
+    if (has(B::HCentre))
         rule({u"text-align: center;"});
-    if (has(u"vcentre"))
+    if (has(B::VCentre))
         rule({u"height:", m_h, u"px;line-height:", m_h, u"px;"});
-    if (centred)
+    if (has(B::HCentre))
         rule({u"text-align: center;"}); // pages have always had this rule twice
+}
+
+bool Renderer::namesFont(const FontRow &row) const
+{
+    const auto standsAt = [&](qsizetype position) {
+        return matchesIgnoringCase(m_scan.block(), position, row.marker);
+    };
+    return std::ranges::any_of(m_scan.fonts(), standsAt);
 }
 
 void Renderer::font()
 {
-    if (!has(u"class=\"text\""))
+    if (!has(B::TextClass))
         return;
-    const bool named = has(u"<font>");
     for (const FontRow &row : m_fonts) {
         if (row.isDefault) {
             m_fontSize = row.size;
             m_fontStyle = row.style;
         }
-        if (named && has(row.marker)) {
+        if (namesFont(row)) {
             rule({u"font-size: ", row.size, u"px;font-style:", row.style, u";"});
             return;
         }
@@ -168,43 +238,92 @@ void Renderer::font()
     rule({u"font-size: ", m_fontSize, u"px;font-style:", m_fontStyle, u";"});
 }
 
-void Renderer::toDiv(const QString &text)
+// What is put into the block is itself rewritten as the block is.
+void Renderer::putValue(QStringView value)
 {
-    const QString spans = u"<span class=\"nama\">" + m_name + u"</span><span class=\"string\">" + text +
-                          u"</span><span class=\"posisi\">" + m_x + u" , " + m_y +
-                          u"</span><span class=\"ukuran\">" + m_w + u" , " + m_h + u"</span>";
-    m_block.prepend(u"<div ");
-    replaceIgnoringCase(m_block, u"<property>", QString(spans + u"<!--"));
-    replaceIgnoringCase(m_block, u"</property>", u"-->");
-    replaceIgnoringCase(m_block, u"/>", u"></div>");
-    m_body += m_block;
+    if (!value.contains(u'/')) {
+        m_body.put(value);
+        return;
+    }
+    QString text = value.toString();
+    replaceIgnoringCase(text, u"</property>", u"-->");
+    replaceIgnoringCase(text, u"/>", u"></div>");
+    m_body.put(text);
 }
 
-ListRows::Row Renderer::draw(QStringView source)
+void Renderer::spans()
 {
-    m_block = source.toString();
-    m_name = field(u"id=\"", u"\"").toString();
-    const QString style = u"style=\"" + field(u"style=\"", u"\"") + u'"';
-    replaceIgnoringCase(m_block, style, u"style=\"default\"");
-    const QString text = field(u"<string>", u"</string>").toString();
-    ListRows::Row row{field(u"class=\"", u"\"").toString(), {m_name}};
+    m_body.put(u"<span class=\"nama\">");
+    putValue(m_name);
+    m_body.put(u"</span><span class=\"string\">");
+    putValue(m_string);
+    m_body.put(u"</span><span class=\"posisi\">");
+    putValue(m_x);
+    m_body.put(u" , ");
+    putValue(m_y);
+    m_body.put(u"</span><span class=\"ukuran\">");
+    putValue(m_w);
+    m_body.put(u" , ");
+    putValue(m_h);
+    m_body.put(u"</span>");
+}
+
+void Renderer::toDiv()
+{
+    const QStringView block = m_scan.block();
+    qsizetype done = 0;
+    m_body.put(u"<div ");
+    for (const B::Change &change : m_scan.changes()) {
+        if (change.marker == B::Style && m_styleIsChanged)
+            continue;
+        m_body.put(block.sliced(done, change.position - done));
+        done = change.position + change.size;
+        if (change.marker == B::Property)
+            spans();
+        m_body.put(change.marker == B::Property      ? u"<!--"
+                   : change.marker == B::PropertyEnd ? u"-->"
+                   : change.marker == B::ElementEnd  ? QStringView(u"></div>")
+                                                     : QStringView(u"style=\"default\""));
+    }
+    m_body.put(block.sliced(done));
+}
+
+ListRows::Row Renderer::draw(QStringView block)
+{
+    // The colours that the receiver does not draw. Every ":" is followed by a value of the same block.
+    static const MarkerReplacement colours(
+        {{u":osd_trans", u":transparent;"}, {u":gui_trans", u":transparent"}});
+    const qsizetype rules = m_page.size();
+    const qsizetype divs = m_body.size();
+    m_scan.scan(block);
+    m_name = m_scan.value(B::Id);
+    m_styleIsChanged = !m_scan.isStyleApart();
+    if (m_styleIsChanged) {
+        const QString style = u"style=\"" + m_scan.value(B::Style) + u'"';
+        m_rewritten.push_back(block.toString());
+        replaceIgnoringCase(m_rewritten.back(), style, u"style=\"default\"");
+        m_scan.scan(m_rewritten.back());
+    }
+    m_string = m_scan.value(B::String);
+    ListRows::Row row{m_scan.value(B::Class).toString(), {m_name.toString()}};
     readRect();
     readColours();
     images();
     place();
     alignment();
     font();
-    toDiv(text);
+    toDiv();
+    m_page.replaceSince(rules, colours);
+    m_body.replaceSince(divs, colours);
     return row;
 }
 
-QString Renderer::page() const
+QString Renderer::page()
 {
-    QString page = u"<html><head><title>Tes Skin</title><style>" + m_css +
-                   u"\r\n<!--stye--></style></head><body>" + m_body + u"<body></html>";
-    replaceIgnoringCase(page, u":osd_trans", u":transparent;");
-    replaceIgnoringCase(page, u":gui_trans", u":transparent");
-    return page;
+    m_page.put(u"\r\n<!--stye--></style></head><body>");
+    m_page.put(m_body.written());
+    m_page.put(u"<body></html>");
+    return m_page.take();
 }
 
 } // namespace
@@ -212,8 +331,7 @@ QString Renderer::page() const
 WidgetPage drawWidgets(const QString &markup, const ImageLookup &GetImg, const QList<ListRows::Row> &lvFont)
 {
     const WidgetBlocks cut = cutBlocks(markup);
-    Renderer renderer(GetImg, lvFont);
-    renderer.reserve(cut.text.size());
+    Renderer renderer(GetImg, lvFont, cut.text.size());
     QList<ListRows::Row> rows;
     rows.reserve(cut.blocks.size());
     for (QStringView block : cut.blocks)

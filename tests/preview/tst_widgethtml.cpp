@@ -124,7 +124,12 @@ private slots:
                 u"<rect>[|]</rect>|<imgs>|<IMGS "
                 u"x>|<mode>single</mode>|<mode>multiple</mode>|<img>|<unfocus_img/>|"
                 u"<mode>Multiple</MODE>|hcentre|HCentre|VCentre|<font>font_prog</font>|<font></font>|"
-                u":osd_trans|:Gui_Trans|<!--|\r\n| \u017Ftyle=`S`|\u0416\u0436";
+                u":osd_trans|:Gui_Trans|<!--|-->|\r\n| "
+                u"\u017Ftyle=`S`|\u0416\u0436|<chil|dren>|</child|<sty<children>le |"
+                u"<signal|<mode>sin</children>gle</mode>| style=`hcentre`| style=`a/>b`| "
+                u"style=`|class=`text`|"
+                u"<string>:gui_trans</property>/></string>|<bac\u212Acolor>[\u212A,l,:osd_trans]</backcolor>|"
+                u"<forecolor>[osd_trans,|<img>:osd_trans</img>| name=`:gui_trans/>`|<string>|</String>";
             QStringList list = quoted(loose).split(u'|');
             for (const S name : {u"rect", u"backcolor", u"forecolor", u"Rect", u"BackColor", u"ForeColor"}) {
                 for (const S value : {u"", u"1", u"2,3", u"4,5,6", u"7,8,9,10", u"OSD_trans,,Gui_trans,1,2"})
@@ -144,9 +149,10 @@ private slots:
         for (int round = 0; round < 10000; ++round) {
             setFonts(m_fonts, fonts[round % 4]);
             QString markup = twins::randomText(random, tokens, random.bounded(3));
-            for (int block = random.bounded(5); block > 0; --block) {
+            const bool isLarge = round % 1000 == 0;
+            for (int block = random.bounded(isLarge ? 3000 : 5); block > 0; --block) {
                 markup += twins::randomText(random, quoted(openings).split(u'|'), 1);
-                markup += twins::randomText(random, tokens, random.bounded(30));
+                markup += twins::randomText(random, tokens, random.bounded(isLarge ? 8 : 30));
             }
             QStringList asked, expectedAsked;
             QList<ListRows::Row> rows;

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include <array>
+#include <initializer_list>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace quillmere {
+
+// Units of ASCII at which a pass over a text stops.
+class StopUnits
+{
+public:
+    constexpr explicit StopUnits(std::u16string_view units = {})
+    {
+        for (const char16_t unit : units)
+            add(unit);
+    }
+    constexpr void add(char16_t unit) { m_isStop[unit] = true; }
+
+    // Position of the next one at or behind `from`, or the size of the text.
+    qsizetype next(QStringView text, qsizetype from) const
+    {
+        const char16_t *units = text.utf16();
+        const qsizetype size = text.size();
+        while (from < size && !(units[from] < m_isStop.size() && m_isStop[units[from]]))
+            ++from;
+        return from;
+    }
+
+private:
+    std::array<bool, 128> m_isStop = {};
+};
+
+// Several markers that a pass over a text looks for at once, where a search for each would be a pass of its
+// own. Letter case is ignored.
+class MarkerSet
+{
+public:
+    // Each begins with a unit of ASCII that is no letter, its second unit is in ASCII too, and none begins
+    // another one. They are views; what they show must stay.
+    explicit MarkerSet(std::vector<QStringView> markers);
+
+    // The number of the marker that the text has at `position`, or -1.
+    int at(QStringView text, qsizetype position) const;
+    QStringView operator[](int marker) const { return m_markers[size_t(marker)]; }
+
+    struct Hit
+    {
+        qsizetype position;
+        int marker;
+    };
+    // Everyone there is, in order, without overlap.
+    std::vector<Hit> findAll(QStringView text) const;
+
+private:
+    std::vector<QStringView> m_markers;
+    StopUnits m_firsts;
+    std::vector<int> m_bySecond;           // numbers of the markers, in the order of their second units
+    std::array<quint8, 129> m_begins = {}; // where those with a second unit begin in m_bySecond
+};
+
+// Replaces several markers in one pass. That is the same as one after the other wherever no marker overlaps
+// another one and nothing that is put in is a part of one.
+class MarkerReplacement
+{
+public:
+    // Markers as above, and what comes instead.
+    MarkerReplacement(std::initializer_list<std::pair<QStringView, QStringView>> pairs);
+
+    // What is to be done to a text, and how long it will be.
+    struct Plan
+    {
+        QStringView text;
+        std::vector<MarkerSet::Hit> hits;
+        qsizetype size;
+    };
+    Plan plan(QStringView text) const;
+    // Appends the text as it is to be.
+    void append(QString &to, const Plan &plan) const;
+
+private:
+    MarkerSet m_markers;
+    std::vector<QStringView> m_instead;
+};
+
+} // namespace quillmere
