@@ -1,0 +1,114 @@
+#pragma once
+
+#include "markup/Matching.h"
+#include "outline/Outline.h"
+#include "outline/Values.h"
+
+// What holds for the outline of any text, and the slow way to number its blocks.
+namespace twins {
+
+// Where the blocks begin: the text is rewritten step by step as it is for the cutting, and each unit keeps
+// the place that it came from.
+class TrackedText
+{
+public:
+    explicit TrackedText(const QString &text) : m_text(text)
+    {
+        for (qsizetype i = 0; i < text.size(); ++i)
+            m_origins.append(qint32(i));
+    }
+
+    void replace(QStringView from, const QString &to)
+    {
+        QString text;
+        QList<qint32> origins;
+        for (qsizetype i = 0; i < m_text.size();) {
+            if (quillmere::matchesIgnoringCase(m_text, i, from)) {
+                text += to;
+                origins += QList<qint32>(to.size(), m_origins[i]);
+                i += from.size();
+            } else {
+                text += m_text[i];
+                origins += m_origins[i++];
+            }
+        }
+        m_text = text;
+        m_origins = origins;
+    }
+
+    QList<qint32> placesOf(QStringView marker) const
+    {
+        QList<qint32> places;
+        for (qsizetype at = 0; (at = quillmere::indexOfIgnoringCase(m_text, marker, at)) >= 0; ++at)
+            places.append(m_origins[at]);
+        return places;
+    }
+
+private:
+    QString m_text;
+    QList<qint32> m_origins;
+};
+
+inline QList<qint32> blockPlaces(const QString &text)
+{
+    TrackedText tracked(text);
+    tracked.replace(u"<children>", {});
+    tracked.replace(u"</children>", {});
+    tracked.replace(u"<signal>", QStringLiteral("<!--"));
+    tracked.replace(u"</signal>", QStringLiteral("-->"));
+    tracked.replace(u"</widget>", QStringLiteral("</div>"));
+    tracked.replace(u" name=\"", QStringLiteral(" id=\""));
+    tracked.replace(u"<style ", QStringLiteral("<widget "));
+    return tracked.placesOf(u"<widget ");
+}
+
+// The first promise that the outline breaks, or nothing.
+inline QString brokenPromise(const quillmere::Outline &outline)
+{
+    using namespace quillmere;
+    const QString &text = outline.text();
+    const std::vector<Element> &elements = outline.elements();
+    const auto isIn = [](Range inner, Range outer) {
+        return inner.start <= inner.end && inner.start >= outer.start && inner.end <= outer.end;
+    };
+    QList<qint32> places;
+    for (const qint32 block : outline.blocks()) {
+        if (outline.element(block).block != places.size())
+            return QStringLiteral("a block knows its row");
+        places.append(outline.element(block).tag.start);
+    }
+    if (places != blockPlaces(text))
+        return QStringLiteral("blocks are those of the cutting");
+    const qint32 count = qint32(elements.size());
+    for (qint32 i = 0; i < count; ++i) {
+        const Element &element = elements[size_t(i)];
+        if (!isIn(element.range(), {0, qint32(text.size())}) || text[element.tag.start] != u'<' ||
+            !isIn(element.tag, element.range()) || !isIn(element.closing, element.range()) ||
+            !isIn(element.content(), element.range()))
+            return QStringLiteral("ranges lie in the text");
+        if (element.next <= i || element.next > count || element.parent >= i)
+            return QStringLiteral("elements are in order");
+        if (i > 0 && elements[size_t(i - 1)].tag.start >= element.tag.start)
+            return QStringLiteral("elements are in the order of the text");
+        if (element.next < count && elements[size_t(element.next)].tag.start < element.closing.end)
+            return QStringLiteral("the next element is behind");
+        if (element.parent >= 0 && (!isIn(element.range(), outline.element(element.parent).content()) ||
+                                    element.next > outline.element(element.parent).next))
+            return QStringLiteral("ranges nest");
+        if (element.end == End::Tag && text[element.closing.end - 1] != u'>' &&
+            element.closing.end < text.size() && text[element.closing.end].unicode() > 32 &&
+            text[element.closing.end] != u'<')
+            return QStringLiteral("a closing tag is whole");
+        for (const Attribute &attribute : outline.attributesOf(i)) {
+            if (!isIn(attribute.name, element.tag) || !isIn(attribute.value, element.tag))
+                return QStringLiteral("attributes lie in the tag");
+        }
+        for (const Range &entry : entriesOf(outline, i)) {
+            if (!isIn(entry, element.content()))
+                return QStringLiteral("entries lie in the value");
+        }
+    }
+    return {};
+}
+
+} // namespace twins
