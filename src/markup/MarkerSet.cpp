@@ -14,15 +14,6 @@ char16_t secondOf(QStringView marker)
     return foldCase(marker[1].unicode());
 }
 
-template <auto member>
-std::vector<QStringView> each(std::initializer_list<std::pair<QStringView, QStringView>> pairs)
-{
-    std::vector<QStringView> list;
-    for (const auto &pair : pairs)
-        list.push_back(pair.*member);
-    return list;
-}
-
 } // namespace
 
 MarkerSet::MarkerSet(std::vector<QStringView> markers)
@@ -64,29 +55,32 @@ std::vector<MarkerSet::Hit> MarkerSet::findAll(QStringView text) const
     return hits;
 }
 
-MarkerReplacement::MarkerReplacement(std::initializer_list<std::pair<QStringView, QStringView>> pairs)
-    : m_markers(each<&std::pair<QStringView, QStringView>::first>(pairs)),
-      m_instead(each<&std::pair<QStringView, QStringView>::second>(pairs))
+MarkerReplacement::MarkerReplacement(const std::vector<std::pair<QStringView, QStringView>> &pairs)
+    : m_markers([&pairs] {
+          std::vector<QStringView> markers;
+          for (const auto &[marker, instead] : pairs)
+              markers.push_back(marker);
+          return markers;
+      }())
 {
+    for (const auto &[marker, instead] : pairs)
+        m_instead.push_back(instead);
 }
 
-MarkerReplacement::Plan MarkerReplacement::plan(QStringView text) const
+QString MarkerReplacement::applied(QStringView text, const std::vector<MarkerSet::Hit> &hits) const
 {
-    Plan plan{text, m_markers.findAll(text), text.size()};
-    for (const auto &[position, marker] : plan.hits)
-        plan.size += m_instead[size_t(marker)].size() - m_markers[marker].size();
-    return plan;
-}
-
-void MarkerReplacement::append(QString &to, const Plan &plan) const
-{
+    qsizetype size = text.size();
+    for (const auto &[position, marker] : hits)
+        size += m_instead[size_t(marker)].size() - m_markers[marker].size();
+    QString result;
+    result.reserve(size);
     qsizetype done = 0;
-    for (const auto &[position, marker] : plan.hits) {
-        to += plan.text.sliced(done, position - done);
-        to += m_instead[size_t(marker)];
+    for (const auto &[position, marker] : hits) {
+        result += text.sliced(done, position - done);
+        result += m_instead[size_t(marker)];
         done = position + m_markers[marker].size();
     }
-    to += plan.text.sliced(done);
+    return result += text.sliced(done);
 }
 
 } // namespace quillmere

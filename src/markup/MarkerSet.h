@@ -4,7 +4,6 @@
 #include <QStringView>
 
 #include <array>
-#include <initializer_list>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -70,18 +69,13 @@ class MarkerReplacement
 {
 public:
     // Markers as above, and what comes instead.
-    MarkerReplacement(std::initializer_list<std::pair<QStringView, QStringView>> pairs);
+    explicit MarkerReplacement(const std::vector<std::pair<QStringView, QStringView>> &pairs);
 
-    // What is to be done to a text, and how long it will be.
-    struct Plan
-    {
-        QStringView text;
-        std::vector<MarkerSet::Hit> hits;
-        qsizetype size;
-    };
-    Plan plan(QStringView text) const;
-    // Appends the text as it is to be.
-    void append(QString &to, const Plan &plan) const;
+    // Everything there is to be replaced, in order.
+    std::vector<MarkerSet::Hit> find(QStringView text) const { return m_markers.findAll(text); }
+    // The text with these replaced.
+    QString applied(QStringView text, const std::vector<MarkerSet::Hit> &hits) const;
+    QString applied(QStringView text) const { return applied(text, find(text)); }
 
 private:
     MarkerSet m_markers;

@@ -1,6 +1,6 @@
 #include "preview/PreviewPage.h"
 
-#include "markup/Matching.h"
+#include "markup/MarkerSet.h"
 
 namespace quillmere {
 
@@ -58,15 +58,16 @@ QString defaultFontSize(const ListRows &lvFont)
 QString BuildPreviewPage(const QString &html, const ViewOptions &options, const QString &fontSize,
                          const QList<ListRows::Row> &lvBlock)
 {
-    QString page = html;
-    if (options.shown[ViewOptions::Position] && options.shown[ViewOptions::Size])
-        replaceIgnoringCase(page, u"</span><span class=\"ukuran\">", u"</span> , <span class=\"ukuran\">");
-    replaceIgnoringCase(page, u"<!--stye-->", styleSheet(options, fontSize, lvBlock));
-    replaceIgnoringCase(page, u"#00ff00", u"transparent");
-    replaceIgnoringCase(page, u"#ff00ff", u"transparent");
+    using Pairs = std::vector<std::pair<QStringView, QStringView>>;
+    Pairs pairs = {{u"#00ff00", u"transparent"}, {u"#ff00ff", u"transparent"}};
     if (options.fixed)
-        replaceIgnoringCase(page, u"</style>", u"body{overflow:hidden;}</style>");
-    return page;
+        pairs.push_back({u"</style>", u"body{overflow:hidden;}</style>"});
+    // What a ticked name makes of the sheet counts as well, so the sheet is finished before it goes in.
+    const QString sheet = MarkerReplacement(pairs).applied(styleSheet(options, fontSize, lvBlock));
+    pairs.push_back({u"<!--stye-->", sheet});
+    if (options.shown[ViewOptions::Position] && options.shown[ViewOptions::Size])
+        pairs.push_back({u"</span><span class=\"ukuran\">", u"</span> , <span class=\"ukuran\">"});
+    return MarkerReplacement(pairs).applied(html);
 }
 
 TwipSize browserSize(Screen screen, bool fixed)

@@ -51,11 +51,11 @@ private:
 
 void Writer::replaceSince(qsizetype from, const MarkerReplacement &replacement)
 {
-    const auto plan = replacement.plan(written().sliced(from));
-    if (plan.hits.empty())
+    const QStringView text = written().sliced(from);
+    const auto hits = replacement.find(text);
+    if (hits.empty())
         return;
-    QString replaced;
-    replacement.append(replaced, plan);
+    const QString replaced = replacement.applied(text, hits);
     m_size = from;
     put(replaced);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "markup/LiteralTwins.h"
+#include "preview/PreviewPage.h"
 #include "preview/WidgetHtml.h"
 #include "rows/ListRows.h"
 
@@ -121,6 +122,24 @@ public:
         return page;
     }
 };
+
+// The page for the browser, one replacement after the other; `sheet` is the style sheet.
+inline QString buildPreviewPage(QString page, const QString &sheet, const quillmere::ViewOptions &options)
+{
+    using V = quillmere::ViewOptions;
+    const auto replace = [&page](const QString &from, const QString &to) {
+        page.replace(from, to, Qt::CaseInsensitive);
+    };
+    if (options.shown[V::Position] && options.shown[V::Size])
+        replace(QStringLiteral("</span><span class=\"ukuran\">"),
+                QStringLiteral("</span> , <span class=\"ukuran\">"));
+    replace(QStringLiteral("<!--stye-->"), sheet);
+    replace(QStringLiteral("#00ff00"), QStringLiteral("transparent"));
+    replace(QStringLiteral("#ff00ff"), QStringLiteral("transparent"));
+    if (options.fixed)
+        replace(QStringLiteral("</style>"), QStringLiteral("body{overflow:hidden;}</style>"));
+    return page;
+}
 
 inline QString buildWidgetHtml(const QString &markup, const quillmere::ImageLookup &GetImg,
                                const quillmere::ListRows &lvFont, QList<quillmere::ListRows::Row> &rows)
