@@ -201,7 +201,7 @@ private:
         if (!old.isEmpty())
             files.write(name, old);
         const QByteArray before = files.read(name);
-        const QByteArray text(200'000, 'n');
+        const QByteArray text(old.isEmpty() ? 2000 : 200'000, 'n');
         const QString unicode = QString::fromLatin1(text);
         const QString about = QStringLiteral("%1 %2").arg(QLatin1String(wanted.call)).arg(wanted.turn);
 

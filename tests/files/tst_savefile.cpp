@@ -109,7 +109,7 @@ private slots:
 
     void followsLinksAndKeepsPermissions()
     {
-        const QString link = m_files->path(QStringLiteral("link.xml"));
+        const QString link = m_files->path(QString(200, u'l'));
         QVERIFY(QFile::link(m_path, link));
         for (const auto permission : {QFile::ExeUser, QFile::ReadGroup, QFile::ReadUser}) {
             QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | permission));
