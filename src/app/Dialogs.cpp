@@ -14,12 +14,12 @@
 
 namespace quillmere {
 
-Dialogs::Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Prompts &prompts,
-                 Guard guard, std::function<void()> showSource, std::function<void(const QString &)> restored,
-                 LongRun runLong)
-    : m_window(window), m_sourceTab(sourceTab), m_theme(theme), m_prompts(prompts), m_guard(std::move(guard)),
-      m_showSource(std::move(showSource)), m_restored(std::move(restored)), m_runLong(std::move(runLong)),
-      m_findNext(new QAction(QObject::tr("Find Next"), &window))
+Dialogs::Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Files &files,
+                 Prompts &prompts, Guard guard, std::function<void()> showSource,
+                 std::function<void(const QString &)> restored, LongRun runLong)
+    : m_window(window), m_sourceTab(sourceTab), m_theme(theme), m_files(files), m_prompts(prompts),
+      m_guard(std::move(guard)), m_showSource(std::move(showSource)), m_restored(std::move(restored)),
+      m_runLong(std::move(runLong)), m_findNext(new QAction(QObject::tr("Find Next"), &window))
 {
     m_findNext->setObjectName(QStringLiteral("findNext"));
     m_findNext->setShortcut(Qt::Key_F3);
@@ -72,7 +72,7 @@ frmReplace &Dialogs::replaceDialog()
                     m_window.activateWindow();
                     source->setFocus();
                 }},
-            m_prompts, m_guard, m_window);
+            m_files, m_prompts, m_guard, m_window);
         m_replace->addAction(m_findNext);
     }
     return *m_replace;
@@ -86,7 +86,7 @@ void Dialogs::findNext()
 
 void Dialogs::openRestore()
 {
-    auto *restore = new frmRestore(m_theme.folder(), m_prompts, m_guard, m_runLong, &m_window);
+    auto *restore = new frmRestore(m_theme.folder(), m_files, m_prompts, m_guard, m_runLong, &m_window);
     restore->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(restore, &frmRestore::restored, &m_window, m_restored);
     restore->open();

@@ -13,6 +13,7 @@ class QWidget;
 namespace quillmere {
 
 class Commands;
+class Files;
 class Prompts;
 class SourceTab;
 class ThemeProject;
@@ -28,8 +29,8 @@ public:
 
     // `showSource` turns to the Source tab; `restored` is given the path of a file that was written anew from
     // one of its versions.
-    Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Prompts &prompts, Guard guard,
-            std::function<void()> showSource, std::function<void(const QString &path)> restored,
+    Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Files &files, Prompts &prompts,
+            Guard guard, std::function<void()> showSource, std::function<void(const QString &path)> restored,
             LongRun runLong);
     ~Dialogs();
 
@@ -44,6 +45,7 @@ private:
     QWidget &m_window;
     SourceTab &m_sourceTab;
     const ThemeProject &m_theme;
+    Files &m_files;
     Prompts &m_prompts;
     Guard m_guard;
     std::function<void()> m_showSource;

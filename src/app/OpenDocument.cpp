@@ -2,6 +2,7 @@
 
 #include "app/StatusLine.h"
 #include "asking/Prompts.h"
+#include "asking/forms/AskToWrite.h"
 #include "files/LoadedFiles.h"
 #include "files/RunTimeError.h"
 #include "keeping/forms/OutsideChanges.h"
@@ -21,9 +22,9 @@ constexpr int kDaysKept = 60; // an unsaved text that opening its document shows
 }
 
 OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status,
-                           OutsideChanges &outside, Prompts &prompts, Guard guard, LongRun runLong,
-                           QObject *parent)
-    : QObject(parent), m_source(source), m_frame(frame), m_status(status), m_outside(outside),
+                           OutsideChanges &outside, Files &files, Prompts &prompts, Guard guard,
+                           LongRun runLong, QObject *parent)
+    : QObject(parent), m_source(source), m_frame(frame), m_status(status), m_outside(outside), m_files(files),
       m_prompts(prompts), m_guard(std::move(guard)), m_runLong(std::move(runLong)),
       m_recovery(new Recovery(source, *status.offers, this))
 {
@@ -45,13 +46,14 @@ QString OpenDocument::path() const
     return m_frame.title();
 }
 
-void OpenDocument::open(const QString &path)
+void OpenDocument::open(const QString &path, const QString &theme)
 {
     const QString before = m_recovery->keepNow() ? this->path() : QString();
     DecodedText file;
     m_runLong(tr("Opening the window"),
               [&](const Progress &progress) { file = LoadForEditing(path, progress); });
     m_frame.setCaption(path);
+    m_theme = theme;
     m_status.showCodePage(file.page);
     m_source.setText(FormatXML(file.text));
     m_status.say(before.isEmpty() || before == path
@@ -60,7 +62,8 @@ void OpenDocument::open(const QString &path)
                            .arg(path, QFileInfo(before).fileName()));
     m_recovery->opened(path);
     // What is unsaved is kept by opening and offered again afterwards.
-    m_outside.watch(QStringLiteral("document"), {{path, [this, path] { m_guard([&] { open(path); }); }, {}}});
+    m_outside.watch(QStringLiteral("document"),
+                    {{path, [this, path, theme] { m_guard([&] { open(path, theme); }); }, {}}});
 }
 
 void OpenDocument::save()
@@ -72,9 +75,11 @@ void OpenDocument::save()
         return;
     }
     // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
-    m_prompts.ask(QStringLiteral("Simpan File"),
-                  savingQuestion(QStringLiteral("Benar mau menyimpan file?"), path()));
-    SaveFile(path(), textToSave(m_source.text()));
+    const WriteQuestion question = {QStringLiteral("Simpan File"),
+                                    QStringLiteral("Benar mau menyimpan file?"), path(), m_theme};
+    if (!askToWrite(m_files, m_prompts, question, No::IsIgnored))
+        return;
+    m_files.save(path(), textToSave(m_source.text()), m_theme);
     m_source.document()->setModified(false);
     m_recovery->saved();
     m_status.say(tr("%1 saved.").arg(path()));

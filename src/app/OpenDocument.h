@@ -9,6 +9,7 @@
 
 namespace quillmere {
 
+class Files;
 class OutsideChanges;
 class PreviewFrame;
 class Prompts;
@@ -26,13 +27,15 @@ public:
     using Guard = std::function<void(const std::function<void()> &)>;
 
     OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status, OutsideChanges &outside,
-                 Prompts &prompts, Guard guard, LongRun runLong, QObject *parent = nullptr);
+                 Files &files, Prompts &prompts, Guard guard, LongRun runLong, QObject *parent = nullptr);
 
     // Empty before a document was opened.
     QString path() const;
+    const QString &theme() const { return m_theme; }
     // Shows the text of a document, re-indented; a missing one gives an empty text. RunTimeError where the
     // unsaved text of the one before cannot be kept, and Cancelled; that one stays open then.
-    void open(const QString &path);
+    // `theme` is the folder of the theme that led to the path.
+    void open(const QString &path, const QString &theme);
     // Asks, and writes the text to its file.
     void save();
     // Keeps the unsaved text for the next time. False when it cannot be kept and the person would rather not
@@ -48,10 +51,12 @@ private:
     PreviewFrame &m_frame;
     StatusLine &m_status;
     OutsideChanges &m_outside;
+    Files &m_files;
     Prompts &m_prompts;
     Guard m_guard;
     LongRun m_runLong;
     Recovery *m_recovery;
+    QString m_theme; // folder of the theme that led to the document
 };
 
 } // namespace quillmere

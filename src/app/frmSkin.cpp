@@ -100,10 +100,11 @@ void frmSkin::showFirst()
 void frmSkin::makeTabs()
 {
     m_themeTab = new ThemeTab(m_theme.lvTheme, m_theme.File1, m_page);
-    m_widgetTab = new WidgetTab(m_theme.widgets, m_theme.File1, m_prompts, m_page);
-    m_imageTab = new ImageTab(m_theme.images, m_theme.widgets.LvWidget, m_prompts, m_runLong, m_page);
-    m_colorTab = new ColorTab(m_theme.lvColor, m_theme.colours, m_prompts, m_page);
-    m_langTab = new LangTab(m_theme.lvLang, m_theme.LvBhs, m_theme.File1, m_prompts, m_page);
+    m_widgetTab = new WidgetTab(m_theme.widgets, m_theme.File1, m_files, m_prompts, m_page);
+    m_imageTab =
+        new ImageTab(m_theme.images, m_theme.widgets.LvWidget, m_files, m_prompts, m_runLong, m_page);
+    m_colorTab = new ColorTab(m_theme.lvColor, m_theme.colours, m_files, m_prompts, m_page);
+    m_langTab = new LangTab(m_theme.lvLang, m_theme.LvBhs, m_theme.File1, m_files, m_prompts, m_page);
     m_fontTab = new FontTab(m_theme.lvFont, m_page);
     m_keymapTab = new KeymapTab(m_theme.lvKeyGroup, m_theme.lvKeyMap, m_page);
     m_panelTab = new PanelTab(m_page);
@@ -119,8 +120,8 @@ void frmSkin::makeTabs()
     }
     const auto guard = [this](const auto &command) { guarded(command); };
     m_outside = new OutsideChanges(*m_status->offers, m_theme, *m_langTab, guard, this);
-    m_document = new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_prompts, guard,
-                                  m_runLong, this);
+    m_document = new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_files, m_prompts,
+                                  guard, m_runLong, this);
     connectTabs();
 }
 
@@ -138,8 +139,9 @@ void frmSkin::connectTabs()
     });
     connect(m_themeTab->Dir1, &DirListBox::pathChanged, this,
             [this](const QString &path) { guarded([&] { Dir1_Change(path); }); });
-    connect(m_widgetTab, &WidgetTab::documentChosen, this,
-            [this](const QString &path) { guarded([&] { openDocument(path); }); });
+    connect(m_widgetTab, &WidgetTab::documentChosen, this, [this](const QString &path, const QString &theme) {
+        guarded([&] { openDocument(path, theme); });
+    });
     connect(m_widgetTab, &WidgetTab::markupChosen, this, &frmSkin::BuildWidgetHtml);
     connect(m_widgetTab, &WidgetTab::hint, m_status, &StatusLine::say);
     connect(m_colorTab, &ColorTab::entryOpened, this, [this](const QString &name, const QString &code) {
@@ -189,7 +191,7 @@ void frmSkin::makeMenu()
     m_menu.on("mnuColCode(1)", [this] { mnuColCode_Click(ColourForm::Code); });
     m_menu.on("mnuColCode(2)", [this] { mnuColCode_Click(ColourForm::Name); });
     m_dialogs = std::make_unique<Dialogs>(
-        *this, *m_sourceTab, m_theme, m_prompts, [this](const auto &command) { guarded(command); },
+        *this, *m_sourceTab, m_theme, m_files, m_prompts, [this](const auto &command) { guarded(command); },
         [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); },
         [this](const QString &path) { fileRestored(path); }, m_runLong);
     m_dialogs->addCommands(m_menu);
@@ -300,7 +302,7 @@ void frmSkin::themeLoaded()
     m_widgetTab->showCatalogue();
     m_imageTab->showCatalogue(m_theme.lbImagePath, m_theme.folder());
     m_colorTab->showCatalogue();
-    m_langTab->showCatalogue(m_theme.txtLang);
+    m_langTab->showCatalogue(m_theme.txtLang, m_theme.languageTheme);
     m_fontTab->showCatalogue(m_theme.txtFont, m_theme.cbFont);
     m_keymapTab->showCatalogue(m_theme.txtKeymap);
     frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
@@ -315,9 +317,9 @@ void frmSkin::themeLoaded()
         m_panelTab->showSettings(*m_theme.panel);
 }
 
-void frmSkin::openDocument(const QString &path)
+void frmSkin::openDocument(const QString &path, const QString &theme)
 {
-    m_document->open(path);
+    m_document->open(path, theme.isEmpty() ? folderOf(path).toString() : theme);
 }
 
 void frmSkin::OpenLgXml(const QString &text)
@@ -352,7 +354,7 @@ void frmSkin::mnuFlDefault_Click()
 {
     const QString folder = m_themeTab->Dir1->path();
     if (isThemeFolder(folder))
-        openDocument(joinPath(folder, u"style.xml"));
+        openDocument(joinPath(folder, u"style.xml"), folder);
 }
 
 frmcolor &frmSkin::colourDialog()
@@ -391,7 +393,7 @@ void frmSkin::chooseCodePage(CodePageRule rule)
     if (source->isModified())
         m_status->say(tr("The open text keeps its code page until it is saved and opened again."));
     else
-        openDocument(m_document->path());
+        openDocument(m_document->path(), m_document->theme());
 }
 
 } // namespace quillmere

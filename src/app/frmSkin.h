@@ -2,7 +2,7 @@
 
 #include "app/MainMenu.h"
 #include "catalogues/ColourConversion.h"
-#include "files/TextFile.h"
+#include "files/Files.h"
 #include "theme/ThemeProject.h"
 
 #include <QElapsedTimer>
@@ -49,8 +49,9 @@ public:
     // Chooses a folder in Dir1; one named "theme" is loaded.
     void openTheme(const QString &folder);
     // Loads the text of a widget document, re-indented, into the source box; a missing one gives an empty
-    // text.
-    void openDocument(const QString &path);
+    // text. It is written back without a question where it lies in `theme`; of none, in its own folder.
+    void openDocument(const QString &path, const QString &theme);
+    void openDocument(const QString &path) { openDocument(path, m_theme.folder()); }
 
     QString GetImg(const QString &NamaImg) const { return m_theme.images.GetImg(NamaImg); }
     QString GetColor(const QString &NamaColor) const { return m_theme.colours.GetColor(NamaColor); }
@@ -85,6 +86,7 @@ private:
 
     std::unique_ptr<Prompts> m_ownPrompts;
     Prompts &m_prompts;
+    Files m_files;
     ThemeProject m_theme;
     LongRun m_runLong; // shows its progress in the status bar
     MainMenu m_menu;

@@ -15,6 +15,8 @@ public:
     virtual ~Prompts() = default;
     // A Yes/No question with the question icon; true for Yes. Closing the box means No.
     virtual bool ask(const QString &title, const QString &text) = 0;
+    // The same where Enter says No: for what a person would hardly want.
+    virtual bool askWarily(const QString &title, const QString &text) { return ask(title, text); }
     // A message with an OK button.
     virtual void tell(const QString &title, const QString &text, Icon icon) = 0;
     // A line of text, or nothing on Cancel.

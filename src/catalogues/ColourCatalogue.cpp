@@ -1,5 +1,6 @@
 #include "catalogues/ColourCatalogue.h"
 
+#include "files/Files.h"
 #include "files/LoadedFiles.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
@@ -31,12 +32,13 @@ void ColourCatalogue::LoadColorList(const QString &fileName)
 void ColourCatalogue::take(const ColourCatalogue &other)
 {
     m_path = other.m_path;
+    m_theme = other.m_theme;
     m_rows.assign(other.m_rows.rows());
 }
 
-void ColourCatalogue::save()
+void ColourCatalogue::save(Files &files)
 {
-    SaveFile(m_path, ColourFileText(m_rows));
+    files.save(m_path, ColourFileText(m_rows), m_theme);
     m_rows.setEdited(false);
 }
 

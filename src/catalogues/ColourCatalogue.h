@@ -4,6 +4,8 @@
 
 namespace quillmere {
 
+class Files;
+
 // The colour catalogue: names and the codes they stand for. Row: text empty, sub-item 1 = name, 2 = code,
 // both as the file has them.
 class ColourCatalogue
@@ -18,18 +20,21 @@ public:
     // Has the rows and the path of the other one.
     void take(const ColourCatalogue &other);
     // Replaces the file of path() with ColourFileText. RunTimeError when it cannot be written.
-    void save();
+    void save(Files &files);
 
     // The code of the first row with this name, both stripped of control characters, letter case minded;
     // empty when there is none. Constant time.
     QString GetColor(const QString &NamaColor) const;
 
     const QString &path() const { return m_path; }
+    // The folder of the theme that led to the path.
+    const QString &theme() const { return m_theme; }
+    void setTheme(const QString &folder) { m_theme = folder; }
 
 private:
     ListRows &m_rows;
     RowIndex m_names;
-    QString m_path;
+    QString m_path, m_theme;
 };
 
 // The whole colour file: a line a row, every line ended by CR LF, names and codes as they stand.

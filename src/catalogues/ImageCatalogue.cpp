@@ -1,6 +1,7 @@
 #include "catalogues/ImageCatalogue.h"
 
 #include "files/FileList.h"
+#include "files/Files.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
@@ -61,6 +62,7 @@ void ImageCatalogue::LoadImageList(const QString &fileName, const QString &image
 void ImageCatalogue::take(const ImageCatalogue &other)
 {
     m_path = other.m_path;
+    m_theme = other.m_theme;
     rows.assign(other.rows.rows());
 }
 
@@ -100,12 +102,12 @@ QString ImageCatalogue::asText(const QString &imageFolder) const
     return text + u"</images>\r\n";
 }
 
-void ImageCatalogue::SaveImageList(const QString &imageFolder)
+void ImageCatalogue::SaveImageList(Files &files, const QString &imageFolder)
 {
     if (m_path.isEmpty())
         throw RunTimeError(
             QStringLiteral("Cannot save the images: no theme is open, so there is no file to write."));
-    SaveFile(m_path, asText(imageFolder));
+    files.save(m_path, asText(imageFolder), m_theme);
     rows.setEdited(false);
 }
 

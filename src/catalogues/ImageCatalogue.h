@@ -11,6 +11,7 @@
 namespace quillmere {
 
 class FileList;
+class Files;
 
 // The image catalogue: image IDs and the picture files they stand for. Row: text = full path, sub-item 1 =
 // ID, sub-item 2 = "Y" when a file of exactly that name was found.
@@ -42,13 +43,16 @@ public:
     // case) and with "/", every line ended by CR LF.
     QString asText(const QString &imageFolder) const;
     // Writes that to the file that was loaded. RunTimeError where there is none or it cannot be written.
-    void SaveImageList(const QString &imageFolder);
+    void SaveImageList(Files &files, const QString &imageFolder);
 
     const QString &path() const { return m_path; }
+    // The folder of the theme that led to the path.
+    const QString &theme() const { return m_theme; }
+    void setTheme(const QString &folder) { m_theme = folder; }
     ListRows rows;
 
 private:
-    QString m_path;
+    QString m_path, m_theme;
     RowIndex m_ids{rows, 1};
 };
 

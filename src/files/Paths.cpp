@@ -3,9 +3,12 @@
 #include "files/FileList.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 namespace quillmere {
 
@@ -16,6 +19,8 @@ constexpr QChar backslash = u'\\';
 
 // Longer than any path a system takes. It keeps a damaged theme file from being looked up part by part.
 constexpr qsizetype longestPath = 32767;
+
+constexpr int kMostLinks = 40; // on the way to one file, as systems have it
 
 // Qt takes and gives "/" on every system, so it counts beside the system's own.
 bool isSeparator(QChar c)
@@ -143,6 +148,52 @@ QString findFile(const QString &path)
 QString findFolder(const QString &path)
 {
     return find(path, Kind::Folder);
+}
+
+QString fileToWrite(const QString &path)
+{
+    const QString existing = findFile(path);
+    const QFileInfo info(path);
+    if (!existing.isEmpty() || info.exists() || info.isSymLink())
+        return existing.isEmpty() ? path : existing;
+    const QString own = withOwnSeparators(path);
+    const QString folder = findFolder(folderOf(own).toString());
+    return folder.isEmpty() ? own : joinPath(folder, fileNameOf(own));
+}
+
+QString realPlace(const QString &path)
+{
+    if (path.size() > longestPath)
+        return {};
+    // Qt's own ways to an absolute path take "NAME/.." away before anybody has seen that NAME is a link.
+    const QString all = QDir::fromNativeSeparators(path);
+    QStringList ahead = (QDir::isAbsolutePath(all) ? all : QDir::currentPath() + slash + all).split(slash);
+    QString place =
+        all.startsWith(slash) || QDir::currentPath().startsWith(slash) ? QString() : ahead.takeFirst();
+    for (int links = 0; !ahead.isEmpty();) {
+        const QString part = ahead.takeFirst();
+        if (part.isEmpty() || part == u".")
+            continue;
+        if (part == u"..") {
+            place.truncate(std::max<qsizetype>(place.lastIndexOf(slash), 0));
+            continue;
+        }
+        const QString next = place + slash + part;
+        std::error_code noLink;
+        const std::filesystem::path target =
+            std::filesystem::read_symlink(QFile::encodeName(next).toStdString(), noLink);
+        if (noLink) {
+            place = next;
+            continue;
+        }
+        if (++links > kMostLinks)
+            return {};
+        const QString to = QDir::fromNativeSeparators(QFile::decodeName(target.string().c_str()));
+        ahead = to.split(slash) + ahead;
+        if (QDir::isAbsolutePath(to))
+            place = to.startsWith(slash) ? QString() : ahead.takeFirst();
+    }
+    return place.isEmpty() ? QString(slash) : place;
 }
 
 bool liesBelow(const QString &path, const QString &folder)

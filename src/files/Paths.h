@@ -29,6 +29,14 @@ QString findFile(const QString &path);
 // The same for a folder; a separator at its end does not matter.
 QString findFolder(const QString &path);
 
+// The file that a text for `path` goes to: the one that findFile finds, else a new file in that folder. As it
+// stands where something else than a file is there, or a link to a file that is not there yet.
+QString fileToWrite(const QString &path);
+
+// Where the system would really go for `path`: absolute, with "/", all symbolic links followed as far as
+// there is something, also one that leads to what is not there yet. Empty where links lead in a circle.
+QString realPlace(const QString &path);
+
 // True when `path` lies below `folder` after all symbolic links are followed. Both must exist.
 bool liesBelow(const QString &path, const QString &folder);
 

@@ -14,22 +14,6 @@ namespace quillmere {
 
 namespace {
 
-// The file that a text for `path` goes to: what LoadFile would read there, else a new file in that folder.
-QString fileToWrite(const QString &path)
-{
-    const QString existing = findFile(path);
-    if (!existing.isEmpty())
-        return QFileInfo(existing).canonicalFilePath();
-    // Left alone where it exists without being a regular file, or where it is a link to a file that is not
-    // there yet.
-    const QFileInfo info(path);
-    if (info.exists() || info.isSymLink())
-        return path;
-    const QString own = withOwnSeparators(path);
-    const QString folder = findFolder(folderOf(own).toString());
-    return folder.isEmpty() ? own : joinPath(folder, fileNameOf(own));
-}
-
 CodePage pageOf(const QString &path)
 {
     QFile file(path);
@@ -79,7 +63,9 @@ void replaceFile(const QString &target, const QByteArray &bytes)
 
 void SaveFile(const QString &path, const QString &text, std::optional<CodePage> page)
 {
-    const QString target = fileToWrite(path);
+    // A link to a file that is not there yet is followed by who writes.
+    const QString meant = fileToWrite(path);
+    const QString target = QFileInfo(meant).isFile() ? QFileInfo(meant).canonicalFilePath() : meant;
     requireFile(target);
     if (!page)
         page = QFileInfo::exists(target) ? pageOf(target) : CodePage::Ascii;

@@ -93,6 +93,7 @@ void ThemeProject::take(const ThemeProject &read)
     if (!read.txtLang.isEmpty()) {
         lvLang.assign(read.lvLang.rows());
         txtLang = read.txtLang;
+        languageTheme = read.languageTheme;
     }
     if (!read.txtFont.isEmpty()) {
         lvFont.assign(read.lvFont.rows());
@@ -166,17 +167,20 @@ void ThemeProject::reload(const QString &path)
 
 void ThemeProject::loadWidgets(const QString &path, const QString &folder, const Progress &progress)
 {
+    widgets.theme = m_folder;
     widgets.LoadWidgetList(path, folder, File1, progress);
 }
 
 void ThemeProject::loadImages(const QString &path, const QString &folder, const Progress &progress)
 {
+    images.setTheme(m_folder);
     images.LoadImageList(path, folder, File1, progress);
     lbImagePath = folder;
 }
 
 void ThemeProject::loadColors(const QString &path, const QString &, const Progress &)
 {
+    colours.setTheme(m_folder);
     colours.LoadColorList(path);
 }
 
@@ -208,6 +212,7 @@ void ThemeProject::loadLanguages(const QString &path, const QString &folder, con
 {
     LoadLanguageList(lvLang, path, folder);
     txtLang = path;
+    languageTheme = m_folder;
 }
 
 } // namespace quillmere

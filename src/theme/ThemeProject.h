@@ -47,11 +47,12 @@ public:
     std::optional<PanelSettings> panel; // nothing where the theme has none
     ListRows lvLang, LvBhs;             // see LanguageCatalogue.h
 
-    QString lbImagePath; // folder put in front of every picture path, ends in a separator
-    QString txtFont;     // path of the font catalogue
-    QString txtKeymap;   // path of the keymap
-    QString txtLang;     // path of the language catalogue
-    QStringList cbFont;  // names of the .ttf files beside the font catalogue
+    QString lbImagePath;   // folder put in front of every picture path, ends in a separator
+    QString txtFont;       // path of the font catalogue
+    QString txtKeymap;     // path of the keymap
+    QString txtLang;       // path of the language catalogue
+    QString languageTheme; // folder of the theme that led there
+    QStringList cbFont;    // names of the .ttf files beside the font catalogue
 
 signals:
     // Everything that LoadTheme fills has been filled.

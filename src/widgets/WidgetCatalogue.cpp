@@ -78,6 +78,7 @@ void WidgetCatalogue::take(const WidgetCatalogue &other)
 {
     path = other.path;
     folder = other.folder;
+    theme = other.theme;
     width = other.width;
     height = other.height;
     bpp = other.bpp;

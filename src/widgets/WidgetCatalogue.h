@@ -41,6 +41,7 @@ public:
 
     QString path;               // of the catalogue file
     QString folder;             // ends in a separator
+    QString theme;              // folder of the theme that led to the path
     QString width, height, bpp; // as written: pixels, pixels, bits a pixel
 
 private:

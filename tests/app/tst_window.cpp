@@ -418,12 +418,12 @@ void TestWindow::saveWritesInEveryCase()
     QVERIFY(saved.endsWith("\r\n") && saved.count('\r') == 1);
 
     // A file that cannot be written: one message, the text stays.
-    window.skin->openDocument(window.files.path(QStringLiteral("no such folder/a.xml")));
+    window.skin->openDocument(window.files.path(QStringLiteral("theme/no such folder/a.xml")));
     window.find<SourceBox>("txtSnippet")->setText(QStringLiteral("kept"));
     window.prompts.expectQuestion(QStringLiteral("Simpan File"), question, true);
     QString reason;
     try {
-        SaveFile(window.files.path(QStringLiteral("no such folder/a.xml")), QString());
+        SaveFile(window.files.path(QStringLiteral("theme/no such folder/a.xml")), QString());
     } catch (const RunTimeError &error) {
         reason = error.message();
     }

@@ -3,6 +3,7 @@
 #include "catalogues/LiteralConversion.h"
 #include "colorpicker/ColourValue.h"
 #include "files/Backups.h"
+#include "files/Files.h"
 #include "files/TestFiles.h"
 #include "files/TextFile.h"
 #include "markup/LiteralTwins.h"
@@ -67,12 +68,14 @@ void TestColourCatalogue::saveTwice()
 {
     const TestFiles files;
     setBackupFolder(files.path(u"backup"_s));
+    Files disk;
     Colours colours;
+    colours.catalogue.setTheme(files.folder());
     const QString path =
         files.write(u"c.xml"_s, "<color name=\"b&\xe9\">#00ff00</color>\n<color name=\"\"></color>");
     for (int times = 0; times < 2; ++times) {
         colours.catalogue.LoadColorList(path);
-        colours.catalogue.save();
+        colours.catalogue.save(disk);
         QCOMPARE(files.read(u"c.xml"_s),
                  "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n<colors>\r\n"
                  "<color name=\"b&\xe9\">#00ff00</color>\r\n<color name=\"\"></color>\r\n</colors>\r\n");

@@ -3,6 +3,7 @@
 #include "catalogues/ImageCatalogue.h"
 #include "files/Backups.h"
 #include "files/FileList.h"
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "files/TestFiles.h"
@@ -141,7 +142,9 @@ void TestImageCatalogue::saveAndLoadAgain()
                                          name + "\">" + name + "</image>");
     const QString folder = files.folder() + separator();
     FileList list;
+    Files disk;
     ImageCatalogue images;
+    images.setTheme(files.folder());
     images.LoadImageList(path, folder, list);
     images.rows.add(QString(folder.toUpper() + u"d\\e.png"), {QStringLiteral("D")});
     const QByteArray saved =
@@ -149,7 +152,7 @@ void TestImageCatalogue::saveAndLoadAgain()
         "<image id= \"A\" >sub/a.png</image>\r\n<image id= \"\xe4\" >../b.png</image>\r\n<image id= \"" +
         name + "\" >" + name + "</image>\r\n<image id= \"D\" >d/e.png</image>\r\n</images>\r\n";
     for (int round = 0; round < 2; ++round) {
-        images.SaveImageList(folder);
+        images.SaveImageList(disk, folder);
         QCOMPARE(files.read(QStringLiteral("image.xml")), saved);
         images.LoadImageList(path, folder, list);
     }
@@ -158,16 +161,17 @@ void TestImageCatalogue::saveAndLoadAgain()
 
     // A folder that is gone: said with its name, nothing lost.
     ImageCatalogue gone;
+    gone.setTheme(files.folder());
     gone.LoadImageList(files.path(QStringLiteral("gone/image.xml")), folder, list);
     gone.rows.add(QStringLiteral("a"), {QStringLiteral("A")});
     try {
-        gone.SaveImageList(folder);
+        gone.SaveImageList(disk, folder);
         QFAIL("There is no folder to write to");
     } catch (const RunTimeError &error) {
         QVERIFY2(error.message().contains(gone.path()), qPrintable(error.message()));
     }
     QCOMPARE(gone.rows.count(), 1);
-    QVERIFY_EXCEPTION_THROWN(ImageCatalogue().SaveImageList(folder), RunTimeError);
+    QVERIFY_EXCEPTION_THROWN(ImageCatalogue().SaveImageList(disk, folder), RunTimeError);
 }
 
 void TestImageCatalogue::manyImagesAreQuick()

@@ -2,6 +2,7 @@
 #include "catalogues/ColourCatalogue.h"
 #include "colorpicker/ColourValue.h"
 #include "files/Backups.h"
+#include "files/Files.h"
 #include "files/TestFiles.h"
 #include "markup/ColourCode.h"
 
@@ -16,7 +17,9 @@ void fuzz(const Input &input)
     const QString path = files.write(name, input.bytes(0));
     setBackupFolder(files.path(QStringLiteral("backup")));
     ListRows rows({QString(), QString(), QString()}, ListRows::Checks::Yes);
+    Files disk;
     ColourCatalogue colours(rows);
+    colours.setTheme(files.folder());
     colours.LoadColorList(path);
     const QString read = asText(rows.rows());
     bool plain = true;
@@ -27,12 +30,12 @@ void fuzz(const Input &input)
             check(channelsOf(colourValue(*channels)) == *channels, "channels of the value");
         }
     }
-    colours.save();
+    colours.save(disk);
     const QByteArray written = files.read(name);
     colours.LoadColorList(path);
     if (plain) {
         same(asText(rows.rows()), read, "what is written is read");
-        colours.save();
+        colours.save(disk);
         check(files.read(name) == written, "written again the same", read);
     }
     QDir(backupFolder()).removeRecursively();

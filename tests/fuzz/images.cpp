@@ -2,6 +2,7 @@
 #include "catalogues/ImageCatalogue.h"
 #include "files/Backups.h"
 #include "files/FileList.h"
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "files/TestFiles.h"
 
@@ -17,7 +18,9 @@ void fuzz(const Input &input)
     const QString path = files.write(name, input.bytes(0));
     setBackupFolder(files.path(QStringLiteral("backup")));
     FileList list;
+    Files disk;
     ImageCatalogue images;
+    images.setTheme(files.folder());
     images.LoadImageList(path, folder, list);
     const QString read = asText(images.rows.rows());
     bool plain = true;
@@ -28,12 +31,12 @@ void fuzz(const Input &input)
         same(images.rows.sub(images.rowOf(id), 1), id, "finds the row");
         plain = plain && !holdsAny(id, u">=") && !file.contains(u'=') && !file.contains(files.folder());
     }
-    images.SaveImageList(folder);
+    images.SaveImageList(disk, folder);
     const QByteArray written = files.read(name);
     images.LoadImageList(path, folder, list);
     if (plain) {
         same(asText(images.rows.rows()), read, "what is written is read");
-        images.SaveImageList(folder);
+        images.SaveImageList(disk, folder);
         check(files.read(name) == written, "written again the same", read);
     }
     QDir(backupFolder()).removeRecursively();

@@ -31,12 +31,24 @@ void prepare(QMessageBox &box)
 
 } // namespace
 
+bool MessagePrompts::askWith(QMessageBox::StandardButton preset, const QString &title, const QString &text)
+{
+    const bool warily = preset == QMessageBox::No;
+    QMessageBox box(warily ? QMessageBox::Warning : QMessageBox::Question, title, text,
+                    QMessageBox::Yes | QMessageBox::No, ownerOf(m_window));
+    prepare(box);
+    box.setDefaultButton(preset);
+    return box.exec() == QMessageBox::Yes;
+}
+
 bool MessagePrompts::ask(const QString &title, const QString &text)
 {
-    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No,
-                    ownerOf(m_window));
-    prepare(box);
-    return box.exec() == QMessageBox::Yes;
+    return askWith(QMessageBox::Yes, title, text);
+}
+
+bool MessagePrompts::askWarily(const QString &title, const QString &text)
+{
+    return askWith(QMessageBox::No, title, text);
 }
 
 void MessagePrompts::tell(const QString &title, const QString &text, Icon icon)

@@ -2,7 +2,7 @@
 
 #include "asking/Prompts.h"
 
-class QWidget;
+#include <QMessageBox>
 
 namespace quillmere {
 
@@ -13,10 +13,13 @@ public:
     explicit MessagePrompts(QWidget *window) : m_window(window) {}
 
     bool ask(const QString &title, const QString &text) override;
+    bool askWarily(const QString &title, const QString &text) override;
     void tell(const QString &title, const QString &text, Icon icon) override;
     std::optional<QString> input(const QString &title, const QString &prompt, const QString &preset) override;
 
 private:
+    bool askWith(QMessageBox::StandardButton preset, const QString &title, const QString &text);
+
     QWidget *m_window;
 };
 

@@ -1,12 +1,12 @@
 #include "catalogues/forms/ColorTab.h"
 
 #include "asking/Prompts.h"
+#include "asking/forms/AskToWrite.h"
 #include "catalogues/ColourCatalogue.h"
 #include "catalogues/forms/ColourDelegate.h"
 #include "controls/Commands.h"
 #include "controls/ListView.h"
 #include "controls/Swatch.h"
-#include "files/LoadedFiles.h"
 #include "markup/ColourCode.h"
 #include "rows/ListRows.h"
 
@@ -23,8 +23,9 @@ constexpr int kAround = 900;      // twips of the frame's height that neither li
 
 } // namespace
 
-ColorTab::ColorTab(ListRows &colours, ColourCatalogue &catalogue, Prompts &prompts, QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(3)"), parent), m_colours(colours), m_catalogue(catalogue),
+ColorTab::ColorTab(ListRows &colours, ColourCatalogue &catalogue, Files &files, Prompts &prompts,
+                   QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(3)"), parent), m_colours(colours), m_catalogue(catalogue), m_files(files),
       m_prompts(prompts), frColor(new CaptionBox(QStringLiteral("frColor"), this)),
       lvColor(new ListView(QStringLiteral("lvColor"), tr("Colours"), colours, frColor)),
       Picture2(new Swatch("Picture2", tr("Selected colour"), frColor))
@@ -134,9 +135,12 @@ void ColorTab::mnuCSave_Click()
         return;
     }
     // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
-    m_prompts.ask(QStringLiteral("Simpan File"),
-                  savingQuestion(QStringLiteral("Benar mau menyimpan file?"), m_catalogue.path()));
-    m_catalogue.save();
+    const WriteQuestion question = {QStringLiteral("Simpan File"),
+                                    QStringLiteral("Benar mau menyimpan file?"), m_catalogue.path(),
+                                    m_catalogue.theme()};
+    if (!askToWrite(m_files, m_prompts, question, No::IsIgnored))
+        return;
+    m_catalogue.save(m_files);
     emit hint(tr("%1 saved.").arg(m_catalogue.path()));
 }
 

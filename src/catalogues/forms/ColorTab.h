@@ -6,6 +6,7 @@ namespace quillmere {
 
 class ColourCatalogue;
 class Commands;
+class Files;
 class ListRows;
 class ListView;
 class Prompts;
@@ -17,7 +18,8 @@ class ColorTab : public TabFrame
     Q_OBJECT
 
 public:
-    ColorTab(ListRows &colours, ColourCatalogue &catalogue, Prompts &prompts, QWidget *parent = nullptr);
+    ColorTab(ListRows &colours, ColourCatalogue &catalogue, Files &files, Prompts &prompts,
+             QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
     // Shows what the catalogue's loader has read.
@@ -49,6 +51,7 @@ private:
 
     ListRows &m_colours;
     ColourCatalogue &m_catalogue;
+    Files &m_files;
     Prompts &m_prompts;
     CaptionBox *frColor;
     ListView *lvColor;

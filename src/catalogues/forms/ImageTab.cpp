@@ -1,6 +1,7 @@
 #include "catalogues/forms/ImageTab.h"
 
 #include "asking/Prompts.h"
+#include "asking/forms/AskToWrite.h"
 #include "catalogues/ImageCatalogue.h"
 #include "catalogues/UsageScan.h"
 #include "catalogues/forms/PictureBox.h"
@@ -10,7 +11,6 @@
 #include "controls/Named.h"
 #include "controls/PathLabel.h"
 #include "files/FileList.h"
-#include "files/LoadedFiles.h"
 #include "files/Paths.h"
 
 #include <QGridLayout>
@@ -45,9 +45,9 @@ QLineEdit *box(const char *name, const QString &accessibleName)
 
 } // namespace
 
-ImageTab::ImageTab(ImageCatalogue &catalogue, ListRows &windows, Prompts &prompts, LongRun runLong,
-                   QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(2)"), parent), m_catalogue(catalogue), m_windows(windows),
+ImageTab::ImageTab(ImageCatalogue &catalogue, ListRows &windows, Files &files, Prompts &prompts,
+                   LongRun runLong, QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(2)"), parent), m_catalogue(catalogue), m_windows(windows), m_files(files),
       m_prompts(prompts), m_runLong(std::move(runLong)),
       frImage(new CaptionBox(QStringLiteral("frImage"), this)),
       lvImage(new ListView(QStringLiteral("lvImage"), tr("Images"), catalogue.rows, frImage)),
@@ -65,9 +65,9 @@ ImageTab::ImageTab(ImageCatalogue &catalogue, ListRows &windows, Prompts &prompt
     makePanel();
 
     Frame3->setCaption(tr("Choose a picture: double-click a file"));
-    auto *files = new QHBoxLayout(Frame3);
-    files->addWidget(DirImage);
-    files->addWidget(File2);
+    auto *chooser = new QHBoxLayout(Frame3);
+    chooser->addWidget(DirImage);
+    chooser->addWidget(File2);
     File2->setModel(m_file2);
     connect(DirImage, &DirListBox::pathChanged, m_file2, &FileList::setPath);
     connect(File2, &QListView::activated, this,
@@ -243,11 +243,12 @@ void ImageTab::mnuImgSave_Click()
 {
     if (m_catalogue.rows.isEmpty())
         return;
-    if (!m_prompts.ask(
-            QStringLiteral("Simpan File"),
-            savingQuestion(QStringLiteral("Benar mau menyimpan file widget image?"), m_catalogue.path())))
+    const WriteQuestion question = {QStringLiteral("Simpan File"),
+                                    QStringLiteral("Benar mau menyimpan file widget image?"),
+                                    m_catalogue.path(), m_catalogue.theme()};
+    if (!askToWrite(m_files, m_prompts, question, No::Counts))
         return;
-    m_catalogue.SaveImageList(lbImagePath->text());
+    m_catalogue.SaveImageList(m_files, lbImagePath->text());
     emit hint(tr("%1 saved.").arg(m_catalogue.path()));
 }
 

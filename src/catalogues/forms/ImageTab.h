@@ -12,6 +12,7 @@ namespace quillmere {
 class Commands;
 class DirListBox;
 class FileList;
+class Files;
 class ImageCatalogue;
 class ListRows;
 class ListView;
@@ -25,7 +26,7 @@ class ImageTab : public TabFrame
 
 public:
     // `windows` are the rows of LvWidget, which "Widget Check" marks.
-    ImageTab(ImageCatalogue &catalogue, ListRows &windows, Prompts &prompts, LongRun runLong,
+    ImageTab(ImageCatalogue &catalogue, ListRows &windows, Files &files, Prompts &prompts, LongRun runLong,
              QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
@@ -57,6 +58,7 @@ private:
 
     ImageCatalogue &m_catalogue;
     ListRows &m_windows;
+    Files &m_files;
     Prompts &m_prompts;
     LongRun m_runLong;
     QString m_themeFolder;

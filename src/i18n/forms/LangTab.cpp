@@ -1,6 +1,7 @@
 #include "i18n/forms/LangTab.h"
 
 #include "asking/Prompts.h"
+#include "asking/forms/AskToWrite.h"
 #include "controls/Commands.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
@@ -14,6 +15,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QDir>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -33,9 +35,11 @@ static_assert(6 * kGap + 2 * kLine + kCountHeight + kLanguagesHeight <= toPixels
 
 } // namespace
 
-LangTab::LangTab(ListRows &languages, ListRows &strings, FileList &file1, Prompts &prompts, QWidget *parent)
+LangTab::LangTab(ListRows &languages, ListRows &strings, FileList &file1, Files &files, Prompts &prompts,
+                 QWidget *parent)
     : TabFrame(QStringLiteral("frYt(4)"), parent), m_languages(languages), m_strings(strings), m_file1(file1),
-      m_prompts(prompts), txtLang(named(new QLineEdit(this), "txtLang", tr("Language catalogue"))),
+      m_files(files), m_prompts(prompts),
+      txtLang(named(new QLineEdit(this), "txtLang", tr("Language catalogue"))),
       lvLang(new ListView(QStringLiteral("lvLang"), tr("Languages"), languages, this)),
       txtLangFile(named(new QLineEdit(this), "txtLangFile", tr("Language file"))),
       LvBhs(new ListView(QStringLiteral("LvBhs"), tr("Translations"), strings, this)),
@@ -91,8 +95,9 @@ void LangTab::layOut(int height)
     next(lblLangCount, kCountHeight);
 }
 
-void LangTab::showCatalogue(const QString &path)
+void LangTab::showCatalogue(const QString &path, const QString &theme)
 {
+    m_theme = theme;
     txtLang->setText(path);
 }
 
@@ -122,12 +127,13 @@ void LangTab::mnuLangOpen_Click()
 {
     const QString path = m_languages.text(selectedLanguage());
     if (!path.isEmpty())
-        openLanguage(path);
+        openLanguage(path, m_theme);
 }
 
-void LangTab::openLanguage(const QString &path)
+void LangTab::openLanguage(const QString &path, const QString &theme)
 {
     txtLangFile->setText(path);
+    m_languageTheme = theme;
     const DecodedText file = LoadForEditing(path);
     if (file.text.isEmpty()) {
         emit hint(tr("%1 is empty or not there; the strings stay as they were.").arg(path));
@@ -137,7 +143,7 @@ void LangTab::openLanguage(const QString &path)
     m_page = file.page == CodePage::Ascii ? CodePage::Utf8 : file.page;
     OpenLgXml(m_strings, file.text);
     emit hint(path);
-    emit languageOpened(path);
+    emit languageOpened(path, theme);
 }
 
 void LangTab::mnuLangSave_Click()
@@ -146,10 +152,14 @@ void LangTab::mnuLangSave_Click()
     const QString target = txtLangFile->text();
     if (target.isEmpty())
         throw RunTimeError(tr("No language file is open: double-click a language on the Lang tab first."));
-    if (!m_prompts.ask(QStringLiteral("Save File"),
-                       savingQuestion(QStringLiteral("Save file translate?"), target)))
+    // Whoever types a path has chosen that very place, and none that a link leads to.
+    if (txtLangFile->isModified())
+        m_files.allow(QDir::cleanPath(QDir::fromNativeSeparators(target)));
+    const WriteQuestion question = {QStringLiteral("Save File"), QStringLiteral("Save file translate?"),
+                                    target, m_languageTheme};
+    if (!askToWrite(m_files, m_prompts, question, No::Counts))
         return;
-    SaveFile(target, text, m_page);
+    m_files.save(target, text, m_languageTheme, m_page);
     m_strings.setEdited(false);
     emit hint(tr("%1 saved.").arg(target));
 }

@@ -13,6 +13,7 @@ namespace quillmere {
 
 class Commands;
 class FileList;
+class Files;
 class ListRows;
 class ListView;
 class Prompts;
@@ -25,17 +26,17 @@ class LangTab : public TabFrame
 
 public:
     // The rows are described in LanguageCatalogue.h. `file1` is pointed at the folder of the dictionaries.
-    LangTab(ListRows &languages, ListRows &strings, FileList &file1, Prompts &prompts,
+    LangTab(ListRows &languages, ListRows &strings, FileList &file1, Files &files, Prompts &prompts,
             QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
-    // Shows what the loader of the catalogue has read.
-    void showCatalogue(const QString &path);
+    // Shows what the loader of the catalogue has read; `theme` is the folder of the theme that led there.
+    void showCatalogue(const QString &path, const QString &theme);
     // Replaces the strings by those of a language file; one that is empty or not there leaves them.
-    void openLanguage(const QString &path);
+    void openLanguage(const QString &path, const QString &theme);
 
 signals:
-    void languageOpened(const QString &path);
+    void languageOpened(const QString &path, const QString &theme);
     // Something to say that needs no answer.
     void hint(const QString &text);
 
@@ -61,7 +62,10 @@ private:
     ListRows &m_languages;
     ListRows &m_strings;
     FileList &m_file1;
+    Files &m_files;
     Prompts &m_prompts;
+    QString m_theme;                  // folder of the theme that led to the language catalogue
+    QString m_languageTheme;          // and to the language that is open
     CodePage m_page = CodePage::Utf8; // that the strings came from
     QLineEdit *txtLang;
     ListView *lvLang;

@@ -38,10 +38,14 @@ OutsideChanges::OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &l
             soon();
     });
     connect(&theme, &ThemeProject::loaded, this, &OutsideChanges::watchTheme);
-    connect(&languages, &LangTab::languageOpened, this, [this, &languages](const QString &path) {
-        const auto reload = [this, &languages, path] { m_guard([&] { languages.openLanguage(path); }); };
-        watch(QStringLiteral("language"), {{path, reload, [this] { return m_theme.LvBhs.isEdited(); }}});
-    });
+    connect(
+        &languages, &LangTab::languageOpened, this,
+        [this, &languages](const QString &path, const QString &folder) {
+            const auto reload = [this, &languages, path, folder] {
+                m_guard([&] { languages.openLanguage(path, folder); });
+            };
+            watch(QStringLiteral("language"), {{path, reload, [this] { return m_theme.LvBhs.isEdited(); }}});
+        });
 }
 
 void OutsideChanges::watchTheme()

@@ -1,9 +1,9 @@
 #include "keeping/forms/frmRestore.h"
 
 #include "asking/Prompts.h"
+#include "asking/forms/AskToWrite.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
-#include "files/TextFile.h"
 #include "keeping/VersionPreview.h"
 
 #include <QBoxLayout>
@@ -67,8 +67,9 @@ void showLines(QPlainTextEdit &box, const QList<VersionPreview::Line> &lines)
 
 } // namespace
 
-frmRestore::frmRestore(const QString &theme, Prompts &prompts, Guard guard, LongRun runLong, QWidget *parent)
-    : QDialog(parent), m_theme(theme), m_prompts(prompts), m_guard(std::move(guard)),
+frmRestore::frmRestore(const QString &theme, Files &files, Prompts &prompts, Guard guard, LongRun runLong,
+                       QWidget *parent)
+    : QDialog(parent), m_theme(theme), m_files(files), m_prompts(prompts), m_guard(std::move(guard)),
       m_runLong(std::move(runLong)), m_rows({tr("File"), tr("Date"), tr("Bytes")}),
       txtFilter(named(new QLineEdit, "txtFilter", tr("Show only files whose names hold this text"))),
       lvVersions(new ListView(QStringLiteral("lvVersions"), tr("Versions kept, newest first"), m_rows)),
@@ -241,11 +242,13 @@ void frmRestore::cmdRestore_Click()
     const QString kept = QFileInfo::exists(version.path)
                              ? tr("The file as it is now is kept and can be restored in turn.")
                              : tr("There is no such file now; it is made again.");
-    if (!m_prompts.ask(tr("Restore"),
-                       tr("Restore %1 as it was on %2?\n\n%3").arg(version.name, timeText(version), kept)))
+    const WriteQuestion question = {
+        tr("Restore"), tr("Restore %1 as it was on %2?\n\n%3").arg(version.name, timeText(version), kept),
+        version.path, m_theme, Files::Step::Restore};
+    if (!askToWrite(m_files, m_prompts, question, No::Counts))
         return;
     m_guard([&] {
-        RestoreFile(version.path, version.copy);
+        m_files.restore(version.path, version.copy, m_theme);
         emit restored(version.path);
         loadVersions();
     });

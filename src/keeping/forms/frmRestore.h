@@ -14,6 +14,7 @@ class QPushButton;
 
 namespace quillmere {
 
+class Files;
 class ListView;
 class Prompts;
 
@@ -28,7 +29,8 @@ public:
 
     // `theme` is the folder of the open theme; empty where none is open.
     // Cancelled comes through where the person does not wait for the list.
-    frmRestore(const QString &theme, Prompts &prompts, Guard guard, LongRun runLong, QWidget *parent);
+    frmRestore(const QString &theme, Files &files, Prompts &prompts, Guard guard, LongRun runLong,
+               QWidget *parent);
 
 signals:
     // A file was written anew from one of its versions; its path is below the theme's folder as that was
@@ -50,6 +52,7 @@ private:
     void cmdRestore_Click();
 
     QString m_theme;
+    Files &m_files;
     Prompts &m_prompts;
     Guard m_guard;
     LongRun m_runLong;

@@ -3,10 +3,10 @@
 #include "asking/Prompts.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
+#include "files/Files.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "files/ProgramFolder.h"
-#include "files/TextFile.h"
 #include "replace/ReplaceList.h"
 
 #include <QGridLayout>
@@ -41,9 +41,9 @@ struct frmReplace::Button
     void (frmReplace::*click)();
 };
 
-frmReplace::frmReplace(SourceAccess source, Prompts &prompts, Guard guard, QWidget &owner)
-    : ModelessDialog(QStringLiteral("frmReplace"), owner), m_source(std::move(source)), m_prompts(prompts),
-      m_guard(std::move(guard)), m_finds({QStringLiteral("Text Find")}),
+frmReplace::frmReplace(SourceAccess source, Files &files, Prompts &prompts, Guard guard, QWidget &owner)
+    : ModelessDialog(QStringLiteral("frmReplace"), owner), m_source(std::move(source)), m_files(files),
+      m_prompts(prompts), m_guard(std::move(guard)), m_finds({QStringLiteral("Text Find")}),
       m_replacements({QStringLiteral("Text Replace")}),
       Text1(named(new QLineEdit, "Text1", QStringLiteral("Text Find"))),
       Text2(named(new QLineEdit, "Text2", QStringLiteral("Text Replace"))),
@@ -268,7 +268,7 @@ void frmReplace::Save()
         kTitle, savingQuestion(QStringLiteral("Benar akan menyimapn text replace?"), replaceIni()));
     const QList<Replacement> saved = pairs();
     if (write) {
-        SaveFile(replaceIni(), replaceListText(saved));
+        m_files.saveOwn(replaceIni(), replaceListText(saved));
         m_prompts.tell(kTitle, QStringLiteral("Tersimpan"), Prompts::Icon::Information);
     }
     LoadReplaceList();

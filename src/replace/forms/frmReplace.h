@@ -13,6 +13,7 @@ class QLineEdit;
 
 namespace quillmere {
 
+class Files;
 class ListView;
 class Prompts;
 
@@ -35,7 +36,7 @@ public:
     // Runs a command and shows what goes wrong in it.
     using Guard = std::function<void(const std::function<void()> &)>;
 
-    frmReplace(SourceAccess source, Prompts &prompts, Guard guard, QWidget &owner);
+    frmReplace(SourceAccess source, Files &files, Prompts &prompts, Guard guard, QWidget &owner);
 
     // Shows the dialog with the list as the file has it; one that is open already keeps its list.
     void open() override;
@@ -75,6 +76,7 @@ private:
     void Replace();
 
     SourceAccess m_source;
+    Files &m_files;
     Prompts &m_prompts;
     Guard m_guard;
     ListRows m_finds, m_replacements; // row i of one belongs to row i of the other

@@ -1,12 +1,12 @@
 #include "widgets/forms/WidgetTab.h"
 
 #include "asking/Prompts.h"
+#include "asking/forms/AskToWrite.h"
 #include "controls/Commands.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "controls/PathLabel.h"
 #include "files/FileList.h"
-#include "files/LoadedFiles.h"
 #include "files/TextFile.h"
 #include "markup/FormatXML.h"
 #include "markup/Matching.h"
@@ -26,9 +26,10 @@ constexpr int kAround = 1260;     // twips of the frame's height that neither li
 
 } // namespace
 
-WidgetTab::WidgetTab(WidgetCatalogue &catalogue, FileList &file1, Prompts &prompts, QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(1)"), parent), m_catalogue(catalogue), m_file1(file1), m_prompts(prompts),
-      frWidget(new CaptionBox(QStringLiteral("frWidget"), this)),
+WidgetTab::WidgetTab(WidgetCatalogue &catalogue, FileList &file1, Files &files, Prompts &prompts,
+                     QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(1)"), parent), m_catalogue(catalogue), m_file1(file1), m_files(files),
+      m_prompts(prompts), frWidget(new CaptionBox(QStringLiteral("frWidget"), this)),
       LvWidget(new ListView(QStringLiteral("LvWidget"), tr("Windows"), catalogue.LvWidget, frWidget)),
       lvWidgetDel(new ListView(QStringLiteral("lvWidgetDel"), tr("Files not in the catalogue"),
                                catalogue.lvWidgetDel, frWidget))
@@ -47,7 +48,7 @@ WidgetTab::WidgetTab(WidgetCatalogue &catalogue, FileList &file1, Prompts &promp
     LvWidget->setSelectionMode(QAbstractItemView::ExtendedSelection);
     LvWidget->setColumnShares({9, 9, 9, 1});
     connect(LvWidget, &ListView::rowOpened, this,
-            [this](int row) { emit documentChosen(m_catalogue.LvWidget.text(row)); });
+            [this](int row) { emit documentChosen(m_catalogue.LvWidget.text(row), m_catalogue.theme); });
 }
 
 void WidgetTab::addCommands(Commands &menu)
@@ -109,6 +110,13 @@ void WidgetTab::mnuWidgetSel_Click()
         LvWidget->scrollTo(missing.first().topLeft());
 }
 
+bool WidgetTab::maySave(const QString &question)
+{
+    return askToWrite(m_files, m_prompts,
+                      {QStringLiteral("Simpan File"), question, m_catalogue.path, m_catalogue.theme},
+                      No::Counts);
+}
+
 void WidgetTab::mnuWidgetDel_Click()
 {
     const ListRows &rows = m_catalogue.LvWidget;
@@ -125,9 +133,8 @@ void WidgetTab::mnuWidgetDel_Click()
         if (remove)
             text = WidgetCatalogue::withoutWindow(text, row.sub(1));
     }
-    if (m_prompts.ask(QStringLiteral("Simpan File"),
-                      savingQuestion(QStringLiteral("Benar mau menyimpan file?"), m_catalogue.path)))
-        SaveFile(m_catalogue.path, text + u"\r\n");
+    if (maySave(QStringLiteral("Benar mau menyimpan file?")))
+        m_files.save(m_catalogue.path, text + u"\r\n", m_catalogue.theme);
     mnuWidgetOpen_Click();
 }
 
@@ -164,9 +171,8 @@ void WidgetTab::mnuWidgetFile_Click()
     QString name = m_catalogue.lvWidgetDel.text(row);
     replaceIgnoringCase(name, u".xml", u"");
     const QString text = WidgetCatalogue::withWindow(LoadFile(m_catalogue.path), name);
-    if (m_prompts.ask(QStringLiteral("Simpan File"),
-                      savingQuestion(QStringLiteral("Benar mau menambahkan widget file?"), m_catalogue.path)))
-        SaveFile(m_catalogue.path, text);
+    if (maySave(QStringLiteral("Benar mau menambahkan widget file?")))
+        m_files.save(m_catalogue.path, text, m_catalogue.theme);
     mnuWidgetOpen_Click();
 }
 
@@ -177,8 +183,10 @@ void WidgetTab::mnuWidgetDelFile_Click()
         return;
     const QString path = m_catalogue.unlistedPath(row);
     // The answer does not matter: designers are used to the file being gone, and it is in the backup folder.
-    m_prompts.ask(QStringLiteral("Delete File"), u"Delete file " + path + u" ?");
-    DeleteFile(path);
+    const WriteQuestion question = {QStringLiteral("Delete File"), u"Delete file " + path + u" ?", path,
+                                    m_catalogue.theme, Files::Step::Delete};
+    if (askToWrite(m_files, m_prompts, question, No::IsIgnored))
+        m_files.remove(path, m_catalogue.theme);
     mnuWidgetOpen_Click();
 }
 

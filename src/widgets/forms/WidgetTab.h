@@ -8,6 +8,7 @@ namespace quillmere {
 
 class Commands;
 class FileList;
+class Files;
 class ListView;
 class Prompts;
 class WidgetCatalogue;
@@ -18,15 +19,16 @@ class WidgetTab : public TabFrame
     Q_OBJECT
 
 public:
-    WidgetTab(WidgetCatalogue &catalogue, FileList &file1, Prompts &prompts, QWidget *parent = nullptr);
+    WidgetTab(WidgetCatalogue &catalogue, FileList &file1, Files &files, Prompts &prompts,
+              QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
     // Shows what the catalogue's loader has read.
     void showCatalogue();
 
 signals:
-    // A window was double-clicked: the full path of its document.
-    void documentChosen(const QString &path);
+    // A window was double-clicked: the full path of its document, and the folder of the theme that names it.
+    void documentChosen(const QString &path, const QString &theme);
     // Markup to draw that is no document of its own.
     void markupChosen(const QString &markup);
     // Something to say that needs no answer.
@@ -42,11 +44,14 @@ private:
     void mnuWidgetFile_Click();
     void mnuWidgetDelFile_Click();
     void mnuInfoChannel_Click();
+    // Whether the catalogue may be written.
+    bool maySave(const QString &question);
     // Row of the file selected in lvWidgetDel; -1, after a hint, when none is.
     int selectedFile();
 
     WidgetCatalogue &m_catalogue;
     FileList &m_file1;
+    Files &m_files;
     Prompts &m_prompts;
     CaptionBox *frWidget;
     ListView *LvWidget;

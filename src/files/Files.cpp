@@ -1,0 +1,83 @@
+#include "files/Files.h"
+
+#include "files/FailedStep.h"
+#include "files/Paths.h"
+
+#include <QFileInfo>
+
+#include <cerrno>
+
+namespace quillmere {
+
+namespace {
+
+QString placeOf(Files::Step step, const QString &path, const QString &theme)
+{
+    switch (step) {
+    case Files::Step::Save:
+        // Where the theme's folder is gone, one of another letter case may stand beside it; it is only read.
+        return realPlace(theme.isEmpty() || QFileInfo(theme).isDir() ? fileToWrite(path) : path);
+    case Files::Step::Restore:
+        return realPlace(path);
+    case Files::Step::Delete:
+        break;
+    }
+    const QString folder = realPlace(folderOf(path).toString());
+    return folder.isEmpty() ? QString() : joinPath(folder, fileNameOf(path));
+}
+
+bool isBelow(const QString &place, const QString &folder)
+{
+    return !folder.isEmpty() && place.size() > folder.size() && place.startsWith(folder) &&
+           (folder.endsWith(u'/') || place[folder.size()] == u'/');
+}
+
+} // namespace
+
+Files::Place Files::place(Step step, const QString &path, const QString &theme) const
+{
+    const QString real = placeOf(step, path, theme);
+    const bool isInside = !theme.isEmpty() && isBelow(real, realPlace(theme));
+    // Links in a circle end nowhere; the system refuses them, too.
+    const QString shown = real.isEmpty() ? path : real;
+    return {shown, isInside, isInside || m_allowed.contains(shown)};
+}
+
+void Files::allow(const QString &place)
+{
+    m_allowed.insert(place);
+}
+
+QString Files::touch(Step step, const QString &path, const QString &theme) const
+{
+    const Place found = place(step, path, theme);
+    if (!found.mayBeTouched)
+        throwFailed(step == Step::Delete ? "delete" : "open", path,
+                    QStringLiteral("it lies outside of the theme's folder, at \"%1\"").arg(found.path));
+    return found.path;
+}
+
+void Files::save(const QString &path, const QString &text, const QString &theme, std::optional<CodePage> page)
+{
+    const QString target = touch(Step::Save, path, theme);
+    if (!QFileInfo(folderOf(target).toString()).isDir())
+        throwFailed("open", path, qt_error_string(ENOENT));
+    SaveFile(target, text, page);
+}
+
+void Files::restore(const QString &path, const QString &version, const QString &theme)
+{
+    RestoreFile(touch(Step::Restore, path, theme), version);
+}
+
+void Files::remove(const QString &path, const QString &theme)
+{
+    DeleteFile(touch(Step::Delete, path, theme));
+}
+
+void Files::saveOwn(const QString &path, const QString &text)
+{
+    SaveFile(path, text);
+}
+
+} // namespace quillmere

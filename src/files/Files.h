@@ -1,0 +1,60 @@
+#pragma once
+
+#include "files/TextFile.h"
+
+#include <QSet>
+#include <QString>
+
+#include <optional>
+
+namespace quillmere {
+
+// The one door to what is written and deleted. Made once and handed to who needs it.
+//
+// A theme travels between strangers and names the files that its commands write. So whatever names a file
+// also says which theme led there, by the theme's folder, and a file that really lies elsewhere is left alone
+// until the person allows it. An empty folder is no theme's: nothing lies in it.
+class Files
+{
+public:
+    enum class Step {
+        Save,    // the file that LoadFile would read, else a new one; links are followed
+        Restore, // exactly the file named; links are followed
+        Delete,  // exactly the file named, and of a link the link itself
+    };
+
+    struct Place
+    {
+        QString path; // that the step would really touch
+        bool isInside = false;
+        bool mayBeTouched = false; // as it is inside, or was allowed
+    };
+
+    Files() = default;
+    Q_DISABLE_COPY_MOVE(Files)
+
+    // Where the step would end; looks at the folders on the way, and at nothing in the file. A theme that is
+    // opened through a link has its real folder.
+    Place place(Step step, const QString &path, const QString &theme) const;
+    // The person allows this place (a Place::path), until the program ends.
+    void allow(const QString &place);
+    // All that were allowed.
+    const QSet<QString> &allowed() const { return m_allowed; }
+
+    // See SaveFile, RestoreFile, DeleteFile. RunTimeError also where the file may not be touched.
+    // Nothing is saved into a folder of another letter case than that of the theme.
+    void save(const QString &path, const QString &text, const QString &theme,
+              std::optional<CodePage> page = {});
+    void restore(const QString &path, const QString &version, const QString &theme);
+    void remove(const QString &path, const QString &theme);
+
+    // Saves a file of the program's own, which no theme has named, wherever links lead.
+    void saveOwn(const QString &path, const QString &text);
+
+private:
+    QString touch(Step step, const QString &path, const QString &theme) const;
+
+    QSet<QString> m_allowed;
+};
+
+} // namespace quillmere

@@ -1,0 +1,174 @@
+#include "files/Backups.h"
+#include "files/Files.h"
+#include "files/Paths.h"
+#include "files/RunTimeError.h"
+#include "files/TestFiles.h"
+
+#include <QDirIterator>
+#include <QTest>
+
+#include <memory>
+
+using namespace quillmere;
+using namespace Qt::StringLiterals;
+
+// A folder with a theme in it, and links out of it and back.
+class TestFilesDoor : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { setBackupFolder({}); }
+    void touchesOnlyTheTheme_data();
+    void touchesOnlyTheTheme();
+    void linksGoAlone();
+    void neverInAFolderOfAnotherCase_data();
+    void neverInAFolderOfAnotherCase();
+
+private:
+    void link(const QString &target, const QString &name) const { QVERIFY(QFile::link(target, path(name))); }
+    QString path(const QString &name) const { return m_files->path(name); }
+    // All files but the backups, a line each: name, and what it holds.
+    QString all() const;
+
+    std::unique_ptr<TestFiles> m_files;
+};
+
+void TestFilesDoor::init()
+{
+    m_files = std::make_unique<TestFiles>(
+        std::initializer_list<const char *>{"out.xml", "theme/in.xml", "theme/sub/in.xml", "theme2/out.xml"});
+    setBackupFolder(path(u"backup"_s));
+    link(path(u"out.xml"_s), u"theme/out.xml"_s);
+    link(u"../gone.xml"_s, u"theme/dangling.xml"_s);
+    link(u"dangling.xml"_s, u"theme/twice.xml"_s);
+    link(u"sub/in.xml"_s, u"theme/in2.xml"_s);
+    link(u"sub/new.xml"_s, u"theme/new2.xml"_s);
+    link(u"circle.xml"_s, u"theme/circle.xml"_s);
+    link(path(u"theme2"_s), u"theme/folder"_s);
+    link(path(u"theme"_s), u"opened"_s);
+}
+
+QString TestFilesDoor::all() const
+{
+    QStringList lines;
+    QDirIterator it(m_files->folder(), QDir::Files | QDir::System | QDir::Hidden,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString name = it.next().mid(m_files->folder().size() + 1);
+        if (!name.startsWith(u"backup/"))
+            lines.append(name + u'=' + QString::fromLatin1(m_files->read(name)));
+    }
+    lines.sort();
+    return lines.join(u'\n');
+}
+
+void TestFilesDoor::touchesOnlyTheTheme_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("place"); // below the folder; with a "!" where it is refused
+    const auto row = [](const char *name, const char *place) {
+        QTest::newRow(name) << QString::fromLatin1(name) << QString::fromLatin1(place);
+    };
+    row("theme/in.xml", "theme/in.xml");
+    row("theme/new.xml", "theme/new.xml");
+    row("theme/SUB/IN.xml", "theme/sub/in.xml");
+    row("theme/sub/../in.xml", "theme/in.xml");
+    row("theme/../theme/in.xml", "theme/in.xml");
+    row("theme/in2.xml", "theme/sub/in.xml");
+    row("theme/new2.xml", "theme/sub/new.xml");
+    row("opened/in.xml", "theme/in.xml");
+    row("theme/../out.xml", "!out.xml");
+    row("theme/../theme2/out.xml", "!theme2/out.xml"); // begins as the theme's folder does
+    row("theme/../new.xml", "!new.xml");
+    row("theme/out.xml", "!out.xml");
+    row("theme/dangling.xml", "!gone.xml");
+    row("theme/twice.xml", "!gone.xml");
+    row("theme/folder/out.xml", "!theme2/out.xml");
+    row("theme/folder/new.xml", "!theme2/new.xml");
+    row("theme/folder/../out.xml", "!out.xml"); // the folder above the link's target, not above the link
+    row("theme/circle.xml", "!theme/circle.xml");
+    row("theme/..", "!");
+}
+
+// For the theme's folder, and the same opened through a link.
+void TestFilesDoor::touchesOnlyTheTheme()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, place);
+    const bool refused = place.startsWith(u'!');
+    const QString before = all();
+    for (const QString &opened : {u"theme"_s, u"opened"_s, QString()}) {
+        init();
+        const QString theme = opened.isEmpty() ? opened : path(opened);
+        Files files;
+        const auto save = [&] { files.save(path(name), u"new"_s, theme); };
+        if (!refused && !theme.isEmpty()) {
+            save();
+            QCOMPARE(m_files->read(place), QByteArray("new"));
+            continue;
+        }
+        QVERIFY_EXCEPTION_THROWN(save(), RunTimeError);
+        QCOMPARE(all(), before);
+        const Files::Place found = files.place(Files::Step::Save, path(name), theme);
+        QVERIFY(!found.isInside && !found.mayBeTouched);
+        if (!refused || place == u"!" || place.contains(u"circle"))
+            continue;
+        QCOMPARE(found.path, realPlace(path(place.mid(1))));
+        files.allow(found.path);
+        save();
+        QCOMPARE(m_files->read(place.mid(1)), QByteArray("new"));
+        QVERIFY(!files.place(Files::Step::Save, path(u"theme2/other.xml"_s), theme).mayBeTouched);
+    }
+}
+
+// A link is deleted, and not what it leads to; through a folder that is one, nothing is.
+void TestFilesDoor::linksGoAlone()
+{
+    Files files;
+    const QString theme = path(u"opened"_s);
+    for (const char *name : {"theme/out.xml", "theme/in2.xml"}) {
+        files.remove(path(QLatin1String(name)), theme);
+        QVERIFY(!QFileInfo(path(QLatin1String(name))).isSymLink());
+    }
+    const QString before = all();
+    QVERIFY(before.contains(u"out.xml="_s) && before.contains(u"sub/in.xml="_s));
+    for (const char *name : {"theme/../out.xml", "theme/folder/out.xml", "theme/..", "theme/"})
+        QVERIFY_EXCEPTION_THROWN(files.remove(path(QLatin1String(name)), theme), RunTimeError);
+    QVERIFY_EXCEPTION_THROWN(files.restore(path(u"theme/dangling.xml"_s), path(u"out.xml"_s), theme),
+                             RunTimeError);
+    QCOMPARE(all(), before);
+    files.restore(path(u"theme/gone/a.xml"_s), m_files->write(u"version"_s, "v"), theme);
+    QCOMPARE(m_files->read(u"theme/gone/a.xml"_s), QByteArray("v"));
+}
+
+void TestFilesDoor::neverInAFolderOfAnotherCase_data()
+{
+    QTest::addColumn<QString>("gone"); // the folder that is renamed
+    QTest::addColumn<QString>("beside");
+    QTest::newRow("the theme's") << u"above/theme"_s << u"above/THEME"_s;
+    QTest::newRow("above it") << u"above"_s << u"ABOVE"_s;
+}
+
+// Found there and read, as themes are made on systems that do not mind; never written.
+void TestFilesDoor::neverInAFolderOfAnotherCase()
+{
+    QFETCH(QString, gone);
+    QFETCH(QString, beside);
+    const QString name = u"above/theme/Sub/a.xml"_s, theme = path(u"above/theme"_s);
+    m_files->write(name, "old");
+    QVERIFY(QDir(m_files->folder()).rename(gone, beside));
+    if (QFileInfo::exists(path(gone)))
+        QSKIP("This system does not mind letter case");
+    QCOMPARE(LoadFile(path(name)), u"old"_s);
+    const QString before = all();
+    Files files;
+    QVERIFY(files.place(Files::Step::Save, path(name), theme).isInside); // nothing to allow
+    QVERIFY_EXCEPTION_THROWN(files.save(path(name), u"new"_s, theme), RunTimeError);
+    QVERIFY_EXCEPTION_THROWN(files.remove(path(name), theme), RunTimeError);
+    QCOMPARE(all(), before);
+}
+
+QTEST_GUILESS_MAIN(TestFilesDoor)
+#include "tst_files.moc"
