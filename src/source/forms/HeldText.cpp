@@ -19,9 +19,9 @@ namespace {
 constexpr int kObject = QTextFormat::UserObject + 1;
 constexpr int kNumber = QTextFormat::UserProperty + 1;
 constexpr qsizetype kLongLine = 10000; // units; a longer one is shown shortened
-constexpr qsizetype kHead = 4000;      // units of it that are shown
-constexpr qsizetype kTail = 1000;
-constexpr qsizetype kAround = 2000; // on each side of a place that was asked for
+constexpr qsizetype kHead = 2000;      // units of it that are shown
+constexpr qsizetype kTail = 500;
+constexpr qsizetype kAround = 1000; // on each side of a place that was asked for
 constexpr qsizetype kSeekCut = 64;  // how far a cut moves to stay clear of what belongs together
 constexpr qreal kPadding = 4;       // pixels left and right of a caption
 

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kIndent = 5;        // blanks a Tab goes on to a multiple of, as a formatted document has them
 constexpr int kLinesAbove = 2;    // shown above a line that was asked for
-constexpr qsizetype kSeen = 2000; // units of a held text that a double click shows
+constexpr qsizetype kSeen = 1000; // units of a held text that a double click shows
 
 // A text with one line feed a line break, as the document counts.
 QString withLineFeeds(const QString &text)

@@ -2,8 +2,10 @@
 
 #include "source/forms/HeldText.h"
 
+#include <QElapsedTimer>
 #include <QScopedValueRollback>
-#include <QTextLayout>
+#include <QTextBlock>
+#include <QTextDocument>
 
 #include <algorithm>
 
@@ -13,30 +15,20 @@ namespace {
 
 constexpr qint64 kMostInPass = 8'000'000; // ns
 
-// A line keeps the state that it leaves to the next one, and a bit that says nothing but that it has been
-// turned over: the pass goes on as long as what is kept changes.
-LineState stateOf(int kept)
+// A line keeps the state that it leaves to the next one.
+LineState stateOf(const QTextBlock &line)
 {
-    return kept < 0 ? LineState::Text : LineState(kept >> 1);
-}
-
-int kept(LineState state, bool bit)
-{
-    return int(state) << 1 | int(bit);
+    return line.isValid() && line.userState() >= 0 ? LineState(line.userState()) : LineState::Text;
 }
 
 } // namespace
 
 SourceHighlighter::SourceHighlighter(QTextDocument *document, const HeldText &held)
-    : QSyntaxHighlighter(document), m_held(held)
+    : QObject(document), m_document(document), m_held(held)
 {
     m_next.setInterval(0);
-    connect(&m_next, &QTimer::timeout, this, &SourceHighlighter::colourNext);
-    // The base class listens too, and has done so for longer: here its pass is over.
-    connect(document, &QTextDocument::contentsChange, this, [this] {
-        if (!m_atWork)
-            endPass();
-    });
+    connect(&m_next, &QTimer::timeout, this, &SourceHighlighter::colourWaiting);
+    connect(document, &QTextDocument::contentsChange, this, &SourceHighlighter::textChanged);
     setDark(false);
 }
 
@@ -50,78 +42,109 @@ void SourceHighlighter::setDark(bool dark)
     for (size_t token = 0; token < m_formats.size(); ++token)
         m_formats[token].setForeground(QColor::fromRgb((dark ? onDark : onLight)[token]));
     m_formats[size_t(Token::Comment)].setFontItalic(true);
-    const QScopedValueRollback working(m_atWork, true);
-    rehighlight();
-    endPass();
+    textChanged(0, 0, m_document->characterCount());
 }
 
-void SourceHighlighter::highlightBlock(const QString &line)
+void SourceHighlighter::textChanged(int from, int removed, int added)
 {
-    if (!m_pass.isValid()) {
-        m_pass.start();
-    } else if (m_pass.nsecsElapsed() > kMostInPass) {
-        leaveWaiting();
+    Q_UNUSED(removed);
+    if (m_atWork)
         return;
+    const QTextBlock last = m_document->findBlock(from + added);
+    m_waiting.push_back({QTextCursor(m_document->findBlock(from)),
+                         QTextCursor(last.isValid() ? last : m_document->lastBlock())});
+    colourWaiting();
+}
+
+void SourceHighlighter::colourWaiting()
+{
+    QElapsedTimer clock;
+    clock.start();
+    const QScopedValueRollback working(m_atWork, true);
+    // From the top, because each line goes by the one above it.
+    const auto isAbove = [](const Stretch &a, const Stretch &b) { return a.first < b.first; };
+    while (!m_waiting.empty()) {
+        const auto top = std::min_element(m_waiting.begin(), m_waiting.end(), isAbove);
+        if (!colourStretch(*top, clock)) {
+            m_next.start();
+            return;
+        }
+        m_waiting.erase(top);
     }
-    LineState state = stateOf(previousBlockState());
+    m_next.stop();
+}
+
+// False where time is up; the stretch is then what is left of it.
+bool SourceHighlighter::colourStretch(Stretch &stretch, const QElapsedTimer &clock)
+{
+    const QTextBlock last = stretch.last.block();
+    QTextBlock line = stretch.first.block();
+    bool isBehind = line.position() >= last.position();
+    for (; line.isValid(); line = line.next()) {
+        if (clock.nsecsElapsed() > kMostInPass) {
+            stretch.first = QTextCursor(line);
+            return false;
+        }
+        const bool goesOn = colourLine(line);
+        isBehind = isBehind || line == last;
+        if (isBehind && !goesOn)
+            break;
+    }
+    return true;
+}
+
+// Whether the line leaves another state to the next one than before.
+bool SourceHighlighter::colourLine(const QTextBlock &block)
+{
+    const QString line = block.text();
+    LineState state = stateOf(block.previous());
+    m_ranges.clear();
     qsizetype done = 0;
     for (qsizetype at = line.indexOf(QChar::ObjectReplacementCharacter); at >= 0;
          at = line.indexOf(QChar::ObjectReplacementCharacter, at + 1)) {
         colourPart(line, done, at, state);
-        state = m_held.stateBehind(currentBlock().position() + int(at), state);
+        state = m_held.stateBehind(block.position() + int(at), state);
         done = at + 1;
     }
     colourPart(line, done, line.size(), state);
-    const bool bit = currentBlockState() >= 0 && (currentBlockState() & 1);
-    setCurrentBlockState(kept(state, bit != (currentBlock().blockNumber() < m_through)));
+    show(block);
+    if (block.userState() == int(state))
+        return false;
+    QTextBlock(block).setUserState(int(state));
+    return true;
 }
 
 void SourceHighlighter::colourPart(QStringView line, qsizetype from, qsizetype to, LineState &state)
 {
     for (const TokenSpan &span : tokensOf(line.sliced(from, to - from), state))
-        setFormat(int(from + span.start), int(span.length), m_formats[size_t(span.token)]);
+        m_ranges.append({int(from + span.start), int(span.length), m_formats[size_t(span.token)]});
 }
 
-// The line keeps its colours and its state, so that a pass that only followed a changed state ends here.
-void SourceHighlighter::leaveWaiting()
+void SourceHighlighter::show(const QTextBlock &line)
 {
-    const QTextBlock line = currentBlock();
-    const QList<QTextLayout::FormatRange> formats = line.layout()->formats();
-    for (const QTextLayout::FormatRange &range : formats)
-        setFormat(range.start, range.length, range.format);
-    if (!m_leftFirst.isValid())
-        m_leftFirst = line;
-    m_leftLast = line;
-}
-
-void SourceHighlighter::endPass()
-{
-    m_pass.invalidate();
-    if (!m_leftFirst.isValid())
-        return;
-    m_waiting.push_back({QTextCursor(m_leftFirst), QTextCursor(m_leftLast)});
-    m_leftFirst = m_leftLast = QTextBlock();
-    m_next.start();
-}
-
-void SourceHighlighter::colourNext()
-{
-    if (m_waiting.empty()) {
-        m_next.stop();
-        return;
+    QTextLayout *layout = line.layout();
+    const QList<QTextLayout::FormatRange> before = layout->formats();
+    // What an input method is composing stands in the line without being text, in formats of its own.
+    const int composed = layout->preeditAreaPosition();
+    const auto length = int(layout->preeditAreaText().size());
+    if (length > 0) {
+        for (QTextLayout::FormatRange &range : m_ranges) {
+            if (range.start >= composed)
+                range.start += length;
+            else if (range.start + range.length > composed)
+                range.length += length;
+        }
+        for (const QTextLayout::FormatRange &range : before) {
+            if (range.start >= composed && range.start + range.length <= composed + length)
+                m_ranges.append(range);
+        }
     }
-    // From the top, because each line goes by the one above it.
-    const auto isAbove = [](const Stretch &a, const Stretch &b) { return a.first < b.first; };
-    const auto top = std::min_element(m_waiting.begin(), m_waiting.end(), isAbove);
-    const Stretch stretch = *top;
-    m_waiting.erase(top);
-
-    const QScopedValueRollback working(m_atWork, true);
-    const QScopedValueRollback through(m_through, stretch.last.blockNumber());
-    rehighlightBlock(stretch.first.block());
-    if (m_leftFirst.isValid() && m_leftLast.blockNumber() < m_through)
-        m_leftLast = stretch.last.block();
-    endPass();
+    if (before == m_ranges)
+        return;
+    const bool isLaidOut = layout->lineCount() > 0;
+    layout->setFormats(m_ranges);
+    if (isLaidOut)
+        m_document->markContentsDirty(line.position(), line.length());
 }
 
 } // namespace quillmere

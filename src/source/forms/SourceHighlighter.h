@@ -3,9 +3,9 @@
 #include "source/SourceTokens.h"
 
 #include <QElapsedTimer>
-#include <QSyntaxHighlighter>
 #include <QTextCharFormat>
 #include <QTextCursor>
+#include <QTextLayout>
 #include <QTimer>
 
 #include <array>
@@ -16,9 +16,10 @@ namespace quillmere {
 class HeldText;
 
 // Colours theme text, line by line as lines change. A change may reach far: a "<!--" at the top of a large
-// text concerns all of it. What takes longer than a key may wait is left as it is for the moment and done in
-// portions between the other events.
-class SourceHighlighter : public QSyntaxHighlighter
+// text concerns all of it, and a command changes lines all over. What takes longer than a key may wait is
+// left as it is for the moment and done in portions between the other events. (Qt's own highlighter goes over
+// all lines between the first change and the last in one go.)
+class SourceHighlighter : public QObject
 {
     Q_OBJECT
 
@@ -29,11 +30,6 @@ public:
     void setDark(bool dark);
     // True while the document changes because of its colours alone.
     bool isAtWork() const { return m_atWork; }
-    // True when no line waits for its colours.
-    bool isDone() const { return m_waiting.empty(); }
-
-protected:
-    void highlightBlock(const QString &line) override;
 
 private:
     // Lines that wait, both ends included; cursors go along when the text changes.
@@ -42,17 +38,18 @@ private:
         QTextCursor first, last;
     };
 
+    void textChanged(int from, int removed, int added);
+    void colourWaiting();
+    bool colourStretch(Stretch &stretch, const QElapsedTimer &clock);
+    bool colourLine(const QTextBlock &line);
     void colourPart(QStringView line, qsizetype from, qsizetype to, LineState &state);
-    void leaveWaiting();
-    void endPass();
-    void colourNext();
+    void show(const QTextBlock &line);
 
+    QTextDocument *m_document;
     const HeldText &m_held;
     std::array<QTextCharFormat, 6> m_formats; // by Token
     bool m_atWork = false;
-    QElapsedTimer m_pass;               // runs while one line after the other is coloured
-    int m_through = -1;                 // line number; until there a pass goes on even where nothing changes
-    QTextBlock m_leftFirst, m_leftLast; // by this pass
+    QList<QTextLayout::FormatRange> m_ranges; // of the line at work
     std::vector<Stretch> m_waiting;
     QTimer m_next;
 };
