@@ -180,19 +180,6 @@ void HeldText::insertShort(QTextCursor &cursor, QStringView text)
     }
 }
 
-bool HeldText::holdsAnyOf(QStringView text)
-{
-    if (nextHeld(text, 0) < text.size())
-        return true;
-    for (qsizetype start = 0; text.size() - start > kLongLine;) {
-        const qsizetype end = text.indexOf(u'\n', start);
-        if ((end < 0 ? text.size() : end) - start > kLongLine)
-            return true;
-        start = end + 1;
-    }
-    return false;
-}
-
 void HeldText::insert(QTextCursor &cursor, QStringView text)
 {
     qsizetype done = 0;

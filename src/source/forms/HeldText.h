@@ -49,12 +49,8 @@ public:
     // The text of the object there; empty where none stands.
     QString heldAt(int position) const;
 
-    // Another document comes: nothing is held.
-    void clear() { m_texts.clear(); }
     // Puts a text, with one LF a line break, at the cursor. Of a very long line the middle is held.
     void insert(QTextCursor &cursor, QStringView text);
-    // True where that would hold anything of it.
-    static bool holdsAnyOf(QStringView text);
     // True for a line so long that keys in it would be slow.
     static bool isTooLong(const QTextBlock &line);
     // Puts the cursor's line there anew, its middle held but for what stands around these positions of

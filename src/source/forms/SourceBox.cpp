@@ -9,6 +9,7 @@
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPlainTextDocumentLayout>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -17,9 +18,10 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kIndent = 5;        // blanks a Tab goes on to a multiple of, as a formatted document has them
-constexpr int kLinesAbove = 2;    // shown above a line that was asked for
-constexpr qsizetype kSeen = 1000; // units of a held text that a double click shows
+constexpr int kIndent = 5;     // blanks a Tab goes on to a multiple of, as a formatted document has them
+constexpr int kLinesAbove = 2; // shown above a line that was asked for
+constexpr qsizetype kPiece = 1 << 15; // units; a few milliseconds' work
+constexpr qsizetype kSeen = 1000;     // units of a held text that a double click shows
 
 // A text with one line feed a line break, as the document counts.
 QString withLineFeeds(const QString &text)
@@ -29,9 +31,28 @@ QString withLineFeeds(const QString &text)
 
 } // namespace
 
+ReadyText makeReady(const QString &text, const Progress &progress)
+{
+    ReadyText ready{text, std::make_unique<QTextDocument>(), nullptr};
+    ready.document->setDocumentLayout(new QPlainTextDocumentLayout(ready.document.get()));
+    ready.document->setUndoRedoEnabled(false);
+    ready.held = new HeldText(ready.document.get());
+    const QString lines = withLineFeeds(text);
+    QTextCursor end(ready.document.get());
+    for (qsizetype done = 0; done < lines.size();) {
+        const qsizetype lineBreak = lines.indexOf(u'\n', std::min(done + kPiece, lines.size()));
+        const qsizetype next = lineBreak < 0 ? lines.size() : lineBreak + 1;
+        ready.held->insert(end, QStringView(lines).sliced(done, next - done));
+        done = next;
+        tell(progress, done, lines.size());
+    }
+    ready.document->setUndoRedoEnabled(true);
+    ready.document->setModified(false);
+    return ready;
+}
+
 SourceBox::SourceBox(const QString &name, const QString &accessibleName, QWidget *parent)
-    : QPlainTextEdit(parent), m_held(new HeldText(document())), m_numbers(new LineNumbers(this)),
-      m_colours(new SourceHighlighter(document(), *m_held))
+    : QPlainTextEdit(parent), m_numbers(new LineNumbers(this))
 {
     setObjectName(name);
     setAccessibleName(accessibleName);
@@ -39,17 +60,11 @@ SourceBox::SourceBox(const QString &name, const QString &accessibleName, QWidget
     QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     fixed.setPointSizeF(font().pointSizeF());
     setFont(fixed);
-    takePaletteColours();
+    takeDocument(makeReady(QString()));
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
         if (m_colours->isAtWork() || m_showing)
             return; // only the looks are others
         emit changed();
-    });
-    connect(document(), &QTextDocument::contentsChange, this, [this] {
-        if (m_colours->isAtWork() || m_showing)
-            return;
-        m_isText = false;
-        m_text.clear();
     });
     connect(this, &QPlainTextEdit::blockCountChanged, this, &SourceBox::placeNumbers);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, &SourceBox::markCaret);
@@ -82,24 +97,12 @@ QString SourceBox::text() const
     return m_text;
 }
 
-void SourceBox::setText(const QString &text)
+void SourceBox::setText(ReadyText ready)
 {
-    const QString lines = withLineFeeds(text);
+    const QString text = ready.text;
     {
         const QSignalBlocker quiet(this);
-        const bool plain = !HeldText::holdsAnyOf(lines);
-        setPlainText(plain ? lines : QString());
-        m_held->clear();
-        if (!plain) {
-            document()->setUndoRedoEnabled(false);
-            QTextCursor all(document());
-            all.beginEditBlock();
-            m_held->insert(all, lines);
-            all.endEditBlock();
-            document()->setUndoRedoEnabled(true);
-            document()->setModified(false);
-            moveCursor(QTextCursor::Start);
-        }
+        takeDocument(std::move(ready));
     }
     m_commands.clear();
     m_text = text;
@@ -107,6 +110,24 @@ void SourceBox::setText(const QString &text)
     placeNumbers();
     emit cursorPositionChanged();
     emit changed();
+}
+
+void SourceBox::takeDocument(ReadyText ready)
+{
+    const std::unique_ptr<QTextDocument> before(document()->parent() == this ? document() : nullptr);
+    QTextDocument *next = ready.document.release();
+    next->setParent(this);
+    next->setDefaultFont(font());
+    m_held = ready.held;
+    m_colours = new SourceHighlighter(next, *m_held);
+    setDocument(next);
+    connect(next, &QTextDocument::contentsChange, this, [this] {
+        if (m_colours->isAtWork() || m_showing)
+            return;
+        m_isText = false;
+        m_text.clear();
+    });
+    takePaletteColours();
 }
 
 void SourceBox::rewrite(const QString &text)

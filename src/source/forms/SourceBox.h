@@ -1,13 +1,28 @@
 #pragma once
 
+#include "files/Progress.h"
+
 #include <QPlainTextEdit>
 #include <QSet>
+
+#include <memory>
 
 namespace quillmere {
 
 class HeldText;
 class LineNumbers;
 class SourceHighlighter;
+
+// A text and the document that shows it, made before it is shown, since making a large one takes seconds.
+struct ReadyText
+{
+    QString text;
+    std::unique_ptr<QTextDocument> document;
+    HeldText *held = nullptr; // the document's own
+};
+
+// Cancelled comes through.
+ReadyText makeReady(const QString &text, const Progress &progress = {});
 
 // The source text of a window, in an editor with line numbers and coloured tags. Outside the box, text has CR
 // LF line ends and positions count both of them; inside, the document has one separator a line, and some of
@@ -24,7 +39,8 @@ public:
     // LF.
     QString text() const;
     // Another document: the undo history starts anew.
-    void setText(const QString &text);
+    void setText(const QString &text) { setText(makeReady(text)); }
+    void setText(ReadyText ready);
     // The same document, rewritten by a command: one undo step, the caret stays at its place in the text.
     void rewrite(const QString &text);
     // True while a key (of the keyboard or of an input method) is being handled: the next one waits for all
@@ -57,6 +73,7 @@ private:
 
     qsizetype withoutCarriageReturns(qsizetype position) const;
     qsizetype fromDocument(int position) const;
+    void takeDocument(ReadyText ready);
     void showHidden(const QList<qsizetype> &positions);
     void placeNumbers();
     void markCaret();
@@ -69,10 +86,10 @@ private:
     bool m_typing = false;
     mutable QString m_text; // what the document is, where m_isText
     mutable bool m_isText = false;
-    bool m_showing = false; // hidden text is being shown; the text stays the same
-    HeldText *m_held;
+    bool m_showing = false;     // hidden text is being shown; the text stays the same
+    HeldText *m_held = nullptr; // these two belong to the document
+    SourceHighlighter *m_colours = nullptr;
     LineNumbers *m_numbers;
-    SourceHighlighter *m_colours;
 };
 
 } // namespace quillmere
