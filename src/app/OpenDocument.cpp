@@ -4,6 +4,7 @@
 #include "asking/Prompts.h"
 #include "asking/forms/AskToWrite.h"
 #include "files/LoadedFiles.h"
+#include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "keeping/forms/OutsideChanges.h"
 #include "keeping/forms/Recovery.h"
@@ -18,8 +19,10 @@
 namespace quillmere {
 
 namespace {
-constexpr int kDaysKept = 60; // an unsaved text that opening its document shows anyhow
-}
+constexpr qint64 kMegabyte = 1'000'000;
+constexpr qint64 kAskFrom = 8; // megabytes
+constexpr int kDaysKept = 60;  // an unsaved text that opening its document shows anyhow
+} // namespace
 
 OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status,
                            OutsideChanges &outside, Files &files, Prompts &prompts, Guard guard,
@@ -48,14 +51,24 @@ QString OpenDocument::path() const
 
 void OpenDocument::open(const QString &path, const QString &theme)
 {
+    const qint64 megabytes = QFileInfo(findFile(path)).size() / kMegabyte;
+    if (megabytes >= kAskFrom &&
+        !m_prompts.ask(tr("Open"),
+                       tr("%1 has %2 MB and takes a while to open. Open it?").arg(path).arg(megabytes)))
+        return;
     const QString before = m_recovery->keepNow() ? this->path() : QString();
     DecodedText file;
-    m_runLong(tr("Opening the window"),
-              [&](const Progress &progress) { file = LoadForEditing(path, progress); });
+    ReadyText ready;
+    LoadedForNow loaded; // the file may be read and its text then be cancelled
+    m_runLong(tr("Opening the window"), [&](const Progress &progress) {
+        file = LoadForEditing(path, progress);
+        ready = makeReady(FormatXML(file.text), progress);
+    });
+    loaded.keep();
     m_frame.setCaption(path);
     m_theme = theme;
     m_status.showCodePage(file.page);
-    m_source.setText(FormatXML(file.text));
+    m_source.setText(std::move(ready));
     m_status.say(before.isEmpty() || before == path
                      ? path
                      : tr("%1. The unsaved text of %2 is kept and offered when that is opened again.")

@@ -76,6 +76,7 @@ private slots:
     void smallWindowAtOnce();
     void coloursInPortions();
     void cancelsScan();
+    void asksBeforeAHugeWindow();
 };
 
 void TestLoad::drawsWhenTypingPauses()
@@ -236,6 +237,43 @@ void TestLoad::cancelsScan()
     }
     QTest::keyClicks(source, QStringLiteral("x"));
     QCOMPARE(source->text(), QStringLiteral("x"));
+}
+
+void TestLoad::asksBeforeAHugeWindow()
+{
+    Window window;
+    const QString small = window.files.write(QStringLiteral("theme/small.xml"), "<small/>");
+    const QString huge = window.files.write(QStringLiteral("theme/huge.xml"),
+                                            QByteArray("<string>x</string>\n").repeated(500000));
+    window.skin->openDocument(small);
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    auto *source = window.find<SourceBox>("txtSnippet");
+    QTest::keyClicks(source, QStringLiteral("typed"));
+    const QString typed = source->text();
+    const auto opens = [&](bool answer) {
+        window.prompts.expectQuestion(
+            QStringLiteral("Open"),
+            QString(huge + QStringLiteral(" has 9 MB and takes a while to open. Open it?")), answer);
+        try {
+            window.skin->openDocument(huge);
+        } catch (const Cancelled &) {
+            return false;
+        }
+        return answer;
+    };
+    QVERIFY(!opens(false));
+    QTimer::singleShot(0, window.skin.get(), [&] { // comes when the bar is shown
+        QTest::keyClick(window.skin.get(), Qt::Key_Escape);
+    });
+    QVERIFY(!opens(true));
+    QCOMPARE(source->text(), typed);
+    QTest::keyClick(source, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(source->text(), QStringLiteral("     <small/>"));
+
+    // Its page is drawn beside the window.
+    QVERIFY(opens(true));
+    QCOMPARE(source->blockCount(), 500001);
+    QVERIFY(!window.find<QLabel>("lblPreview")->text().isEmpty());
 }
 
 int main(int argc, char **argv)

@@ -20,12 +20,14 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kTop = 12;          // pixels
-constexpr int kCaption = 12;      // pixels, that of the comparison stands above its list
-constexpr int kMargin = 8;        // pixels, left, right and below
-constexpr double kMostInKey = 15; // ms that drawing may take of a key
-constexpr int kPause = 250;       // ms without a key
-constexpr int kAboveText = 3720;  // twips that the block list and the margins take from the source box
+constexpr int kTop = 12;                // pixels
+constexpr int kCaption = 12;            // pixels, that of the comparison stands above its list
+constexpr int kMargin = 8;              // pixels, left, right and below
+constexpr double kMostInKey = 15;       // ms that drawing may take of a key
+constexpr qsizetype kLarge = 1'500'000; // units of a text whose page is drawn late after commands as well
+constexpr qsizetype kHuge = 6'000'000;  // the same, however long drawing may take
+constexpr int kPause = 250;             // ms without a key
+constexpr int kAboveText = 3720;        // twips that the block list and the margins take from the source box
 const QStringList kBlockColumns = {QStringLiteral("Class"), QStringLiteral("Nama")};
 
 } // namespace
@@ -108,7 +110,10 @@ void SourceTab::layOut(int height)
 
 void SourceTab::txtSnippet_Change()
 {
-    if (txtSnippet->isTyping() && m_cost.expected(txtSnippet->document()->characterCount()) > kMostInKey)
+    // A key does not wait for the page, and neither does a command on a text so large that it could.
+    const qsizetype units = txtSnippet->document()->characterCount();
+    const bool mayWait = txtSnippet->isTyping() || units > kLarge;
+    if (units > kHuge || (mayWait && m_cost.expected(units) > kMostInKey))
         postpone();
     else
         renderNow();
