@@ -5,8 +5,7 @@
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "i18n/LanguageCatalogue.h"
-#include "markup/Matching.h"
-#include "markup/mndIni.h"
+#include "theme/ThemeConfig.h"
 
 #include <algorithm>
 
@@ -57,10 +56,9 @@ bool ThemeProject::read(const QString &folder, const Progress &progress)
     m_folder = folder;
 
     QList<ListRows::Row> entries;
-    const QStringView config = SplitFieldView(text, u"<config>", u"</config>", 1, 0);
-    // The piece behind the last closing tag holds no element, yet it is shown like the others.
-    for (QStringView piece : splitIgnoringCase(config, u"</"))
-        entries.append({SplitField(piece, u"<", u">", 1, 0), {SplitField(piece, u"<", u">", 1, 1)}});
+    // The one behind the last closing tag is no element, yet it is shown like the others.
+    for (const ConfigEntry &entry : configEntries(text))
+        entries.append({entry.name, {entry.value}});
     lvTheme.assign(entries);
 
     const qsizetype all = entries.size() * kStepsOfEntry;

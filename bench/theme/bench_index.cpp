@@ -1,0 +1,86 @@
+// bench_index THEME: how long the index of a theme takes to make, and what it answers in what time. Prints a
+// line each; the theme is one that make_theme made.
+
+#include "files/Paths.h"
+#include "files/TextFile.h"
+#include "theme/ThemeIndex.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <algorithm>
+#include <cstdio>
+
+using namespace quillmere;
+
+namespace {
+
+// The quickest and the middle of so many runs, in milliseconds.
+template <typename Work>
+void measure(const char *what, int runs, Work work)
+{
+    std::vector<double> times;
+    for (int run = 0; run < runs; ++run) {
+        QElapsedTimer timer;
+        timer.start();
+        work(run);
+        times.push_back(double(timer.nsecsElapsed()) / 1e6);
+    }
+    std::sort(times.begin(), times.end());
+    std::printf("%-44s %9.3f ms at best, %9.3f ms in the middle\n", what, times.front(),
+                times[times.size() / 2]);
+}
+
+long residentKilobytes()
+{
+    QFile file(QStringLiteral("/proc/self/status"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').value(0).toLong();
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (argc < 2)
+        return 2;
+    ThemeSources sources;
+    sources.folder = QFile::decodeName(argv[1]);
+    const long before = residentKilobytes();
+    std::optional<ThemeIndex> index = ThemeIndex::build(sources);
+    std::printf("files %lld, memory %ld KB\n", static_cast<long long>(index->files().size()),
+                residentKilobytes() - before);
+    measure("build", 9, [&](int) { index = ThemeIndex::build(sources); });
+
+    const QString path = joinPath(sources.folder, u"widget/wnd_0001.xml");
+    const QString large = joinPath(sources.folder, u"widget/wnd_large.xml");
+    QString text = LoadFile(path);
+    measure("a window of 20 blocks brought up to date", 200, [&](int run) {
+        index->update(path,
+                      QString(text).replace(QStringLiteral("img_"), QStringLiteral("im%1_").arg(run % 7)));
+    });
+    QString blocks = LoadFile(large);
+    measure("a window of 10,000 blocks", 20, [&](int run) {
+        index->update(large, QString(blocks).replace(QStringLiteral("img_1"), QString::number(run)));
+    });
+    const ThemeIndex copy = *index;
+    measure("the first one after a copy", 1, [&](int) { index->update(path, text); });
+    qsizetype found = 0;
+    measure("uses and definitions of 1,000 images", 20, [&](int) {
+        for (int i = 0; i < 1000; ++i) {
+            const QString name = QStringLiteral("img_%1").arg(i * 20, 5, 10, QLatin1Char('0'));
+            found +=
+                index->uses(NameKind::Image, name).size() + index->definitions(NameKind::Image, name).size();
+        }
+    });
+    measure("images that hold \"9\"", 20,
+            [&](int) { found += index->matching(NameKind::Image, u"9").size(); });
+    measure("all images", 20, [&](int) { found += index->names(NameKind::Image).size(); });
+    return found > 0 && copy.files().size() > 0 ? 0 : 1;
+}

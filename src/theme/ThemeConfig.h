@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+namespace quillmere {
+
+struct ConfigEntry
+{
+    QString name;
+    QString value; // as written
+};
+// The entries of the <config> element of a theme.xml, in the order of the text. The last one holds what
+// stands behind the last closing tag, and no more than that.
+QList<ConfigEntry> configEntries(const QString &text);
+
+} // namespace quillmere

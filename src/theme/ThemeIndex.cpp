@@ -1,0 +1,293 @@
+#include "theme/ThemeIndex.h"
+
+#include "files/Paths.h"
+#include "markup/Matching.h"
+
+#include <algorithm>
+
+namespace quillmere {
+
+namespace {
+
+// Only those letters are copied that have another case.
+QString foldedKey(QStringView name)
+{
+    const auto hasCase = [](QChar unit) { return foldCase(unit.unicode()) != unit.unicode(); };
+    if (std::none_of(name.begin(), name.end(), hasCase))
+        return QString::fromRawData(name.data(), name.size());
+    QString folded(name.size(), Qt::Uninitialized);
+    std::transform(name.begin(), name.end(), folded.begin(),
+                   [](QChar unit) { return QChar(foldCase(unit.unicode())); });
+    return folded;
+}
+
+template <typename Numbers>
+void insertSorted(Numbers &numbers, qint32 number)
+{
+    const auto at = std::lower_bound(numbers.cbegin(), numbers.cend(), number);
+    if (at == numbers.cend() || *at != number)
+        numbers.insert(at, number);
+}
+
+template <typename Numbers>
+void removeSorted(Numbers &numbers, qint32 number)
+{
+    const auto at = std::lower_bound(numbers.cbegin(), numbers.cend(), number);
+    if (at != numbers.cend() && *at == number)
+        numbers.erase(at);
+}
+
+} // namespace
+
+qint32 ThemeIndex::add(const IndexedFile &file)
+{
+    const qint32 number = qint32(m_files.size());
+    m_files.append(file);
+    m_entries.append(std::make_shared<const std::vector<Entry>>());
+    m_numbers.insert(file.path, number);
+    if (!file.found.isEmpty() && file.found != file.path)
+        m_numbers.insert(file.found, number);
+    return number;
+}
+
+QList<qint32> ThemeIndex::numbersOf(const QString &path) const
+{
+    QList<qint32> numbers = m_numbers.values(path);
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
+}
+
+qint32 ThemeIndex::find(NameKind kind, QStringView name) const
+{
+    qint32 number = m_folded[size_t(kind)].value(foldedKey(name), -1);
+    while (number >= 0 && m_names[number].text != name)
+        number = m_names[number].nextOfSameLetters;
+    return number;
+}
+
+qint32 ThemeIndex::intern(NameKind kind, QStringView name)
+{
+    const qint32 known = find(kind, name);
+    if (known >= 0)
+        return known;
+    qint32 number = qint32(m_names.size());
+    if (m_free.isEmpty())
+        m_names.append(Name());
+    else
+        number = m_free.takeLast();
+    Name &added = m_names[number];
+    added = Name();
+    added.text = name.toString();
+    added.kind = kind;
+    QString key = foldedKey(added.text);
+    if (key == added.text)
+        key = added.text; // a copy of its own, shared with the name
+    const auto first = m_folded[size_t(kind)].constFind(key);
+    if (first != m_folded[size_t(kind)].constEnd())
+        added.nextOfSameLetters = *first;
+    m_folded[size_t(kind)].insert(key, number);
+    return number;
+}
+
+// A name that stands nowhere makes room: while one is typed, each key makes another.
+void ThemeIndex::forget(qint32 number)
+{
+    const Name name = m_names.at(number);
+    if (!name.definedIn.isEmpty() || !name.usedIn.isEmpty())
+        return;
+    QHash<QString, qint32> &folded = m_folded[size_t(name.kind)];
+    const QString key = foldedKey(name.text);
+    const auto first = folded.find(key);
+    if (*first != number) {
+        qint32 before = *first;
+        while (m_names.at(before).nextOfSameLetters != number)
+            before = m_names.at(before).nextOfSameLetters;
+        m_names[before].nextOfSameLetters = name.nextOfSameLetters;
+    } else if (name.nextOfSameLetters >= 0) {
+        *first = name.nextOfSameLetters;
+    } else {
+        folded.erase(first);
+    }
+    m_names[number] = Name();
+    m_free.append(number);
+}
+
+// Changes the lists of the names that come and go, and gives those that may have gone for good.
+std::vector<qint32> ThemeIndex::relist(qint32 file, const std::vector<Entry> &before,
+                                       const std::vector<Entry> &after)
+{
+    std::vector<qint32> gone;
+    const auto listOf = [this](const Entry &entry) -> QVarLengthArray<qint32, 2> & {
+        Name &name = m_names[entry.name];
+        return entry.isDefinition ? name.definedIn : name.usedIn;
+    };
+    const auto skip = [](auto &at, auto end) {
+        const qint64 key = at->key();
+        while (at != end && at->key() == key)
+            ++at;
+    };
+    auto was = before.begin();
+    auto is = after.begin();
+    while (was != before.end() || is != after.end()) {
+        if (is == after.end() || (was != before.end() && was->key() < is->key())) {
+            removeSorted(listOf(*was), file);
+            gone.push_back(was->name);
+            skip(was, before.end());
+        } else if (was == before.end() || is->key() < was->key()) {
+            insertSorted(listOf(*is), file);
+            skip(is, after.end());
+        } else {
+            skip(was, before.end());
+            skip(is, after.end());
+        }
+    }
+    gone.erase(std::unique(gone.begin(), gone.end()), gone.end());
+    return gone;
+}
+
+void ThemeIndex::put(qint32 file, std::vector<Entry> entries)
+{
+    std::stable_sort(entries.begin(), entries.end(), [](const Entry &a, const Entry &b) {
+        return a.key() != b.key() ? a.key() < b.key() : a.range.start < b.range.start;
+    });
+    entries.shrink_to_fit();
+    const Entries before = m_entries.at(file);
+    m_entries[file] = std::make_shared<const std::vector<Entry>>(std::move(entries));
+    for (const qint32 name : relist(file, *before, *m_entries.at(file)))
+        forget(name);
+}
+
+// What a text, or the rows of a catalogue, say nothing about.
+std::vector<ThemeIndex::Entry> ThemeIndex::keptBeside(qint32 file, From from) const
+{
+    std::vector<Entry> kept;
+    for (const Entry &entry : *m_entries.at(file)) {
+        const bool isDocument = m_files.at(file).role == FileRole::Window && entry.isDefinition;
+        if (isDocument || (from == From::Rows && entry.row < 0))
+            kept.push_back(entry);
+    }
+    return kept;
+}
+
+bool ThemeIndex::replace(qint32 file, const FoundNames &found, From from)
+{
+    const FileRole role = m_files.at(file).role;
+    std::vector<Entry> entries = keptBeside(file, from);
+    entries.reserve(entries.size() + found.names.size());
+    for (const FoundName &name : found.names)
+        entries.push_back({intern(name.kind, name.name), name.range, name.place.line, name.place.column,
+                           name.row, name.isDefinition});
+    const Entries before = m_entries.at(file);
+    put(file, std::move(entries));
+    const auto sameName = [](const Entry &a, const Entry &b) { return a.key() == b.key(); };
+    return role == FileRole::LanguageCatalogue ||
+           (role == FileRole::WindowCatalogue &&
+            !std::equal(before->begin(), before->end(), m_entries.at(file)->begin(),
+                        m_entries.at(file)->end(), sameName));
+}
+
+bool ThemeIndex::update(const QString &path, const QString &text)
+{
+    bool isNew = path == joinPath(m_folder, u"theme.xml");
+    for (const qint32 file : numbersOf(path))
+        isNew = replace(file, findNames(m_files.at(file).role, text), From::Text) || isNew;
+    return isNew;
+}
+
+bool ThemeIndex::update(const QString &path, const QList<ListRows::Row> &rows)
+{
+    bool isNew = false;
+    for (const qint32 file : numbersOf(path))
+        isNew = replace(file, findNames(m_files.at(file).role, rows), From::Rows) || isNew;
+    return isNew;
+}
+
+NamePlace ThemeIndex::placeOf(qint32 file, const Entry &entry) const
+{
+    const Name &name = m_names.at(entry.name);
+    return {name.kind, name.text, file, entry.range, entry.line, entry.column, entry.row, entry.isDefinition};
+}
+
+QList<NamePlace> ThemeIndex::placesOf(NameKind kind, QStringView name, bool areDefinitions) const
+{
+    QList<NamePlace> places;
+    const qint32 number = find(kind, name);
+    if (number < 0)
+        return places;
+    const Entry key = {number, {}, 0, 0, 0, areDefinitions};
+    const auto byKey = [](const Entry &a, const Entry &b) { return a.key() < b.key(); };
+    for (const qint32 file : areDefinitions ? m_names.at(number).definedIn : m_names.at(number).usedIn) {
+        const std::vector<Entry> &entries = *m_entries.at(file);
+        const auto [first, last] = std::equal_range(entries.begin(), entries.end(), key, byKey);
+        for (auto entry = first; entry != last; ++entry)
+            places.append(placeOf(file, *entry));
+    }
+    return places;
+}
+
+QList<NamePlace> ThemeIndex::definitions(NameKind kind, QStringView name) const
+{
+    return placesOf(kind, name, true);
+}
+
+QList<NamePlace> ThemeIndex::uses(NameKind kind, QStringView name) const
+{
+    return placesOf(kind, name, false);
+}
+
+bool ThemeIndex::isDefined(NameKind kind, QStringView name) const
+{
+    const qint32 number = find(kind, name);
+    return number >= 0 && !m_names.at(number).definedIn.isEmpty();
+}
+
+bool ThemeIndex::isUsed(NameKind kind, QStringView name) const
+{
+    const qint32 number = find(kind, name);
+    return number >= 0 && !m_names.at(number).usedIn.isEmpty();
+}
+
+QList<NamePlace> ThemeIndex::placesIn(qint32 file) const
+{
+    QList<NamePlace> places;
+    for (const Entry &entry : *m_entries.at(file))
+        places.append(placeOf(file, entry));
+    std::sort(places.begin(), places.end(), [](const NamePlace &a, const NamePlace &b) {
+        return std::pair(a.range.start, a.row) < std::pair(b.range.start, b.row);
+    });
+    return places;
+}
+
+QStringList ThemeIndex::matching(NameKind kind, QStringView part) const
+{
+    QStringList begin, hold;
+    for (const Name &name : m_names) {
+        if (name.kind != kind || name.definedIn.isEmpty())
+            continue;
+        if (matchesIgnoringCase(name.text, 0, part))
+            begin.append(name.text);
+        else if (containsIgnoringCase(name.text, part))
+            hold.append(name.text);
+    }
+    const auto inOrder = [](const QString &a, const QString &b) {
+        const int order = a.compare(b, Qt::CaseInsensitive);
+        return order != 0 ? order < 0 : a < b;
+    };
+    std::sort(begin.begin(), begin.end(), inOrder);
+    std::sort(hold.begin(), hold.end(), inOrder);
+    return begin + hold;
+}
+
+QStringList ThemeIndex::inOtherLetters(NameKind kind, QStringView name) const
+{
+    QStringList names;
+    qint32 number = m_folded[size_t(kind)].value(foldedKey(name), -1);
+    for (; number >= 0; number = m_names.at(number).nextOfSameLetters) {
+        const Name &other = m_names.at(number);
+        if (other.text != name && !other.definedIn.isEmpty())
+            names.append(other.text);
+    }
+    return names;
+}
+
+} // namespace quillmere

@@ -1,0 +1,124 @@
+#pragma once
+
+#include "files/TextFile.h"
+#include "theme/NameTable.h"
+
+#include <QHash>
+#include <QVarLengthArray>
+
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <vector>
+
+namespace quillmere {
+
+// What an index is made from. Paths are as the lists of the open theme have them: the theme's folder and what
+// its files say, joined. Texts and rows that are open count in the place of their files.
+struct ThemeSources
+{
+    QString folder;
+    QHash<QString, QString> texts;
+    QHash<QString, QList<ListRows::Row>> rows; // of catalogues with changes that are not written
+    CodePageRule rule = CodePageRule::Automatic;
+};
+
+struct IndexedFile
+{
+    QString path;
+    QString found; // the file that is meant, which may have other letters; empty where there is none
+    FileRole role = FileRole::Window;
+    bool isListed = true;   // false for a document that the window catalogue does not name
+    bool isReadable = true; // false for one that is missing, larger than can be, or not to be read
+};
+
+// Where a name stands. A document is the definition of its window: its place is the beginning of the file.
+struct NamePlace
+{
+    NameKind kind = NameKind::Image;
+    QString name;
+    qint32 file = -1;            // number in ThemeIndex::files
+    Range range;                 // empty for rows that are not written, and for a document
+    qint32 line = 0, column = 0; // from 1; 0 for rows that are not written
+    qint32 row = -1;             // in the list of a catalogue
+    bool isDefinition = false;
+};
+
+// Every name of a theme, with where it is defined and where it is used. A value: it is built beside the
+// window's thread, and copies share what they have in common. Names are told apart by letter case.
+class ThemeIndex
+{
+public:
+    // Reads all files of the theme on a few threads of its own. Nothing where it was told to stop.
+    static std::optional<ThemeIndex> build(const ThemeSources &sources, std::stop_token stop = {});
+
+    const QList<IndexedFile> &files() const { return m_files; }
+    // The numbers of a file, by its path as named or as found; one for each role it has.
+    QList<qint32> numbersOf(const QString &path) const;
+
+    // Brings one file up to date with a text, or with rows that are not written. What other files hold does
+    // not change, so where theme.xml, or the windows or languages that a catalogue names, have changed, a new
+    // index has to be built; says whether that is so. Nothing for a path that is not in the index.
+    bool update(const QString &path, const QString &text);
+    bool update(const QString &path, const QList<ListRows::Row> &rows);
+
+    // In the order of the files and of the text. Time is that of what is found.
+    QList<NamePlace> definitions(NameKind kind, QStringView name) const;
+    QList<NamePlace> uses(NameKind kind, QStringView name) const;
+    bool isDefined(NameKind kind, QStringView name) const;
+    bool isUsed(NameKind kind, QStringView name) const;
+    // Everything in one file, in the order of the text.
+    QList<NamePlace> placesIn(qint32 file) const;
+
+    // The defined names of a kind, in alphabetical order ignoring case.
+    QStringList names(NameKind kind) const { return matching(kind, {}); }
+    // Those that hold `part`, ignoring case; first those that begin with it.
+    QStringList matching(NameKind kind, QStringView part) const;
+    // The defined names that differ from this one in letter case alone.
+    QStringList inOtherLetters(NameKind kind, QStringView name) const;
+
+private:
+    struct Entry
+    {
+        qint32 name;
+        Range range;
+        qint32 line, column, row;
+        bool isDefinition;
+
+        qint64 key() const { return 2 * qint64(name) + isDefinition; }
+    };
+    // By name, uses first, then in the order of the text.
+    using Entries = std::shared_ptr<const std::vector<Entry>>;
+
+    struct Name
+    {
+        QString text;
+        QVarLengthArray<qint32, 2> definedIn, usedIn; // numbers of files, sorted
+        qint32 nextOfSameLetters = -1;                // another case of them
+        NameKind kind = NameKind::Image;
+    };
+
+    qint32 add(const IndexedFile &file);
+    qint32 find(NameKind kind, QStringView name) const;
+    qint32 intern(NameKind kind, QStringView name);
+    void forget(qint32 name);
+    void put(qint32 file, std::vector<Entry> entries);
+    std::vector<qint32> relist(qint32 file, const std::vector<Entry> &before,
+                               const std::vector<Entry> &after);
+    enum class From { Text, Rows };
+    bool replace(qint32 file, const FoundNames &found, From from);
+    std::vector<Entry> keptBeside(qint32 file, From from) const;
+    NamePlace placeOf(qint32 file, const Entry &entry) const;
+    QList<NamePlace> placesOf(NameKind kind, QStringView name, bool areDefinitions) const;
+    friend class IndexBuilder;
+
+    QString m_folder;
+    QList<IndexedFile> m_files;
+    QList<Entries> m_entries; // by file
+    QMultiHash<QString, qint32> m_numbers;
+    QList<Name> m_names;
+    QList<qint32> m_free;                        // numbers of names that stand nowhere any more
+    QHash<QString, qint32> m_folded[kNameKinds]; // first of the names with these letters
+};
+
+} // namespace quillmere

@@ -1,0 +1,312 @@
+#include "TextTable.h"
+#include "catalogues/ColourCatalogue.h"
+#include "catalogues/FontCatalogue.h"
+#include "catalogues/ImageCatalogue.h"
+#include "files/FileList.h"
+#include "files/Paths.h"
+#include "files/TestFiles.h"
+#include "i18n/LanguageCatalogue.h"
+#include "markup/mndIni.h"
+#include "theme/ThemeIndex.h"
+#include "widgets/WidgetCatalogue.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+using namespace quillmere;
+
+namespace {
+
+constexpr const char *kKindNames[] = {"image", "colour", "font", "string", "window", "language"};
+
+// A line a place: file, line and column, row, kind, a "*" for a definition, the name.
+QString asText(const ThemeIndex &index, const QList<NamePlace> &places)
+{
+    QString text;
+    for (const NamePlace &place : places) {
+        text += fileNameOf(index.files().at(place.file).path) +
+                QStringLiteral(":%1:%2 ").arg(place.line).arg(place.column);
+        if (place.row >= 0)
+            text += QStringLiteral("[%1] ").arg(place.row);
+        text += QLatin1String(kKindNames[int(place.kind)]) + (place.isDefinition ? u"* " : u" ") +
+                place.name + u'\n';
+    }
+    return text;
+}
+
+// Everything that an index answers, so that two can be compared.
+QString everything(const ThemeIndex &index)
+{
+    QString text;
+    for (qint32 file = 0; file < index.files().size(); ++file) {
+        const QList<NamePlace> places = index.placesIn(file);
+        text += index.files()[file].path + u'\n' + asText(index, places);
+        for (const NamePlace &place : places) {
+            text += asText(index, index.definitions(place.kind, place.name));
+            text += asText(index, index.uses(place.kind, place.name));
+            text += index.inOtherLetters(place.kind, place.name).join(u'|') + u'\n';
+        }
+    }
+    for (int kind = 0; kind < kNameKinds; ++kind)
+        text += index.names(NameKind(kind)).join(u'|') + u'\n';
+    return text;
+}
+
+class SmallTheme
+{
+public:
+    SmallTheme()
+    {
+        files.write(QStringLiteral("theme/theme.xml"),
+                    "<config><file_widget>widget/widget.xml</file_widget><file_image>image.xml</file_image>"
+                    "<file_color>color.xml</file_color><file_i18n>i18n/i18n.xml</file_i18n>"
+                    "<file_font>font.xml</file_font></config>");
+        files.write(QStringLiteral("theme/image.xml"),
+                    "<images>\n<image id = \"One\" >a.png</image>\n<image id=\" two \">b.png</image>\n"
+                    "<image id=\"ONE\">c.png</image>\n</images>");
+        files.write(QStringLiteral("theme/color.xml"), "<color name=\"red\">#FF0000</color>");
+        files.write(QStringLiteral("theme/font.xml"), "<font>\n<name>small</name><file>s.ttf</file></font>");
+        files.write(QStringLiteral("theme/i18n/i18n.xml"), "<language id=\"English\">english.xml</language>");
+        files.write(QStringLiteral("theme/i18n/english.xml"),
+                    "<language name=\"English\"><font>small</font>\n<tran id=\"Hello\">Hi</tran>");
+        files.write(QStringLiteral("theme/widget/widget.xml"),
+                    "<widget class=\"window\" name=\"main\"/><widget class=\"window\" name=\"Other\"/>"
+                    "<widget class=\"window\" name=\"gone\"/>");
+        files.write(
+            QStringLiteral("theme/widget/main.xml"),
+            "<widget class=\"window\" name=\"main\">\n<img> One </img><backcolor>[red, #000000 ,]</backcolor>"
+            "\n<!-- <img>two</img> --><string>Hello</string><font>small</font>"
+            "<l_img>two</l_img></widget>");
+        files.write(QStringLiteral("theme/widget/other.xml"), "<widget a><IMG>One</img><img></img>");
+        files.write(QStringLiteral("theme/widget/draft.xml"), "<unfocus_img>two</unfocus_img>");
+        files.write(QStringLiteral("theme/style.xml"),
+                    "<widget a><forecolor>[red,blue]</forecolor></widget>");
+    }
+
+    ThemeSources sources() const
+    {
+        ThemeSources theme;
+        theme.folder = path(QString());
+        return theme;
+    }
+    QString path(const QString &name) const { return withOwnSeparators(files.path(u"theme/" + name)); }
+
+    TestFiles files;
+};
+
+} // namespace
+
+class TestThemeIndex : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void smallTheme()
+    {
+        const SmallTheme theme;
+        const std::optional<ThemeIndex> index = ThemeIndex::build(theme.sources());
+        QVERIFY(index);
+        QString places;
+        for (qint32 file = 0; file < index->files().size(); ++file) {
+            if (!index->files()[file].isListed)
+                places += u"(not listed) ";
+            if (!index->files()[file].isReadable)
+                places += QString(fileNameOf(index->files()[file].path) + u" is missing\n");
+            places += asText(*index, index->placesIn(file));
+        }
+        QCOMPARE(places, QStringLiteral("widget.xml:1:30 [0] window main\n"
+                                        "widget.xml:1:66 [1] window Other\n"
+                                        "widget.xml:1:103 [2] window gone\n"
+                                        "image.xml:2:14 [0] image* One\n"
+                                        "image.xml:3:13 [1] image* two\n"
+                                        "image.xml:4:12 [2] image* ONE\n"
+                                        "color.xml:1:14 [0] colour* red\n"
+                                        "i18n.xml:1:15 [0] language* English\n"
+                                        "font.xml:2:7 [0] font* small\n"
+                                        "english.xml:1:17 language English\n"
+                                        "english.xml:1:32 font small\n"
+                                        "english.xml:2:11 [0] string* Hello\n"
+                                        "style.xml:1:23 colour red\n"
+                                        "style.xml:1:27 colour blue\n"
+                                        "main.xml:1:1 window* main\n"
+                                        "main.xml:2:7 image One\n"
+                                        "main.xml:2:29 colour red\n"
+                                        "main.xml:2:34 colour #000000\n"
+                                        "main.xml:3:32 string Hello\n"
+                                        "main.xml:3:52 font small\n"
+                                        "main.xml:3:71 image two\n"
+                                        "Other.xml:1:1 window* other\n"
+                                        "Other.xml:1:16 image One\n"
+                                        "gone.xml is missing\n"
+                                        "(not listed) draft.xml:1:1 window* draft\n"
+                                        "draft.xml:1:14 image two\n"));
+        QCOMPARE(asText(*index, index->uses(NameKind::Image, u"One")),
+                 QStringLiteral("main.xml:2:7 image One\nOther.xml:1:16 image One\n"));
+        QCOMPARE(asText(*index, index->definitions(NameKind::Image, u"One")),
+                 QStringLiteral("image.xml:2:14 [0] image* One\n"));
+        QCOMPARE(index->inOtherLetters(NameKind::Image, u"oNe").size(), 2);
+        QCOMPARE(index->inOtherLetters(NameKind::Image, u"One"), QStringList(QStringLiteral("ONE")));
+        QCOMPARE(index->inOtherLetters(NameKind::Window, u"Other"), QStringList(QStringLiteral("other")));
+        QCOMPARE(index->matching(NameKind::Image, u"O"),
+                 QStringList({QStringLiteral("ONE"), QStringLiteral("One"), QStringLiteral("two")}));
+        QVERIFY(index->isDefined(NameKind::Window, u"main") && !index->isDefined(NameKind::Window, u"gone"));
+        QVERIFY(index->isUsed(NameKind::Colour, u"blue") && !index->isDefined(NameKind::Colour, u"blue"));
+    }
+
+    void openTextsComeFirst()
+    {
+        const SmallTheme theme;
+        ThemeSources sources = theme.sources();
+        sources.texts.insert(theme.path(QStringLiteral("widget/main.xml")),
+                             QStringLiteral("<img>typed</img>"));
+        sources.rows.insert(theme.path(QStringLiteral("i18n/english.xml")),
+                            {{QString(), {QStringLiteral("New"), QString()}}});
+        const std::optional<ThemeIndex> index = ThemeIndex::build(sources);
+        QCOMPARE(asText(*index, index->uses(NameKind::Image, u"typed")),
+                 QStringLiteral("main.xml:1:6 image typed\n"));
+        QCOMPARE(index->names(NameKind::String), QStringList(QStringLiteral("New")));
+        QCOMPARE(asText(*index, index->definitions(NameKind::String, u"New")),
+                 QStringLiteral("english.xml:0:0 [0] string* New\n"));
+        QVERIFY(!index->isUsed(NameKind::String, u"Hello"));
+        QVERIFY(index->isUsed(NameKind::Font, u"small")); // what the rows say nothing about
+        std::stop_source stop;
+        stop.request_stop();
+        QVERIFY(!ThemeIndex::build(sources, stop.get_token()));
+    }
+
+    // An index that is brought up to date says what a new one would say.
+    void updates()
+    {
+        const SmallTheme theme;
+        ThemeSources sources = theme.sources();
+        ThemeIndex index = *ThemeIndex::build(sources);
+        const ThemeIndex before = index;
+        const QString first = everything(before);
+        QRandomGenerator random(5);
+        const QStringList names = {QStringLiteral("One"), QStringLiteral("one"), QStringLiteral("two"),
+                                   QStringLiteral("three"), QString()};
+        const auto any = [&] { return names[random.bounded(names.size())]; };
+        for (int round = 0; round < 100; ++round) {
+            const bool isWindow = random.bounded(3) > 0;
+            const QString path =
+                theme.path(isWindow ? QStringLiteral("widget/main.xml") : QStringLiteral("image.xml"));
+            QString text;
+            for (int i = random.bounded(4); i > 0; --i)
+                text += isWindow ? QString(u"<img>" + any() + u"</img>\n")
+                                 : QString(u"<image id=\"" + any() + u"\">x</image>");
+            sources.texts.insert(path, text);
+            QVERIFY(!index.update(path, text));
+            QCOMPARE(everything(index), everything(*ThemeIndex::build(sources)));
+        }
+        QCOMPARE(everything(before), first); // copies stay what they were
+        QVERIFY(index.update(theme.path(QStringLiteral("widget/widget.xml")), QString()));
+        QVERIFY(index.update(theme.path(QStringLiteral("theme.xml")), QString()));
+        QVERIFY(!index.update(theme.path(QStringLiteral("nothing.xml")), QString()));
+    }
+
+    // Entries are the rows of the loaders, whatever the file holds.
+    void entriesAreRows()
+    {
+        const TestFiles files;
+        const QString path = files.path(QStringLiteral("a.xml"));
+        const QStringList parts = {QStringLiteral("<image "),
+                                   QStringLiteral("<color "),
+                                   QStringLiteral("<font>"),
+                                   QStringLiteral("<language "),
+                                   QStringLiteral("<language name=\"x\">"),
+                                   QStringLiteral("<TRAN id=\""),
+                                   QStringLiteral("<tran id=\"a = b\">c"),
+                                   QStringLiteral("<widget class=\"window\" name=\"w\"/>"),
+                                   QStringLiteral("<WIDGET "),
+                                   QStringLiteral("id"),
+                                   QStringLiteral("  =  "),
+                                   QStringLiteral("\"a = b\""),
+                                   QStringLiteral("name"),
+                                   QStringLiteral("ID=\"x\""),
+                                   QStringLiteral(">"),
+                                   QStringLiteral("</"),
+                                   QStringLiteral("<"),
+                                   QStringLiteral("<name>n</name>"),
+                                   QStringLiteral("<file>"),
+                                   QStringLiteral("class=\"window\""),
+                                   QStringLiteral("\"\n")};
+        QRandomGenerator random(7);
+        for (int round = 0; round < 400; ++round) {
+            QString text;
+            for (int i = random.bounded(16); i >= 0; --i)
+                text += parts[random.bounded(parts.size())];
+            files.write(QStringLiteral("a.xml"), text.toUtf8());
+            FileList file1;
+            ImageCatalogue images;
+            images.LoadImageList(path, {}, file1);
+            WidgetCatalogue widgets;
+            widgets.LoadWidgetList(path, {}, file1);
+            ListRows colourRows(QStringList(3)), fonts(QStringList(5)), languages(makeLanguageRows()),
+                strings(makeStringRows());
+            ColourCatalogue colours(colourRows);
+            colours.LoadColorList(path);
+            LoadFontList(fonts, path);
+            LoadLanguageList(languages, path, {});
+            OpenLgXml(strings, text);
+            const std::tuple<FileRole, const ListRows *, int> kinds[] = {
+                {FileRole::ImageCatalogue, &images.rows, 0},
+                {FileRole::ColourCatalogue, &colourRows, 2},
+                {FileRole::FontCatalogue, &fonts, 2},
+                {FileRole::LanguageCatalogue, &languages, 2},
+                {FileRole::Language, &strings, 2},
+                {FileRole::WindowCatalogue, &widgets.LvWidget, -1}};
+            for (const auto &[role, rows, value] : kinds)
+                compareWithRows(role, *rows, value, text);
+        }
+    }
+
+    void nameAtCaret_data()
+    {
+        textTable({"text", "expected"}, {{u"image", u"<img> pi^c </img>", u"pic"},
+                                         {u"behind it", u"<img>pic^</img>", u"pic"},
+                                         {u"colour", u"<backcolor>[a,^bc]</backcolor>", u"bc"},
+                                         {u"a text with blanks", u"<string> a^ b </string>", u" a b "},
+                                         {u"no name", u"<rect>[1^,2]</rect>"},
+                                         {u"comment", u"<!-- <img>p^</img> -->"},
+                                         {u"before", u"^<img>pic</img>"}});
+    }
+    void nameAtCaret()
+    {
+        QFETCH(QString, text);
+        const qsizetype at = text.indexOf(u'^');
+        const Outline outline(text.remove(at, 1));
+        const std::optional<FoundName> found = nameAt(outline, at);
+        QTEST(found ? found->name.toString() : QString(), "expected");
+    }
+
+private:
+    static void compareWithRows(FileRole role, const ListRows &rows, int value, const QString &text)
+    {
+        const QList<CatalogueEntry> entries = catalogueEntries(role, text);
+        QVERIFY2(entries.size() == rows.count(), qPrintable(text));
+        QString names, values, rowNames, rowValues;
+        for (qsizetype row = 0; row < entries.size(); ++row) {
+            const auto closedUp = [&](Range range) {
+                QString part = range.in(text).toString();
+                return role == FileRole::WindowCatalogue || role == FileRole::FontCatalogue ||
+                               role == FileRole::Language
+                           ? part
+                           : CloseUpEquals(part);
+            };
+            QVERIFY(entries[row].element.start <= entries[row].name.start || entries[row].name.isEmpty());
+            QString name = rows.sub(int(row), 1);
+            names += closedUp(entries[row].name).trimmed() + u'\n';
+            rowNames += StripControlChars(name).trimmed() + u'\n';
+            if (value >= 0) {
+                values += closedUp(entries[row].value) + u'\n';
+                rowValues += value > 0 ? rows.sub(int(row), value) : rows.text(int(row));
+                rowValues.replace(separator(), u'/') += u'\n';
+            }
+        }
+        QCOMPARE(names, rowNames);
+        QCOMPARE(values, rowValues);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestThemeIndex)
+#include "tst_themeindex.moc"
