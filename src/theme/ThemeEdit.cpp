@@ -1,0 +1,255 @@
+#include "theme/ThemeEdit.h"
+
+#include "files/FailedStep.h"
+#include "files/Paths.h"
+
+#include <QCryptographicHash>
+
+#include <algorithm>
+
+namespace quillmere {
+
+namespace {
+
+QByteArray markOf(const QString &text)
+{
+    return QCryptographicHash::hash(QByteArrayView(reinterpret_cast<const char *>(text.constData()),
+                                                   text.size() * qsizetype(sizeof(QChar))),
+                                    QCryptographicHash::Sha1);
+}
+
+// The changes that give back the text before.
+QList<TextChange> inverseOf(const QList<TextChange> &changes)
+{
+    QList<TextChange> inverse;
+    qint32 moved = 0;
+    for (const TextChange &change : changes) {
+        const qint32 start = change.range.start + moved;
+        inverse.append({{start, start + qint32(change.after.size())}, change.after, change.before});
+        moved += qint32(change.after.size() - change.before.size());
+    }
+    return inverse;
+}
+
+QList<RowChange> inverseOf(const QList<RowChange> &changes)
+{
+    QList<RowChange> inverse;
+    for (const RowChange &change : changes)
+        inverse.prepend({change.row, change.after, change.before});
+    return inverse;
+}
+
+bool isSame(const ListRows::Row &a, const ListRows::Row &b)
+{
+    return a.text == b.text && a.subItems == b.subItems;
+}
+
+template <typename Target>
+Target *openAt(const std::function<Target *(const QString &)> &find, const QString &path)
+{
+    return find ? find(path) : nullptr;
+}
+
+[[noreturn]] void throwChanged(const QString &path)
+{
+    throwFailed("change", path, QStringLiteral("it no longer holds what the change was made for"));
+}
+
+} // namespace
+
+QString changedText(const QString &text, const QList<TextChange> &changes)
+{
+    QString changed;
+    qsizetype size = text.size();
+    for (const TextChange &change : changes)
+        size += change.after.size() - change.range.size();
+    changed.reserve(size);
+    qsizetype from = 0;
+    for (const TextChange &change : changes) {
+        changed += QStringView(text).sliced(from, change.range.start - from);
+        changed += change.after;
+        from = change.range.end;
+    }
+    return changed += QStringView(text).sliced(from);
+}
+
+std::optional<QList<ListRows::Row>> changedRows(QList<ListRows::Row> rows, const QList<RowChange> &changes)
+{
+    for (const RowChange &change : changes) {
+        const int most = int(rows.size()) - (change.before ? 1 : 0);
+        if (change.row < 0 || change.row > most ||
+            (change.before && !isSame(rows.at(change.row), *change.before)))
+            return std::nullopt;
+        if (change.before && change.after) {
+            rows[change.row].text = change.after->text;
+            rows[change.row].subItems = change.after->subItems;
+        } else if (change.before) {
+            rows.removeAt(change.row);
+        } else if (change.after) {
+            rows.insert(change.row, *change.after);
+        }
+    }
+    return rows;
+}
+
+bool ThemeEdit::replace(const QString &path, const QString &text, Range range, const QString &after,
+                        std::optional<CodePage> page)
+{
+    if (range.start < 0 || range.end < range.start || range.end > text.size())
+        return false;
+    const QByteArray mark = markOf(text);
+    const auto known = m_files.find(path);
+    if (known != m_files.end() && known->second.madeFor != mark)
+        return false;
+    const QList<TextChange> changes = known == m_files.end() ? QList<TextChange>() : known->second.changes;
+    const auto behind =
+        std::lower_bound(changes.cbegin(), changes.cend(), range,
+                         [](const TextChange &change, Range at) { return change.range.start < at.start; });
+    // Two changes may touch; but of two at one place nobody could say which comes first.
+    if (behind != changes.cend() && (behind->range.start < range.end || behind->range.start == range.start))
+        return false;
+    if (behind != changes.cbegin() && (behind - 1)->range.end > range.start)
+        return false;
+    FileEdit &edit = m_files[path];
+    edit.madeFor = mark;
+    if (page)
+        edit.page = page;
+    edit.changes.insert(behind - changes.cbegin(), {range, range.in(text).toString(), after});
+    return true;
+}
+
+void ThemeEdit::changeRow(const QString &path, const RowChange &change)
+{
+    m_rows[path].append(change);
+}
+
+QStringList ThemeEdit::paths() const
+{
+    QStringList paths;
+    for (const auto &[path, edit] : m_files)
+        paths.append(path);
+    for (const auto &[path, changes] : m_rows) {
+        if (m_files.find(path) == m_files.end())
+            paths.append(path);
+    }
+    return paths;
+}
+
+QList<TextChange> ThemeEdit::changesOf(const QString &path) const
+{
+    const auto edit = m_files.find(path);
+    return edit == m_files.end() ? QList<TextChange>() : edit->second.changes;
+}
+
+QList<RowChange> ThemeEdit::rowChangesOf(const QString &path) const
+{
+    const auto changes = m_rows.find(path);
+    return changes == m_rows.end() ? QList<RowChange>() : changes->second;
+}
+
+// A file that is to be written, with what is in it now.
+struct ThemeEdit::Written
+{
+    QString path;
+    QByteArray oldBytes;
+    QString oldText;
+    CodePage oldPage;
+    QString text;
+    CodePage page;
+};
+
+ThemeEdit::Written ThemeEdit::prepared(const QString &path, const FileEdit &edit, const QString &folder) const
+{
+    const QString found = findFile(path);
+    if (found.isEmpty())
+        throwFailed("change", path, QStringLiteral("there is no such file"));
+    // A link in a theme may lead anywhere.
+    if (!liesBelow(found, folder))
+        throwFailed("change", path, QStringLiteral("it does not lie in the theme's folder"));
+    const std::optional<QByteArray> bytes = LoadBytes(found);
+    if (!bytes)
+        throwFailed("read", path, QStringLiteral("it cannot be read"));
+    const DecodedText old = decodeText(*bytes);
+    if (markOf(old.text) != edit.madeFor)
+        throwChanged(path);
+    Written file = {
+        found, *bytes, old.text, old.page, changedText(old.text, edit.changes), edit.page.value_or(old.page)};
+    try {
+        // What cannot be written is found out before anything is.
+        encodeText(file.text, file.page);
+    } catch (const RunTimeError &error) {
+        throwFailed("write", path, error.message().chopped(1));
+    }
+    return file;
+}
+
+void ThemeEdit::write(const QList<Written> &files)
+{
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        const Written &file = files[i];
+        try {
+            // Writing many takes a while, and other programs do not wait.
+            if (LoadBytes(file.path) != file.oldBytes)
+                throwChanged(file.path);
+            SaveFile(file.path, file.text, file.page);
+        } catch (const RunTimeError &error) {
+            putBack(files, i, error.message());
+            throw;
+        }
+    }
+}
+
+void ThemeEdit::putBack(const QList<Written> &files, qsizetype count, const QString &reason)
+{
+    QStringList lost;
+    for (qsizetype i = count; i > 0; --i) {
+        const Written &file = files[i - 1];
+        try {
+            SaveFile(file.path, file.oldText, file.oldPage);
+        } catch (const RunTimeError &) {
+            lost.append(file.path);
+        }
+    }
+    if (!lost.isEmpty())
+        throw RunTimeError(reason + QStringLiteral(" These files were changed and could not be put back; "
+                                                   "their old versions are in the backup folder: %1.")
+                                        .arg(lost.join(QStringLiteral(", "))));
+}
+
+ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
+{
+    ThemeEdit inverse;
+    QList<Written> files;
+    QList<std::pair<OpenText *, const QList<TextChange> *>> texts;
+    QList<std::pair<OpenRows *, const QList<RowChange> *>> rows;
+    for (const auto &[path, edit] : m_files) {
+        FileEdit back = {{}, inverseOf(edit.changes), edit.page};
+        if (OpenText *open = openAt(targets.text, path)) {
+            const QString text = open->text();
+            if (markOf(text) != edit.madeFor)
+                throwChanged(path);
+            texts.append({open, &edit.changes});
+            back.madeFor = markOf(changedText(text, edit.changes));
+        } else {
+            files.append(prepared(path, edit, targets.folder));
+            back.madeFor = markOf(files.last().text);
+            back.page = files.last().oldPage;
+        }
+        inverse.m_files.emplace(path, back);
+    }
+    for (const auto &[path, changes] : m_rows) {
+        OpenRows *open = openAt(targets.rows, path);
+        if (!open || !changedRows(open->rows(), changes))
+            throwChanged(path);
+        rows.append({open, &changes});
+        inverse.m_rows.emplace(path, inverseOf(changes));
+    }
+    write(files);
+    for (const auto &[open, changes] : texts)
+        open->apply(*changes);
+    for (const auto &[open, changes] : rows)
+        open->apply(*changes);
+    return inverse;
+}
+
+} // namespace quillmere

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "files/TextFile.h"
+#include "outline/Range.h"
+#include "rows/ListRows.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+#include <functional>
+#include <map>
+#include <optional>
+
+namespace quillmere {
+
+// A stretch of a text that becomes another, and what stood there.
+struct TextChange
+{
+    Range range; // in the text before
+    QString before, after;
+
+    bool operator==(const TextChange &) const = default;
+};
+// `text` with all of the changes, which are in order and do not overlap.
+QString changedText(const QString &text, const QList<TextChange> &changes);
+
+// A row that becomes another, comes (nothing before), or goes (nothing after). `row` counts in the rows as
+// the changes before it leave them. Check marks are nobody's business here.
+struct RowChange
+{
+    int row = 0;
+    std::optional<ListRows::Row> before, after;
+};
+// The rows with all of the changes, nothing where another row stands in a place than the change was made for.
+std::optional<QList<ListRows::Row>> changedRows(QList<ListRows::Row> rows, const QList<RowChange> &changes);
+
+// What is open for editing takes part in the place of its file: it is changed as one undo step, and nothing
+// is written. Neither call fails.
+class OpenText
+{
+public:
+    virtual ~OpenText() = default;
+    virtual QString text() const = 0;
+    virtual void apply(const QList<TextChange> &changes) = 0;
+};
+class OpenRows
+{
+public:
+    virtual ~OpenRows() = default;
+    virtual QList<ListRows::Row> rows() const = 0;
+    virtual void apply(const QList<RowChange> &changes) = 0;
+};
+
+// Where an edit is made: the theme's folder, outside of which nothing is written, and what is open, by path;
+// nullptr for what is not.
+struct EditTargets
+{
+    QString folder;
+    std::function<OpenText *(const QString &path)> text;
+    std::function<OpenRows *(const QString &path)> rows;
+};
+
+// Replacements in several files of a theme, made for the texts that were there when it was put together. A
+// value: it can be kept, shown, and applied when the person agrees.
+class ThemeEdit
+{
+public:
+    // Replaces a range of the text that the file at `path` holds. Ranges of one file may come in any order;
+    // one that overlaps another is refused with false, as is another text than the file's first one.
+    // `page` is that in which the file was read; an inverse needs it to give back the very bytes.
+    bool replace(const QString &path, const QString &text, Range range, const QString &after,
+                 std::optional<CodePage> page = {});
+    // Changes rows of the catalogue at `path`, which must be open.
+    void changeRow(const QString &path, const RowChange &change);
+
+    bool isEmpty() const { return m_files.empty() && m_rows.empty(); }
+    QStringList paths() const;
+    QList<TextChange> changesOf(const QString &path) const;
+    QList<RowChange> rowChangesOf(const QString &path) const;
+
+    // Makes all of the changes, or none: RunTimeError says which file holds something else than the edit was
+    // made for, or could not be written; files that were written by then are put back. Returns the edit that
+    // takes it back, for as long as nothing else has changed the files.
+    ThemeEdit apply(const EditTargets &targets) const;
+
+private:
+    struct FileEdit
+    {
+        QByteArray madeFor; // what tells the text from any other
+        QList<TextChange> changes;
+        std::optional<CodePage> page;
+    };
+    struct Written;
+
+    Written prepared(const QString &path, const FileEdit &edit, const QString &folder) const;
+    static void write(const QList<Written> &files);
+    static void putBack(const QList<Written> &files, qsizetype count, const QString &reason);
+
+    std::map<QString, FileEdit> m_files;
+    std::map<QString, QList<RowChange>> m_rows;
+};
+
+} // namespace quillmere

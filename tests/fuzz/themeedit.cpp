@@ -1,0 +1,40 @@
+#include "theme/ThemeEdit.h"
+#include "Fuzz.h"
+#include "files/Backups.h"
+#include "files/TestFiles.h"
+
+using namespace quillmere;
+
+// An edit changes its ranges and nothing else, and its inverse gives back the very bytes. The parts are two
+// files, the ranges as bytes (start and length by turns, for the files by turns), and what is put there.
+void fuzz(const Input &input)
+{
+    static const TestFiles files;
+    setBackupFolder(files.path(QStringLiteral("backup")));
+    const QString names[] = {QStringLiteral("theme/a.xml"), QStringLiteral("theme/b.xml")};
+    QString paths[2], texts[2];
+    for (int i = 0; i < 2; ++i) {
+        paths[i] = files.write(names[i], input.bytes(i));
+        texts[i] = LoadFile(paths[i]);
+    }
+    const QString put = input.text(3);
+    ThemeEdit edit;
+    const QByteArray places = input.bytes(2);
+    for (qsizetype i = 0; i + 1 < places.size(); i += 2) {
+        const int file = int(i / 2 % 2);
+        const Range range = {uint8_t(places[i]), uint8_t(places[i]) + uint8_t(places[i + 1]) % 16};
+        edit.replace(paths[file], texts[file], range, put);
+    }
+    const ThemeEdit inverse = edit.apply({files.path(QStringLiteral("theme")), {}, {}});
+    for (int i = 0; i < 2; ++i) {
+        QString expected = texts[i];
+        const QList<TextChange> changes = edit.changesOf(paths[i]);
+        for (auto change = changes.crbegin(); change != changes.crend(); ++change)
+            expected.replace(change->range.start, change->range.size(), put);
+        same(LoadFile(paths[i]), expected, "the ranges change and nothing else");
+    }
+    inverse.apply({files.path(QStringLiteral("theme")), {}, {}});
+    for (int i = 0; i < 2; ++i)
+        check(files.read(names[i]) == input.bytes(i), "the bytes come back", texts[i]);
+    QDir(backupFolder()).removeRecursively();
+}

@@ -1,0 +1,272 @@
+#include "files/Backups.h"
+#include "files/RunTimeError.h"
+#include "files/TestFiles.h"
+#include "theme/ThemeEdit.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+using namespace quillmere;
+
+namespace {
+
+class TextInBox : public OpenText
+{
+public:
+    explicit TextInBox(const QString &text) : m_text(text) {}
+    QString text() const override { return m_text; }
+    void apply(const QList<TextChange> &changes) override
+    {
+        m_text = changedText(m_text, changes);
+        ++steps;
+    }
+    int steps = 0;
+
+private:
+    QString m_text;
+};
+
+class RowsOfList : public OpenRows
+{
+public:
+    explicit RowsOfList(const QStringList &names)
+    {
+        for (const QString &name : names)
+            m_rows.append({QString(), {name}, true});
+    }
+    QList<ListRows::Row> rows() const override { return m_rows; }
+    void apply(const QList<RowChange> &changes) override { m_rows = changedRows(m_rows, changes).value(); }
+    QString asText() const
+    {
+        QString text;
+        for (const ListRows::Row &row : m_rows)
+            text += row.sub(1) + (row.checked ? u"+" : u"-");
+        return text;
+    }
+
+private:
+    QList<ListRows::Row> m_rows;
+};
+
+ListRows::Row rowOf(const QString &name)
+{
+    return {QString(), {name}, false};
+}
+
+} // namespace
+
+class TestThemeEdit : public QObject
+{
+    Q_OBJECT
+
+    // Replaces the first `from` in a file.
+    static void replaceIn(ThemeEdit &edit, const QString &path, const QString &from, const QString &to)
+    {
+        const QString text = LoadFile(path);
+        const qint32 at = qint32(text.indexOf(from));
+        QVERIFY(edit.replace(path, text, {at, at + qint32(from.size())}, to));
+    }
+
+    EditTargets targets() const { return {m_files->path(QStringLiteral("theme")), {}, {}}; }
+    QString write(const char *name, const QByteArray &bytes) const
+    {
+        return m_files->write(QStringLiteral("theme/") + QLatin1String(name), bytes);
+    }
+    QByteArray read(const char *name) const
+    {
+        return m_files->read(QStringLiteral("theme/") + QLatin1String(name));
+    }
+    QString failureOf(const ThemeEdit &edit, const EditTargets &where) const
+    {
+        try {
+            edit.apply(where);
+        } catch (const RunTimeError &error) {
+            return QString(error.message()).replace(m_files->folder(), QStringLiteral("..."));
+        }
+        return QStringLiteral("applied");
+    }
+
+    std::unique_ptr<TestFiles> m_files;
+
+private slots:
+    void init()
+    {
+        m_files = std::make_unique<TestFiles>();
+        setBackupFolder(m_files->path(QStringLiteral("backup")));
+    }
+    void cleanup() { setBackupFolder({}); }
+
+    void randomChanges()
+    {
+        QRandomGenerator random(3);
+        const auto anyText = [&random](int most) {
+            QString text;
+            for (int i = random.bounded(most); i > 0; --i)
+                text += QStringLiteral("ab\u00E9\u4E2D\n")[random.bounded(5)];
+            return text;
+        };
+        for (int round = 0; round < 300; ++round) {
+            const QString text = anyText(20);
+            const QString path = write("a.xml", text.toUtf8());
+            const QByteArray before = read("a.xml");
+            ThemeEdit edit;
+            QString expected = text;
+            for (int i = 0; i < 6; ++i) {
+                const qint32 start = qint32(random.bounded(text.size() + 1));
+                const Range range = {start, start + qint32(random.bounded(text.size() - start + 1))};
+                edit.replace(path, text, range, anyText(4));
+            }
+            const QList<TextChange> changes = edit.changesOf(path);
+            for (auto change = changes.crbegin(); change != changes.crend(); ++change) {
+                QCOMPARE(change->before, text.mid(change->range.start, change->range.size()));
+                expected.replace(change->range.start, change->range.size(), change->after);
+            }
+            const ThemeEdit inverse = edit.apply(targets());
+            QCOMPARE(LoadFile(path), expected);
+            const ThemeEdit again = inverse.apply(targets());
+            QCOMPARE(read("a.xml"), before);
+            QCOMPARE(again.changesOf(path), changes);
+        }
+    }
+
+    // The bytes come back although the letter that showed the code page was gone in between.
+    void codePages_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("to");
+        QTest::newRow("utf-8 to ascii")
+            << QByteArray("<img>\xC3\xA9</img>") << QStringLiteral("\u00E9") << QStringLiteral("e");
+        QTest::newRow("one byte to ascii")
+            << QByteArray("<img>\xE9</img>") << QStringLiteral("\u00E9") << QStringLiteral("e");
+        QTest::newRow("one byte to utf-8")
+            << QByteArray("<img>\xE9</img>") << QStringLiteral("\u00E9") << QStringLiteral("\u4E2D");
+        QTest::newRow("ascii to one byte")
+            << QByteArray("<img>e</img>") << QStringLiteral("e") << QStringLiteral("\u00E9");
+        QTest::newRow("with a mark") << QByteArray("\xEF\xBB\xBF<img>e</img>") << QStringLiteral("e")
+                                     << QStringLiteral("x");
+    }
+    void codePages()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        const QString path = write("a.xml", bytes);
+        ThemeEdit edit;
+        replaceIn(edit, path, from, to);
+        const ThemeEdit inverse = edit.apply(targets());
+        QVERIFY(read("a.xml") != bytes);
+        inverse.apply(targets());
+        QCOMPARE(read("a.xml"), bytes);
+    }
+
+    void overlapsAreRefused()
+    {
+        const QString path = write("a.xml", "abcdef");
+        const QString text = QStringLiteral("abcdef");
+        ThemeEdit edit;
+        QVERIFY(edit.replace(path, text, {2, 4}, QStringLiteral("X")));
+        for (const Range range : {Range{3, 5}, Range{1, 3}, Range{2, 4}, Range{2, 2}, Range{3, 3},
+                                  Range{0, 6}, Range{-1, 0}, Range{5, 7}, Range{5, 4}})
+            QVERIFY(!edit.replace(path, text, range, QStringLiteral("Y")));
+        QVERIFY(!edit.replace(path, QStringLiteral("abcdeg"), {0, 1}, QStringLiteral("Y")));
+        QVERIFY(edit.replace(path, text, {4, 5}, QStringLiteral("Y")));
+        QVERIFY(edit.replace(path, text, {0, 2}, QString()));
+        edit.apply(targets());
+        QCOMPARE(read("a.xml"), QByteArray("XYf"));
+    }
+
+    void allOrNone_data()
+    {
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("changed since")
+            << QStringLiteral("changed")
+            << QStringLiteral("Cannot change \".../theme/b/b.xml\": it no longer holds what "
+                              "the change was made for.");
+        QTest::newRow("gone") << QStringLiteral("gone")
+                              << QStringLiteral(
+                                     "Cannot change \".../theme/b/b.xml\": there is no such file.");
+        QTest::newRow("outside") << QStringLiteral("outside")
+                                 << QStringLiteral(
+                                        "Cannot change \".../theme/b/b.xml\": it does not lie in the theme's "
+                                        "folder.");
+        QTest::newRow("letter") << QStringLiteral("letter") << QStringLiteral("Cannot write");
+        QTest::newRow("not to be written") << QStringLiteral("write") << QStringLiteral("Cannot back up");
+    }
+    void allOrNone()
+    {
+        QFETCH(QString, fault);
+        const QByteArray bytes = "<img>old</img>";
+        const QString a = write("a.xml", bytes), b = write("b/b.xml", bytes), c = write("c.xml", bytes);
+        TextInBox box(QStringLiteral("old"));
+        RowsOfList rows({QStringLiteral("old")});
+        ThemeEdit edit;
+        for (const QString &path : {a, b, c})
+            replaceIn(edit, path, QStringLiteral("old"),
+                      fault == u"letter" && path == b ? QString(QChar(0xD800)) : QStringLiteral("new"));
+        QVERIFY(edit.replace(QStringLiteral("box"), box.text(), {0, 3}, QStringLiteral("new")));
+        edit.changeRow(QStringLiteral("rows"),
+                       {0, rowOf(QStringLiteral("old")), rowOf(QStringLiteral("new"))});
+        EditTargets where = targets();
+        where.text = [&](const QString &path) { return path == u"box" ? &box : nullptr; };
+        where.rows = [&](const QString &) { return &rows; };
+
+        QByteArray expected = bytes;
+        if (fault == u"changed") {
+            expected = "<img>old</img> ";
+            write("b/b.xml", expected);
+        } else if (fault == u"gone" || fault == u"outside") {
+            QFile::remove(b);
+            expected = "(no file)";
+            if (fault == u"outside") {
+                QVERIFY(QFile::link(m_files->write(QStringLiteral("elsewhere.xml"), bytes), b));
+                expected = bytes;
+            }
+        } else if (fault == u"write") {
+            // Where the copies of the second file would go, there is a file.
+            m_files->write(u"backup" + m_files->path(QStringLiteral("theme/b")));
+        }
+        QFETCH(QString, message);
+        const QString failure = failureOf(edit, where);
+        QVERIFY2(failure.startsWith(message), qPrintable(failure));
+        QCOMPARE(read("a.xml"), bytes);
+        QCOMPARE(read("b/b.xml"), expected);
+        QCOMPARE(read("c.xml"), bytes);
+        QCOMPARE(box.text(), QStringLiteral("old"));
+        QCOMPARE(rows.asText(), QStringLiteral("old+"));
+    }
+
+    void openTextsAndRows()
+    {
+        const QString path = write("a.xml", "old file");
+        TextInBox box(QStringLiteral("one old, two old"));
+        RowsOfList rows({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+        EditTargets where = targets();
+        where.text = [&](const QString &asked) { return asked == path ? &box : nullptr; };
+        where.rows = [&](const QString &) { return &rows; };
+        ThemeEdit edit;
+        QVERIFY(edit.replace(path, box.text(), {4, 7}, QStringLiteral("1")));
+        QVERIFY(edit.replace(path, box.text(), {13, 16}, QStringLiteral("2")));
+        edit.changeRow(path, {1, rowOf(QStringLiteral("b")), rowOf(QStringLiteral("B"))});
+        edit.changeRow(path, {0, rowOf(QStringLiteral("a")), {}});
+        edit.changeRow(path, {2, {}, rowOf(QStringLiteral("new"))});
+        QCOMPARE(edit.paths(), QStringList(path));
+        const ThemeEdit inverse = edit.apply(where);
+        QCOMPARE(box.text(), QStringLiteral("one 1, two 2"));
+        QCOMPARE(box.steps, 1);
+        QCOMPARE(rows.asText(), QStringLiteral("B+c+new-"));
+        QCOMPARE(read("a.xml"), QByteArray("old file"));
+        QVERIFY(failureOf(edit, where).startsWith(u"Cannot change"));
+        inverse.apply(where);
+        QCOMPARE(box.text(), QStringLiteral("one old, two old"));
+        QCOMPARE(rows.asText(), QStringLiteral("a-b+c+"));
+
+        ThemeEdit wrong;
+        wrong.changeRow(path, {3, rowOf(QStringLiteral("c")), {}});
+        QVERIFY(failureOf(wrong, where).startsWith(u"Cannot change"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestThemeEdit)
+#include "tst_themeedit.moc"
