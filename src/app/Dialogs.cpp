@@ -69,8 +69,7 @@ frmReplace &Dialogs::replaceDialog()
                 [this, source](qsizetype start, qsizetype length) {
                     m_showSource();
                     source->select(start, length);
-                    m_window.activateWindow();
-                    source->setFocus();
+                    source->setFocus(); // of its window; the keyboard stays in the dialog
                 }},
             m_files, m_prompts, m_guard, m_window);
         m_replace->addAction(m_findNext);

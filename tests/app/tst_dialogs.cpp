@@ -1,12 +1,15 @@
 #include "app/WindowFixture.h"
 
+#include "asking/forms/MessagePrompts.h"
 #include "controls/ListView.h"
 #include "files/RunTimeError.h"
 #include "source/forms/SourceBox.h"
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTabBar>
 
 using namespace quillmere;
@@ -81,8 +84,11 @@ class TestDialogs : public QObject
 private slots:
     void blockMoves();
     void editors();
+    void oneKeyOrClickSets_data();
+    void oneKeyOrClickSets();
     void replaceList();
     void findsAndReplaces();
+    void boxesFitTheScreen();
 };
 
 void TestDialogs::blockMoves()
@@ -158,6 +164,60 @@ void TestDialogs::editors()
     }
 }
 
+void TestDialogs::oneKeyOrClickSets_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QByteArray>("box");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<bool>("suggestion"); // the first one is chosen
+    QTest::addColumn<QString>("element"); // of the source afterwards
+    QTest::newRow("choice") << 3 << QByteArray("CmbVal") << "SIN" << false << "<mode>SIN</mode>";
+    QTest::newRow("all but the case")
+        << 3 << QByteArray("CmbVal") << "Single" << false << "<mode>Single</mode>";
+    QTest::newRow("suggestion") << 3 << QByteArray("CmbVal") << "sin" << true << "<mode>single</mode>";
+    QTest::newRow("colour") << 2 << QByteArray("cmbColor(0)") << "Red" << false
+                            << "<forecolor>[Red,b,]</forecolor>";
+    QTest::newRow("suggested colour")
+        << 2 << QByteArray("cmbColor(0)") << "Red" << true << "<forecolor>[red,b,]</forecolor>";
+}
+
+// With the keys and clicks of a person, which the list of suggestions gets first.
+void TestDialogs::oneKeyOrClickSets()
+{
+    QFETCH(const int, row);
+    QFETCH(const QByteArray, box);
+    QFETCH(const QString, typed);
+    QFETCH(const bool, suggestion);
+    QFETCH(const QString, element);
+    for (const bool byMouse : {false, true}) {
+        const Window window;
+        window.files.write(QStringLiteral("theme/theme.xml"),
+                           "<config><file_color>c.xml</file_color></config>");
+        window.files.write(QStringLiteral("theme/c.xml"),
+                           "<color name=\"red\">#FF0000</color><color name=\"dark red\">#800000</color>");
+        window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+        const SourceBox *source = openSource(window, kSource);
+        doubleClick(window.find<ListView>("lvBlock"), 0);
+        const Dialog dialog("frmWidget");
+        doubleClick(dialog.find<ListView>("lvBlock"), row);
+        const bool colour = row == 2;
+        dialog.type(box.constData(), typed);
+        QWidget *popup = QApplication::activePopupWidget();
+        QVERIFY(popup);
+        if (suggestion)
+            QTest::keyClick(popup, Qt::Key_Down);
+        if (byMouse) {
+            auto *set = dialog.find<QPushButton>(colour ? "cmdColor" : "CmdCombo");
+            const QPoint place = set->mapToGlobal(set->rect().center());
+            QTest::mouseClick(popup, Qt::LeftButton, {}, popup->mapFromGlobal(place));
+        } else {
+            QTest::keyClick(popup, Qt::Key_Return);
+        }
+        QVERIFY(!popup->isVisible());
+        QVERIFY2(source->text().contains(element), qPrintable(source->text()));
+    }
+}
+
 void TestDialogs::replaceList()
 {
     Window window;
@@ -225,7 +285,7 @@ void TestDialogs::findsAndReplaces()
     SourceBox *source = openSource(window, QStringLiteral("Ab ab\r\nAB"));
     QTest::keyClick(window.skin.get(), Qt::Key_F3); // nothing to look for yet: the dialog opens
     const Dialog dialog("frmReplace");
-    QVERIFY(dialog.widget->isVisible());
+    QTRY_COMPARE(QApplication::activeWindow(), dialog.widget);
     dialog.type("Text1", QStringLiteral("b a"));
     QTest::keyClick(dialog.line("Text1"), Qt::Key_Escape);
     QCOMPARE(dialog.line("Text1")->text(), QString());
@@ -234,9 +294,13 @@ void TestDialogs::findsAndReplaces()
     const auto selection = [&] { return std::pair(source->selectionStart(), source->selectionLength()); };
     dialog.click("Command13"); // behind the selection
     QCOMPARE(selection(), std::pair(qsizetype(3), qsizetype(2)));
-    QTRY_VERIFY(source->hasFocus());
-    QTest::keyClick(source, Qt::Key_F3);
+    // The box has the focus of its window, and the dialog keeps the keyboard: Enter finds the next.
+    QCOMPARE(window.skin->focusWidget(), source);
+    QVERIFY(dialog.widget->isActiveWindow());
+    QTest::keyClick(dialog.widget->windowHandle(), Qt::Key_Return);
     QCOMPARE(selection(), std::pair(qsizetype(7), qsizetype(2)));
+    QCOMPARE(source->text(), QStringLiteral("Ab ab\r\nAB"));
+    window.skin->activateWindow();
     window.prompts.expectMessage(QStringLiteral("Find ab"), QStringLiteral("End of find ab"));
     QTest::keyClick(source, Qt::Key_F3);
     QCOMPARE(selection(), std::pair(qsizetype(0), qsizetype(0)));
@@ -249,6 +313,39 @@ void TestDialogs::findsAndReplaces()
     dialog.click("Command9");
     QCOMPARE(source->text(), QStringLiteral("x\r\ny ax\r\nyx\r\ny"));
     QVERIFY(dialog.widget->isVisible());
+}
+
+// Whatever a theme or a search puts into a box: its buttons can be reached.
+void TestDialogs::boxesFitTheScreen()
+{
+    QWidget window;
+    window.show();
+    MessagePrompts prompts(&window);
+    const QString texts[] = {QString(200'000, u'x'), QStringLiteral("a\n").repeated(5000),
+                             QStringLiteral("word ").repeated(40'000), QStringLiteral("short")};
+    for (const QString &text : texts) {
+        const auto answer = [&] {
+            QWidget *box = QApplication::activeModalWidget();
+            const QRect screen = box->screen()->availableGeometry();
+            QVERIFY(screen.width() >= box->width() && screen.height() >= box->height());
+            for (const QPushButton *button : box->findChildren<QPushButton *>())
+                QVERIFY(box->rect().contains(button->geometry()));
+            const auto *message = qobject_cast<QMessageBox *>(box);
+            if (message && text == u"short")
+                QCOMPARE(message->text() + message->windowTitle(), QStringLiteral("shortshort"));
+            else if (message)
+                QVERIFY(message->text().startsWith(text.left(20)) &&
+                        message->text().endsWith(text.right(20)));
+            QVERIFY(box->windowTitle().size() < 200);
+            static_cast<QDialog *>(box)->reject();
+        };
+        QTimer::singleShot(0, &window, answer);
+        prompts.ask(text, text);
+        QTimer::singleShot(0, &window, answer);
+        prompts.tell(text, text, Prompts::Icon::Critical);
+        QTimer::singleShot(0, &window, answer);
+        prompts.input(text, text, text);
+    }
 }
 
 int main(int argc, char **argv)

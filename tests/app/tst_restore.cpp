@@ -1,5 +1,6 @@
 #include "app/WindowFixture.h"
 
+#include "asking/forms/LongWork.h"
 #include "controls/ListView.h"
 #include "source/forms/SourceBox.h"
 
@@ -9,6 +10,8 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QStatusBar>
+#include <QVBoxLayout>
 
 using namespace quillmere;
 using namespace Qt::StringLiterals;
@@ -18,6 +21,26 @@ class TestRestore : public QObject
     Q_OBJECT
 
 private slots:
+    void cancelsInTheDialog()
+    {
+        QStatusBar bar;
+        QDialog dialog;
+        new QVBoxLayout(&dialog);
+        dialog.open();
+        bar.show();
+        QTimer::singleShot(0, &dialog, [&] { // comes when the button is shown
+            auto *cancel = dialog.findChild<QPushButton *>(u"cmdCancelWork"_s);
+            QVERIFY(cancel && cancel->isVisible());
+            QTest::mouseClick(cancel, Qt::LeftButton);
+        });
+        const auto forEver = [](const Progress &progress) {
+            for (;;)
+                progress(1, 2);
+        };
+        QVERIFY_THROWS_EXCEPTION(Cancelled, longRunIn(bar)(u"Waiting"_s, forEver));
+        QVERIFY(!dialog.findChild<QPushButton *>(u"cmdCancelWork"_s));
+    }
+
     void restores()
     {
         Window window;

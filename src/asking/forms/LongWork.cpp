@@ -63,7 +63,6 @@ LongWork::~LongWork()
     if (m_panel) {
         QApplication::processEvents(); // the last that was done meanwhile
         qApp->removeEventFilter(this);
-        m_bar.removeWidget(m_panel);
         delete m_panel;
     }
     QApplication::restoreOverrideCursor();
@@ -71,7 +70,10 @@ LongWork::~LongWork()
 
 void LongWork::show()
 {
-    m_panel = new QWidget(&m_bar);
+    // A dialog that blocks the window blocks the window's status bar as well.
+    QWidget *dialog = QApplication::activeModalWidget();
+    auto *column = dialog ? qobject_cast<QBoxLayout *>(dialog->layout()) : nullptr;
+    m_panel = new QWidget(column ? dialog : &m_bar);
     m_panel->setObjectName(QStringLiteral("frLongWork"));
     auto *line = new QHBoxLayout(m_panel);
     line->setContentsMargins(8, 0, 8, 0);
@@ -84,7 +86,10 @@ void LongWork::show()
     line->addWidget(new QLabel(m_what));
     line->addWidget(m_progress);
     line->addWidget(m_cancel);
-    m_bar.insertPermanentWidget(0, m_panel);
+    if (column)
+        column->addWidget(m_panel);
+    else
+        m_bar.insertPermanentWidget(0, m_panel);
     m_panel->show();
     QApplication::changeOverrideCursor(Qt::BusyCursor); // there is something to click on
     qApp->installEventFilter(this);

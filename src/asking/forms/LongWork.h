@@ -12,9 +12,9 @@ class QStatusBar;
 namespace quillmere {
 
 // Lives as long as work that may be long. Short work shows nothing but the wait cursor. Longer work has a
-// progress bar and a button "Cancel" in the status bar, and Esc cancels too; the window goes on being drawn,
-// and all else that the person does meanwhile comes to nothing, so that no other work begins inside this one.
-// Timers do run: what they do must not need the work to be done.
+// progress bar and a button "Cancel" in the status bar, or below the dialog that is in front, and Esc cancels
+// too; the window goes on being drawn, and all else that the person does meanwhile comes to nothing, so that
+// no other work begins inside this one. Timers do run: what they do must not need the work to be done.
 class LongWork : public QObject
 {
     Q_OBJECT

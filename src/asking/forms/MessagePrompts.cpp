@@ -5,6 +5,9 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace quillmere {
 
@@ -13,20 +16,66 @@ namespace {
 constexpr int kInputWidth = 560;   // pixels
 constexpr int kMessageWidth = 340; // pixels, so that a title is not cut off above a short text
 
+constexpr int kTextWidth = 380;             // pixels, what a box leaves a text at the least
+constexpr qsizetype kMostCharacters = 4000; // of a text
+constexpr qsizetype kMostInTitle = 120;
+
 // A box belongs to the dialog that has it asked: the window system gives the keyboard back to the owner.
 QWidget *ownerOf(QWidget *window)
 {
     QWidget *dialog = QApplication::activeModalWidget();
+    if (!dialog)
+        dialog = QApplication::activeWindow();
     return dialog ? dialog : window;
+}
+
+QString withoutMiddle(const QString &text, qsizetype most)
+{
+    if (text.size() <= most)
+        return text;
+    return text.first(most / 2) + u" \u2026 " + text.last(most / 2);
+}
+
+// As much of a text, which may hold a whole document, as leaves the buttons of its box on the screen.
+QString fitted(const QString &text, const QWidget &box)
+{
+    const int most = box.screen()->availableSize().height() * 3 / 5;
+    const QRect room(0, 0, kTextWidth, QWIDGETSIZE_MAX);
+    qsizetype size = kMostCharacters;
+    QString shown = withoutMiddle(text, size);
+    while (size > 2 && box.fontMetrics().boundingRect(room, Qt::TextWrapAnywhere, shown).height() > most) {
+        size = std::min(size, text.size()) * 4 / 5;
+        shown = withoutMiddle(text, size);
+    }
+    return shown;
+}
+
+// Long words may be broken anywhere: a label breaks between words only.
+QString breakable(const QString &text, const QWidget &box)
+{
+    QString result;
+    for (const QString &word : text.split(u' ')) {
+        const bool isLong = box.fontMetrics().horizontalAdvance(word) > kTextWidth;
+        result += result.isEmpty() ? QString() : QStringLiteral(" ");
+        for (const QChar c : word) {
+            result += c;
+            if (isLong && !c.isHighSurrogate())
+                result += QChar(0x200B);
+        }
+    }
+    return result;
 }
 
 // A box must not come up behind a dialog of ours that stays on top, or the program seems to hang.
 void prepare(QMessageBox &box)
 {
     box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    box.setWindowTitle(withoutMiddle(box.windowTitle(), kMostInTitle));
     box.setTextFormat(Qt::PlainText); // names from a theme must not turn into markup
+    box.setText(fitted(box.text(), box));
+    const int width = std::min(kMessageWidth, box.screen()->availableSize().width() * 2 / 3);
     if (auto *grid = qobject_cast<QGridLayout *>(box.layout()))
-        grid->addItem(new QSpacerItem(kMessageWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
+        grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
 } // namespace
@@ -64,15 +113,16 @@ std::optional<QString> MessagePrompts::input(const QString &title, const QString
 {
     QInputDialog dialog(ownerOf(m_window));
     dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
-    dialog.setWindowTitle(title);
-    dialog.setLabelText(prompt);
+    dialog.setWindowTitle(withoutMiddle(title, kMostInTitle));
+    dialog.setLabelText(breakable(fitted(prompt, dialog), dialog));
     dialog.setTextValue(preset);
     for (QLabel *label : dialog.findChildren<QLabel *>()) {
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
     }
     // Wide enough to read a sentence in; a longer prompt is wrapped, a longer answer scrolls.
-    dialog.resize(kInputWidth, dialog.heightForWidth(kInputWidth));
+    const int width = std::min(kInputWidth, dialog.screen()->availableSize().width() * 9 / 10);
+    dialog.resize(width, dialog.heightForWidth(width));
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.textValue();

@@ -4,6 +4,7 @@
 #include "files/Paths.h"
 #include "i18n/forms/LangTab.h"
 #include "keeping/forms/OfferBar.h"
+#include "rows/ToolTip.h"
 #include "theme/ThemeProject.h"
 
 #include <QFileInfo>
@@ -168,7 +169,7 @@ void OutsideChanges::offerReload(const QList<File> &changed)
         for (const File &file : changed)
             m_answered.insert(file.path, fingerprintOf(file.path));
     };
-    m_offers.setToolTip(names.join(u'\n'));
+    m_offers.setToolTip(plainToolTip(names.join(u'\n')));
     m_offers.offer(kKey, text,
                    {{tr("Reload"),
                      [this, changed, settle] {

@@ -24,7 +24,8 @@ struct SourceAccess
     std::function<void(const QString &text)> rewrite; // one undo step
     std::function<qsizetype()> selectionStart;
     std::function<qsizetype()> selectionLength;
-    std::function<void(qsizetype start, qsizetype length)> select; // scrolls there and gives the focus
+    std::function<void(qsizetype start, qsizetype length)>
+        select; // scrolls there and gives the box the focus of its window
 };
 
 // The list of texts to replace, kept in replace.ini, and finding and replacing in the source.
