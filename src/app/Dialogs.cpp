@@ -85,7 +85,8 @@ void Dialogs::findNext()
 
 void Dialogs::openRestore()
 {
-    auto *restore = new frmRestore(m_theme.folder(), m_files, m_prompts, m_guard, m_runLong, &m_window);
+    auto *restore = new frmRestore(m_theme.folder(), m_theme.allFiles(), m_files, m_prompts, m_guard,
+                                   m_runLong, &m_window);
     restore->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(restore, &frmRestore::restored, &m_window, m_restored);
     restore->open();

@@ -37,8 +37,12 @@ OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &s
     // Beside the window's thread: the documents may lie on a disk that does not answer.
     QThreadPool::globalInstance()->start([folder = recoveryFolder(), rule = codePageRule()] {
         const auto shown = [rule](const QString &path) {
-            QString text = decodeText(LoadBytes(path).value_or(QByteArray()), rule).text;
-            return FormatXML(text);
+            try {
+                QString text = decodeText(LoadBytes(path).value_or(QByteArray()), rule).text;
+                return FormatXML(text);
+            } catch (const RunTimeError &) {
+                return QString(); // what is not to be read shows nothing
+            }
         };
         dropUnsaved(folder, QDateTime::currentDateTime().addDays(-kDaysKept), shown);
     });

@@ -155,6 +155,7 @@ void frmSkin::connectTabs()
     connect(m_imageTab, &ImageTab::hint, m_status, &StatusLine::say);
     connect(m_imageTab, &ImageTab::wanted, this,
             [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_imageTab))); });
+    connect(m_keymapTab, &KeymapTab::hint, m_status, &StatusLine::say);
     connect(m_panelTab, &PanelTab::hint, m_status, &StatusLine::say);
     connect(m_scans, &ScanCommands::hint, m_status, &StatusLine::say);
     connect(m_langTab, &LangTab::hint, m_status, &StatusLine::say);
@@ -315,6 +316,8 @@ void frmSkin::themeLoaded()
                       .arg(m_theme.lvFont.count()));
     if (m_theme.panel)
         m_panelTab->showSettings(*m_theme.panel);
+    if (!m_theme.problems().isEmpty())
+        m_prompts.tell(QStringLiteral("Quillmere"), m_theme.problems().text(), Prompts::Icon::Critical);
 }
 
 void frmSkin::openDocument(const QString &path, const QString &theme)

@@ -1,6 +1,7 @@
 #include "catalogues/UsageScan.h"
 
 #include "catalogues/NameSearch.h"
+#include "files/ReadProblems.h"
 #include "files/TextFile.h"
 #include "markup/Matching.h"
 #include "rows/ListRows.h"
@@ -105,31 +106,58 @@ void checkExactly(const MetRows &met, ListRows &rows)
         rows.setChecked(row, met[row]);
 }
 
+// Reads the windows that can be read, and says at the end which cannot.
+class Documents
+{
+public:
+    QString text(const QString &path)
+    {
+        try {
+            return LoadFile(path);
+        } catch (const RunTimeError &error) {
+            m_problems.add(error);
+            return {};
+        }
+    }
+    void report() const
+    {
+        if (!m_problems.isEmpty())
+            throw RunTimeError(m_problems.text());
+    }
+
+private:
+    ReadProblems m_problems;
+};
+
 } // namespace
 
 void scanWindows(const ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor, const Progress &progress)
 {
     UsedImages images(lvImage);
     UsedColours colours(lvColor);
+    Documents documents;
     for (int row = 0; row < LvWidget.count(); ++row) {
-        const QString text = LoadFile(LvWidget.text(row));
+        const QString text = documents.text(LvWidget.text(row));
         images.readDocument(text);
         colours.readDocument(text);
         tell(progress, row + 1, LvWidget.count());
     }
     checkExactly(images.met(), lvImage);
     checkExactly(colours.met(), lvColor);
+    documents.report();
 }
 
 int checkWindowsWith(const QString &imageId, ListRows &LvWidget, const Progress &progress)
 {
     const QString marker = imageMarker(imageId);
     MetRows uses(LvWidget.count());
+    Documents documents;
     for (int row = 0; row < LvWidget.count(); ++row) {
-        uses[row] = containsIgnoringCase(LoadFile(LvWidget.text(row)), marker);
+        uses[row] = containsIgnoringCase(documents.text(LvWidget.text(row)), marker);
         tell(progress, row + 1, LvWidget.count());
     }
     checkExactly(uses, LvWidget);
+    documents.report();
     return int(std::count(uses.cbegin(), uses.cend(), true));
 }
 

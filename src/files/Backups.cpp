@@ -2,6 +2,7 @@
 
 #include "files/FailedStep.h"
 #include "files/Paths.h"
+#include "files/RegularFile.h"
 #include "files/WholeFile.h"
 
 #include <QDirIterator>
@@ -200,17 +201,24 @@ qsizetype themeEnd(QStringView path)
     return at < 0 ? -1 : at + theme.size() - 1;
 }
 
-void keepNumber(const QString &newest)
+// The copies of one file, newest first; `original` is the path of a copy without its ending.
+QList<Version> copiesOf(QStringView original)
 {
-    const QStringView original = originalOf(newest);
     // Those of a long name may lie beside its folder, from earlier releases.
     QList<Version> versions =
         copiesIn(folderOf(original).toString(), QDirIterator::NoIteratorFlags, original);
     if (isTooLong(fileNameOf(original), kEnding))
         versions = copiesIn(original.toString(), QDirIterator::NoIteratorFlags) + versions;
+    versions.removeIf([&](const Version &version) { return originalOf(version.copy) != original; });
+    return versions;
+}
+
+void keepNumber(const QString &newest)
+{
     int count = 1;
-    for (const Version &version : std::as_const(versions)) {
-        if (version.copy != newest && originalOf(version.copy) == original && ++count > kMostVersions)
+    const QList<Version> versions = copiesOf(originalOf(newest));
+    for (const Version &version : versions) {
+        if (version.copy != newest && ++count > kMostVersions)
             QFile::remove(version.copy);
     }
 }
@@ -250,9 +258,10 @@ void copyTo(const QString &copy, const QString &path)
         if (!reason.isEmpty())
             throwFailed("back up", path, reason);
     };
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        require(file.errorString());
+    QString reason;
+    const std::unique_ptr<QFile> opened = openRegular(path, kLargestCopied, reason);
+    require(reason);
+    QFile &file = *opened;
     WholeFile target(copy);
     require(target.open());
     for (QByteArray portion = file.read(kPortion); !portion.isEmpty(); portion = file.read(kPortion))
@@ -312,7 +321,7 @@ QDateTime Version::time() const
     return timeOf(endingOf(copy)).toLocalTime();
 }
 
-QList<Version> versionsBelow(const QString &folder, const Progress &progress)
+QList<Version> versionsBelow(const QString &folder, const Progress &progress, const QStringList &others)
 {
     QList<Version> versions = copiesIn(backupFolderOf(folder), QDirIterator::Subdirectories, {}, progress);
     for (Version &version : versions) {
@@ -320,6 +329,15 @@ QList<Version> versionsBelow(const QString &folder, const Progress &progress)
         version.name = withOwnSeparators(version.name);
         version.path = joinPath(folder, version.name);
     }
+    for (const QString &path : others) {
+        const QFileInfo info(path);
+        for (Version &version :
+             copiesOf(QString(backupFolderOf(info.absolutePath()) + u'/' + info.fileName()))) {
+            const QString shown = withOwnSeparators(path);
+            versions.append({shown, shown, version.copy, QFileInfo(version.copy).size()});
+        }
+    }
+    std::sort(versions.begin(), versions.end(), isNewer);
     return versions;
 }
 

@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace quillmere {
 
@@ -20,6 +21,8 @@ namespace quillmere {
 // in none shares the bytes with the files beside it.
 constexpr int kMostVersions = 50;
 constexpr qint64 kMostBytes = 200'000'000;
+// A larger file, of which no version could be kept beside another, is neither written nor deleted.
+constexpr qint64 kLargestCopied = 200 * 1024 * 1024;
 
 // An empty folder restores the default, in the person's data folder.
 QString backupFolder();
@@ -45,6 +48,8 @@ struct Version
 };
 // The versions of all files in a folder and below it, newest first. `progress` is told how many were found,
 // with 0 for how many there are; Cancelled goes through.
-QList<Version> versionsBelow(const QString &folder, const Progress &progress = {});
+// With those of `others`, files anywhere, which have their whole path for a name.
+QList<Version> versionsBelow(const QString &folder, const Progress &progress = {},
+                             const QStringList &others = {});
 
 } // namespace quillmere

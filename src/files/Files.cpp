@@ -43,6 +43,19 @@ Files::Place Files::place(Step step, const QString &path, const QString &theme) 
     return {shown, isInside, isInside || m_allowed.contains(shown)};
 }
 
+QStringList Files::placesOutside(const QStringList &paths, const QString &theme)
+{
+    const QString folder = realPlace(theme);
+    QStringList places;
+    for (const QString &path : paths) {
+        const QString place = realPlace(path);
+        if (!place.isEmpty() && !isBelow(place, folder))
+            places.append(place);
+    }
+    places.removeDuplicates();
+    return places;
+}
+
 void Files::allow(const QString &place)
 {
     m_allowed.insert(place);

@@ -4,6 +4,7 @@
 
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -36,10 +37,10 @@ public:
     // Where the step would end; looks at the folders on the way, and at nothing in the file. A theme that is
     // opened through a link has its real folder.
     Place place(Step step, const QString &path, const QString &theme) const;
+    // The places, each once, of those files that lie outside of the theme; names are taken as they stand.
+    static QStringList placesOutside(const QStringList &paths, const QString &theme);
     // The person allows this place (a Place::path), until the program ends.
     void allow(const QString &place);
-    // All that were allowed.
-    const QSet<QString> &allowed() const { return m_allowed; }
 
     // See SaveFile, RestoreFile, DeleteFile. RunTimeError also where the file may not be touched.
     // Nothing is saved into a folder of another letter case than that of the theme.

@@ -1,6 +1,7 @@
 #include "files/LoadedFiles.h"
 
 #include "files/Paths.h"
+#include "files/RunTimeError.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -65,8 +66,12 @@ DecodedText LoadForEditing(const QString &path, const Progress &progress)
 
 QByteArray fingerprintOf(const QString &path)
 {
-    const std::optional<QByteArray> bytes = LoadBytes(path);
-    return bytes ? fingerprint(*bytes) : QByteArray();
+    try {
+        const std::optional<QByteArray> bytes = LoadBytes(path);
+        return bytes ? fingerprint(*bytes) : QByteArray();
+    } catch (const RunTimeError &) {
+        return QByteArrayLiteral("not to be read"); // and so unlike anything that was
+    }
 }
 
 QByteArray loadedFingerprint(const QString &path)

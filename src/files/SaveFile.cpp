@@ -16,12 +16,10 @@ namespace {
 
 CodePage pageOf(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throwFailed("back up", path, file.errorString());
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        throwFailed("back up", path, file.errorString());
+    QString reason;
+    const QByteArray bytes = readRegular(path, kLargestFile, reason);
+    if (!reason.isEmpty())
+        throwFailed("back up", path, reason);
     return decodeText(bytes).page;
 }
 
@@ -77,7 +75,7 @@ void SaveFile(const QString &path, const QString &text, std::optional<CodePage> 
 void RestoreFile(const QString &path, const QString &version)
 {
     requireFile(path);
-    const std::optional<QByteArray> bytes = LoadBytes(version);
+    const std::optional<QByteArray> bytes = LoadBytes(version, {}, kLargestCopied);
     if (!bytes)
         throwFailed("read", version, QStringLiteral("there is no such file, or it is not to be read"));
     // From here on the version may go, to make room for one of the file as it is.

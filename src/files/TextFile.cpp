@@ -1,9 +1,10 @@
 #include "files/TextFile.h"
 
+#include "files/FailedStep.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 
-#include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
@@ -11,8 +12,6 @@
 namespace quillmere {
 
 namespace {
-
-constexpr qint64 kPortion = 1 << 20; // bytes
 
 CodePageRule currentRule = CodePageRule::Automatic;
 
@@ -157,20 +156,20 @@ QByteArray encodeText(const QString &text, CodePage page, CodePageRule rule)
     return unfit >= 0 || readsAsUtf8 ? toUtf8(text) : bytes;
 }
 
-std::optional<QByteArray> LoadBytes(const QString &path, const Progress &progress)
+std::optional<QByteArray> LoadBytes(const QString &path, const Progress &progress, qint64 most)
 {
-    // findFile gives regular files only: opening a pipe would wait for a writer.
-    QFile file(findFile(path));
-    if (file.fileName().isEmpty() || !file.open(QIODevice::ReadOnly))
-        return {};
-    QByteArray bytes;
-    bytes.reserve(file.size());
-    for (QByteArray portion = file.read(kPortion); !portion.isEmpty(); portion = file.read(kPortion)) {
-        bytes += portion;
-        tell(progress, bytes.size(), file.size());
+    QString file = findFile(path);
+    if (file.isEmpty()) {
+        // Devices and pipes are no files to find.
+        file = withOwnSeparators(path);
+        const QFileInfo other(file);
+        if (file.isEmpty() || !other.exists() || other.isDir())
+            return {};
     }
-    if (file.error() != QFileDevice::NoError)
-        return {};
+    QString reason;
+    const QByteArray bytes = readRegular(file, most, reason, progress);
+    if (!reason.isEmpty())
+        throwFailed("read", path, reason);
     return bytes;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/Progress.h"
+#include "files/RegularFile.h"
 
 #include <QByteArray>
 #include <QString>
@@ -38,12 +39,14 @@ DecodedText decodeText(const QByteArray &bytes, CodePageRule rule = codePageRule
 // letters. Half a surrogate pair fits nowhere and is always such an error.
 QByteArray encodeText(const QString &text, CodePage page, CodePageRule rule = codePageRule());
 
-// The whole text of a file; empty, and no message, when it does not exist, is no regular file or cannot be
-// read. Takes both separators and any letter case (see findFile).
+// The whole text of a file; empty, and no message, when it does not exist or is a folder. Takes both
+// separators and any letter case (see findFile). RunTimeError says why a file that is there is not read; see
+// RegularFile.h.
 QString LoadFile(const QString &path);
 DecodedText LoadText(const QString &path);
-// Its bytes; none where LoadFile would give no text.
-std::optional<QByteArray> LoadBytes(const QString &path, const Progress &progress = {});
+// Its bytes, at most so many; none where there is no such file.
+std::optional<QByteArray> LoadBytes(const QString &path, const Progress &progress = {},
+                                    qint64 most = kLargestFile);
 
 // The one writer: a copy of the old file goes to the backup folder (see Backups.h), then the new text is
 // written beside it, flushed and renamed over it. Permissions are kept, a symbolic link stays one and its

@@ -1,6 +1,7 @@
 #include "keeping/VersionPreview.h"
 
 #include "files/Paths.h"
+#include "files/RunTimeError.h"
 #include "files/TextFile.h"
 #include "markup/LineDifference.h"
 
@@ -77,6 +78,15 @@ void showDifference(VersionPreview &preview, const QByteArray &now, const QByteA
     preview.lines = linesOf(difference);
 }
 
+std::optional<QByteArray> bytesOf(const QString &path)
+{
+    try {
+        return LoadBytes(path, {}, kMostBytesCompared);
+    } catch (const RunTimeError &) {
+        return {};
+    }
+}
+
 } // namespace
 
 QString timeText(const Version &version)
@@ -98,8 +108,8 @@ VersionPreview previewOf(const Version &version)
         preview.heading += sizes;
         return preview;
     }
-    const auto then = LoadBytes(version.copy);
-    const auto now = exists ? LoadBytes(version.path) : QByteArray();
+    const auto then = bytesOf(version.copy);
+    const auto now = exists ? bytesOf(version.path) : QByteArray();
     preview.same = exists && then && now && *then == *now;
     if (!then || !now)
         preview.heading += then ? tr("the file cannot be read.") : tr("the version cannot be read any more.");

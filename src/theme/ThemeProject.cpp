@@ -77,6 +77,7 @@ bool ThemeProject::read(const QString &folder, const Progress &progress)
 void ThemeProject::take(const ThemeProject &read)
 {
     m_folder = read.m_folder;
+    m_problems = read.m_problems;
     lvTheme.assign(read.lvTheme.rows());
     if (!read.File1.path().isEmpty())
         File1.setPath(read.File1.path());
@@ -123,11 +124,20 @@ QString ThemeProject::pathOf(const QString &value) const
     return joinPath(m_folder, u"") + withOwnSeparators(value);
 }
 
+void ThemeProject::despiteProblems(const std::function<void()> &load)
+{
+    try {
+        load();
+    } catch (const RunTimeError &error) {
+        m_problems.add(error);
+    }
+}
+
 void ThemeProject::runLoader(const QString &name, const QString &value, const Progress &progress)
 {
     if (const Entry *kind = entryOf(name)) {
         const QString path = pathOf(value);
-        (this->*kind->load)(path, folderOf(path).toString(), progress);
+        despiteProblems([&] { (this->*kind->load)(path, folderOf(path).toString(), progress); });
     }
 }
 
@@ -145,6 +155,16 @@ QStringList ThemeProject::files() const
     return paths;
 }
 
+QStringList ThemeProject::allFiles() const
+{
+    QStringList paths = files();
+    for (const ListRows *rows : {&lvLang, &widgets.LvWidget}) {
+        for (const ListRows::Row &row : rows->rows())
+            paths.append(row.text);
+    }
+    return paths;
+}
+
 void ThemeProject::reload(const QString &path)
 {
     const QStringList all = files();
@@ -154,6 +174,7 @@ void ThemeProject::reload(const QString &path)
     }
     if (!all.contains(path))
         return;
+    m_problems = {};
     if (path == all.last())
         loadPanel();
     for (const ListRows::Row &row : lvTheme.rows()) {
@@ -184,8 +205,8 @@ void ThemeProject::loadColors(const QString &path, const QString &, const Progre
 
 void ThemeProject::loadFonts(const QString &path, const QString &folder, const Progress &)
 {
-    LoadFontList(lvFont, path);
     txtFont = path;
+    LoadFontList(lvFont, path);
     File1.setPath(folder);
     cbFont.clear();
     for (const QString &name : File1.files()) {
@@ -196,21 +217,22 @@ void ThemeProject::loadFonts(const QString &path, const QString &folder, const P
 
 void ThemeProject::loadKeymap(const QString &path, const QString &, const Progress &)
 {
-    LoadKeymapList(lvKeyGroup, path);
-    lvKeyMap.clear(); // the keys of a group of another file
     txtKeymap = path;
+    lvKeyMap.clear(); // the keys of a group of another file
+    LoadKeymapList(lvKeyGroup, path);
 }
 
 void ThemeProject::loadPanel()
 {
-    panel = LoadPanelConfig(joinPath(m_folder, u"default.xml"));
+    panel.reset();
+    despiteProblems([this] { panel = LoadPanelConfig(joinPath(m_folder, u"default.xml")); });
 }
 
 void ThemeProject::loadLanguages(const QString &path, const QString &folder, const Progress &)
 {
-    LoadLanguageList(lvLang, path, folder);
     txtLang = path;
     languageTheme = m_folder;
+    LoadLanguageList(lvLang, path, folder);
 }
 
 } // namespace quillmere

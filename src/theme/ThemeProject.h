@@ -4,12 +4,14 @@
 #include "catalogues/ImageCatalogue.h"
 #include "catalogues/PanelSettings.h"
 #include "files/FileList.h"
+#include "files/ReadProblems.h"
 #include "rows/ListRows.h"
 #include "widgets/WidgetCatalogue.h"
 
 #include <QObject>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace quillmere {
@@ -32,8 +34,12 @@ public:
     void reload(const QString &path);
     // The files that were read: theme.xml, those of the catalogues, default.xml.
     QStringList files() const;
+    // Those, the languages and the documents of the windows: all that the theme leads to for editing.
+    QStringList allFiles() const;
 
     const QString &folder() const { return m_folder; }
+    // What could not be read when the theme, or one of its files, was last loaded; its list is empty.
+    const ReadProblems &problems() const { return m_problems; }
 
     FileList File1;
     ListRows lvTheme; // text = entry name, sub-item 1 = value as written
@@ -64,6 +70,7 @@ private:
     QString pathOf(const QString &value) const;
     bool read(const QString &folder, const Progress &progress);
     void take(const ThemeProject &read);
+    void despiteProblems(const std::function<void()> &load);
     void runLoader(const QString &name, const QString &value, const Progress &progress = {});
     // `path` of the resource file, and its folder with the separator at its end.
     void loadWidgets(const QString &path, const QString &folder, const Progress &progress);
@@ -75,6 +82,7 @@ private:
     void loadPanel();
 
     QString m_folder;
+    ReadProblems m_problems;
 };
 
 } // namespace quillmere

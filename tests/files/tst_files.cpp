@@ -1,5 +1,6 @@
 #include "files/Backups.h"
 #include "files/Files.h"
+#include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "files/TestFiles.h"
@@ -7,7 +8,12 @@
 #include <QDirIterator>
 #include <QTest>
 
+#include <functional>
 #include <memory>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
 
 using namespace quillmere;
 using namespace Qt::StringLiterals;
@@ -23,6 +29,8 @@ private slots:
     void touchesOnlyTheTheme_data();
     void touchesOnlyTheTheme();
     void linksGoAlone();
+    void readsWhatIsBounded_data();
+    void readsWhatIsBounded();
     void neverInAFolderOfAnotherCase_data();
     void neverInAFolderOfAnotherCase();
 
@@ -141,6 +149,58 @@ void TestFilesDoor::linksGoAlone()
     QCOMPARE(all(), before);
     files.restore(path(u"theme/gone/a.xml"_s), m_files->write(u"version"_s, "v"), theme);
     QCOMPARE(m_files->read(u"theme/gone/a.xml"_s), QByteArray("v"));
+}
+
+void TestFilesDoor::readsWhatIsBounded_data()
+{
+    QTest::addColumn<QString>("leadsTo"); // a link's target; else what the file is
+    QTest::addColumn<QString>("reason");
+    const auto row = [](const char *leadsTo, const char *reason) {
+        QTest::newRow(leadsTo) << QString::fromLatin1(leadsTo) << QString::fromLatin1(reason);
+    };
+    row("pipe", "it is not a regular file");
+    row("sparse", "it is larger than 64 MB");
+#ifdef Q_OS_LINUX
+    row("/dev/zero", "it is not a regular file");
+    row("/dev/full", "it is not a regular file");
+    row("/proc/self/pagemap", "it is larger than 64 MB"); // and says that it is empty
+#endif
+}
+
+// At once, without a byte more than the limit, and the message says which file and why.
+void TestFilesDoor::readsWhatIsBounded()
+{
+#ifdef Q_OS_UNIX
+    QFETCH(QString, leadsTo);
+    QFETCH(QString, reason);
+    const QString name = path(u"theme/a.xml"_s);
+    if (leadsTo == u"pipe")
+        QCOMPARE(mkfifo(QFile::encodeName(name).constData(), 0600), 0);
+    else if (leadsTo == u"sparse")
+        QVERIFY(QFile::resize(m_files->write(u"theme/a.xml"_s), qint64(100) << 30));
+    else
+        link(leadsTo, u"theme/a.xml"_s);
+    const QString expected = u"Cannot read \"%1\": %2."_s.arg(name, reason);
+    for (const auto &read :
+         {std::function([&] { LoadFile(name); }), std::function([&] { LoadForEditing(name); })}) {
+        QString message;
+        try {
+            read();
+        } catch (const RunTimeError &error) {
+            message = error.message();
+        }
+        QCOMPARE(message, expected);
+    }
+    // Neither does it hang what looks whether a file has changed, nor is it written over without a copy.
+    QVERIFY(!fingerprintOf(name).isEmpty());
+    QVERIFY_EXCEPTION_THROWN(Files().save(name, u"new"_s, path(u"theme"_s)), RunTimeError);
+    QVERIFY_EXCEPTION_THROWN(Files().restore(path(u"theme/in.xml"_s), name, path(u"theme"_s)), RunTimeError);
+
+    QString none, large;
+    QCOMPARE(readRegular(m_files->write(u"ten"_s, "0123456789"), 10, none), QByteArray("0123456789"));
+    QCOMPARE(readRegular(path(u"ten"_s), 9, large), QByteArray());
+    QVERIFY(none.isEmpty() && !large.isEmpty());
+#endif
 }
 
 void TestFilesDoor::neverInAFolderOfAnotherCase_data()

@@ -49,6 +49,27 @@ private slots:
         QTEST(rows.join(u','), "rows");
     }
 
+    // What is no file to read is left out and said, and the rest of the theme opens.
+    void opensDespiteProblems()
+    {
+        const TestFiles files;
+        files.write(
+            QStringLiteral("theme.xml"),
+            "<config><file_color>a</file_color><file_image>b</file_image><file_font>c</file_font>"
+            "<file_keymap>d</file_keymap><file_i18n>e</file_i18n><file_widget>w</file_widget></config>");
+        for (const char *name : {"a", "b", "c", "d", "e", "default.xml"})
+            QVERIFY(QFile::resize(files.write(QLatin1String(name)), qint64(100) << 30));
+        files.write(QStringLiteral("w"), "<widget class=\"window\" name=\"menu\"/>");
+        ThemeProject project;
+        QVERIFY(project.LoadTheme(files.folder()));
+        QCOMPARE(project.widgets.LvWidget.count(), 1);
+        const QStringList problems = project.problems().text().split(u'\n');
+        QCOMPARE(problems.size(), 6);
+        QCOMPARE(problems[0], QStringLiteral("Cannot read \"%1\": it is larger than 64 MB.")
+                                  .arg(QDir::toNativeSeparators(files.path(QStringLiteral("a")))));
+        QCOMPARE(problems[5], QStringLiteral("More files cannot be read: 1."));
+    }
+
     void opensThemes()
     {
         const TestFiles files, second, empty;

@@ -3,6 +3,7 @@
 #include "catalogues/KeymapCatalogue.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
+#include "files/RunTimeError.h"
 #include "rows/ListRows.h"
 
 #include <QLabel>
@@ -53,7 +54,11 @@ void KeymapTab::showCatalogue(const QString &path)
 
 void KeymapTab::lvKeyGroup_Click(int row)
 {
-    ShowKeyGroup(m_keys, txtKeymap->text(), m_groups.sub(row, 1));
+    try {
+        ShowKeyGroup(m_keys, txtKeymap->text(), m_groups.sub(row, 1));
+    } catch (const RunTimeError &error) {
+        emit hint(error.message());
+    }
 }
 
 } // namespace quillmere

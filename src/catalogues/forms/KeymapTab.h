@@ -21,6 +21,10 @@ public:
     // Shows the path of the keymap; a click on a group reads its keys from there.
     void showCatalogue(const QString &path);
 
+signals:
+    // Something to say that needs no answer.
+    void hint(const QString &text);
+
 protected:
     void layOut(int height) override;
 

@@ -1,8 +1,8 @@
 #include "catalogues/forms/PictureBox.h"
 
 #include "files/Paths.h"
+#include "files/RegularFile.h"
 
-#include <QFileInfo>
 #include <QImageReader>
 #include <QLocale>
 #include <QPainter>
@@ -20,10 +20,14 @@ const QColor kDarkSquare(0x99, 0x99, 0x99);
 QString PictureBox::showFile(const QString &path)
 {
     clear();
-    const QString file = findFile(path); // a regular file: opening a pipe would wait for ever
+    const QString file = findFile(path);
     if (file.isEmpty())
         return tr("There is no such file.");
-    QImageReader reader(file);
+    QString reason;
+    const std::unique_ptr<QFile> opened = openRegular(file, kLargestFile, reason);
+    if (!opened)
+        return tr("%1: %2.").arg(fileNameOf(path).toString(), reason);
+    QImageReader reader(opened.get());
     reader.setDecideFormatFromContent(true);
     QSize size = reader.size();
     // Large pictures are scaled while they are read, where the format can.
@@ -39,7 +43,7 @@ QString PictureBox::showFile(const QString &path)
     return tr("%1 × %2 pixels\n%3 bytes")
         .arg(size.width())
         .arg(size.height())
-        .arg(QLocale().toString(QFileInfo(file).size()));
+        .arg(QLocale().toString(opened->size()));
 }
 
 void PictureBox::clear()

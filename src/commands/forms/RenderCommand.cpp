@@ -3,6 +3,7 @@
 #include "browser/forms/WebBrowser.h"
 #include "controls/Twips.h"
 #include "files/Paths.h"
+#include "files/RunTimeError.h"
 #include "files/TextFile.h"
 #include "markup/FormatXML.h"
 #include "preview/PreviewPage.h"
@@ -85,6 +86,17 @@ QImage pictureOf(WebBrowser &wb)
     return last;
 }
 
+// Empty where the document was read, else why not.
+QString read(const QString &document, QString &text)
+{
+    try {
+        text = LoadFile(document);
+    } catch (const RunTimeError &error) {
+        return error.message();
+    }
+    return findFile(document).isEmpty() ? QStringLiteral("no document") : QString();
+}
+
 // A window's name is the theme's own text; it must not lead out of the folder.
 QString pictureName(QString window)
 {
@@ -107,7 +119,14 @@ int renderWindows(const CommandLine &line)
         return 1;
     }
     ThemeProject theme;
-    theme.LoadTheme(line.theme);
+    try {
+        theme.LoadTheme(line.theme);
+    } catch (const RunTimeError &error) {
+        err << "quillmere: " << error.message() << Qt::endl;
+        return 1;
+    }
+    if (!theme.problems().isEmpty())
+        err << "quillmere: " << theme.problems().text() << Qt::endl;
 
     WebBrowser wb;
     const Screen screen = line.size.value_or(screenOfTheme(theme.widgets.width, theme.widgets.height));
@@ -125,12 +144,13 @@ int renderWindows(const CommandLine &line)
     int status = windows.isEmpty() ? 1 : 0;
     for (int i = 0; i < windows.size(); ++i) {
         const Window &window = windows[i];
-        if (window.document.isEmpty() || findFile(window.document).isEmpty()) {
-            err << window.name << ": no document" << Qt::endl;
+        QString text;
+        const QString problem = read(window.document, text);
+        if (!problem.isEmpty()) {
+            err << window.name << ": " << problem << Qt::endl;
             status = 1;
             continue;
         }
-        QString text = LoadFile(window.document);
         const QString html = BuildWidgetHtml(FormatXML(text), GetImg, theme.lvFont, blocks);
         const bool drawn = show(wb, BuildPreviewPage(html, {}, defaultFontSize(theme.lvFont), blocks));
         const QString file = joinPath(line.out, pictureName(window.name));

@@ -132,9 +132,9 @@ void LangTab::mnuLangOpen_Click()
 
 void LangTab::openLanguage(const QString &path, const QString &theme)
 {
+    const DecodedText file = LoadForEditing(path);
     txtLangFile->setText(path);
     m_languageTheme = theme;
-    const DecodedText file = LoadForEditing(path);
     if (file.text.isEmpty()) {
         emit hint(tr("%1 is empty or not there; the strings stay as they were.").arg(path));
         return;

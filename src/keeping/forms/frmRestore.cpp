@@ -67,10 +67,11 @@ void showLines(QPlainTextEdit &box, const QList<VersionPreview::Line> &lines)
 
 } // namespace
 
-frmRestore::frmRestore(const QString &theme, Files &files, Prompts &prompts, Guard guard, LongRun runLong,
-                       QWidget *parent)
-    : QDialog(parent), m_theme(theme), m_files(files), m_prompts(prompts), m_guard(std::move(guard)),
-      m_runLong(std::move(runLong)), m_rows({tr("File"), tr("Date"), tr("Bytes")}),
+frmRestore::frmRestore(const QString &theme, const QStringList &leadsTo, Files &files, Prompts &prompts,
+                       Guard guard, LongRun runLong, QWidget *parent)
+    : QDialog(parent), m_theme(theme), m_outside(Files::placesOutside(leadsTo, theme)), m_files(files),
+      m_prompts(prompts), m_guard(std::move(guard)), m_runLong(std::move(runLong)),
+      m_rows({tr("File"), tr("Date"), tr("Bytes")}),
       txtFilter(named(new QLineEdit, "txtFilter", tr("Show only files whose names hold this text"))),
       lvVersions(new ListView(QStringLiteral("lvVersions"), tr("Versions kept, newest first"), m_rows)),
       m_difference(new QWidget), lblEmpty(named(new QLabel, "lblEmpty", tr("Why the list is empty"))),
@@ -162,8 +163,9 @@ QLayout *frmRestore::makeButtons()
 void frmRestore::loadVersions()
 {
     if (!m_theme.isEmpty())
-        m_runLong(tr("Looking for versions"),
-                  [this](const Progress &progress) { m_versions = versionsBelow(m_theme, progress); });
+        m_runLong(tr("Looking for versions"), [this](const Progress &progress) {
+            m_versions = versionsBelow(m_theme, progress, m_outside);
+        });
     m_all.clear();
     for (const Version &version : std::as_const(m_versions))
         m_all.append({version.name, {timeText(version), QString::number(version.size)}});

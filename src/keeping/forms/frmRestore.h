@@ -27,10 +27,11 @@ public:
     // Runs a command and shows what goes wrong in it.
     using Guard = std::function<void(const std::function<void()> &)>;
 
-    // `theme` is the folder of the open theme; empty where none is open.
-    // Cancelled comes through where the person does not wait for the list.
-    frmRestore(const QString &theme, Files &files, Prompts &prompts, Guard guard, LongRun runLong,
-               QWidget *parent);
+    // `theme` is the folder of the open theme, empty where none is open; `leadsTo` are the files that it names.
+    // Of these, the ones outside of it are listed, too. Cancelled comes through where the person does not
+    // wait for the list.
+    frmRestore(const QString &theme, const QStringList &leadsTo, Files &files, Prompts &prompts, Guard guard,
+               LongRun runLong, QWidget *parent);
 
 signals:
     // A file was written anew from one of its versions; its path is below the theme's folder as that was
@@ -52,6 +53,7 @@ private:
     void cmdRestore_Click();
 
     QString m_theme;
+    QStringList m_outside; // the files outside of the theme that it leads to
     Files &m_files;
     Prompts &m_prompts;
     Guard m_guard;
