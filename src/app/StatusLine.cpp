@@ -47,8 +47,11 @@ StatusLine::StatusLine(QStatusBar &bar)
     for (QWidget *part : {static_cast<QWidget *>(m_behind), static_cast<QWidget *>(m_caret),
                           static_cast<QWidget *>(m_blocks), static_cast<QWidget *>(m_page)})
         m_bar.addPermanentWidget(part);
-    for (QLabel *label : {m_behind, m_caret, m_blocks})
+    for (QLabel *label : {m_behind, m_caret, m_blocks}) {
         label->setContentsMargins(8, 0, 8, 0);
+        label->setMinimumWidth(1); // in a small window they give way
+    }
+    m_bar.setMinimumWidth(1); // which would not get so small otherwise
     showCaret(1, 1);
     showBlocks(0);
     showCodePage(CodePage::Ascii);

@@ -2,6 +2,7 @@
 
 #include "app/Dialogs.h"
 #include "app/OpenDocument.h"
+#include "app/PageScroll.h"
 #include "app/RecentThemes.h"
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
@@ -67,7 +68,7 @@ frmSkin::frmSkin(Prompts *prompts, QWidget *parent)
 {
     setObjectName(QStringLiteral("frmSkin"));
     setWindowTitle(QStringLiteral(":: Quillmere ::"));
-    setCentralWidget(m_page);
+    setCentralWidget(new PageScroll(m_page)); // where the window is smaller than what was laid out in it
     if (QSettings().value(kCodePage).toString() == u"1252")
         setCodePageRule(CodePageRule::Windows1252);
     makeStatusLine();
@@ -87,6 +88,8 @@ frmSkin::~frmSkin() = default;
 void frmSkin::showFirst()
 {
     const QSize room = screen()->availableSize();
+    Form_Resize(kLeastWidth + kTwipsPerPixel,
+                kLeastHeight + kTwipsPerPixel); // or a screen too small keeps more
     const bool fits =
         room.width() >= kFirstWidth + kWindowBorder && room.height() >= kFirstHeight + kWindowBorder;
     if (restoreGeometry(QSettings().value(kGeometry).toByteArray()) || fits)
@@ -244,6 +247,7 @@ void frmSkin::Form_Resize(int width, int height)
     frmWb->setFrameSize(W, H);
     TabStrip4->setGeometry(toPixels(kStripLeft), toPixels(kStripTop), toPixels(kStripWidth),
                            toPixels(H + 240));
+    m_page->setMinimumSize(frmWb->geometry().right() + 1, TabStrip4->geometry().bottom() + 1);
     for (TabFrame *frame : std::as_const(frYt))
         frame->setFrameHeight(H - 360);
 }

@@ -14,6 +14,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTabBar>
 
 using namespace quillmere;
@@ -84,6 +86,7 @@ private slots:
     void menuTree();
     void layout_data();
     void layout();
+    void smallWindow();
     void tabsRuleMenus();
     void themeFillsLists();
     void foldersThatAreNoTheme();
@@ -171,6 +174,36 @@ void TestWindow::layout()
     for (const auto &[list, companion, less] : lists) {
         const int beside = companion ? on.find<QWidget>(companion)->height() : 0;
         QVERIFY2(on.find<QWidget>(list)->height() == F - beside - less, list);
+    }
+}
+
+// Whatever the size, everything comes into sight, by scrolling and by the keyboard.
+void TestWindow::smallWindow()
+{
+    const Window window;
+    const auto *scroll = window.find<QScrollArea>("pageScroll");
+    window.skin->resize(801, 601);
+    window.skin->resize(800, 600);
+    QCOMPARE(scroll->horizontalScrollBar()->maximum() + scroll->verticalScrollBar()->maximum(), 0);
+    for (const QSize size : {QSize(341, 256), QSize(800, 200)}) {
+        window.skin->resize(size);
+        QCOMPARE(window.skin->size(), size);
+        for (const char *corner : {"frmWb", "TabStrip4"}) {
+            const QRect place = window.find<QWidget>(corner)->geometry();
+            scroll->horizontalScrollBar()->setValue(scroll->horizontalScrollBar()->maximum());
+            scroll->verticalScrollBar()->setValue(scroll->verticalScrollBar()->maximum());
+            const QPoint end = scroll->widget()->mapTo(scroll, place.bottomRight());
+            QVERIFY(scroll->viewport()->geometry().right() >= end.x());
+            QVERIFY(scroll->viewport()->geometry().bottom() >= end.y());
+        }
+        for (int tab = 0; tab < 60; ++tab) {
+            QTest::keyClick(window.skin.get(), Qt::Key_Tab);
+            const QWidget *now = QApplication::focusWidget();
+            if (!scroll->widget()->isAncestorOf(now))
+                continue;
+            const QRect place(now->mapTo(scroll->viewport(), QPoint()), now->size());
+            QVERIFY2(scroll->viewport()->rect().intersects(place), qPrintable(now->objectName()));
+        }
     }
 }
 

@@ -1,0 +1,20 @@
+#include "app/PageScroll.h"
+
+#include <QApplication>
+
+namespace quillmere {
+
+PageScroll::PageScroll(QWidget *page)
+{
+    setObjectName(QStringLiteral("pageScroll"));
+    setAccessibleName(QObject::tr("Page"));
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setWidget(page);
+    connect(qApp, &QApplication::focusChanged, this, [this, page](QWidget *, QWidget *now) {
+        if (now && page->isAncestorOf(now))
+            ensureWidgetVisible(now);
+    });
+}
+
+} // namespace quillmere
