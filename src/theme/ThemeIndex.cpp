@@ -60,8 +60,8 @@ QList<qint32> ThemeIndex::numbersOf(const QString &path) const
 qint32 ThemeIndex::find(NameKind kind, QStringView name) const
 {
     qint32 number = m_folded[size_t(kind)].value(foldedKey(name), -1);
-    while (number >= 0 && m_names[number].text != name)
-        number = m_names[number].nextOfSameLetters;
+    while (number >= 0 && m_names.at(number).text != name)
+        number = m_names.at(number).nextOfSameLetters;
     return number;
 }
 
@@ -70,11 +70,7 @@ qint32 ThemeIndex::intern(NameKind kind, QStringView name)
     const qint32 known = find(kind, name);
     if (known >= 0)
         return known;
-    qint32 number = qint32(m_names.size());
-    if (m_free.isEmpty())
-        m_names.append(Name());
-    else
-        number = m_free.takeLast();
+    const qint32 number = m_free.isEmpty() ? m_names.append() : m_free.takeLast();
     Name &added = m_names[number];
     added = Name();
     added.text = name.toString();
@@ -261,7 +257,8 @@ QList<NamePlace> ThemeIndex::placesIn(qint32 file) const
 QStringList ThemeIndex::matching(NameKind kind, QStringView part) const
 {
     QStringList begin, hold;
-    for (const Name &name : m_names) {
+    for (qint32 number = 0; number < m_names.size(); ++number) {
+        const Name &name = m_names.at(number);
         if (name.kind != kind || name.definedIn.isEmpty())
             continue;
         if (matchesIgnoringCase(name.text, 0, part))

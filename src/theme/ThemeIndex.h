@@ -4,8 +4,10 @@
 #include "theme/NameTable.h"
 
 #include <QHash>
+#include <QSharedData>
 #include <QVarLengthArray>
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -98,6 +100,34 @@ private:
         NameKind kind = NameKind::Image;
     };
 
+    // Names by number. Copies share all but the pieces that one of them changes: a copy is made for each run
+    // of checks, and the next key must not pay for all names.
+    class Names
+    {
+    public:
+        qint32 size() const { return m_size; }
+        const Name &at(qint32 number) const
+        {
+            return m_pieces.at(number / kPiece)->names[size_t(number % kPiece)];
+        }
+        Name &operator[](qint32 number) { return m_pieces[number / kPiece]->names[size_t(number % kPiece)]; }
+        qint32 append()
+        {
+            if (m_size % kPiece == 0)
+                m_pieces.append(QSharedDataPointer(new Piece));
+            return m_size++;
+        }
+
+    private:
+        static constexpr qint32 kPiece = 256;
+        struct Piece : QSharedData
+        {
+            std::array<Name, kPiece> names;
+        };
+        QList<QSharedDataPointer<Piece>> m_pieces;
+        qint32 m_size = 0;
+    };
+
     qint32 add(const IndexedFile &file);
     qint32 find(NameKind kind, QStringView name) const;
     qint32 intern(NameKind kind, QStringView name);
@@ -116,7 +146,7 @@ private:
     QList<IndexedFile> m_files;
     QList<Entries> m_entries; // by file
     QMultiHash<QString, qint32> m_numbers;
-    QList<Name> m_names;
+    Names m_names;
     QList<qint32> m_free;                        // numbers of names that stand nowhere any more
     QHash<QString, qint32> m_folded[kNameKinds]; // first of the names with these letters
 };
