@@ -11,7 +11,7 @@ void fuzz(const Input &input)
 {
     const Outline outline(input.text(0));
     same(twins::brokenPromise(outline), QString(), "the outline of any text");
-    for (qsizetype at = 0; at <= outline.text().size(); ++at)
+    for (qsizetype at = input.choice(1, 8); at <= outline.text().size(); at += 1 + outline.text().size() / 40)
         check(caretPlace(outline, at).word.touches(at), "the word is at the caret", outline.text());
     check(placesOnScreen(outline).size() == outline.blocks().size(), "a place a block", outline.text());
 
