@@ -12,7 +12,6 @@
 #include "controls/ListView.h"
 #include "files/Backups.h"
 #include "files/Memory.h"
-#include "files/ProgramFolder.h"
 #include "source/forms/SourceBox.h"
 
 #include <QAbstractButton>
@@ -116,7 +115,7 @@ struct Key
 class LoadedWindow
 {
 public:
-    LoadedWindow() : m_out(stdout), m_skin(&m_prompts)
+    LoadedWindow() : m_out(stdout), m_skin(m_disk, &m_prompts)
     {
         setBackupFolder(m_files.filePath(QStringLiteral("backup")));
         m_skin.resize(1792, 860);
@@ -401,9 +400,9 @@ private:
         dialog->close();
     }
 
-    void writeDictionary() const
+    void writeDictionary()
     {
-        setProgramFolder(m_files.path());
+        m_disk.setProgramFolder(m_files.path());
         QFile file(m_files.filePath(QStringLiteral("Indonesia.txt")));
         if (!file.open(QIODevice::WriteOnly))
             qFatal("cannot write the dictionary");
@@ -415,6 +414,7 @@ private:
     QTextStream m_out;
     QTemporaryDir m_files;
     YesPrompts m_prompts;
+    Files m_disk;
     frmSkin m_skin;
     WebBrowser *m_browser;
     SourceBox *m_source;

@@ -60,9 +60,9 @@ const QString kCodePage = QStringLiteral("codePage");
 
 } // namespace
 
-frmSkin::frmSkin(Prompts *prompts, QWidget *parent)
+frmSkin::frmSkin(Files &files, Prompts *prompts, QWidget *parent)
     : QMainWindow(parent), m_ownPrompts(prompts ? nullptr : std::make_unique<MessagePrompts>(this)),
-      m_prompts(prompts ? *prompts : *m_ownPrompts), m_runLong(longRunIn(*statusBar())),
+      m_prompts(prompts ? *prompts : *m_ownPrompts), m_files(files), m_runLong(longRunIn(*statusBar())),
       m_menu(*menuBar(), [this](const MainMenu::Command &command) { guarded(command); }),
       m_page(new QWidget(this)), TabStrip4(new TabStrip(m_page)), frmWb(new PreviewFrame(m_page))
 {

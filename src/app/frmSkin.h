@@ -40,7 +40,7 @@ class frmSkin : public QMainWindow
 
 public:
     // `prompts` asks the person; without one the window asks in boxes of its own.
-    explicit frmSkin(Prompts *prompts = nullptr, QWidget *parent = nullptr);
+    explicit frmSkin(Files &files, Prompts *prompts = nullptr, QWidget *parent = nullptr);
     ~frmSkin() override;
 
     // Shows the window where and as large as it was left; the first time large enough for a whole preview,
@@ -86,7 +86,7 @@ private:
 
     std::unique_ptr<Prompts> m_ownPrompts;
     Prompts &m_prompts;
-    Files m_files;
+    Files &m_files;
     ThemeProject m_theme;
     LongRun m_runLong; // shows its progress in the status bar
     MainMenu m_menu;

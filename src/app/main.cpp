@@ -48,7 +48,8 @@ int main(int argc, char **argv)
     if (line.action == CommandLine::Action::Render)
         return renderWindows(line);
 
-    frmSkin window;
+    Files files;
+    frmSkin window(files);
     window.showFirst();
     if (!line.theme.isEmpty())
         QTimer::singleShot(0, &window, [&] { window.openTheme(line.theme); });

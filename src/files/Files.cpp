@@ -2,6 +2,7 @@
 
 #include "files/FailedStep.h"
 #include "files/Paths.h"
+#include "files/ProgramFolder.h"
 
 #include <QFileInfo>
 
@@ -86,6 +87,13 @@ void Files::restore(const QString &path, const QString &version, const QString &
 void Files::remove(const QString &path, const QString &theme)
 {
     DeleteFile(touch(Step::Delete, path, theme));
+}
+
+QString Files::programFolder() const
+{
+    if (m_programFolder.isEmpty())
+        m_programFolder = findProgramFolder();
+    return m_programFolder;
 }
 
 void Files::saveOwn(const QString &path, const QString &text)

@@ -10,7 +10,8 @@
 
 namespace quillmere {
 
-// The one door to what is written and deleted. Made once and handed to who needs it.
+// The one door to what is written and deleted, and to the program's own files. Made once and handed to who
+// needs it.
 //
 // A theme travels between strangers and names the files that its commands write. So whatever names a file
 // also says which theme led there, by the theme's folder, and a file that really lies elsewhere is left alone
@@ -52,10 +53,16 @@ public:
     // Saves a file of the program's own, which no theme has named, wherever links lead.
     void saveOwn(const QString &path, const QString &text);
 
+    // Where the program keeps what is the person's to edit: replace.ini and the dictionaries. Found when it
+    // is first asked for; see findProgramFolder.
+    QString programFolder() const;
+    void setProgramFolder(const QString &folder) { m_programFolder = folder; }
+
 private:
     QString touch(Step step, const QString &path, const QString &theme) const;
 
     QSet<QString> m_allowed;
+    mutable QString m_programFolder;
 };
 
 } // namespace quillmere

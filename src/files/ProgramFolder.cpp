@@ -14,7 +14,7 @@ namespace {
 const QStringList kShipped = {QStringLiteral("replace.ini"), QStringLiteral("Indonesia.txt"),
                               QStringLiteral("trans")};
 
-QString chosenFolder;
+} // namespace
 
 QString findProgramFolder()
 {
@@ -25,21 +25,6 @@ QString findProgramFolder()
     const QString folder = joinPath(data, u"Quillmere");
     copyMissing(besideProgram, folder, kShipped);
     return folder;
-}
-
-} // namespace
-
-QString programFolder()
-{
-    if (!chosenFolder.isEmpty())
-        return chosenFolder;
-    static const QString found = findProgramFolder();
-    return found;
-}
-
-void setProgramFolder(const QString &folder)
-{
-    chosenFolder = folder;
 }
 
 void copyMissing(const QString &from, const QString &to, const QStringList &names)

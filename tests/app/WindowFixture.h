@@ -4,7 +4,6 @@
 #include "asking/Prompts.h"
 #include "browser/forms/WebBrowser.h"
 #include "files/Backups.h"
-#include "files/ProgramFolder.h"
 #include "files/TestFiles.h"
 #include "keeping/UnsavedTexts.h"
 
@@ -77,14 +76,14 @@ public:
         QSettings().clear();
         setBackupFolder(files.path(QStringLiteral("backup")));
         setRecoveryFolder(files.path(QStringLiteral("recovery")));
-        setProgramFolder(files.folder());
+        disk.setProgramFolder(files.folder());
         start();
     }
     // Starts the program; a second time as after a crash of the first.
     void start()
     {
         skin.reset();
-        skin = std::make_unique<frmSkin>(&prompts);
+        skin = std::make_unique<frmSkin>(disk, &prompts);
         skin->resize(1400, 900);
         skin->show();
         skin->activateWindow();
@@ -135,6 +134,7 @@ public:
     }
 
     TestFiles files;
+    Files disk;
     ScriptedPrompts prompts;
     std::unique_ptr<frmSkin> skin;
 };

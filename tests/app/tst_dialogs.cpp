@@ -265,14 +265,14 @@ void TestDialogs::replaceList()
     QCOMPARE(dialog.rows("List1"), QStringLiteral("A\nb\nc\n"));
 
     // A file that cannot be written: one message, the list stays.
-    setProgramFolder(window.files.path(QStringLiteral("replace.ini")));
+    window.disk.setProgramFolder(window.files.path(QStringLiteral("replace.ini")));
     QString reason;
     try {
-        SaveFile(QString(programFolder() + u"/replace.ini"), QString());
+        SaveFile(QString(window.disk.programFolder() + u"/replace.ini"), QString());
     } catch (const RunTimeError &error) {
         reason = error.message();
     }
-    QVERIFY(reason.contains(programFolder()));
+    QVERIFY(reason.contains(window.disk.programFolder()));
     window.prompts.expectQuestion(QStringLiteral("Simpan Text"), question, true);
     window.prompts.expectMessage(QStringLiteral("Quillmere"), reason);
     dialog.click("Command4");

@@ -1,7 +1,6 @@
 #include "app/WindowFixture.h"
 
 #include "controls/ListView.h"
-#include "files/ProgramFolder.h"
 
 #include <QClipboard>
 #include <QLabel>
@@ -21,14 +20,13 @@ class LanguageWindow : public Window
 public:
     LanguageWindow()
     {
-        setProgramFolder(files.path(QStringLiteral("program")));
+        disk.setProgramFolder(files.path(QStringLiteral("program")));
         files.write(QStringLiteral("theme/theme.xml"),
                     "<config><file_i18n>lang\\i18n.xml</file_i18n></config>");
         files.write(QStringLiteral("theme/lang/i18n.xml"), "<language id=\"German\">sub\\de.xml</language>");
         files.write(QStringLiteral("theme/lang/sub/de.xml"), kGerman);
         skin->openTheme(files.path(QStringLiteral("theme")));
     }
-    ~LanguageWindow() { setProgramFolder(QString()); }
 
     // Selects a row of a list and presses a key on it.
     void press(const char *list, int row, Qt::Key key) const

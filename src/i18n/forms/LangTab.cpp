@@ -8,7 +8,6 @@
 #include "files/FileList.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
-#include "files/ProgramFolder.h"
 #include "files/RunTimeError.h"
 #include "i18n/Dictionary.h"
 #include "i18n/LanguageCatalogue.h"
@@ -202,7 +201,7 @@ void LangTab::LvBhs_DblClick()
 
 void LangTab::translate(const QString &path)
 {
-    const QString text = LoadFile(joinPath(programFolder(), path));
+    const QString text = LoadFile(joinPath(m_files.programFolder(), path));
     emit hint(tr("%1 rows filled from %2.").arg(fillFromDictionary(m_strings, text)).arg(path));
 }
 
@@ -210,7 +209,7 @@ void LangTab::LoadDictionaryMenu(Commands &menu)
 {
     qDeleteAll(m_dictionaries);
     m_dictionaries.clear();
-    const QString folder = joinPath(programFolder(), u"trans");
+    const QString folder = joinPath(m_files.programFolder(), u"trans");
     if (findFolder(folder).isEmpty())
         throw RunTimeError(tr("There is no folder %1 with dictionaries.").arg(folder));
     m_file1.setPath(folder);

@@ -27,9 +27,9 @@ public:
     // Runs a command and shows what goes wrong in it.
     using Guard = std::function<void(const std::function<void()> &)>;
 
-    // `theme` is the folder of the open theme, empty where none is open; `leadsTo` are the files that it names.
-    // Of these, the ones outside of it are listed, too. Cancelled comes through where the person does not
-    // wait for the list.
+    // `theme` is the folder of the open theme, empty where none is open; `leadsTo` are the files that it
+    // names. Of these, the ones outside of it are listed, too. Cancelled comes through where the person does
+    // not wait for the list.
     frmRestore(const QString &theme, const QStringList &leadsTo, Files &files, Prompts &prompts, Guard guard,
                LongRun runLong, QWidget *parent);
 

@@ -6,7 +6,6 @@
 #include "files/Files.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
-#include "files/ProgramFolder.h"
 #include "replace/ReplaceList.h"
 
 #include <QGridLayout>
@@ -25,11 +24,6 @@ namespace {
 
 constexpr QSize kFirstSize{720, 520}; // pixels
 const QString kTitle = QStringLiteral("Simpan Text");
-
-QString replaceIni()
-{
-    return joinPath(programFolder(), u"replace.ini");
-}
 
 } // namespace
 
@@ -185,6 +179,11 @@ bool frmReplace::eventFilter(QObject *watched, QEvent *event)
         return ModelessDialog::eventFilter(watched, event);
     box->clear(); // and the dialog stays
     return true;
+}
+
+QString frmReplace::replaceIni() const
+{
+    return joinPath(m_files.programFolder(), u"replace.ini");
 }
 
 QList<Replacement> frmReplace::pairs() const

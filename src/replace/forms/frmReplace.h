@@ -60,6 +60,7 @@ private:
     QGroupBox *makeNavigation();
     QGroupBox *makeFinds();
     QGroupBox *makeReplacements();
+    QString replaceIni() const;
     QList<Replacement> pairs() const;
     void setPairs(const QList<Replacement> &pairs);
     // What is in the boxes, with the line ends of the source.
