@@ -55,8 +55,9 @@ QString OpenDocument::path() const
 
 void OpenDocument::open(const QString &path, const QString &theme)
 {
-    const qint64 megabytes = QFileInfo(findFile(path)).size() / kMegabyte;
-    if (megabytes >= kAskFrom &&
+    const qint64 size = QFileInfo(findFile(path)).size();
+    const qint64 megabytes = size / kMegabyte;
+    if (megabytes >= kAskFrom && size <= kLargestFile && // or it is not read at all
         !m_prompts.ask(tr("Open"),
                        tr("%1 has %2 MB and takes a while to open. Open it?").arg(path).arg(megabytes)))
         return;

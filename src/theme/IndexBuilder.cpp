@@ -1,5 +1,6 @@
 #include "files/FileList.h"
 #include "files/Paths.h"
+#include "files/RunTimeError.h"
 #include "theme/ThemeConfig.h"
 #include "theme/ThemeIndex.h"
 
@@ -15,13 +16,7 @@ namespace quillmere {
 
 namespace {
 
-// No file of a theme comes near it; what a theme names may be anything.
-constexpr qint64 kMostBytes = 64 * 1024 * 1024;
 constexpr int kMostThreads = 4;
-
-struct TooLarge
-{
-};
 
 struct RoleOfEntry
 {
@@ -216,12 +211,9 @@ private:
         if (file.found.isEmpty())
             return std::nullopt;
         try {
-            const auto bytes = LoadBytes(file.found, [](qsizetype done, qsizetype) {
-                if (done > kMostBytes)
-                    throw TooLarge();
-            });
+            const auto bytes = LoadBytes(file.found);
             return bytes ? std::optional(decodeText(*bytes, m_sources.rule).text) : std::nullopt;
-        } catch (const TooLarge &) {
+        } catch (const RunTimeError &) {
             return std::nullopt;
         }
     }

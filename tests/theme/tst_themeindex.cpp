@@ -153,6 +153,16 @@ private slots:
         QVERIFY(index->isUsed(NameKind::Colour, u"blue") && !index->isDefined(NameKind::Colour, u"blue"));
     }
 
+    // Read on threads of their own, where nobody would catch what they throw.
+    void leavesOutWhatIsTooLarge()
+    {
+        const SmallTheme theme;
+        QVERIFY(QFile::resize(theme.path(QStringLiteral("font.xml")), qint64(100) << 30));
+        const std::optional<ThemeIndex> index = ThemeIndex::build(theme.sources());
+        QVERIFY(index && index->isDefined(NameKind::Image, u"One"));
+        QVERIFY(!index->isDefined(NameKind::Font, u"small") && index->isUsed(NameKind::Font, u"small"));
+    }
+
     void openTextsComeFirst()
     {
         const SmallTheme theme;
