@@ -1,12 +1,10 @@
 #include "catalogues/ColourCatalogue.h"
-#include "catalogues/ColourConversion.h"
-#include "catalogues/LiteralConversion.h"
 #include "colorpicker/ColourValue.h"
 #include "files/Backups.h"
 #include "files/Files.h"
 #include "files/TestFiles.h"
 #include "files/TextFile.h"
-#include "markup/LiteralTwins.h"
+#include "markup/ColourCode.h"
 #include "rows/ListRows.h"
 
 #include <QTest>
@@ -39,7 +37,6 @@ class TestColourCatalogue : public QObject
 private slots:
     void load();
     void saveTwice();
-    void convertAsLiterally();
     void values();
 };
 
@@ -79,24 +76,6 @@ void TestColourCatalogue::saveTwice()
         QCOMPARE(files.read(u"c.xml"_s),
                  "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n<colors>\r\n"
                  "<color name=\"b&\xe9\">#00ff00</color>\r\n<color name=\"\"></color>\r\n</colors>\r\n");
-    }
-}
-
-void TestColourCatalogue::convertAsLiterally()
-{
-    QRandomGenerator random(20);
-    const QStringList plain = {{}, u"a"_s, u"B"_s, u"b"_s, u"\u00e4"_s, u"\u00c4"_s};
-    const QStringList marked = plain + QStringList{u"a,b"_s, u"]<"_s, u">["_s, u"a>[b"_s};
-    const QStringList tokens = plain + u",;,;,b,;>[;]<;[;]; ;>;<"_s.split(u';');
-    for (int i = 0; i < 4000; ++i) {
-        const QStringList &names = i % 4 ? plain : marked;
-        const auto name = [&] { return names[random.bounded(int(names.size()))]; };
-        Colours colours;
-        for (int row = random.bounded(8); row > 0; --row)
-            colours.rows.add({}, {name(), name()});
-        const QString text = twins::randomText(random, tokens, random.bounded(60));
-        for (const ColourForm to : {ColourForm::Code, ColourForm::Name})
-            QCOMPARE(ConvertColours(text, colours.rows, to), literal::convert(text, colours.rows, to));
     }
 }
 

@@ -1,9 +1,7 @@
-#include "catalogues/LiteralScan.h"
 #include "catalogues/UsageScan.h"
 #include "files/TestFiles.h"
 #include "rows/ListRows.h"
 
-#include <QRandomGenerator>
 #include <QTest>
 
 using namespace quillmere;
@@ -41,17 +39,6 @@ struct Theme
     ListRows colours{{QString()}};
 };
 
-// Few letters and all the markers, so that names and texts meet often; "k" and the Kelvin sign are one
-// letter.
-QString randomText(QRandomGenerator &random, int most)
-{
-    static const QString letters = QStringLiteral("aAbkK\u212a,,[]<>>");
-    QString text;
-    for (int size = random.bounded(most + 1); size > 0; --size)
-        text += letters[random.bounded(letters.size())];
-    return text;
-}
-
 } // namespace
 
 class TestUsageScan : public QObject
@@ -60,7 +47,6 @@ class TestUsageScan : public QObject
 
 private slots:
     void marks();
-    void asTheLiteralScans();
 };
 
 void TestUsageScan::marks()
@@ -81,25 +67,6 @@ void TestUsageScan::marks()
     theme.windows.setChecked(1, true);
     QCOMPARE(checkWindowsWith(QStringLiteral("LOGO"), theme.windows, [](int, int) {}), 1);
     QCOMPARE(checks(theme.windows), QList<bool>({true, false, false}));
-}
-
-void TestUsageScan::asTheLiteralScans()
-{
-    QRandomGenerator random(5);
-    for (int round = 0; round < 400; ++round) {
-        QStringList documents, names;
-        for (int i = 0; i < 3; ++i)
-            documents.append(randomText(random, 200));
-        for (int i = 0; i < 40; ++i)
-            names.append(randomText(random, 6));
-        Theme theme(documents, names);
-        theme.scan();
-        QCOMPARE(checks(theme.images) + checks(theme.colours), literal::scan(documents, names, names));
-
-        Theme fresh({}, names);
-        checkNamesIn(documents[0], fresh.images);
-        QCOMPARE(checks(fresh.images), literal::namesIn(documents[0], names));
-    }
 }
 
 QTEST_APPLESS_MAIN(TestUsageScan)

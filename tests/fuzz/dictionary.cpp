@@ -10,7 +10,7 @@ using namespace quillmere;
 void fuzz(const Input &input)
 {
     twins::Rows expected;
-    for (const QString &line : input.lines(0))
+    for (const QString &line : input.text(0).split(u'\n'))
         expected.append(
             {QString(), {line.startsWith(u'*') ? line.mid(1) : line, line}, line.startsWith(u'*')});
     ListRows strings = makeStringRows();

@@ -8,8 +8,8 @@ namespace {
 bool matches(QStringView text, QStringView marker, qsizetype at, bool folded)
 {
     for (qsizetype i = 0; i < marker.size(); ++i) {
-        const char16_t left = text[at + i].unicode(), right = marker[i].unicode();
-        if (folded ? foldCase(left) != foldCase(right) : left != right)
+        const QChar left = text[at + i], right = marker[i];
+        if (folded ? left.toCaseFolded() != right.toCaseFolded() : left != right)
             return false;
     }
     return true;

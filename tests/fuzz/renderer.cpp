@@ -4,22 +4,59 @@
 #include "preview/PreviewPage.h"
 #include "widgets/BlockLines.h"
 
+#include <utility>
+
 using namespace quillmere;
 
-// The page is that of the slow renderer; there are as many rows as blocks; a ticked block is hidden; the rows
-// come back from the clipboard. Fonts are lines NAME SIZE STYLE.
+namespace {
+
+ViewOptions optionsOf(const Input &input)
+{
+    ViewOptions options;
+    for (size_t item = 0; item < options.shown.size(); ++item)
+        options.shown[item] = input.choice(2, 256) >> item & 1;
+    return options;
+}
+
+// A page is made as replacement by replacement. The sheet alone is what nothing is replaced in.
+void comparePages(const QString &html, const QString &name, const QString &size, ViewOptions options)
+{
+    ListRows block(QStringList(2), ListRows::Checks::Yes);
+    block.add({}, {name});
+    QString sheet = BuildPreviewPage(QStringLiteral("<!--stye-->"), options, QStringLiteral("@"), block);
+    sheet.replace(u'@', size);
+    for (const bool changed : {false, true}) {
+        options.fixed = changed;
+        block.setChecked(0, changed);
+        same(BuildPreviewPage(html, options, size, block),
+             twins::buildPreviewPage(html, changed ? sheet + u'#' + name + u"{display:none;}" : sheet,
+                                     options),
+             "replaces in the page");
+    }
+}
+
+} // namespace
+
+// The page is that of the slow renderer, and so are the pictures asked for; there are as many rows as blocks;
+// a ticked block is hidden; the rows come back from the clipboard. Fonts are lines NAME SIZE STYLE.
 void fuzz(const Input &input)
 {
     const QString markup = input.text(0);
-    if (hasSurrogates(markup + input.text(1)))
+    if (hasSurrogates(markup + input.text(1) + input.text(3) + input.text(4) + input.text(5)))
         return;
     ListRows fonts(QStringList(5)), blocks(QStringList(2), ListRows::Checks::Yes);
     for (const QString &line : input.lines(1))
         fonts.add({}, {line.section(u' ', 0, 0), {}, line.section(u' ', 1, 1), line.section(u' ', 2)});
-    const ImageLookup find = [](const QString &id) { return u"/i/" + id; };
+    QStringList asked;
+    const ImageLookup find = [&asked](const QString &id) {
+        asked.append(id);
+        return id == id.toLower() && !id.isEmpty() ? QString(u"/i/" + id) : QString();
+    };
     QList<ListRows::Row> expectedRows;
     const QString page = BuildWidgetHtml(markup, find, fonts, blocks);
+    const QStringList pictures = std::exchange(asked, {});
     same(page, twins::buildWidgetHtml(markup, find, fonts, expectedRows), "the page");
+    same(pictures.join(u'|'), asked.join(u'|'), "the pictures");
     same(asText(blocks.rows()), asText(expectedRows), "the rows");
     check(cutBlocks(markup).blocks.size() == blocks.count(), "a row a block", markup);
     same(asText(blocksOfLines(linesOfBlocks(blocks))),
@@ -29,9 +66,7 @@ void fuzz(const Input &input)
              : asText(expectedRows),
          "rows of the clipboard");
 
-    ViewOptions options;
-    for (size_t item = 0; item < options.shown.size(); ++item)
-        options.shown[item] = input.choice(2, 256) >> item & 1;
+    const ViewOptions options = optionsOf(input);
     const QStringList harmless = {QStringLiteral("a"), QStringLiteral("b")};
     for (int row = 0; row < blocks.count(); ++row)
         blocks.setChecked(row, true);
@@ -40,4 +75,5 @@ void fuzz(const Input &input)
         check(!harmless.contains(row.sub(1)) ||
                   shown.contains(QString(u'#' + row.sub(1) + u"{display:none;}")),
               "a ticked block is hidden", shown);
+    comparePages(input.text(3), input.text(4), input.text(5), options);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QList>
-#include <QRandomGenerator>
 #include <QString>
 #include <QStringList>
 
@@ -124,14 +123,6 @@ inline QString removeComment(QString html)
             html = getRemoveComment(html);
     }
     return html;
-}
-
-inline QString randomText(QRandomGenerator &random, const QStringList &tokens, int count)
-{
-    QString text;
-    for (int i = 0; i < count; ++i)
-        text += tokens[random.bounded(int(tokens.size()))];
-    return text;
 }
 
 } // namespace twins

@@ -1,6 +1,6 @@
 #include "TextTable.h"
 #include "markup/WidgetDocument.h"
-#include "preview/LiteralRenderer.h"
+#include "preview/PreviewPage.h"
 #include "rows/ListRows.h"
 #include "source/SavedText.h"
 
@@ -59,41 +59,6 @@ private slots:
             options.shown[item] = checked[qsizetype(item)] != u'-';
         options.fixed = checked.back() != u'-';
         QCOMPARE(BuildPreviewPage(html, options, QStringLiteral("16"), lvBlock), page);
-    }
-
-    void buildsRandomPagesLikeItsSteps()
-    {
-        static constexpr QStringView marks = u"</span><span class=`ukuran`>|</SPAN><span "
-                                             u"class=`Ukuran`>|</span>|<span class=`ukuran`>|<!--stye-->|"
-                                             u"<!--\u017Ftye-->|<!--stye|-->|#00ff00|#00FF00|#ff00ff|#FF00FF|"
-                                             u"#ff|#00|00ff00|00ff|00ff|</style>|"
-                                             u"</STYLE>|</s|tyle>|<|/|x|{display:none;}";
-        const QStringList tokens = marks.toString().replace(u'`', u'"').split(u'|');
-        QRandomGenerator random(11);
-        for (int round = 0; round < 5000; ++round) {
-            ViewOptions options;
-            for (bool &shown : options.shown)
-                shown = random.bounded(2);
-            options.fixed = random.bounded(2);
-            ListRows lvBlock(QStringList(2), ListRows::Checks::Yes);
-            lvBlock.add({}, {twins::randomText(random, tokens, 3)});
-            const QString size = twins::randomText(random, tokens, 1);
-            // The sheet alone is what nothing is replaced in, and the table above says what is in it.
-            const QString name = u'#' + lvBlock.sub(0, 1) + u"{display:none;}";
-            ViewOptions plain = options;
-            plain.fixed = false;
-            lvBlock.setChecked(0, false);
-            QString sheet =
-                BuildPreviewPage(QStringLiteral("<!--stye-->"), plain, QStringLiteral("@"), lvBlock);
-            sheet.replace(u'@', size);
-            if (random.bounded(2)) {
-                lvBlock.setChecked(0, true);
-                sheet += name;
-            }
-            const QString html = twins::randomText(random, tokens, 20);
-            QCOMPARE(BuildPreviewPage(html, options, size, lvBlock),
-                     twins::buildPreviewPage(html, sheet, options));
-        }
     }
 
     void screens()

@@ -1,5 +1,5 @@
 #include "TextTable.h"
-#include "preview/LiteralRenderer.h"
+#include "preview/WidgetHtml.h"
 
 using namespace quillmere;
 using S = QStringView;
@@ -35,9 +35,6 @@ private:
             list += row.text + u'|' + row.subItems.join(u'|') + (row.checked ? u"|ticked" : u"");
         return list.join(u',');
     }
-
-    // Markup is full of double quotes; here back quotes stand for them.
-    static QString quoted(S text) { return text.toString().replace(u'`', u'"'); }
 
     ListRows m_fonts{QStringList(5)};
     ListRows m_blocks{QStringList(2), ListRows::Checks::Yes};
@@ -106,61 +103,6 @@ private slots:
             QTEST(lines(m_blocks.rows()), "rows");
             QTEST(asked.join(u','), "asked");
             m_blocks.setChecked(0, true);
-        }
-    }
-
-    void drawsRandomTextLikeItsSteps()
-    {
-        // Blocks are opened often, or most texts would be one long block.
-        static constexpr S openings =
-            u"<widget name=`a`|<widget class=`text` name=`b`|<Style Name=`C'[x]`|<WIDGET id=`d`|"
-            u"<widget <imgs>|<widget ";
-        const QStringList tokens = [] {
-            static constexpr S loose =
-                u"</widget>|</WIDGET>|<children>|</Children>|<chi<children>ldren>|na<signal>|</signal>|"
-                u"<wid</children>get | name=`e`| name=|id=`|`|>|/>|<|,| class=`text`| CLASS=`Text`| style=`|"
-                u" class=`image`| style=`s`| Style=`S`| style=``|<string>t/></string>|<string><property>|"
-                u"<string></property></String>|<string/>|<property>|</property>|<PROPERTY>|</Property>|"
-                u"<rect>[|]</rect>|<imgs>|<IMGS "
-                u"x>|<mode>single</mode>|<mode>multiple</mode>|<img>|<unfocus_img/>|"
-                u"<mode>Multiple</MODE>|hcentre|HCentre|VCentre|<font>font_prog</font>|<font></font>|"
-                u":osd_trans|:Gui_Trans|<!--|-->|\r\n| "
-                u"\u017Ftyle=`S`|\u0416\u0436|<chil|dren>|</child|<sty<children>le |"
-                u"<signal|<mode>sin</children>gle</mode>| style=`hcentre`| style=`a/>b`| "
-                u"style=`|class=`text`|"
-                u"<string>:gui_trans</property>/></string>|<bac\u212Acolor>[\u212A,l,:osd_trans]</backcolor>|"
-                u"<forecolor>[osd_trans,|<img>:osd_trans</img>| name=`:gui_trans/>`|<string>|</String>";
-            QStringList list = quoted(loose).split(u'|');
-            for (const S name : {u"rect", u"backcolor", u"forecolor", u"Rect", u"BackColor", u"ForeColor"}) {
-                for (const S value : {u"", u"1", u"2,3", u"4,5,6", u"7,8,9,10", u"OSD_trans,,Gui_trans,1,2"})
-                    list += u'<' + name + u">[" + value + u"]</" + name.toString().toLower() + u'>';
-            }
-            for (const S name :
-                 {u"img", u"t_img", u"b_img", u"l_img", u"r_img", u"lt_img", u"rt_img", u"lb_img", u"rb_img",
-                  u"unfocus_img", u"font", u"string", u"L_Img", u"Unfocus_img", u"Font"})
-                list << u'<' + name + u">f</" + name + u'>' << u'<' + name + u">G</" + name + u'>';
-            return list;
-        }();
-        const QString fonts[] = {QString(),
-                                 QStringLiteral("font_prog 16 italic,f 20 normal,font_prog 17 bold"),
-                                 QStringLiteral("g 20 normal,F 21 thin,h,font_prog 16 italic"),
-                                 QStringLiteral("g 20 normal, 8 small,Font_Prog 9 thin")};
-        QRandomGenerator random(7);
-        for (int round = 0; round < 10000; ++round) {
-            setFonts(m_fonts, fonts[round % 4]);
-            QString markup = twins::randomText(random, tokens, random.bounded(3));
-            const bool isLarge = round % 1000 == 0;
-            for (int block = random.bounded(isLarge ? 3000 : 5); block > 0; --block) {
-                markup += twins::randomText(random, quoted(openings).split(u'|'), 1);
-                markup += twins::randomText(random, tokens, random.bounded(isLarge ? 8 : 30));
-            }
-            QStringList asked, expectedAsked;
-            QList<ListRows::Row> rows;
-            const QString expected = twins::buildWidgetHtml(markup, lookup(expectedAsked), m_fonts, rows);
-            const QString actual = BuildWidgetHtml(markup, lookup(asked), m_fonts, m_blocks);
-            const QString call = markup + u" -> ";
-            QCOMPARE(QString(call + actual + u' ' + lines(m_blocks.rows()) + u' ' + asked.join(u',')),
-                     QString(call + expected + u' ' + lines(rows) + u' ' + expectedAsked.join(u',')));
         }
     }
 };

@@ -1,5 +1,4 @@
 #include "widgets/BlockProperties.h"
-#include "widgets/LiteralProperties.h"
 
 #include <QTest>
 
@@ -39,19 +38,6 @@ private slots:
             const auto block = GetProperty(QString::fromLatin1(one.source), QStringLiteral("a"));
             QCOMPARE(block ? block->segment : QStringLiteral("-"), QLatin1String(one.segment));
             QCOMPARE(rowsAsLines(block ? block->rows : QList<ListRows::Row>()), QLatin1String(one.rows));
-        }
-    }
-
-    void scansLikeTheTwin()
-    {
-        QRandomGenerator random(36);
-        const QStringList tokens =
-            QStringLiteral("<|>|/|<|>|</|/>|//|<b>|</b>|x|\r\n|[1,2]|\u212a").split(u'|');
-        for (int round = 0; round < 20000; ++round) {
-            const QString properties = twins::randomText(random, tokens, 1 + random.bounded(14));
-            const QString source = u"\"n\"<property>" + properties + u"</property>";
-            QCOMPARE(rowsAsLines(GetProperty(source, QStringLiteral("n"))->rows),
-                     rowsAsLines(literal::propertyRows(properties)));
         }
     }
 

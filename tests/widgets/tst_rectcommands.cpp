@@ -1,50 +1,10 @@
-#include "widgets/LiteralRects.h"
 #include "widgets/RectCommands.h"
 
-#include <QRandomGenerator>
 #include <QTest>
 
 using namespace quillmere;
 
 namespace {
-
-QString randomText(QRandomGenerator &random)
-{
-    static const char *tokens[] = {"<rect>[",
-                                   "<rect>",
-                                   "<RECT>[",
-                                   "[",
-                                   "]",
-                                   "]</rect>",
-                                   "]</Rect>",
-                                   "</rect>",
-                                   "0,100,500,400",
-                                   "0,125,625,500",
-                                   "0,80,400,320",
-                                   "1,2,3,4",
-                                   "1,2,3",
-                                   "-7,8,9,10",
-                                   "5,5,5,5,5",
-                                   "a,1,2,3",
-                                   "A,1,2,3",
-                                   "a,1,c<d,3",
-                                   "1.5, 2,+3.07,-.5",
-                                   "9,99999999999999999999,123456789012345678,500",
-                                   "-0,-1,1000.0,401",
-                                   "<rect>[0,100,500,400]</rect>",
-                                   "<Rect>[0,125,625,500]</rect>",
-                                   "<rect>[0,125,625,500]</RECT>",
-                                   "<rect>[a,26,2,3]</rect>",
-                                   ",",
-                                   " ",
-                                   "\r\n"};
-    static const char *screens[] = {"<rect>[0,0,500,400]</rect>", "<rect> [0,0,[500,400] </rect>",
-                                    "<Rect>[0,0,1500.5,700]</rect>", "<rect>[0,0,124,12]</rect>", ""};
-    QString text = QLatin1String(screens[std::max(0, random.bounded(10) - 5)]);
-    for (int n = random.bounded(20); n > 0; --n)
-        text += QLatin1String(tokens[random.bounded(int(std::size(tokens)))]);
-    return text;
-}
 
 QString nameOf(ScaleResult result)
 {
@@ -59,37 +19,11 @@ class TestRectCommands : public QObject
     Q_OBJECT
 
 private slots:
-    void sameAsOneByOne();
     void scale_data();
     void scale();
     void move_data();
     void move();
 };
-
-void TestRectCommands::sameAsOneByOne()
-{
-    QRandomGenerator random(4711);
-    int changed = 0;
-    for (int round = 0; round < 20000; ++round) {
-        const QString text = randomText(random);
-        const bool larger = round % 2;
-        QString fast = text;
-        QString slow = text;
-        const ScaleResult result =
-            ScaleRects(fast, larger ? 5 : 4, larger ? 4 : 5, QStringLiteral("1280"), QStringLiteral("720.0"));
-        QCOMPARE(nameOf(result), literal::scaleRects(slow, larger ? 5 : 4, larger ? 4 : 5, 1280, 720));
-        QCOMPARE(fast, slow);
-        changed += fast != text;
-
-        fast = slow = text;
-        const Axis axis = round % 3 ? Axis::Top : Axis::Left;
-        MoveRects(fast, axis, 25);
-        literal::moveRects(slow, axis == Axis::Top ? 1 : 0, 25);
-        QCOMPARE(fast, slow);
-        changed += fast != text;
-    }
-    QVERIFY(changed > 20000);
-}
 
 void TestRectCommands::scale_data()
 {
