@@ -8,6 +8,7 @@ PageScroll::PageScroll(QWidget *page)
 {
     setObjectName(QStringLiteral("pageScroll"));
     setAccessibleName(QObject::tr("Page"));
+    setFocusPolicy(Qt::NoFocus); // the keyboard has the controls to go to
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
     setWidget(page);

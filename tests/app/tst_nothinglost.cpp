@@ -211,6 +211,7 @@ void TestNothingLost::reloadFromOutside()
                                               "<color name=\"a\">#1</color><color name=\"b\">#2</color>");
     QVERIFY(std::rename(qPrintable(beside), qPrintable(window.files.path(name))) == 0);
     QVERIFY(offers(window, QStringLiteral("color.xml was changed by another program\\.")));
+    QCOMPARE(window.find<QWidget>("frOffer")->toolTip(), QStringLiteral("<qt>color.xml</qt>"));
     QCOMPARE(colours->rowCount(), 1);
     answer(window, "cmdOffer(0)");
     QCOMPARE(colours->rowCount(), 2);

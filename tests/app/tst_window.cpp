@@ -6,6 +6,7 @@
 
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
+#include "keeping/forms/OfferBar.h"
 
 #include <QClipboard>
 #include <QComboBox>
@@ -17,6 +18,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTabBar>
+#include <qtestspontaneevent.h>
 
 using namespace quillmere;
 
@@ -87,6 +89,9 @@ private slots:
     void layout_data();
     void layout();
     void smallWindow();
+    void comesBackAsItWasLeft();
+    void settlesOnTheScreenOfTheTheme();
+    void offerByKey();
     void tabsRuleMenus();
     void themeFillsLists();
     void foldersThatAreNoTheme();
@@ -205,6 +210,71 @@ void TestWindow::smallWindow()
             QVERIFY2(scroll->viewport()->rect().intersects(place), qPrintable(now->objectName()));
         }
     }
+}
+
+void TestWindow::comesBackAsItWasLeft()
+{
+    Window window;
+    QStringList folders;
+    for (int i = 0; i < 11; ++i) {
+        folders.prepend(window.files.path(QStringLiteral("a&b%1/theme").arg(i)));
+        window.files.write(QStringLiteral("a&b%1/theme/theme.xml").arg(i), "<config></config>");
+        window.skin->openTheme(folders[0]);
+    }
+    window.skin->openTheme(folders[2]);
+    window.skin->openTheme(window.files.path(QStringLiteral("a&b1"))); // no theme
+    const QRect place(30, 40, 700, 650);
+    window.skin->setGeometry(place);
+    window.skin->close();
+
+    frmSkin next(&window.prompts);
+    next.showFirst();
+    QTRY_COMPARE(next.geometry(), place);
+    folders.move(2, 0);
+    QStringList shown;
+    auto *recent = next.findChild<QMenu *>(QStringLiteral("mnuRecentThemes"));
+    for (const QAction *item : recent->actions())
+        shown.append(item->text().replace(QLatin1String("&&"), QLatin1String("&")));
+    QCOMPARE(shown, folders.mid(0, 10));
+    recent->actions()[3]->trigger();
+    QCOMPARE(next.windowTitle(), QString(u" :: Quillmere :: " + folders[3]));
+    QCOMPARE(recent->actions()[0]->text(), QString(folders[3]).replace(u'&', QLatin1String("&&")));
+}
+
+// A window manager that gives the window its size late does not take the screen of the theme away.
+void TestWindow::settlesOnTheScreenOfTheTheme()
+{
+    for (const QSize screen : {QSize(1280, 720), QSize(1024, 576)}) {
+        Window window;
+        writeTheme(window);
+        window.files.write(QStringLiteral("theme/widget/widget.xml"),
+                           QByteArray(kCatalogue)
+                               .replace("1280", QByteArray::number(screen.width()))
+                               .replace("720", QByteArray::number(screen.height())));
+        window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+        QResizeEvent resized(window.skin->size(), QSize());
+        QSpontaneKeyEvent::setSpontaneous(&resized);
+        qApp->notify(window.skin.get(), &resized);
+        QCOMPARE(window.find<QWidget>("wb")->size(), screen);
+    }
+}
+
+void TestWindow::offerByKey()
+{
+    const Window window;
+    auto *offers = window.find<OfferBar>("frOffer");
+    int taken = 0;
+    const auto take = [&taken] { ++taken; };
+    offers->offer(QStringLiteral("first"), QStringLiteral("First"), {{QStringLiteral("Go"), take}});
+    offers->offer(QStringLiteral("last"), QStringLiteral("Last"),
+                  {{QStringLiteral("Go"), take}, {QStringLiteral("No"), [] {}}});
+    for (int i = 1; i <= 2; ++i) { // the one before comes back
+        QTest::keyClick(window.skin->windowHandle(), Qt::Key_F6);
+        QCOMPARE(window.skin->focusWidget(), window.find<QWidget>("cmdOffer(0)"));
+        QTest::keyClick(window.skin->focusWidget(), Qt::Key_Space);
+        QCOMPARE(taken, i);
+    }
+    QVERIFY(!offers->isVisible());
 }
 
 void TestWindow::tabsRuleMenus()
