@@ -211,10 +211,10 @@ private:
         if (file.found.isEmpty())
             return std::nullopt;
         try {
-            const auto bytes = LoadBytes(file.found);
+            const std::optional<QByteArray> bytes = LoadBytes(file.found);
             return bytes ? std::optional(decodeText(*bytes, m_sources.rule).text) : std::nullopt;
         } catch (const RunTimeError &) {
-            return std::nullopt;
+            return std::nullopt; // what stands there may be no file at all
         }
     }
 

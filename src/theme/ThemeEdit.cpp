@@ -158,14 +158,14 @@ struct ThemeEdit::Written
     CodePage page;
 };
 
-ThemeEdit::Written ThemeEdit::prepared(const QString &path, const FileEdit &edit, const QString &folder) const
+ThemeEdit::Written ThemeEdit::prepared(const QString &path, const FileEdit &edit, const EditTargets &targets)
 {
     const QString found = findFile(path);
     if (found.isEmpty())
         throwFailed("change", path, QStringLiteral("there is no such file"));
-    // A link in a theme may lead anywhere.
-    if (!liesBelow(found, folder))
-        throwFailed("change", path, QStringLiteral("it does not lie in the theme's folder"));
+    // Found out now, and not when half of the files are written.
+    if (!targets.files.place(Files::Step::Save, found, targets.folder).mayBeTouched)
+        throwFailed("change", path, QStringLiteral("it lies outside of the theme's folder"));
     const std::optional<QByteArray> bytes = LoadBytes(found);
     if (!bytes)
         throwFailed("read", path, QStringLiteral("it cannot be read"));
@@ -183,7 +183,7 @@ ThemeEdit::Written ThemeEdit::prepared(const QString &path, const FileEdit &edit
     return file;
 }
 
-void ThemeEdit::write(const QList<Written> &files)
+void ThemeEdit::write(const QList<Written> &files, const EditTargets &targets)
 {
     for (qsizetype i = 0; i < files.size(); ++i) {
         const Written &file = files[i];
@@ -191,21 +191,22 @@ void ThemeEdit::write(const QList<Written> &files)
             // Writing many takes a while, and other programs do not wait.
             if (LoadBytes(file.path) != file.oldBytes)
                 throwChanged(file.path);
-            SaveFile(file.path, file.text, file.page);
+            targets.files.save(file.path, file.text, targets.folder, file.page);
         } catch (const RunTimeError &error) {
-            putBack(files, i, error.message());
+            putBack(files, i, targets, error.message());
             throw;
         }
     }
 }
 
-void ThemeEdit::putBack(const QList<Written> &files, qsizetype count, const QString &reason)
+void ThemeEdit::putBack(const QList<Written> &files, qsizetype count, const EditTargets &targets,
+                        const QString &reason)
 {
     QStringList lost;
     for (qsizetype i = count; i > 0; --i) {
         const Written &file = files[i - 1];
         try {
-            SaveFile(file.path, file.oldText, file.oldPage);
+            targets.files.save(file.path, file.oldText, targets.folder, file.oldPage);
         } catch (const RunTimeError &) {
             lost.append(file.path);
         }
@@ -231,7 +232,7 @@ ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
             texts.append({open, &edit.changes});
             back.madeFor = markOf(changedText(text, edit.changes));
         } else {
-            files.append(prepared(path, edit, targets.folder));
+            files.append(prepared(path, edit, targets));
             back.madeFor = markOf(files.last().text);
             back.page = files.last().oldPage;
         }
@@ -244,7 +245,7 @@ ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
         rows.append({open, &changes});
         inverse.m_rows.emplace(path, inverseOf(changes));
     }
-    write(files);
+    write(files, targets);
     for (const auto &[open, changes] : texts)
         open->apply(*changes);
     for (const auto &[open, changes] : rows)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "files/TextFile.h"
+#include "files/Files.h"
 #include "outline/Range.h"
 #include "rows/ListRows.h"
 
@@ -52,10 +52,11 @@ public:
     virtual void apply(const QList<RowChange> &changes) = 0;
 };
 
-// Where an edit is made: the theme's folder, outside of which nothing is written, and what is open, by path;
-// nullptr for what is not.
+// Where an edit is made: what writes the files, the theme's folder, and what is open, by path; nullptr for
+// what is not.
 struct EditTargets
 {
+    Files &files;
     QString folder;
     std::function<OpenText *(const QString &path)> text;
     std::function<OpenRows *(const QString &path)> rows;
@@ -93,9 +94,10 @@ private:
     };
     struct Written;
 
-    Written prepared(const QString &path, const FileEdit &edit, const QString &folder) const;
-    static void write(const QList<Written> &files);
-    static void putBack(const QList<Written> &files, qsizetype count, const QString &reason);
+    static Written prepared(const QString &path, const FileEdit &edit, const EditTargets &targets);
+    static void write(const QList<Written> &files, const EditTargets &targets);
+    static void putBack(const QList<Written> &files, qsizetype count, const EditTargets &targets,
+                        const QString &reason);
 
     std::map<QString, FileEdit> m_files;
     std::map<QString, QList<RowChange>> m_rows;

@@ -31,7 +31,7 @@ struct IndexedFile
     QString found; // the file that is meant, which may have other letters; empty where there is none
     FileRole role = FileRole::Window;
     bool isListed = true;   // false for a document that the window catalogue does not name
-    bool isReadable = true; // false for one that is missing, larger than can be, or not to be read
+    bool isReadable = true; // false for one that is missing or not to be read; see LoadBytes
 };
 
 // Where a name stands. A document is the definition of its window: its place is the beginning of the file.

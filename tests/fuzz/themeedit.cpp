@@ -18,6 +18,8 @@ void fuzz(const Input &input)
         texts[i] = LoadFile(paths[i]);
     }
     const QString put = input.text(3);
+    Files door;
+    const EditTargets targets = {door, files.path(QStringLiteral("theme")), {}, {}};
     ThemeEdit edit;
     const QByteArray places = input.bytes(2);
     for (qsizetype i = 0; i + 1 < places.size(); i += 2) {
@@ -25,7 +27,7 @@ void fuzz(const Input &input)
         const Range range = {uint8_t(places[i]), uint8_t(places[i]) + uint8_t(places[i + 1]) % 16};
         edit.replace(paths[file], texts[file], range, put);
     }
-    const ThemeEdit inverse = edit.apply({files.path(QStringLiteral("theme")), {}, {}});
+    const ThemeEdit inverse = edit.apply(targets);
     for (int i = 0; i < 2; ++i) {
         QString expected = texts[i];
         const QList<TextChange> changes = edit.changesOf(paths[i]);
@@ -33,7 +35,7 @@ void fuzz(const Input &input)
             expected.replace(change->range.start, change->range.size(), put);
         same(LoadFile(paths[i]), expected, "the ranges change and nothing else");
     }
-    inverse.apply({files.path(QStringLiteral("theme")), {}, {}});
+    inverse.apply(targets);
     for (int i = 0; i < 2; ++i)
         check(files.read(names[i]) == input.bytes(i), "the bytes come back", texts[i]);
     QDir(backupFolder()).removeRecursively();

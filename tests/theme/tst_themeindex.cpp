@@ -184,6 +184,18 @@ private slots:
         QVERIFY(!ThemeIndex::build(sources, stop.get_token()));
     }
 
+    // A document that is not to be read uses nothing, and the others are read all the same.
+    void unreadableFiles()
+    {
+        const SmallTheme theme;
+        QFile main(theme.path(QStringLiteral("widget/main.xml")));
+        QVERIFY(main.open(QIODevice::ReadWrite) && main.resize(kLargestFile + 1));
+        const std::optional<ThemeIndex> index = ThemeIndex::build(theme.sources());
+        QVERIFY(!index->files().at(index->numbersOf(main.fileName()).value(0)).isReadable);
+        QCOMPARE(asText(*index, index->uses(NameKind::Image, u"One")),
+                 QStringLiteral("Other.xml:1:16 image One\n"));
+    }
+
     // An index that is brought up to date says what a new one would say.
     void updates()
     {
