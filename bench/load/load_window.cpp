@@ -431,7 +431,7 @@ int main(int argc, char **argv)
     qputenv("XDG_DATA_HOME", home.path().toUtf8());
     QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
     QCoreApplication::setApplicationName(QStringLiteral("load_window"));
-    WebBrowser::registerScheme();
+    WebBrowser::prepare();
     const TimedApplication app(argc, argv);
     const QString theme = QApplication::arguments().value(1);
     if (theme.isEmpty()) {

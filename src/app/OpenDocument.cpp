@@ -3,6 +3,7 @@
 #include "app/StatusLine.h"
 #include "asking/Prompts.h"
 #include "asking/forms/AskToWrite.h"
+#include "browser/forms/WebBrowser.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
@@ -70,6 +71,8 @@ void OpenDocument::open(const QString &path, const QString &theme)
         ready = makeReady(FormatXML(file.text), progress);
     });
     loaded.keep();
+    if (path != this->path())
+        m_frame.wb->beginDocument();
     m_frame.setCaption(path);
     m_theme = theme;
     m_status.showCodePage(file.page);

@@ -336,7 +336,9 @@ void frmSkin::OpenLgXml(const QString &text)
 
 void frmSkin::BuildWidgetHtml(const QString &markup)
 {
+    frmWb->wb->beginDocument();
     m_sourceTab->BuildWidgetHtml(markup);
+    frmWb->wb->beginDocument(); // then it is the open window's turn again
 }
 
 void frmSkin::ShowPreview()

@@ -33,7 +33,7 @@ int main(int argc, char **argv)
 {
     keepLargeTextsApart();
     setProgramNames();
-    WebBrowser::registerScheme();
+    WebBrowser::prepare();
     const CommandLine line = readCommandLine(argc, argv);
     if (line.action == CommandLine::Action::Print) {
         QTextStream(stdout) << line.text;
@@ -44,9 +44,14 @@ int main(int argc, char **argv)
         return 2;
     }
 
+    // Pictures are drawn the same with a display, without one, and with one that does not answer.
+    if (line.action == CommandLine::Action::Render && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    if (line.action == CommandLine::Action::Render)
-        return renderWindows(line);
+    if (line.action == CommandLine::Action::Render) {
+        QTextStream out(stdout), err(stderr);
+        return renderWindows(line, out, err);
+    }
 
     Files files;
     frmSkin window(files);

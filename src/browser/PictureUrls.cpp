@@ -6,62 +6,34 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
-#include <QStringList>
 
 #include <algorithm>
-
-#ifdef Q_OS_UNIX
-#include <fcntl.h>
-#include <sys/stat.h>
-#endif
 
 namespace quillmere {
 
 namespace {
 
-constexpr qint64 kMostBytes = 64 * 1024 * 1024;
-
-// Only to look whether a file of another machine is there would already tell that machine something.
-bool isRemote(const QString &path)
+// Whether the path, as it is written, leads below the folder. What does not is not even looked at: that alone
+// could tell another machine something, or wait for one.
+bool reachesBelow(const QString &path, const QString &folder)
 {
-    return QDir::fromNativeSeparators(path).startsWith(QLatin1String("//"));
+    if (folder.isEmpty() || path.contains(QChar(QChar::Null)))
+        return false;
+    const QString inner = QDir::cleanPath(QString(path).replace(u'\\', u'/'));
+    const QString outer = QDir::cleanPath(QDir::fromNativeSeparators(folder)) + u'/';
+    return QDir::isAbsolutePath(inner) && inner.startsWith(outer, Qt::CaseInsensitive);
 }
 
 // The browser keeps pictures by their URL; when a file was written stands in it, so that one that was changed
 // is asked for anew.
-QString stampedUrl(const QString &path)
+QString stampedUrl(const QString &path, const QString &themeFolder)
 {
     const QString url = QString::fromLatin1(pictureUrl(path).toEncoded());
-    if (isRemote(path) || !QDir::isAbsolutePath(path) || path.contains(QChar(QChar::Null)))
+    if (!reachesBelow(path, themeFolder))
         return url;
     const QFileInfo info(withOwnSeparators(path));
     return info.exists() ? QString(url + u'?' + QString::number(info.lastModified().toMSecsSinceEpoch()))
                          : url;
-}
-
-// Opens without waiting for the other end of a pipe and without following a link in the file's place; both
-// may have come there since somebody looked.
-bool openPlainly(QFile &file)
-{
-#ifdef Q_OS_UNIX
-    const int handle = ::open(QFile::encodeName(file.fileName()).constData(),
-                              O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC);
-    return handle >= 0 && file.open(handle, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
-#else
-    return file.open(QIODevice::ReadOnly);
-#endif
-}
-
-// Whether the path still leads to the file that was opened by it.
-bool isStillAt(const QFile &file, const QString &path)
-{
-#ifdef Q_OS_UNIX
-    struct stat opened = {}, now = {};
-    return ::fstat(file.handle(), &opened) == 0 && ::lstat(QFile::encodeName(path).constData(), &now) == 0 &&
-           S_ISREG(opened.st_mode) && opened.st_dev == now.st_dev && opened.st_ino == now.st_ino;
-#else
-    return !file.isSequential() && QFileInfo(path).isFile();
-#endif
 }
 
 } // namespace
@@ -86,9 +58,9 @@ QString picturePath(const QUrl &url)
     return withOwnSeparators(path);
 }
 
-QString withPictureUrls(const QString &page)
+QString withPictureUrls(const QString &page, const QString &themeFolder)
 {
-    return PictureUrlPieces(page).next(page.size());
+    return PictureUrlPieces(page, themeFolder).next(page.size());
 }
 
 QString PictureUrlPieces::next(qsizetype units)
@@ -116,40 +88,13 @@ QString PictureUrlPieces::next(qsizetype units)
             const QString path = m_page.mid(from, stop - from);
             QString &url = m_urls[path];
             if (url.isEmpty())
-                url = stampedUrl(path);
+                url = stampedUrl(path, m_themeFolder);
             out += url;
         }
         out += closing;
         m_done = stop + closing.size();
     }
     return out;
-}
-
-QString admittedPicture(const QUrl &url, const QString &themeFolder)
-{
-    static const QStringList kinds = {QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("jpeg"),
-                                      QStringLiteral("gif"), QStringLiteral("bmp"), QStringLiteral("webp"),
-                                      QStringLiteral("svg"), QStringLiteral("ico")};
-    if (themeFolder.isEmpty() || url.scheme() != QLatin1String(kPictureScheme))
-        return {};
-    const QString path = picturePath(url);
-    if (isRemote(path) && !isRemote(themeFolder))
-        return {};
-    const QString file = findFile(path);
-    if (file.isEmpty() || !liesBelow(file, themeFolder))
-        return {};
-    const QFileInfo info(QFileInfo(file).canonicalFilePath());
-    return info.isFile() && kinds.contains(info.suffix().toLower()) ? info.filePath() : QString();
-}
-
-std::unique_ptr<QFile> openPicture(const QString &path)
-{
-    auto file = std::make_unique<QFile>(path);
-    if (!openPlainly(*file) || file->size() > kMostBytes)
-        return {};
-    // A folder on the way may have been changed for a link meanwhile. What still is the file at this place
-    // was below the theme when it was opened, whatever happens to the path from now on.
-    return QFileInfo(path).canonicalFilePath() == path && isStillAt(*file, path) ? std::move(file) : nullptr;
 }
 
 } // namespace quillmere

@@ -20,6 +20,7 @@ struct CommandLine
     QStringList windows;        // Render: names of widget windows; none means all
     QString out;                // Render: folder for the pictures
     std::optional<Screen> size; // Render: the theme's own size where none was given
+    int patience = 0;           // Render: ms for the browser to take a page; 0 for its own patience
 };
 
 // `arguments` begin with the program's name. Needs an application object for the name and version.

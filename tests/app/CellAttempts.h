@@ -12,8 +12,8 @@
 // A line each: a name and markup. A "-" before the name says that there is no control for it; the others are
 // seen to work in an ordinary browser, or in a cell that reaches further. In the markup: $N the name, $S a
 // script that leaves the name in the title, $H and $A a server that writes down what it is asked for, $P
-// another that notes any connection, $F a folder outside of the theme with red things in it, $D the same as a
-// path, $T the theme by the pictures' scheme, $G something to click at.
+// another that notes any connection, $M a letter to the first, $F a folder outside of the theme with red
+// things in it, $D the same as a path, $T the theme by the pictures' scheme, $G something to click at.
 inline const char kInside[] = R"(
 inline <script>$S</script>
 src <script src='$H'></script>
@@ -101,8 +101,8 @@ onclick <b onclick='$S' $G
 ping <a href='#a' ping='$H' $G
 download <a download='$N' href='$H' $G
 download-data <a download='$N' href='data:,x' $G
-mailto <a href='mailto:$N' $G
-mailto-frame <iframe src='mailto:$N'></iframe>
+mailto <a href='$M' $G
+mailto-frame <iframe src='$M'></iframe>
 form <form action='$H'><input type='submit' $G
 form-post <form method='post' action='$H'><button $G
 -form-blank <form target='_blank' action='$H'><button $G
@@ -187,15 +187,16 @@ inline QRect placeOf(qsizetype index)
 
 inline Names redPlaces(QWidget &view, const Attempts &attempts)
 {
-    const QImage shot = view.grab().toImage();
+    const QImage shot = view.grab().toImage().convertToFormat(QImage::Format_RGB32);
     Names red;
     for (qsizetype i = 0; i < attempts.size(); ++i) {
-        const QRect place = placeOf(i).adjusted(3, 3, -3, -3);
-        for (int at = 0; at < place.width() * place.height(); ++at) {
-            const QColor colour =
-                shot.pixelColor(place.topLeft() + QPoint(at % place.width(), at / place.width()));
-            if (colour.red() > 200 && colour.green() < 60 && colour.blue() < 60)
-                red.insert(attempts[i].name);
+        const QRect place = placeOf(i).adjusted(3, 3, -3, -3) & shot.rect();
+        for (int y = place.top(); y <= place.bottom(); ++y) {
+            const auto *line = reinterpret_cast<const QRgb *>(shot.constScanLine(y));
+            for (int x = place.left(); x <= place.right(); ++x) {
+                if (qRed(line[x]) > 200 && qGreen(line[x]) < 60 && qBlue(line[x]) < 60)
+                    red.insert(attempts[i].name);
+            }
         }
     }
     return red;

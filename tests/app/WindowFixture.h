@@ -163,7 +163,7 @@ int runWindowTest(int argc, char **argv)
     qputenv("XDG_DATA_HOME", home.path().toUtf8());
     QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
     QCoreApplication::setApplicationName(QStringLiteral("quillmere-test"));
-    WebBrowser::registerScheme();
+    WebBrowser::prepare();
     QApplication app(argc, argv);
     Test test;
     return QTest::qExec(&test, argc, argv);

@@ -60,6 +60,7 @@ private slots:
     void keyToPage();
     void brokenTheme();
     void render();
+    void renderNames();
 };
 
 void TestPreview::exampleInTheBrowser()
@@ -220,6 +221,44 @@ void TestPreview::render()
     program.start(QStringLiteral(QUILLMERE_PROGRAM), {QStringLiteral("render"), kExample});
     QVERIFY(program.waitForFinished(10000));
     QCOMPARE(program.exitCode(), 2);
+}
+
+// Without a display, into a folder where something lies in the way.
+void TestPreview::renderNames()
+{
+    const TestFiles files;
+    const QByteArray window = "<widget class=\"text\" name=\"w\"><property><rect>[0,0,9,9]</rect></property>";
+    QByteArray catalogue;
+    for (const char *name : {"a/b", "a_b", "A_B", "e\x1b]0;x\x07"}) {
+        catalogue += QByteArray("<widget class=\"window\" name=\"") + name + "\"/>";
+        files.write(QStringLiteral("theme/%1.xml").arg(QLatin1String(name)), window);
+    }
+    files.write(QStringLiteral("theme/theme.xml"), theme(catalogue));
+    files.write(QStringLiteral("theme/widget.xml"), catalogue);
+    files.write(QStringLiteral("outside"), "outside");
+    files.write(QStringLiteral("out/kept"));
+    for (const char *name : {"out/a_b.png", "out/a_b-2.png"})
+        QVERIFY(QFile::link(files.path(QStringLiteral("outside")), files.path(QLatin1String(name))));
+
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(QLatin1String(display));
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(QUILLMERE_PROGRAM),
+                  {QStringLiteral("render"), files.path(QStringLiteral("theme")), QStringLiteral("--out"),
+                   files.path(QStringLiteral("out"))});
+    QVERIFY(program.waitForFinished(60000));
+    const QByteArray said = program.readAllStandardOutput() + program.readAllStandardError();
+    QVERIFY2(program.exitCode() == 0, said.constData());
+    QVERIFY(said.contains("[4/4] e?]0;x? -> "));
+    QVERIFY(!said.contains('\x1b') && !said.contains('\x07'));
+    QCOMPARE(files.read(QStringLiteral("outside")), QByteArray("outside"));
+    QCOMPARE(QDir(files.path(QStringLiteral("out")))
+                 .entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks)
+                 .join(u' '),
+             QStringLiteral("a_b-2.png A_B-3.png a_b.png e_]0;x_.png kept"));
+    QCOMPARE(QImage(files.path(QStringLiteral("out/a_b-2.png"))).size(), QSize(1024, 576));
 }
 
 int main(int argc, char **argv)

@@ -1,4 +1,6 @@
 #include "TextTable.h"
+#include "browser/PictureFile.h"
+#include "browser/PictureLookup.h"
 #include "browser/PictureUrls.h"
 #include "files/FileList.h"
 #include "files/Paths.h"
@@ -105,19 +107,25 @@ private slots:
 
     void makesPictureUrls()
     {
-        QCOMPARE(withPictureUrls(QStringLiteral("a url('/t/a b%20#?&\"<;\\c.png') b URL('/it's (1).png')c")),
-                 QStringLiteral("a url('quillmere:/t/a%20b%2520%23%3F%26%22%3C%3B/c.png') b "
-                                "URL('quillmere:/it%27s%20%281%29.png')c"));
+        QCOMPARE(
+            withPictureUrls(QStringLiteral("a url('/t/a b%20#?&\"<;\\c.png') b URL('/it's (1).png')c"), {}),
+            QStringLiteral("a url('quillmere:/t/a%20b%2520%23%3F%26%22%3C%3B/c.png') b "
+                           "URL('quillmere:/it%27s%20%281%29.png')c"));
         QCOMPARE(
             withPictureUrls(
-                QStringLiteral("url('') url('C:\\\u0436.png') url(a) url(\"b\") url( 'c') url('d")),
+                QStringLiteral("url('') url('C:\\\u0436.png') url(a) url(\"b\") url( 'c') url('d"), {}),
             QStringLiteral("url('') url('quillmere:/C%3A/%D0%B6.png') url(a) url(\"b\") url( 'c') url('d"));
-        const TestFiles files({"a.png"});
+        const TestFiles files({"t/a.png", "a.png"});
         const qint64 written =
-            QFileInfo(files.path(QStringLiteral("a.png"))).lastModified().toMSecsSinceEpoch();
-        QCOMPARE(
-            withPictureUrls(QString(u"url('" + files.path(QStringLiteral("a.png")) + u"')")),
-            QString(u"url('quillmere:" + files.folder() + u"/a.png?" + QString::number(written) + u"')"));
+            QFileInfo(files.path(QStringLiteral("t/a.png"))).lastModified().toMSecsSinceEpoch();
+        const auto urlOf = [&](const QString &path) {
+            return withPictureUrls(QString(u"url('" + files.folder() + path + u"')"),
+                                   files.path(QStringLiteral("t/")));
+        };
+        QCOMPARE(urlOf(QStringLiteral("/t/a.png")), QString(u"url('quillmere:" + files.folder() +
+                                                            u"/t/a.png?" + QString::number(written) + u"')"));
+        for (const QString &outside : {QStringLiteral("/a.png"), QStringLiteral("/t/../a.png")})
+            QVERIFY(!urlOf(outside).contains(u'?'));
         // As it comes back from the browser.
         const QString path = withOwnSeparators(u"//s/a'b\"(c)[d]{e}&;=+@:!$,~*%41%2f#?./../\u0436\uFFFF.png");
         QCOMPARE(picturePath(QUrl::fromEncoded(pictureUrl(path).toEncoded())), path);
@@ -134,31 +142,34 @@ private slots:
             QString page;
             for (int part = random.bounded(24); part > 0; --part)
                 page += parts[random.bounded(6)];
-            PictureUrlPieces pieces(page);
+            PictureUrlPieces pieces(page, {});
             QString together;
             while (!pieces.atEnd())
                 together += pieces.next(1 + random.bounded(9));
-            QCOMPARE(together, withPictureUrls(page));
+            QCOMPARE(together, withPictureUrls(page, {}));
         }
     }
 
     void admits_data()
     {
-        textTable({"asked", "admitted"}, // below the folder; empty for none
-                  {{u"picture in other letters", u"theme/Images/A B%23.PNG", u"theme/images/a b%23.png"},
-                   {u"suffix in capitals", u"theme/logo.JPG", u"theme/logo.JPG"},
-                   {u"back into the theme", u"theme2/../theme/logo.JPG", u"theme/logo.JPG"},
-                   {u"link that stays", u"theme/stays.png", u"theme/logo.JPG"},
-                   {u"out of the theme", u"theme/../theme2/a.png"},
-                   {u"beside the theme", u"theme2/a.png"},
-                   {u"link that leaves", u"theme/leaves.png"},
-                   {u"folder that leaves", u"theme/other/a.png"},
-                   {u"link to a text", u"theme/text.png"},
-                   {u"link to nothing", u"theme/nothing.png"},
-                   {u"text", u"theme/theme.xml"},
-                   {u"no suffix", u"theme/png"},
-                   {u"folder", u"theme/folder.png"},
-                   {u"the theme itself", u"theme"}});
+        textTable(
+            {"asked", "admitted"}, // below the folder; empty for none
+            {{u"picture in other letters", u"theme/Images/A B%23.PNG", u"theme/images/a b%23.png"},
+             {u"suffix in capitals", u"theme/logo.JPG", u"theme/logo.JPG"},
+             {u"back into the theme", u"theme/images/.././../theme/logo.JPG", u"theme/logo.JPG"},
+             {u"a folder that leads around the theme", u"theme/around/theme/logo.JPG", u"theme/logo.JPG"},
+             {u"by way of a folder outside", u"theme2/../theme/logo.JPG"},
+             {u"link that stays", u"theme/stays.png", u"theme/logo.JPG"},
+             {u"out of the theme", u"theme/../theme2/a.png"},
+             {u"beside the theme", u"theme2/a.png"},
+             {u"link that leaves", u"theme/leaves.png"},
+             {u"folder that leaves", u"theme/other/a.png"},
+             {u"link to a text", u"theme/text.png"},
+             {u"link to nothing", u"theme/nothing.png"},
+             {u"text", u"theme/theme.xml"},
+             {u"no suffix", u"theme/png"},
+             {u"folder", u"theme/folder.png"},
+             {u"the theme itself", u"theme"}});
     }
 
     void admits()
@@ -170,6 +181,7 @@ private slots:
                                            {"theme2", "theme/other"},
                                            {"theme/theme.xml", "theme/text.png"},
                                            {"theme/none.png", "theme/nothing.png"},
+                                           {"theme/..", "theme/around"},
                                            {"theme", "linked"}})
             QVERIFY(QFile::link(files.path(QLatin1String(target)), files.path(QLatin1String(name))));
         QFETCH(QString, asked);
@@ -178,12 +190,46 @@ private slots:
             admitted = QFileInfo(files.path(admitted)).canonicalFilePath();
         const QString theme = files.path(QStringLiteral("theme"));
         QUrl url = pictureUrl(files.path(asked));
-        QCOMPARE(admittedPicture(url, theme), admitted);
-        QCOMPARE(admittedPicture(url, files.path(QStringLiteral("linked/"))), admitted);
+        QCOMPARE(PictureLookup(theme).admitted(url), admitted);
+        QCOMPARE(PictureLookup(files.path(QStringLiteral("linked/"))).admitted(url), admitted);
         QVERIFY(admitted.isEmpty() || liesBelow(admitted, QStringLiteral("/")));
-        QCOMPARE(admittedPicture(url, {}), QString());
+        QCOMPARE(PictureLookup({}).admitted(url), QString());
         url.setScheme(QStringLiteral("file"));
-        QCOMPARE(admittedPicture(url, theme), QString());
+        QCOMPARE(PictureLookup(theme).admitted(url), QString());
+    }
+
+    void listsFoldersOnce()
+    {
+        const TestFiles files({"theme/a.png", "theme/sub/b.png", "c.png"});
+        PictureLookup lookup(files.path(QStringLiteral("theme")));
+        const auto ask = [&](const QString &path) { return lookup.admitted(pictureUrl(files.path(path))); };
+        for (int number = 0; number < 9; ++number) {
+            QVERIFY(ask(QStringLiteral("theme/none%1.png").arg(number)).isEmpty());
+            QVERIFY(ask(QStringLiteral("theme/SUB/none%1.png").arg(number)).isEmpty());
+            QVERIFY(ask(QStringLiteral("none%1.png").arg(number)).isEmpty());
+        }
+        QCOMPARE(lookup.listings(), 2);
+        files.write(QStringLiteral("theme/late.png"));
+        QVERIFY(!ask(QStringLiteral("theme/late.png")).isEmpty());
+    }
+
+    // A drawing is none by whatever name; nor is what merely is called a picture.
+    void knowsPixels()
+    {
+        const TestFiles files;
+        QByteArray list;
+        for (const QByteArray &bytes :
+             {QByteArray("\x89PNG\r\n\x1a\n0000"), QByteArray("\xff\xd8\xff\xe0"), QByteArray("GIF89a"),
+              QByteArray("BM00"), QByteArray("RIFF0000WEBPVP8"), QByteArray("\0\0\1\0\1", 5),
+              QByteArray("<svg xmlns='http://www.w3.org/2000/svg'/>"), QByteArray("\x1f\x8b\x08"),
+              QByteArray()}) {
+            files.write(QStringLiteral("a"), bytes);
+            QFile file(files.path(QStringLiteral("a")));
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            list += pixelFormat(file) + ' ';
+            QCOMPARE(file.readAll(), bytes);
+        }
+        QCOMPARE(list, QByteArray("png jpeg gif bmp webp ico    "));
     }
 
     void opensWhatWasAdmitted()

@@ -1,5 +1,6 @@
 #include "browser/PictureUrls.h"
 #include "Fuzz.h"
+#include "browser/PictureLookup.h"
 #include "files/Paths.h"
 #include "files/TestFiles.h"
 
@@ -7,8 +8,25 @@
 
 using namespace quillmere;
 
+namespace {
+
+// The picture of a URL as the person's own files are looked up, wherever the way leads.
+QString literallyAdmitted(const QUrl &url, const QString &theme)
+{
+    const QString file =
+        url.scheme() == QLatin1String(kPictureScheme) ? findFile(picturePath(url)) : QString();
+    if (file.isEmpty() || picturePath(url).startsWith(u"//") || !liesBelow(file, theme))
+        return {};
+    const QFileInfo info(QFileInfo(file).canonicalFilePath());
+    const QString kind = info.suffix().toLower();
+    return kind == u"png" || kind == u"jpg" ? info.filePath() : QString();
+}
+
+} // namespace
+
 // A path comes back from its URL; a page changes only between url(' and '), where nothing is left that could
-// end the URL; and of all files only pictures of the theme are given.
+// end the URL; and of all files only pictures of the theme are given, those that looking
+// everywhere gives, but for ways that lead through other folders.
 void fuzz(const Input &input)
 {
     static const TestFiles files({"theme/a.png", "theme/sub/b.jpg", "theme/c.txt", "theme2/a.png", "a.png"});
@@ -21,16 +39,19 @@ void fuzz(const Input &input)
     same(picturePath(pictureUrl(u'/' + path)), withOwnSeparators(QString(u'/' + path)), "path of its URL");
     for (const QUrl &url :
          {pictureUrl(theme + u'/' + path), QUrl(path), QUrl(u"quillmere:" + theme + u'/' + path)}) {
-        const QString file = admittedPicture(url, theme);
+        const QString file = PictureLookup(theme).admitted(url);
         check(file.isEmpty() || file == QString(theme + u"/a.png") || file == QString(theme + u"/sub/b.jpg"),
               "a picture of the theme", file);
+        const QString literally = literallyAdmitted(url, theme);
+        check(file == literally || (file.isEmpty() && picturePath(url).contains(u"..")),
+              "the same as by looking everywhere", QString(file + u'|' + literally));
     }
 
     static const QRegularExpression urls(QStringLiteral("(url\\(')(.*?)('\\))"),
                                          QRegularExpression::CaseInsensitiveOption |
                                              QRegularExpression::DotMatchesEverythingOption);
     static const QRegularExpression harmless(QStringLiteral("^[A-Za-z0-9:/%._~-]*(\\?[0-9]+)?$"));
-    const QString page = input.text(1), shown = withPictureUrls(page);
+    const QString page = input.text(1), shown = withPictureUrls(page, {});
     same(QString(shown).replace(urls, QStringLiteral("\\1\\3")),
          QString(page).replace(urls, QStringLiteral("\\1\\3")), "nothing but URLs changes");
     for (auto match = urls.globalMatch(shown); match.hasNext();) {

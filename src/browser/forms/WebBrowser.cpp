@@ -1,23 +1,18 @@
 #include "browser/forms/WebBrowser.h"
 
+#include "browser/CellScripts.h"
+#include "browser/forms/CellPage.h"
+#include "browser/forms/PictureHandler.h"
+
 #include <QChildEvent>
 #include <QContextMenuEvent>
 #include <QDialog>
 #include <QDragEnterEvent>
-#include <QFile>
-#include <QImageReader>
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QMetaMethod>
-#include <QMimeDatabase>
-#include <QWebEnginePage>
+#include <QWebEngineDownloadRequest>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
-#include <QWebEngineSettings>
-#include <QWebEngineUrlRequestInterceptor>
-#include <QWebEngineUrlRequestJob>
 #include <QWebEngineUrlScheme>
-#include <QWebEngineUrlSchemeHandler>
 
 #include <utility>
 
@@ -36,122 +31,15 @@ constexpr int kPatience = 10000;           // ms for the renderer to take a page
 constexpr qsizetype kMostCharacters = 16 * 1024 * 1024;
 constexpr qsizetype kMostTags = 300000;
 
-constexpr qint64 kMostPixels = 64 * 1024 * 1024; // of one picture: 256 MB in the renderer
-
-const QUrl kBlank(QStringLiteral("about:blank"));
-
-class Interceptor : public QWebEngineUrlRequestInterceptor
-{
-public:
-    using QWebEngineUrlRequestInterceptor::QWebEngineUrlRequestInterceptor;
-
-    void interceptRequest(QWebEngineUrlRequestInfo &info) override
-    {
-        const QUrl url = info.requestUrl();
-        const bool picture = url.scheme() == QLatin1String(kPictureScheme) &&
-                             info.resourceType() == QWebEngineUrlRequestInfo::ResourceTypeImage;
-        info.block(!picture && url != kBlank);
-    }
-};
-
-class CellPage : public QWebEnginePage
-{
-public:
-    using QWebEnginePage::QWebEnginePage;
-
-protected:
-    bool acceptNavigationRequest(const QUrl &url, NavigationType, bool isMainFrame) override
-    {
-        return isMainFrame && url == kBlank;
-    }
-    QWebEnginePage *createWindow(WebWindowType) override { return nullptr; }
-    // Theme markup has nothing to say on our standard output.
-    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString &, int,
-                                  const QString &) override
-    {
-    }
-    void javaScriptAlert(const QUrl &, const QString &) override {}
-    bool javaScriptConfirm(const QUrl &, const QString &) override { return false; }
-    bool javaScriptPrompt(const QUrl &, const QString &, const QString &, QString *) override
-    {
-        return false;
-    }
-    QStringList chooseFiles(FileSelectionMode, const QStringList &, const QStringList &) override
-    {
-        return {};
-    }
-};
-
-// A file of some kilobytes can stand for gigabytes of pixels. Formats that say nothing of their size in a
-// header, like drawings, are not asked.
-bool fitsInMemory(QFile &picture)
-{
-    QImageReader reader(&picture);
-    qint64 pixels = 0;
-    if (!reader.format().startsWith("svg")) {
-        const QSize size = reader.size();
-        pixels = qint64(size.width()) * size.height();
-    }
-    return picture.seek(0) && pixels <= kMostPixels;
-}
-
-// The window of a page scrolls by the rule of its root element; without one there it goes by that of the
-// body, which is where pages forbid it.
-QString overflowScript(bool scrollable)
-{
-    return QStringLiteral("document.documentElement.style.overflow='%1';")
-        .arg(scrollable ? QStringLiteral("auto") : QString());
-}
-
-// Text is handed over as JSON, so that nothing in it can end the string it travels in.
-QString quoted(const QString &text)
-{
-    return QString::fromUtf8(QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact)) + u"[0]";
-}
-
-QString writingScript(const QString &pageExpression, bool scrollable)
-{
-    return u"(function(){var p=" + pageExpression +
-           u",x=window.scrollX,y=window.scrollY;window.__pieces=[];document.open();document.write(p);"
-           u"document.close();" +
-           overflowScript(scrollable) + u"if(x||y)window.scrollTo(x,y);})()";
-}
-
-// Loads the pictures that the style rules name once more (from the cache) to learn when they are there, waits
-// two frames, then sets a mark that can be asked for.
-const QString kWatchScript = QStringLiteral(
-    "(function(){window.__drawn=false;var "
-    "css='';document.querySelectorAll('style').forEach(function(s){css+=s."
-    "textContent});var loads=[],seen={};css.replace(/url\\('([^']+)'\\)/g,function(m,u){if(seen[u])return "
-    "m;seen[u]="
-    "1;loads.push(new Promise(function(done){var i=new Image();i.onload=i.onerror=done;i.src=u;}));return "
-    "m;});"
-    "Promise.all(loads).then(function(){requestAnimationFrame(function(){requestAnimationFrame(function(){"
-    "window.__drawn=true;});});});})()");
+// No name is looked up, whatever a page names: the browser itself knows of none.
+const QByteArray kNoNames = "--host-resolver-rules=\"MAP * ~NOTFOUND\"";
+constexpr char kFlags[] = "QTWEBENGINE_CHROMIUM_FLAGS";
 
 } // namespace
 
-class PictureHandler : public QWebEngineUrlSchemeHandler
+void WebBrowser::prepare()
 {
-public:
-    QString themeFolder;
-
-    void requestStarted(QWebEngineUrlRequestJob *job) override
-    {
-        const QString path = admittedPicture(job->requestUrl(), themeFolder);
-        std::unique_ptr<QFile> file = path.isEmpty() ? nullptr : openPicture(path);
-        if (!file || !fitsInMemory(*file)) {
-            job->fail(QWebEngineUrlRequestJob::UrlNotFound);
-            return;
-        }
-        const QMimeType type = QMimeDatabase().mimeTypeForFile(path, QMimeDatabase::MatchExtension);
-        file->setParent(job);
-        job->reply(type.name().toLatin1(), file.release());
-    }
-};
-
-void WebBrowser::registerScheme()
-{
+    qputenv(kFlags, QByteArray(qgetenv(kFlags) + ' ' + kNoNames).trimmed());
     QWebEngineUrlScheme scheme(kPictureScheme);
     scheme.setSyntax(QWebEngineUrlScheme::Syntax::Path);
     scheme.setFlags(QWebEngineUrlScheme::SecureScheme | QWebEngineUrlScheme::CorsEnabled);
@@ -180,31 +68,28 @@ WebBrowser::WebBrowser(QWidget *parent)
 void WebBrowser::enterCell()
 {
     auto *cell = new CellPage(m_profile.get(), this);
-    QWebEngineSettings *settings = cell->settings();
-    for (QWebEngineSettings::WebAttribute off :
-         {QWebEngineSettings::JavascriptEnabled, QWebEngineSettings::JavascriptCanOpenWindows,
-          QWebEngineSettings::JavascriptCanAccessClipboard, QWebEngineSettings::LocalStorageEnabled,
-          QWebEngineSettings::LocalContentCanAccessFileUrls, QWebEngineSettings::PluginsEnabled,
-          QWebEngineSettings::HyperlinkAuditingEnabled, QWebEngineSettings::ErrorPageEnabled,
-          QWebEngineSettings::FullScreenSupportEnabled, QWebEngineSettings::FocusOnNavigationEnabled,
-          QWebEngineSettings::AutoLoadIconsForPage, QWebEngineSettings::PdfViewerEnabled,
-          QWebEngineSettings::NavigateOnDropEnabled, QWebEngineSettings::DnsPrefetchEnabled})
-        settings->setAttribute(off, false);
-    settings->setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
-    connect(cell, &QWebEnginePage::loadFinished, this, [this](bool) {
-        if (m_ready)
-            return; // closing a written document counts as a load too
-        m_ready = true;
-        writeNext();
-    });
-    connect(cell, &QWebEnginePage::featurePermissionRequested, cell,
-            [cell](const QUrl &origin, QWebEnginePage::Feature feature) {
-                cell->setFeaturePermission(origin, feature, QWebEnginePage::PermissionDeniedByUser);
-            });
+    connect(cell, &QWebEnginePage::loadFinished, this, &WebBrowser::lookForBlank);
     connect(cell, &QWebEnginePage::renderProcessTerminated, this, &WebBrowser::onTerminated);
     setPage(cell);
     delete std::exchange(m_cell, cell); // and its renderer with it
-    setUrl(kBlank);
+    cell->loadBlank();
+}
+
+// Closing a written document counts as a load, too, and its notice may come late. A blank one that we have
+// not asked for is where markup led, by a link to "about:blank"; our page comes back.
+void WebBrowser::lookForBlank()
+{
+    const auto look = [this, cell = m_cell, number = m_writes](const QVariant &untouched) {
+        if (cell != m_cell || number != m_writes || !untouched.toBool())
+            return;
+        if (m_ready && m_touched && !m_busy && !m_waiting && ++m_deaths <= kMostDeaths)
+            m_waiting = m_current;
+        m_ready = true;
+        m_touched = false;
+        if (!m_busy)
+            writeNext();
+    };
+    page()->runJavaScript(untouchedScript(), QWebEngineScript::ApplicationWorld, look);
 }
 
 WebBrowser::~WebBrowser()
@@ -218,7 +103,7 @@ WebBrowser::~WebBrowser()
 
 void WebBrowser::setThemeFolder(const QString &folder)
 {
-    m_pictures->themeFolder = folder;
+    m_pictures->setThemeFolder(folder);
 }
 
 void WebBrowser::setScrollable(bool scrollable)
@@ -230,9 +115,15 @@ void WebBrowser::setScrollable(bool scrollable)
         page()->runJavaScript(overflowScript(scrollable), QWebEngineScript::ApplicationWorld);
 }
 
+void WebBrowser::beginDocument()
+{
+    m_nextBegins = true;
+}
+
 void WebBrowser::write(const QString &page)
 {
     m_waiting = page;
+    m_begins = m_begins || std::exchange(m_nextBegins, false);
     if (m_pieces) {
         stopPieces(); // nobody will see that page any more
         m_busy = false;
@@ -252,18 +143,25 @@ void WebBrowser::writeNext()
         emit failed(tr("The window is too large for the preview, which stays as it was."));
         return;
     }
+    if (m_touched && (m_begins || bindsDocument(m_current))) {
+        m_ready = false; // it is written when the new document is there
+        m_cell->loadBlank();
+        return;
+    }
     if (*m_waiting != m_current)
         m_deaths = 0;
     m_current = std::move(*m_waiting);
     m_waiting.reset();
-    m_busy = true;
+    m_begins = false;
+    m_busy = m_touched = true;
+    m_pictures->lookAnew();
     m_patience.start();
     if (m_current.size() <= kMostAtOnce) {
-        put(quoted(withPictureUrls(m_current)));
+        put(quoted(withPictureUrls(m_current, m_pictures->themeFolder())));
         return;
     }
     page()->runJavaScript(QStringLiteral("window.__pieces=[]"), QWebEngineScript::ApplicationWorld);
-    m_pieces.emplace(m_current);
+    m_pieces.emplace(m_current, m_pictures->themeFolder());
     m_nextPiece.start();
 }
 
@@ -301,7 +199,7 @@ void WebBrowser::put(const QString &pageExpression)
                               emit written();
                               // Nobody waits for pictures while a person types.
                               if (isSignalConnected(QMetaMethod::fromSignal(&WebBrowser::drawn))) {
-                                  page()->runJavaScript(kWatchScript, QWebEngineScript::ApplicationWorld);
+                                  page()->runJavaScript(watchingScript(), QWebEngineScript::ApplicationWorld);
                                   pollDrawn();
                               }
                           });
@@ -361,7 +259,7 @@ void WebBrowser::onTerminated()
         m_waiting = m_current;
     }
     // Reloading from inside the notice of death would be lost with the dying process.
-    QTimer::singleShot(0, page(), [this] { setUrl(kBlank); });
+    QTimer::singleShot(0, m_cell, &CellPage::loadBlank);
 }
 
 void WebBrowser::dragEnterEvent(QDragEnterEvent *event)

@@ -12,6 +12,7 @@ class QWebEngineProfile;
 
 namespace quillmere {
 
+class CellPage;
 class PictureHandler;
 
 // The preview's browser: shows one page at a time, written into "about:blank", and is a cell. Scripts in the
@@ -24,8 +25,8 @@ public:
     explicit WebBrowser(QWidget *parent = nullptr);
     ~WebBrowser() override;
 
-    // Must be called before the application object is made.
-    static void registerScheme();
+    // Must be called before the application object is made, and counts for every browser in the program.
+    static void prepare();
 
     void setThemeFolder(const QString &folder);
 
@@ -33,6 +34,11 @@ public:
     // renderer when the old one is still busy after ten seconds. The scroll position stays and the focus is
     // not touched.
     void write(const QString &page);
+    // The page written next is that of another window and begins in a document that nothing has touched: what
+    // markup can set there outlives the page. A page that may have set such things is never written over.
+    void beginDocument();
+    // How long the renderer may take for a page, ms.
+    void setPatience(int milliseconds) { m_patience.setInterval(milliseconds); }
     // Whether what lies beyond the view can be scrolled to, although the page itself forbids it.
     void setScrollable(bool scrollable);
     bool isBusy() const { return m_busy || m_waiting.has_value(); }
@@ -54,6 +60,7 @@ protected:
 
 private:
     void enterCell();
+    void lookForBlank();
     void changeCell();
     void writeNext();
     void sendPiece();
@@ -66,8 +73,11 @@ private:
 
     std::unique_ptr<QWebEngineProfile> m_profile;
     std::unique_ptr<PictureHandler> m_pictures;
-    QWebEnginePage *m_cell = nullptr;
-    bool m_ready = false; // "about:blank" has been loaded
+    CellPage *m_cell = nullptr;
+    bool m_ready = false;      // the document can be written into
+    bool m_touched = false;    // it has been
+    bool m_begins = false;     // the waiting page begins in a document of its own
+    bool m_nextBegins = false; // the page that write() gets next does
     bool m_busy = false;
     bool m_overdue = false; // the page under way has used up the patience
     QTimer m_patience;

@@ -1,19 +1,23 @@
 #include "commands/forms/RenderCommand.h"
 
 #include "browser/forms/WebBrowser.h"
+#include "commands/PictureNames.h"
 #include "controls/Twips.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
 #include "markup/FormatXML.h"
-#include "preview/PreviewPage.h"
-#include "preview/WidgetHtml.h"
+#include "preview/forms/LateRender.h"
 #include "theme/ThemeProject.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QEventLoop>
 #include <QTextStream>
 #include <QTimer>
+#include <QUuid>
+
+#include <filesystem>
 
 namespace quillmere {
 
@@ -86,30 +90,52 @@ QImage pictureOf(WebBrowser &wb)
     return last;
 }
 
-// Empty where the document was read, else why not.
-QString read(const QString &document, QString &text)
+// Whatever has the name of the picture is replaced, and a link there is not followed. Gives the reason where
+// it cannot be.
+QString writePicture(const QImage &picture, const QString &path)
 {
-    try {
-        text = LoadFile(document);
-    } catch (const RunTimeError &error) {
-        return error.message();
-    }
-    return findFile(document).isEmpty() ? QStringLiteral("no document") : QString();
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    if (!picture.save(&buffer, "PNG"))
+        return QStringLiteral("no PNG can be made of it");
+    const QString own = u".quillmere-" + QUuid::createUuid().toString(QUuid::Id128);
+    QFile beside(joinPath(folderOf(path), own));
+    if (!beside.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        return beside.errorString();
+    const bool written = beside.write(bytes) == bytes.size() && beside.flush();
+    QString reason = written ? QString() : beside.errorString();
+    beside.close();
+    std::error_code failure;
+    if (written)
+        std::filesystem::rename(beside.filesystemFileName(), QFile(path).filesystemFileName(), failure);
+    if (failure)
+        reason = QString::fromStdString(failure.message());
+    if (!reason.isEmpty())
+        beside.remove();
+    return reason;
 }
 
-// A window's name is the theme's own text; it must not lead out of the folder.
-QString pictureName(QString window)
+// RunTimeError where there is nothing to draw, or it cannot be drawn or written.
+void draw(WebBrowser &wb, const ThemeProject &theme, const Window &window, const QString &file)
 {
-    window.replace(u'/', u'_').replace(u'\\', u'_');
-    return window + QStringLiteral(".png");
+    QString text = LoadFile(window.document);
+    if (findFile(window.document).isEmpty())
+        throw RunTimeError(QStringLiteral("no document"));
+    const auto GetImg = [&theme](const QString &id) { return theme.images.GetImg(id); };
+    const Rendered page =
+        renderPage({FormatXML(text), GetImg, theme.lvFont.rows(), defaultFontSize(theme.lvFont), {}});
+    wb.beginDocument();
+    if (!show(wb, page.page))
+        throw RunTimeError(u"the browser did not draw it for " + file);
+    const QString reason = writePicture(pictureOf(wb), file);
+    if (!reason.isEmpty())
+        throw RunTimeError(u"cannot write the picture " + file + u": " + reason);
 }
 
 } // namespace
 
-int renderWindows(const CommandLine &line)
+int renderWindows(const CommandLine &line, QTextStream &out, QTextStream &err)
 {
-    QTextStream out(stdout);
-    QTextStream err(stderr);
     if (!QFileInfo(line.theme).isDir()) {
         err << "quillmere: there is no folder " << line.theme << Qt::endl;
         return 1;
@@ -134,34 +160,26 @@ int renderWindows(const CommandLine &line)
     wb.setAttribute(Qt::WA_DontShowOnScreen);
     wb.resize(toPixels(size.width), toPixels(size.height));
     wb.setThemeFolder(line.theme);
+    if (line.patience > 0)
+        wb.setPatience(line.patience);
     wb.show();
 
     const QList<Window> windows = windowsOf(theme.widgets.LvWidget, line.windows);
     if (windows.isEmpty())
         err << "quillmere: the theme " << line.theme << " has no windows" << Qt::endl;
-    const ImageLookup GetImg = [&theme](const QString &id) { return theme.images.GetImg(id); };
-    ListRows blocks({QString(), QString()});
+    PictureNames names;
     int status = windows.isEmpty() ? 1 : 0;
     for (int i = 0; i < windows.size(); ++i) {
-        const Window &window = windows[i];
-        QString text;
-        const QString problem = read(window.document, text);
-        if (!problem.isEmpty()) {
-            err << window.name << ": " << problem << Qt::endl;
-            status = 1;
-            continue;
-        }
-        const QString html = BuildWidgetHtml(FormatXML(text), GetImg, theme.lvFont, blocks);
-        const bool drawn = show(wb, BuildPreviewPage(html, {}, defaultFontSize(theme.lvFont), blocks));
-        const QString file = joinPath(line.out, pictureName(window.name));
-        if (!drawn || !pictureOf(wb).save(file, "PNG")) {
-            err << window.name << ": "
-                << (drawn ? "cannot write the picture " : "the browser did not draw it for ") << file
+        const QString name = printable(windows[i].name);
+        try {
+            const QString file = joinPath(line.out, names.next(windows[i].name));
+            draw(wb, theme, windows[i], file);
+            out << '[' << i + 1 << '/' << windows.size() << "] " << name << " -> " << printable(file)
                 << Qt::endl;
+        } catch (const RunTimeError &error) {
+            err << name << ": " << printable(error.message()) << Qt::endl;
             status = 1;
-            continue;
         }
-        out << '[' << i + 1 << '/' << windows.size() << "] " << window.name << " -> " << file << Qt::endl;
     }
     return status;
 }

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+
+namespace quillmere {
+
+// What we have the browser do with a document, in a world of scripts that the page's markup does not reach.
+
+// Text is handed over as JSON, so that nothing in it can end the string it travels in.
+QString quoted(const QString &text);
+
+// Whether nothing has been written into the document: true or false.
+QString untouchedScript();
+
+// Writes the page into the document, where it replaces all there was. The scroll position stays.
+QString writingScript(const QString &pageExpression, bool scrollable);
+
+// Markup can set rules (a policy, a refresh) that stay with the document when another page is written into
+// it. True where the page's markup may do so.
+bool bindsDocument(const QString &page);
+
+// Lets what lies beyond the view be scrolled to, although the page itself forbids it.
+QString overflowScript(bool scrollable);
+
+// Sets window.__drawn once the page's pictures are loaded and it has been laid out since.
+QString watchingScript();
+
+} // namespace quillmere

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QFile>
+#include <QHash>
+#include <QMutex>
+#include <QPointer>
+#include <QThreadPool>
+#include <QWebEngineUrlRequestJob>
+#include <QWebEngineUrlSchemeHandler>
+
+#include <memory>
+#include <vector>
+
+namespace quillmere {
+
+class PictureLookup;
+
+// Hands the pictures of the theme to the page. They are looked up and opened on a thread of their own: a page
+// may name more of them, and a folder hold more, than a keystroke can wait for.
+class PictureHandler : public QWebEngineUrlSchemeHandler
+{
+    Q_OBJECT
+
+public:
+    PictureHandler();
+    ~PictureHandler() override;
+
+    QString themeFolder() const { return m_themeFolder; }
+    void setThemeFolder(const QString &folder);
+    // From now on files are found that have come since.
+    void lookAnew();
+
+    void requestStarted(QWebEngineUrlRequestJob *job) override;
+
+private:
+    struct Answer
+    {
+        quint64 request = 0;
+        std::unique_ptr<QFile> file; // null: there is no such picture
+        QByteArray type;
+    };
+
+    Answer find(PictureLookup &lookup, quint64 request, const QUrl &url) const; // on the thread
+    void answer();
+    void reply(Answer answer);
+
+    QString m_themeFolder;
+    std::shared_ptr<PictureLookup> m_lookup; // used on the thread only
+    quint64 m_requests = 0;
+    QHash<quint64, QPointer<QWebEngineUrlRequestJob>> m_jobs;
+    QMutex m_mutex;
+    std::vector<Answer> m_answers; // guarded by the mutex
+    QThreadPool m_worker;
+};
+
+} // namespace quillmere
