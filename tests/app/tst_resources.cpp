@@ -1,9 +1,12 @@
 #include "app/WindowFixture.h"
 
+#include "catalogues/forms/PictureBox.h"
 #include "controls/ListView.h"
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QImageIOPlugin>
+#include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -11,6 +14,9 @@
 #include <QSlider>
 #include <QStatusBar>
 #include <QTabBar>
+#include <QtPlugin>
+
+#include <utility>
 
 using namespace quillmere;
 
@@ -31,12 +37,33 @@ void click(const Window &window, int tab, const char *listName, const char *name
 
 } // namespace
 
+// Takes for a drawing what begins like one, as an installed plugin would, and notes that it was asked to.
+class DrawingPlugin : public QImageIOPlugin
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QImageIOHandlerFactoryInterface_iid FILE "drawing.json")
+
+public:
+    Capabilities capabilities(QIODevice *device, const QByteArray &format) const override
+    {
+        const bool is = format == "svg" || (format.isEmpty() && device && device->peek(4) == "<svg");
+        asked += is;
+        return is ? CanRead : Capabilities();
+    }
+    QImageIOHandler *create(QIODevice *, const QByteArray &) const override { return nullptr; }
+
+    static inline int asked = 0;
+};
+Q_IMPORT_PLUGIN(DrawingPlugin)
+
 class TestResources : public QObject
 {
     Q_OBJECT
 
 private slots:
     void images();
+    void drawings_data();
+    void drawings();
     void scansKeysAndPanel();
 };
 
@@ -101,6 +128,31 @@ void TestResources::images()
         window.choose("mnuImgSave");
         QCOMPARE(window.files.read(catalogue).endsWith(">sky.jpeg</image>\r\n</images>\r\n"), answer);
     }
+}
+
+void TestResources::drawings_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("says");
+    QTest::newRow("drawing") << QStringLiteral("a.svg")
+                             << QStringLiteral("Drawings are shown in the preview only.");
+    QTest::newRow("called a picture") << QStringLiteral("a.png") << QStringLiteral("This is no picture.");
+    QTest::newRow("no suffix") << QStringLiteral("a") << QStringLiteral("This is no picture.");
+}
+
+// A drawing can refer to itself, to pipes, and to files outside; nothing here reads it.
+void TestResources::drawings()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QString, says);
+    const TestFiles files;
+    files.write(name, "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>");
+    QImageReader(files.path(name)).format(); // asks whoever there is
+    QVERIFY(std::exchange(DrawingPlugin::asked, 0) > 0);
+    PictureBox box;
+    box.resize(100, 100);
+    QCOMPARE(box.showFile(files.path(name)), says);
+    QCOMPARE(DrawingPlugin::asked, 0);
 }
 
 void TestResources::scansKeysAndPanel()

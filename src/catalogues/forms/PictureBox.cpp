@@ -1,8 +1,10 @@
 #include "catalogues/forms/PictureBox.h"
 
+#include "browser/PictureFile.h"
 #include "files/Paths.h"
 #include "files/RegularFile.h"
 
+#include <QFileInfo>
 #include <QImageReader>
 #include <QLocale>
 #include <QPainter>
@@ -14,6 +16,12 @@ namespace {
 constexpr int kSquare = 8; // pixels, of the chequered ground
 const QColor kLightSquare(0xCC, 0xCC, 0xCC);
 const QColor kDarkSquare(0x99, 0x99, 0x99);
+
+bool isDrawing(const QString &path)
+{
+    const QString kind = QFileInfo(path).suffix().toLower();
+    return kind == u"svg" || kind == u"svgz";
+}
 
 } // namespace
 
@@ -27,8 +35,11 @@ QString PictureBox::showFile(const QString &path)
     const std::unique_ptr<QFile> opened = openRegular(file, kLargestFile, reason);
     if (!opened)
         return tr("%1: %2.").arg(fileNameOf(path).toString(), reason);
-    QImageReader reader(opened.get());
-    reader.setDecideFormatFromContent(true);
+    const QByteArray format = pixelFormat(*opened);
+    if (format.isEmpty())
+        return isDrawing(file) ? tr("Drawings are shown in the preview only.") : tr("This is no picture.");
+    QImageReader reader(opened.get(), format);
+    reader.setAutoDetectImageFormat(false);
     QSize size = reader.size();
     // Large pictures are scaled while they are read, where the format can.
     const QSize room = this->size() * devicePixelRatioF();

@@ -6,7 +6,7 @@
 namespace quillmere {
 
 // Shows a picture file, scaled down to fit and never up, on a chequered ground so that transparent parts
-// show.
+// show. Drawings are left to the preview's browser: they can lead to other files.
 class PictureBox : public QWidget
 {
     Q_OBJECT
