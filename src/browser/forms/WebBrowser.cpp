@@ -82,7 +82,7 @@ void WebBrowser::lookForBlank()
     const auto look = [this, cell = m_cell, number = m_writes](const QVariant &untouched) {
         if (cell != m_cell || number != m_writes || !untouched.toBool())
             return;
-        if (m_ready && m_touched && !m_busy && !m_waiting && ++m_deaths <= kMostDeaths)
+        if (m_ready && m_touched && !m_busy && !m_waiting)
             m_waiting = m_current;
         m_ready = true;
         m_touched = false;
