@@ -24,10 +24,12 @@
 
 #include <csignal>
 #include <cstdio>
+#include <ctime>
 
 #include <dlfcn.h>
 #include <netdb.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace quillmere;
 
@@ -225,6 +227,7 @@ private slots:
     void outlives();
     void pictures();
     void noPictures();
+    void missing();
     void changedPictures();
     void deaths();
     void hang();
@@ -525,6 +528,47 @@ void TestCell::noPictures()
     QVERIFY(drawn.wait(10000)); // every request has been answered
     QVERIFY(reddens(attempts, {QStringLiteral("drawing")}));
     QCOMPARE(m_outside.connections, 0);
+}
+
+// The processor time this thread has had, ms: what others do on the machine does not count.
+double ownWork()
+{
+    timespec time = {};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+// The window goes on while many pictures are looked for in a very large folder, of which a list takes some
+// milliseconds.
+void TestCell::missing()
+{
+    constexpr int files = 18000, pictures = 2000;
+    QVERIFY(QDir().mkpath(path("theme/large")));
+    for (int number = 0; number < files; ++number) {
+        const QString name = path("theme/large/") + QString::number(number);
+        QCOMPARE(::link(qPrintable(path("secret.html")), qPrintable(name)), 0);
+    }
+    QByteArray page;
+    for (int number = 0; number < pictures; ++number)
+        page += m_outside.markupOf({{}, "<img src='$T/large/" + QByteArray::number(number) + ".png'>", false},
+                                   m_window->files.folder());
+
+    double longest = 0, last = ownWork();
+    const double before = last;
+    QTimer tick;
+    connect(&tick, &QTimer::timeout, this, [&] {
+        const double now = ownWork();
+        longest = std::max(longest, now - std::exchange(last, now));
+    });
+    tick.start(1);
+    m_wb->write(QString::fromUtf8(page));
+    const QString complete = QStringLiteral("document.images.length == %1 && "
+                                            "Array.from(document.images).every(i => i.complete)");
+    QVERIFY(waitFor([&] { return m_window->js(complete.arg(pictures)).toBool(); }, 60000));
+    const double whole = ownWork() - before;
+    qInfo("The window's thread worked for %.0f ms, %.1f ms at most at a time", whole, longest);
+    QVERIFY(longest < 100);
+    QVERIFY(whole < 3000);
 }
 
 void TestCell::changedPictures()
