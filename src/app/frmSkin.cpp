@@ -172,8 +172,8 @@ void frmSkin::connectTabs()
         enableSourceMenus();
     });
     connect(m_sourceTab->txtSnippet, &SourceBox::cursorPositionChanged, this, [this] {
-        const QTextCursor caret = m_sourceTab->txtSnippet->textCursor();
-        m_status->showCaret(caret.blockNumber() + 1, caret.positionInBlock() + 1);
+        const SourceBox &source = *m_sourceTab->txtSnippet;
+        m_status->showCaret(source.textCursor().blockNumber() + 1, int(source.caretColumn()));
     });
 }
 

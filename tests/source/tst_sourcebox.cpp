@@ -243,6 +243,7 @@ void TestSourceBox::shortensLongLine()
     QCOMPARE(box.textCursor().selectedText(), name);
     QCOMPARE(box.selectionStart(), at);
     QCOMPARE(box.selectionLength(), name.size());
+    QCOMPARE(box.caretColumn(), at - 5 + name.size() + 1);
     QVERIFY(isShort(box) && box.text() == given && !box.document()->isModified());
     QCOMPARE(changed.count(), 0);
     box.type(u"Z"_s);

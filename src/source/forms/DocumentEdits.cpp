@@ -9,6 +9,8 @@ namespace quillmere {
 
 namespace {
 
+constexpr qsizetype kTogether = 16; // units; changes no further apart are one edit, which is quicker
+
 struct Edit
 {
     qsizetype start = 0, end = 0; // of what goes, in the text
@@ -37,7 +39,7 @@ QList<Edit> wholeObjects(const std::vector<HeldText::Place> &places, const QStri
             edit.start = place->start;
             edit.end = place->end();
         }
-        if (!edits.isEmpty() && edit.start < edits.last().end) {
+        if (!edits.isEmpty() && edit.start < edits.last().end + kTogether) {
             Edit &last = edits.last();
             last.text += between(last.done, change.start);
             last.text += change.text;

@@ -104,7 +104,11 @@ QString HeldText::text() const
 QString HeldText::text(int from, int to) const
 {
     // toPlainText() would turn every no-break space into a blank.
-    QString raw = m_document->toRawText().mid(from, to - from);
+    QTextCursor stretch(m_document);
+    stretch.setPosition(from);
+    stretch.setPosition(to, QTextCursor::KeepAnchor);
+    const bool isAll = from == 0 && to == m_document->characterCount() - 1;
+    QString raw = isAll ? m_document->toRawText().first(to) : stretch.selectedText();
     raw.replace(QChar::ParagraphSeparator, u'\n');
     if (m_texts.empty())
         return raw;

@@ -174,6 +174,12 @@ void SourceBox::showHidden(const QList<qsizetype> &positions)
     }
 }
 
+qsizetype SourceBox::caretColumn() const
+{
+    const QTextCursor caret = textCursor();
+    return m_held->text(caret.block().position(), caret.position()).size() + 1;
+}
+
 qsizetype SourceBox::selectionStart() const
 {
     return fromDocument(textCursor().selectionStart());

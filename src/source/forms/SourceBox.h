@@ -47,6 +47,8 @@ public:
     // that changed() leads to.
     bool isTyping() const { return m_typing; }
 
+    // 1-based, in the text of the caret's line.
+    qsizetype caretColumn() const;
     // Selection as 0-based position and length in text().
     qsizetype selectionStart() const;
     qsizetype selectionLength() const;
