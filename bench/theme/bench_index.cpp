@@ -1,12 +1,16 @@
 // bench_index THEME: how long the index of a theme takes to make, and what it answers in what time. Prints a
 // line each; the theme is one that make_theme made.
 
+#include "files/Backups.h"
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "files/TextFile.h"
+#include "theme/ThemeEdit.h"
 #include "theme/ThemeIndex.h"
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstdio>
@@ -86,5 +90,26 @@ int main(int argc, char **argv)
     measure("images that hold \"9\"", 20,
             [&](int) { found += index->matching(NameKind::Image, u"9").size(); });
     measure("all images", 20, [&](int) { found += index->names(NameKind::Image).size(); });
+
+    // Written and taken back again, so that the theme stays what it is.
+    const QTemporaryDir backups;
+    setBackupFolder(backups.path());
+    Files door;
+    const EditTargets targets = {door, sources.folder, {}, {}};
+    ThemeEdit edit;
+    for (int i = 1; i <= 500; ++i) {
+        const QString window =
+            joinPath(sources.folder, QStringLiteral("widget/wnd_%1.xml").arg(i, 4, 10, QLatin1Char('0')));
+        const QString written = LoadFile(window);
+        const qint32 at = qint32(written.indexOf(u"img_"));
+        if (at >= 0)
+            edit.replace(window, written, {at, at + 9}, QStringLiteral("img_renamed"));
+    }
+    std::printf("files of the edit %lld\n", static_cast<long long>(edit.paths().size()));
+    for (int run = 0; run < 3; ++run) {
+        ThemeEdit inverse;
+        measure("a name changed in these windows", 1, [&](int) { inverse = edit.apply(targets); });
+        measure("taken back", 1, [&](int) { inverse.apply(targets); });
+    }
     return found > 0 && copy.files().size() > 0 ? 0 : 1;
 }
