@@ -78,7 +78,7 @@ void hugeDictionary(benchmark::State &state)
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("huge.txt"));
     const QString part = dictionary(0);
-    SaveFile(path, part.repeated(state.range(0) * 1000000 / part.toUtf8().size()), CodePage::Utf8);
+    SaveFile(path, part.repeated(state.range(0) * 1000000 / part.toUtf8().size()), Encoding{CodePage::Utf8});
     ListRows rows = makeStringRows();
     for (auto _ : state) {
         rows.assign(strings(1000));
@@ -101,7 +101,8 @@ public:
     void open() { OpenLgXml(rows, LoadFile(m_path)); }
     void save() const
     {
-        SaveFile(m_path, languageFileText(QStringLiteral("N"), rows, CodePage::Utf8), CodePage::Utf8);
+        SaveFile(m_path, languageFileText(QStringLiteral("N"), rows, {CodePage::Utf8}),
+                 Encoding{CodePage::Utf8});
     }
 
     ListRows rows = makeStringRows();

@@ -70,7 +70,7 @@ void loadImageList(benchmark::State &state)
     FileList file1;
     ImageCatalogue images;
     for (auto _ : state)
-        images.LoadImageList(theme.path("images/image.xml"), theme.imageFolder(), file1);
+        images.LoadImageList(Document::open(theme.path("images/image.xml")), theme.imageFolder(), file1);
     if (images.rows.count() != state.range(0))
         state.SkipWithError("the catalogue was not read");
 }

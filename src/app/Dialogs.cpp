@@ -70,7 +70,8 @@ frmReplace &Dialogs::replaceDialog()
                     m_showSource();
                     source->select(start, length);
                     source->setFocus(); // of its window; the keyboard stays in the dialog
-                }},
+                },
+                [this] { return m_theme.rule; }},
             m_files, m_prompts, m_guard, m_window);
         m_replace->addAction(m_findNext);
     }

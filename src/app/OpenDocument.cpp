@@ -36,10 +36,10 @@ OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &s
     connect(m_recovery, &Recovery::restored, this, &OpenDocument::textRestored);
     m_recovery->opened({});
     // Beside the window's thread: the documents may lie on a disk that does not answer.
-    QThreadPool::globalInstance()->start([folder = recoveryFolder(), rule = codePageRule()] {
-        const auto shown = [rule](const QString &path) {
+    QThreadPool::globalInstance()->start([folder = recoveryFolder()] {
+        const auto shown = [](const QString &path) {
             try {
-                QString text = decodeText(LoadBytes(path).value_or(QByteArray()), rule).text;
+                QString text = LoadFile(path);
                 return FormatXML(text);
             } catch (const RunTimeError &) {
                 return QString(); // what is not to be read shows nothing
@@ -49,12 +49,7 @@ OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &s
     });
 }
 
-QString OpenDocument::path() const
-{
-    return m_frame.title();
-}
-
-void OpenDocument::open(const QString &path, const QString &theme)
+void OpenDocument::open(const QString &path, const QString &theme, CodePageRule rule)
 {
     const qint64 size = QFileInfo(findFile(path)).size();
     const qint64 megabytes = size / kMegabyte;
@@ -62,34 +57,68 @@ void OpenDocument::open(const QString &path, const QString &theme)
         !m_prompts.ask(tr("Open"),
                        tr("%1 has %2 MB and takes a while to open. Open it?").arg(path).arg(megabytes)))
         return;
-    const QString before = m_recovery->keepNow() ? this->path() : QString();
-    DecodedText file;
-    ReadyText ready;
+    const QString kept = m_recovery->keepNow() ? m_document.path() : QString();
     LoadedForNow loaded; // the file may be read and its text then be cancelled
-    m_runLong(tr("Opening the window"), [&](const Progress &progress) {
-        file = LoadForEditing(path, progress);
-        ready = makeReady(FormatXML(file.text), progress);
-    });
+    ReadyWindow window = read(path, theme, rule);
     loaded.keep();
-    if (path != this->path())
+    show(std::move(window));
+    if (!kept.isEmpty() && kept != path)
+        m_status.say(tr("%1. The unsaved text of %2 is kept and offered when that is opened again.")
+                         .arg(path, QFileInfo(kept).fileName()));
+}
+
+void OpenDocument::reload()
+{
+    const Document now = m_document;
+    open(now.path(), now.theme(), now.encoding().rule);
+}
+
+const Document &OpenDocument::document()
+{
+    m_document.setText(m_source.text());
+    m_document.setEdited(m_source.document()->isModified());
+    return m_document;
+}
+
+QString OpenDocument::leftFromAnother(const QString &theme) const
+{
+    const QString own = m_document.theme();
+    if (own.isEmpty() || QFileInfo(own).canonicalFilePath() == QFileInfo(theme).canonicalFilePath())
+        return {};
+    return tr("The source still holds %1 of %2, and saves it there.")
+        .arg(QFileInfo(m_document.path()).fileName(), own);
+}
+
+ReadyWindow OpenDocument::read(const QString &path, const QString &theme, CodePageRule rule) const
+{
+    ReadyWindow window;
+    m_runLong(tr("Opening the window"), [&](const Progress &progress) {
+        window.file = Document::open(path, theme, rule, progress);
+        QString text = window.file.text();
+        window.text = makeReady(FormatXML(text), progress);
+    });
+    return window;
+}
+
+void OpenDocument::show(ReadyWindow window)
+{
+    const QString path = window.file.path();
+    if (path != m_document.path())
         m_frame.wb->beginDocument();
+    m_document = window.file;
     m_frame.setCaption(path);
-    m_theme = theme;
-    m_status.showCodePage(file.page);
-    m_source.setText(std::move(ready));
-    m_status.say(before.isEmpty() || before == path
-                     ? path
-                     : tr("%1. The unsaved text of %2 is kept and offered when that is opened again.")
-                           .arg(path, QFileInfo(before).fileName()));
+    m_status.showCodePage(m_document.encoding().page);
+    m_source.setText(std::move(window.text));
+    m_status.say(path);
     m_recovery->opened(path);
     // What is unsaved is kept by opening and offered again afterwards.
-    m_outside.watch(QStringLiteral("document"),
-                    {{path, [this, path, theme] { m_guard([&] { open(path, theme); }); }, {}}});
+    m_outside.watch(QStringLiteral("document"), {{path, [this] { m_guard([this] { reload(); }); }, {}}});
 }
 
 void OpenDocument::save()
 {
-    if (path().isEmpty()) {
+    const QString path = m_document.path();
+    if (path.isEmpty()) {
         m_prompts.tell(QStringLiteral("Simpan File"),
                        tr("No file is open: double-click a window on the Widget tab first."),
                        Prompts::Icon::Information);
@@ -97,13 +126,14 @@ void OpenDocument::save()
     }
     // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
     const WriteQuestion question = {QStringLiteral("Simpan File"),
-                                    QStringLiteral("Benar mau menyimpan file?"), path(), m_theme};
+                                    QStringLiteral("Benar mau menyimpan file?"), path, m_document.theme()};
     if (!askToWrite(m_files, m_prompts, question, No::IsIgnored))
         return;
-    m_files.save(path(), textToSave(m_source.text()), m_theme);
+    m_document.save(m_files, textToSave(m_source.text()));
     m_source.document()->setModified(false);
+    m_status.showCodePage(m_document.encoding().page);
     m_recovery->saved();
-    m_status.say(tr("%1 saved.").arg(path()));
+    m_status.say(tr("%1 saved.").arg(path));
 }
 
 bool OpenDocument::mayClose()

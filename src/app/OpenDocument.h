@@ -1,6 +1,8 @@
 #pragma once
 
 #include "files/Progress.h"
+#include "outline/Document.h"
+#include "source/forms/SourceBox.h"
 
 #include <QObject>
 #include <QString>
@@ -14,11 +16,16 @@ class OutsideChanges;
 class PreviewFrame;
 class Prompts;
 class Recovery;
-class SourceBox;
 class StatusLine;
 
-// The widget document in the source box: opens it, saves it, and keeps what is typed from getting lost. Its
-// path is the caption of the preview.
+// A window that has been read and not shown yet.
+struct ReadyWindow
+{
+    Document file;
+    ReadyText text;
+};
+
+// The window in the source box: opens it, saves it, and keeps what is typed from getting lost.
 class OpenDocument : public QObject
 {
     Q_OBJECT
@@ -29,13 +36,16 @@ public:
     OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status, OutsideChanges &outside,
                  Files &files, Prompts &prompts, Guard guard, LongRun runLong, QObject *parent = nullptr);
 
-    // Empty before a document was opened.
-    QString path() const;
-    const QString &theme() const { return m_theme; }
-    // Shows the text of a document, re-indented; a missing one gives an empty text. RunTimeError where the
+    // Has no path before a window was opened; its text is the one in the source box.
+    const Document &document();
+    // Shows the text of a window, re-indented; a missing one gives an empty text. RunTimeError where the
     // unsaved text of the one before cannot be kept, and Cancelled; that one stays open then.
-    // `theme` is the folder of the theme that led to the path.
-    void open(const QString &path, const QString &theme);
+    void open(const QString &path, const QString &theme, CodePageRule rule);
+    // The same in two steps, for a window whose text is not edited: reading changes nothing here.
+    ReadyWindow read(const QString &path, const QString &theme, CodePageRule rule) const;
+    void show(ReadyWindow window);
+    // A sentence to say where the window is one of another theme than this, else nothing.
+    QString leftFromAnother(const QString &theme) const;
     // Asks, and writes the text to its file.
     void save();
     // Keeps the unsaved text for the next time. False when it cannot be kept and the person would rather not
@@ -47,6 +57,8 @@ signals:
     void textRestored();
 
 private:
+    void reload();
+
     SourceBox &m_source;
     PreviewFrame &m_frame;
     StatusLine &m_status;
@@ -55,8 +67,8 @@ private:
     Prompts &m_prompts;
     Guard m_guard;
     LongRun m_runLong;
+    Document m_document;
     Recovery *m_recovery;
-    QString m_theme; // folder of the theme that led to the document
 };
 
 } // namespace quillmere

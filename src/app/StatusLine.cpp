@@ -32,7 +32,7 @@ StatusLine::StatusLine(QStatusBar &bar)
         item->setObjectName(QLatin1String(name));
         item->setToolTip(tip);
         item->setCheckable(true);
-        item->setChecked(codePageRule() == rule);
+        m_rules.insert(rule, item);
         group->addAction(item);
         connect(item, &QAction::triggered, this, [this, rule] { emit ruleChosen(rule); });
     };
@@ -55,6 +55,7 @@ StatusLine::StatusLine(QStatusBar &bar)
     showCaret(1, 1);
     showBlocks(0);
     showCodePage(CodePage::Ascii);
+    showRule(CodePageRule::Automatic);
 }
 
 void StatusLine::say(const QString &hint)
@@ -89,6 +90,11 @@ void StatusLine::watchPreview(const SourceTab &source, const WebBrowser &browser
 void StatusLine::showCodePage(CodePage page)
 {
     m_page->setText(codePageName(page));
+}
+
+void StatusLine::showRule(CodePageRule rule)
+{
+    m_rules[rule]->setChecked(true);
 }
 
 } // namespace quillmere

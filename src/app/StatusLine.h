@@ -2,8 +2,10 @@
 
 #include "files/TextFile.h"
 
+#include <QHash>
 #include <QObject>
 
+class QAction;
 class QLabel;
 class QStatusBar;
 class QToolButton;
@@ -27,6 +29,8 @@ public:
     void showCaret(int line, int column); // both 1-based
     void showBlocks(int count);
     void showCodePage(CodePage page);
+    // The rule that is in force; also after one was chosen and not taken.
+    void showRule(CodePageRule rule);
     // Says from now on when the browser shows an older text than the source box holds.
     void watchPreview(const SourceTab &source, const WebBrowser &browser);
 
@@ -41,6 +45,7 @@ private:
     QLabel *m_caret;
     QLabel *m_blocks;
     QToolButton *m_page;
+    QHash<CodePageRule, QAction *> m_rules;
 };
 
 } // namespace quillmere

@@ -1,5 +1,6 @@
 #include "app/frmSkin.h"
 
+#include "app/CodePageChoice.h"
 #include "app/Dialogs.h"
 #include "app/OpenDocument.h"
 #include "app/PageScroll.h"
@@ -56,7 +57,6 @@ constexpr int kBesideList = 24; // pixels; a dialog this far into the preview hi
 constexpr int kSettling = 1000; // ms in which a window manager may still give a new window its size
 
 const QString kGeometry = QStringLiteral("window/geometry");
-const QString kCodePage = QStringLiteral("codePage");
 
 } // namespace
 
@@ -69,8 +69,6 @@ frmSkin::frmSkin(Files &files, Prompts *prompts, QWidget *parent)
     setObjectName(QStringLiteral("frmSkin"));
     setWindowTitle(QStringLiteral(":: Quillmere ::"));
     setCentralWidget(new PageScroll(m_page)); // where the window is smaller than what was laid out in it
-    if (QSettings().value(kCodePage).toString() == u"1252")
-        setCodePageRule(CodePageRule::Windows1252);
     makeStatusLine();
     makeTabs();
     makeMenu();
@@ -107,12 +105,13 @@ void frmSkin::makeTabs()
     m_imageTab =
         new ImageTab(m_theme.images, m_theme.widgets.LvWidget, m_files, m_prompts, m_runLong, m_page);
     m_colorTab = new ColorTab(m_theme.lvColor, m_theme.colours, m_files, m_prompts, m_page);
-    m_langTab = new LangTab(m_theme.lvLang, m_theme.LvBhs, m_theme.File1, m_files, m_prompts, m_page);
+    m_langTab = new LangTab(m_theme.lvLang, m_theme.languageList, m_theme.language, m_theme.File1, m_files,
+                            m_prompts, m_page);
     m_fontTab = new FontTab(m_theme.lvFont, m_page);
-    m_keymapTab = new KeymapTab(m_theme.lvKeyGroup, m_theme.lvKeyMap, m_page);
+    m_keymapTab = new KeymapTab(m_theme.lvKeyGroup, m_theme.lvKeyMap, m_theme.keymapFile, m_page);
     m_panelTab = new PanelTab(m_page);
     m_scans =
-        new ScanCommands(m_theme.widgets.LvWidget, m_theme.images.rows, m_theme.lvColor, m_runLong, this);
+        new ScanCommands(m_theme.widgets.LvWidget, m_theme.images.document, m_theme.lvColor, m_runLong, this);
     m_sourceTab = new SourceTab([this] { return m_theme.images.lookup(); }, m_theme.lvFont, m_theme.widgets,
                                 m_prompts, m_page);
     frYt = {m_themeTab, m_widgetTab, m_imageTab, m_colorTab, m_langTab,
@@ -125,6 +124,8 @@ void frmSkin::makeTabs()
     m_outside = new OutsideChanges(*m_status->offers, m_theme, *m_langTab, guard, this);
     m_document = new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_files, m_prompts,
                                   guard, m_runLong, this);
+    new CodePageChoice(
+        *m_status, m_theme, *m_document, [this] { loadTheme(m_theme.folder()); }, guard, this);
     connectTabs();
 }
 
@@ -148,7 +149,7 @@ void frmSkin::connectTabs()
     connect(m_widgetTab, &WidgetTab::markupChosen, this, &frmSkin::BuildWidgetHtml);
     connect(m_widgetTab, &WidgetTab::hint, m_status, &StatusLine::say);
     connect(m_colorTab, &ColorTab::entryOpened, this, [this](const QString &name, const QString &code) {
-        colourDialog().NamaFile = m_theme.colours.path();
+        colourDialog().NamaFile = m_theme.colours.document.path();
         colourDialog().NamaColor = name;
         colourDialog().setEntry(name, code);
     });
@@ -207,8 +208,6 @@ void frmSkin::makeStatusLine()
 {
     m_status = new StatusLine(*statusBar());
     m_status->say(tr("Press Ctrl+O, or choose a folder named \"theme\" in the list, to open a theme."));
-    connect(m_status, &StatusLine::ruleChosen, this,
-            [this](CodePageRule rule) { guarded([&] { chooseCodePage(rule); }); });
 }
 
 void frmSkin::guarded(const std::function<void()> &command)
@@ -305,19 +304,20 @@ void frmSkin::themeLoaded()
 {
     frmWb->wb->setThemeFolder(m_theme.folder());
     m_widgetTab->showCatalogue();
-    m_imageTab->showCatalogue(m_theme.lbImagePath, m_theme.folder());
+    m_imageTab->showCatalogue(m_theme.folder());
     m_colorTab->showCatalogue();
-    m_langTab->showCatalogue(m_theme.txtLang, m_theme.languageTheme);
-    m_fontTab->showCatalogue(m_theme.txtFont, m_theme.cbFont);
-    m_keymapTab->showCatalogue(m_theme.txtKeymap);
+    m_langTab->showCatalogue();
+    m_fontTab->showCatalogue(m_theme.fontFile.path(), m_theme.cbFont);
+    m_keymapTab->showCatalogue();
     frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
     m_recent->add(m_theme.folder());
-    m_status->say(tr("Theme opened: %1 windows, %2 images, %3 colours, %4 fonts. Double-click a window on "
-                     "the Widget tab.")
+    const QString left = m_document->leftFromAnother(m_theme.folder());
+    m_status->say(tr("Theme opened: %1 windows, %2 images, %3 colours, %4 fonts. %5")
                       .arg(m_theme.widgets.LvWidget.count())
                       .arg(m_theme.images.rows.count())
                       .arg(m_theme.lvColor.count())
-                      .arg(m_theme.lvFont.count()));
+                      .arg(m_theme.lvFont.count())
+                      .arg(left.isEmpty() ? tr("Double-click a window on the Widget tab.") : left));
     if (m_theme.panel)
         m_panelTab->showSettings(*m_theme.panel);
     if (!m_theme.problems().isEmpty())
@@ -326,7 +326,7 @@ void frmSkin::themeLoaded()
 
 void frmSkin::openDocument(const QString &path, const QString &theme)
 {
-    m_document->open(path, theme.isEmpty() ? folderOf(path).toString() : theme);
+    m_document->open(path, theme.isEmpty() ? folderOf(path).toString() : theme, m_theme.rule);
 }
 
 void frmSkin::OpenLgXml(const QString &text)
@@ -386,23 +386,6 @@ void frmSkin::fileRestored(const QString &path)
 {
     m_outside->fileReplaced(path);
     m_status->say(tr("%1 restored.").arg(path));
-}
-
-void frmSkin::chooseCodePage(CodePageRule rule)
-{
-    QTextDocument *source = m_sourceTab->txtSnippet->document();
-    if (rule == codePageRule())
-        return;
-    setCodePageRule(rule);
-    QSettings().setValue(kCodePage, rule == CodePageRule::Windows1252 ? QStringLiteral("1252") : QString());
-    if (!m_theme.folder().isEmpty())
-        loadTheme(m_theme.folder());
-    if (m_document->path().isEmpty())
-        return;
-    if (source->isModified())
-        m_status->say(tr("The open text keeps its code page until it is saved and opened again."));
-    else
-        openDocument(m_document->path(), m_document->theme());
 }
 
 } // namespace quillmere

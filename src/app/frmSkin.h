@@ -81,7 +81,6 @@ private:
     frmcolor &colourDialog();
     void mnuColCode_Click(ColourForm to);
     void fileRestored(const QString &path);
-    void chooseCodePage(CodePageRule rule);
     void guarded(const std::function<void()> &command);
 
     std::unique_ptr<Prompts> m_ownPrompts;

@@ -1,18 +1,17 @@
 #include "catalogues/ColourCatalogue.h"
 
 #include "files/Files.h"
-#include "files/LoadedFiles.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
 #include "rows/ListRows.h"
 
 namespace quillmere {
 
-void ColourCatalogue::LoadColorList(const QString &fileName)
+void ColourCatalogue::LoadColorList(const Document &file)
 {
     m_rows.clear();
-    m_path = fileName;
-    QString text = LoadForEditing(fileName).text;
+    document = file;
+    QString text = file.text();
     if (text.isEmpty())
         return;
     CloseUpEquals(text);
@@ -31,15 +30,13 @@ void ColourCatalogue::LoadColorList(const QString &fileName)
 
 void ColourCatalogue::take(const ColourCatalogue &other)
 {
-    m_path = other.m_path;
-    m_theme = other.m_theme;
+    document = other.document;
     m_rows.assign(other.m_rows.rows());
 }
 
 void ColourCatalogue::save(Files &files)
 {
-    files.save(m_path, ColourFileText(m_rows), m_theme);
-    m_rows.setEdited(false);
+    document.save(files, ColourFileText(m_rows));
 }
 
 QString ColourCatalogue::GetColor(const QString &NamaColor) const
@@ -67,7 +64,7 @@ int RemoveCheckedRows(ListRows &rows)
     const int removed = rows.count() - int(kept.size());
     if (removed > 0) {
         rows.assign(std::move(kept));
-        rows.setEdited(true);
+        emit rows.edited();
     }
     return removed;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "outline/Document.h"
 #include "rows/RowIndex.h"
 
 namespace quillmere {
@@ -12,29 +13,27 @@ class ColourCatalogue
 {
 public:
     // The rows must outlive the catalogue.
-    explicit ColourCatalogue(ListRows &lvColor) : m_rows(lvColor), m_names(lvColor, 1) {}
+    explicit ColourCatalogue(ListRows &lvColor) : document(lvColor), m_rows(lvColor), m_names(lvColor, 1) {}
 
     // Clears the rows and reads `<color name="NAME">CODE</color>` entries. A missing file leaves the rows
     // empty; its path is kept all the same.
-    void LoadColorList(const QString &fileName);
-    // Has the rows and the path of the other one.
+    void LoadColorList(const Document &file);
+    // Loads the file again.
+    void reload() { LoadColorList(document.openedAgain()); }
+    // Has the rows and the document of the other one.
     void take(const ColourCatalogue &other);
-    // Replaces the file of path() with ColourFileText. RunTimeError when it cannot be written.
+    // Replaces the file with ColourFileText. RunTimeError when it cannot be written.
     void save(Files &files);
 
     // The code of the first row with this name, both stripped of control characters, letter case minded;
     // empty when there is none. Constant time.
     QString GetColor(const QString &NamaColor) const;
 
-    const QString &path() const { return m_path; }
-    // The folder of the theme that led to the path.
-    const QString &theme() const { return m_theme; }
-    void setTheme(const QString &folder) { m_theme = folder; }
+    RowsDocument document;
 
 private:
     ListRows &m_rows;
     RowIndex m_names;
-    QString m_path, m_theme;
 };
 
 // The whole colour file: a line a row, every line ended by CR LF, names and codes as they stand.

@@ -1,21 +1,17 @@
 #include "catalogues/FontCatalogue.h"
 
-#include "files/LoadedFiles.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
 
 namespace quillmere {
 
-void LoadFontList(ListRows &lvFont, const QString &fileName)
+void LoadFontList(ListRows &lvFont, const Document &file)
 {
     lvFont.clear();
-    const QString text = LoadForEditing(fileName).text;
-    if (text.isEmpty())
-        return;
     QList<ListRows::Row> fonts;
     // What stands before the first element is no entry; behind it every piece is one, however little it
     // holds.
-    for (QStringView piece : splitIgnoringCase(text, u"<font>").sliced(1)) {
+    for (QStringView piece : splitIgnoringCase(file.text(), u"<font>").sliced(1)) {
         const QString style = SplitField(piece, u"<style>", u"</style>", 1, 0);
         fonts.append(
             {QString(),

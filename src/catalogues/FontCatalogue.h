@@ -1,5 +1,6 @@
 #pragma once
 
+#include "outline/Document.h"
 #include "rows/ListRows.h"
 
 namespace quillmere {
@@ -8,6 +9,6 @@ namespace quillmere {
 
 // Clears the rows and reads every "<font>" entry of the file; an entry without a style is "normal". A missing
 // file leaves the rows empty.
-void LoadFontList(ListRows &lvFont, const QString &fileName);
+void LoadFontList(ListRows &lvFont, const Document &file);
 
 } // namespace quillmere

@@ -2,7 +2,6 @@
 
 #include "files/FileList.h"
 #include "files/Files.h"
-#include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "markup/Matching.h"
@@ -28,12 +27,13 @@ ImageCatalogue::ImageCatalogue(QObject *parent)
 {
 }
 
-void ImageCatalogue::LoadImageList(const QString &fileName, const QString &imageFolder, FileList &file1,
+void ImageCatalogue::LoadImageList(const Document &file, const QString &imageFolder, FileList &file1,
                                    const Progress &progress)
 {
     rows.clear();
-    m_path = fileName;
-    QString text = LoadForEditing(fileName).text;
+    document = file;
+    m_folder = imageFolder;
+    QString text = file.text();
     if (text.isEmpty())
         return;
     CloseUpEquals(text);
@@ -61,8 +61,8 @@ void ImageCatalogue::LoadImageList(const QString &fileName, const QString &image
 
 void ImageCatalogue::take(const ImageCatalogue &other)
 {
-    m_path = other.m_path;
-    m_theme = other.m_theme;
+    document = other.document;
+    m_folder = other.m_folder;
     rows.assign(other.rows.rows());
 }
 
@@ -89,26 +89,25 @@ int ImageCatalogue::rowOf(const QString &id) const
     return -1;
 }
 
-QString ImageCatalogue::asText(const QString &imageFolder) const
+QString ImageCatalogue::asText() const
 {
     QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"ISO-8859-1\" standalone=\"yes\"?>\r\n"
                                   "<images>\r\n");
     for (const ListRows::Row &row : rows.rows()) {
         QString path = row.text;
-        replaceIgnoringCase(path, imageFolder, u"");
+        replaceIgnoringCase(path, m_folder, u"");
         path.replace(u'\\', u'/');
         text += u"<image id= \"" + row.sub(1) + u"\" >" + path + u"</image>\r\n";
     }
     return text + u"</images>\r\n";
 }
 
-void ImageCatalogue::SaveImageList(Files &files, const QString &imageFolder)
+void ImageCatalogue::SaveImageList(Files &files)
 {
-    if (m_path.isEmpty())
+    if (document.path().isEmpty())
         throw RunTimeError(
             QStringLiteral("Cannot save the images: no theme is open, so there is no file to write."));
-    files.save(m_path, asText(imageFolder), m_theme);
-    rows.setEdited(false);
+    document.save(files, asText());
 }
 
 } // namespace quillmere

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/Progress.h"
+#include "outline/Document.h"
 #include "rows/ListRows.h"
 #include "rows/RowIndex.h"
 
@@ -25,9 +26,9 @@ public:
     // Clears the rows and reads `<image id="ID">relative path</image>` entries; `imageFolder` is put in front
     // of every path as it stands. A missing file leaves the rows empty. `file1` ends up at the folder of the
     // last row.
-    void LoadImageList(const QString &fileName, const QString &imageFolder, FileList &file1,
+    void LoadImageList(const Document &file, const QString &imageFolder, FileList &file1,
                        const Progress &progress = {});
-    // Has the rows and the path of the other one.
+    // Has all that the other one has.
     void take(const ImageCatalogue &other);
 
     // The full path of the first row with this ID, both stripped of control characters, letter case minded;
@@ -41,18 +42,17 @@ public:
 
     // The rows as the catalogue file holds them: paths without the image folder (wherever it occurs, ignoring
     // case) and with "/", every line ended by CR LF.
-    QString asText(const QString &imageFolder) const;
+    QString asText() const;
     // Writes that to the file that was loaded. RunTimeError where there is none or it cannot be written.
-    void SaveImageList(Files &files, const QString &imageFolder);
+    void SaveImageList(Files &files);
 
-    const QString &path() const { return m_path; }
-    // The folder of the theme that led to the path.
-    const QString &theme() const { return m_theme; }
-    void setTheme(const QString &folder) { m_theme = folder; }
+    // What is put in front of every picture path, ends in a separator.
+    const QString &folder() const { return m_folder; }
     ListRows rows;
+    RowsDocument document{rows};
 
 private:
-    QString m_path, m_theme;
+    QString m_folder;
     RowIndex m_ids{rows, 1};
 };
 

@@ -1,16 +1,15 @@
 #include "catalogues/KeymapCatalogue.h"
 
-#include "files/LoadedFiles.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
 #include "rows/ListRows.h"
 
 namespace quillmere {
 
-void LoadKeymapList(ListRows &lvKeyGroup, const QString &fileName)
+void LoadKeymapList(ListRows &lvKeyGroup, const Document &file)
 {
     lvKeyGroup.clear();
-    QString text = LoadForEditing(fileName).text;
+    QString text = file.text();
     if (text.isEmpty())
         return;
     CloseUpEquals(text);
@@ -24,10 +23,10 @@ void LoadKeymapList(ListRows &lvKeyGroup, const QString &fileName)
     lvKeyGroup.assign(std::move(groups));
 }
 
-void ShowKeyGroup(ListRows &lvKeyMap, const QString &fileName, const QString &groupName)
+void ShowKeyGroup(ListRows &lvKeyMap, Document &file, const QString &groupName)
 {
     lvKeyMap.clear();
-    QString text = LoadFile(fileName);
+    QString text = file.readAgain();
     if (text.isEmpty())
         return;
     CloseUpEquals(text);

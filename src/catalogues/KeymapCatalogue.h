@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "outline/Document.h"
 
 namespace quillmere {
 
@@ -10,10 +10,10 @@ class ListRows;
 // missing leaves the rows empty.
 
 // Clears the rows and reads the index of key groups: every "<item " with a group="...".
-void LoadKeymapList(ListRows &lvKeyGroup, const QString &fileName);
+void LoadKeymapList(ListRows &lvKeyGroup, const Document &file);
 
 // Clears the rows and reads the keys of the first "<group " with this name, letter case ignored, from the
 // file as it is now.
-void ShowKeyGroup(ListRows &lvKeyMap, const QString &fileName, const QString &groupName);
+void ShowKeyGroup(ListRows &lvKeyMap, Document &file, const QString &groupName);
 
 } // namespace quillmere

@@ -1,6 +1,5 @@
 #include "catalogues/PanelSettings.h"
 
-#include "files/LoadedFiles.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
 
@@ -85,13 +84,13 @@ void readCommon(QStringView group, PanelSettings &settings)
 
 } // namespace
 
-std::optional<PanelSettings> LoadPanelConfig(const QString &fileName)
+std::optional<PanelSettings> LoadPanelConfig(const Document &file)
 {
-    QString text = LoadForEditing(fileName).text;
+    QString text = file.text();
     if (text.isEmpty())
         return std::nullopt;
     PanelSettings settings;
-    settings.path = fileName;
+    settings.path = file.path();
     CloseUpEquals(text);
     qsizetype found = 0;
     for (QStringView group : splitIgnoringCase(text, u"<group ").sliced(1)) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "outline/Document.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -39,7 +41,7 @@ struct PanelSettings
 };
 
 // Nothing where the file is missing or empty.
-std::optional<PanelSettings> LoadPanelConfig(const QString &fileName);
+std::optional<PanelSettings> LoadPanelConfig(const Document &file);
 
 // The choices of the time zone, hours from -12 to +12; 0 and the negative ones without a sign of their own.
 QStringList timeZones();

@@ -110,10 +110,12 @@ void checkExactly(const MetRows &met, ListRows &rows)
 class Documents
 {
 public:
+    explicit Documents(CodePageRule rule) : m_rule(rule) {}
+
     QString text(const QString &path)
     {
         try {
-            return LoadFile(path);
+            return LoadFile(path, m_rule);
         } catch (const RunTimeError &error) {
             m_problems.add(error);
             return {};
@@ -126,16 +128,18 @@ public:
     }
 
 private:
+    CodePageRule m_rule;
     ReadProblems m_problems;
 };
 
 } // namespace
 
-void scanWindows(const ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor, const Progress &progress)
+void scanWindows(const ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor, const Progress &progress,
+                 CodePageRule rule)
 {
     UsedImages images(lvImage);
     UsedColours colours(lvColor);
-    Documents documents;
+    Documents documents(rule);
     for (int row = 0; row < LvWidget.count(); ++row) {
         const QString text = documents.text(LvWidget.text(row));
         images.readDocument(text);
@@ -147,11 +151,11 @@ void scanWindows(const ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor,
     documents.report();
 }
 
-int checkWindowsWith(const QString &imageId, ListRows &LvWidget, const Progress &progress)
+int checkWindowsWith(const QString &imageId, ListRows &LvWidget, const Progress &progress, CodePageRule rule)
 {
     const QString marker = imageMarker(imageId);
     MetRows uses(LvWidget.count());
-    Documents documents;
+    Documents documents(rule);
     for (int row = 0; row < LvWidget.count(); ++row) {
         uses[row] = containsIgnoringCase(documents.text(LvWidget.text(row)), marker);
         tell(progress, row + 1, LvWidget.count());

@@ -71,12 +71,13 @@ QString Files::touch(Step step, const QString &path, const QString &theme) const
     return found.path;
 }
 
-void Files::save(const QString &path, const QString &text, const QString &theme, std::optional<CodePage> page)
+CodePage Files::save(const QString &path, const QString &text, const QString &theme,
+                     std::optional<Encoding> encoding)
 {
     const QString target = touch(Step::Save, path, theme);
     if (!QFileInfo(folderOf(target).toString()).isDir())
         throwFailed("open", path, qt_error_string(ENOENT));
-    SaveFile(target, text, page);
+    return SaveFile(target, text, encoding);
 }
 
 void Files::restore(const QString &path, const QString &version, const QString &theme)
@@ -96,9 +97,9 @@ QString Files::programFolder() const
     return m_programFolder;
 }
 
-void Files::saveOwn(const QString &path, const QString &text)
+CodePage Files::saveOwn(const QString &path, const QString &text, std::optional<Encoding> encoding)
 {
-    SaveFile(path, text);
+    return SaveFile(path, text, encoding);
 }
 
 } // namespace quillmere

@@ -45,13 +45,13 @@ public:
 
     // See SaveFile, RestoreFile, DeleteFile. RunTimeError also where the file may not be touched.
     // Nothing is saved into a folder of another letter case than that of the theme.
-    void save(const QString &path, const QString &text, const QString &theme,
-              std::optional<CodePage> page = {});
+    CodePage save(const QString &path, const QString &text, const QString &theme,
+                  std::optional<Encoding> encoding = {});
     void restore(const QString &path, const QString &version, const QString &theme);
     void remove(const QString &path, const QString &theme);
 
     // Saves a file of the program's own, which no theme has named, wherever links lead.
-    void saveOwn(const QString &path, const QString &text);
+    CodePage saveOwn(const QString &path, const QString &text, std::optional<Encoding> encoding = {});
 
     // Where the program keeps what is the person's to edit: replace.ini and the dictionaries. Found when it
     // is first asked for; see findProgramFolder.

@@ -57,11 +57,11 @@ LoadedForNow::~LoadedForNow()
         loadedFiles() = m_before->files;
 }
 
-DecodedText LoadForEditing(const QString &path, const Progress &progress)
+DecodedText LoadForEditing(const QString &path, CodePageRule rule, const Progress &progress)
 {
     const std::optional<QByteArray> bytes = LoadBytes(path, progress);
     loadedFiles().insert(keyOf(path), {resolved(path), bytes ? fingerprint(*bytes) : QByteArray()});
-    return decodeText(bytes.value_or(QByteArray()));
+    return decodeText(bytes.value_or(QByteArray()), rule);
 }
 
 QByteArray fingerprintOf(const QString &path)

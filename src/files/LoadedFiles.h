@@ -13,7 +13,8 @@ namespace quillmere {
 // another program made since is seen before it is written over.
 
 // The text of a file that may be written back; from now on changes of the file are known. See LoadText.
-DecodedText LoadForEditing(const QString &path, const Progress &progress = {});
+DecodedText LoadForEditing(const QString &path, CodePageRule rule = CodePageRule::Automatic,
+                           const Progress &progress = {});
 
 // While it lives, what is loaded for editing may turn out not to be wanted: without keep() all is known as it
 // was before.

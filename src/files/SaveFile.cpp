@@ -14,19 +14,19 @@ namespace quillmere {
 
 namespace {
 
-CodePage pageOf(const QString &path)
+CodePage pageOfFile(const QString &path)
 {
     QString reason;
     const QByteArray bytes = readRegular(path, kLargestFile, reason);
     if (!reason.isEmpty())
         throwFailed("back up", path, reason);
-    return decodeText(bytes).page;
+    return pageOf(bytes);
 }
 
-QByteArray encodeFor(const QString &path, const QString &text, CodePage page)
+QByteArray encodeFor(const QString &path, const QString &text, const Encoding &encoding)
 {
     try {
-        return encodeText(text, page);
+        return encodeText(text, encoding.page, encoding.rule);
     } catch (const RunTimeError &error) {
         throwFailed("write", path, error.message().chopped(1));
     }
@@ -59,17 +59,18 @@ void replaceFile(const QString &target, const QByteArray &bytes)
 
 } // namespace
 
-void SaveFile(const QString &path, const QString &text, std::optional<CodePage> page)
+CodePage SaveFile(const QString &path, const QString &text, std::optional<Encoding> encoding)
 {
     // A link to a file that is not there yet is followed by who writes.
     const QString meant = fileToWrite(path);
     const QString target = QFileInfo(meant).isFile() ? QFileInfo(meant).canonicalFilePath() : meant;
     requireFile(target);
-    if (!page)
-        page = QFileInfo::exists(target) ? pageOf(target) : CodePage::Ascii;
-    const QByteArray bytes = encodeFor(target, text, *page);
+    if (!encoding)
+        encoding = {QFileInfo::exists(target) ? pageOfFile(target) : CodePage::Ascii};
+    const QByteArray bytes = encodeFor(target, text, *encoding);
     replaceFile(target, bytes);
     noteWritten(target, bytes);
+    return pageOf(bytes, encoding->rule);
 }
 
 void RestoreFile(const QString &path, const QString &version)

@@ -13,7 +13,6 @@ namespace quillmere {
 
 namespace {
 
-CodePageRule currentRule = CodePageRule::Automatic;
 
 // What Windows-1252 has at 80 to 9F (hex); elsewhere the byte is the character.
 constexpr std::array<char16_t, 32> upperControls = {
@@ -109,16 +108,6 @@ QByteArray toUtf8(const QString &text)
 
 } // namespace
 
-void setCodePageRule(CodePageRule rule)
-{
-    currentRule = rule;
-}
-
-CodePageRule codePageRule()
-{
-    return currentRule;
-}
-
 QString codePageName(CodePage page)
 {
     switch (page) {
@@ -132,12 +121,23 @@ QString codePageName(CodePage page)
     return QStringLiteral("Windows-1252");
 }
 
-DecodedText decodeText(const QByteArray &bytes, CodePageRule rule)
+CodePage pageOf(const QByteArray &bytes, CodePageRule rule)
 {
     if (isAscii(bytes))
-        return {QString::fromLatin1(bytes), CodePage::Ascii};
-    if (rule == CodePageRule::Automatic && bytes.isValidUtf8())
-        return {fromUtf8(bytes), CodePage::Utf8};
+        return CodePage::Ascii;
+    return rule == CodePageRule::Automatic && bytes.isValidUtf8() ? CodePage::Utf8 : CodePage::Windows1252;
+}
+
+DecodedText decodeText(const QByteArray &bytes, CodePageRule rule)
+{
+    switch (const CodePage page = pageOf(bytes, rule)) {
+    case CodePage::Ascii:
+        return {QString::fromLatin1(bytes), page};
+    case CodePage::Utf8:
+        return {fromUtf8(bytes), page};
+    case CodePage::Windows1252:
+        break;
+    }
     return {fromWindows1252(bytes), CodePage::Windows1252};
 }
 
@@ -173,14 +173,14 @@ std::optional<QByteArray> LoadBytes(const QString &path, const Progress &progres
     return bytes;
 }
 
-DecodedText LoadText(const QString &path)
+DecodedText LoadText(const QString &path, CodePageRule rule)
 {
-    return decodeText(LoadBytes(path).value_or(QByteArray()));
+    return decodeText(LoadBytes(path).value_or(QByteArray()), rule);
 }
 
-QString LoadFile(const QString &path)
+QString LoadFile(const QString &path, CodePageRule rule)
 {
-    return LoadText(path).text;
+    return LoadText(path, rule).text;
 }
 
 } // namespace quillmere

@@ -19,8 +19,13 @@ enum class CodePage {
 
 // Automatic looks at the bytes; Windows1252 reads and writes everything one byte a character.
 enum class CodePageRule { Automatic, Windows1252 };
-void setCodePageRule(CodePageRule rule);
-CodePageRule codePageRule();
+
+// How the bytes of a file became text.
+struct Encoding
+{
+    CodePage page = CodePage::Ascii;
+    CodePageRule rule = CodePageRule::Automatic;
+};
 
 // "Windows-1252" or "UTF-8"; "ASCII" where both give the same text.
 QString codePageName(CodePage page);
@@ -30,29 +35,32 @@ struct DecodedText
     QString text;
     CodePage page = CodePage::Ascii;
 };
-DecodedText decodeText(const QByteArray &bytes, CodePageRule rule = codePageRule());
+DecodedText decodeText(const QByteArray &bytes, CodePageRule rule = CodePageRule::Automatic);
+
+// The page that decodeText would read the bytes in.
+CodePage pageOf(const QByteArray &bytes, CodePageRule rule = CodePageRule::Automatic);
 
 // Bytes for a text that replaces a file of the given page: Ascii means Windows-1252 when every character
 // fits, else UTF-8; Windows1252 likewise turns to UTF-8 where a letter does not fit, so that none is lost,
 // unless the rule is Windows1252: then a letter that does not fit is a RunTimeError naming the letter and its
 // 1-based line. UTF-8 is also taken where the one-byte form would be read back as UTF-8, that is, as other
 // letters. Half a surrogate pair fits nowhere and is always such an error.
-QByteArray encodeText(const QString &text, CodePage page, CodePageRule rule = codePageRule());
+QByteArray encodeText(const QString &text, CodePage page, CodePageRule rule = CodePageRule::Automatic);
 
 // The whole text of a file; empty, and no message, when it does not exist or is a folder. Takes both
 // separators and any letter case (see findFile). RunTimeError says why a file that is there is not read; see
 // RegularFile.h.
-QString LoadFile(const QString &path);
-DecodedText LoadText(const QString &path);
+QString LoadFile(const QString &path, CodePageRule rule = CodePageRule::Automatic);
+DecodedText LoadText(const QString &path, CodePageRule rule = CodePageRule::Automatic);
 // Its bytes, at most so many; none where there is no such file.
 std::optional<QByteArray> LoadBytes(const QString &path, const Progress &progress = {},
                                     qint64 most = kLargestFile);
 
 // The one writer: a copy of the old file goes to the backup folder (see Backups.h), then the new text is
 // written beside it, flushed and renamed over it. Permissions are kept, a symbolic link stays one and its
-// target is written. The code page is `page`, without one that of the file replaced. RunTimeError says which
-// file, which step and why; the old file is then as it was.
-void SaveFile(const QString &path, const QString &text, std::optional<CodePage> page = {});
+// target is written. Without an `encoding` it is that of the file replaced. Gives the page that the new file
+// is in. RunTimeError says which file, which step and why; the old file is then as it was.
+CodePage SaveFile(const QString &path, const QString &text, std::optional<Encoding> encoding = {});
 
 // Puts the bytes of `version`, a copy that backups keep, into exactly the file named, by the same steps;
 // makes the file and its folder again where they are gone.

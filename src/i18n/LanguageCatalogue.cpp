@@ -1,6 +1,5 @@
 #include "i18n/LanguageCatalogue.h"
 
-#include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
@@ -12,11 +11,12 @@ namespace {
 constexpr QStringView kDots = u"...";
 
 // True when the text goes into its file one byte a character.
-bool staysOneByte(const QString &text, CodePage page)
+bool staysOneByte(const QString &text, const Encoding &encoding)
 {
-    if (codePageRule() == CodePageRule::Windows1252)
+    if (encoding.rule == CodePageRule::Windows1252)
         return true;
-    return page == CodePage::Windows1252 && decodeText(encodeText(text, page)).page == CodePage::Windows1252;
+    return encoding.page == CodePage::Windows1252 &&
+           pageOf(encodeText(text, encoding.page)) == CodePage::Windows1252;
 }
 
 } // namespace
@@ -32,10 +32,10 @@ ListRows makeStringRows()
                     ListRows::Checks::Yes);
 }
 
-void LoadLanguageList(ListRows &lvLang, const QString &catalogPath, const QString &languageFolder)
+void LoadLanguageList(ListRows &lvLang, const Document &file, const QString &languageFolder)
 {
     lvLang.clear();
-    QString text = LoadForEditing(catalogPath).text;
+    QString text = file.text();
     if (text.isEmpty())
         return;
     CloseUpEquals(text);
@@ -44,9 +44,9 @@ void LoadLanguageList(ListRows &lvLang, const QString &catalogPath, const QStrin
     for (QStringView piece : splitIgnoringCase(text, u"<language ").sliced(1)) {
         if (!containsIgnoringCase(piece, u"id=\""))
             continue;
-        const QString file = SplitField(piece, u">", u"</", 1, 0);
+        const QString name = SplitField(piece, u">", u"</", 1, 0);
         languages.append(
-            {languageFolder + withOwnSeparators(file), {SplitField(piece, u"id=\"", u"\"", 1, 0), file}});
+            {languageFolder + withOwnSeparators(name), {SplitField(piece, u"id=\"", u"\"", 1, 0), name}});
     }
     lvLang.assign(std::move(languages));
 }
@@ -65,7 +65,7 @@ void OpenLgXml(ListRows &LvBhs, const QString &text)
     LvBhs.assign(std::move(strings));
 }
 
-QString languageFileText(const QString &name, const ListRows &LvBhs, CodePage page)
+QString languageFileText(const QString &name, const ListRows &LvBhs, const Encoding &encoding)
 {
     QString text = u"<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\r\n<language name=\"" +
                    name + u"\">\r\n<font>font_prog</font>\r\n";
@@ -76,11 +76,31 @@ QString languageFileText(const QString &name, const ListRows &LvBhs, CodePage pa
     // Receivers' fonts lack the ellipsis. Its three bytes are one character in a text read as UTF-8, and
     // three in a text read one byte a character. There, one character is the single byte that has to stay,
     // unless a letter from elsewhere makes the whole text UTF-8.
-    if (page == CodePage::Windows1252 || codePageRule() == CodePageRule::Windows1252)
+    if (encoding.page == CodePage::Windows1252 || encoding.rule == CodePageRule::Windows1252)
         text.replace(QStringLiteral(u"\u00E2\u20AC\u00A6"), kDots.toString());
-    if (!staysOneByte(text, page))
+    if (!staysOneByte(text, encoding))
         text.replace(QChar(0x2026), kDots.toString());
     return text;
+}
+
+bool LanguageFile::open(const QString &path, const QString &theme, CodePageRule rule)
+{
+    const Document file = Document::open(path, theme, rule);
+    if (file.text().isEmpty()) {
+        document.setPath(path, theme);
+        return false;
+    }
+    document = file;
+    // ASCII alone tells no page; the file calls itself UTF-8.
+    if (file.encoding().page == CodePage::Ascii)
+        document.setEncoding({CodePage::Utf8, rule});
+    OpenLgXml(document.rows(), file.text());
+    return true;
+}
+
+void LanguageFile::save(Files &files, const QString &name)
+{
+    document.save(files, languageFileText(name, document.rows(), document.encoding()));
 }
 
 } // namespace quillmere

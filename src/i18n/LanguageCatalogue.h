@@ -1,6 +1,6 @@
 #pragma once
 
-#include "files/TextFile.h"
+#include "outline/Document.h"
 #include "rows/ListRows.h"
 
 #include <QString>
@@ -15,14 +15,29 @@ ListRows makeStringRows();
 
 // Clears the rows and reads `<language id="ID">FILE</language>` entries; `languageFolder` is put in front of
 // every file name as it stands. A missing file leaves the rows empty.
-void LoadLanguageList(ListRows &lvLang, const QString &catalogPath, const QString &languageFolder);
+void LoadLanguageList(ListRows &lvLang, const Document &file, const QString &languageFolder);
 
 // Replaces the rows by the `<tran id="SOURCE">TRANSLATION</tran>` elements of a language file, none checked.
 // An empty text leaves the rows as they are, one without `<language name="` empties them.
 void OpenLgXml(ListRows &LvBhs, const QString &text);
 
-// The text of a language file, lines ending in CR LF. `page` is that of the text the rows were read from. The
-// bytes E2 80 A6 of an ellipsis are written as "..."; the one byte that it has in Windows-1252 stays.
-QString languageFileText(const QString &name, const ListRows &LvBhs, CodePage page);
+// The text of a language file, lines ending in CR LF. `encoding` is that of the text the rows were read from.
+// The bytes E2 80 A6 of an ellipsis are written as "..."; the one byte that it has in Windows-1252 stays.
+QString languageFileText(const QString &name, const ListRows &LvBhs, const Encoding &encoding);
+
+// The language file that is open; its strings stand in rows that must outlive it.
+class LanguageFile
+{
+public:
+    explicit LanguageFile(ListRows &LvBhs) : document(LvBhs) {}
+
+    // Replaces the strings by those of a file. One that is empty or not there leaves them, and they are saved
+    // to its path; the answer is false then.
+    bool open(const QString &path, const QString &theme, CodePageRule rule);
+    // Writes the file under the name of a language.
+    void save(Files &files, const QString &name);
+
+    RowsDocument document;
+};
 
 } // namespace quillmere

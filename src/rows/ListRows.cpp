@@ -13,7 +13,6 @@ void ListRows::clear()
 {
     if (!m_rows.isEmpty())
         assign({});
-    m_edited = false;
 }
 
 void ListRows::add(const QString &text, const QStringList &subItems)
@@ -21,15 +20,14 @@ void ListRows::add(const QString &text, const QStringList &subItems)
     const int row = count();
     beginInsertRows({}, row, row);
     m_rows.append(Row{text, subItems});
-    m_edited = true;
     endInsertRows();
+    emit edited();
 }
 
 void ListRows::assign(QList<Row> rows)
 {
     beginResetModel();
     m_rows = std::move(rows);
-    m_edited = false;
     endResetModel();
 }
 
@@ -37,8 +35,8 @@ void ListRows::remove(int row)
 {
     beginRemoveRows({}, row, row);
     m_rows.removeAt(row);
-    m_edited = true;
     endRemoveRows();
+    emit edited();
 }
 
 void ListRows::setText(int row, const QString &text)
@@ -46,9 +44,9 @@ void ListRows::setText(int row, const QString &text)
     if (m_rows.at(row).text == text)
         return;
     m_rows[row].text = text;
-    m_edited = true;
     const QModelIndex cell = index(row, 0);
     emit dataChanged(cell, cell, {Qt::DisplayRole, Qt::EditRole, Qt::ToolTipRole});
+    emit edited();
 }
 
 void ListRows::setSub(int row, int number, const QString &text)
@@ -60,10 +58,10 @@ void ListRows::setSub(int row, int number, const QString &text)
     if (subItems.size() < number)
         subItems.resize(number);
     subItems[number - 1] = text;
-    m_edited = true;
     // A sub-item without a column is kept, and those who index it are told through the last column.
     const QModelIndex cell = index(row, qMin(number, columnCount() - 1));
     emit dataChanged(cell, cell, {Qt::DisplayRole, Qt::EditRole, Qt::ToolTipRole});
+    emit edited();
 }
 
 void ListRows::setChecked(int row, bool checked)

@@ -46,11 +46,6 @@ public:
     void setSub(int row, int number, const QString &text);
     void setChecked(int row, bool checked);
 
-    // Whether a text was changed, or a row added or removed, since the rows were assigned or called kept.
-    // Check marks do not count.
-    bool isEdited() const { return m_edited; }
-    void setEdited(bool edited) { m_edited = edited; }
-
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
@@ -61,12 +56,13 @@ public:
 signals:
     // The person or a command changed a check mark. Not sent by assign() and clear().
     void checkChanged(int row);
+    // A text was changed, or a row added or removed. Check marks do not count, nor does assign().
+    void edited();
 
 private:
     QStringList m_captions;
     Checks m_checks;
     QList<Row> m_rows;
-    bool m_edited = false;
 };
 
 } // namespace quillmere

@@ -191,7 +191,7 @@ void ThemeEdit::write(const QList<Written> &files, const EditTargets &targets)
             // Writing many takes a while, and other programs do not wait.
             if (LoadBytes(file.path) != file.oldBytes)
                 throwChanged(file.path);
-            targets.files.save(file.path, file.text, targets.folder, file.page);
+            targets.files.save(file.path, file.text, targets.folder, Encoding{file.page});
         } catch (const RunTimeError &error) {
             putBack(files, i, targets, error.message());
             throw;
@@ -206,7 +206,7 @@ void ThemeEdit::putBack(const QList<Written> &files, qsizetype count, const Edit
     for (qsizetype i = count; i > 0; --i) {
         const Written &file = files[i - 1];
         try {
-            targets.files.save(file.path, file.oldText, targets.folder, file.oldPage);
+            targets.files.save(file.path, file.oldText, targets.folder, Encoding{file.oldPage});
         } catch (const RunTimeError &) {
             lost.append(file.path);
         }

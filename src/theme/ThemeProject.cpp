@@ -4,7 +4,6 @@
 #include "catalogues/KeymapCatalogue.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
-#include "i18n/LanguageCatalogue.h"
 #include "theme/ThemeConfig.h"
 
 #include <algorithm>
@@ -37,6 +36,7 @@ bool ThemeProject::LoadTheme(const QString &folder, const Progress &progress)
 {
     LoadedForNow loadedFiles;
     ThemeProject aside;
+    aside.rule = rule;
     const bool found = aside.read(folder, progress);
     loadedFiles.keep();
     if (!found) {
@@ -50,10 +50,10 @@ bool ThemeProject::LoadTheme(const QString &folder, const Progress &progress)
 
 bool ThemeProject::read(const QString &folder, const Progress &progress)
 {
-    const QString text = LoadForEditing(joinPath(folder, u"theme.xml")).text;
+    m_folder = folder;
+    const QString text = Document::open(joinPath(folder, u"theme.xml"), folder, rule).text();
     if (text.isEmpty())
         return false;
-    m_folder = folder;
 
     QList<ListRows::Row> entries;
     // The one behind the last closing tag is no element, yet it is shown like the others.
@@ -81,28 +81,25 @@ void ThemeProject::take(const ThemeProject &read)
     lvTheme.assign(read.lvTheme.rows());
     if (!read.File1.path().isEmpty())
         File1.setPath(read.File1.path());
-    if (!read.widgets.path.isEmpty())
+    if (!read.widgets.document.path().isEmpty())
         widgets.take(read.widgets);
-    if (!read.images.path().isEmpty()) {
+    if (!read.images.document.path().isEmpty())
         images.take(read.images);
-        lbImagePath = read.lbImagePath;
-    }
-    if (!read.colours.path().isEmpty())
+    if (!read.colours.document.path().isEmpty())
         colours.take(read.colours);
-    if (!read.txtLang.isEmpty()) {
+    if (!read.languageList.path().isEmpty()) {
         lvLang.assign(read.lvLang.rows());
-        txtLang = read.txtLang;
-        languageTheme = read.languageTheme;
+        languageList = read.languageList;
     }
-    if (!read.txtFont.isEmpty()) {
+    if (!read.fontFile.path().isEmpty()) {
         lvFont.assign(read.lvFont.rows());
-        txtFont = read.txtFont;
+        fontFile = read.fontFile;
         cbFont = read.cbFont;
     }
-    if (!read.txtKeymap.isEmpty()) {
+    if (!read.keymapFile.path().isEmpty()) {
         lvKeyGroup.assign(read.lvKeyGroup.rows());
         lvKeyMap.clear(); // the keys of a group of another file
-        txtKeymap = read.txtKeymap;
+        keymapFile = read.keymapFile;
     }
     panel = read.panel;
 }
@@ -124,20 +121,23 @@ QString ThemeProject::pathOf(const QString &value) const
     return joinPath(m_folder, u"") + withOwnSeparators(value);
 }
 
-void ThemeProject::despiteProblems(const std::function<void()> &load)
+Document ThemeProject::open(const QString &path)
 {
     try {
-        load();
+        return Document::open(path, m_folder, rule);
     } catch (const RunTimeError &error) {
         m_problems.add(error);
     }
+    Document unread;
+    unread.setPath(path, m_folder);
+    return unread;
 }
 
 void ThemeProject::runLoader(const QString &name, const QString &value, const Progress &progress)
 {
     if (const Entry *kind = entryOf(name)) {
         const QString path = pathOf(value);
-        despiteProblems([&] { (this->*kind->load)(path, folderOf(path).toString(), progress); });
+        (this->*kind->load)(path, folderOf(path).toString(), progress);
     }
 }
 
@@ -186,27 +186,23 @@ void ThemeProject::reload(const QString &path)
 
 void ThemeProject::loadWidgets(const QString &path, const QString &folder, const Progress &progress)
 {
-    widgets.theme = m_folder;
-    widgets.LoadWidgetList(path, folder, File1, progress);
+    widgets.LoadWidgetList(open(path), folder, File1, progress);
 }
 
 void ThemeProject::loadImages(const QString &path, const QString &folder, const Progress &progress)
 {
-    images.setTheme(m_folder);
-    images.LoadImageList(path, folder, File1, progress);
-    lbImagePath = folder;
+    images.LoadImageList(open(path), folder, File1, progress);
 }
 
 void ThemeProject::loadColors(const QString &path, const QString &, const Progress &)
 {
-    colours.setTheme(m_folder);
-    colours.LoadColorList(path);
+    colours.LoadColorList(open(path));
 }
 
 void ThemeProject::loadFonts(const QString &path, const QString &folder, const Progress &)
 {
-    txtFont = path;
-    LoadFontList(lvFont, path);
+    fontFile = open(path);
+    LoadFontList(lvFont, fontFile);
     File1.setPath(folder);
     cbFont.clear();
     for (const QString &name : File1.files()) {
@@ -217,22 +213,20 @@ void ThemeProject::loadFonts(const QString &path, const QString &folder, const P
 
 void ThemeProject::loadKeymap(const QString &path, const QString &, const Progress &)
 {
-    txtKeymap = path;
+    keymapFile = open(path);
+    LoadKeymapList(lvKeyGroup, keymapFile);
     lvKeyMap.clear(); // the keys of a group of another file
-    LoadKeymapList(lvKeyGroup, path);
 }
 
 void ThemeProject::loadPanel()
 {
-    panel.reset();
-    despiteProblems([this] { panel = LoadPanelConfig(joinPath(m_folder, u"default.xml")); });
+    panel = LoadPanelConfig(open(joinPath(m_folder, u"default.xml")));
 }
 
 void ThemeProject::loadLanguages(const QString &path, const QString &folder, const Progress &)
 {
-    txtLang = path;
-    languageTheme = m_folder;
-    LoadLanguageList(lvLang, path, folder);
+    languageList = open(path);
+    LoadLanguageList(lvLang, languageList, folder);
 }
 
 } // namespace quillmere

@@ -5,13 +5,13 @@
 #include "catalogues/PanelSettings.h"
 #include "files/FileList.h"
 #include "files/ReadProblems.h"
+#include "i18n/LanguageCatalogue.h"
 #include "rows/ListRows.h"
 #include "widgets/WidgetCatalogue.h"
 
 #include <QObject>
 #include <QStringList>
 
-#include <functional>
 #include <optional>
 
 namespace quillmere {
@@ -41,6 +41,7 @@ public:
     // What could not be read when the theme, or one of its files, was last loaded; its list is empty.
     const ReadProblems &problems() const { return m_problems; }
 
+    CodePageRule rule = CodePageRule::Automatic; // for what is opened next
     FileList File1;
     ListRows lvTheme; // text = entry name, sub-item 1 = value as written
     WidgetCatalogue widgets;
@@ -52,13 +53,10 @@ public:
     ListRows lvKeyMap;                  // the keys of one group: text = name, sub-item 1 = code
     std::optional<PanelSettings> panel; // nothing where the theme has none
     ListRows lvLang, LvBhs;             // see LanguageCatalogue.h
+    LanguageFile language{LvBhs};       // opened by the person, stays when another theme is opened
 
-    QString lbImagePath;   // folder put in front of every picture path, ends in a separator
-    QString txtFont;       // path of the font catalogue
-    QString txtKeymap;     // path of the keymap
-    QString txtLang;       // path of the language catalogue
-    QString languageTheme; // folder of the theme that led there
-    QStringList cbFont;    // names of the .ttf files beside the font catalogue
+    Document fontFile, keymapFile, languageList; // what lvFont, lvKeyGroup and lvLang were read from
+    QStringList cbFont;                          // names of the .ttf files beside the font catalogue
 
 signals:
     // Everything that LoadTheme fills has been filled.
@@ -70,9 +68,10 @@ private:
     QString pathOf(const QString &value) const;
     bool read(const QString &folder, const Progress &progress);
     void take(const ThemeProject &read);
-    void despiteProblems(const std::function<void()> &load);
     void runLoader(const QString &name, const QString &value, const Progress &progress = {});
     // `path` of the resource file, and its folder with the separator at its end.
+    // One that cannot be read is empty, and a problem.
+    Document open(const QString &path);
     void loadWidgets(const QString &path, const QString &folder, const Progress &progress);
     void loadImages(const QString &path, const QString &folder, const Progress &progress);
     void loadColors(const QString &path, const QString &folder, const Progress &progress);

@@ -1,7 +1,6 @@
 #include "widgets/WidgetCatalogue.h"
 
 #include "files/FileList.h"
-#include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "markup/Matching.h"
 #include "markup/TagWidget.h"
@@ -37,14 +36,14 @@ WidgetCatalogue::WidgetCatalogue()
 {
 }
 
-void WidgetCatalogue::LoadWidgetList(const QString &newPath, const QString &newFolder, FileList &file1,
+void WidgetCatalogue::LoadWidgetList(const Document &file, const QString &newFolder, FileList &file1,
                                      const Progress &progress)
 {
-    path = newPath;
+    document = file;
     folder = newFolder;
     LvWidget.clear();
     lvWidgetDel.clear();
-    const QString text = LoadForEditing(path).text;
+    const QString &text = document.text();
     width = SplitField(text, u"<width>", u"</width>", 1, 0);
     height = SplitField(text, u"<height>", u"</height>", 1, 0);
     bpp = SplitField(text, u"<bpp>", u"</bpp>", 1, 0);
@@ -76,9 +75,8 @@ void WidgetCatalogue::LoadWidgetList(const QString &newPath, const QString &newF
 
 void WidgetCatalogue::take(const WidgetCatalogue &other)
 {
-    path = other.path;
+    document = other.document;
     folder = other.folder;
-    theme = other.theme;
     width = other.width;
     height = other.height;
     bpp = other.bpp;
@@ -94,8 +92,8 @@ QString WidgetCatalogue::unlistedPath(int row) const
 
 void WidgetCatalogue::reload(FileList &file1)
 {
-    if (!path.isEmpty())
-        LoadWidgetList(QString(path), QString(folder), file1);
+    if (!document.path().isEmpty())
+        LoadWidgetList(document.openedAgain(), QString(folder), file1);
 }
 
 QString WidgetCatalogue::withWindow(const QString &text, const QString &name)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/Progress.h"
+#include "outline/Document.h"
 #include "rows/ListRows.h"
 
 namespace quillmere {
@@ -18,13 +19,13 @@ public:
     WidgetCatalogue();
 
     // `folder` ends in a separator. A missing or empty file leaves both lists and the three values empty.
-    void LoadWidgetList(const QString &path, const QString &folder, FileList &file1,
+    void LoadWidgetList(const Document &file, const QString &folder, FileList &file1,
                         const Progress &progress = {});
     // Has all that the other one has.
     void take(const WidgetCatalogue &other);
     // The full path of the file that this row of lvWidgetDel shows.
     QString unlistedPath(int row) const;
-    // Loads again from the path and folder kept; nothing where none is kept.
+    // Loads the file again; nothing where there is none.
     void reload(FileList &file1);
 
     // The catalogue text with a line for the window `name` put before every "</interface>", ignoring case.
@@ -39,9 +40,8 @@ public:
     ListRows LvWidget;
     ListRows lvWidgetDel;
 
-    QString path;               // of the catalogue file
+    Document document;
     QString folder;             // ends in a separator
-    QString theme;              // folder of the theme that led to the path
     QString width, height, bpp; // as written: pixels, pixels, bits a pixel
 
 private:

@@ -1,17 +1,11 @@
-#include "app/WindowFixture.h"
+#include "app/EditedTheme.h"
 
-#include "controls/ListView.h"
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
-#include "source/forms/SourceBox.h"
 
 #include <QDirIterator>
-#include <QLabel>
 #include <QProcess>
-#include <QRegularExpression>
-#include <QTabBar>
 #include <QThreadPool>
-#include <QToolButton>
 
 #include <cstdio>
 
@@ -20,27 +14,6 @@ using namespace quillmere;
 namespace {
 
 const QString kLine = QStringLiteral("\nThe file was changed by another program.");
-
-// A theme with a file of each kind that is written back, opened with its window "main" and its language.
-void openAll(const Window &window)
-{
-    const auto write = [&](const char *name, const QByteArray &bytes) {
-        window.files.write(QStringLiteral("theme/") + QLatin1String(name), bytes);
-    };
-    write("theme.xml", "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image>"
-                       "<file_color>color.xml</file_color><file_i18n>lang.xml</file_i18n></config>");
-    write("widget.xml", "<interface><widget class=\"window\" style=\"default\" name=\"main\"/></interface>");
-    write("main.xml", "<interface>\n</interface>\n");
-    write("other.xml", "<x/>\n");
-    write("image.xml", "<image id=\"i\">i.png</image>");
-    write("color.xml", "<color name=\"navy\">#000080</color>");
-    write("lang.xml", "<language id=\"English\">en.xml</language>");
-    write("en.xml", "<tran id=\"Yes\">Ja</tran>");
-    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
-    window.skin->openDocument(window.files.path(QStringLiteral("theme/main.xml")));
-    window.find<ListView>("lvLang")->setCurrentIndex(window.find<ListView>("lvLang")->model()->index(0, 0));
-    window.choose("mnuLangOpen");
-}
 
 bool isBackedUp(const QByteArray &bytes)
 {
@@ -51,36 +24,6 @@ bool isBackedUp(const QByteArray &bytes)
             return true;
     }
     return false;
-}
-
-void type(const Window &window, const char *text)
-{
-    auto *source = window.find<SourceBox>("txtSnippet");
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
-    source->setFocus();
-    QTest::keyClicks(source, QLatin1String(text));
-}
-
-QString text(const Window &window)
-{
-    return window.find<SourceBox>("txtSnippet")->text();
-}
-
-QString offer(const Window &window)
-{
-    const auto *label = window.find<QLabel>("lblOffer");
-    return label->isVisible() ? label->text() : QString();
-}
-
-bool offers(const Window &window, const QString &pattern)
-{
-    const QRegularExpression wanted(QRegularExpression::anchoredPattern(pattern));
-    return QTest::qWaitFor([&] { return wanted.match(offer(window)).hasMatch(); }, 5000);
-}
-
-void answer(const Window &window, const char *button)
-{
-    window.find<QToolButton>(button)->click();
 }
 
 qsizetype kept(const QString &document)
@@ -105,8 +48,6 @@ struct OtherProgram : QProcess
 
     bool hasTaken;
 };
-
-const QString kUnsaved = QStringLiteral("Unsaved text of \\d\\d:\\d\\d\\.");
 
 } // namespace
 

@@ -545,8 +545,6 @@ void TestWindow::codePage()
     QVERIFY(source->text().contains(QStringLiteral("\u00e4")));
     window.choose("mnuCodePage1252");
     QVERIFY(source->text().contains(QStringLiteral("\u00c3\u00a4")));
-    const Window next; // the settings are cleared for each window, the choice is of the program
-    QCOMPARE(codePageRule(), CodePageRule::Windows1252);
     window.choose("mnuCodePageAutomatic");
     QVERIFY(source->text().contains(QStringLiteral("\u00e4")));
 }

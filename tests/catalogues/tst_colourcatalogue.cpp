@@ -54,11 +54,11 @@ void TestColourCatalogue::load()
     const TestFiles files;
     Colours colours;
     for (const auto &[xml, rows] : catalogues) {
-        colours.catalogue.LoadColorList(files.write(u"color.xml"_s, xml));
+        colours.catalogue.LoadColorList(Document::open(files.write(u"color.xml"_s, xml)));
         QCOMPARE(colours.asText(), rows);
     }
-    colours.catalogue.LoadColorList(u"none"_s);
-    QCOMPARE(colours.catalogue.path(), u"none"_s);
+    colours.catalogue.LoadColorList(Document::open(u"none"_s));
+    QCOMPARE(colours.catalogue.document.path(), u"none"_s);
 }
 
 void TestColourCatalogue::saveTwice()
@@ -67,11 +67,10 @@ void TestColourCatalogue::saveTwice()
     setBackupFolder(files.path(u"backup"_s));
     Files disk;
     Colours colours;
-    colours.catalogue.setTheme(files.folder());
     const QString path =
         files.write(u"c.xml"_s, "<color name=\"b&\xe9\">#00ff00</color>\n<color name=\"\"></color>");
     for (int times = 0; times < 2; ++times) {
-        colours.catalogue.LoadColorList(path);
+        colours.catalogue.LoadColorList(Document::open(path, files.folder()));
         colours.catalogue.save(disk);
         QCOMPARE(files.read(u"c.xml"_s),
                  "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n<colors>\r\n"

@@ -72,9 +72,9 @@ void TestImageCatalogue::load()
     const QString folder = files.folder() + separator();
     FileList list;
     ImageCatalogue images;
-    images.LoadImageList(path, folder, list);
+    images.LoadImageList(Document::open(path), folder, list);
     QCOMPARE(rowsAsText(images.rows, folder), rows);
-    QCOMPARE(images.path(), path);
+    QCOMPARE(images.document.path(), path);
 }
 
 void TestImageCatalogue::reload()
@@ -85,13 +85,13 @@ void TestImageCatalogue::reload()
                                      "<image id=\"A\">a.png</image><image id=\"B\">sub/b.png</image>");
     FileList list;
     ImageCatalogue images;
-    images.LoadImageList(path, files.folder() + separator(), list);
+    images.LoadImageList(Document::open(path), files.folder() + separator(), list);
     QCOMPARE(images.rows.count(), 2);
     QCOMPARE(list.files(), QStringList(QStringLiteral("b.png")));
     const QString missing = files.path(QStringLiteral("none.xml"));
-    images.LoadImageList(missing, files.folder() + separator(), list);
+    images.LoadImageList(Document::open(missing), files.folder() + separator(), list);
     QCOMPARE(images.rows.count(), 0);
-    QCOMPARE(images.path(), missing);
+    QCOMPARE(images.document.path(), missing);
     QCOMPARE(images.GetImg(QStringLiteral("A")), QString());
 }
 
@@ -144,34 +144,33 @@ void TestImageCatalogue::saveAndLoadAgain()
     FileList list;
     Files disk;
     ImageCatalogue images;
-    images.setTheme(files.folder());
-    images.LoadImageList(path, folder, list);
+    images.LoadImageList(Document::open(path, files.folder()), folder, list);
     images.rows.add(QString(folder.toUpper() + u"d\\e.png"), {QStringLiteral("D")});
     const QByteArray saved =
         "<?xml version=\"1.0\" encoding=\"ISO-8859-1\" standalone=\"yes\"?>\r\n<images>\r\n"
         "<image id= \"A\" >sub/a.png</image>\r\n<image id= \"\xe4\" >../b.png</image>\r\n<image id= \"" +
         name + "\" >" + name + "</image>\r\n<image id= \"D\" >d/e.png</image>\r\n</images>\r\n";
     for (int round = 0; round < 2; ++round) {
-        images.SaveImageList(disk, folder);
+        images.SaveImageList(disk);
         QCOMPARE(files.read(QStringLiteral("image.xml")), saved);
-        images.LoadImageList(path, folder, list);
+        images.LoadImageList(Document::open(path), folder, list);
     }
     images.rows.add(QStringLiteral("/elsewhere/f.png"), {QStringLiteral("F")});
-    QVERIFY(images.asText(folder).contains(QStringLiteral(" >/elsewhere/f.png</image>")));
+    QVERIFY(images.asText().contains(QStringLiteral(" >/elsewhere/f.png</image>")));
 
     // A folder that is gone: said with its name, nothing lost.
     ImageCatalogue gone;
-    gone.setTheme(files.folder());
-    gone.LoadImageList(files.path(QStringLiteral("gone/image.xml")), folder, list);
+    gone.LoadImageList(Document::open(files.path(QStringLiteral("gone/image.xml")), files.folder()), folder,
+                       list);
     gone.rows.add(QStringLiteral("a"), {QStringLiteral("A")});
     try {
-        gone.SaveImageList(disk, folder);
+        gone.SaveImageList(disk);
         QFAIL("There is no folder to write to");
     } catch (const RunTimeError &error) {
-        QVERIFY2(error.message().contains(gone.path()), qPrintable(error.message()));
+        QVERIFY2(error.message().contains(gone.document.path()), qPrintable(error.message()));
     }
     QCOMPARE(gone.rows.count(), 1);
-    QVERIFY_EXCEPTION_THROWN(ImageCatalogue().SaveImageList(disk, folder), RunTimeError);
+    QVERIFY_EXCEPTION_THROWN(ImageCatalogue().SaveImageList(disk), RunTimeError);
 }
 
 void TestImageCatalogue::manyImagesAreQuick()
@@ -188,7 +187,7 @@ void TestImageCatalogue::manyImagesAreQuick()
     ImageCatalogue images;
     QElapsedTimer timer;
     timer.start();
-    images.LoadImageList(path, files.folder() + separator(), list);
+    images.LoadImageList(Document::open(path), files.folder() + separator(), list);
     for (int i = 0; i < 10000; ++i)
         QCOMPARE(images.GetImg(QStringLiteral("ID%1").arg(i)), images.rows.text(i));
     // A listing or a search a row takes minutes; the bound leaves room for a busy machine and the sanitizers.
@@ -209,7 +208,7 @@ void TestImageCatalogue::fonts()
     ListRows lvFont(QStringList(5));
     lvFont.add(QStringLiteral("old"), {QStringLiteral("Font_prog"), {}, QStringLiteral("10")});
     QCOMPARE(defaultFontSize(lvFont), QString());
-    LoadFontList(lvFont, path);
+    LoadFontList(lvFont, Document::open(path));
     QString rows;
     for (const ListRows::Row &row : lvFont.rows())
         rows += row.text + u'|' + row.subItems.join(u'|') + u'\n';
@@ -217,7 +216,7 @@ void TestImageCatalogue::fonts()
              QStringLiteral("|font_prog|a.ttf| 18 |bold\n|||1|normal\n||||normal\n|i</font>|||normal\n"));
     lvFont.add({}, {QStringLiteral("font_prog"), {}, QStringLiteral("30")});
     QCOMPARE(defaultFontSize(lvFont), QStringLiteral(" 18 "));
-    LoadFontList(lvFont, files.path(QStringLiteral("none.xml")));
+    LoadFontList(lvFont, Document::open(files.path(QStringLiteral("none.xml"))));
     QVERIFY(lvFont.isEmpty());
 }
 

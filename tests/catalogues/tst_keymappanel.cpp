@@ -75,11 +75,13 @@ void TestKeymapPanel::keymap()
     const TestFiles files;
     const QString path = files.write(QStringLiteral("keymap.xml"), xml);
     ListRows groups({QString(), QString()}), keys({QString(), QString()});
-    LoadKeymapList(groups, path);
+    LoadKeymapList(groups, Document::open(path));
     QTEST(rowsAsText(groups), "groups");
-    ShowKeyGroup(keys, files.write(QStringLiteral("k.xml"), "<group name=\"ab\"><key name=\"old\">"),
-                 QStringLiteral("ab"));
-    ShowKeyGroup(keys, path, QStringLiteral("ab"));
+    Document keymap =
+        Document::open(files.write(QStringLiteral("k.xml"), "<group name=\"ab\"><key name=\"old\">"));
+    ShowKeyGroup(keys, keymap, QStringLiteral("ab"));
+    files.write(QStringLiteral("k.xml"), xml); // the group is read as it is now
+    ShowKeyGroup(keys, keymap, QStringLiteral("ab"));
     QTEST(rowsAsText(keys), "keys");
 }
 
@@ -124,10 +126,10 @@ void TestKeymapPanel::panel()
 {
     QFETCH(QByteArray, xml);
     const TestFiles files;
-    const auto settings = LoadPanelConfig(files.write(QStringLiteral("default.xml"), xml));
+    const auto settings = LoadPanelConfig(Document::open(files.write(QStringLiteral("default.xml"), xml)));
     QVERIFY(settings);
     QTEST(asText(*settings), "settings");
-    QVERIFY(!LoadPanelConfig(files.write(QStringLiteral("empty.xml"))));
+    QVERIFY(!LoadPanelConfig(Document::open(files.write(QStringLiteral("empty.xml")))));
 }
 
 QTEST_APPLESS_MAIN(TestKeymapPanel)

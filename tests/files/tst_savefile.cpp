@@ -69,11 +69,7 @@ private slots:
         setBackupFolder(m_backup->folder());
     }
 
-    void cleanup()
-    {
-        setBackupFolder({});
-        setCodePageRule(CodePageRule::Automatic);
-    }
+    void cleanup() { setBackupFolder({}); }
 
     void keepsBytes()
     {
@@ -146,9 +142,9 @@ private slots:
         for (const char *name : {"gone/a.xml", "folder", "a.xml/b.xml", "pipe", ""})
             refuses("open", QLatin1String(name), save);
         // A letter that does not fit, and no place for the copy of the old file.
-        setCodePageRule(CodePageRule::Windows1252);
-        refuses("write", QStringLiteral("a.xml"),
-                [](const QString &path) { SaveFile(path, QStringLiteral("\u0416")); });
+        refuses("write", QStringLiteral("a.xml"), [](const QString &path) {
+            SaveFile(path, QStringLiteral("\u0416"), Encoding{CodePage::Ascii, CodePageRule::Windows1252});
+        });
         QCOMPARE(backups(), QStringList());
         setBackupFolder(m_backup->write(QStringLiteral("file")));
         refuses("back up", QStringLiteral("a.xml"), save);

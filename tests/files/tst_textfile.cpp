@@ -114,9 +114,7 @@ private slots:
         QCOMPARE(LoadFile(files.path(QStringLiteral("none.xml"))) +
                      LoadFile(files.path(QStringLiteral("Sub"))),
                  QString());
-        setCodePageRule(CodePageRule::Windows1252);
-        const DecodedText single = LoadText(path);
-        setCodePageRule(CodePageRule::Automatic);
+        const DecodedText single = LoadText(path, CodePageRule::Windows1252);
         QCOMPARE(single.text.size(), 5);
         QCOMPARE(single.page, CodePage::Windows1252);
     }

@@ -19,8 +19,7 @@ void fuzz(const Input &input)
     ListRows rows({QString(), QString(), QString()}, ListRows::Checks::Yes);
     Files disk;
     ColourCatalogue colours(rows);
-    colours.setTheme(files.folder());
-    colours.LoadColorList(path);
+    colours.LoadColorList(Document::open(path, files.folder()));
     const QString read = asText(rows.rows());
     bool plain = true;
     for (const ListRows::Row &row : rows.rows()) {
@@ -32,7 +31,7 @@ void fuzz(const Input &input)
     }
     colours.save(disk);
     const QByteArray written = files.read(name);
-    colours.LoadColorList(path);
+    colours.LoadColorList(Document::open(path));
     if (plain) {
         same(asText(rows.rows()), read, "what is written is read");
         colours.save(disk);

@@ -12,7 +12,7 @@ void fuzz(const Input &input)
     static const TestFiles files;
     const QString path = files.write(QStringLiteral("font.xml"), input.bytes(0));
     ListRows rows(QStringList(5));
-    LoadFontList(rows, path);
+    LoadFontList(rows, Document::open(path));
     QList<ListRows::Row> expected;
     QString size;
     bool found = false;

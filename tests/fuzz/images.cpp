@@ -20,8 +20,7 @@ void fuzz(const Input &input)
     FileList list;
     Files disk;
     ImageCatalogue images;
-    images.setTheme(files.folder());
-    images.LoadImageList(path, folder, list);
+    images.LoadImageList(Document::open(path, files.folder()), folder, list);
     const QString read = asText(images.rows.rows());
     bool plain = true;
     for (const ListRows::Row &row : images.rows.rows()) {
@@ -31,12 +30,12 @@ void fuzz(const Input &input)
         same(images.rows.sub(images.rowOf(id), 1), id, "finds the row");
         plain = plain && !holdsAny(id, u">=") && !file.contains(u'=') && !file.contains(files.folder());
     }
-    images.SaveImageList(disk, folder);
+    images.SaveImageList(disk);
     const QByteArray written = files.read(name);
-    images.LoadImageList(path, folder, list);
+    images.LoadImageList(Document::open(path), folder, list);
     if (plain) {
         same(asText(images.rows.rows()), read, "what is written is read");
-        images.SaveImageList(disk, folder);
+        images.SaveImageList(disk);
         check(files.read(name) == written, "written again the same", read);
     }
     QDir(backupFolder()).removeRecursively();

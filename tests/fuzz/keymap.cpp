@@ -28,8 +28,9 @@ void fuzz(const Input &input)
         return;
     const QString text = twins::closeUpEquals(input.text(0));
     ListRows groups({QString(), QString()}), keys({QString(), QString()});
-    LoadKeymapList(groups, path);
-    ShowKeyGroup(keys, path, name);
+    Document keymap = Document::open(path);
+    LoadKeymapList(groups, keymap);
+    ShowKeyGroup(keys, keymap, name);
     QList<ListRows::Row> expectedGroups, expectedKeys;
     for (const QString &item : pieces(text, u"<item ")) {
         if (item.contains(u"group=\"", Qt::CaseInsensitive))

@@ -16,7 +16,7 @@ void fuzz(const Input &input)
     same(asText(strings.rows()), asText(twins::openLgXml(file.text)), "the strings of a file");
 
     const QByteArray written =
-        encodeText(languageFileText(QStringLiteral("N"), strings, file.page), file.page);
+        encodeText(languageFileText(QStringLiteral("N"), strings, {file.page}), file.page);
     bool plain = !holdsAny(file.text, u"\u2026\u00A6");
     for (const ListRows::Row &row : strings.rows())
         plain = plain && !row.sub(1).contains(u'>');
@@ -25,12 +25,12 @@ void fuzz(const Input &input)
     OpenLgXml(again, reread.text);
     if (plain) {
         same(asText(again.rows()), asText(strings.rows()), "what is written is read");
-        check(encodeText(languageFileText(QStringLiteral("N"), again, reread.page), reread.page) == written,
+        check(encodeText(languageFileText(QStringLiteral("N"), again, {reread.page}), reread.page) == written,
               "written again the same", reread.text);
     }
 
     ListRows languages = makeLanguageRows();
-    LoadLanguageList(languages, files.write(QStringLiteral("i18n.xml"), input.bytes(1)),
+    LoadLanguageList(languages, Document::open(files.write(QStringLiteral("i18n.xml"), input.bytes(1))),
                      QStringLiteral("dir/"));
     for (const ListRows::Row &row : languages.rows())
         same(row.text, u"dir/" + row.sub(2).replace(u'\\', u'/'), "path of a language");

@@ -9,7 +9,8 @@ using namespace quillmere;
 void fuzz(const Input &input)
 {
     static const TestFiles files;
-    const auto settings = LoadPanelConfig(files.write(QStringLiteral("default.xml"), input.bytes(0)));
+    const auto settings =
+        LoadPanelConfig(Document::open(files.write(QStringLiteral("default.xml"), input.bytes(0))));
     check(settings.has_value() != input.bytes(0).isEmpty(), "set where there is a file");
     if (!settings)
         return;

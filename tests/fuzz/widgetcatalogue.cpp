@@ -31,7 +31,7 @@ void fuzz(const Input &input)
     FileList list;
     WidgetCatalogue catalogue;
     const auto names = [&] {
-        catalogue.LoadWidgetList(path, folder, list);
+        catalogue.LoadWidgetList(Document::open(path), folder, list);
         QStringList result;
         for (const ListRows::Row &row : catalogue.LvWidget.rows())
             result.append(row.sub(1));

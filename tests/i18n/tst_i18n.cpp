@@ -39,10 +39,10 @@ void TestI18n::languages()
                                      "<LANGUAGE  id=\"x\"></language><language name=\"y\">y.xml</language>"
                                      "<language ID=\"z\">sub/z.xml</language>");
     ListRows rows = makeLanguageRows();
-    LoadLanguageList(rows, path, QStringLiteral("dir/"));
+    LoadLanguageList(rows, Document::open(path), QStringLiteral("dir/"));
     QCOMPARE(rowsAsText(rows.rows()),
              QStringLiteral("dir/english.xml|ENG|english.xml\ndir/|x|\ndir/sub/z.xml||sub/z.xml\n"));
-    LoadLanguageList(rows, files.path(QStringLiteral("none.xml")), QString());
+    LoadLanguageList(rows, Document::open(files.path(QStringLiteral("none.xml"))), QString());
     QVERIFY(rows.isEmpty());
 }
 
@@ -78,7 +78,7 @@ void TestI18n::roundTrip()
     const DecodedText file = decodeText(head + read);
     ListRows rows = makeStringRows();
     OpenLgXml(rows, file.text);
-    const QByteArray bytes = encodeText(languageFileText(QStringLiteral("N"), rows, file.page), file.page);
+    const QByteArray bytes = encodeText(languageFileText(QStringLiteral("N"), rows, {file.page}), file.page);
     const int count = rows.count();
     OpenLgXml(rows, QString()); // a file that is not there
     QCOMPARE(rows.count(), count);

@@ -16,8 +16,8 @@ private:
     // All that is shown, "~" for the folder of the files.
     static QString shown(const ThemeProject &project, const TestFiles &files)
     {
-        QStringList text = {project.folder(), project.widgets.folder, project.lbImagePath,
-                            project.txtFont,  project.File1.path(),   project.cbFont.join(u' ')};
+        QStringList text = {project.folder(),        project.widgets.folder, project.images.folder(),
+                            project.fontFile.path(), project.File1.path(),   project.cbFont.join(u' ')};
         for (const ListRows *rows : {&project.widgets.LvWidget, &project.images.rows, &project.lvFont}) {
             for (const ListRows::Row &row : rows->rows())
                 text += row.text + u'|' + row.subItems.value(0) + u'|' + row.subItems.constLast();
@@ -106,8 +106,8 @@ private slots:
         project.LoadTheme(second.folder());
         QCOMPARE(project.widgets.LvWidget.count(), 1);
         QVERIFY(project.lvFont.isEmpty() && project.cbFont.isEmpty());
-        QCOMPARE(project.lbImagePath, withOwnSeparators(second.folder()) + separator());
-        QCOMPARE(project.images.rows.text(0), joinPath(project.lbImagePath, u"new.png"));
+        QCOMPARE(project.images.folder(), withOwnSeparators(second.folder()) + separator());
+        QCOMPARE(project.images.rows.text(0), joinPath(project.images.folder(), u"new.png"));
 
         // Cancelled at whatever step, all is as it was, and what is known of the files on disk too.
         const QString now = shown(project, second);
@@ -124,10 +124,10 @@ private slots:
                 QVERIFY(steps > 4);
             } catch (const Cancelled &) {
                 QCOMPARE(shown(project, second), now);
-                QVERIFY(changedOutside(project.images.path()));
+                QVERIFY(changedOutside(project.images.document.path()));
             }
         }
-        QVERIFY(!changedOutside(project.images.path()));
+        QVERIFY(!changedOutside(project.images.document.path()));
     }
 };
 

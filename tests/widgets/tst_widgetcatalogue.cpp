@@ -40,7 +40,8 @@ private slots:
         const QString folder = files.folder() + separator();
         FileList list;
         WidgetCatalogue catalogue;
-        catalogue.LoadWidgetList(files.write(QStringLiteral("widget.xml"), xml.toLatin1()), folder, list);
+        catalogue.LoadWidgetList(Document::open(files.write(QStringLiteral("widget.xml"), xml.toLatin1())),
+                                 folder, list);
         QStringList windows, unlisted;
         for (const ListRows::Row &row : catalogue.LvWidget.rows()) {
             QVERIFY(row.text.startsWith(folder) && row.sub(2).isEmpty() == row.sub(3).isEmpty());
@@ -67,7 +68,7 @@ private slots:
             files.write(QStringLiteral("widget.xml"),
                         "<width> 1280</width><height>720</height><bpp>32</bpp><width>9</width>"
                         "<widget class=\"window\" name=\"A\"/>");
-        catalogue.LoadWidgetList(path, files.folder() + separator(), list);
+        catalogue.LoadWidgetList(Document::open(path), files.folder() + separator(), list);
         QCOMPARE(QString(catalogue.width + u'x' + catalogue.height + u'x' + catalogue.bpp),
                  QStringLiteral(" 1280x720x32"));
         QFile document(files.write(QStringLiteral("A.xml")));
@@ -82,9 +83,9 @@ private slots:
                  QStringLiteral("2009-03-04 15:06:07Y"));
         // A catalogue that is not there empties everything.
         const QString missing = files.path(QStringLiteral("gone/widget.xml"));
-        catalogue.LoadWidgetList(missing, folderOf(missing).toString(), list);
+        catalogue.LoadWidgetList(Document::open(missing), folderOf(missing).toString(), list);
         QVERIFY(catalogue.LvWidget.isEmpty() && catalogue.lvWidgetDel.isEmpty() && catalogue.width.isEmpty());
-        QCOMPARE(catalogue.path + catalogue.folder, missing + folderOf(missing));
+        QCOMPARE(catalogue.document.path() + catalogue.folder, missing + folderOf(missing));
     }
 
     void addsWindow()

@@ -63,7 +63,7 @@ void ColorTab::layOut(int height)
 
 void ColorTab::showCatalogue()
 {
-    frColor->setCaption(m_catalogue.path());
+    frColor->setCaption(m_catalogue.document.path());
 }
 
 int ColorTab::selectedRow() const
@@ -110,11 +110,11 @@ void ColorTab::lvColor_Delete(int row)
 
 void ColorTab::mnuCOpen_Click()
 {
-    if (m_catalogue.path().isEmpty())
+    if (m_catalogue.document.path().isEmpty())
         return;
-    m_catalogue.LoadColorList(QString(m_catalogue.path()));
+    m_catalogue.reload();
     showCatalogue();
-    emit hint(tr("%1: %2 colours.").arg(m_catalogue.path()).arg(m_colours.count()));
+    emit hint(tr("%1: %2 colours.").arg(m_catalogue.document.path()).arg(m_colours.count()));
 }
 
 void ColorTab::mnuCHapus_Click()
@@ -128,7 +128,7 @@ void ColorTab::mnuCHapus_Click()
 
 void ColorTab::mnuCSave_Click()
 {
-    if (m_catalogue.path().isEmpty()) {
+    if (m_catalogue.document.path().isEmpty()) {
         m_prompts.tell(QStringLiteral("Simpan File"),
                        tr("There is no colour file to save to: open a theme that names one first."),
                        Prompts::Icon::Information);
@@ -136,12 +136,12 @@ void ColorTab::mnuCSave_Click()
     }
     // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
     const WriteQuestion question = {QStringLiteral("Simpan File"),
-                                    QStringLiteral("Benar mau menyimpan file?"), m_catalogue.path(),
-                                    m_catalogue.theme()};
+                                    QStringLiteral("Benar mau menyimpan file?"), m_catalogue.document.path(),
+                                    m_catalogue.document.theme()};
     if (!askToWrite(m_files, m_prompts, question, No::IsIgnored))
         return;
     m_catalogue.save(m_files);
-    emit hint(tr("%1 saved.").arg(m_catalogue.path()));
+    emit hint(tr("%1 saved.").arg(m_catalogue.document.path()));
 }
 
 } // namespace quillmere

@@ -159,10 +159,11 @@ void ImageTab::showPanel(bool panel, bool files)
         lvImage->scrollTo(lvImage->currentIndex());
 }
 
-void ImageTab::showCatalogue(const QString &imageFolder, const QString &themeFolder)
+void ImageTab::showCatalogue(const QString &themeFolder)
 {
+    const QString &imageFolder = m_catalogue.folder();
     m_themeFolder = themeFolder;
-    frImage->setCaption(m_catalogue.path());
+    frImage->setCaption(m_catalogue.document.path());
     lbImagePath->setText(imageFolder);
     if (!DirImage->setPath(findFolder(imageFolder)))
         m_file2->setPath(imageFolder);
@@ -245,11 +246,11 @@ void ImageTab::mnuImgSave_Click()
         return;
     const WriteQuestion question = {QStringLiteral("Simpan File"),
                                     QStringLiteral("Benar mau menyimpan file widget image?"),
-                                    m_catalogue.path(), m_catalogue.theme()};
+                                    m_catalogue.document.path(), m_catalogue.document.theme()};
     if (!askToWrite(m_files, m_prompts, question, No::Counts))
         return;
-    m_catalogue.SaveImageList(m_files, lbImagePath->text());
-    emit hint(tr("%1 saved.").arg(m_catalogue.path()));
+    m_catalogue.SaveImageList(m_files);
+    emit hint(tr("%1 saved.").arg(m_catalogue.document.path()));
 }
 
 void ImageTab::mnuImgChe_Click()
@@ -259,7 +260,8 @@ void ImageTab::mnuImgChe_Click()
         return;
     int used = 0;
     m_runLong(tr("Checking the windows"), [&](const Progress &progress) {
-        used = checkWindowsWith(m_catalogue.rows.sub(row, 1), m_windows, progress);
+        used = checkWindowsWith(m_catalogue.rows.sub(row, 1), m_windows, progress,
+                                m_catalogue.document.encoding().rule);
     });
     emit hint(tr("%1 of %2 windows use this image; they are checked on the Widget tab.")
                   .arg(used)

@@ -30,8 +30,8 @@ public:
              QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
-    // Shows what the catalogue's loader has read; `imageFolder` is what theme loading found.
-    void showCatalogue(const QString &imageFolder, const QString &themeFolder);
+    // Shows what the catalogue's loader has read.
+    void showCatalogue(const QString &themeFolder);
 
 signals:
     // Something to say that needs no answer.

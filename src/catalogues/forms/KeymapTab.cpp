@@ -20,8 +20,8 @@ constexpr int kLine = 26;         // pixels
 
 } // namespace
 
-KeymapTab::KeymapTab(ListRows &groups, ListRows &keys, QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(6)"), parent), m_groups(groups), m_keys(keys),
+KeymapTab::KeymapTab(ListRows &groups, ListRows &keys, Document &file, QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(6)"), parent), m_groups(groups), m_keys(keys), m_file(file),
       Frame2(new CaptionBox(QStringLiteral("Frame2"), this)),
       lvKeyGroup(new ListView(QStringLiteral("lvKeyGroup"), tr("Key groups"), m_groups, Frame2)),
       txtKeymap(named(new QLineEdit(Frame2), "txtKeymap", tr("Keymap file"))),
@@ -47,15 +47,15 @@ void KeymapTab::layOut(int height)
     place(lvKeyMap, kMargin, 2 * kMargin + kGroupHeight, inner, toPixels(height - kAround) - kGroupHeight);
 }
 
-void KeymapTab::showCatalogue(const QString &path)
+void KeymapTab::showCatalogue()
 {
-    txtKeymap->setText(path);
+    txtKeymap->setText(m_file.path());
 }
 
 void KeymapTab::lvKeyGroup_Click(int row)
 {
     try {
-        ShowKeyGroup(m_keys, txtKeymap->text(), m_groups.sub(row, 1));
+        ShowKeyGroup(m_keys, m_file, m_groups.sub(row, 1));
     } catch (const RunTimeError &error) {
         emit hint(error.message());
     }

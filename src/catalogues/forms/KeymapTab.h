@@ -7,6 +7,7 @@ class QLineEdit;
 
 namespace quillmere {
 
+class Document;
 class ListRows;
 class ListView;
 
@@ -16,10 +17,11 @@ class KeymapTab : public TabFrame
     Q_OBJECT
 
 public:
-    KeymapTab(ListRows &groups, ListRows &keys, QWidget *parent = nullptr);
+    // `file` is the keymap; a click on a group reads its keys from there.
+    KeymapTab(ListRows &groups, ListRows &keys, Document &file, QWidget *parent = nullptr);
 
-    // Shows the path of the keymap; a click on a group reads its keys from there.
-    void showCatalogue(const QString &path);
+    // Shows the path of the keymap.
+    void showCatalogue();
 
 signals:
     // Something to say that needs no answer.
@@ -33,6 +35,7 @@ private:
 
     ListRows &m_groups;
     ListRows &m_keys;
+    Document &m_file;
     CaptionBox *Frame2;
     ListView *lvKeyGroup;
     QLineEdit *txtKeymap;

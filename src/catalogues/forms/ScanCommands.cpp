@@ -2,6 +2,7 @@
 
 #include "catalogues/UsageScan.h"
 #include "controls/Commands.h"
+#include "outline/Document.h"
 #include "rows/ListRows.h"
 
 #include <QApplication>
@@ -21,9 +22,10 @@ int checkedRows(const ListRows &rows)
 
 } // namespace
 
-ScanCommands::ScanCommands(ListRows &windows, ListRows &images, ListRows &colours, LongRun runLong,
+ScanCommands::ScanCommands(ListRows &windows, const RowsDocument &images, ListRows &colours, LongRun runLong,
                            QObject *parent)
-    : QObject(parent), LvWidget(windows), lvImage(images), lvColor(colours), m_runLong(std::move(runLong))
+    : QObject(parent), m_images(images), LvWidget(windows), lvImage(images.rows()), lvColor(colours),
+      m_runLong(std::move(runLong))
 {
 }
 
@@ -35,8 +37,9 @@ void ScanCommands::addCommands(Commands &menu)
 
 void ScanCommands::mnuSWidget_Click()
 {
-    m_runLong(tr("Scanning the windows"),
-              [this](const Progress &progress) { scanWindows(LvWidget, lvImage, lvColor, progress); });
+    m_runLong(tr("Scanning the windows"), [this](const Progress &progress) {
+        scanWindows(LvWidget, lvImage, lvColor, progress, m_images.encoding().rule);
+    });
     emit hint(tr("In use: %1 of %2 images, %3 of %4 colours; they are checked on their tabs.")
                   .arg(checkedRows(lvImage))
                   .arg(lvImage.count())

@@ -8,6 +8,7 @@ namespace quillmere {
 
 class Commands;
 class ListRows;
+class RowsDocument;
 
 // The commands of the Scan menu, which check the rows in use.
 class ScanCommands : public QObject
@@ -15,8 +16,8 @@ class ScanCommands : public QObject
     Q_OBJECT
 
 public:
-    // The rows of the lists with those names.
-    ScanCommands(ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor, LongRun runLong,
+    // The rows of the lists with those names. Windows are read as the images were.
+    ScanCommands(ListRows &LvWidget, const RowsDocument &images, ListRows &lvColor, LongRun runLong,
                  QObject *parent = nullptr);
 
     void addCommands(Commands &menu);
@@ -29,6 +30,7 @@ private:
     void mnuSWidget_Click();
     void mnuSKernel_Click();
 
+    const RowsDocument &m_images;
     ListRows &LvWidget;
     ListRows &lvImage;
     ListRows &lvColor;

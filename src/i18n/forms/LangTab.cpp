@@ -34,19 +34,21 @@ static_assert(6 * kGap + 2 * kLine + kCountHeight + kLanguagesHeight <= toPixels
 
 } // namespace
 
-LangTab::LangTab(ListRows &languages, ListRows &strings, FileList &file1, Files &files, Prompts &prompts,
-                 QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(4)"), parent), m_languages(languages), m_strings(strings), m_file1(file1),
-      m_files(files), m_prompts(prompts),
+LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &file, FileList &file1,
+                 Files &files, Prompts &prompts, QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(4)"), parent), m_languages(languages), m_catalogue(catalogue),
+      m_file(file), m_strings(file.document.rows()), m_file1(file1), m_files(files), m_prompts(prompts),
       txtLang(named(new QLineEdit(this), "txtLang", tr("Language catalogue"))),
       lvLang(new ListView(QStringLiteral("lvLang"), tr("Languages"), languages, this)),
       txtLangFile(named(new QLineEdit(this), "txtLangFile", tr("Language file"))),
-      LvBhs(new ListView(QStringLiteral("LvBhs"), tr("Translations"), strings, this)),
+      LvBhs(new ListView(QStringLiteral("LvBhs"), tr("Translations"), m_strings, this)),
       lblLangCount(named(new QLabel(this), "lblLangCount", tr("Number of strings")))
 {
     txtLang->setReadOnly(true);
     txtLang->setPlaceholderText(tr("No language catalogue"));
     txtLangFile->setPlaceholderText(tr("Double-click a language to open its file"));
+    connect(txtLangFile, &QLineEdit::textChanged, this,
+            [this](const QString &path) { m_file.document.setPath(path, QString(m_file.document.theme())); });
     lvLang->setColumnShares({4, 3, 3});
     LvBhs->setColumnShares({1, 9, 9});
     LvBhs->setTextElideMode(Qt::ElideRight);
@@ -60,8 +62,8 @@ LangTab::LangTab(ListRows &languages, ListRows &strings, FileList &file1, Files 
         if (!m_counting.isActive())
             m_counting.start();
     };
-    connect(&strings, &QAbstractItemModel::dataChanged, this, countSoon);
-    connect(&strings, &QAbstractItemModel::modelReset, this, countSoon);
+    connect(&m_strings, &QAbstractItemModel::dataChanged, this, countSoon);
+    connect(&m_strings, &QAbstractItemModel::modelReset, this, countSoon);
     showCounts();
 }
 
@@ -94,10 +96,9 @@ void LangTab::layOut(int height)
     next(lblLangCount, kCountHeight);
 }
 
-void LangTab::showCatalogue(const QString &path, const QString &theme)
+void LangTab::showCatalogue()
 {
-    m_theme = theme;
-    txtLang->setText(path);
+    txtLang->setText(m_catalogue.path());
 }
 
 void LangTab::showCounts()
@@ -126,40 +127,35 @@ void LangTab::mnuLangOpen_Click()
 {
     const QString path = m_languages.text(selectedLanguage());
     if (!path.isEmpty())
-        openLanguage(path, m_theme);
+        openLanguage(path, m_catalogue.theme());
 }
 
 void LangTab::openLanguage(const QString &path, const QString &theme)
 {
-    const DecodedText file = LoadForEditing(path);
+    const bool opened = m_file.open(path, theme, m_catalogue.encoding().rule);
     txtLangFile->setText(path);
-    m_languageTheme = theme;
-    if (file.text.isEmpty()) {
+    if (!opened) {
         emit hint(tr("%1 is empty or not there; the strings stay as they were.").arg(path));
         return;
     }
-    // ASCII alone tells no page; the file calls itself UTF-8.
-    m_page = file.page == CodePage::Ascii ? CodePage::Utf8 : file.page;
-    OpenLgXml(m_strings, file.text);
     emit hint(path);
     emit languageOpened(path, theme);
 }
 
 void LangTab::mnuLangSave_Click()
 {
-    const QString text = languageFileText(m_languages.sub(selectedLanguage(), 1), m_strings, m_page);
-    const QString target = txtLangFile->text();
+    const QString name = m_languages.sub(selectedLanguage(), 1);
+    const QString target = m_file.document.path();
     if (target.isEmpty())
         throw RunTimeError(tr("No language file is open: double-click a language on the Lang tab first."));
     // Whoever types a path has chosen that very place, and none that a link leads to.
     if (txtLangFile->isModified())
         m_files.allow(QDir::cleanPath(QDir::fromNativeSeparators(target)));
     const WriteQuestion question = {QStringLiteral("Save File"), QStringLiteral("Save file translate?"),
-                                    target, m_languageTheme};
+                                    target, m_file.document.theme()};
     if (!askToWrite(m_files, m_prompts, question, No::Counts))
         return;
-    m_files.save(target, text, m_languageTheme, m_page);
-    m_strings.setEdited(false);
+    m_file.save(m_files, name);
     emit hint(tr("%1 saved.").arg(target));
 }
 
@@ -201,7 +197,8 @@ void LangTab::LvBhs_DblClick()
 
 void LangTab::translate(const QString &path)
 {
-    const QString text = LoadFile(joinPath(m_files.programFolder(), path));
+    const QString text =
+        LoadFile(joinPath(m_files.programFolder(), path), m_file.document.encoding().rule);
     emit hint(tr("%1 rows filled from %2.").arg(fillFromDictionary(m_strings, text)).arg(path));
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "controls/TabFrame.h"
-#include "files/TextFile.h"
 
 #include <QTimer>
 
@@ -12,8 +11,10 @@ class QLineEdit;
 namespace quillmere {
 
 class Commands;
+class Document;
 class FileList;
 class Files;
+class LanguageFile;
 class ListRows;
 class ListView;
 class Prompts;
@@ -25,13 +26,14 @@ class LangTab : public TabFrame
     Q_OBJECT
 
 public:
-    // The rows are described in LanguageCatalogue.h. `file1` is pointed at the folder of the dictionaries.
-    LangTab(ListRows &languages, ListRows &strings, FileList &file1, Files &files, Prompts &prompts,
-            QWidget *parent = nullptr);
+    // The rows of `languages` were read from `catalogue`. `file1` is pointed at the folder of the
+    // dictionaries.
+    LangTab(ListRows &languages, const Document &catalogue, LanguageFile &file, FileList &file1, Files &files,
+            Prompts &prompts, QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
-    // Shows what the loader of the catalogue has read; `theme` is the folder of the theme that led there.
-    void showCatalogue(const QString &path, const QString &theme);
+    // Shows what the loader of the catalogue has read.
+    void showCatalogue();
     // Replaces the strings by those of a language file; one that is empty or not there leaves them.
     void openLanguage(const QString &path, const QString &theme);
 
@@ -60,13 +62,12 @@ private:
     void showCounts();
 
     ListRows &m_languages;
+    const Document &m_catalogue;
+    LanguageFile &m_file;
     ListRows &m_strings;
     FileList &m_file1;
     Files &m_files;
     Prompts &m_prompts;
-    QString m_theme;                  // folder of the theme that led to the language catalogue
-    QString m_languageTheme;          // and to the language that is open
-    CodePage m_page = CodePage::Utf8; // that the strings came from
     QLineEdit *txtLang;
     ListView *lvLang;
     QLineEdit *txtLangFile;

@@ -39,14 +39,14 @@ OutsideChanges::OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &l
             soon();
     });
     connect(&theme, &ThemeProject::loaded, this, &OutsideChanges::watchTheme);
-    connect(
-        &languages, &LangTab::languageOpened, this,
-        [this, &languages](const QString &path, const QString &folder) {
-            const auto reload = [this, &languages, path, folder] {
-                m_guard([&] { languages.openLanguage(path, folder); });
-            };
-            watch(QStringLiteral("language"), {{path, reload, [this] { return m_theme.LvBhs.isEdited(); }}});
-        });
+    connect(&languages, &LangTab::languageOpened, this,
+            [this, &languages](const QString &path, const QString &folder) {
+                const auto reload = [this, &languages, path, folder] {
+                    m_guard([&] { languages.openLanguage(path, folder); });
+                };
+                watch(QStringLiteral("language"),
+                      {{path, reload, [this] { return m_theme.language.document.isEdited(); }}});
+            });
 }
 
 void OutsideChanges::watchTheme()
@@ -61,8 +61,8 @@ void OutsideChanges::watchTheme()
 bool OutsideChanges::isEdited(const QString &path) const
 {
     const bool all = path == m_theme.files().first();
-    return ((all || path == m_theme.images.path()) && m_theme.images.rows.isEdited()) ||
-           ((all || path == m_theme.colours.path()) && m_theme.lvColor.isEdited());
+    return ((all || path == m_theme.images.document.path()) && m_theme.images.document.isEdited()) ||
+           ((all || path == m_theme.colours.document.path()) && m_theme.colours.document.isEdited());
 }
 
 void OutsideChanges::watch(const QString &owner, const QList<File> &files)

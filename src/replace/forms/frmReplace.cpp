@@ -231,7 +231,8 @@ void frmReplace::List_Click(int row)
 
 void frmReplace::LoadReplaceList()
 {
-    setPairs(readReplaceList(LoadForEditing(replaceIni()).text));
+    m_file = Document::open(replaceIni(), {}, m_source.rule());
+    setPairs(readReplaceList(m_file.text()));
 }
 
 void frmReplace::Added()
@@ -267,7 +268,7 @@ void frmReplace::Save()
         kTitle, savingQuestion(QStringLiteral("Benar akan menyimapn text replace?"), replaceIni()));
     const QList<Replacement> saved = pairs();
     if (write) {
-        m_files.saveOwn(replaceIni(), replaceListText(saved));
+        m_file.saveOwn(m_files, replaceListText(saved));
         m_prompts.tell(kTitle, QStringLiteral("Tersimpan"), Prompts::Icon::Information);
     }
     LoadReplaceList();

@@ -2,6 +2,7 @@
 
 #include "controls/ModelessDialog.h"
 #include "markup/Matching.h"
+#include "outline/Document.h"
 #include "rows/ListRows.h"
 
 #include <functional>
@@ -25,7 +26,8 @@ struct SourceAccess
     std::function<qsizetype()> selectionStart;
     std::function<qsizetype()> selectionLength;
     std::function<void(qsizetype start, qsizetype length)>
-        select; // scrolls there and gives the box the focus of its window
+        select;                         // scrolls there and gives the box the focus of its window
+    std::function<CodePageRule()> rule; // by which the text's bytes became text
 };
 
 // The list of texts to replace, kept in replace.ini, and finding and replacing in the source.
@@ -79,6 +81,7 @@ private:
 
     SourceAccess m_source;
     Files &m_files;
+    Document m_file; // replace.ini
     Prompts &m_prompts;
     Guard m_guard;
     ListRows m_finds, m_replacements; // row i of one belongs to row i of the other

@@ -47,8 +47,9 @@ WidgetTab::WidgetTab(WidgetCatalogue &catalogue, FileList &file1, Files &files, 
 
     LvWidget->setSelectionMode(QAbstractItemView::ExtendedSelection);
     LvWidget->setColumnShares({9, 9, 9, 1});
-    connect(LvWidget, &ListView::rowOpened, this,
-            [this](int row) { emit documentChosen(m_catalogue.LvWidget.text(row), m_catalogue.theme); });
+    connect(LvWidget, &ListView::rowOpened, this, [this](int row) {
+        emit documentChosen(m_catalogue.LvWidget.text(row), m_catalogue.document.theme());
+    });
 }
 
 void WidgetTab::addCommands(Commands &menu)
@@ -84,7 +85,7 @@ void WidgetTab::layOut(int height)
 
 void WidgetTab::showCatalogue()
 {
-    frWidget->setCaption(m_catalogue.path);
+    frWidget->setCaption(m_catalogue.document.path());
     LblWidgetPath->setText(m_catalogue.folder);
     lblWidth->setText(m_catalogue.width);
     lblHeight->setText(m_catalogue.height);
@@ -112,17 +113,18 @@ void WidgetTab::mnuWidgetSel_Click()
 
 bool WidgetTab::maySave(const QString &question)
 {
-    return askToWrite(m_files, m_prompts,
-                      {QStringLiteral("Simpan File"), question, m_catalogue.path, m_catalogue.theme},
-                      No::Counts);
+    return askToWrite(
+        m_files, m_prompts,
+        {QStringLiteral("Simpan File"), question, m_catalogue.document.path(), m_catalogue.document.theme()},
+        No::Counts);
 }
 
 void WidgetTab::mnuWidgetDel_Click()
 {
     const ListRows &rows = m_catalogue.LvWidget;
-    if (m_catalogue.path.isEmpty() || rows.isEmpty())
+    if (m_catalogue.document.path().isEmpty() || rows.isEmpty())
         return;
-    QString text = LoadFile(m_catalogue.path);
+    QString text = m_catalogue.document.readAgain();
     for (const ListRows::Row &row : rows.rows()) {
         if (!row.checked)
             continue;
@@ -134,7 +136,7 @@ void WidgetTab::mnuWidgetDel_Click()
             text = WidgetCatalogue::withoutWindow(text, row.sub(1));
     }
     if (maySave(QStringLiteral("Benar mau menyimpan file?")))
-        m_files.save(m_catalogue.path, text + u"\r\n", m_catalogue.theme);
+        m_catalogue.document.save(m_files, text + u"\r\n");
     mnuWidgetOpen_Click();
 }
 
@@ -147,7 +149,7 @@ void WidgetTab::mnuInfoChannel_Click()
         const QString name = row.sub(1);
         if (name != u"wnd_channel_info" && name != u"wnd_channel_info_signal")
             continue;
-        QString text = LoadFile(row.text);
+        QString text = LoadFile(row.text, m_catalogue.document.encoding().rule);
         (name == u"wnd_channel_info" ? info : signal) = FormatXML(text);
     }
     emit markupChosen(info + signal);
@@ -163,16 +165,16 @@ int WidgetTab::selectedFile()
 
 void WidgetTab::mnuWidgetFile_Click()
 {
-    if (m_catalogue.path.isEmpty())
+    if (m_catalogue.document.path().isEmpty())
         return;
     const int row = selectedFile();
     if (row < 0)
         return;
     QString name = m_catalogue.lvWidgetDel.text(row);
     replaceIgnoringCase(name, u".xml", u"");
-    const QString text = WidgetCatalogue::withWindow(LoadFile(m_catalogue.path), name);
+    const QString text = WidgetCatalogue::withWindow(m_catalogue.document.readAgain(), name);
     if (maySave(QStringLiteral("Benar mau menambahkan widget file?")))
-        m_files.save(m_catalogue.path, text, m_catalogue.theme);
+        m_catalogue.document.save(m_files, text);
     mnuWidgetOpen_Click();
 }
 
@@ -184,9 +186,9 @@ void WidgetTab::mnuWidgetDelFile_Click()
     const QString path = m_catalogue.unlistedPath(row);
     // The answer does not matter: designers are used to the file being gone, and it is in the backup folder.
     const WriteQuestion question = {QStringLiteral("Delete File"), u"Delete file " + path + u" ?", path,
-                                    m_catalogue.theme, Files::Step::Delete};
+                                    m_catalogue.document.theme(), Files::Step::Delete};
     if (askToWrite(m_files, m_prompts, question, No::IsIgnored))
-        m_files.remove(path, m_catalogue.theme);
+        m_files.remove(path, m_catalogue.document.theme());
     mnuWidgetOpen_Click();
 }
 

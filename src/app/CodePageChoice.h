@@ -1,0 +1,37 @@
+#pragma once
+
+#include "files/TextFile.h"
+
+#include <QObject>
+
+#include <functional>
+
+namespace quillmere {
+
+class OpenDocument;
+class StatusLine;
+class ThemeProject;
+
+// By which rule bytes become text: the person's choice in the status line, remembered. It holds for what is
+// opened from then on; the theme is opened again at once, and so is the window, unless it was edited.
+class CodePageChoice : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Guard = std::function<void(const std::function<void()> &)>;
+
+    // `loadTheme` opens the theme again. Whoever cancels it cancels the choice.
+    CodePageChoice(StatusLine &status, ThemeProject &theme, OpenDocument &window,
+                   std::function<void()> loadTheme, const Guard &guard, QObject *parent = nullptr);
+
+private:
+    void choose(CodePageRule rule);
+
+    StatusLine &m_status;
+    ThemeProject &m_theme;
+    OpenDocument &m_window;
+    std::function<void()> m_loadTheme;
+};
+
+} // namespace quillmere

@@ -1,0 +1,57 @@
+#include "outline/Document.h"
+
+#include "files/Files.h"
+#include "files/LoadedFiles.h"
+#include "rows/ListRows.h"
+
+namespace quillmere {
+
+Document Document::open(const QString &path, const QString &theme, CodePageRule rule,
+                        const Progress &progress)
+{
+    const DecodedText file = LoadForEditing(path, rule, progress);
+    Document opened;
+    opened.m_path = path;
+    opened.m_theme = theme;
+    opened.m_text = file.text;
+    opened.m_encoding = {file.page, rule};
+    return opened;
+}
+
+const QString &Document::readAgain()
+{
+    const DecodedText file = LoadText(m_path, m_encoding.rule);
+    m_text = file.text;
+    m_encoding.page = file.page;
+    return m_text;
+}
+
+void Document::save(Files &files, const QString &text)
+{
+    saved(files.save(m_path, text, m_theme, m_encoding), text);
+}
+
+void Document::saveOwn(Files &files, const QString &text)
+{
+    saved(files.saveOwn(m_path, text, m_encoding), text);
+}
+
+void Document::saved(CodePage page, const QString &text)
+{
+    m_encoding.page = page;
+    m_text = text;
+    m_edited = false;
+}
+
+RowsDocument::RowsDocument(ListRows &rows) : m_rows(rows)
+{
+    QObject::connect(&rows, &ListRows::edited, &m_listener, [this] { setEdited(true); });
+}
+
+RowsDocument &RowsDocument::operator=(const Document &other)
+{
+    Document::operator=(other);
+    return *this;
+}
+
+} // namespace quillmere

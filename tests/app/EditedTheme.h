@@ -1,0 +1,68 @@
+#pragma once
+
+#include "app/WindowFixture.h"
+
+#include "controls/ListView.h"
+#include "source/forms/SourceBox.h"
+
+#include <QLabel>
+#include <QRegularExpression>
+#include <QTabBar>
+#include <QToolButton>
+
+namespace quillmere {
+
+// A theme with a file of each kind that is written back, opened with its window "main" and its language.
+inline void openAll(const Window &window)
+{
+    const auto write = [&](const char *name, const QByteArray &bytes) {
+        window.files.write(QStringLiteral("theme/") + QLatin1String(name), bytes);
+    };
+    write("theme.xml", "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image>"
+                       "<file_color>color.xml</file_color><file_i18n>lang.xml</file_i18n></config>");
+    write("widget.xml", "<interface><widget class=\"window\" style=\"default\" name=\"main\"/></interface>");
+    write("main.xml", "<interface>\n</interface>\n");
+    write("other.xml", "<x/>\n");
+    write("image.xml", "<image id=\"i\">i.png</image>");
+    write("color.xml", "<color name=\"navy\">#000080</color>");
+    write("lang.xml", "<language id=\"English\">en.xml</language>");
+    write("en.xml", "<tran id=\"Yes\">Ja</tran>");
+    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+    window.skin->openDocument(window.files.path(QStringLiteral("theme/main.xml")));
+    window.find<ListView>("lvLang")->setCurrentIndex(window.find<ListView>("lvLang")->model()->index(0, 0));
+    window.choose("mnuLangOpen");
+}
+
+inline void type(const Window &window, const char *text)
+{
+    auto *source = window.find<SourceBox>("txtSnippet");
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    source->setFocus();
+    QTest::keyClicks(source, QLatin1String(text));
+}
+
+inline QString text(const Window &window)
+{
+    return window.find<SourceBox>("txtSnippet")->text();
+}
+
+inline QString offer(const Window &window)
+{
+    const auto *label = window.find<QLabel>("lblOffer");
+    return label->isVisible() ? label->text() : QString();
+}
+
+inline bool offers(const Window &window, const QString &pattern)
+{
+    const QRegularExpression wanted(QRegularExpression::anchoredPattern(pattern));
+    return QTest::qWaitFor([&] { return wanted.match(offer(window)).hasMatch(); }, 5000);
+}
+
+inline void answer(const Window &window, const char *button)
+{
+    window.find<QToolButton>(button)->click();
+}
+
+inline const QString kUnsaved = QStringLiteral("Unsaved text of \\d\\d:\\d\\d\\.");
+
+} // namespace quillmere

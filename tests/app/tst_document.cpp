@@ -1,0 +1,135 @@
+#include "app/EditedTheme.h"
+
+#include "app/CodePageChoice.h"
+#include "app/OpenDocument.h"
+#include "app/StatusLine.h"
+#include "files/Paths.h"
+
+#include <QMenu>
+#include <QStatusBar>
+
+using namespace quillmere;
+
+// What is open keeps to itself how it was read and where it came from.
+class TestDocument : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void ownCodePage_data();
+    void ownCodePage();
+    void cancelledChoice();
+    void windowOfAnotherTheme();
+};
+
+void TestDocument::ownCodePage_data()
+{
+    QTest::addColumn<QByteArray>("first");
+    QTest::addColumn<QByteArray>("then");
+    QTest::addColumn<QByteArray>("bytes");
+    const QByteArray automatic = "mnuCodePageAutomatic", single = "mnuCodePage1252";
+    QTest::newRow("UTF-8 as UTF-8") << automatic << single << QByteArray("\xC3\xA9");
+    QTest::newRow("UTF-8 as single bytes") << single << automatic << QByteArray("\xC3\xA9");
+    QTest::newRow("single bytes") << automatic << single << QByteArray("\xE9\xFF");
+}
+
+// Whatever is chosen after a file was opened, it is written as it was read.
+void TestDocument::ownCodePage()
+{
+    QFETCH(QByteArray, first);
+    QFETCH(QByteArray, then);
+    QFETCH(QByteArray, bytes);
+    Window window;
+    openAll(window);
+    window.choose(first);
+    window.files.write(QStringLiteral("theme/main.xml"), "<a>" + bytes + "</a>\n");
+    window.files.write(QStringLiteral("theme/en.xml"),
+                       "<language name=\"\"><tran id=\"y\">" + bytes + "</tran>");
+    window.skin->openDocument(window.files.path(QStringLiteral("theme/main.xml")));
+    // Choosing reads the catalogue again, and nothing is selected in it then.
+    auto *languages = window.find<ListView>("lvLang");
+    languages->setCurrentIndex(languages->model()->index(0, 0));
+    window.choose("mnuLangOpen");
+    type(window, "x");
+    window.choose(then);
+    for (const auto &[item, title, question] :
+         {std::tuple("mnuSave", "Simpan File", "Benar mau menyimpan file?"),
+          std::tuple("mnuLangSave", "Save File", "Save file translate?")}) {
+        window.prompts.expectQuestion(QLatin1String(title), QLatin1String(question), true);
+        languages->setCurrentIndex(languages->model()->index(0, 0));
+        window.choose(item);
+    }
+    const auto between = [&](const char *name, const QByteArray &open) {
+        const QByteArray all = window.files.read(QStringLiteral("theme/") + QLatin1String(name));
+        return all.mid(all.indexOf(open) + open.size()).split('<').first();
+    };
+    QCOMPARE(between("main.xml", "<a>"), bytes);
+    QCOMPARE(between("en.xml", "<tran id=\"y\">"), bytes);
+}
+
+void TestDocument::cancelledChoice()
+{
+    Window window;
+    openAll(window);
+    window.files.write(QStringLiteral("theme/main.xml"), "<theirs/>");
+    const QString before = text(window);
+    QStatusBar bar;
+    StatusLine status(bar);
+    ThemeProject theme;
+    QVERIFY(theme.LoadTheme(window.files.path(QStringLiteral("theme"))));
+    CodePageChoice choice(
+        status, theme, *window.skin->findChild<OpenDocument *>(), [] { throw Cancelled(); },
+        [](const std::function<void()> &command) { QVERIFY_EXCEPTION_THROWN(command(), Cancelled); });
+    const auto item = [&](const char *name) {
+        for (QAction *rule : bar.findChild<QToolButton *>(QStringLiteral("cmdCodePage"))->menu()->actions()) {
+            if (rule->objectName() == QLatin1String(name))
+                return rule;
+        }
+        return static_cast<QAction *>(nullptr);
+    };
+    item("mnuCodePage1252")->trigger();
+    QCOMPARE(theme.rule, CodePageRule::Automatic);
+    QVERIFY(item("mnuCodePageAutomatic")->isChecked());
+    QVERIFY(!QSettings().contains(QStringLiteral("codePage")));
+    QCOMPARE(text(window), before);
+    // What was read and not shown does not count as known.
+    QVERIFY(offers(window, QStringLiteral("main.xml was changed by another program\\.")));
+}
+
+void TestDocument::windowOfAnotherTheme()
+{
+    Window window;
+    openAll(window);
+    type(window, "mine");
+    const QString theme = window.files.path(QStringLiteral("second/theme"));
+    window.files.write(QStringLiteral("second/theme/theme.xml"), "<config></config>");
+    const QByteArray other = "<other/>";
+    window.files.write(QStringLiteral("second/theme/main.xml"), other);
+    window.skin->openTheme(theme);
+    QVERIFY(text(window).contains(QStringLiteral("mine")));
+    const QString said = window.skin->statusBar()->currentMessage();
+    QVERIFY2(said.endsWith(QStringLiteral("The source still holds main.xml of %1, and saves it there.")
+                               .arg(window.files.path(QStringLiteral("theme")))),
+             qPrintable(said));
+    window.prompts.expectQuestion(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"),
+                                  true);
+    window.choose("mnuSave");
+    QVERIFY(window.files.read(QStringLiteral("theme/main.xml")).contains("mine"));
+    QCOMPARE(window.files.read(QStringLiteral("second/theme/main.xml")), other);
+    // A window of the theme before, which the list still shows, is one of that theme.
+    QCOMPARE(window.find<ListView>("LvWidget")->model()->rowCount(), 1);
+    emit window.find<ListView>("LvWidget")->rowOpened(0);
+    QCOMPARE(window.skin->findChild<OpenDocument *>()->document().theme(),
+             window.files.path(QStringLiteral("theme")));
+    window.skin->openDocument(joinPath(theme, u"main.xml"));
+    window.skin->openTheme(window.files.path(QStringLiteral("second")));
+    window.skin->openTheme(theme);
+    QVERIFY(!window.skin->statusBar()->currentMessage().contains(QStringLiteral("still holds")));
+}
+
+int main(int argc, char **argv)
+{
+    return runWindowTest<TestDocument>(argc, argv);
+}
+
+#include "tst_document.moc"
