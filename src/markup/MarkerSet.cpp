@@ -1,7 +1,5 @@
 #include "markup/MarkerSet.h"
 
-#include "markup/Matching.h"
-
 #include <algorithm>
 #include <numeric>
 
@@ -28,13 +26,8 @@ MarkerSet::MarkerSet(std::vector<QStringView> markers)
     std::partial_sum(m_begins.begin(), m_begins.end(), m_begins.begin());
 }
 
-int MarkerSet::at(QStringView text, qsizetype position) const
+int MarkerSet::withSecond(char16_t second, QStringView text, qsizetype position) const
 {
-    if (position + 1 >= text.size())
-        return -1;
-    const char16_t second = foldCase(text[position + 1].unicode());
-    if (second >= m_begins.size() - 1)
-        return -1;
     for (size_t i = m_begins[second]; i < m_begins[second + size_t(1)]; ++i) {
         if (matchesIgnoringCase(text, position, m_markers[size_t(m_bySecond[i])]))
             return m_bySecond[i];

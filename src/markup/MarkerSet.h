@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QString>
-#include <QStringView>
+#include "markup/Matching.h"
 
 #include <array>
 #include <string_view>
@@ -45,7 +44,14 @@ public:
     explicit MarkerSet(std::vector<QStringView> markers);
 
     // The number of the marker that the text has at `position`, or -1.
-    int at(QStringView text, qsizetype position) const;
+    int at(QStringView text, qsizetype position) const
+    {
+        if (position + 1 >= text.size())
+            return -1;
+        const char16_t second = foldCase(text[position + 1].unicode());
+        const bool none = second >= m_begins.size() - 1 || m_begins[second] == m_begins[second + size_t(1)];
+        return none ? -1 : withSecond(second, text, position);
+    }
     QStringView operator[](int marker) const { return m_markers[size_t(marker)]; }
 
     struct Hit
@@ -57,6 +63,8 @@ public:
     std::vector<Hit> findAll(QStringView text) const;
 
 private:
+    int withSecond(char16_t second, QStringView text, qsizetype position) const;
+
     std::vector<QStringView> m_markers;
     StopUnits m_firsts;
     std::vector<int> m_bySecond;           // numbers of the markers, in the order of their second units

@@ -55,6 +55,23 @@ const MarkerSet &elements()
     return set;
 }
 
+// The marker is there, in whatever letters.
+bool isExactAt(QStringView text, qsizetype position, QStringView marker)
+{
+    return std::equal(marker.begin(), marker.end(), text.begin() + position);
+}
+
+// Values are short; a search made for long texts would take most of its time to begin.
+qsizetype closingIn(QStringView text, QStringView closing)
+{
+    const QChar first = closing[0]; // no letter
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        if (text[at] == first && matchesIgnoringCase(text, at, closing))
+            return at;
+    }
+    return -1;
+}
+
 } // namespace
 
 void BlockScan::scan(QStringView block)
@@ -132,7 +149,7 @@ void BlockScan::note(Marker marker, qsizetype position)
         found.first = position;
     else if (found.second < 0)
         found.second = position;
-    found.exact = found.exact || std::equal(opening.begin(), opening.end(), m_block.begin() + position);
+    found.exact = found.exact || isExactAt(m_block, position, opening);
     if (position < m_styleEnd)
         m_styleTangled = true;
     if (marker == Property || marker == PropertyEnd || marker == ElementEnd)
@@ -164,8 +181,8 @@ void BlockScan::readValue(Marker marker)
         return;
     const qsizetype start = found.first + opening.size();
     const QStringView rest = m_block.first(found.second < 0 ? m_block.size() : found.second).sliced(start);
-    const qsizetype end = indexOfIgnoringCase(rest, closing);
-    const bool closed = end >= 0 && (rest.sliced(end).startsWith(closing) || containsExact(rest, closing));
+    const qsizetype end = closingIn(rest, closing);
+    const bool closed = end >= 0 && (isExactAt(rest, end, closing) || containsExact(rest, closing));
     found.value = closed ? rest.first(end) : rest;
     if (marker != Id && marker != Style && start < m_styleEnd &&
         start + found.value.size() > m_found[Style].first)

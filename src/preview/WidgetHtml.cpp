@@ -91,8 +91,7 @@ size_t partsOf(QStringView list, std::array<QStringView, most> &parts)
 {
     size_t count = 0;
     for (qsizetype from = 0; count < most && from <= list.size() && !list.isEmpty();) {
-        const qsizetype comma = list.indexOf(u',', from);
-        const qsizetype end = comma < 0 ? list.size() : comma;
+        const qsizetype end = std::find(list.begin() + from, list.end(), u',') - list.begin();
         parts[count++] = list.sliced(from, end - from);
         from = end + 1;
     }
@@ -241,7 +240,7 @@ void Renderer::font()
 // What is put into the block is itself rewritten as the block is.
 void Renderer::putValue(QStringView value)
 {
-    if (!value.contains(u'/')) {
+    if (std::find(value.begin(), value.end(), u'/') == value.end()) {
         m_body.put(value);
         return;
     }
