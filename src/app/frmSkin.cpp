@@ -168,10 +168,13 @@ void frmSkin::connectTabs()
     connect(frmWb->wb, &WebBrowser::failed, m_status, &StatusLine::say);
     connect(m_sourceTab, &SourceTab::textChanged, this, &frmSkin::enableSourceMenus);
     m_status->watchPreview(*m_sourceTab, *frmWb->wb);
-    connect(&m_sourceTab->blocks, &QAbstractItemModel::modelReset, this, [this] {
+    const auto blocksListed = [this] {
         m_status->showBlocks(m_sourceTab->blocks.count());
         enableSourceMenus();
-    });
+    };
+    connect(&m_sourceTab->blocks, &QAbstractItemModel::modelReset, this, blocksListed);
+    connect(&m_sourceTab->blocks, &QAbstractItemModel::rowsInserted, this, blocksListed);
+    connect(&m_sourceTab->blocks, &QAbstractItemModel::rowsRemoved, this, blocksListed);
     connect(m_sourceTab->txtSnippet, &SourceBox::cursorPositionChanged, this, [this] {
         const SourceBox &source = *m_sourceTab->txtSnippet;
         m_status->showCaret(source.textCursor().blockNumber() + 1, int(source.caretColumn()));

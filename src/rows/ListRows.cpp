@@ -2,6 +2,8 @@
 
 #include "rows/ToolTip.h"
 
+#include <algorithm>
+
 namespace quillmere {
 
 ListRows::ListRows(const QStringList &captions, Checks checks, QObject *parent)
@@ -29,6 +31,47 @@ void ListRows::assign(QList<Row> rows)
     beginResetModel();
     m_rows = std::move(rows);
     endResetModel();
+}
+
+void ListRows::untickAll()
+{
+    for (int row = 0; row < count(); ++row) {
+        if (!m_rows.at(row).checked)
+            continue;
+        m_rows[row].checked = false;
+        emit dataChanged(index(row, 0), index(row, 0), {Qt::CheckStateRole});
+    }
+}
+
+void ListRows::update(QList<Row> rows)
+{
+    const auto isSame = [](const Row &a, const Row &b) {
+        return a.text == b.text && a.subItems == b.subItems;
+    };
+    untickAll();
+    const int most = int(qMin(m_rows.size(), rows.size()));
+    const int head = int(std::mismatch(m_rows.cbegin(), m_rows.cbegin() + most, rows.cbegin(), isSame).first -
+                         m_rows.cbegin());
+    int tail = 0;
+    while (tail < most - head && isSame(m_rows.at(count() - 1 - tail), rows.at(rows.size() - 1 - tail)))
+        ++tail;
+
+    const int changed = most - head - tail;
+    std::copy_n(rows.cbegin() + head, changed, m_rows.begin() + head);
+    const int behind = head + changed;
+    const int more = int(rows.size()) - count();
+    if (more < 0) {
+        beginRemoveRows({}, behind, behind - more - 1);
+        m_rows.remove(behind, -more);
+        endRemoveRows();
+    } else if (more > 0) {
+        beginInsertRows({}, behind, behind + more - 1);
+        m_rows = std::move(rows);
+        endInsertRows();
+    }
+    m_edited = false;
+    if (changed > 0)
+        emit dataChanged(index(head, 0), index(behind - 1, columnCount() - 1));
 }
 
 void ListRows::remove(int row)

@@ -41,6 +41,9 @@ public:
     void add(const QString &text, const QStringList &subItems = {});
     // Replaces all rows at once; views are told once.
     void assign(QList<Row> rows);
+    // The same for rows of which most are there already, none of them ticked: views are told of the others
+    // alone, and keep their place and selection.
+    void update(QList<Row> rows);
     void remove(int row);
     void setText(int row, const QString &text);
     void setSub(int row, int number, const QString &text);
@@ -60,6 +63,8 @@ signals:
     void edited();
 
 private:
+    void untickAll();
+
     QStringList m_captions;
     Checks m_checks;
     QList<Row> m_rows;

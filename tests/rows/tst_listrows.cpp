@@ -1,6 +1,7 @@
 #include "rows/ListRows.h"
 
 #include <QAbstractItemModelTester>
+#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -13,6 +14,7 @@ class TestListRows : public QObject
 private slots:
     void keepsTheRulesOfAModel();
     void checkMarks();
+    void tellsWhatIsUpdated();
 };
 
 void TestListRows::keepsTheRulesOfAModel()
@@ -41,6 +43,41 @@ void TestListRows::keepsTheRulesOfAModel()
     QVERIFY(!rows.setData(rows.index(0, 0), QStringLiteral("typed")));
     rows.clear();
     QVERIFY(rows.isEmpty());
+}
+
+// Whoever follows the signals ends up with the same rows.
+void TestListRows::tellsWhatIsUpdated()
+{
+    ListRows rows(QStringList(2), ListRows::Checks::Yes);
+    const QAbstractItemModelTester tester(&rows, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    const auto shown = [&rows](int row) -> QString {
+        return rows.text(row) + u'|' + rows.sub(row, 1) + (rows.isChecked(row) ? u"!" : u"");
+    };
+    QStringList followed;
+    connect(&rows, &ListRows::rowsInserted, this, [&](const QModelIndex &, int first, int last) {
+        for (int row = first; row <= last; ++row)
+            followed.insert(row, shown(row));
+    });
+    connect(&rows, &ListRows::rowsRemoved, this,
+            [&](const QModelIndex &, int first, int last) { followed.remove(first, last - first + 1); });
+    connect(&rows, &ListRows::dataChanged, this, [&](const QModelIndex &first, const QModelIndex &last) {
+        for (int row = first.row(); row <= last.row(); ++row)
+            followed[row] = shown(row);
+    });
+    QRandomGenerator random(5);
+    for (int round = 0; round < 2000; ++round) {
+        QList<ListRows::Row> next;
+        for (int row = random.bounded(7); row > 0; --row)
+            next.append({QString::number(random.bounded(2)), {QString::number(random.bounded(2))}});
+        rows.update(next);
+        QStringList expected;
+        for (const ListRows::Row &row : std::as_const(next))
+            expected.append(row.text + u'|' + row.sub(1));
+        QCOMPARE(followed, expected);
+        QCOMPARE(rows.count(), next.size());
+        if (!rows.isEmpty())
+            rows.setChecked(int(random.bounded(rows.count())), true);
+    }
 }
 
 void TestListRows::checkMarks()
