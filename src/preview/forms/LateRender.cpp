@@ -2,28 +2,7 @@
 
 #include <QElapsedTimer>
 
-#include <algorithm>
-
 namespace quillmere {
-
-namespace {
-
-constexpr double kEmptyPage = 20000; // units of text that cost as much as what every page costs
-constexpr double kDoubt = 4;
-
-} // namespace
-
-void RenderCost::measured(double milliseconds, qsizetype units)
-{
-    const double rate = milliseconds / (double(units) + kEmptyPage);
-    m_before = m_last > 0 ? m_last : rate / kDoubt;
-    m_last = rate;
-}
-
-double RenderCost::expected(qsizetype units) const
-{
-    return std::min(m_last, m_before) * (double(units) + kEmptyPage);
-}
 
 Rendered renderPage(const RenderInput &input)
 {

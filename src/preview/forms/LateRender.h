@@ -32,18 +32,6 @@ struct Rendered
 
 Rendered renderPage(const RenderInput &input);
 
-// Foresees from what was measured how long the page of a text will take. One long time is not believed at
-// once: the machine may have been busy with something else.
-class RenderCost
-{
-public:
-    void measured(double milliseconds, qsizetype units);
-    double expected(qsizetype units) const; // milliseconds
-
-private:
-    double m_last = 0, m_before = 0; // milliseconds a unit of text; 0 where nothing has been measured
-};
-
 // Makes the page of a large window beside the window's own thread. Everything else here runs on that one
 // thread; this does not, since no part of the rendering may take longer than a keystroke may wait, on any
 // machine, and the routines that rewrite the whole page each take their time in one go. What goes in is a

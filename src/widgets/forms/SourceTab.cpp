@@ -4,6 +4,7 @@
 #include "controls/Commands.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
+#include "controls/TextHolder.h"
 #include "markup/FormatXML.h"
 #include "markup/InsertCode.h"
 #include "markup/WidgetDocument.h"
@@ -26,7 +27,6 @@ constexpr int kMargin = 8;              // pixels, left, right and below
 constexpr double kMostInKey = 15;       // ms that drawing may take of a key
 constexpr qsizetype kLarge = 1'500'000; // units of a text whose page is drawn late after commands as well
 constexpr qsizetype kHuge = 6'000'000;  // the same, however long drawing may take
-constexpr int kPause = 250;             // ms without a key
 constexpr int kAboveText = 3720;        // twips that the block list and the margins take from the source box
 const QStringList kBlockColumns = {QStringLiteral("Class"), QStringLiteral("Nama")};
 
@@ -41,16 +41,15 @@ SourceTab::SourceTab(std::function<ImageLookup()> pictures, const ListRows &font
       lvBlock(new ListView(QStringLiteral("lvBlock"), tr("Blocks"), blocks, this)),
       frBc(new CaptionBox(QStringLiteral("frBc"), this)),
       LvBlock2(new ListView(QStringLiteral("LvBlock2"), tr("Blocks to compare with"), otherBlocks, frBc)),
-      txtHtml(named(new QPlainTextEdit(this), "txtHtml", tr("Generated page"))),
-      m_fill(std::make_unique<TextFill>(*txtHtml))
+      txtHtml(named(new TextHolder(this), "txtHtml", tr("Generated page"))),
+      m_work(
+          kMostInKey, [this] { draw(txtSnippet->text()); },
+          [this] { m_late.start(inputOf(txtSnippet->text())); })
 {
     frBc->setCaption(QStringLiteral("Block Compare"));
     frBc->setToolTip(tr("Double-click the frame to close it."));
     frBc->hide();
     connect(frBc, &CaptionBox::doubleClicked, this, [this] { showComparison(false); });
-    txtHtml->setReadOnly(true);
-    txtHtml->setUndoRedoEnabled(false);
-    txtHtml->hide(); // for the program's own use
 
     lvBlock->setColumnShares({2, 3});
     lvBlock->setToolTip(
@@ -59,15 +58,7 @@ SourceTab::SourceTab(std::function<ImageLookup()> pictures, const ListRows &font
     connect(&blocks, &ListRows::checkChanged, this, &SourceTab::blockTicked);
     connect(txtSnippet, &SourceBox::changed, this, &SourceTab::txtSnippet_Change);
 
-    m_pause.setSingleShot(true);
-    m_pause.setInterval(kPause);
-    connect(&m_pause, &QTimer::timeout, this, &SourceTab::renderLate);
     connect(&m_late, &LateRender::done, this, &SourceTab::showLate);
-    connect(m_fill.get(), &TextFill::filled, this, [this] {
-        m_cost.measured(m_lateCost + m_fill->milliseconds(), txtSnippet->text().size());
-        m_behind = false;
-        emit caughtUp();
-    });
 }
 
 void SourceTab::addCommands(Commands &menu)
@@ -110,13 +101,16 @@ void SourceTab::layOut(int height)
 
 void SourceTab::txtSnippet_Change()
 {
+    m_late.giveUp(); // it is the page of an older text
     // A key does not wait for the page, and neither does a command on a text so large that it could.
     const qsizetype units = txtSnippet->document()->characterCount();
     const bool mayWait = txtSnippet->isTyping() || units > kLarge;
-    if (units > kHuge || (mayWait && m_cost.expected(units) > kMostInKey))
-        postpone();
-    else
-        renderNow();
+    m_sameList = m_sameList && txtSnippet->isTyping();
+    const bool waits = m_work.changed(units, units > kHuge ? LateWork::Wait::Always
+                                             : mayWait     ? LateWork::Wait::IfLong
+                                                           : LateWork::Wait::Never);
+    if (waits && !std::exchange(m_behind, true))
+        emit fellBehind();
     emit textChanged();
 }
 
@@ -125,48 +119,29 @@ RenderInput SourceTab::inputOf(const QString &markup) const
     return {markup, m_pictures(), m_fonts.rows(), defaultFontSize(m_fonts), options};
 }
 
-void SourceTab::renderNow()
-{
-    QElapsedTimer clock;
-    clock.start();
-    const QString text = txtSnippet->text();
-    BuildWidgetHtml(text);
-    m_cost.measured(double(clock.nsecsElapsed()) / 1e6, text.size());
-}
-
 void SourceTab::BuildWidgetHtml(const QString &markup)
 {
-    m_pause.stop();
+    m_sameList = false;
+    draw(markup);
+}
+
+void SourceTab::draw(const QString &markup)
+{
+    m_work.forget();
     m_late.giveUp();
-    m_fill->stop();
     show(renderPage(inputOf(markup)));
-    txtHtml->setPlainText(m_html); // while the browser is at work
-    if (std::exchange(m_behind, false))
-        emit caughtUp();
 }
 
 void SourceTab::show(const Rendered &rendered)
 {
-    m_html = rendered.widgets.html;
-    blocks.assign(rendered.widgets.blocks);
+    txtHtml->setText(rendered.widgets.html);
+    if (std::exchange(m_sameList, true))
+        blocks.update(rendered.widgets.blocks);
+    else
+        blocks.assign(rendered.widgets.blocks);
     emit pageReady(rendered.page);
-}
-
-void SourceTab::postpone()
-{
-    m_late.giveUp();
-    m_fill->stop();
-    m_pause.start();
-    if (!std::exchange(m_behind, true))
-        emit fellBehind();
-}
-
-void SourceTab::renderLate()
-{
-    QElapsedTimer clock;
-    clock.start();
-    m_late.start(inputOf(txtSnippet->text()));
-    m_lateCost = double(clock.nsecsElapsed()) / 1e6;
+    if (std::exchange(m_behind, false))
+        emit caughtUp();
 }
 
 void SourceTab::showLate(const Rendered &rendered)
@@ -174,22 +149,22 @@ void SourceTab::showLate(const Rendered &rendered)
     QElapsedTimer clock;
     clock.start();
     show(rendered);
-    m_lateCost += rendered.milliseconds + double(clock.nsecsElapsed()) / 1e6;
-    m_fill->start(m_html);
+    m_work.measured(rendered.milliseconds + double(clock.nsecsElapsed()) / 1e6,
+                    txtSnippet->document()->characterCount());
 }
 
 bool SourceTab::catchUp()
 {
     if (!m_behind)
         return false;
-    renderNow();
+    m_work.doNow(txtSnippet->document()->characterCount());
     return true;
 }
 
 void SourceTab::ShowPreview()
 {
     if (!catchUp())
-        emit pageReady(BuildPreviewPage(m_html, options, defaultFontSize(m_fonts), blocks));
+        emit pageReady(BuildPreviewPage(txtHtml->text(), options, defaultFontSize(m_fonts), blocks));
 }
 
 void SourceTab::blockTicked(int row)

@@ -1,12 +1,10 @@
 #pragma once
 
+#include "controls/LateWork.h"
 #include "controls/TabFrame.h"
 #include "preview/forms/LateRender.h"
 #include "rows/ListRows.h"
-#include "source/forms/TextFill.h"
 #include "widgets/RectCommands.h"
-
-class QPlainTextEdit;
 
 namespace quillmere {
 
@@ -14,6 +12,7 @@ class Commands;
 class ListView;
 class Prompts;
 class SourceBox;
+class TextHolder;
 class WidgetCatalogue;
 
 // The Source tab: the text of the open window, its blocks, and the page made from it.
@@ -59,9 +58,7 @@ protected:
 private:
     void txtSnippet_Change();
     RenderInput inputOf(const QString &markup) const;
-    void renderNow();
-    void postpone();
-    void renderLate();
+    void draw(const QString &markup);
     void show(const Rendered &rendered);
     void showLate(const Rendered &rendered);
     // True where it had to draw.
@@ -79,17 +76,14 @@ private:
     const ListRows &m_fonts;
     const WidgetCatalogue &m_screen;
     Prompts &m_prompts;
-    QString m_html; // what txtHtml shows, with its own line ends
     ListView *lvBlock;
     CaptionBox *frBc;
     ListView *LvBlock2;
-    QPlainTextEdit *txtHtml;
-    RenderCost m_cost;
-    QTimer m_pause; // until typing counts as paused
+    TextHolder *txtHtml;
     LateRender m_late;
-    std::unique_ptr<TextFill> m_fill;
+    LateWork m_work; // the page of the text
     bool m_behind = false;
-    double m_lateCost = 0; // milliseconds, without that of filling txtHtml
+    bool m_sameList = false; // nothing but keys has come between lvBlock and the text
 };
 
 } // namespace quillmere

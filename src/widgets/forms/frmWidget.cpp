@@ -8,7 +8,6 @@
 #include "widgets/BlockProperties.h"
 #include "widgets/forms/ColourCombo.h"
 
-#include <QElapsedTimer>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -26,7 +25,6 @@ namespace {
 constexpr QSize kFirstSize{420, 460}; // pixels
 constexpr int kColours = 3;
 constexpr double kMostInKey = 5; // ms that a capture may take of a key
-constexpr int kPause = 250;      // ms without a key
 
 const QStringList kAlignments = {
     QStringLiteral("left|top"),    QStringLiteral("left|vcentre"),    QStringLiteral("left|bottom"),
@@ -54,7 +52,7 @@ CaptionBox *editorFrame(const char *name)
 
 frmWidget::frmWidget(SourceBox &source, const PropertyChoices &choices, QWidget &owner)
     : ModelessDialog(QStringLiteral("frmWidget"), owner), m_source(source), m_choices(choices),
-      m_rows({tr("Property"), tr("Value")}),
+      m_capture(kMostInKey, [this] { GetProperty(m_name); }), m_rows({tr("Property"), tr("Value")}),
       lvBlock(new ListView(QStringLiteral("lvBlock"), tr("Properties"), m_rows)),
       txtSnippet(new SourceBox(QStringLiteral("txtSnippet"), tr("Captured text"), this)),
       m_editors(new QStackedWidget), m_hint(new QLabel)
@@ -66,10 +64,6 @@ frmWidget::frmWidget(SourceBox &source, const PropertyChoices &choices, QWidget 
     lvBlock->setToolTip(tr("Double-click a property, or press Enter, to edit it."));
     connect(lvBlock, &ListView::rowOpened, this, &frmWidget::lvBlock_DblClick);
     connect(&m_source, &SourceBox::changed, this, &frmWidget::source_Change);
-
-    m_pause.setSingleShot(true);
-    m_pause.setInterval(kPause);
-    connect(&m_pause, &QTimer::timeout, this, &frmWidget::recapture);
 
     m_hint->setAlignment(Qt::AlignCenter);
     m_hint->setWordWrap(true);
@@ -174,7 +168,7 @@ void frmWidget::turnTo(const QString &name, const QString &className)
 
 void frmWidget::GetProperty(const QString &name)
 {
-    m_pause.stop();
+    m_capture.forget();
     const std::optional<BlockProperties> block = quillmere::GetProperty(m_source.text(), name);
     txtSnippet->setText(block ? block->segment : QString());
     if (!block)
@@ -303,24 +297,14 @@ void frmWidget::source_Change()
 {
     if (!isVisible() || m_saving)
         return;
-    if (m_source.isTyping() && m_cost > kMostInKey)
-        m_pause.start();
-    else
-        recapture();
-}
-
-void frmWidget::recapture()
-{
-    QElapsedTimer clock;
-    clock.start();
-    GetProperty(m_name);
-    m_cost = double(clock.nsecsElapsed()) / 1e6;
+    m_capture.changed(m_source.document()->characterCount(),
+                      m_source.isTyping() ? LateWork::Wait::IfLong : LateWork::Wait::Never);
 }
 
 void frmWidget::catchUp()
 {
-    if (m_pause.isActive())
-        recapture();
+    if (m_capture.isWaiting())
+        GetProperty(m_name);
 }
 
 } // namespace quillmere

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "controls/LateWork.h"
 #include "controls/ModelessDialog.h"
 #include "rows/ListRows.h"
 
 #include <QList>
-#include <QTimer>
 
 class QComboBox;
 class QGroupBox;
@@ -63,7 +63,6 @@ private:
     void setContent(const QString &property, const QString &content);
     void SaveProperty();
     void source_Change();
-    void recapture();
     // Where the source is ahead: before anything is written back into it.
     void catchUp();
 
@@ -71,9 +70,8 @@ private:
     PropertyChoices m_choices;
     QString m_name; // of the block; the caption holds it too, but a name may hold what divides the caption
     bool m_saving = false;
-    double m_cost = 0; // ms, of the last capture
-    QTimer m_pause;    // runs while the rows are those of an older text, until typing pauses
-    ListRows m_rows;   // text = element name, sub-item 1 = content
+    LateWork m_capture; // waits while the rows are those of an older text
+    ListRows m_rows;    // text = element name, sub-item 1 = content
     ListView *lvBlock;
     SourceBox *txtSnippet; // hidden: the text that a write-back replaces
     QStackedWidget *m_editors;
