@@ -69,7 +69,6 @@ void ListRows::update(QList<Row> rows)
         m_rows = std::move(rows);
         endInsertRows();
     }
-    m_edited = false;
     if (changed > 0)
         emit dataChanged(index(head, 0), index(behind - 1, columnCount() - 1));
 }
