@@ -8,6 +8,8 @@ namespace quillmere {
 void LoadFontList(ListRows &lvFont, const Document &file)
 {
     lvFont.clear();
+    if (file.text().isEmpty())
+        return;
     QList<ListRows::Row> fonts;
     // What stands before the first element is no entry; behind it every piece is one, however little it
     // holds.

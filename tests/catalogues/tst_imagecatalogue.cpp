@@ -153,7 +153,7 @@ void TestImageCatalogue::saveAndLoadAgain()
     for (int round = 0; round < 2; ++round) {
         images.SaveImageList(disk);
         QCOMPARE(files.read(QStringLiteral("image.xml")), saved);
-        images.LoadImageList(Document::open(path), folder, list);
+        images.LoadImageList(Document::open(path, files.folder()), folder, list);
     }
     images.rows.add(QStringLiteral("/elsewhere/f.png"), {QStringLiteral("F")});
     QVERIFY(images.asText().contains(QStringLiteral(" >/elsewhere/f.png</image>")));

@@ -248,17 +248,18 @@ private slots:
             for (int i = random.bounded(16); i >= 0; --i)
                 text += parts[random.bounded(parts.size())];
             files.write(QStringLiteral("a.xml"), text.toUtf8());
+            const Document file = Document::open(path);
             FileList file1;
             ImageCatalogue images;
-            images.LoadImageList(path, {}, file1);
+            images.LoadImageList(file, {}, file1);
             WidgetCatalogue widgets;
-            widgets.LoadWidgetList(path, {}, file1);
+            widgets.LoadWidgetList(file, {}, file1);
             ListRows colourRows(QStringList(3)), fonts(QStringList(5)), languages(makeLanguageRows()),
                 strings(makeStringRows());
             ColourCatalogue colours(colourRows);
-            colours.LoadColorList(path);
-            LoadFontList(fonts, path);
-            LoadLanguageList(languages, path, {});
+            colours.LoadColorList(file);
+            LoadFontList(fonts, file);
+            LoadLanguageList(languages, file, {});
             OpenLgXml(strings, text);
             const std::tuple<FileRole, const ListRows *, int> kinds[] = {
                 {FileRole::ImageCatalogue, &images.rows, 0},
