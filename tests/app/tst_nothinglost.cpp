@@ -304,14 +304,23 @@ void TestNothingLost::noRoomForTheText()
     const QString typed = text(window);
     setRecoveryFolder(window.files.write(QStringLiteral("a file")));
     const QString message = QStringLiteral("Cannot keep the unsaved text in \"%1/").arg(recoveryFolder());
-    bool told = false;
+    QString told;
     try {
         window.skin->openDocument(window.files.path(QStringLiteral("theme/other.xml")));
     } catch (const RunTimeError &error) {
-        told = error.message().startsWith(message);
+        told = error.message();
     }
-    QVERIFY(told);
+    QVERIFY(told.startsWith(message));
     QCOMPARE(text(window), typed);
+    // Closing asks, and only Yes gives the text up.
+    for (const bool leave : {false, true}) {
+        window.prompts.expectQuestion(QStringLiteral("Quillmere"),
+                                      QString(told + u"\nLeave all the same, and lose what is not saved?"),
+                                      leave);
+        QCOMPARE(window.skin->close(), leave);
+        QCOMPARE(window.skin->isVisible(), !leave);
+        QCOMPARE(text(window), typed);
+    }
 }
 
 void TestNothingLost::twoPrograms_data()
