@@ -41,9 +41,7 @@ private slots:
     void deleteWindows();
     void channelInformation();
     void scaleAndMove();
-    void caretStays();
     void compareBlocks();
-    void editing();
 };
 
 void TestCommands::deleteWindows()
@@ -113,26 +111,6 @@ void TestCommands::scaleAndMove()
     window.choose("mnuC(0)");
 }
 
-void TestCommands::caretStays()
-{
-    Window window;
-    openTheme(window);
-    auto *source = window.find<SourceBox>("txtSnippet");
-    // A caret between two places that are rewritten, and one in text whose blanks are moved about.
-    source->setText(QStringLiteral("<rect>[100,0,1000,720]</rect>\r\nhere\r\n<rect>[100,20,30,40]</rect>"));
-    source->select(source->text().indexOf(QStringLiteral("here")), 0);
-    window.choose("mnuC(0)");
-    QCOMPARE(source->selectionStart(), source->text().indexOf(QStringLiteral("here")));
-    QTest::keyClick(source, Qt::Key_Z, Qt::ControlModifier);
-    QVERIFY(source->text().startsWith(QStringLiteral("<rect>[100,0,1000")));
-    QCOMPARE(source->selectionStart(), source->text().indexOf(QStringLiteral("here")));
-    source->setText(QStringLiteral("<a>\r\n\r\n\r\n  <b>\r\n  \r\n<img/>here<c>"));
-    source->select(source->text().indexOf(QStringLiteral("<img/>")), 0);
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
-    window.choose("mnuFormat");
-    QCOMPARE(source->selectionStart(), source->text().indexOf(QStringLiteral("<img>")));
-}
-
 void TestCommands::compareBlocks()
 {
     Window window;
@@ -149,23 +127,6 @@ void TestCommands::compareBlocks()
     QVERIFY(!comparison->geometry().intersects(window.find<ListView>("lvBlock")->geometry()));
     QTest::mouseDClick(comparison, Qt::LeftButton, {}, QPoint(60, 5));
     QVERIFY(!comparison->isVisible());
-}
-
-void TestCommands::editing()
-{
-    Window window;
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
-    auto *source = window.find<SourceBox>("txtSnippet");
-    source->setText(QStringLiteral("ab"));
-    source->select(2, 0);
-    source->setFocus();
-    int changes = 0;
-    connect(source, &SourceBox::changed, source, [&changes] { ++changes; });
-    QTest::keyClick(source, Qt::Key_Tab);
-    QCOMPARE(source->text(), QStringLiteral("ab   "));
-    QTest::keyClick(source, Qt::Key_Less);
-    QCOMPARE(changes, 2); // colouring a line is no change of the text
-    QVERIFY(source->hasFocus());
 }
 
 int main(int argc, char **argv)

@@ -9,8 +9,6 @@
 #include <memory>
 
 #ifdef Q_OS_UNIX
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #endif
 
@@ -159,24 +157,6 @@ private slots:
             refuses("open", QStringLiteral("folder/b.xml"), save);
         }
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
-
-    void refusesOnAFullDisk()
-    {
-#ifdef Q_OS_UNIX
-        // A limit on the size of a file fails in the middle of the writing, as a full disk does: at once, or
-        // not before what is left in memory goes out.
-        rlimit before{};
-        getrlimit(RLIMIT_FSIZE, &before);
-        const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit small{4096, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-        for (const int size : {5000, 300000})
-            refuses("write", QStringLiteral("a.xml"),
-                    [size](const QString &path) { SaveFile(path, QString(size, u'n')); });
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, oldHandler);
-#endif
     }
 
     void deletes()

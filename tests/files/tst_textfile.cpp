@@ -4,7 +4,6 @@
 #include "files/RunTimeError.h"
 #include "files/TestFiles.h"
 #include "files/TextFile.h"
-#include "keeping/UnsavedTexts.h"
 
 #include <QRandomGenerator>
 
@@ -154,19 +153,6 @@ private slots:
         QCOMPARE(changed(), QStringLiteral("+++-"));
         QCOMPARE(savingQuestion(QStringLiteral("?"), gone), QStringLiteral("?"));
         QCOMPARE(savingQuestion(QStringLiteral("?"), path), QStringLiteral("?"));
-    }
-
-    void unsavedTexts()
-    {
-        const TestFiles files;
-        setRecoveryFolder(files.folder());
-        const QString text = QStringLiteral("\r\n<a/>\n") + QChar(0xD800);
-        for (const QString &document :
-             {QString(), files.path(QStringLiteral("a.xml")), QStringLiteral("a\nb.xml")}) {
-            keepUnsaved(UnsavedFile::forNew(document).path(), document, text);
-            QCOMPARE(unsavedTextsOf(document).value(0).text, text);
-        }
-        setRecoveryFolder({});
     }
 };
 

@@ -5,7 +5,6 @@
 #include "outline/OutlineChecks.h"
 #include "outline/Values.h"
 
-#include <QRandomGenerator>
 #include <QTest>
 
 using namespace quillmere;
@@ -35,48 +34,6 @@ QString asText(const Outline &outline)
         text += u"stray " + outline.at(tag) + u'\n';
     for (const Comment &comment : outline.comments())
         text += (comment.closed ? u"comment " : u"open comment ") + outline.at(comment.range) + u'\n';
-    return text;
-}
-
-// The pieces that broken windows are made of.
-QString randomText(QRandomGenerator &random, int pieces)
-{
-    static const QStringList parts = {
-        QStringLiteral("<widget "),
-        QStringLiteral("<WIDGET class=\"text\" name=\"a\">"),
-        QStringLiteral("</widget>"),
-        QStringLiteral("<style "),
-        QStringLiteral("</style>"),
-        QStringLiteral("<\u017Ftyle "), // folds to the same
-        QStringLiteral("<children>"),
-        QStringLiteral("</children>"),
-        QStringLiteral("<wid"),
-        QStringLiteral("get "),
-        QStringLiteral("<"),
-        QStringLiteral("widget "),
-        QStringLiteral("</chil"),
-        QStringLiteral("dren>"),
-        QStringLiteral("<property>"),
-        QStringLiteral("</property>"),
-        QStringLiteral("<signal>"),
-        QStringLiteral("</signal>"),
-        QStringLiteral("<rect>[1,2 , -3,4]"),
-        QStringLiteral("</rect>"),
-        QStringLiteral("<img/>"),
-        QStringLiteral("<b>"),
-        QStringLiteral("</b>"),
-        QStringLiteral("<!--"),
-        QStringLiteral("-->"),
-        QStringLiteral(" name=\"x>y\""),
-        QStringLiteral("\""),
-        QStringLiteral(">"),
-        QStringLiteral("/>"),
-        QStringLiteral("<?"),
-        QStringLiteral(" \r\n"),
-    };
-    QString text;
-    for (int i = 0; i < pieces; ++i)
-        text += parts[random.bounded(parts.size())];
     return text;
 }
 
@@ -130,20 +87,6 @@ private slots:
         const Outline outline(text);
         QTEST(asText(outline), "expected");
         QCOMPARE(twins::brokenPromise(outline), QString());
-    }
-
-    void randomTexts()
-    {
-        QRandomGenerator random(11);
-        for (int round = 0; round < 4000; ++round) {
-            const Outline outline(randomText(random, random.bounded(40)));
-            const QString broken = twins::brokenPromise(outline);
-            QVERIFY2(broken.isEmpty(), qPrintable(broken + u"\n" + outline.text()));
-            for (qsizetype at = 0; at <= outline.text().size(); ++at) {
-                const CaretPlace place = caretPlace(outline, at);
-                QVERIFY2(place.word.touches(at), qPrintable(outline.text()));
-            }
-        }
     }
 
     // Each of these would take minutes if anything were done once for every level or every pair.

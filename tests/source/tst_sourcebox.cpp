@@ -210,6 +210,9 @@ void TestSourceBox::commandsKeepTheCaret()
     box.select(given.indexOf(u"word2"_s), 0);
     box.rewrite(QString(given).replace(u"[10,20,30,40]"_s, u"[8,16,24,32]"_s));
     QVERIFY(box.text().mid(box.selectionStart()).startsWith(u"word2"_s));
+    box.undoByKey();
+    QCOMPARE(box.text(), given);
+    QCOMPARE(box.selectionStart(), given.indexOf(u"word2"_s));
 }
 
 void TestSourceBox::numbersAreWideEnough()
