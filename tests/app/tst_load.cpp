@@ -1,6 +1,7 @@
 #include "app/WindowFixture.h"
 
 #include "controls/ListView.h"
+#include "preview/forms/LateRender.h"
 #include "source/forms/SourceBox.h"
 
 #include <QClipboard>
@@ -45,6 +46,11 @@ public:
 
     QString block(int row) const { return blocks->index(row, 1).data().toString(); }
     bool isBehind() const { return !label->text().isEmpty(); }
+    bool isDrawing() const { return worker->activeThreadCount() > 0; }
+    bool beginsToDraw() const
+    {
+        return QTest::qWaitFor([this] { return isDrawing(); }, 20000);
+    }
     bool catchesUp() const
     {
         return QTest::qWaitFor([this] { return !isBehind(); }, 20000);
@@ -53,6 +59,7 @@ public:
     SourceBox *source = find<SourceBox>("txtSnippet");
     QAbstractItemModel *blocks = find<ListView>("lvBlock")->model();
     QLabel *label = find<QLabel>("lblPreview");
+    QThreadPool *worker = skin->findChild<LateRender *>()->findChild<QThreadPool *>();
     QString html() const { return find<QWidget>("txtHtml")->property("plainText").toString(); }
 };
 
@@ -104,24 +111,27 @@ void TestLoad::drawsWhenTypingPauses()
     QCOMPARE(rowsAsText(window.blocks), rows);
     QVERIFY(window.html() == html);
 
-    // A key gives up what is under way, wherever that is.
-    for (int pause = 240; pause < 600; pause += 60) {
+    // A key gives up what is under way, and so does another document.
+    for (int key = 0; key < 3; ++key) {
         QTest::keyClicks(window.source, QStringLiteral("z"));
-        QTest::qWait(pause);
+        QVERIFY(window.beginsToDraw());
     }
+    QTest::keyClicks(window.source, QStringLiteral("z"));
     QVERIFY(window.catchesUp());
-    QCOMPARE(window.block(7), QString(u"xy" + QString(6, u'z') + u"t7"));
+    QCOMPARE(window.block(7), QStringLiteral("xyzzzzt7"));
     QVERIFY(window.html().contains(window.block(7)));
 
-    // Another document, and the end of the window, come before the page of the one before.
     QTest::keyClicks(window.source, QStringLiteral("w"));
+    QVERIFY(window.beginsToDraw());
     window.source->setText(QStringLiteral("<widget name=\"other\">"));
-    QTest::qWait(600);
-    QVERIFY(window.catchesUp());
+    QVERIFY(QTest::qWaitFor([&] { return !window.isDrawing(); }, 20000) && window.catchesUp());
+    QCoreApplication::processEvents(); // in which the page of the one before would come
     QCOMPARE(window.blocks->rowCount(), 1);
+
+    // The window may go while its page is made.
     window.source->setText(largeText());
     QTest::keyClicks(window.source, QStringLiteral("w"));
-    QTest::qWait(280);
+    QVERIFY(window.beginsToDraw());
 }
 
 void TestLoad::catchesUpFirst()
@@ -186,13 +196,15 @@ void TestLoad::coloursInPortions()
     plain.setText(text);
     QVERIFY(QTest::qWaitFor([&] { return isColoured(box) && isColoured(plain); }, 20000));
     const QSignalSpy changed(&box, &SourceBox::changed);
-    const auto asComment = [&] {
-        const auto formats = box.document()->lastBlock().previous().layout()->formats();
+    const auto isComment = [](const QTextBlock &line) {
+        const auto formats = line.layout()->formats();
         return formats.size() == 1 && formats[0].format.fontItalic();
     };
+    const auto asComment = [&] { return isComment(box.document()->lastBlock().previous()); };
     QTest::keyClicks(&box, QStringLiteral("<!--"));
     QVERIFY(!asComment());
-    QTest::qWait(10); // some portions, and then the way back
+    // Some portions, and then the way back.
+    QVERIFY(QTest::qWaitFor([&] { return isComment(box.document()->findBlockByNumber(100)); }, 20000));
     for (int key = 0; key < 4; ++key)
         QTest::keyClick(&box, Qt::Key_Backspace);
     QVERIFY(QTest::qWaitFor([&] { return coloursOf(box) == coloursOf(plain); }, 20000));

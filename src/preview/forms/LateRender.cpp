@@ -16,7 +16,7 @@ Rendered renderPage(const RenderInput &input)
     return rendered;
 }
 
-LateRender::LateRender(QObject *parent) : QObject(parent)
+LateRender::LateRender(QObject *parent) : QObject(parent), m_worker(this)
 {
     m_worker.setMaxThreadCount(1);
 }

@@ -80,7 +80,7 @@ private:
     CaptionBox *frBc;
     ListView *LvBlock2;
     TextHolder *txtHtml;
-    LateRender m_late;
+    LateRender m_late{this};
     LateWork m_work; // the page of the text
     bool m_behind = false;
     bool m_sameList = false; // nothing but keys has come between lvBlock and the text
