@@ -2,6 +2,7 @@
 
 #include "app/OpenDocument.h"
 #include "app/StatusLine.h"
+#include "asking/Talk.h"
 #include "files/LoadedFiles.h"
 #include "theme/ThemeProject.h"
 
@@ -17,14 +18,15 @@ const QString kCodePage = QStringLiteral("codePage");
 }
 
 CodePageChoice::CodePageChoice(StatusLine &status, ThemeProject &theme, OpenDocument &window,
-                               std::function<void()> loadTheme, const Guard &guard, QObject *parent)
-    : QObject(parent), m_status(status), m_theme(theme), m_window(window), m_loadTheme(std::move(loadTheme))
+                               std::function<void()> loadTheme, Talk &talk, QObject *parent)
+    : QObject(parent), m_status(status), m_theme(theme), m_window(window), m_loadTheme(std::move(loadTheme)),
+      m_talk(talk)
 {
     if (QSettings().value(kCodePage).toString() == u"1252")
         m_theme.rule = CodePageRule::Windows1252;
     m_status.showRule(m_theme.rule);
     connect(&status, &StatusLine::ruleChosen, this,
-            [this, guard](CodePageRule rule) { guard([&] { choose(rule); }); });
+            [this](CodePageRule rule) { m_talk.run([&] { choose(rule); }); });
 }
 
 void CodePageChoice::choose(CodePageRule rule)
@@ -51,7 +53,7 @@ void CodePageChoice::choose(CodePageRule rule)
     if (again)
         m_window.show(std::move(window));
     else if (!open.path().isEmpty())
-        m_status.say(tr("The open text keeps its code page until it is saved and opened again."));
+        m_talk.say(tr("The open text keeps its code page until it is saved and opened again."));
 }
 
 } // namespace quillmere

@@ -10,6 +10,7 @@ namespace quillmere {
 
 class OpenDocument;
 class StatusLine;
+class Talk;
 class ThemeProject;
 
 // By which rule bytes become text: the person's choice in the status line, remembered. It holds for what is
@@ -19,11 +20,9 @@ class CodePageChoice : public QObject
     Q_OBJECT
 
 public:
-    using Guard = std::function<void(const std::function<void()> &)>;
-
     // `loadTheme` opens the theme again. Whoever cancels it cancels the choice.
     CodePageChoice(StatusLine &status, ThemeProject &theme, OpenDocument &window,
-                   std::function<void()> loadTheme, const Guard &guard, QObject *parent = nullptr);
+                   std::function<void()> loadTheme, Talk &talk, QObject *parent = nullptr);
 
 private:
     void choose(CodePageRule rule);
@@ -32,6 +31,7 @@ private:
     ThemeProject &m_theme;
     OpenDocument &m_window;
     std::function<void()> m_loadTheme;
+    Talk &m_talk;
 };
 
 } // namespace quillmere

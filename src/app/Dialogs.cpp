@@ -1,6 +1,7 @@
 #include "app/Dialogs.h"
 
 #include "app/frmAbout.h"
+#include "asking/Talk.h"
 #include "controls/Commands.h"
 #include "keeping/forms/frmRestore.h"
 #include "replace/forms/frmReplace.h"
@@ -14,20 +15,20 @@
 
 namespace quillmere {
 
-Dialogs::Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Files &files,
-                 Prompts &prompts, Guard guard, std::function<void()> showSource,
-                 std::function<void(const QString &)> restored, LongRun runLong)
-    : m_window(window), m_sourceTab(sourceTab), m_theme(theme), m_files(files), m_prompts(prompts),
-      m_guard(std::move(guard)), m_showSource(std::move(showSource)), m_restored(std::move(restored)),
-      m_runLong(std::move(runLong)), m_findNext(new QAction(QObject::tr("Find Next"), &window))
+Dialogs::Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Files &files, Talk &talk,
+                 std::function<void()> showSource, std::function<void(const QString &)> restored)
+    : m_window(window), m_sourceTab(sourceTab), m_theme(theme), m_files(files), m_talk(talk),
+      m_showSource(std::move(showSource)), m_restored(std::move(restored)),
+      m_findNext(new QAction(QObject::tr("Find Next"), &window))
 {
     m_findNext->setObjectName(QStringLiteral("findNext"));
     m_findNext->setShortcut(Qt::Key_F3);
     m_window.addAction(m_findNext);
-    QObject::connect(m_findNext, &QAction::triggered, &window, [this] { m_guard([this] { findNext(); }); });
+    QObject::connect(m_findNext, &QAction::triggered, &window,
+                     [this] { m_talk.run([this] { findNext(); }); });
     QObject::connect(&sourceTab, &SourceTab::blockOpened, &window,
                      [this](const QString &name, const QString &className) {
-                         m_guard([&] { openBlock(name, className); });
+                         m_talk.run([&] { openBlock(name, className); });
                      });
 }
 
@@ -72,7 +73,7 @@ frmReplace &Dialogs::replaceDialog()
                     source->setFocus(); // of its window; the keyboard stays in the dialog
                 },
                 [this] { return m_theme.rule; }},
-            m_files, m_prompts, m_guard, m_window);
+            m_files, m_talk, m_window);
         m_replace->addAction(m_findNext);
     }
     return *m_replace;
@@ -86,8 +87,7 @@ void Dialogs::findNext()
 
 void Dialogs::openRestore()
 {
-    auto *restore = new frmRestore(m_theme.folder(), m_theme.allFiles(), m_files, m_prompts, m_guard,
-                                   m_runLong, &m_window);
+    auto *restore = new frmRestore(m_theme.folder(), m_theme.allFiles(), m_files, m_talk, &m_window);
     restore->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(restore, &frmRestore::restored, &m_window, m_restored);
     restore->open();

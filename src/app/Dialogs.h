@@ -14,7 +14,7 @@ namespace quillmere {
 
 class Commands;
 class Files;
-class Prompts;
+class Talk;
 class SourceTab;
 class ThemeProject;
 class frmReplace;
@@ -24,14 +24,10 @@ class frmWidget;
 class Dialogs
 {
 public:
-    // Runs a command and shows what goes wrong in it.
-    using Guard = std::function<void(const std::function<void()> &)>;
-
     // `showSource` turns to the Source tab; `restored` is given the path of a file that was written anew from
     // one of its versions.
-    Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Files &files, Prompts &prompts,
-            Guard guard, std::function<void()> showSource, std::function<void(const QString &path)> restored,
-            LongRun runLong);
+    Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Files &files, Talk &talk,
+            std::function<void()> showSource, std::function<void(const QString &path)> restored);
     ~Dialogs();
 
     void addCommands(Commands &menu);
@@ -46,11 +42,9 @@ private:
     SourceTab &m_sourceTab;
     const ThemeProject &m_theme;
     Files &m_files;
-    Prompts &m_prompts;
-    Guard m_guard;
+    Talk &m_talk;
     std::function<void()> m_showSource;
     std::function<void(const QString &)> m_restored;
-    LongRun m_runLong;
     QAction *m_findNext; // F3
     std::unique_ptr<frmWidget> m_properties;
     std::unique_ptr<frmReplace> m_replace;

@@ -1,5 +1,7 @@
 #include "app/MainMenu.h"
 
+#include "asking/Talk.h"
+
 #include <QMenu>
 #include <QMenuBar>
 
@@ -96,7 +98,7 @@ constexpr Item kItems[] = {
 
 } // namespace
 
-MainMenu::MainMenu(QMenuBar &bar, std::function<void(const Command &)> guard) : m_guard(std::move(guard))
+MainMenu::MainMenu(QMenuBar &bar, Talk &talk) : m_talk(talk)
 {
     for (const Item &item : kItems) {
         const QString name = QLatin1String(item.name);
@@ -124,7 +126,7 @@ void MainMenu::on(const char *name, const Command &command)
 {
     QAction *item = action(name);
     item->setEnabled(true);
-    QObject::connect(item, &QAction::triggered, item, [this, command] { m_guard(command); });
+    QObject::connect(item, &QAction::triggered, item, [this, command] { m_talk.run(command); });
 }
 
 QAction *MainMenu::insert(const char *before, const QString &name, const QString &caption,
@@ -136,7 +138,7 @@ QAction *MainMenu::insert(const char *before, const QString &name, const QString
     auto *item = new QAction(QString(caption).replace(u'&', QLatin1String("&&")), menu);
     item->setObjectName(name);
     menu->insertAction(next, item);
-    QObject::connect(item, &QAction::triggered, item, [this, command] { m_guard(command); });
+    QObject::connect(item, &QAction::triggered, item, [this, command] { m_talk.run(command); });
     return item;
 }
 

@@ -10,13 +10,14 @@ class QMenuBar;
 
 namespace quillmere {
 
+class Talk;
+
 // The menu tree. Every item is found by its name, "mnuSave" or "mnuV(0)". A command without a handler is
 // disabled.
 class MainMenu : public Commands
 {
 public:
-    // `guard` runs a command and shows what goes wrong in it.
-    MainMenu(QMenuBar &bar, std::function<void(const Command &)> guard);
+    MainMenu(QMenuBar &bar, Talk &talk);
 
     void on(const char *name, const Command &command) override;
     void setEnabled(const char *name, bool enabled);
@@ -26,7 +27,7 @@ public:
     QMenu *menu(const char *name) const;
 
 private:
-    std::function<void(const Command &)> m_guard;
+    Talk &m_talk; // runs the commands
     QHash<QByteArray, QAction *> m_actions;
     QHash<QByteArray, QMenu *> m_menus;
 };

@@ -1,7 +1,7 @@
 #include "app/OpenDocument.h"
 
 #include "app/StatusLine.h"
-#include "asking/Prompts.h"
+#include "asking/Talk.h"
 #include "asking/forms/AskToWrite.h"
 #include "browser/forms/WebBrowser.h"
 #include "files/LoadedFiles.h"
@@ -26,13 +26,10 @@ constexpr int kDaysKept = 60;  // an unsaved text that opening its document show
 } // namespace
 
 OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status,
-                           OutsideChanges &outside, Files &files, Prompts &prompts, Guard guard,
-                           LongRun runLong, QObject *parent)
+                           OutsideChanges &outside, Files &files, Talk &talk, QObject *parent)
     : QObject(parent), m_source(source), m_frame(frame), m_status(status), m_outside(outside), m_files(files),
-      m_prompts(prompts), m_guard(std::move(guard)), m_runLong(std::move(runLong)),
-      m_recovery(new Recovery(source, *status.offers, this))
+      m_talk(talk), m_recovery(new Recovery(source, *status.offers, talk, this))
 {
-    connect(m_recovery, &Recovery::hint, &m_status, &StatusLine::say);
     connect(m_recovery, &Recovery::restored, this, &OpenDocument::textRestored);
     m_recovery->opened({});
     // Beside the window's thread: the documents may lie on a disk that does not answer.
@@ -54,8 +51,8 @@ void OpenDocument::open(const QString &path, const QString &theme, CodePageRule 
     const qint64 size = QFileInfo(findFile(path)).size();
     const qint64 megabytes = size / kMegabyte;
     if (megabytes >= kAskFrom && size <= kLargestFile && // or it is not read at all
-        !m_prompts.ask(tr("Open"),
-                       tr("%1 has %2 MB and takes a while to open. Open it?").arg(path).arg(megabytes)))
+        !m_talk.ask(tr("Open"),
+                    tr("%1 has %2 MB and takes a while to open. Open it?").arg(path).arg(megabytes)))
         return;
     const QString kept = m_recovery->keepNow() ? m_document.path() : QString();
     LoadedForNow loaded; // the file may be read and its text then be cancelled
@@ -63,8 +60,8 @@ void OpenDocument::open(const QString &path, const QString &theme, CodePageRule 
     loaded.keep();
     show(std::move(window));
     if (!kept.isEmpty() && kept != path)
-        m_status.say(tr("%1. The unsaved text of %2 is kept and offered when that is opened again.")
-                         .arg(path, QFileInfo(kept).fileName()));
+        m_talk.say(tr("%1. The unsaved text of %2 is kept and offered when that is opened again.")
+                       .arg(path, QFileInfo(kept).fileName()));
 }
 
 void OpenDocument::reload()
@@ -92,7 +89,7 @@ QString OpenDocument::leftFromAnother(const QString &theme) const
 ReadyWindow OpenDocument::read(const QString &path, const QString &theme, CodePageRule rule) const
 {
     ReadyWindow window;
-    m_runLong(tr("Opening the window"), [&](const Progress &progress) {
+    m_talk.runLong(tr("Opening the window"), [&](const Progress &progress) {
         window.file = Document::open(path, theme, rule, progress);
         QString text = window.file.text();
         window.text = makeReady(FormatXML(text), progress);
@@ -109,31 +106,31 @@ void OpenDocument::show(ReadyWindow window)
     m_frame.setCaption(path);
     m_status.showCodePage(m_document.encoding().page);
     m_source.setText(std::move(window.text));
-    m_status.say(path);
+    m_talk.say(path);
     m_recovery->opened(path);
     // What is unsaved is kept by opening and offered again afterwards.
-    m_outside.watch(QStringLiteral("document"), {{path, [this] { m_guard([this] { reload(); }); }, {}}});
+    m_outside.watch(QStringLiteral("document"), {{path, [this] { m_talk.run([this] { reload(); }); }, {}}});
 }
 
 void OpenDocument::save()
 {
     const QString path = m_document.path();
     if (path.isEmpty()) {
-        m_prompts.tell(QStringLiteral("Simpan File"),
-                       tr("No file is open: double-click a window on the Widget tab first."),
-                       Prompts::Icon::Information);
+        m_talk.tell(QStringLiteral("Simpan File"),
+                    tr("No file is open: double-click a window on the Widget tab first."),
+                    Talk::Icon::Information);
         return;
     }
     // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
     const WriteQuestion question = {QStringLiteral("Simpan File"),
                                     QStringLiteral("Benar mau menyimpan file?"), path, m_document.theme()};
-    if (!askToWrite(m_files, m_prompts, question, No::IsIgnored))
+    if (!askToWrite(m_files, m_talk, question, No::IsIgnored))
         return;
     m_document.save(m_files, textToSave(m_source.text()));
     m_source.document()->setModified(false);
     m_status.showCodePage(m_document.encoding().page);
     m_recovery->saved();
-    m_status.say(tr("%1 saved.").arg(path));
+    m_talk.say(tr("%1 saved.").arg(path));
 }
 
 bool OpenDocument::mayClose()
@@ -141,8 +138,8 @@ bool OpenDocument::mayClose()
     try {
         m_recovery->keepNow();
     } catch (const RunTimeError &error) {
-        return m_prompts.ask(QStringLiteral("Quillmere"),
-                             tr("%1\nLeave all the same, and lose what is not saved?").arg(error.message()));
+        return m_talk.ask(QStringLiteral("Quillmere"),
+                          tr("%1\nLeave all the same, and lose what is not saved?").arg(error.message()));
     }
     return true;
 }

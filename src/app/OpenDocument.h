@@ -14,7 +14,7 @@ namespace quillmere {
 class Files;
 class OutsideChanges;
 class PreviewFrame;
-class Prompts;
+class Talk;
 class Recovery;
 class StatusLine;
 
@@ -31,10 +31,8 @@ class OpenDocument : public QObject
     Q_OBJECT
 
 public:
-    using Guard = std::function<void(const std::function<void()> &)>;
-
     OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status, OutsideChanges &outside,
-                 Files &files, Prompts &prompts, Guard guard, LongRun runLong, QObject *parent = nullptr);
+                 Files &files, Talk &talk, QObject *parent = nullptr);
 
     // Has no path before a window was opened; its text is the one in the source box.
     const Document &document();
@@ -64,9 +62,7 @@ private:
     StatusLine &m_status;
     OutsideChanges &m_outside;
     Files &m_files;
-    Prompts &m_prompts;
-    Guard m_guard;
-    LongRun m_runLong;
+    Talk &m_talk;
     Document m_document;
     Recovery *m_recovery;
 };

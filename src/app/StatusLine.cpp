@@ -58,12 +58,6 @@ StatusLine::StatusLine(QStatusBar &bar)
     showRule(CodePageRule::Automatic);
 }
 
-void StatusLine::say(const QString &hint)
-{
-    m_bar.showMessage(hint);
-    m_bar.repaint(); // now: long work says how far it is without going back to the event loop
-}
-
 void StatusLine::showCaret(int line, int column)
 {
     m_caret->setText(tr("Line %1, column %2").arg(line).arg(column));

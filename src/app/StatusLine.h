@@ -25,7 +25,6 @@ class StatusLine : public QObject
 public:
     explicit StatusLine(QStatusBar &bar);
 
-    void say(const QString &hint);
     void showCaret(int line, int column); // both 1-based
     void showBlocks(int count);
     void showCodePage(CodePage page);

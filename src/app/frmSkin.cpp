@@ -8,8 +8,6 @@
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
 #include "app/ThemeTab.h"
-#include "asking/forms/LongWork.h"
-#include "asking/forms/MessagePrompts.h"
 #include "browser/forms/WebBrowser.h"
 #include "catalogues/forms/ColorTab.h"
 #include "catalogues/forms/FontTab.h"
@@ -61,9 +59,7 @@ const QString kGeometry = QStringLiteral("window/geometry");
 } // namespace
 
 frmSkin::frmSkin(Files &files, Prompts *prompts, QWidget *parent)
-    : QMainWindow(parent), m_ownPrompts(prompts ? nullptr : std::make_unique<MessagePrompts>(this)),
-      m_prompts(prompts ? *prompts : *m_ownPrompts), m_files(files), m_runLong(longRunIn(*statusBar())),
-      m_menu(*menuBar(), [this](const MainMenu::Command &command) { guarded(command); }),
+    : QMainWindow(parent), m_talk(*this, prompts), m_files(files), m_menu(*menuBar(), m_talk),
       m_page(new QWidget(this)), TabStrip4(new TabStrip(m_page)), frmWb(new PreviewFrame(m_page))
 {
     setObjectName(QStringLiteral("frmSkin"));
@@ -101,37 +97,34 @@ void frmSkin::showFirst()
 void frmSkin::makeTabs()
 {
     m_themeTab = new ThemeTab(m_theme.lvTheme, m_theme.File1, m_page);
-    m_widgetTab = new WidgetTab(m_theme.widgets, m_theme.File1, m_files, m_prompts, m_page);
-    m_imageTab =
-        new ImageTab(m_theme.images, m_theme.widgets.LvWidget, m_files, m_prompts, m_runLong, m_page);
-    m_colorTab = new ColorTab(m_theme.lvColor, m_theme.colours, m_files, m_prompts, m_page);
+    m_widgetTab = new WidgetTab(m_theme.widgets, m_theme.File1, m_files, m_talk, m_page);
+    m_imageTab = new ImageTab(m_theme.images, m_theme.widgets.LvWidget, m_files, m_talk, m_page);
+    m_colorTab = new ColorTab(m_theme.lvColor, m_theme.colours, m_files, m_talk, m_page);
     m_langTab = new LangTab(m_theme.lvLang, m_theme.languageList, m_theme.language, m_theme.File1, m_files,
-                            m_prompts, m_page);
+                            m_talk, m_page);
     m_fontTab = new FontTab(m_theme.lvFont, m_page);
-    m_keymapTab = new KeymapTab(m_theme.lvKeyGroup, m_theme.lvKeyMap, m_theme.keymapFile, m_page);
-    m_panelTab = new PanelTab(m_page);
+    m_keymapTab = new KeymapTab(m_theme.lvKeyGroup, m_theme.lvKeyMap, m_theme.keymapFile, m_talk, m_page);
+    m_panelTab = new PanelTab(m_talk, m_page);
     m_scans =
-        new ScanCommands(m_theme.widgets.LvWidget, m_theme.images.document, m_theme.lvColor, m_runLong, this);
+        new ScanCommands(m_theme.widgets.LvWidget, m_theme.images.document, m_theme.lvColor, m_talk, this);
     m_sourceTab = new SourceTab([this] { return m_theme.images.lookup(); }, m_theme.lvFont, m_theme.widgets,
-                                m_prompts, m_page);
+                                m_talk, m_page);
     frYt = {m_themeTab, m_widgetTab, m_imageTab, m_colorTab, m_langTab,
             m_fontTab,  m_keymapTab, m_panelTab, m_sourceTab};
     for (TabFrame *frame : std::as_const(frYt)) {
         frame->move(toPixels(kFrameLeft), toPixels(kFrameTop));
         frame->hide();
     }
-    const auto guard = [this](const auto &command) { guarded(command); };
-    m_outside = new OutsideChanges(*m_status->offers, m_theme, *m_langTab, guard, this);
-    m_document = new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_files, m_prompts,
-                                  guard, m_runLong, this);
+    m_outside = new OutsideChanges(*m_status->offers, m_theme, *m_langTab, m_talk, this);
+    m_document =
+        new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_files, m_talk, this);
     new CodePageChoice(
-        *m_status, m_theme, *m_document, [this] { loadTheme(m_theme.folder()); }, guard, this);
+        *m_status, m_theme, *m_document, [this] { loadTheme(m_theme.folder()); }, m_talk, this);
     connectTabs();
 }
 
 void frmSkin::connectTabs()
 {
-    connect(m_outside, &OutsideChanges::hint, m_status, &StatusLine::say);
     connect(m_document, &OpenDocument::textRestored, this,
             [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); });
     connect(m_outside, &OutsideChanges::reloaded, this,
@@ -142,12 +135,11 @@ void frmSkin::connectTabs()
             TabStrip4_Click();
     });
     connect(m_themeTab->Dir1, &DirListBox::pathChanged, this,
-            [this](const QString &path) { guarded([&] { Dir1_Change(path); }); });
+            [this](const QString &path) { m_talk.run([&] { Dir1_Change(path); }); });
     connect(m_widgetTab, &WidgetTab::documentChosen, this, [this](const QString &path, const QString &theme) {
-        guarded([&] { openDocument(path, theme); });
+        m_talk.run([&] { openDocument(path, theme); });
     });
     connect(m_widgetTab, &WidgetTab::markupChosen, this, &frmSkin::BuildWidgetHtml);
-    connect(m_widgetTab, &WidgetTab::hint, m_status, &StatusLine::say);
     connect(m_colorTab, &ColorTab::entryOpened, this, [this](const QString &name, const QString &code) {
         colourDialog().NamaFile = m_theme.colours.document.path();
         colourDialog().NamaColor = name;
@@ -155,17 +147,11 @@ void frmSkin::connectTabs()
     });
     connect(m_colorTab, &ColorTab::colourOpened, this,
             [this](int red, int green, int blue) { colourDialog().showColour(red, green, blue); });
-    connect(m_colorTab, &ColorTab::hint, m_status, &StatusLine::say);
-    connect(m_imageTab, &ImageTab::hint, m_status, &StatusLine::say);
     connect(m_imageTab, &ImageTab::wanted, this,
             [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_imageTab))); });
-    connect(m_keymapTab, &KeymapTab::hint, m_status, &StatusLine::say);
-    connect(m_panelTab, &PanelTab::hint, m_status, &StatusLine::say);
-    connect(m_scans, &ScanCommands::hint, m_status, &StatusLine::say);
-    connect(m_langTab, &LangTab::hint, m_status, &StatusLine::say);
     connect(m_sourceTab, &SourceTab::pageReady, frmWb->wb, &WebBrowser::write);
     connect(frmWb, &PreviewFrame::fixedChanged, m_sourceTab, &SourceTab::setFixed);
-    connect(frmWb->wb, &WebBrowser::failed, m_status, &StatusLine::say);
+    connect(frmWb->wb, &WebBrowser::failed, this, [this](const QString &why) { m_talk.say(why); });
     connect(m_sourceTab, &SourceTab::textChanged, this, &frmSkin::enableSourceMenus);
     m_status->watchPreview(*m_sourceTab, *frmWb->wb);
     const auto blocksListed = [this] {
@@ -199,9 +185,9 @@ void frmSkin::makeMenu()
     m_menu.on("mnuColCode(1)", [this] { mnuColCode_Click(ColourForm::Code); });
     m_menu.on("mnuColCode(2)", [this] { mnuColCode_Click(ColourForm::Name); });
     m_dialogs = std::make_unique<Dialogs>(
-        *this, *m_sourceTab, m_theme, m_files, m_prompts, [this](const auto &command) { guarded(command); },
+        *this, *m_sourceTab, m_theme, m_files, m_talk,
         [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); },
-        [this](const QString &path) { fileRestored(path); }, m_runLong);
+        [this](const QString &path) { fileRestored(path); });
     m_dialogs->addCommands(m_menu);
     m_recent = std::make_unique<RecentThemes>(*m_menu.menu("mnuRecentThemes"),
                                               [this](const QString &folder) { openTheme(folder); });
@@ -210,18 +196,7 @@ void frmSkin::makeMenu()
 void frmSkin::makeStatusLine()
 {
     m_status = new StatusLine(*statusBar());
-    m_status->say(tr("Press Ctrl+O, or choose a folder named \"theme\" in the list, to open a theme."));
-}
-
-void frmSkin::guarded(const std::function<void()> &command)
-{
-    try {
-        command();
-    } catch (const Cancelled &) {
-        m_status->say(tr("Cancelled."));
-    } catch (const RunTimeError &error) {
-        m_prompts.tell(QStringLiteral("Quillmere"), error.message(), Prompts::Icon::Critical);
-    }
+    m_talk.say(tr("Press Ctrl+O, or choose a folder named \"theme\" in the list, to open a theme."));
 }
 
 void frmSkin::resizeEvent(QResizeEvent *event)
@@ -279,7 +254,7 @@ void frmSkin::enableSourceMenus()
 void frmSkin::openTheme(const QString &folder)
 {
     if (!m_themeTab->Dir1->setPath(folder))
-        m_status->say(tr("There is no folder %1.").arg(folder));
+        m_talk.say(tr("There is no folder %1.").arg(folder));
 }
 
 void frmSkin::Dir1_Change(const QString &path)
@@ -287,19 +262,19 @@ void frmSkin::Dir1_Change(const QString &path)
     m_theme.File1.setPath(path);
     setWindowTitle(u" :: Quillmere :: " + path);
     if (!isThemeFolder(path)) {
-        m_status->say(tr("%1 is no theme: a theme's folder is named \"theme\".").arg(path));
+        m_talk.say(tr("%1 is no theme: a theme's folder is named \"theme\".").arg(path));
         return;
     }
     m_sinceTheme.start();
     if (!loadTheme(path))
-        m_status->say(tr("There is no theme.xml in %1; what was open stays open.").arg(path));
+        m_talk.say(tr("There is no theme.xml in %1; what was open stays open.").arg(path));
 }
 
 bool frmSkin::loadTheme(const QString &folder)
 {
     bool found = false;
-    m_runLong(tr("Opening the theme"),
-              [&](const Progress &progress) { found = m_theme.LoadTheme(folder, progress); });
+    m_talk.runLong(tr("Opening the theme"),
+                   [&](const Progress &progress) { found = m_theme.LoadTheme(folder, progress); });
     return found;
 }
 
@@ -315,16 +290,16 @@ void frmSkin::themeLoaded()
     frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
     m_recent->add(m_theme.folder());
     const QString left = m_document->leftFromAnother(m_theme.folder());
-    m_status->say(tr("Theme opened: %1 windows, %2 images, %3 colours, %4 fonts. %5")
-                      .arg(m_theme.widgets.LvWidget.count())
-                      .arg(m_theme.images.rows.count())
-                      .arg(m_theme.lvColor.count())
-                      .arg(m_theme.lvFont.count())
-                      .arg(left.isEmpty() ? tr("Double-click a window on the Widget tab.") : left));
+    m_talk.say(tr("Theme opened: %1 windows, %2 images, %3 colours, %4 fonts. %5")
+                   .arg(m_theme.widgets.LvWidget.count())
+                   .arg(m_theme.images.rows.count())
+                   .arg(m_theme.lvColor.count())
+                   .arg(m_theme.lvFont.count())
+                   .arg(left.isEmpty() ? tr("Double-click a window on the Widget tab.") : left));
     if (m_theme.panel)
         m_panelTab->showSettings(*m_theme.panel);
     if (!m_theme.problems().isEmpty())
-        m_prompts.tell(QStringLiteral("Quillmere"), m_theme.problems().text(), Prompts::Icon::Critical);
+        m_talk.tell(QStringLiteral("Quillmere"), m_theme.problems().text(), Talk::Icon::Critical);
 }
 
 void frmSkin::openDocument(const QString &path, const QString &theme)
@@ -373,7 +348,7 @@ frmcolor &frmSkin::colourDialog()
 {
     if (!m_frmcolor) {
         const auto selectedRow = [this] { return m_colorTab->selectedRow(); };
-        m_frmcolor = new frmcolor(m_theme.lvColor, selectedRow, m_prompts, this);
+        m_frmcolor = new frmcolor(m_theme.lvColor, selectedRow, m_talk, this);
         m_frmcolor->move(frmWb->mapToGlobal(QPoint(kBesideList, kBesideList)));
     }
     return *m_frmcolor;
@@ -388,7 +363,7 @@ void frmSkin::mnuColCode_Click(ColourForm to)
 void frmSkin::fileRestored(const QString &path)
 {
     m_outside->fileReplaced(path);
-    m_status->say(tr("%1 restored.").arg(path));
+    m_talk.say(tr("%1 restored.").arg(path));
 }
 
 } // namespace quillmere

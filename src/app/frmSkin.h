@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/MainMenu.h"
+#include "asking/forms/WindowTalk.h"
 #include "catalogues/ColourConversion.h"
 #include "files/Files.h"
 #include "theme/ThemeProject.h"
@@ -81,13 +82,10 @@ private:
     frmcolor &colourDialog();
     void mnuColCode_Click(ColourForm to);
     void fileRestored(const QString &path);
-    void guarded(const std::function<void()> &command);
 
-    std::unique_ptr<Prompts> m_ownPrompts;
-    Prompts &m_prompts;
+    WindowTalk m_talk;
     Files &m_files;
     ThemeProject m_theme;
-    LongRun m_runLong; // shows its progress in the status bar
     MainMenu m_menu;
     std::unique_ptr<RecentThemes> m_recent;
     QWidget *m_page;

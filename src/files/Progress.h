@@ -22,8 +22,4 @@ inline void tell(const Progress &progress, qsizetype done, qsizetype all)
         progress(done, all);
 }
 
-// Runs work that may be long and shows that it is under way; `what` is a caption for it. Cancelled comes
-// through.
-using LongRun = std::function<void(const QString &what, const std::function<void(const Progress &)> &work)>;
-
 } // namespace quillmere

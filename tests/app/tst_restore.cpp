@@ -1,6 +1,6 @@
 #include "app/WindowFixture.h"
 
-#include "asking/forms/LongWork.h"
+#include "asking/forms/WindowTalk.h"
 #include "controls/ListView.h"
 #include "source/forms/SourceBox.h"
 
@@ -8,9 +8,9 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QStatusBar>
 #include <QVBoxLayout>
 
 using namespace quillmere;
@@ -23,11 +23,12 @@ class TestRestore : public QObject
 private slots:
     void cancelsInTheDialog()
     {
-        QStatusBar bar;
+        QMainWindow window;
+        WindowTalk talk(window, nullptr);
         QDialog dialog;
         new QVBoxLayout(&dialog);
         dialog.open();
-        bar.show();
+        window.show();
         QTimer::singleShot(0, &dialog, [&] { // comes when the button is shown
             auto *cancel = dialog.findChild<QPushButton *>(u"cmdCancelWork"_s);
             QVERIFY(cancel && cancel->isVisible());
@@ -37,7 +38,7 @@ private slots:
             for (;;)
                 progress(1, 2);
         };
-        QVERIFY_THROWS_EXCEPTION(Cancelled, longRunIn(bar)(u"Waiting"_s, forEver));
+        QVERIFY_THROWS_EXCEPTION(Cancelled, talk.runLong(u"Waiting"_s, forEver));
         QVERIFY(!dialog.findChild<QPushButton *>(u"cmdCancelWork"_s));
     }
 

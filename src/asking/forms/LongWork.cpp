@@ -128,12 +128,4 @@ bool LongWork::eventFilter(QObject *watched, QEvent *event)
     return !passes || event->type() == QEvent::Shortcut;
 }
 
-LongRun longRunIn(QStatusBar &bar)
-{
-    return [&bar](const QString &what, const std::function<void(const Progress &)> &work) {
-        LongWork shown(bar, what);
-        work([&shown](qsizetype done, qsizetype all) { shown.tell(done, all); });
-    };
-}
-
 } // namespace quillmere

@@ -41,6 +41,4 @@ private:
     bool m_cancelled = false;
 };
 
-LongRun longRunIn(QStatusBar &bar);
-
 } // namespace quillmere

@@ -1,6 +1,6 @@
 #include "catalogues/forms/ColorTab.h"
 
-#include "asking/Prompts.h"
+#include "asking/Talk.h"
 #include "asking/forms/AskToWrite.h"
 #include "catalogues/ColourCatalogue.h"
 #include "catalogues/forms/ColourDelegate.h"
@@ -23,10 +23,9 @@ constexpr int kAround = 900;      // twips of the frame's height that neither li
 
 } // namespace
 
-ColorTab::ColorTab(ListRows &colours, ColourCatalogue &catalogue, Files &files, Prompts &prompts,
-                   QWidget *parent)
+ColorTab::ColorTab(ListRows &colours, ColourCatalogue &catalogue, Files &files, Talk &talk, QWidget *parent)
     : TabFrame(QStringLiteral("frYt(3)"), parent), m_colours(colours), m_catalogue(catalogue), m_files(files),
-      m_prompts(prompts), frColor(new CaptionBox(QStringLiteral("frColor"), this)),
+      m_talk(talk), frColor(new CaptionBox(QStringLiteral("frColor"), this)),
       lvColor(new ListView(QStringLiteral("lvColor"), tr("Colours"), colours, frColor)),
       Picture2(new Swatch("Picture2", tr("Selected colour"), frColor))
 {
@@ -81,10 +80,10 @@ bool ColorTab::refused(const QString &code)
 {
     if (code.size() != kColourCodeLength || channelsOf(code))
         return false;
-    m_prompts.tell(
+    m_talk.tell(
         QStringLiteral("Quillmere"),
         tr("\"%1\" is no colour: behind its first character a code has six hexadecimal digits.").arg(code),
-        Prompts::Icon::Critical);
+        Talk::Icon::Critical);
     return true;
 }
 
@@ -97,8 +96,8 @@ void ColorTab::lvColor_DblClick(int row)
     if (const auto colour = channelsOf(code))
         emit colourOpened(colour->red, colour->green, colour->blue);
     else
-        emit hint(tr("\"%1\" is kept as it is: only codes such as #RRGGBB open in the colour dialog.")
-                      .arg(code.left(40)));
+        m_talk.say(tr("\"%1\" is kept as it is: only codes such as #RRGGBB open in the colour dialog.")
+                       .arg(code.left(40)));
 }
 
 void ColorTab::lvColor_Delete(int row)
@@ -114,7 +113,7 @@ void ColorTab::mnuCOpen_Click()
         return;
     m_catalogue.reload();
     showCatalogue();
-    emit hint(tr("%1: %2 colours.").arg(m_catalogue.document.path()).arg(m_colours.count()));
+    m_talk.say(tr("%1: %2 colours.").arg(m_catalogue.document.path()).arg(m_colours.count()));
 }
 
 void ColorTab::mnuCHapus_Click()
@@ -122,26 +121,26 @@ void ColorTab::mnuCHapus_Click()
     const int scrolled = lvColor->verticalScrollBar()->value();
     const int removed = RemoveCheckedRows(m_colours);
     lvColor->verticalScrollBar()->setValue(scrolled);
-    emit hint(removed > 0 ? tr("%1 colours removed from the list.").arg(removed)
-                          : tr("Tick the colours to remove first."));
+    m_talk.say(removed > 0 ? tr("%1 colours removed from the list.").arg(removed)
+                           : tr("Tick the colours to remove first."));
 }
 
 void ColorTab::mnuCSave_Click()
 {
     if (m_catalogue.document.path().isEmpty()) {
-        m_prompts.tell(QStringLiteral("Simpan File"),
-                       tr("There is no colour file to save to: open a theme that names one first."),
-                       Prompts::Icon::Information);
+        m_talk.tell(QStringLiteral("Simpan File"),
+                    tr("There is no colour file to save to: open a theme that names one first."),
+                    Talk::Icon::Information);
         return;
     }
     // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
     const WriteQuestion question = {QStringLiteral("Simpan File"),
                                     QStringLiteral("Benar mau menyimpan file?"), m_catalogue.document.path(),
                                     m_catalogue.document.theme()};
-    if (!askToWrite(m_files, m_prompts, question, No::IsIgnored))
+    if (!askToWrite(m_files, m_talk, question, No::IsIgnored))
         return;
     m_catalogue.save(m_files);
-    emit hint(tr("%1 saved.").arg(m_catalogue.document.path()));
+    m_talk.say(tr("%1 saved.").arg(m_catalogue.document.path()));
 }
 
 } // namespace quillmere

@@ -9,7 +9,7 @@ class Commands;
 class Files;
 class ListRows;
 class ListView;
-class Prompts;
+class Talk;
 class Swatch;
 
 // The Color tab: the colours of the theme.
@@ -18,7 +18,7 @@ class ColorTab : public TabFrame
     Q_OBJECT
 
 public:
-    ColorTab(ListRows &colours, ColourCatalogue &catalogue, Files &files, Prompts &prompts,
+    ColorTab(ListRows &colours, ColourCatalogue &catalogue, Files &files, Talk &talk,
              QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
@@ -32,8 +32,6 @@ signals:
     void entryOpened(const QString &name, const QString &code);
     // Behind entryOpened, where the code stands for a colour: its channels, 0 to 255.
     void colourOpened(int red, int green, int blue);
-    // Something to say that needs no answer.
-    void hint(const QString &text);
 
 protected:
     void layOut(int height) override;
@@ -52,7 +50,7 @@ private:
     ListRows &m_colours;
     ColourCatalogue &m_catalogue;
     Files &m_files;
-    Prompts &m_prompts;
+    Talk &m_talk;
     CaptionBox *frColor;
     ListView *lvColor;
     Swatch *Picture2;

@@ -1,6 +1,6 @@
 #include "catalogues/forms/ImageTab.h"
 
-#include "asking/Prompts.h"
+#include "asking/Talk.h"
 #include "asking/forms/AskToWrite.h"
 #include "catalogues/ImageCatalogue.h"
 #include "catalogues/UsageScan.h"
@@ -45,11 +45,9 @@ QLineEdit *box(const char *name, const QString &accessibleName)
 
 } // namespace
 
-ImageTab::ImageTab(ImageCatalogue &catalogue, ListRows &windows, Files &files, Prompts &prompts,
-                   LongRun runLong, QWidget *parent)
+ImageTab::ImageTab(ImageCatalogue &catalogue, ListRows &windows, Files &files, Talk &talk, QWidget *parent)
     : TabFrame(QStringLiteral("frYt(2)"), parent), m_catalogue(catalogue), m_windows(windows), m_files(files),
-      m_prompts(prompts), m_runLong(std::move(runLong)),
-      frImage(new CaptionBox(QStringLiteral("frImage"), this)),
+      m_talk(talk), frImage(new CaptionBox(QStringLiteral("frImage"), this)),
       lvImage(new ListView(QStringLiteral("lvImage"), tr("Images"), catalogue.rows, frImage)),
       lbImagePath(new PathLabel(QStringLiteral("lbImagePath"), tr("Image folder"), frImage)),
       Picture1(named(new QFrame(frImage), "Picture1", tr("Edit image"))),
@@ -173,7 +171,7 @@ int ImageTab::selectedImage()
 {
     const int row = lvImage->selectedRow();
     if (row < 0)
-        emit hint(tr("Select an image in the list of the Image tab first."));
+        m_talk.say(tr("Select an image in the list of the Image tab first."));
     return row;
 }
 
@@ -214,11 +212,11 @@ void ImageTab::cmdimgTambah_Click()
     const QString id = txtID->text();
     int row = m_catalogue.rowOf(id);
     if (row >= 0) {
-        m_prompts.tell(QStringLiteral("Duplikat ID"), u"Sudah ada ID " + id, Prompts::Icon::Information);
+        m_talk.tell(QStringLiteral("Duplikat ID"), u"Sudah ada ID " + id, Talk::Icon::Information);
     } else {
         row = m_catalogue.rows.count();
         m_catalogue.rows.add(txtFile->text(), {id, QStringLiteral("Y")});
-        emit hint(tr("Image added. \"Save\" in the Image menu writes the catalogue."));
+        m_talk.say(tr("Image added. \"Save\" in the Image menu writes the catalogue."));
     }
     lvImage->setCurrentIndex(m_catalogue.rows.index(row, 0));
 }
@@ -231,7 +229,7 @@ void ImageTab::cmdImgRubah_Click()
     m_catalogue.rows.setSub(row, 1, txtID->text());
     m_catalogue.rows.setSub(row, 2, QStringLiteral("Y"));
     showPanel(false, false); // the files would lie over the list
-    emit hint(tr("Image renamed. \"Save\" in the Image menu writes the catalogue."));
+    m_talk.say(tr("Image renamed. \"Save\" in the Image menu writes the catalogue."));
 }
 
 void ImageTab::File2_DblClick(const QString &name)
@@ -247,10 +245,10 @@ void ImageTab::mnuImgSave_Click()
     const WriteQuestion question = {QStringLiteral("Simpan File"),
                                     QStringLiteral("Benar mau menyimpan file widget image?"),
                                     m_catalogue.document.path(), m_catalogue.document.theme()};
-    if (!askToWrite(m_files, m_prompts, question, No::Counts))
+    if (!askToWrite(m_files, m_talk, question, No::Counts))
         return;
     m_catalogue.SaveImageList(m_files);
-    emit hint(tr("%1 saved.").arg(m_catalogue.document.path()));
+    m_talk.say(tr("%1 saved.").arg(m_catalogue.document.path()));
 }
 
 void ImageTab::mnuImgChe_Click()
@@ -259,13 +257,13 @@ void ImageTab::mnuImgChe_Click()
     if (row < 0)
         return;
     int used = 0;
-    m_runLong(tr("Checking the windows"), [&](const Progress &progress) {
+    m_talk.runLong(tr("Checking the windows"), [&](const Progress &progress) {
         used = checkWindowsWith(m_catalogue.rows.sub(row, 1), m_windows, progress,
                                 m_catalogue.document.encoding().rule);
     });
-    emit hint(tr("%1 of %2 windows use this image; they are checked on the Widget tab.")
-                  .arg(used)
-                  .arg(m_windows.count()));
+    m_talk.say(tr("%1 of %2 windows use this image; they are checked on the Widget tab.")
+                   .arg(used)
+                   .arg(m_windows.count()));
 }
 
 } // namespace quillmere

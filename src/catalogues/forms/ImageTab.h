@@ -17,7 +17,7 @@ class ImageCatalogue;
 class ListRows;
 class ListView;
 class PictureBox;
-class Prompts;
+class Talk;
 
 // The Image tab: the pictures of the theme, the panel that adds or renames one, and the files to choose from.
 class ImageTab : public TabFrame
@@ -26,7 +26,7 @@ class ImageTab : public TabFrame
 
 public:
     // `windows` are the rows of LvWidget, which "Widget Check" marks.
-    ImageTab(ImageCatalogue &catalogue, ListRows &windows, Files &files, Prompts &prompts, LongRun runLong,
+    ImageTab(ImageCatalogue &catalogue, ListRows &windows, Files &files, Talk &talk,
              QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
@@ -34,8 +34,6 @@ public:
     void showCatalogue(const QString &themeFolder);
 
 signals:
-    // Something to say that needs no answer.
-    void hint(const QString &text);
     // A command has put something to work on here.
     void wanted();
 
@@ -59,8 +57,7 @@ private:
     ImageCatalogue &m_catalogue;
     ListRows &m_windows;
     Files &m_files;
-    Prompts &m_prompts;
-    LongRun m_runLong;
+    Talk &m_talk;
     QString m_themeFolder;
     CaptionBox *frImage;
     ListView *lvImage;

@@ -1,5 +1,6 @@
 #include "catalogues/forms/KeymapTab.h"
 
+#include "asking/Talk.h"
 #include "catalogues/KeymapCatalogue.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
@@ -20,8 +21,8 @@ constexpr int kLine = 26;         // pixels
 
 } // namespace
 
-KeymapTab::KeymapTab(ListRows &groups, ListRows &keys, Document &file, QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(6)"), parent), m_groups(groups), m_keys(keys), m_file(file),
+KeymapTab::KeymapTab(ListRows &groups, ListRows &keys, Document &file, Talk &talk, QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(6)"), parent), m_talk(talk), m_groups(groups), m_keys(keys), m_file(file),
       Frame2(new CaptionBox(QStringLiteral("Frame2"), this)),
       lvKeyGroup(new ListView(QStringLiteral("lvKeyGroup"), tr("Key groups"), m_groups, Frame2)),
       txtKeymap(named(new QLineEdit(Frame2), "txtKeymap", tr("Keymap file"))),
@@ -57,7 +58,7 @@ void KeymapTab::lvKeyGroup_Click(int row)
     try {
         ShowKeyGroup(m_keys, m_file, m_groups.sub(row, 1));
     } catch (const RunTimeError &error) {
-        emit hint(error.message());
+        m_talk.say(error.message());
     }
 }
 

@@ -10,6 +10,7 @@ namespace quillmere {
 class Document;
 class ListRows;
 class ListView;
+class Talk;
 
 // The Keymap tab: the key groups of the remote control and the keys of one group. Read-only.
 class KeymapTab : public TabFrame
@@ -18,14 +19,10 @@ class KeymapTab : public TabFrame
 
 public:
     // `file` is the keymap; a click on a group reads its keys from there.
-    KeymapTab(ListRows &groups, ListRows &keys, Document &file, QWidget *parent = nullptr);
+    KeymapTab(ListRows &groups, ListRows &keys, Document &file, Talk &talk, QWidget *parent = nullptr);
 
     // Shows the path of the keymap.
     void showCatalogue();
-
-signals:
-    // Something to say that needs no answer.
-    void hint(const QString &text);
 
 protected:
     void layOut(int height) override;
@@ -33,6 +30,7 @@ protected:
 private:
     void lvKeyGroup_Click(int row);
 
+    Talk &m_talk;
     ListRows &m_groups;
     ListRows &m_keys;
     Document &m_file;

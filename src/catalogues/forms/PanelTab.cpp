@@ -1,5 +1,6 @@
 #include "catalogues/forms/PanelTab.h"
 
+#include "asking/Talk.h"
 #include "catalogues/PanelSettings.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
@@ -63,8 +64,8 @@ QLineEdit *percentage(const char *name, const QString &setting)
 
 } // namespace
 
-PanelTab::PanelTab(QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(7)"), parent), m_noRows({QString()}),
+PanelTab::PanelTab(Talk &talk, QWidget *parent)
+    : TabFrame(QStringLiteral("frYt(7)"), parent), m_talk(talk), m_noRows({QString()}),
       lvPropVol(new ListView(QStringLiteral("lvPropVol"), tr("Volume"), m_noRows, this)),
       m_scroll(new QScrollArea(this)), m_page(new QWidget),
       txtDefault(value("txtDefault", tr("Settings file"))),
@@ -157,7 +158,7 @@ void PanelTab::showSettings(const PanelSettings &settings)
     showChoice(cbProScrat, settings.scart);
     showChoice(cbPropSpdif, settings.spdif);
     if (!m_notShown.isEmpty())
-        emit hint(
+        m_talk.say(
             tr("Not among the choices of the Panel tab: %1.").arg(m_notShown.join(QStringLiteral(", "))));
 }
 

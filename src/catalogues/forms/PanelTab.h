@@ -13,6 +13,7 @@ class QSlider;
 
 namespace quillmere {
 
+class Talk;
 class ListView;
 struct PanelChoice;
 struct PanelLevel;
@@ -24,14 +25,10 @@ class PanelTab : public TabFrame
     Q_OBJECT
 
 public:
-    explicit PanelTab(QWidget *parent = nullptr);
+    explicit PanelTab(Talk &talk, QWidget *parent = nullptr);
 
     // A control whose setting is not set stays as it is.
     void showSettings(const PanelSettings &settings);
-
-signals:
-    // A value of the file that its control cannot show.
-    void hint(const QString &text);
 
 protected:
     void layOut(int height) override;
@@ -42,6 +39,7 @@ private:
     void showLevel(QSlider *bar, QLineEdit *percent, const std::optional<PanelLevel> &level);
     void showTimeZone(const QString &value);
 
+    Talk &m_talk;
     ListRows m_noRows;
     ListView *lvPropVol; // an empty list that older habits look for; the volume is a slider
     QScrollArea *m_scroll;

@@ -1,5 +1,6 @@
 #include "catalogues/forms/ScanCommands.h"
 
+#include "asking/Talk.h"
 #include "catalogues/UsageScan.h"
 #include "controls/Commands.h"
 #include "outline/Document.h"
@@ -22,10 +23,10 @@ int checkedRows(const ListRows &rows)
 
 } // namespace
 
-ScanCommands::ScanCommands(ListRows &windows, const RowsDocument &images, ListRows &colours, LongRun runLong,
+ScanCommands::ScanCommands(ListRows &windows, const RowsDocument &images, ListRows &colours, Talk &talk,
                            QObject *parent)
     : QObject(parent), m_images(images), LvWidget(windows), lvImage(images.rows()), lvColor(colours),
-      m_runLong(std::move(runLong))
+      m_talk(talk)
 {
 }
 
@@ -37,31 +38,31 @@ void ScanCommands::addCommands(Commands &menu)
 
 void ScanCommands::mnuSWidget_Click()
 {
-    m_runLong(tr("Scanning the windows"), [this](const Progress &progress) {
+    m_talk.runLong(tr("Scanning the windows"), [this](const Progress &progress) {
         scanWindows(LvWidget, lvImage, lvColor, progress, m_images.encoding().rule);
     });
-    emit hint(tr("In use: %1 of %2 images, %3 of %4 colours; they are checked on their tabs.")
-                  .arg(checkedRows(lvImage))
-                  .arg(lvImage.count())
-                  .arg(checkedRows(lvColor))
-                  .arg(lvColor.count()));
+    m_talk.say(tr("In use: %1 of %2 images, %3 of %4 colours; they are checked on their tabs.")
+                   .arg(checkedRows(lvImage))
+                   .arg(lvImage.count())
+                   .arg(checkedRows(lvColor))
+                   .arg(lvColor.count()));
 }
 
 void ScanCommands::mnuSKernel_Click()
 {
     const QString text = QApplication::clipboard()->text();
     if (text.isEmpty()) {
-        emit hint(tr("There is no text on the clipboard to scan."));
+        m_talk.say(tr("There is no text on the clipboard to scan."));
         return;
     }
     QList<int> found;
-    m_runLong(tr("Scanning the clipboard"), [&](const Progress &progress) {
+    m_talk.runLong(tr("Scanning the clipboard"), [&](const Progress &progress) {
         found = checkNamesIn(text, {&LvWidget, &lvImage, &lvColor}, progress);
     });
-    emit hint(tr("Named in the text: %1 windows, %2 images, %3 colours; they are checked on their tabs.")
-                  .arg(found[0])
-                  .arg(found[1])
-                  .arg(found[2]));
+    m_talk.say(tr("Named in the text: %1 windows, %2 images, %3 colours; they are checked on their tabs.")
+                   .arg(found[0])
+                   .arg(found[1])
+                   .arg(found[2]));
 }
 
 } // namespace quillmere

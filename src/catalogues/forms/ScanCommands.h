@@ -1,7 +1,5 @@
 #pragma once
 
-#include "files/Progress.h"
-
 #include <QObject>
 
 namespace quillmere {
@@ -9,6 +7,7 @@ namespace quillmere {
 class Commands;
 class ListRows;
 class RowsDocument;
+class Talk;
 
 // The commands of the Scan menu, which check the rows in use.
 class ScanCommands : public QObject
@@ -17,14 +16,10 @@ class ScanCommands : public QObject
 
 public:
     // The rows of the lists with those names. Windows are read as the images were.
-    ScanCommands(ListRows &LvWidget, const RowsDocument &images, ListRows &lvColor, LongRun runLong,
+    ScanCommands(ListRows &LvWidget, const RowsDocument &images, ListRows &lvColor, Talk &talk,
                  QObject *parent = nullptr);
 
     void addCommands(Commands &menu);
-
-signals:
-    // What a scan has found.
-    void hint(const QString &text);
 
 private:
     void mnuSWidget_Click();
@@ -34,7 +29,7 @@ private:
     ListRows &LvWidget;
     ListRows &lvImage;
     ListRows &lvColor;
-    LongRun m_runLong;
+    Talk &m_talk;
 };
 
 } // namespace quillmere

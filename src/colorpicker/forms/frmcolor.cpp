@@ -1,6 +1,6 @@
 #include "colorpicker/forms/frmcolor.h"
 
-#include "asking/Prompts.h"
+#include "asking/Talk.h"
 #include "colorpicker/ColourValue.h"
 #include "colorpicker/forms/ChannelBar.h"
 #include "colorpicker/forms/ColourPalette.h"
@@ -37,8 +37,8 @@ void setOnTop(QWidget &window, bool onTop)
 
 } // namespace
 
-frmcolor::frmcolor(ListRows &colours, std::function<int()> selectedRow, Prompts &prompts, QWidget *parent)
-    : QDialog(parent), m_colours(colours), m_selectedRow(std::move(selectedRow)), m_prompts(prompts)
+frmcolor::frmcolor(ListRows &colours, std::function<int()> selectedRow, Talk &talk, QWidget *parent)
+    : QDialog(parent), m_colours(colours), m_selectedRow(std::move(selectedRow)), m_talk(talk)
 {
     setObjectName(QStringLiteral("frmcolor"));
     setAccessibleName(tr("Colour picker"));
@@ -227,9 +227,8 @@ void frmcolor::value_Change(const Channel &channel)
         return;
     }
     Set_Dialog_Not_On_Top(*this);
-    m_prompts.tell(QLatin1String(channel.cannotSet),
-                   QStringLiteral("Invalid value. Range must be within (0-255)."),
-                   Prompts::Icon::Information);
+    m_talk.tell(QLatin1String(channel.cannotSet),
+                QStringLiteral("Invalid value. Range must be within (0-255)."), Talk::Icon::Information);
     Set_Dialog_On_Top(*this);
     channel.value->setText(text.left(valid));
     activateWindow(); // the message box gives the focus back to the main window

@@ -13,7 +13,7 @@ namespace quillmere {
 
 class ChannelBar;
 class ListRows;
-class Prompts;
+class Talk;
 class Swatch;
 
 // The colour picker: channels by bar, by number or from a palette, written into the colour rows. It stays on
@@ -24,8 +24,7 @@ class frmcolor : public QDialog
 
 public:
     // `colours`: sub-item 1 = name, 2 = code. `selectedRow` says which of them "Edit" writes to, -1 for none.
-    frmcolor(ListRows &colours, std::function<int()> selectedRow, Prompts &prompts,
-             QWidget *parent = nullptr);
+    frmcolor(ListRows &colours, std::function<int()> selectedRow, Talk &talk, QWidget *parent = nullptr);
     ~frmcolor() override;
 
     // What the dialog was opened for; shown in its title.
@@ -73,7 +72,7 @@ private:
 
     ListRows &m_colours;
     std::function<int()> m_selectedRow;
-    Prompts &m_prompts;
+    Talk &m_talk;
     std::array<Channel, 3> m_channels;
     Swatch *Show_Selected;
     QLineEdit *txtName, *txtCode;

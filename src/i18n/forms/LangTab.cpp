@@ -1,6 +1,6 @@
 #include "i18n/forms/LangTab.h"
 
-#include "asking/Prompts.h"
+#include "asking/Talk.h"
 #include "asking/forms/AskToWrite.h"
 #include "controls/Commands.h"
 #include "controls/ListView.h"
@@ -35,9 +35,9 @@ static_assert(6 * kGap + 2 * kLine + kCountHeight + kLanguagesHeight <= toPixels
 } // namespace
 
 LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &file, FileList &file1,
-                 Files &files, Prompts &prompts, QWidget *parent)
+                 Files &files, Talk &talk, QWidget *parent)
     : TabFrame(QStringLiteral("frYt(4)"), parent), m_languages(languages), m_catalogue(catalogue),
-      m_file(file), m_strings(file.document.rows()), m_file1(file1), m_files(files), m_prompts(prompts),
+      m_file(file), m_strings(file.document.rows()), m_file1(file1), m_files(files), m_talk(talk),
       txtLang(named(new QLineEdit(this), "txtLang", tr("Language catalogue"))),
       lvLang(new ListView(QStringLiteral("lvLang"), tr("Languages"), languages, this)),
       txtLangFile(named(new QLineEdit(this), "txtLangFile", tr("Language file"))),
@@ -135,10 +135,10 @@ void LangTab::openLanguage(const QString &path, const QString &theme)
     const bool opened = m_file.open(path, theme, m_catalogue.encoding().rule);
     txtLangFile->setText(path);
     if (!opened) {
-        emit hint(tr("%1 is empty or not there; the strings stay as they were.").arg(path));
+        m_talk.say(tr("%1 is empty or not there; the strings stay as they were.").arg(path));
         return;
     }
-    emit hint(path);
+    m_talk.say(path);
     emit languageOpened(path, theme);
 }
 
@@ -153,10 +153,10 @@ void LangTab::mnuLangSave_Click()
         m_files.allow(QDir::cleanPath(QDir::fromNativeSeparators(target)));
     const WriteQuestion question = {QStringLiteral("Save File"), QStringLiteral("Save file translate?"),
                                     target, m_file.document.theme()};
-    if (!askToWrite(m_files, m_prompts, question, No::Counts))
+    if (!askToWrite(m_files, m_talk, question, No::Counts))
         return;
     m_file.save(m_files, name);
-    emit hint(tr("%1 saved.").arg(target));
+    m_talk.say(tr("%1 saved.").arg(target));
 }
 
 void LangTab::mnuLangCopy_Click(CopiedColumn column)
@@ -165,7 +165,7 @@ void LangTab::mnuLangCopy_Click(CopiedColumn column)
         return;
     const QString lines = linesToCopy(m_strings, startRow(), column);
     QGuiApplication::clipboard()->setText(lines);
-    emit hint(tr("%1 lines copied.").arg(lines.count(u'\n')));
+    m_talk.say(tr("%1 lines copied.").arg(lines.count(u'\n')));
 }
 
 void LangTab::mnuLangPaste_Click()
@@ -173,13 +173,13 @@ void LangTab::mnuLangPaste_Click()
     if (m_strings.isEmpty())
         return;
     const int pasted = pasteLines(m_strings, startRow(), QGuiApplication::clipboard()->text());
-    emit hint(tr("%1 lines pasted.").arg(pasted));
+    m_talk.say(tr("%1 lines pasted.").arg(pasted));
 }
 
 void LangTab::mnuLangSearch_Click()
 {
     const std::optional<QString> answer =
-        m_prompts.input(QStringLiteral("Search Text"), QStringLiteral("Translate for "), QString());
+        m_talk.input(QStringLiteral("Search Text"), QStringLiteral("Translate for "), QString());
     checkContaining(m_strings, answer.value_or(QString()));
 }
 
@@ -189,17 +189,16 @@ void LangTab::LvBhs_DblClick()
     if (row < 0)
         return;
     const std::optional<QString> answer =
-        m_prompts.input(QStringLiteral("Input Logo Channel"),
-                        QString(u"Translate for " + m_strings.sub(row, 1)), m_strings.sub(row, 2));
+        m_talk.input(QStringLiteral("Input Logo Channel"), QString(u"Translate for " + m_strings.sub(row, 1)),
+                     m_strings.sub(row, 2));
     if (answer && !answer->isEmpty())
         m_strings.setSub(row, 2, *answer);
 }
 
 void LangTab::translate(const QString &path)
 {
-    const QString text =
-        LoadFile(joinPath(m_files.programFolder(), path), m_file.document.encoding().rule);
-    emit hint(tr("%1 rows filled from %2.").arg(fillFromDictionary(m_strings, text)).arg(path));
+    const QString text = LoadFile(joinPath(m_files.programFolder(), path), m_file.document.encoding().rule);
+    m_talk.say(tr("%1 rows filled from %2.").arg(fillFromDictionary(m_strings, text)).arg(path));
 }
 
 void LangTab::LoadDictionaryMenu(Commands &menu)
@@ -217,7 +216,7 @@ void LangTab::LoadDictionaryMenu(Commands &menu)
             translate(joinPath(u"trans", QString(name + u".txt")));
         }));
     }
-    emit hint(tr("%1 dictionaries in %2.").arg(names.size()).arg(folder));
+    m_talk.say(tr("%1 dictionaries in %2.").arg(names.size()).arg(folder));
 }
 
 } // namespace quillmere

@@ -17,7 +17,7 @@ class Files;
 class LanguageFile;
 class ListRows;
 class ListView;
-class Prompts;
+class Talk;
 enum class CopiedColumn;
 
 // The Lang tab: the languages of the theme, the strings of one of them, and what translates them.
@@ -29,7 +29,7 @@ public:
     // The rows of `languages` were read from `catalogue`. `file1` is pointed at the folder of the
     // dictionaries.
     LangTab(ListRows &languages, const Document &catalogue, LanguageFile &file, FileList &file1, Files &files,
-            Prompts &prompts, QWidget *parent = nullptr);
+            Talk &talk, QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
     // Shows what the loader of the catalogue has read.
@@ -39,8 +39,6 @@ public:
 
 signals:
     void languageOpened(const QString &path, const QString &theme);
-    // Something to say that needs no answer.
-    void hint(const QString &text);
 
 protected:
     void layOut(int height) override;
@@ -67,7 +65,7 @@ private:
     ListRows &m_strings;
     FileList &m_file1;
     Files &m_files;
-    Prompts &m_prompts;
+    Talk &m_talk;
     QLineEdit *txtLang;
     ListView *lvLang;
     QLineEdit *txtLangFile;

@@ -1,5 +1,6 @@
 #include "keeping/forms/OutsideChanges.h"
 
+#include "asking/Talk.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "i18n/forms/LangTab.h"
@@ -23,9 +24,9 @@ const QString kKey = QStringLiteral("outside");
 
 } // namespace
 
-OutsideChanges::OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &languages, Guard guard,
+OutsideChanges::OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &languages, Talk &talk,
                                QObject *parent)
-    : QObject(parent), m_offers(offers), m_theme(theme), m_guard(std::move(guard))
+    : QObject(parent), m_offers(offers), m_theme(theme), m_talk(talk)
 {
     m_settling.setSingleShot(true);
     m_settling.setInterval(kSettling);
@@ -42,7 +43,7 @@ OutsideChanges::OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &l
     connect(&languages, &LangTab::languageOpened, this,
             [this, &languages](const QString &path, const QString &folder) {
                 const auto reload = [this, &languages, path, folder] {
-                    m_guard([&] { languages.openLanguage(path, folder); });
+                    m_talk.run([&] { languages.openLanguage(path, folder); });
                 };
                 watch(QStringLiteral("language"),
                       {{path, reload, [this] { return m_theme.language.document.isEdited(); }}});
@@ -53,7 +54,7 @@ void OutsideChanges::watchTheme()
 {
     QList<File> files;
     for (const QString &path : m_theme.files().mid(0, kMostFiles))
-        files.append({path, [this, path] { m_guard([&] { m_theme.reload(path); }); },
+        files.append({path, [this, path] { m_talk.run([&] { m_theme.reload(path); }); },
                       [this, path] { return isEdited(path); }});
     watch(QStringLiteral("theme"), files);
 }
@@ -136,7 +137,8 @@ void OutsideChanges::check()
                 continue;
             }
             m_answered.insert(file.path, now);
-            emit hint(tr("%1 was deleted by another program; what was loaded from it stays.").arg(file.path));
+            m_talk.say(
+                tr("%1 was deleted by another program; what was loaded from it stays.").arg(file.path));
         }
     }
     watchAgain();

@@ -13,6 +13,7 @@ namespace quillmere {
 
 class LangTab;
 class OfferBar;
+class Talk;
 class ThemeProject;
 
 // Watches the files that are open and offers to load those again that another program changed.
@@ -29,10 +30,8 @@ public:
         std::function<bool()> isEdited;
     };
 
-    using Guard = std::function<void(const std::function<void()> &)>;
-
     // Watches the theme's own files and the language file from when they are loaded.
-    OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &languages, Guard guard,
+    OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &languages, Talk &talk,
                    QObject *parent = nullptr);
 
     // The files of one owner, in place of those it had. They were loaded with LoadForEditing.
@@ -42,7 +41,6 @@ public:
     void fileReplaced(const QString &path);
 
 signals:
-    void hint(const QString &text);
     // Files were loaded again, as the person wished.
     void reloaded();
 
@@ -55,7 +53,7 @@ private:
 
     OfferBar &m_offers;
     ThemeProject &m_theme;
-    Guard m_guard;
+    Talk &m_talk;
     QFileSystemWatcher m_watcher;
     QTimer m_settling; // programs write a file in several steps
     QHash<QString, QList<File>> m_files;

@@ -1,10 +1,12 @@
 #include "keeping/forms/Recovery.h"
 
+#include "asking/Talk.h"
 #include "files/LoadedFiles.h"
 #include "files/RunTimeError.h"
 #include "keeping/forms/OfferBar.h"
 #include "source/forms/SourceBox.h"
 
+#include "asking/Talk.h"
 #include <QSignalBlocker>
 
 namespace quillmere {
@@ -37,8 +39,8 @@ QString shownTime(const QDateTime &time)
 
 } // namespace
 
-Recovery::Recovery(SourceBox &source, OfferBar &offers, QObject *parent)
-    : QObject(parent), m_source(source), m_offers(offers)
+Recovery::Recovery(SourceBox &source, OfferBar &offers, Talk &talk, QObject *parent)
+    : QObject(parent), m_source(source), m_offers(offers), m_talk(talk)
 {
     m_writer.setMaxThreadCount(1);
     m_pause.setSingleShot(true);
@@ -85,7 +87,7 @@ void Recovery::keepInBackground()
         } catch (const RunTimeError &error) {
             QMetaObject::invokeMethod(this, [this, message = error.message()] {
                 m_kept = false;
-                emit hint(message);
+                m_talk.say(message);
             });
         }
     });
@@ -166,7 +168,7 @@ UnsavedFile Recovery::takeOffered()
         return file;
     m_offered.removeFirst();
     offerNext();
-    emit hint(tr("Another Quillmere has restored this text."));
+    m_talk.say(tr("Another Quillmere has restored this text."));
     return {};
 }
 
@@ -183,7 +185,7 @@ void Recovery::restore()
         noteLoadedAs(m_document, kept.base); // so that saving it says what it would write over
     offerNext();
     emit restored();
-    emit hint(tr("Unsaved text restored; Ctrl+Z takes it back."));
+    m_talk.say(tr("Unsaved text restored; Ctrl+Z takes it back."));
 }
 
 void Recovery::discard()

@@ -11,6 +11,7 @@ namespace quillmere {
 
 class OfferBar;
 class SourceBox;
+class Talk;
 
 // Keeps the text of the source box in a recovery file while it is not saved, and offers what was kept when
 // its document is opened again.
@@ -19,7 +20,7 @@ class Recovery : public QObject
     Q_OBJECT
 
 public:
-    Recovery(SourceBox &source, OfferBar &offers, QObject *parent = nullptr);
+    Recovery(SourceBox &source, OfferBar &offers, Talk &talk, QObject *parent = nullptr);
     ~Recovery() override;
 
     // Keeps what is unsaved now; false where there is nothing. RunTimeError says why it cannot be kept; the
@@ -31,7 +32,6 @@ public:
     void saved();
 
 signals:
-    void hint(const QString &text);
     // What was offered is in the source box.
     void restored();
 
@@ -47,6 +47,7 @@ private:
 
     SourceBox &m_source;
     OfferBar &m_offers;
+    Talk &m_talk;
     QString m_document;
     UnsavedFile m_file;           // that the text goes to; null until it is first kept
     bool m_wasOffered = false;    // it is one that was restored

@@ -1,6 +1,6 @@
 #include "keeping/forms/frmRestore.h"
 
-#include "asking/Prompts.h"
+#include "asking/Talk.h"
 #include "asking/forms/AskToWrite.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
@@ -67,11 +67,10 @@ void showLines(QPlainTextEdit &box, const QList<VersionPreview::Line> &lines)
 
 } // namespace
 
-frmRestore::frmRestore(const QString &theme, const QStringList &leadsTo, Files &files, Prompts &prompts,
-                       Guard guard, LongRun runLong, QWidget *parent)
+frmRestore::frmRestore(const QString &theme, const QStringList &leadsTo, Files &files, Talk &talk,
+                       QWidget *parent)
     : QDialog(parent), m_theme(theme), m_outside(Files::placesOutside(leadsTo, theme)), m_files(files),
-      m_prompts(prompts), m_guard(std::move(guard)), m_runLong(std::move(runLong)),
-      m_rows({tr("File"), tr("Date"), tr("Bytes")}),
+      m_talk(talk), m_rows({tr("File"), tr("Date"), tr("Bytes")}),
       txtFilter(named(new QLineEdit, "txtFilter", tr("Show only files whose names hold this text"))),
       lvVersions(new ListView(QStringLiteral("lvVersions"), tr("Versions kept, newest first"), m_rows)),
       m_difference(new QWidget), lblEmpty(named(new QLabel, "lblEmpty", tr("Why the list is empty"))),
@@ -163,7 +162,7 @@ QLayout *frmRestore::makeButtons()
 void frmRestore::loadVersions()
 {
     if (!m_theme.isEmpty())
-        m_runLong(tr("Looking for versions"), [this](const Progress &progress) {
+        m_talk.runLong(tr("Looking for versions"), [this](const Progress &progress) {
             m_versions = versionsBelow(m_theme, progress, m_outside);
         });
     m_all.clear();
@@ -247,9 +246,9 @@ void frmRestore::cmdRestore_Click()
     const WriteQuestion question = {
         tr("Restore"), tr("Restore %1 as it was on %2?\n\n%3").arg(version.name, timeText(version), kept),
         version.path, m_theme, Files::Step::Restore};
-    if (!askToWrite(m_files, m_prompts, question, No::Counts))
+    if (!askToWrite(m_files, m_talk, question, No::Counts))
         return;
-    m_guard([&] {
+    m_talk.run([&] {
         m_files.restore(version.path, version.copy, m_theme);
         emit restored(version.path);
         loadVersions();

@@ -16,7 +16,7 @@ namespace quillmere {
 
 class Files;
 class ListView;
-class Prompts;
+class Talk;
 
 // The versions kept of the files of a theme, what each would change, and the command that puts one back.
 class frmRestore : public QDialog
@@ -24,14 +24,10 @@ class frmRestore : public QDialog
     Q_OBJECT
 
 public:
-    // Runs a command and shows what goes wrong in it.
-    using Guard = std::function<void(const std::function<void()> &)>;
-
     // `theme` is the folder of the open theme, empty where none is open; `leadsTo` are the files that it
     // names. Of these, the ones outside of it are listed, too. Cancelled comes through where the person does
     // not wait for the list.
-    frmRestore(const QString &theme, const QStringList &leadsTo, Files &files, Prompts &prompts, Guard guard,
-               LongRun runLong, QWidget *parent);
+    frmRestore(const QString &theme, const QStringList &leadsTo, Files &files, Talk &talk, QWidget *parent);
 
 signals:
     // A file was written anew from one of its versions; its path is below the theme's folder as that was
@@ -55,9 +51,7 @@ private:
     QString m_theme;
     QStringList m_outside; // the files outside of the theme that it leads to
     Files &m_files;
-    Prompts &m_prompts;
-    Guard m_guard;
-    LongRun m_runLong;
+    Talk &m_talk;
     QList<Version> m_versions;  // newest first
     QList<ListRows::Row> m_all; // how each is shown
     QList<qsizetype> m_shown;   // by row, its place in m_versions

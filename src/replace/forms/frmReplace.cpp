@@ -1,6 +1,6 @@
 #include "replace/forms/frmReplace.h"
 
-#include "asking/Prompts.h"
+#include "asking/Talk.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "files/Files.h"
@@ -35,10 +35,9 @@ struct frmReplace::Button
     void (frmReplace::*click)();
 };
 
-frmReplace::frmReplace(SourceAccess source, Files &files, Prompts &prompts, Guard guard, QWidget &owner)
+frmReplace::frmReplace(SourceAccess source, Files &files, Talk &talk, QWidget &owner)
     : ModelessDialog(QStringLiteral("frmReplace"), owner), m_source(std::move(source)), m_files(files),
-      m_prompts(prompts), m_guard(std::move(guard)), m_finds({QStringLiteral("Text Find")}),
-      m_replacements({QStringLiteral("Text Replace")}),
+      m_talk(talk), m_finds({QStringLiteral("Text Find")}), m_replacements({QStringLiteral("Text Replace")}),
       Text1(named(new QLineEdit, "Text1", QStringLiteral("Text Find"))),
       Text2(named(new QLineEdit, "Text2", QStringLiteral("Text Replace"))),
       List1(new ListView(QStringLiteral("List1"), tr("Find texts"), m_finds)),
@@ -89,7 +88,7 @@ void frmReplace::addButtons(QLayout *layout, std::initializer_list<Button> butto
         made->setToolTip(button.what);
         connect(made, &QPushButton::clicked, this, [this, click = button.click] {
             m_hint->hide();
-            m_guard([this, click] { (this->*click)(); });
+            m_talk.run([this, click] { (this->*click)(); });
         });
         layout->addWidget(made);
     }
@@ -264,12 +263,12 @@ void frmReplace::Delete()
 
 void frmReplace::Save()
 {
-    const bool write = m_prompts.ask(
+    const bool write = m_talk.ask(
         kTitle, savingQuestion(QStringLiteral("Benar akan menyimapn text replace?"), replaceIni()));
     const QList<Replacement> saved = pairs();
     if (write) {
         m_file.saveOwn(m_files, replaceListText(saved));
-        m_prompts.tell(kTitle, QStringLiteral("Tersimpan"), Prompts::Icon::Information);
+        m_talk.tell(kTitle, QStringLiteral("Tersimpan"), Talk::Icon::Information);
     }
     LoadReplaceList();
     if (write && pairs() != saved) {
@@ -324,7 +323,7 @@ bool frmReplace::findNext()
     const qsizetype behind = m_source.selectionStart() + m_source.selectionLength();
     const qsizetype hit = indexOfIgnoringCase(m_source.text(), find, behind);
     if (hit < 0)
-        m_prompts.tell(u"Find " + find, u"End of find " + find, Prompts::Icon::Information);
+        m_talk.tell(u"Find " + find, u"End of find " + find, Talk::Icon::Information);
     m_source.select(std::max<qsizetype>(hit, 0), hit < 0 ? 0 : find.size());
     return true;
 }

@@ -16,7 +16,7 @@ namespace quillmere {
 
 class Files;
 class ListView;
-class Prompts;
+class Talk;
 
 // The source text as the dialog sees it. Positions are 0-based and count CR LF as two.
 struct SourceAccess
@@ -36,10 +36,7 @@ class frmReplace : public ModelessDialog
     Q_OBJECT
 
 public:
-    // Runs a command and shows what goes wrong in it.
-    using Guard = std::function<void(const std::function<void()> &)>;
-
-    frmReplace(SourceAccess source, Files &files, Prompts &prompts, Guard guard, QWidget &owner);
+    frmReplace(SourceAccess source, Files &files, Talk &talk, QWidget &owner);
 
     // Shows the dialog with the list as the file has it; one that is open already keeps its list.
     void open() override;
@@ -82,8 +79,7 @@ private:
     SourceAccess m_source;
     Files &m_files;
     Document m_file; // replace.ini
-    Prompts &m_prompts;
-    Guard m_guard;
+    Talk &m_talk;
     ListRows m_finds, m_replacements; // row i of one belongs to row i of the other
     QLineEdit *Text1, *Text2;
     ListView *List1, *List2;

@@ -1,6 +1,6 @@
 #include "widgets/forms/SourceTab.h"
 
-#include "asking/Prompts.h"
+#include "asking/Talk.h"
 #include "controls/Commands.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
@@ -33,11 +33,11 @@ const QStringList kBlockColumns = {QStringLiteral("Class"), QStringLiteral("Nama
 } // namespace
 
 SourceTab::SourceTab(std::function<ImageLookup()> pictures, const ListRows &fonts,
-                     const WidgetCatalogue &screen, Prompts &prompts, QWidget *parent)
+                     const WidgetCatalogue &screen, Talk &talk, QWidget *parent)
     : TabFrame(QStringLiteral("frYt(8)"), parent), blocks(kBlockColumns, ListRows::Checks::Yes),
       otherBlocks(kBlockColumns),
       txtSnippet(new SourceBox(QStringLiteral("txtSnippet"), tr("Source text"), this)),
-      m_pictures(std::move(pictures)), m_fonts(fonts), m_screen(screen), m_prompts(prompts),
+      m_pictures(std::move(pictures)), m_fonts(fonts), m_screen(screen), m_talk(talk),
       lvBlock(new ListView(QStringLiteral("lvBlock"), tr("Blocks"), blocks, this)),
       frBc(new CaptionBox(QStringLiteral("frBc"), this)),
       LvBlock2(new ListView(QStringLiteral("LvBlock2"), tr("Blocks to compare with"), otherBlocks, frBc)),
@@ -211,12 +211,10 @@ void SourceTab::mnuC_Click(int numerator, int denominator)
     QString text = txtSnippet->text();
     switch (ScaleRects(text, numerator, denominator, m_screen.width, m_screen.height)) {
     case ScaleResult::TooLarge:
-        m_prompts.tell(QStringLiteral("Confirm Size"), QStringLiteral("Terlalu besar"),
-                       Prompts::Icon::Critical);
+        m_talk.tell(QStringLiteral("Confirm Size"), QStringLiteral("Terlalu besar"), Talk::Icon::Critical);
         break;
     case ScaleResult::TooSmall:
-        m_prompts.tell(QStringLiteral("Confirm Size"), QStringLiteral("Terlalu kecil"),
-                       Prompts::Icon::Critical);
+        m_talk.tell(QStringLiteral("Confirm Size"), QStringLiteral("Terlalu kecil"), Talk::Icon::Critical);
         break;
     case ScaleResult::Scaled:
         txtSnippet->rewrite(text);
@@ -232,7 +230,7 @@ void SourceTab::mnuTD_Click(Axis axis)
     if (text.isEmpty())
         return;
     const std::optional<QString> answer =
-        m_prompts.input(QStringLiteral("Widget Porition"), QStringLiteral("Input distance"), QString());
+        m_talk.input(QStringLiteral("Widget Porition"), QStringLiteral("Input distance"), QString());
     qint64 distance = 0;
     if (!answer || !wholeNumber(*answer, distance))
         return;

@@ -10,7 +10,7 @@ namespace quillmere {
 
 class Commands;
 class ListView;
-class Prompts;
+class Talk;
 class SourceBox;
 class TextHolder;
 class WidgetCatalogue;
@@ -24,7 +24,7 @@ public:
     // `pictures` gives a lookup of the pictures as they are now, which does not change and may be asked on
     // any thread. `screen` is where the theme's catalogue says how large the screen is.
     SourceTab(std::function<ImageLookup()> pictures, const ListRows &fonts, const WidgetCatalogue &screen,
-              Prompts &prompts, QWidget *parent = nullptr);
+              Talk &talk, QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
     // Draws markup without changing the source box: refills lvBlock and txtHtml and shows the page.
@@ -75,7 +75,7 @@ private:
     std::function<ImageLookup()> m_pictures;
     const ListRows &m_fonts;
     const WidgetCatalogue &m_screen;
-    Prompts &m_prompts;
+    Talk &m_talk;
     ListView *lvBlock;
     CaptionBox *frBc;
     ListView *LvBlock2;

@@ -1,6 +1,6 @@
 #include "widgets/forms/WidgetTab.h"
 
-#include "asking/Prompts.h"
+#include "asking/Talk.h"
 #include "asking/forms/AskToWrite.h"
 #include "controls/Commands.h"
 #include "controls/ListView.h"
@@ -26,10 +26,9 @@ constexpr int kAround = 1260;     // twips of the frame's height that neither li
 
 } // namespace
 
-WidgetTab::WidgetTab(WidgetCatalogue &catalogue, FileList &file1, Files &files, Prompts &prompts,
-                     QWidget *parent)
+WidgetTab::WidgetTab(WidgetCatalogue &catalogue, FileList &file1, Files &files, Talk &talk, QWidget *parent)
     : TabFrame(QStringLiteral("frYt(1)"), parent), m_catalogue(catalogue), m_file1(file1), m_files(files),
-      m_prompts(prompts), frWidget(new CaptionBox(QStringLiteral("frWidget"), this)),
+      m_talk(talk), frWidget(new CaptionBox(QStringLiteral("frWidget"), this)),
       LvWidget(new ListView(QStringLiteral("LvWidget"), tr("Windows"), catalogue.LvWidget, frWidget)),
       lvWidgetDel(new ListView(QStringLiteral("lvWidgetDel"), tr("Files not in the catalogue"),
                                catalogue.lvWidgetDel, frWidget))
@@ -114,7 +113,7 @@ void WidgetTab::mnuWidgetSel_Click()
 bool WidgetTab::maySave(const QString &question)
 {
     return askToWrite(
-        m_files, m_prompts,
+        m_files, m_talk,
         {QStringLiteral("Simpan File"), question, m_catalogue.document.path(), m_catalogue.document.theme()},
         No::Counts);
 }
@@ -131,7 +130,7 @@ void WidgetTab::mnuWidgetDel_Click()
         bool remove = true;
         // Sub-item 2 is the date of the document, so nobody has ever been asked here.
         if (row.sub(2) == u"Y")
-            remove = m_prompts.ask(QStringLiteral("Delete"), u"Delete widget " + row.sub(1));
+            remove = m_talk.ask(QStringLiteral("Delete"), u"Delete widget " + row.sub(1));
         if (remove)
             text = WidgetCatalogue::withoutWindow(text, row.sub(1));
     }
@@ -159,7 +158,7 @@ int WidgetTab::selectedFile()
 {
     const int row = lvWidgetDel->selectedRow();
     if (row < 0)
-        emit hint(tr("Select a file in the lower list of the Widget tab first."));
+        m_talk.say(tr("Select a file in the lower list of the Widget tab first."));
     return row;
 }
 
@@ -187,7 +186,7 @@ void WidgetTab::mnuWidgetDelFile_Click()
     // The answer does not matter: designers are used to the file being gone, and it is in the backup folder.
     const WriteQuestion question = {QStringLiteral("Delete File"), u"Delete file " + path + u" ?", path,
                                     m_catalogue.document.theme(), Files::Step::Delete};
-    if (askToWrite(m_files, m_prompts, question, No::IsIgnored))
+    if (askToWrite(m_files, m_talk, question, No::IsIgnored))
         m_files.remove(path, m_catalogue.document.theme());
     mnuWidgetOpen_Click();
 }

@@ -10,7 +10,7 @@ class Commands;
 class FileList;
 class Files;
 class ListView;
-class Prompts;
+class Talk;
 class WidgetCatalogue;
 
 // The Widget tab: the windows of the theme, and the documents that the catalogue does not name.
@@ -19,7 +19,7 @@ class WidgetTab : public TabFrame
     Q_OBJECT
 
 public:
-    WidgetTab(WidgetCatalogue &catalogue, FileList &file1, Files &files, Prompts &prompts,
+    WidgetTab(WidgetCatalogue &catalogue, FileList &file1, Files &files, Talk &talk,
               QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
@@ -31,8 +31,6 @@ signals:
     void documentChosen(const QString &path, const QString &theme);
     // Markup to draw that is no document of its own.
     void markupChosen(const QString &markup);
-    // Something to say that needs no answer.
-    void hint(const QString &text);
 
 protected:
     void layOut(int height) override;
@@ -52,7 +50,7 @@ private:
     WidgetCatalogue &m_catalogue;
     FileList &m_file1;
     Files &m_files;
-    Prompts &m_prompts;
+    Talk &m_talk;
     CaptionBox *frWidget;
     ListView *LvWidget;
     ListView *lvWidgetDel;

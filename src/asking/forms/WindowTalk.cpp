@@ -1,0 +1,47 @@
+#include "asking/forms/WindowTalk.h"
+
+#include "asking/forms/LongWork.h"
+
+#include <QMainWindow>
+#include <QStatusBar>
+
+namespace quillmere {
+
+WindowTalk::WindowTalk(QMainWindow &window, Prompts *prompts)
+    : m_window(window), m_boxes(&window), m_prompts(prompts ? *prompts : m_boxes)
+{
+}
+
+bool WindowTalk::ask(const QString &title, const QString &text)
+{
+    return m_prompts.ask(title, text);
+}
+
+bool WindowTalk::askWarily(const QString &title, const QString &text)
+{
+    return m_prompts.askWarily(title, text);
+}
+
+void WindowTalk::tell(const QString &title, const QString &text, Icon icon)
+{
+    m_prompts.tell(title, text, icon);
+}
+
+std::optional<QString> WindowTalk::input(const QString &title, const QString &prompt, const QString &preset)
+{
+    return m_prompts.input(title, prompt, preset);
+}
+
+void WindowTalk::say(const QString &hint)
+{
+    m_window.statusBar()->showMessage(hint);
+    m_window.statusBar()->repaint(); // now: long work says how far it is without going back to the event loop
+}
+
+void WindowTalk::runLong(const QString &what, const std::function<void(const Progress &)> &work)
+{
+    LongWork shown(*m_window.statusBar(), what);
+    work([&shown](qsizetype done, qsizetype all) { shown.tell(done, all); });
+}
+
+} // namespace quillmere

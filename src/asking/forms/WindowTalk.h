@@ -1,0 +1,30 @@
+#pragma once
+
+#include "asking/Talk.h"
+#include "asking/forms/MessagePrompts.h"
+
+class QMainWindow;
+
+namespace quillmere {
+
+// Talks to the person over a window and in its status bar.
+class WindowTalk : public Talk
+{
+public:
+    // `prompts` asks; without one the questions come in boxes over the window.
+    WindowTalk(QMainWindow &window, Prompts *prompts);
+
+    bool ask(const QString &title, const QString &text) override;
+    bool askWarily(const QString &title, const QString &text) override;
+    void tell(const QString &title, const QString &text, Icon icon) override;
+    std::optional<QString> input(const QString &title, const QString &prompt, const QString &preset) override;
+    void say(const QString &hint) override;
+    void runLong(const QString &what, const std::function<void(const Progress &)> &work) override;
+
+private:
+    QMainWindow &m_window;
+    MessagePrompts m_boxes;
+    Prompts &m_prompts;
+};
+
+} // namespace quillmere
