@@ -227,7 +227,7 @@ void TestWindow::comesBackAsItWasLeft()
     window.skin->setGeometry(place);
     window.skin->close();
 
-    frmSkin next(&window.prompts);
+    frmSkin next(window.disk, &window.prompts);
     next.showFirst();
     QTRY_COMPARE(next.geometry(), place);
     folders.move(2, 0);
