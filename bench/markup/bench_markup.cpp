@@ -2,6 +2,8 @@
 #include "markup/FormatXML.h"
 #include "markup/LiteralTwins.h"
 
+#include <QRandomGenerator>
+
 #include <benchmark/benchmark.h>
 
 namespace {

@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include <QHash>
+#include <QRandomGenerator>
 
 using namespace quillmere;
 
