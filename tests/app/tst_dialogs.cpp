@@ -265,14 +265,15 @@ void TestDialogs::replaceList()
     QCOMPARE(dialog.rows("List1"), QStringLiteral("A\nb\nc\n"));
 
     // A file that cannot be written: one message, the list stays.
-    window.disk.setProgramFolder(window.files.path(QStringLiteral("replace.ini")));
+    const QString list = window.files.path(QStringLiteral("replace.ini"));
+    QVERIFY(QFile::remove(list) && QDir().mkdir(list));
     QString reason;
     try {
-        SaveFile(QString(window.disk.programFolder() + u"/replace.ini"), QString());
+        SaveFile(list, QString());
     } catch (const RunTimeError &error) {
         reason = error.message();
     }
-    QVERIFY(reason.contains(window.disk.programFolder()));
+    QVERIFY(reason.contains(list));
     window.prompts.expectQuestion(QStringLiteral("Simpan Text"), question, true);
     window.prompts.expectMessage(QStringLiteral("Quillmere"), reason);
     dialog.click("Command4");
