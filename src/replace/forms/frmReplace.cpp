@@ -267,6 +267,7 @@ void frmReplace::Save()
         kTitle, savingQuestion(QStringLiteral("Benar akan menyimapn text replace?"), replaceIni()));
     const QList<Replacement> saved = pairs();
     if (write) {
+        m_file.setPath(replaceIni(), {});
         m_file.saveOwn(m_files, replaceListText(saved));
         m_talk.tell(kTitle, QStringLiteral("Tersimpan"), Talk::Icon::Information);
     }
