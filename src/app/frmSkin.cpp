@@ -147,7 +147,7 @@ void frmSkin::connectTabs()
     });
     connect(m_colorTab, &ColorTab::colourOpened, this,
             [this](int red, int green, int blue) { colourDialog().showColour(red, green, blue); });
-    connect(m_imageTab, &ImageTab::wanted, this,
+    connect(m_imageTab, &ImageTab::putToWork, this,
             [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_imageTab))); });
     connect(m_sourceTab, &SourceTab::pageReady, frmWb->wb, &WebBrowser::write);
     connect(frmWb, &PreviewFrame::fixedChanged, m_sourceTab, &SourceTab::setFixed);

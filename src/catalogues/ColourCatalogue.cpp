@@ -28,7 +28,7 @@ void ColourCatalogue::LoadColorList(const Document &file)
         m_rows.assign(std::move(colours));
 }
 
-void ColourCatalogue::take(const ColourCatalogue &other)
+void ColourCatalogue::assign(const ColourCatalogue &other)
 {
     document = other.document;
     m_rows.assign(other.m_rows.rows());

@@ -21,7 +21,7 @@ public:
     // Loads the file again.
     void reload() { LoadColorList(document.openedAgain()); }
     // Has the rows and the document of the other one.
-    void take(const ColourCatalogue &other);
+    void assign(const ColourCatalogue &other);
     // Replaces the file with ColourFileText. RunTimeError when it cannot be written.
     void save(Files &files);
 

@@ -59,7 +59,7 @@ void ImageCatalogue::LoadImageList(const Document &file, const QString &imageFol
     file1.setPath(folder);
 }
 
-void ImageCatalogue::take(const ImageCatalogue &other)
+void ImageCatalogue::assign(const ImageCatalogue &other)
 {
     document = other.document;
     m_folder = other.m_folder;

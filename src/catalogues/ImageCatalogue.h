@@ -29,7 +29,7 @@ public:
     void LoadImageList(const Document &file, const QString &imageFolder, FileList &file1,
                        const Progress &progress = {});
     // Has all that the other one has.
-    void take(const ImageCatalogue &other);
+    void assign(const ImageCatalogue &other);
 
     // The full path of the first row with this ID, both stripped of control characters, letter case minded;
     // empty when there is none. The file need not exist. Constant time, whatever changed the rows.

@@ -30,10 +30,10 @@ QString tr(const char *text)
 QString countText(const LineDifference &difference)
 {
     QStringList parts;
-    if (difference.gone > 0)
-        parts.append(difference.gone == 1 ? tr("1 line goes") : tr("%1 lines go").arg(difference.gone));
-    if (difference.come > 0 || parts.isEmpty())
-        parts.append(difference.come == 1 ? tr("1 line comes") : tr("%1 lines come").arg(difference.come));
+    if (difference.removed > 0)
+        parts.append(difference.removed == 1 ? tr("1 line goes") : tr("%1 lines go").arg(difference.removed));
+    if (difference.added > 0 || parts.isEmpty())
+        parts.append(difference.added == 1 ? tr("1 line comes") : tr("%1 lines come").arg(difference.added));
     return QString(parts.join(QStringLiteral(", ")) + u'.');
 }
 
@@ -50,9 +50,9 @@ QList<VersionPreview::Line> linesOf(const LineDifference &difference)
                 ++left;
                 continue;
             }
-            const Kind kind = line.kind == LineDifference::Kind::Same   ? Kind::Same
-                              : line.kind == LineDifference::Kind::Gone ? Kind::Gone
-                                                                        : Kind::Come;
+            const Kind kind = line.kind == LineDifference::Kind::Same      ? Kind::Same
+                              : line.kind == LineDifference::Kind::Removed ? Kind::Removed
+                                                                           : Kind::Added;
             QString text = line.text.first(std::min(line.text.size(), kLongestLine)).toString();
             for (QChar &c : text) {
                 if (c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)

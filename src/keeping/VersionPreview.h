@@ -12,9 +12,9 @@ struct VersionPreview
 {
     enum class Kind {
         Same,
-        Gone,  // in the file now, not in the version
-        Come,  // in the version
-        Place, // says where the lines below it stand, or how many are not shown
+        Removed, // in the file now, not in the version
+        Added,   // in the version
+        Place,   // says where the lines below it stand, or how many are not shown
     };
     struct Line
     {

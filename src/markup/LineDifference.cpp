@@ -175,8 +175,8 @@ LineDifference::Hunk hunkOf(const Lines &a, const Lines &b, const Change *first,
     qsizetype done = hunk.from;
     for (const Change *change = first; change < end; ++change) {
         add(LineDifference::Kind::Same, a, done, change->from);
-        add(LineDifference::Kind::Gone, a, change->from, change->fromEnd);
-        add(LineDifference::Kind::Come, b, change->to, change->toEnd);
+        add(LineDifference::Kind::Removed, a, change->from, change->fromEnd);
+        add(LineDifference::Kind::Added, b, change->to, change->toEnd);
         done = change->fromEnd;
     }
     add(LineDifference::Kind::Same, a, done, std::min(done + context, a.size()));
@@ -199,8 +199,8 @@ LineDifference compareLines(QStringView from, QStringView to, qsizetype context)
         difference.hunks.append(hunkOf(a, b, first, next, context));
     }
     for (const Change &change : changes) {
-        difference.gone += change.fromEnd - change.from;
-        difference.come += change.toEnd - change.to;
+        difference.removed += change.fromEnd - change.from;
+        difference.added += change.toEnd - change.to;
     }
     return difference;
 }

@@ -9,7 +9,7 @@ namespace quillmere {
 // and whether there is one behind the last line does not matter. Everything here is views into the texts.
 struct LineDifference
 {
-    enum class Kind { Same, Gone, Come };
+    enum class Kind { Same, Removed, Added };
     struct Line
     {
         Kind kind;
@@ -23,7 +23,7 @@ struct LineDifference
     };
 
     QList<Hunk> hunks; // in order, none touching another
-    qsizetype gone = 0, come = 0;
+    qsizetype removed = 0, added = 0;
 };
 
 // `context` is the most lines that are shown around a difference on each side. As few lines as possible

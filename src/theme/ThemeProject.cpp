@@ -43,7 +43,7 @@ bool ThemeProject::LoadTheme(const QString &folder, const Progress &progress)
         lvTheme.clear();
         return false;
     }
-    take(aside);
+    assign(aside);
     emit loaded();
     return true;
 }
@@ -74,7 +74,7 @@ bool ThemeProject::read(const QString &folder, const Progress &progress)
 }
 
 // What no loader has touched has no path.
-void ThemeProject::take(const ThemeProject &read)
+void ThemeProject::assign(const ThemeProject &read)
 {
     m_folder = read.m_folder;
     m_problems = read.m_problems;
@@ -82,11 +82,11 @@ void ThemeProject::take(const ThemeProject &read)
     if (!read.File1.path().isEmpty())
         File1.setPath(read.File1.path());
     if (!read.widgets.document.path().isEmpty())
-        widgets.take(read.widgets);
+        widgets.assign(read.widgets);
     if (!read.images.document.path().isEmpty())
-        images.take(read.images);
+        images.assign(read.images);
     if (!read.colours.document.path().isEmpty())
-        colours.take(read.colours);
+        colours.assign(read.colours);
     if (!read.languageList.path().isEmpty()) {
         lvLang.assign(read.lvLang.rows());
         languageList = read.languageList;

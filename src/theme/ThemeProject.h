@@ -67,7 +67,7 @@ private:
     static const Entry *entryOf(QStringView name); // nullptr for another name
     QString pathOf(const QString &value) const;
     bool read(const QString &folder, const Progress &progress);
-    void take(const ThemeProject &read);
+    void assign(const ThemeProject &read);
     void runLoader(const QString &name, const QString &value, const Progress &progress = {});
     // `path` of the resource file, and its folder with the separator at its end.
     // One that cannot be read is empty, and a problem.

@@ -73,7 +73,7 @@ void WidgetCatalogue::LoadWidgetList(const Document &file, const QString &newFol
     lvWidgetDel.assign(std::move(unlisted));
 }
 
-void WidgetCatalogue::take(const WidgetCatalogue &other)
+void WidgetCatalogue::assign(const WidgetCatalogue &other)
 {
     document = other.document;
     folder = other.folder;

@@ -22,7 +22,7 @@ public:
     void LoadWidgetList(const Document &file, const QString &folder, FileList &file1,
                         const Progress &progress = {});
     // Has all that the other one has.
-    void take(const WidgetCatalogue &other);
+    void assign(const WidgetCatalogue &other);
     // The full path of the file that this row of lvWidgetDel shows.
     QString unlistedPath(int row) const;
     // Loads the file again; nothing where there is none.

@@ -25,13 +25,13 @@ void fuzz(const Input &input)
     const QString from = input.text(0), to = input.text(1);
     const QStringList a = linesOf(from), b = linesOf(to);
     const LineDifference difference = compareLines(from, to, input.choice(2, 5));
-    check(a.size() - difference.gone == literal::commonLines(a, b), "as few as can be", from);
-    check(b.size() - difference.come == a.size() - difference.gone, "what comes and goes", from);
+    check(a.size() - difference.removed == literal::commonLines(a, b), "as few as can be", from);
+    check(b.size() - difference.added == a.size() - difference.removed, "what comes and goes", from);
     same(literal::applied(difference, a).join(u'\n'), b.join(u'\n'), "one text of the other");
-    qsizetype gone = 0;
+    qsizetype removed = 0;
     for (const LineDifference::Hunk &hunk : difference.hunks) {
         for (const LineDifference::Line &line : hunk.lines)
-            gone += line.kind == LineDifference::Kind::Gone;
+            removed += line.kind == LineDifference::Kind::Removed;
     }
-    check(gone == difference.gone, "counts");
+    check(removed == difference.removed, "counts");
 }

@@ -26,11 +26,11 @@ inline QStringList applied(const quillmere::LineDifference &difference, QStringL
     for (auto hunk = difference.hunks.crbegin(); hunk != difference.hunks.crend(); ++hunk) {
         qsizetype at = hunk->from;
         for (const auto &line : hunk->lines) {
-            if (line.kind == Kind::Come)
+            if (line.kind == Kind::Added)
                 lines.insert(at++, line.text.toString());
             else if (lines.value(at) != line.text)
                 return {};
-            else if (line.kind == Kind::Gone)
+            else if (line.kind == Kind::Removed)
                 lines.removeAt(at);
             else
                 ++at;

@@ -183,7 +183,7 @@ void ImageTab::showPicture(const QString &path)
 void ImageTab::mnuImgTambah_Click()
 {
     showPanel(true, true);
-    emit wanted();
+    emit putToWork();
 }
 
 void ImageTab::mnuImgRubah_Click()
@@ -204,7 +204,7 @@ void ImageTab::mnuImgRubah_Click()
         m_pictureFacts->setText(tr("This file is outside of the theme."));
     }
     showPanel(true, false);
-    emit wanted();
+    emit putToWork();
 }
 
 void ImageTab::cmdimgTambah_Click()

@@ -35,7 +35,7 @@ public:
 
 signals:
     // A command has put something to work on here.
-    void wanted();
+    void putToWork();
 
 protected:
     void layOut(int height) override;

@@ -31,7 +31,7 @@ constexpr int kDark = 128;            // lightness below which a ground is dark
 // The grounds of lines that go and of lines that come, readable under the palette's own text.
 QColor groundOf(VersionPreview::Kind kind, bool dark)
 {
-    if (kind == VersionPreview::Kind::Gone)
+    if (kind == VersionPreview::Kind::Removed)
         return dark ? QColor(0x5C, 0x24, 0x24) : QColor(0xFF, 0xDD, 0xDD);
     return dark ? QColor(0x1E, 0x4A, 0x26) : QColor(0xD8, 0xF5, 0xD8);
 }
@@ -51,8 +51,8 @@ void showLines(QPlainTextEdit &box, const QList<VersionPreview::Line> &lines)
             palette.color(line.kind == Kind::Place ? QPalette::PlaceholderText : QPalette::Text));
         // Who cannot tell red from green has the signs.
         QString sign = QStringLiteral("  ");
-        if (line.kind == Kind::Gone || line.kind == Kind::Come) {
-            sign = line.kind == Kind::Gone ? QStringLiteral("- ") : QStringLiteral("+ ");
+        if (line.kind == Kind::Removed || line.kind == Kind::Added) {
+            sign = line.kind == Kind::Removed ? QStringLiteral("- ") : QStringLiteral("+ ");
             block.setBackground(groundOf(line.kind, dark));
         }
         if (!cursor.atStart())
