@@ -1,6 +1,5 @@
 #include "browser/CellScripts.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
 
 namespace quillmere {
@@ -17,14 +16,41 @@ QString untouchedScript()
 
 // The last refresh that a document is told of counts, and that to "about:blank" is the one navigation nobody
 // is asked about. Ours leads nowhere: the cell refuses it.
-QString writingScript(const QString &pageExpression, bool scrollable)
+QString writingScript(const QString &pageExpression, int number, bool scrollable)
 {
     return u"(function(){var p=" + pageExpression +
            u",x=window.scrollX,y=window.scrollY;window.__pieces=[];document.open();document.write(p);"
            u"document.close();"
            u"if(/http-equiv/i.test(p)){var m=document.createElement('meta');m.httpEquiv='refresh';"
            u"m.content='0;url=quillmere:/';document.documentElement.appendChild(m);m.remove();}" +
-           overflowScript(scrollable) + u"if(x||y)window.scrollTo(x,y);})()";
+           overflowScript(scrollable) + u"if(x||y)window.scrollTo(x,y);window.__page=" +
+           QString::number(number) + u";return true;})()";
+}
+
+// First everything is found, and looked at, then everything is changed: paths are those of before.
+QString patchingScript(const QJsonArray &changes, int from, int number)
+{
+    static const QString script = QStringLiteral(
+        "(function(changes,from,number){if(window.__page!==from)return false;"
+        "var places=changes.map(function(c){var n=document.documentElement;"
+        "c[1].forEach(function(i){n=n&&n.childNodes[i];});"
+        "if(!n||(c[0]=='data'?!(n.nodeType==3||n.nodeType==8)||n.data.length!=c[2]:n.nodeType!=1)||"
+        "c[0]=='children'&&n.childNodes.length!=c[2])return null;return n;});"
+        "if(places.indexOf(null)>=0)return false;"
+        "function set(e,list){list.forEach(function(a){e.setAttribute(a[0],a[1]);});}"
+        "function fill(e,list,before){list.forEach(function(t){var n;"
+        "if(typeof t=='string')n=document.createTextNode(t);"
+        "else if(Array.isArray(t)){n=document.createElement(t[0]);set(n,t[1]);fill(n,t[2],null);}"
+        "else n=document.createComment(t.comment);e.insertBefore(n,before);});}"
+        "changes.forEach(function(c,k){var n=places[k],i;"
+        "if(c[0]=='data')n.replaceData(c[3],c[4],c[5]);"
+        "else if(c[0]=='attributes'){while(n.attributes.length>c[2])"
+        "n.removeAttribute(n.attributes[n.attributes.length-1].name);set(n,c[3]);}"
+        "else{for(i=0;i<c[4];++i)n.childNodes[c[3]].remove();"
+        "fill(n,c[5],n.childNodes[c[3]]||null);}});"
+        "window.__page=number;return true;})");
+    return script + u'(' + QString::fromUtf8(QJsonDocument(changes).toJson(QJsonDocument::Compact)) +
+           QStringLiteral(",%1,%2)").arg(from).arg(number);
 }
 
 bool bindsDocument(const QString &page)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonArray>
 #include <QString>
 
 namespace quillmere {
@@ -12,8 +13,13 @@ QString quoted(const QString &text);
 // Whether nothing has been written into the document: true or false.
 QString untouchedScript();
 
-// Writes the page into the document, where it replaces all there was. The scroll position stays.
-QString writingScript(const QString &pageExpression, bool scrollable);
+// Writes the page into the document, where it replaces all there was, and keeps its number. The scroll
+// position stays.
+QString writingScript(const QString &pageExpression, int number, bool scrollable);
+
+// Makes the changes of changesBetween() in the document of the page with the number `from`, which gets the
+// other. True when done; false, and nothing is changed, where the document is not what it should be.
+QString patchingScript(const QJsonArray &changes, int from, int number);
 
 // Markup can set rules (a policy, a refresh) that stay with the document when another page is written into
 // it. True where the page's markup may do so.

@@ -52,6 +52,23 @@ void PictureHandler::lookAnew()
     m_lookup = std::make_shared<PictureLookup>(m_themeFolder);
 }
 
+void PictureHandler::findMissing(const QStringList &urls,
+                                 const std::function<void(const QSet<QString> &)> &tell)
+{
+    m_worker.start([this, urls, tell, newest = std::weak_ptr(m_lookup)] {
+        QSet<QString> missing;
+        for (const QString &url : urls) {
+            const auto lookup = newest.lock();
+            if (!lookup)
+                break; // another page is on its way, and waits for this thread
+            if (lookup->admitted(QUrl(url, QUrl::StrictMode)).isEmpty())
+                missing.insert(url);
+        }
+        QMetaObject::invokeMethod(
+            this, [tell, missing] { tell(missing); }, Qt::QueuedConnection);
+    });
+}
+
 void PictureHandler::requestStarted(QWebEngineUrlRequestJob *job)
 {
     const quint64 request = ++m_requests;

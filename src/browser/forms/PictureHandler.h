@@ -4,10 +4,12 @@
 #include <QHash>
 #include <QMutex>
 #include <QPointer>
+#include <QSet>
 #include <QThreadPool>
 #include <QWebEngineUrlRequestJob>
 #include <QWebEngineUrlSchemeHandler>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -29,6 +31,8 @@ public:
     void setThemeFolder(const QString &folder);
     // From now on files are found that have come since.
     void lookAnew();
+    // Tells, by the event loop, which of these URLs lead to no picture.
+    void findMissing(const QStringList &urls, const std::function<void(const QSet<QString> &)> &tell);
 
     void requestStarted(QWebEngineUrlRequestJob *job) override;
 

@@ -1,6 +1,8 @@
 #include "browser/forms/WebBrowser.h"
 
 #include "browser/CellScripts.h"
+#include "browser/NamedPictures.h"
+#include "browser/PagePatch.h"
 #include "browser/forms/CellPage.h"
 #include "browser/forms/PictureHandler.h"
 
@@ -21,10 +23,12 @@ namespace quillmere {
 namespace {
 
 constexpr int kMostDeaths = 3;
-constexpr int kPollInterval = 15;          // ms
-constexpr qsizetype kMostAtOnce = 1 << 19; // units; a longer page is sent in pieces
-constexpr qsizetype kPiece = 1 << 16;      // units; a millisecond's work or two
-constexpr int kPatience = 10000;           // ms for the renderer to take a page
+constexpr int kPollInterval = 15;           // ms
+constexpr qsizetype kMostAtOnce = 1 << 19;  // units; a longer page is sent in pieces
+constexpr qsizetype kPiece = 1 << 16;       // units; a millisecond's work or two
+constexpr qsizetype kMostPatched = 1 << 21; // units; the changes of a longer page are not looked for
+constexpr qsizetype kFewPictures = 20;      // may be missing at the price of a request each
+constexpr int kPatience = 10000;            // ms for the renderer to take a page
 
 // A page beyond these holds the renderer for minutes and takes memory by the gigabyte. A window of 10,000
 // widgets has about a third of either.
@@ -86,6 +90,7 @@ void WebBrowser::lookForBlank()
             m_waiting = m_current;
         m_ready = true;
         m_touched = false;
+        m_shown.reset();
         if (!m_busy)
             writeNext();
     };
@@ -97,7 +102,7 @@ WebBrowser::~WebBrowser()
     // A dying page answers every script that is under way; nothing may come of it.
     ++m_writes;
     m_waiting.reset();
-    stopPieces();
+    stopPreparing();
     delete m_cell; // before its profile goes
 }
 
@@ -111,6 +116,7 @@ void WebBrowser::setScrollable(bool scrollable)
     if (m_scrollable == scrollable)
         return;
     m_scrollable = scrollable;
+    m_shown.reset(); // the root element has got an attribute
     if (m_ready && !m_busy)
         page()->runJavaScript(overflowScript(scrollable), QWebEngineScript::ApplicationWorld);
 }
@@ -124,8 +130,8 @@ void WebBrowser::write(const QString &page)
 {
     m_waiting = page;
     m_begins = m_begins || std::exchange(m_nextBegins, false);
-    if (m_pieces) {
-        stopPieces(); // nobody will see that page any more
+    if (m_preparing) {
+        stopPreparing(); // nobody will see that page any more
         m_busy = false;
     }
     if (m_overdue)
@@ -144,6 +150,7 @@ void WebBrowser::writeNext()
         return;
     }
     if (m_touched && (m_begins || bindsDocument(m_current))) {
+        m_shown.reset();
         m_ready = false; // it is written when the new document is there
         m_cell->loadBlank();
         return;
@@ -156,10 +163,55 @@ void WebBrowser::writeNext()
     m_busy = m_touched = true;
     m_pictures->lookAnew();
     m_patience.start();
-    if (m_current.size() <= kMostAtOnce) {
-        put(quoted(withPictureUrls(m_current, m_pictures->themeFolder())));
+    if (m_current.size() > (m_shown ? kMostPatched : kMostAtOnce)) {
+        startPieces();
         return;
     }
+    withoutMissing(withPictureUrls(m_current, m_pictures->themeFolder()),
+                   [this](const QString &text) { bring(text); });
+}
+
+// Hands the text on at once, or, where it names many pictures, when those that are missing are known.
+void WebBrowser::withoutMissing(const QString &text, const std::function<void(const QString &)> &send)
+{
+    const NamedPictures named(text);
+    const QStringList urls = named.urls();
+    if (urls.size() <= kFewPictures) {
+        send(text);
+        return;
+    }
+    m_preparing = true;
+    const auto tell = [this, named, send, number = ++m_lookups](const QSet<QString> &missing) {
+        if (number != m_lookups)
+            return;
+        m_preparing = m_pieces.has_value();
+        send(named.withoutMissing(missing));
+    };
+    m_pictures->findMissing(urls, tell);
+}
+
+// Changes the document for this text of the page, or writes it.
+void WebBrowser::bring(const QString &text)
+{
+    std::optional<PageTree> next = m_patching ? PageTree::read(text) : std::nullopt;
+    const auto changes = m_shown && next ? changesBetween(*m_shown, *next) : std::nullopt;
+    if (!changes && text.size() > kMostAtOnce) {
+        startPieces();
+        return;
+    }
+    const int number = m_writes + 1;
+    m_shown = std::move(next);
+    if (changes)
+        put(patchingScript(*changes, m_writes, number), Way::Patch);
+    else
+        put(writingScript(quoted(text), number, m_scrollable), Way::Anew);
+}
+
+void WebBrowser::startPieces()
+{
+    m_shown.reset();
+    m_sent.clear();
+    m_preparing = true;
     page()->runJavaScript(QStringLiteral("window.__pieces=[]"), QWebEngineScript::ApplicationWorld);
     m_pieces.emplace(m_current, m_pictures->themeFolder());
     m_nextPiece.start();
@@ -169,29 +221,51 @@ void WebBrowser::writeNext()
 void WebBrowser::sendPiece()
 {
     if (m_pieces->atEnd()) {
-        stopPieces();
-        put(QStringLiteral("window.__pieces.join('')"));
+        putPieces();
         return;
     }
-    page()->runJavaScript(QString(u"window.__pieces.push(" + quoted(m_pieces->next(kPiece)) + u")"),
-                          QWebEngineScript::ApplicationWorld);
+    m_nextPiece.stop();
+    withoutMissing(m_pieces->next(kPiece), [this](const QString &piece) {
+        page()->runJavaScript(QString(u"window.__pieces.push(" + quoted(piece) + u")"),
+                              QWebEngineScript::ApplicationWorld);
+        if (m_current.size() <= kMostPatched)
+            m_sent += piece;
+        m_nextPiece.start();
+    });
 }
 
-void WebBrowser::stopPieces()
+void WebBrowser::putPieces()
 {
+    const QString sent = std::exchange(m_sent, {});
+    stopPreparing();
+    put(writingScript(QStringLiteral("window.__pieces.join('')"), m_writes + 1, m_scrollable), Way::Anew);
+    if (m_patching && m_current.size() <= kMostPatched)
+        m_shown = PageTree::read(sent);
+}
+
+void WebBrowser::stopPreparing()
+{
+    m_preparing = false;
+    ++m_lookups;
     m_nextPiece.stop();
     m_pieces.reset();
+    m_sent.clear();
 }
 
-void WebBrowser::put(const QString &pageExpression)
+void WebBrowser::put(const QString &script, Way way)
 {
     const int number = ++m_writes;
-    page()->runJavaScript(writingScript(pageExpression, m_scrollable), QWebEngineScript::ApplicationWorld,
-                          [this, number](const QVariant &) {
+    page()->runJavaScript(script, QWebEngineScript::ApplicationWorld,
+                          [this, number, way](const QVariant &done) {
                               if (number != m_writes)
                                   return;
                               m_busy = m_overdue = false;
                               m_patience.stop();
+                              if (way == Way::Patch && !done.toBool()) {
+                                  m_shown.reset(); // something has been at the document
+                                  if (!m_waiting)
+                                      m_waiting = m_current;
+                              }
                               if (m_waiting) {
                                   writeNext();
                                   return;
@@ -225,7 +299,8 @@ void WebBrowser::pollDrawn()
 void WebBrowser::forgetWrite()
 {
     ++m_writes; // whatever was under way is not going to answer
-    stopPieces();
+    stopPreparing();
+    m_shown.reset();
     m_ready = m_busy = m_overdue = false;
     m_patience.stop();
 }

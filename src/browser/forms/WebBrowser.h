@@ -1,10 +1,12 @@
 #pragma once
 
+#include "browser/PageTree.h"
 #include "browser/PictureUrls.h"
 
 #include <QTimer>
 #include <QWebEngineView>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -30,13 +32,16 @@ public:
 
     void setThemeFolder(const QString &folder);
 
-    // Writes the page when the browser is free. While it is busy only the newest page waits; it gets a new
-    // renderer when the old one is still busy after ten seconds. The scroll position stays and the focus is
-    // not touched.
+    // Shows the page when the browser is free: the document changes where the page differs from the one
+    // before as far as that gives the same document, and is written anew otherwise. While it is busy only the
+    // newest page waits; it gets a new renderer when the old one is still busy after ten seconds. The scroll
+    // position stays and the focus is not touched.
     void write(const QString &page);
     // The page written next is that of another window and begins in a document that nothing has touched: what
     // markup can set there outlives the page. A page that may have set such things is never written over.
     void beginDocument();
+    // Every page is written anew: what the changes are measured and held against.
+    void setPatching(bool patching) { m_patching = patching; }
     // How long the renderer may take for a page, ms.
     void setPatience(int milliseconds) { m_patience.setInterval(milliseconds); }
     // Whether what lies beyond the view can be scrolled to, although the page itself forbids it.
@@ -63,9 +68,14 @@ private:
     void lookForBlank();
     void changeCell();
     void writeNext();
+    void withoutMissing(const QString &text, const std::function<void(const QString &)> &send);
+    void bring(const QString &text);
+    void startPieces();
     void sendPiece();
-    void put(const QString &pageExpression);
-    void stopPieces();
+    void putPieces();
+    enum class Way { Anew, Patch };
+    void put(const QString &script, Way way);
+    void stopPreparing();
     void forgetWrite();
     void pollDrawn();
     void onPatienceEnded();
@@ -86,8 +96,13 @@ private:
     int m_writes = 0;
     std::optional<QString> m_waiting;
     QString m_current;
+    bool m_preparing = false;                 // what goes into the browser is not complete yet
+    int m_lookups = 0;                        // of missing pictures
     std::optional<PictureUrlPieces> m_pieces; // what of a long page has not been sent yet
+    QString m_sent;                           // what of it has
     QTimer m_nextPiece;
+    bool m_patching = true;
+    std::optional<PageTree> m_shown; // what the document is, once it has the page under way
 };
 
 } // namespace quillmere
