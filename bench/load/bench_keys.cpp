@@ -1,0 +1,192 @@
+// From a key in the source to its page, in the real window: with the page changed where it differs, and, key
+// by key in turn, with the page written anew. "written" is when the browser has the document, "painted" when
+// it has drawn a frame of it; a frame comes every 17 ms at most.
+//
+//   QT_QPA_PLATFORM=offscreen bench_keys [BLOCKS...]
+
+#include "app/frmSkin.h"
+#include "asking/Prompts.h"
+#include "browser/forms/WebBrowser.h"
+#include "files/Backups.h"
+#include "keeping/UnsavedTexts.h"
+#include "source/forms/SourceBox.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QKeyEvent>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QTextStream>
+#include <QTimer>
+#include <QWebEnginePage>
+#include <QWebEngineScript>
+
+#include <algorithm>
+
+using namespace quillmere;
+
+namespace {
+
+constexpr int kKeys = 100; // of each way
+constexpr int kWarm = 10;  // and these before, which do not count
+
+class NoPrompts : public Prompts
+{
+public:
+    bool ask(const QString &, const QString &) override { return true; }
+    void tell(const QString &, const QString &, Icon) override {}
+    std::optional<QString> input(const QString &, const QString &, const QString &) override { return {}; }
+};
+
+QByteArray windowOf(int blocks)
+{
+    QByteArray text = "<interface>\r\n<widget class=\"window\" style=\"default\" name=\"screen\"><property>"
+                      "<rect>[0,0,1280,720]</rect></property><children>\r\n";
+    for (int block = 0; block < blocks; ++block) {
+        const QByteArray number = QByteArray::number(block);
+        text += "    <widget class=\"text\" style=\"default\" name=\"block_" + number +
+                "\">\r\n        <property>\r\n            <rect>[" + QByteArray::number(block % 40 * 30) +
+                "," + QByteArray::number(block / 40 % 40 * 17) +
+                ",120,40]</rect>\r\n            <backcolor>[navy,navy,gray]</backcolor>\r\n"
+                "            <forecolor>[white,white,gray]</forecolor>\r\n            <string>text " +
+                number +
+                "</string>\r\n            <alignment>hcentre|vcentre</alignment>\r\n"
+                "        </property>\r\n    </widget>\r\n";
+    }
+    return text + "</children></widget>\r\n</interface>\r\n";
+}
+
+struct Times
+{
+    QList<double> written, painted;
+};
+
+QString spread(QList<double> times)
+{
+    std::ranges::sort(times);
+    return QStringLiteral("p50 %1 ms, p95 %2 ms")
+        .arg(times[times.size() / 2], 6, 'f', 1)
+        .arg(times[times.size() * 95 / 100], 6, 'f', 1);
+}
+
+class Bench
+{
+public:
+    explicit Bench(const QTemporaryDir &folder) : m_folder(folder)
+    {
+        setBackupFolder(folder.filePath(QStringLiteral("backup")));
+        setRecoveryFolder(folder.filePath(QStringLiteral("recovery")));
+        m_disk.setProgramFolder(folder.path());
+        m_skin = std::make_unique<frmSkin>(m_disk, &m_prompts);
+        m_skin->resize(1400, 900);
+        m_skin->show();
+        m_wb = m_skin->findChild<WebBrowser *>(QStringLiteral("wb"));
+        m_source = m_skin->findChild<SourceBox *>(QStringLiteral("txtSnippet"));
+        m_skin->findChild<QTabBar *>(QStringLiteral("TabStrip4"))->setCurrentIndex(8);
+        m_source->setFocus();
+        QObject::connect(&m_patience, &QTimer::timeout, &m_loop, &QEventLoop::quit);
+        QObject::connect(m_wb, &WebBrowser::written, m_wb, [this] { pageIsWritten(); });
+        QObject::connect(m_wb, &QWebEngineView::titleChanged, m_wb, [this](const QString &title) {
+            if (title == QString::number(m_key) && m_painted < 0) {
+                m_painted = double(m_clock.nsecsElapsed()) / 1e6;
+                m_loop.quit();
+            }
+        });
+    }
+
+    void run(int blocks)
+    {
+        const QString path = m_folder.filePath(QStringLiteral("w%1.xml").arg(blocks));
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(windowOf(blocks)) < 0)
+            qFatal("%s cannot be written", qPrintable(path));
+        file.close();
+        waitForPage([&] { m_skin->openDocument(path); });
+        const QString place = QStringLiteral("<string>text %1").arg(blocks / 2);
+        m_source->select(m_source->text().indexOf(place) + place.size(), 0);
+        Times patched, anew;
+        for (int key = -2 * kWarm; key < 2 * kKeys; ++key) {
+            const bool patching = key % 2 == 0;
+            // The page that the other way has left is written once more, so that either has its own.
+            m_wb->setPatching(patching);
+            if (patching)
+                press();
+            press();
+            if (key < 0)
+                continue;
+            Times &times = patching ? patched : anew;
+            times.written.append(m_written);
+            times.painted.append(m_painted);
+        }
+        QTextStream(stdout) << blocks << " blocks\n  changed where it differs: written "
+                            << spread(patched.written) << "; painted " << spread(patched.painted)
+                            << "\n  written anew:             written " << spread(anew.written)
+                            << "; painted " << spread(anew.painted) << Qt::endl;
+    }
+
+private:
+    void press()
+    {
+        const bool back = m_key % 2 == 0;
+        waitForPage([&] {
+            QKeyEvent key(QEvent::KeyPress, back ? Qt::Key_Backspace : Qt::Key_X, Qt::NoModifier,
+                          back ? QString() : QStringLiteral("x"));
+            QApplication::sendEvent(m_source, &key);
+        });
+    }
+    template <typename Work>
+    void waitForPage(Work work)
+    {
+        ++m_key;
+        m_written = m_painted = -1;
+        m_clock.start();
+        work();
+        m_patience.start(20000);
+        m_loop.exec();
+        if (m_painted < 0)
+            qFatal("The page does not come");
+        for (int i = 0; i < 20; ++i)
+            QApplication::processEvents(); // what follows a key is not counted with the next one
+    }
+    void pageIsWritten()
+    {
+        m_written = double(m_clock.nsecsElapsed()) / 1e6;
+        const QString tell = QStringLiteral("requestAnimationFrame(function(){var c=new MessageChannel();"
+                                            "c.port1.onmessage=function(){document.title='%1';};"
+                                            "c.port2.postMessage(0);})");
+        m_wb->page()->runJavaScript(tell.arg(m_key), QWebEngineScript::ApplicationWorld);
+    }
+
+    const QTemporaryDir &m_folder;
+    Files m_disk;
+    NoPrompts m_prompts;
+    std::unique_ptr<frmSkin> m_skin;
+    WebBrowser *m_wb = nullptr;
+    SourceBox *m_source = nullptr;
+    QEventLoop m_loop;
+    QTimer m_patience;
+    QElapsedTimer m_clock;
+    int m_key = 0;
+    double m_written = -1, m_painted = -1; // ms; -1 while it is not
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QTemporaryDir folder;
+    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
+    qputenv("XDG_DATA_HOME", folder.path().toUtf8());
+    QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
+    QCoreApplication::setApplicationName(QStringLiteral("quillmere-bench"));
+    WebBrowser::prepare();
+    QApplication app(argc, argv);
+    QStringList counts = app.arguments().mid(1);
+    if (counts.isEmpty())
+        counts = {QStringLiteral("200"), QStringLiteral("2000")};
+    Bench bench(folder);
+    for (const QString &count : counts)
+        bench.run(count.toInt());
+}
