@@ -3,8 +3,10 @@
 #include "app/CodePageChoice.h"
 #include "app/OpenDocument.h"
 #include "app/StatusLine.h"
+#include "asking/forms/WindowTalk.h"
 #include "files/Paths.h"
 
+#include <QMainWindow>
 #include <QMenu>
 #include <QStatusBar>
 
@@ -73,13 +75,14 @@ void TestDocument::cancelledChoice()
     openAll(window);
     window.files.write(QStringLiteral("theme/main.xml"), "<theirs/>");
     const QString before = text(window);
-    QStatusBar bar;
+    QMainWindow host;
+    QStatusBar &bar = *host.statusBar();
     StatusLine status(bar);
+    WindowTalk talk(host, &window.prompts);
     ThemeProject theme;
     QVERIFY(theme.LoadTheme(window.files.path(QStringLiteral("theme"))));
     CodePageChoice choice(
-        status, theme, *window.skin->findChild<OpenDocument *>(), [] { throw Cancelled(); },
-        [](const std::function<void()> &command) { QVERIFY_EXCEPTION_THROWN(command(), Cancelled); });
+        status, theme, *window.skin->findChild<OpenDocument *>(), [] { throw Cancelled(); }, talk);
     const auto item = [&](const char *name) {
         for (QAction *rule : bar.findChild<QToolButton *>(QStringLiteral("cmdCodePage"))->menu()->actions()) {
             if (rule->objectName() == QLatin1String(name))
@@ -88,6 +91,7 @@ void TestDocument::cancelledChoice()
         return static_cast<QAction *>(nullptr);
     };
     item("mnuCodePage1252")->trigger();
+    QCOMPARE(bar.currentMessage(), QStringLiteral("Cancelled."));
     QCOMPARE(theme.rule, CodePageRule::Automatic);
     QVERIFY(item("mnuCodePageAutomatic")->isChecked());
     QVERIFY(!QSettings().contains(QStringLiteral("codePage")));
