@@ -1,4 +1,4 @@
-#include "files/Backups.h"
+#include "files/Files.h"
 #include "files/TextFile.h"
 #include "i18n/Dictionary.h"
 #include "i18n/LanguageCatalogue.h"
@@ -78,7 +78,8 @@ void hugeDictionary(benchmark::State &state)
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("huge.txt"));
     const QString part = dictionary(0);
-    SaveFile(path, part.repeated(state.range(0) * 1000000 / part.toUtf8().size()), Encoding{CodePage::Utf8});
+    Files().saveOwn(path, part.repeated(state.range(0) * 1000000 / part.toUtf8().size()),
+                    Encoding{CodePage::Utf8});
     ListRows rows = makeStringRows();
     for (auto _ : state) {
         rows.assign(strings(1000));
@@ -91,7 +92,7 @@ class LanguageFile
 public:
     explicit LanguageFile(int count) : m_path(m_folder.filePath(QStringLiteral("language.xml")))
     {
-        setBackupFolder(m_folder.filePath(QStringLiteral("backup")));
+        m_files.backups().setFolder(m_folder.filePath(QStringLiteral("backup")));
         twins::Rows all = strings(count);
         for (int i = 0; i < all.size(); ++i)
             all[i].subItems[1] = QStringLiteral(u"\u041F\u0435\u0440\u0435\u0432\u043E\u0434 %1").arg(i);
@@ -99,16 +100,17 @@ public:
         save();
     }
     void open() { OpenLgXml(rows, LoadFile(m_path)); }
-    void save() const
+    void save()
     {
-        SaveFile(m_path, languageFileText(QStringLiteral("N"), rows, {CodePage::Utf8}),
-                 Encoding{CodePage::Utf8});
+        m_files.saveOwn(m_path, languageFileText(QStringLiteral("N"), rows, {CodePage::Utf8}),
+                        Encoding{CodePage::Utf8});
     }
 
     ListRows rows = makeStringRows();
 
 private:
     QTemporaryDir m_folder;
+    Files m_files;
     QString m_path;
 };
 
@@ -121,7 +123,7 @@ void openLanguage(benchmark::State &state)
 
 void saveLanguage(benchmark::State &state)
 {
-    const LanguageFile file(int(state.range(0)));
+    LanguageFile file(int(state.range(0)));
     for (auto _ : state)
         file.save();
 }

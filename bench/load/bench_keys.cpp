@@ -7,7 +7,7 @@
 #include "app/frmSkin.h"
 #include "asking/Prompts.h"
 #include "browser/forms/WebBrowser.h"
-#include "files/Backups.h"
+#include "files/Files.h"
 #include "keeping/UnsavedTexts.h"
 #include "source/forms/SourceBox.h"
 
@@ -76,7 +76,7 @@ class Bench
 public:
     explicit Bench(const QTemporaryDir &folder) : m_folder(folder)
     {
-        setBackupFolder(folder.filePath(QStringLiteral("backup")));
+        m_disk.backups().setFolder(folder.filePath(QStringLiteral("backup")));
         setRecoveryFolder(folder.filePath(QStringLiteral("recovery")));
         m_disk.setProgramFolder(folder.path());
         m_skin = std::make_unique<frmSkin>(m_disk, &m_prompts);

@@ -10,7 +10,6 @@
 #include "asking/Prompts.h"
 #include "browser/forms/WebBrowser.h"
 #include "controls/ListView.h"
-#include "files/Backups.h"
 #include "files/Memory.h"
 #include "source/forms/SourceBox.h"
 
@@ -117,7 +116,7 @@ class LoadedWindow
 public:
     LoadedWindow() : m_out(stdout), m_skin(m_disk, &m_prompts)
     {
-        setBackupFolder(m_files.filePath(QStringLiteral("backup")));
+        m_disk.backups().setFolder(m_files.filePath(QStringLiteral("backup")));
         m_skin.resize(1792, 860);
         m_skin.show();
         m_browser = find<WebBrowser>("wb");

@@ -1,7 +1,6 @@
 // bench_index THEME: how long the index of a theme takes to make, and what it answers in what time. Prints a
 // line each; the theme is one that make_theme made.
 
-#include "files/Backups.h"
 #include "files/Files.h"
 #include "files/Paths.h"
 #include "files/TextFile.h"
@@ -93,8 +92,8 @@ int main(int argc, char **argv)
 
     // Written and taken back again, so that the theme stays what it is.
     const QTemporaryDir backups;
-    setBackupFolder(backups.path());
     Files door;
+    door.backups().setFolder(backups.path());
     const EditTargets targets = {door, sources.folder, {}, {}};
     ThemeEdit edit;
     for (int i = 1; i <= 500; ++i) {

@@ -3,13 +3,14 @@
 #include "files/FailedStep.h"
 #include "files/Paths.h"
 #include "files/RegularFile.h"
+#include "files/RunTimeError.h"
 #include "files/WholeFile.h"
 
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
-#include <QHash>
 #include <QLockFile>
+#include <QMap>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -36,18 +37,8 @@ constexpr qint64 kPortion = 1 << 20; // bytes
 
 constexpr qint64 kRoomMade = kMostBytes / 100;
 
-QString chosenBackupFolder;
-// Bytes by which the versions of a theme may grow before its limit is looked at again: asking for the size of
-// every copy at every save would be felt where there are many. By the theme's folder in the backup folder.
-QHash<QString, qint64> roomLeft;
-
-QString backupRoot()
-{
-    return QDir::cleanPath(QDir(backupFolder()).absolutePath());
-}
-
-// The folder that stands for an original one: its whole path, without a drive's colon.
-QString backupFolderOf(const QString &folder)
+// The folder below `root` that stands for an original one: its whole path, without a drive's colon.
+QString backupFolderOf(const QString &root, const QString &folder)
 {
     // A file is written and deleted by different ways that lead to it; its versions belong together.
     QString path = QFileInfo(folder).canonicalFilePath();
@@ -57,7 +48,7 @@ QString backupFolderOf(const QString &folder)
         path.remove(u':');
     while (path.startsWith(u'/'))
         path.remove(0, 1);
-    return QDir(backupRoot()).filePath(path);
+    return QDir(root).filePath(path);
 }
 
 bool fits(QStringView form, QStringView text)
@@ -133,34 +124,34 @@ bool isNewer(const Version &a, const Version &b)
 }
 
 // The highest number that a copy has.
-quint64 highestNumber()
+quint64 highestNumber(const QString &root)
 {
     quint64 highest = 0;
-    QDirIterator it(backupRoot(), QDir::Files | QDir::Hidden | QDir::NoSymLinks,
-                    QDirIterator::Subdirectories);
+    QDirIterator it(root, QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDirIterator::Subdirectories);
     while (it.hasNext())
         highest = std::max(highest, numberOf(endingOf(it.next())));
     return highest;
 }
 
-// The number of the next copy. Two programs that wait for each other in vain may take the same one, which
-// leaves open only which of two copies is the later. RunTimeError where it cannot be kept: `path` is what was
-// to be backed up.
-quint64 takeNumber(const QString &path)
+// The first of so many numbers for the next copies. Two programs that wait for each other in vain may take
+// the same ones, which leaves open only which of two copies is the later. RunTimeError where they cannot be
+// kept: `path` is what was to be backed up.
+quint64 takeNumbers(const QString &root, const QString &path, qsizetype count)
 {
-    QFile kept(joinPath(backupRoot(), u".last-number"));
+    QFile kept(joinPath(root, u".last-number"));
     QLockFile lock(kept.fileName() + QStringLiteral(".lock"));
     lock.tryLock(kPatience);
     QByteArray digits;
     if (kept.open(QIODevice::ReadOnly))
         digits = kept.read(kNumberLength + 1);
     const bool known = fits(kEnding.sliced(1, kNumberLength), QString::fromLatin1(digits));
-    const quint64 number = std::min((known ? digits.toULongLong() : highestNumber()) + 1, kLastNumber);
+    const quint64 before = known ? digits.toULongLong() : highestNumber(root);
+    const quint64 last = std::min(before + quint64(count), kLastNumber);
     const QString reason =
-        WholeFile(kept.fileName()).writeAll(QByteArray::number(number).rightJustified(kNumberLength, '0'));
+        WholeFile(kept.fileName()).writeAll(QByteArray::number(last).rightJustified(kNumberLength, '0'));
     if (!reason.isEmpty())
         throwFailed("back up", path, reason);
-    return number;
+    return std::min(before + 1, kLastNumber);
 }
 
 QString newEnding(quint64 number)
@@ -170,13 +161,13 @@ QString newEnding(quint64 number)
         .arg(QDateTime::currentDateTimeUtc().toString(u"yyyyMMdd-hhmmss-zzz"));
 }
 
-// The copies in a folder below the backup folder whose paths begin with `start`, newest first; path and size
+// The copies in a folder below `root` whose paths begin with `start`, newest first; path and size
 // are left out.
-QList<Version> copiesIn(const QString &folder, QDirIterator::IteratorFlag deep, QStringView start = {},
-                        const Progress &progress = {})
+QList<Version> copiesIn(const QString &root, const QString &folder, QDirIterator::IteratorFlag deep,
+                        QStringView start = {}, const Progress &progress = {})
 {
     QList<Version> versions;
-    if (!liesBelow(folder, backupRoot()))
+    if (!liesBelow(folder, root))
         return versions;
     QDirIterator it(folder, QDir::Files | QDir::Hidden | QDir::NoSymLinks, deep);
     while (it.hasNext()) {
@@ -202,54 +193,51 @@ qsizetype themeEnd(QStringView path)
 }
 
 // The copies of one file, newest first; `original` is the path of a copy without its ending.
-QList<Version> copiesOf(QStringView original)
+QList<Version> copiesOf(const QString &root, QStringView original)
 {
     // Those of a long name may lie beside its folder, from earlier releases.
     QList<Version> versions =
-        copiesIn(folderOf(original).toString(), QDirIterator::NoIteratorFlags, original);
+        copiesIn(root, folderOf(original).toString(), QDirIterator::NoIteratorFlags, original);
     if (isTooLong(fileNameOf(original), kEnding))
-        versions = copiesIn(original.toString(), QDirIterator::NoIteratorFlags) + versions;
+        versions = copiesIn(root, original.toString(), QDirIterator::NoIteratorFlags) + versions;
     versions.removeIf([&](const Version &version) { return originalOf(version.copy) != original; });
     return versions;
 }
 
-void keepNumber(const QString &newest)
+// A folder is listed once for all the files in it.
+void keepNumbers(const QString &root, const QStringList &newest, const QSet<QString> &spared)
 {
-    int count = 1;
-    const QList<Version> versions = copiesOf(originalOf(newest));
-    for (const Version &version : versions) {
-        if (version.copy != newest && ++count > kMostVersions)
-            QFile::remove(version.copy);
+    QHash<QString, QSet<QString>> originals; // by folder
+    for (const QString &copy : newest) {
+        const QString original = originalOf(copy).toString();
+        originals[folderOf(original).toString()].insert(original);
+    }
+    for (auto folder = originals.cbegin(); folder != originals.cend(); ++folder) {
+        const QSet<QString> &wanted = folder.value();
+        QList<Version> versions = wanted.size() == 1
+                                      ? copiesOf(root, *wanted.begin())
+                                      : copiesIn(root, folder.key(), QDirIterator::NoIteratorFlags);
+        if (wanted.size() > 1) {
+            for (const QString &original : wanted) {
+                if (isTooLong(fileNameOf(original), kEnding))
+                    versions = copiesIn(root, original, QDirIterator::NoIteratorFlags) + versions;
+            }
+        }
+        QHash<QString, int> counts; // without those that are spared, of which each file has one
+        for (const Version &version : std::as_const(versions)) {
+            const QString original = originalOf(version.copy).toString();
+            if (wanted.contains(original) && !spared.contains(version.copy) &&
+                ++counts[original] >= kMostVersions)
+                QFile::remove(version.copy);
+        }
     }
 }
 
-void keepBytes(const QString &newest)
+// The folder whose copies share their bytes with this one: the theme's, else that in which it lies.
+QString sharedFolder(const QString &root, const QString &copy)
 {
-    const qsizetype end = themeEnd(newest);
-    const bool inTheme = end > backupRoot().size();
-    const QString folder = inTheme ? newest.first(end) : QFileInfo(newest).path();
-    const qint64 added = QFileInfo(newest).size();
-    const auto known = roomLeft.find(folder);
-    if (known != roomLeft.end() && *known >= added) {
-        *known -= added;
-        return;
-    }
-    QList<Version> versions =
-        copiesIn(folder, inTheme ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags);
-    versions.removeIf(
-        [&](const Version &version) { return version.copy == newest || themeEnd(version.copy) != end; });
-    qint64 all = added;
-    for (Version &version : versions) {
-        version.size = QFileInfo(version.copy).size();
-        all += version.size;
-    }
-    // A little more than has to be, or at the limit the next save would have to look at all of them again.
-    for (const qint64 most = all > kMostBytes ? kMostBytes - kRoomMade : all;
-         all > most && !versions.isEmpty(); versions.removeLast()) {
-        if (QFile::remove(versions.last().copy))
-            all -= versions.last().size;
-    }
-    roomLeft[folder] = kMostBytes - all;
+    const qsizetype end = themeEnd(copy);
+    return end > root.size() ? copy.first(end) : QFileInfo(copy).path();
 }
 
 void copyTo(const QString &copy, const QString &path)
@@ -275,45 +263,102 @@ void copyTo(const QString &copy, const QString &path)
 
 } // namespace
 
-QString backupFolder()
+QString Backups::folder() const
 {
-    if (!chosenBackupFolder.isEmpty())
-        return chosenBackupFolder;
+    if (!m_folder.isEmpty())
+        return m_folder;
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     return joinPath(data, u"Quillmere/backup");
 }
 
-void setBackupFolder(const QString &folder)
+void Backups::setFolder(const QString &folder)
 {
-    chosenBackupFolder = folder;
-    roomLeft.clear();
+    m_folder = folder;
+    m_roomLeft.clear();
 }
 
-QString backUp(const QString &path)
+QString Backups::root() const
 {
-    const QFileInfo info(path);
-    QString folder = backupFolderOf(info.absolutePath());
-    QString name = info.fileName();
-    if (isTooLong(name, kEnding)) {
-        folder += QString(u'/' + name);
-        name.clear();
+    return QDir::cleanPath(QDir(folder()).absolutePath());
+}
+
+QStringList Backups::backUp(const QStringList &paths)
+{
+    if (paths.isEmpty())
+        return {};
+    const QString top = root();
+    QStringList copies;
+    quint64 number = 0;
+    try {
+        for (const QString &path : paths) {
+            const QFileInfo info(path);
+            QString folder = backupFolderOf(top, info.absolutePath());
+            QString name = info.fileName();
+            if (isTooLong(name, kEnding)) {
+                folder += QString(u'/' + name);
+                name.clear();
+            }
+            if (const QString reason = makeFolder(folder); !reason.isEmpty())
+                throwFailed("back up", path,
+                            QStringLiteral("the folder \"%1\" cannot be made: %2").arg(folder, reason));
+            if (copies.isEmpty())
+                number = takeNumbers(top, path, paths.size());
+            QString copy;
+            do
+                copy = folder + u'/' + name + newEnding(number++);
+            while (QFileInfo::exists(copy));
+            copyTo(copy, path);
+            copies.append(copy);
+        }
+    } catch (const RunTimeError &) {
+        for (const QString &copy : std::as_const(copies))
+            QFile::remove(copy);
+        throw;
     }
-    if (const QString reason = makeFolder(folder); !reason.isEmpty())
-        throwFailed("back up", path,
-                    QStringLiteral("the folder \"%1\" cannot be made: %2").arg(folder, reason));
-    quint64 number = takeNumber(path);
-    QString copy;
-    do
-        copy = folder + u'/' + name + newEnding(number++);
-    while (QFileInfo::exists(copy));
-    copyTo(copy, path);
-    return copy;
+    return copies;
 }
 
-void pruneBackups(const QString &newest)
+void Backups::prune(const QStringList &newest)
 {
-    keepNumber(newest);
-    keepBytes(newest);
+    if (newest.isEmpty())
+        return;
+    const QSet<QString> spared(newest.begin(), newest.end());
+    const QString top = root();
+    keepNumbers(top, newest, spared);
+    QMap<QString, qint64> added; // bytes, by what shares them
+    for (const QString &copy : newest)
+        added[sharedFolder(top, copy)] += QFileInfo(copy).size();
+    for (const auto &[folder, bytes] : added.asKeyValueRange())
+        keepBytes(folder, bytes, spared);
+}
+
+void Backups::keepBytes(const QString &folder, qint64 added, const QSet<QString> &spared)
+{
+    const auto known = m_roomLeft.find(folder);
+    if (known != m_roomLeft.end() && *known >= added) {
+        *known -= added;
+        return;
+    }
+    const QString top = root();
+    const qsizetype end = themeEnd(QString(folder + u'/'));
+    const bool inTheme = end == folder.size() && end > top.size();
+    QList<Version> versions =
+        copiesIn(top, folder, inTheme ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags);
+    versions.removeIf([&](const Version &version) {
+        return spared.contains(version.copy) || sharedFolder(top, version.copy) != folder;
+    });
+    qint64 all = added;
+    for (Version &version : versions) {
+        version.size = QFileInfo(version.copy).size();
+        all += version.size;
+    }
+    // A little more than has to be, or at the limit the next save would have to look at all of them again.
+    for (const qint64 most = all > kMostBytes ? kMostBytes - kRoomMade : all;
+         all > most && !versions.isEmpty(); versions.removeLast()) {
+        if (QFile::remove(versions.last().copy))
+            all -= versions.last().size;
+    }
+    m_roomLeft[folder] = kMostBytes - all;
 }
 
 QDateTime Version::time() const
@@ -321,9 +366,12 @@ QDateTime Version::time() const
     return timeOf(endingOf(copy)).toLocalTime();
 }
 
-QList<Version> versionsBelow(const QString &folder, const Progress &progress, const QStringList &others)
+QList<Version> Backups::versionsBelow(const QString &folder, const Progress &progress,
+                                      const QStringList &others) const
 {
-    QList<Version> versions = copiesIn(backupFolderOf(folder), QDirIterator::Subdirectories, {}, progress);
+    const QString top = root();
+    QList<Version> versions =
+        copiesIn(top, backupFolderOf(top, folder), QDirIterator::Subdirectories, {}, progress);
     for (Version &version : versions) {
         version.size = QFileInfo(version.copy).size();
         version.name = withOwnSeparators(version.name);
@@ -332,7 +380,7 @@ QList<Version> versionsBelow(const QString &folder, const Progress &progress, co
     for (const QString &path : others) {
         const QFileInfo info(path);
         for (Version &version :
-             copiesOf(QString(backupFolderOf(info.absolutePath()) + u'/' + info.fileName()))) {
+             copiesOf(top, QString(backupFolderOf(top, info.absolutePath()) + u'/' + info.fileName()))) {
             const QString shown = withOwnSeparators(path);
             versions.append({shown, shown, version.copy, QFileInfo(version.copy).size()});
         }

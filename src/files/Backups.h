@@ -3,7 +3,9 @@
 #include "files/Progress.h"
 
 #include <QDateTime>
+#include <QHash>
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -24,18 +26,6 @@ constexpr qint64 kMostBytes = 200'000'000;
 // A larger file, of which no version could be kept beside another, is neither written nor deleted.
 constexpr qint64 kLargestCopied = 200 * 1024 * 1024;
 
-// An empty folder restores the default, in the person's data folder.
-QString backupFolder();
-void setBackupFolder(const QString &folder);
-
-// Copies the file and gives the path of the copy. RunTimeError where that fails.
-QString backUp(const QString &path);
-
-// Deletes what the limits leave no room for beside `newest`, the path of a copy just made, which stays in any
-// case. Touches nothing but copies made by backUp, and nothing behind a symbolic link that leads out of the
-// backup folder. What cannot be deleted stays, silently: it must not keep a file from being saved.
-void pruneBackups(const QString &newest);
-
 struct Version
 {
     QString path;    // of the file it is a version of, which need not be there any more
@@ -46,10 +36,40 @@ struct Version
     // When the copy was made, in local time: the file's own state is that of some time before.
     QDateTime time() const;
 };
-// The versions of all files in a folder and below it, newest first. `progress` is told how many were found,
-// with 0 for how many there are; Cancelled goes through.
-// With those of `others`, files anywhere, which have their whole path for a name.
-QList<Version> versionsBelow(const QString &folder, const Progress &progress = {},
-                             const QStringList &others = {});
+// The backup folder.
+class Backups
+{
+public:
+    Backups() = default;
+    Q_DISABLE_COPY_MOVE(Backups)
+
+    // In the person's data folder; setting an empty one restores that.
+    QString folder() const;
+    void setFolder(const QString &folder);
+
+    // Copies the files and gives the paths of the copies. RunTimeError where that fails, and no copy stays.
+    QStringList backUp(const QStringList &paths);
+
+    // Deletes what the limits leave no room for beside `newest`, the paths of copies just made, which stay in
+    // any case. Touches nothing but copies made by backUp, and nothing behind a symbolic link that leads out
+    // of the backup folder. What cannot be deleted stays, silently: it must not keep a file from being saved.
+    void prune(const QStringList &newest);
+
+    // The versions of all files in a folder and below it, newest first. `progress` is told how many were
+    // found, with 0 for how many there are; Cancelled goes through.
+    // With those of `others`, files anywhere, which have their whole path for a name.
+    QList<Version> versionsBelow(const QString &folder, const Progress &progress = {},
+                                 const QStringList &others = {}) const;
+
+private:
+    QString root() const;
+    void keepBytes(const QString &folder, qint64 added, const QSet<QString> &spared);
+
+    QString m_folder;
+    // Bytes by which the versions of a theme may grow before its limit is looked at again: asking for the
+    // size of every copy at every save would be felt where there are many. By the theme's folder in the
+    // backup folder.
+    QHash<QString, qint64> m_roomLeft;
+};
 
 } // namespace quillmere

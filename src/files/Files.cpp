@@ -1,8 +1,10 @@
 #include "files/Files.h"
 
 #include "files/FailedStep.h"
+#include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "files/ProgramFolder.h"
+#include "files/Writer.h"
 
 #include <QFileInfo>
 
@@ -71,23 +73,38 @@ QString Files::touch(Step step, const QString &path, const QString &theme) const
     return found.path;
 }
 
+Writer Files::writer()
+{
+    return Writer(m_backups, [](const QString &path, const std::optional<QByteArray> &bytes) {
+        noteWritten(path, bytes);
+    });
+}
+
 CodePage Files::save(const QString &path, const QString &text, const QString &theme,
                      std::optional<Encoding> encoding)
 {
     const QString target = touch(Step::Save, path, theme);
     if (!QFileInfo(folderOf(target).toString()).isDir())
         throwFailed("open", path, qt_error_string(ENOENT));
-    return SaveFile(target, text, encoding);
+    return writer().save(target, text, encoding);
+}
+
+void Files::saveAll(const QList<Change> &changes, const QString &theme)
+{
+    QList<Change> files = changes;
+    for (Change &change : files)
+        change.path = touch(Step::Save, change.path, theme);
+    writer().replaceAll(files);
 }
 
 void Files::restore(const QString &path, const QString &version, const QString &theme)
 {
-    RestoreFile(touch(Step::Restore, path, theme), version);
+    writer().restore(touch(Step::Restore, path, theme), version);
 }
 
 void Files::remove(const QString &path, const QString &theme)
 {
-    DeleteFile(touch(Step::Delete, path, theme));
+    writer().remove(touch(Step::Delete, path, theme));
 }
 
 QString Files::programFolder() const
@@ -99,7 +116,7 @@ QString Files::programFolder() const
 
 CodePage Files::saveOwn(const QString &path, const QString &text, std::optional<Encoding> encoding)
 {
-    return SaveFile(path, text, encoding);
+    return writer().save(path, text, encoding);
 }
 
 } // namespace quillmere

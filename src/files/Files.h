@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/Backups.h"
 #include "files/TextFile.h"
 
 #include <QSet>
@@ -9,6 +10,8 @@
 #include <optional>
 
 namespace quillmere {
+
+class Writer;
 
 // The one door to what is written and deleted, and to the program's own files. Made once and handed to who
 // needs it.
@@ -43,15 +46,30 @@ public:
     // The person allows this place (a Place::path), until the program ends.
     void allow(const QString &place);
 
-    // See SaveFile, RestoreFile, DeleteFile. RunTimeError also where the file may not be touched.
-    // Nothing is saved into a folder of another letter case than that of the theme.
+    // Saves a text: a copy of the old file goes to the backup folder, then the new text is written beside it,
+    // flushed and renamed over it. Without an `encoding` it is that of the file replaced. Gives the page that
+    // the new file is in. RunTimeError says which file, which step and why, also where it may not be touched;
+    // the old file is then as it was. Nothing is saved into a folder of another letter case than that of the
+    // theme.
     CodePage save(const QString &path, const QString &text, const QString &theme,
                   std::optional<Encoding> encoding = {});
+    // The same for many, all or none. Each is there and holds `before`, or is refused.
+    struct Change
+    {
+        QString path;
+        QByteArray before, after;
+    };
+    void saveAll(const QList<Change> &changes, const QString &theme);
+    // Puts back the bytes of `version`, a copy that backups keep; makes the file and its folder again where
+    // they are gone.
     void restore(const QString &path, const QString &version, const QString &theme);
+    // Into the backup folder, then gone.
     void remove(const QString &path, const QString &theme);
 
     // Saves a file of the program's own, which no theme has named, wherever links lead.
     CodePage saveOwn(const QString &path, const QString &text, std::optional<Encoding> encoding = {});
+
+    Backups &backups() { return m_backups; }
 
     // Where the program keeps what is the person's to edit: replace.ini and the dictionaries. Found when it
     // is first asked for; see findProgramFolder.
@@ -60,8 +78,10 @@ public:
 
 private:
     QString touch(Step step, const QString &path, const QString &theme) const;
+    Writer writer();
 
     QSet<QString> m_allowed;
+    Backups m_backups;
     mutable QString m_programFolder;
 };
 

@@ -13,7 +13,6 @@ namespace quillmere {
 
 namespace {
 
-
 // What Windows-1252 has at 80 to 9F (hex); elsewhere the byte is the character.
 constexpr std::array<char16_t, 32> upperControls = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,

@@ -56,17 +56,4 @@ DecodedText LoadText(const QString &path, CodePageRule rule = CodePageRule::Auto
 std::optional<QByteArray> LoadBytes(const QString &path, const Progress &progress = {},
                                     qint64 most = kLargestFile);
 
-// The one writer: a copy of the old file goes to the backup folder (see Backups.h), then the new text is
-// written beside it, flushed and renamed over it. Permissions are kept, a symbolic link stays one and its
-// target is written. Without an `encoding` it is that of the file replaced. Gives the page that the new file
-// is in. RunTimeError says which file, which step and why; the old file is then as it was.
-CodePage SaveFile(const QString &path, const QString &text, std::optional<Encoding> encoding = {});
-
-// Puts the bytes of `version`, a copy that backups keep, into exactly the file named, by the same steps;
-// makes the file and its folder again where they are gone.
-void RestoreFile(const QString &path, const QString &version);
-
-// Into the backup folder, then gone; exactly the file named. RunTimeError where either fails.
-void DeleteFile(const QString &path);
-
 } // namespace quillmere

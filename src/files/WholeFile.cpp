@@ -30,10 +30,10 @@ QString behindLinks(QString path)
     return path;
 }
 
-QString nameBeside(const QString &path)
+QString nameBeside(const QString &path, WholeFile::Of of)
 {
     const QStringView name = fileNameOf(path);
-    if (QFile::encodeName(name.toString()).size() <= kLongestName)
+    if (of == WholeFile::Of::One && QFile::encodeName(name.toString()).size() <= kLongestName)
         return {};
     // Nobody can have put a link of this name there.
     const QString number = QString::number(QRandomGenerator::system()->generate64(), 36);
@@ -49,9 +49,16 @@ QString makeFolder(const QString &folder)
     return error ? qt_error_string(error.value()) : QString();
 }
 
-WholeFile::WholeFile(const QString &path)
-    : m_path(behindLinks(path)), m_beside(nameBeside(m_path)), m_file(m_beside.isEmpty() ? m_path : m_beside)
+WholeFile::WholeFile(const QString &path, Of of)
+    : m_path(behindLinks(path)), m_beside(nameBeside(m_path, of)),
+      m_file(m_beside.isEmpty() ? m_path : m_beside)
 {
+}
+
+WholeFile::~WholeFile()
+{
+    if (m_isBeside)
+        QFile::remove(m_beside);
 }
 
 QString WholeFile::open()
@@ -99,17 +106,27 @@ QString WholeFile::flush()
     return {};
 }
 
-QString WholeFile::rename()
+QString WholeFile::close()
 {
     errno = 0;
     if (!m_file.commit())
         return m_file.error() == QFileDevice::UnspecifiedError && errno != 0 ? qt_error_string(errno)
                                                                              : m_file.errorString();
-    if (m_beside.isEmpty())
-        return {};
+    m_isBeside = !m_beside.isEmpty();
+    return {};
+}
+
+QString WholeFile::rename()
+{
+    if (!m_isBeside) {
+        const QString reason = close();
+        if (!reason.isEmpty() || !m_isBeside)
+            return reason;
+    }
     std::error_code error;
     std::filesystem::rename(QFileInfo(m_beside).filesystemFilePath(), QFileInfo(m_path).filesystemFilePath(),
                             error);
+    m_isBeside = false;
     if (error)
         QFile::remove(m_beside);
     return error ? qt_error_string(error.value()) : QString();

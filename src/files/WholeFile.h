@@ -15,13 +15,20 @@ QString makeFolder(const QString &folder);
 class WholeFile
 {
 public:
-    explicit WholeFile(const QString &path);
+    // One of many stays closed between close() and rename(), or the system would run out of open files.
+    enum class Of { One, Many };
+
+    explicit WholeFile(const QString &path, Of of = Of::One);
+    ~WholeFile();
+    Q_DISABLE_COPY_MOVE(WholeFile)
 
     QString open();
     // May be called again for what follows.
     QString write(QByteArrayView bytes);
     // Makes the disk keep what was written.
     QString flush();
+    // May be left out for one.
+    QString close();
     QString rename();
 
     // All steps.
@@ -29,8 +36,9 @@ public:
 
 private:
     QString m_path;
-    QString m_beside; // a shorter name, where the file's own leaves no room for an ending
+    QString m_beside; // another name: the file's own leaves no room for an ending, or it is one of many
     QSaveFile m_file;
+    bool m_isBeside = false; // closed under the name beside
 };
 
 } // namespace quillmere

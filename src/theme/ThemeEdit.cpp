@@ -148,22 +148,18 @@ QList<RowChange> ThemeEdit::rowChangesOf(const QString &path) const
 }
 
 // A file that is to be written, with what is in it now.
-struct ThemeEdit::Written
+struct ThemeEdit::Prepared
 {
-    QString path;
-    QByteArray oldBytes;
-    QString oldText;
+    Files::Change change;
+    QString text; // afterwards
     CodePage oldPage;
-    QString text;
-    CodePage page;
 };
 
-ThemeEdit::Written ThemeEdit::prepared(const QString &path, const FileEdit &edit, const EditTargets &targets)
+ThemeEdit::Prepared ThemeEdit::prepared(const QString &path, const FileEdit &edit, const EditTargets &targets)
 {
     const QString found = findFile(path);
     if (found.isEmpty())
         throwFailed("change", path, QStringLiteral("there is no such file"));
-    // Found out now, and not when half of the files are written.
     if (!targets.files.place(Files::Step::Save, found, targets.folder).mayBeTouched)
         throwFailed("change", path, QStringLiteral("it lies outside of the theme's folder"));
     const std::optional<QByteArray> bytes = LoadBytes(found);
@@ -172,55 +168,18 @@ ThemeEdit::Written ThemeEdit::prepared(const QString &path, const FileEdit &edit
     const DecodedText old = decodeText(*bytes);
     if (markOf(old.text) != edit.madeFor)
         throwChanged(path);
-    Written file = {
-        found, *bytes, old.text, old.page, changedText(old.text, edit.changes), edit.page.value_or(old.page)};
+    const QString text = changedText(old.text, edit.changes);
     try {
-        // What cannot be written is found out before anything is.
-        encodeText(file.text, file.page);
+        return {{found, *bytes, encodeText(text, edit.page.value_or(old.page))}, text, old.page};
     } catch (const RunTimeError &error) {
         throwFailed("write", path, error.message().chopped(1));
     }
-    return file;
-}
-
-void ThemeEdit::write(const QList<Written> &files, const EditTargets &targets)
-{
-    for (qsizetype i = 0; i < files.size(); ++i) {
-        const Written &file = files[i];
-        try {
-            // Writing many takes a while, and other programs do not wait.
-            if (LoadBytes(file.path) != file.oldBytes)
-                throwChanged(file.path);
-            targets.files.save(file.path, file.text, targets.folder, Encoding{file.page});
-        } catch (const RunTimeError &error) {
-            putBack(files, i, targets, error.message());
-            throw;
-        }
-    }
-}
-
-void ThemeEdit::putBack(const QList<Written> &files, qsizetype count, const EditTargets &targets,
-                        const QString &reason)
-{
-    QStringList lost;
-    for (qsizetype i = count; i > 0; --i) {
-        const Written &file = files[i - 1];
-        try {
-            targets.files.save(file.path, file.oldText, targets.folder, Encoding{file.oldPage});
-        } catch (const RunTimeError &) {
-            lost.append(file.path);
-        }
-    }
-    if (!lost.isEmpty())
-        throw RunTimeError(reason + QStringLiteral(" These files were changed and could not be put back; "
-                                                   "their old versions are in the backup folder: %1.")
-                                        .arg(lost.join(QStringLiteral(", "))));
 }
 
 ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
 {
     ThemeEdit inverse;
-    QList<Written> files;
+    QList<Files::Change> files;
     QList<std::pair<OpenText *, const QList<TextChange> *>> texts;
     QList<std::pair<OpenRows *, const QList<RowChange> *>> rows;
     for (const auto &[path, edit] : m_files) {
@@ -232,9 +191,10 @@ ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
             texts.append({open, &edit.changes});
             back.madeFor = markOf(changedText(text, edit.changes));
         } else {
-            files.append(prepared(path, edit, targets));
-            back.madeFor = markOf(files.last().text);
-            back.page = files.last().oldPage;
+            const Prepared file = prepared(path, edit, targets);
+            files.append(file.change);
+            back.madeFor = markOf(file.text);
+            back.page = file.oldPage;
         }
         inverse.m_files.emplace(path, back);
     }
@@ -245,7 +205,7 @@ ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
         rows.append({open, &changes});
         inverse.m_rows.emplace(path, inverseOf(changes));
     }
-    write(files, targets);
+    targets.files.saveAll(files, targets.folder);
     for (const auto &[open, changes] : texts)
         open->apply(*changes);
     for (const auto &[open, changes] : rows)

@@ -92,12 +92,9 @@ private:
         QList<TextChange> changes;
         std::optional<CodePage> page;
     };
-    struct Written;
+    struct Prepared;
 
-    static Written prepared(const QString &path, const FileEdit &edit, const EditTargets &targets);
-    static void write(const QList<Written> &files, const EditTargets &targets);
-    static void putBack(const QList<Written> &files, qsizetype count, const EditTargets &targets,
-                        const QString &reason);
+    static Prepared prepared(const QString &path, const FileEdit &edit, const EditTargets &targets);
 
     std::map<QString, FileEdit> m_files;
     std::map<QString, QList<RowChange>> m_rows;

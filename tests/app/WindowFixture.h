@@ -3,7 +3,7 @@
 #include "app/frmSkin.h"
 #include "asking/Prompts.h"
 #include "browser/forms/WebBrowser.h"
-#include "files/Backups.h"
+#include "files/Files.h"
 #include "files/TestFiles.h"
 #include "keeping/UnsavedTexts.h"
 
@@ -74,7 +74,7 @@ public:
     Window()
     {
         QSettings().clear();
-        setBackupFolder(files.path(QStringLiteral("backup")));
+        disk.backups().setFolder(files.path(QStringLiteral("backup")));
         setRecoveryFolder(files.path(QStringLiteral("recovery")));
         disk.setProgramFolder(files.folder());
         start();

@@ -269,7 +269,7 @@ void TestDialogs::replaceList()
     QVERIFY(QFile::remove(list) && QDir().mkdir(list));
     QString reason;
     try {
-        SaveFile(list, QString());
+        window.disk.saveOwn(list, QString());
     } catch (const RunTimeError &error) {
         reason = error.message();
     }

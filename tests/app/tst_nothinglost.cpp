@@ -15,9 +15,9 @@ namespace {
 
 const QString kLine = QStringLiteral("\nThe file was changed by another program.");
 
-bool isBackedUp(const QByteArray &bytes)
+bool isBackedUp(Window &window, const QByteArray &bytes)
 {
-    QDirIterator it(backupFolder(), QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator it(window.disk.backups().folder(), QDir::Files, QDirIterator::Subdirectories);
     while (it.hasNext()) {
         QFile file(it.next());
         if (file.open(QIODevice::ReadOnly) && file.readAll() == bytes)
@@ -109,7 +109,7 @@ void TestNothingLost::changedBehindOurBack()
     window.prompts.expectQuestion(title, question + kLine, true);
     window.choose(item);
     QVERIFY(window.files.read(name) != other);
-    QVERIFY(isBackedUp(other));
+    QVERIFY(isBackedUp(window, other));
     window.prompts.expectQuestion(title, question, true);
     window.choose(item);
 }

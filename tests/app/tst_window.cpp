@@ -526,7 +526,7 @@ void TestWindow::saveWritesInEveryCase()
     window.prompts.expectQuestion(QStringLiteral("Simpan File"), question, true);
     QString reason;
     try {
-        SaveFile(window.files.path(QStringLiteral("theme/no such folder/a.xml")), QString());
+        window.disk.saveOwn(window.files.path(QStringLiteral("theme/no such folder/a.xml")), QString());
     } catch (const RunTimeError &error) {
         reason = error.message();
     }

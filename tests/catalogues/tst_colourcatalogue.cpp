@@ -1,6 +1,5 @@
 #include "catalogues/ColourCatalogue.h"
 #include "colorpicker/ColourValue.h"
-#include "files/Backups.h"
 #include "files/Files.h"
 #include "files/TestFiles.h"
 #include "files/TextFile.h"
@@ -64,8 +63,8 @@ void TestColourCatalogue::load()
 void TestColourCatalogue::saveTwice()
 {
     const TestFiles files;
-    setBackupFolder(files.path(u"backup"_s));
     Files disk;
+    disk.backups().setFolder(files.path(u"backup"_s));
     Colours colours;
     const QString path =
         files.write(u"c.xml"_s, "<color name=\"b&\xe9\">#00ff00</color>\n<color name=\"\"></color>");

@@ -1,7 +1,6 @@
 #include "TextTable.h"
 #include "catalogues/FontCatalogue.h"
 #include "catalogues/ImageCatalogue.h"
-#include "files/Backups.h"
 #include "files/FileList.h"
 #include "files/Files.h"
 #include "files/Paths.h"
@@ -134,7 +133,6 @@ void TestImageCatalogue::getImgAfterChanges()
 void TestImageCatalogue::saveAndLoadAgain()
 {
     const TestFiles files;
-    setBackupFolder(files.path(QStringLiteral("backup")));
     const QByteArray name(100000, 'n');
     const QString path = files.write(QStringLiteral("image.xml"),
                                      "<image id=\"A\">sub\\a.png</image><IMAGE id = \"\xe4\">../b.png"
@@ -143,6 +141,7 @@ void TestImageCatalogue::saveAndLoadAgain()
     const QString folder = files.folder() + separator();
     FileList list;
     Files disk;
+    disk.backups().setFolder(files.path(QStringLiteral("backup")));
     ImageCatalogue images;
     images.LoadImageList(Document::open(path, files.folder()), folder, list);
     images.rows.add(QString(folder.toUpper() + u"d\\e.png"), {QStringLiteral("D")});

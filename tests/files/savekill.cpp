@@ -1,7 +1,7 @@
 // savekill [KILLS]: starts a program that saves a file of a megabyte over and over, kills it at a random
 // moment, and looks whether the file is a whole one, and so often. Fails at the first that is not.
 
-#include "files/Backups.h"
+#include "files/Files.h"
 #include "files/TestFiles.h"
 #include "files/TextFile.h"
 
@@ -72,11 +72,13 @@ void tell(char what)
 
 [[noreturn]] void saveForEver(const QString &folder)
 {
+    quillmere::Files files;
+    files.backups().setFolder(folder + QStringLiteral("/backup"));
     const QString path = folder + QStringLiteral("/theme/a.xml");
     for (int number = read(path).left(kLine - 1).toInt() + 1;; ++number) {
         const QString text = textOf(number);
         tell('b');
-        quillmere::SaveFile(path, text);
+        files.saveOwn(path, text);
         tell('e');
     }
 }
@@ -95,7 +97,6 @@ int main(int argc, char **argv)
     const QStringList arguments = app.arguments();
     if (arguments.value(1) == u"save") {
         nameless = arguments.value(3) == u"nameless";
-        quillmere::setBackupFolder(arguments.value(2) + QStringLiteral("/backup"));
         saveForEver(arguments.value(2));
     }
 

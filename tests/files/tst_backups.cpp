@@ -1,7 +1,6 @@
-#include "files/Backups.h"
+#include "files/Files.h"
 #include "files/RunTimeError.h"
 #include "files/TestFiles.h"
-#include "files/TextFile.h"
 
 #include <QDirIterator>
 #include <QSet>
@@ -39,6 +38,7 @@ private:
     }
 
     std::unique_ptr<TestFiles> m_files;
+    std::optional<Files> m_disk;
 
 private slots:
     // Far from UTC, so that no time passes for another.
@@ -47,9 +47,9 @@ private slots:
     void init()
     {
         m_files = std::make_unique<TestFiles>();
-        setBackupFolder(m_files->path(u"backup"_s));
+        m_disk.emplace();
+        m_disk->backups().setFolder(m_files->path(u"backup"_s));
     }
-    void cleanup() { setBackupFolder({}); }
 
     void keepsFiftyOfAFile()
     {
@@ -75,12 +75,12 @@ private slots:
         const QString folder = QFileInfo(newest).path();
         QVERIFY(QFile::link(outside, folder + u"/a.xml.20180101-000000-001"_s));
         QVERIFY(QFile::link(QFileInfo(outside).path(), folder + u"/link"_s));
-        pruneBackups(newest);
+        m_disk->backups().prune({newest});
         QCOMPARE(names(), kept += last);
         QVERIFY(QFile::exists(folder + u"/a.xml.20180101-000000-001"_s));
-        QCOMPARE(versionsBelow(theme()).size(), 51);
+        QCOMPARE(m_disk->backups().versionsBelow(theme()).size(), 51);
         QVERIFY(QFile::link(QFileInfo(outside).path(), m_files->path(u"backup/theme"_s)));
-        QCOMPARE(versionsBelow(u"/theme"_s).size(), 0);
+        QCOMPARE(m_disk->backups().versionsBelow(u"/theme"_s).size(), 0);
     }
 
     void keepsTheBytesOfATheme()
@@ -91,11 +91,11 @@ private slots:
             f = u"f.xml.0000000003-20140101-000000-000Z"_s,
                       other = u"sub/theme/c.xml.20170101-000000-000"_s; // of a theme of its own
         put(a, 90), put(b, 90), put(old), put(other, 199);
-        pruneBackups(put(d, 20));
+        m_disk->backups().prune({put(d, 20)});
         QCOMPARE(names(), QSet<QString>({a, b, old, other, d}));
-        pruneBackups(put(e, 1));
+        m_disk->backups().prune({put(e, 1)});
         QCOMPARE(names(), QSet<QString>({a, other, d, e}));
-        pruneBackups(put(f, 201));
+        m_disk->backups().prune({put(f, 201)});
         QCOMPARE(names(), QSet<QString>({other, f}));
     }
 
@@ -117,20 +117,20 @@ private slots:
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         const auto permissions = QFile::permissions(path);
         const auto restoreNewest = [&](int versions) {
-            const QList<Version> found = versionsBelow(theme());
+            const QList<Version> found = m_disk->backups().versionsBelow(theme());
             QCOMPARE(found.size(), versions);
             QCOMPARE(found[0].path, path);
             QCOMPARE(found[0].name, name);
             QCOMPARE(found[0].size, 6);
             QVERIFY(qAbs(found[0].time().secsTo(QDateTime::currentDateTime())) < 60);
-            RestoreFile(path, found[0].copy);
+            m_disk->restore(path, found[0].copy, theme());
             QCOMPARE(LoadBytes(path), first);
             QCOMPARE(QFile::permissions(path), permissions);
         };
-        SaveFile(path, u"second\n"_s);
+        m_disk->saveOwn(path, u"second\n"_s);
         restoreNewest(1);
-        QCOMPARE(LoadFile(versionsBelow(theme())[0].copy), u"second\n"_s);
-        DeleteFile(path);
+        QCOMPARE(LoadFile(m_disk->backups().versionsBelow(theme())[0].copy), u"second\n"_s);
+        m_disk->remove(path, theme());
         QVERIFY(QDir().rmdir(QFileInfo(path).path()));
         restoreNewest(3);
     }
@@ -141,13 +141,13 @@ private slots:
         put(u"b.xml.0000000041-20990101-000000-000Z"_s);
         const QString path = m_files->write(u"theme/a.xml"_s, "0");
         const auto save = [&](int number) {
-            SaveFile(path, QString::number(number));
-            return versionsBelow(theme())[0].copy.section(u"a.xml."_s, -1).left(11);
+            m_disk->saveOwn(path, QString::number(number));
+            return m_disk->backups().versionsBelow(theme())[0].copy.section(u"a.xml."_s, -1).left(11);
         };
         for (int i = 1; i <= 3; ++i)
             QCOMPARE(save(i), u"000000004%1-"_s.arg(i + 1));
         QString contents;
-        for (const Version &version : versionsBelow(theme()))
+        for (const Version &version : m_disk->backups().versionsBelow(theme()))
             contents += version.name.left(1) + LoadFile(version.copy) + u' ';
         QCOMPARE(contents, u"a2 a1 a0 b a "_s);
         // Without the kept number, with a damaged one, and without the copy that had the last one.
@@ -155,7 +155,7 @@ private slots:
         QCOMPARE(save(4), u"0000000045-"_s);
         m_files->write(u"backup/.last-number"_s, "7");
         QCOMPARE(save(5), u"0000000046-"_s);
-        QVERIFY(QFile::remove(versionsBelow(theme())[0].copy));
+        QVERIFY(QFile::remove(m_disk->backups().versionsBelow(theme())[0].copy));
         QCOMPARE(save(6), u"0000000047-"_s);
     }
 
@@ -166,7 +166,7 @@ private slots:
         for (int i = 10; i < 60; ++i)
             put(name + u".20200101-0000%1-000"_s.arg(i));
         for (int i = 0; i < 3; ++i)
-            SaveFile(m_files->write(u"theme/"_s + name, "old"), u"new"_s);
+            m_disk->saveOwn(m_files->write(u"theme/"_s + name, "old"), u"new"_s);
         QCOMPARE(names().size(), 50);
         QVERIFY(!names().contains(name + u".20200101-000012-000"_s));
         QVERIFY(names().contains(name + u".20200101-000013-000"_s));
@@ -178,16 +178,16 @@ private slots:
         for (int i = 0; i < 300; ++i)
             put(u"a.xml.20200101-000000-%1"_s.arg(i, 3, 10, QChar(u'0')), i == 0);
         const auto cancel = [](qsizetype, qsizetype) { throw Cancelled(); };
-        QVERIFY_EXCEPTION_THROWN(versionsBelow(theme(), cancel), Cancelled);
-        const QList<Version> versions = versionsBelow(theme());
-        RestoreFile(path, versions[299].copy);
+        QVERIFY_EXCEPTION_THROWN(m_disk->backups().versionsBelow(theme(), cancel), Cancelled);
+        const QList<Version> versions = m_disk->backups().versionsBelow(theme());
+        m_disk->restore(path, versions[299].copy, theme());
         QVERIFY(!QFile::exists(versions[299].copy));
         // What cannot be done leaves everything as it is.
-        QVERIFY_EXCEPTION_THROWN(RestoreFile(path, versions[299].copy), RunTimeError);
-        QVERIFY_EXCEPTION_THROWN(RestoreFile(theme(), versions[0].copy), RunTimeError);
-        QVERIFY_EXCEPTION_THROWN(RestoreFile(path + u"/b"_s, versions[0].copy), RunTimeError);
+        QVERIFY_EXCEPTION_THROWN(m_disk->restore(path, versions[299].copy, theme()), RunTimeError);
+        QVERIFY_EXCEPTION_THROWN(m_disk->restore(theme(), versions[0].copy, theme()), RunTimeError);
+        QVERIFY_EXCEPTION_THROWN(m_disk->restore(path + u"/b"_s, versions[0].copy, theme()), RunTimeError);
         QCOMPARE(QFileInfo(path).size(), 1'000'000);
-        QCOMPARE(versionsBelow(theme()).size(), 50);
+        QCOMPARE(m_disk->backups().versionsBelow(theme()).size(), 50);
     }
 };
 

@@ -1,4 +1,3 @@
-#include "files/Backups.h"
 #include "files/Files.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
@@ -25,7 +24,6 @@ class TestFilesDoor : public QObject
 
 private slots:
     void init();
-    void cleanup() { setBackupFolder({}); }
     void touchesOnlyTheTheme_data();
     void touchesOnlyTheTheme();
     void linksGoAlone();
@@ -47,7 +45,6 @@ void TestFilesDoor::init()
 {
     m_files = std::make_unique<TestFiles>(
         std::initializer_list<const char *>{"out.xml", "theme/in.xml", "theme/sub/in.xml", "theme2/out.xml"});
-    setBackupFolder(path(u"backup"_s));
     link(path(u"out.xml"_s), u"theme/out.xml"_s);
     link(u"../gone.xml"_s, u"theme/dangling.xml"_s);
     link(u"dangling.xml"_s, u"theme/twice.xml"_s);
@@ -111,6 +108,7 @@ void TestFilesDoor::touchesOnlyTheTheme()
         init();
         const QString theme = opened.isEmpty() ? opened : path(opened);
         Files files;
+        files.backups().setFolder(path(u"backup"_s));
         const auto save = [&] { files.save(path(name), u"new"_s, theme); };
         if (!refused && !theme.isEmpty()) {
             save();
@@ -135,6 +133,7 @@ void TestFilesDoor::touchesOnlyTheTheme()
 void TestFilesDoor::linksGoAlone()
 {
     Files files;
+    files.backups().setFolder(path(u"backup"_s));
     const QString theme = path(u"opened"_s);
     for (const char *name : {"theme/out.xml", "theme/in2.xml"}) {
         files.remove(path(QLatin1String(name)), theme);
@@ -224,6 +223,7 @@ void TestFilesDoor::neverInAFolderOfAnotherCase()
     QCOMPARE(LoadFile(path(name)), u"old"_s);
     const QString before = all();
     Files files;
+    files.backups().setFolder(path(u"backup"_s));
     QVERIFY(files.place(Files::Step::Save, path(name), theme).isInside); // nothing to allow
     QVERIFY_EXCEPTION_THROWN(files.save(path(name), u"new"_s, theme), RunTimeError);
     QVERIFY_EXCEPTION_THROWN(files.remove(path(name), theme), RunTimeError);

@@ -1,4 +1,4 @@
-#include "files/Backups.h"
+#include "files/Files.h"
 #include "files/RunTimeError.h"
 #include "files/TestFiles.h"
 #include "files/TextFile.h"
@@ -167,6 +167,38 @@ private slots:
         QVERIFY2(step.isEmpty() || steps.contains(step), qPrintable(steps.join(u',')));
     }
 
+    void manyAtOnce_data() { everyCall_data(); }
+
+    // Whichever call fails, all files are the old ones or all are the new ones.
+    void manyAtOnce()
+    {
+        QFETCH(int, error);
+        QFETCH(bool, halfway);
+        bool hit = true;
+        for (int turn = 1; hit && turn < 200; ++turn) {
+            const TestFiles files, backup;
+            Files disk;
+            disk.backups().setFolder(backup.folder());
+            QList<Files::Change> changes;
+            for (const char *name : {"a.xml", "b.xml", "c.xml"})
+                changes.append({files.write(QLatin1String(name), "old"), "old", "new"});
+            bool failed = false;
+            fault = {halfway ? "write" : QTest::currentDataTag(), turn, error, false, halfway};
+            try {
+                disk.saveAll(changes, files.folder());
+            } catch (const RunTimeError &) {
+                failed = true;
+            }
+            hit = fault.isHit();
+            fault = {};
+            QString found;
+            for (const QString &name : QDir(files.folder()).entryList(QDir::Files | QDir::Hidden))
+                found += name.left(2) + QString::fromLatin1(files.read(name)) + u' ';
+            QCOMPARE(found, failed ? u"a.old b.old c.old " : u"a.new b.new c.new ");
+        }
+        QVERIFY(!hit);
+    }
+
     void unsavedText()
     {
         const TestFiles files;
@@ -197,7 +229,8 @@ private:
     {
         const auto &[name, old] = file;
         const TestFiles files, backup;
-        setBackupFolder(backup.path(QStringLiteral("copies")));
+        Files disk;
+        disk.backups().setFolder(backup.path(QStringLiteral("copies")));
         if (!old.isEmpty())
             files.write(name, old);
         const QByteArray before = files.read(name);
@@ -208,7 +241,7 @@ private:
         QString message;
         fault = wanted;
         try {
-            SaveFile(files.path(name), unicode);
+            disk.saveOwn(files.path(name), unicode);
         } catch (const RunTimeError &error) {
             message = error.message();
         }
@@ -220,7 +253,7 @@ private:
         if (message.isEmpty()) {
             QVERIFY2(files.read(name) == text, qPrintable(about));
             QVERIFY2(entries == QStringList(name), qPrintable(about));
-            QDirIterator copy(backupFolder(), {QStringLiteral("*Z")}, QDir::Files | QDir::Hidden,
+            QDirIterator copy(disk.backups().folder(), {QStringLiteral("*Z")}, QDir::Files | QDir::Hidden,
                               QDirIterator::Subdirectories);
             QVERIFY2(copy.hasNext() != old.isEmpty(), qPrintable(about));
             if (!old.isEmpty()) {
@@ -238,8 +271,6 @@ private:
         QVERIFY2(hit, qPrintable(told));
         steps.append(message.section(quoted, 0, 0).mid(from.size()));
     }
-
-    void cleanup() { setBackupFolder({}); }
 };
 
 QTEST_GUILESS_MAIN(TestSaveFaults)

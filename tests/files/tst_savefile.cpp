@@ -1,7 +1,6 @@
-#include "files/Backups.h"
+#include "files/Files.h"
 #include "files/RunTimeError.h"
 #include "files/TestFiles.h"
-#include "files/TextFile.h"
 
 #include <QDirIterator>
 #include <QTest>
@@ -56,6 +55,7 @@ private:
     }
 
     std::unique_ptr<TestFiles> m_files, m_backup;
+    std::optional<Files> m_disk;
     QString m_path; // of a.xml, which holds "old"
 
 private slots:
@@ -64,19 +64,18 @@ private slots:
         m_files = std::make_unique<TestFiles>();
         m_backup = std::make_unique<TestFiles>();
         m_path = m_files->write(QStringLiteral("a.xml"), "old");
-        setBackupFolder(m_backup->folder());
+        m_disk.emplace();
+        m_disk->backups().setFolder(m_backup->folder());
     }
-
-    void cleanup() { setBackupFolder({}); }
 
     void keepsBytes()
     {
         for (const QByteArray &old : {QByteArray("a\r\n"), QByteArray("\xFF\x81\n"), QByteArray("\xC3\xBC"),
                                       QByteArray("\xEF\xBB\xBF"), QByteArray("a\0\n", 3), QByteArray()}) {
             m_files->write(QStringLiteral("a.xml"), old);
-            SaveFile(m_path, LoadFile(m_path));
+            m_disk->saveOwn(m_path, LoadFile(m_path));
             QCOMPARE(m_files->read(QStringLiteral("a.xml")), old);
-            SaveFile(m_path, LoadFile(m_path) + QChar(0xE9));
+            m_disk->saveOwn(m_path, LoadFile(m_path) + QChar(0xE9));
             QCOMPARE(m_files->read(QStringLiteral("a.xml")),
                      old + (old.contains('\xC3') || old.contains('\xEF') ? "\xC3\xA9" : "\xE9"));
         }
@@ -85,7 +84,7 @@ private slots:
     void backsUp()
     {
         for (int i = 1; i <= 20; ++i)
-            SaveFile(m_path, QString::number(i));
+            m_disk->saveOwn(m_path, QString::number(i));
         const QStringList copies = backups();
         QCOMPARE(copies.size(), 20);
         for (int i = 0; i < 20; ++i) {
@@ -94,10 +93,10 @@ private slots:
             QCOMPARE(copy.readAll(), i == 0 ? QByteArray("old") : QByteArray::number(i));
         }
         QCOMPARE(m_files->read(QStringLiteral("a.xml")), QByteArray("20"));
-        SaveFile(m_files->path(QStringLiteral("new.xml")), QStringLiteral("n"));
+        m_disk->saveOwn(m_files->path(QStringLiteral("new.xml")), QStringLiteral("n"));
         QCOMPARE(backups().size(), 20);
         QCOMPARE(entries(), QStringLiteral("a.xml new.xml"));
-        SaveFile(m_files->write(QStringLiteral("sub/a.xml"), "s"), QStringLiteral("x"));
+        m_disk->saveOwn(m_files->write(QStringLiteral("sub/a.xml"), "s"), QStringLiteral("x"));
         QVERIFY(QFileInfo(backups().constLast()).path() != QFileInfo(copies.at(0)).path());
     }
 
@@ -108,14 +107,14 @@ private slots:
         for (const auto permission : {QFile::ExeUser, QFile::ReadGroup, QFile::ReadUser}) {
             QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | permission));
             const auto kept = QFile::permissions(m_path);
-            SaveFile(link, QStringLiteral("new"));
+            m_disk->saveOwn(link, QStringLiteral("new"));
             QVERIFY(QFileInfo(link).isSymLink());
             QCOMPARE(m_files->read(QStringLiteral("a.xml")), QByteArray("new"));
             QCOMPARE(QFile::permissions(m_path), kept);
         }
         QCOMPARE(backups().size(), 3);
         QVERIFY(QFile::remove(m_path));
-        SaveFile(link, QStringLiteral("again"));
+        m_disk->saveOwn(link, QStringLiteral("again"));
         QVERIFY(QFileInfo(link).isSymLink());
         QCOMPARE(m_files->read(QStringLiteral("a.xml")), QByteArray("again"));
     }
@@ -123,16 +122,17 @@ private slots:
     void findsTheFileThatIsMeant()
     {
         m_files->write(QStringLiteral("Sub/A.xml"), "old");
-        SaveFile(m_files->folder() + QStringLiteral("\\sub\\a.xml"), QStringLiteral("new"));
+        m_disk->saveOwn(m_files->folder() + QStringLiteral("\\sub\\a.xml"), QStringLiteral("new"));
         QCOMPARE(m_files->read(QStringLiteral("Sub/A.xml")), QByteArray("new"));
-        SaveFile(m_files->folder() + QStringLiteral("\\sub\\b.xml"), QStringLiteral("second"));
+        m_disk->saveOwn(m_files->folder() + QStringLiteral("\\sub\\b.xml"), QStringLiteral("second"));
         QCOMPARE(m_files->read(QStringLiteral("Sub/b.xml")), QByteArray("second"));
         QCOMPARE(entries(), QStringLiteral("a.xml Sub"));
     }
 
     void refusesToSave()
     {
-        const auto save = [](const QString &path) { SaveFile(path, QStringLiteral("new")); };
+        const auto remove = [this](const QString &path) { m_disk->remove(path, m_files->folder()); };
+        const auto save = [this](const QString &path) { m_disk->saveOwn(path, QStringLiteral("new")); };
         m_files->write(QStringLiteral("folder/b.xml"), "b");
 #ifdef Q_OS_UNIX
         QCOMPARE(mkfifo(QFile::encodeName(m_files->path(QStringLiteral("pipe"))).constData(), 0600), 0);
@@ -140,14 +140,15 @@ private slots:
         for (const char *name : {"gone/a.xml", "folder", "a.xml/b.xml", "pipe", ""})
             refuses("open", QLatin1String(name), save);
         // A letter that does not fit, and no place for the copy of the old file.
-        refuses("write", QStringLiteral("a.xml"), [](const QString &path) {
-            SaveFile(path, QStringLiteral("\u0416"), Encoding{CodePage::Ascii, CodePageRule::Windows1252});
+        refuses("write", QStringLiteral("a.xml"), [this](const QString &path) {
+            m_disk->saveOwn(path, QStringLiteral("\u0416"),
+                            Encoding{CodePage::Ascii, CodePageRule::Windows1252});
         });
         QCOMPARE(backups(), QStringList());
-        setBackupFolder(m_backup->write(QStringLiteral("file")));
+        m_disk->backups().setFolder(m_backup->write(QStringLiteral("file")));
         refuses("back up", QStringLiteral("a.xml"), save);
-        refuses("back up", QStringLiteral("a.xml"), DeleteFile);
-        setBackupFolder(m_backup->folder());
+        refuses("back up", QStringLiteral("a.xml"), remove);
+        m_disk->backups().setFolder(m_backup->folder());
 
         const QString folder = m_files->path(QStringLiteral("folder"));
         QFile::setPermissions(m_path, QFile::ReadOwner);
@@ -161,10 +162,11 @@ private slots:
 
     void deletes()
     {
-        refuses("back up", QStringLiteral("A.XML"), DeleteFile);
-        refuses("back up", {}, DeleteFile);
+        const auto remove = [this](const QString &path) { m_disk->remove(path, m_files->folder()); };
+        refuses("back up", QStringLiteral("A.XML"), remove);
+        refuses("delete", {}, remove);
         QCOMPARE(backups(), QStringList());
-        DeleteFile(m_path);
+        remove(m_path);
         QCOMPARE(entries(), QString());
         QCOMPARE(backups().size(), 1);
     }

@@ -1,9 +1,8 @@
 #include "TextTable.h"
-#include "files/Backups.h"
+#include "files/Files.h"
 #include "files/LoadedFiles.h"
 #include "files/RunTimeError.h"
 #include "files/TestFiles.h"
-#include "files/TextFile.h"
 
 #include <QRandomGenerator>
 
@@ -121,7 +120,8 @@ private slots:
     void changes()
     {
         const TestFiles files;
-        setBackupFolder(files.path(QStringLiteral("backup")));
+        Files disk;
+        disk.backups().setFolder(files.path(QStringLiteral("backup")));
         const QString path = files.write(QStringLiteral("a.xml"), "a");
         const QString link = files.path(QStringLiteral("link.xml"));
         const QString spelt = files.folder() + QStringLiteral("\\.\\A.XML");
@@ -142,13 +142,13 @@ private slots:
         QCOMPARE(changed(), QStringLiteral("+++-"));
         // Written under one name, it is known under all; what is loaded otherwise does not count.
         LoadFile(path);
-        SaveFile(link, QStringLiteral("c"));
-        SaveFile(gone, QStringLiteral("d"));
+        disk.saveOwn(link, QStringLiteral("c"));
+        disk.saveOwn(gone, QStringLiteral("d"));
         QCOMPARE(changed(), QStringLiteral("----"));
         files.write(QStringLiteral("a.xml"), "theirs");
         QCOMPARE(savingQuestion(QStringLiteral("?"), path),
                  QStringLiteral("?\nThe file was changed by another program."));
-        DeleteFile(gone);
+        disk.remove(gone, files.folder());
         QFile::remove(path);
         QCOMPARE(changed(), QStringLiteral("+++-"));
         QCOMPARE(savingQuestion(QStringLiteral("?"), gone), QStringLiteral("?"));

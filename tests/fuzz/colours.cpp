@@ -1,7 +1,6 @@
 #include "Fuzz.h"
 #include "catalogues/ColourCatalogue.h"
 #include "colorpicker/ColourValue.h"
-#include "files/Backups.h"
 #include "files/Files.h"
 #include "files/TestFiles.h"
 #include "markup/ColourCode.h"
@@ -15,9 +14,9 @@ void fuzz(const Input &input)
     static const TestFiles files;
     const QString name = QStringLiteral("color.xml");
     const QString path = files.write(name, input.bytes(0));
-    setBackupFolder(files.path(QStringLiteral("backup")));
     ListRows rows({QString(), QString(), QString()}, ListRows::Checks::Yes);
     Files disk;
+    disk.backups().setFolder(files.path(QStringLiteral("backup")));
     ColourCatalogue colours(rows);
     colours.LoadColorList(Document::open(path, files.folder()));
     const QString read = asText(rows.rows());
@@ -37,7 +36,7 @@ void fuzz(const Input &input)
         colours.save(disk);
         check(files.read(name) == written, "written again the same", read);
     }
-    QDir(backupFolder()).removeRecursively();
+    QDir(disk.backups().folder()).removeRecursively();
 
     const QString digits = input.text(1);
     const QString valid = digits.left(validLength(digits));

@@ -1,6 +1,5 @@
 #include "Fuzz.h"
 #include "catalogues/ImageCatalogue.h"
-#include "files/Backups.h"
 #include "files/FileList.h"
 #include "files/Files.h"
 #include "files/Paths.h"
@@ -16,9 +15,9 @@ void fuzz(const Input &input)
     const QString folder = files.folder() + separator();
     const QString name = QStringLiteral("image.xml");
     const QString path = files.write(name, input.bytes(0));
-    setBackupFolder(files.path(QStringLiteral("backup")));
     FileList list;
     Files disk;
+    disk.backups().setFolder(files.path(QStringLiteral("backup")));
     ImageCatalogue images;
     images.LoadImageList(Document::open(path, files.folder()), folder, list);
     const QString read = asText(images.rows.rows());
@@ -38,5 +37,5 @@ void fuzz(const Input &input)
         images.SaveImageList(disk);
         check(files.read(name) == written, "written again the same", read);
     }
-    QDir(backupFolder()).removeRecursively();
+    QDir(disk.backups().folder()).removeRecursively();
 }

@@ -1,5 +1,5 @@
 #include "Fuzz.h"
-#include "files/Backups.h"
+#include "files/Files.h"
 #include "files/TestFiles.h"
 
 using namespace quillmere;
@@ -12,20 +12,21 @@ void fuzz(const Input &input)
     const QByteArray old = input.bytes(0);
     const QString name = QStringLiteral("theme/a.xml");
     const QString path = files.write(name, old);
-    setBackupFolder(files.path(QStringLiteral("backup")));
+    Files disk;
+    disk.backups().setFolder(files.path(QStringLiteral("backup")));
 
-    SaveFile(path, LoadFile(path));
+    disk.saveOwn(path, LoadFile(path));
     check(files.read(name) == old, "an untouched file stays as it was", LoadFile(path));
-    SaveFile(path, input.text(1));
+    disk.saveOwn(path, input.text(1));
     same(LoadFile(path), input.text(1), "what is saved is loaded");
-    const QList<Version> versions = versionsBelow(files.folder());
+    const QList<Version> versions = disk.backups().versionsBelow(files.folder());
     check(versions.size() == 2, "each save makes a copy");
     for (const Version &version : versions) {
         same(version.path, path, "the file of a version");
-        RestoreFile(path, version.copy);
+        disk.restore(path, version.copy, files.folder());
         check(files.read(name) == old, "the old bytes come back", path);
     }
     const QDir::Filters all = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
     check(QDir(QFileInfo(path).path()).entryList(all).size() == 1, "nothing is left beside the file");
-    QDir(backupFolder()).removeRecursively();
+    QDir(disk.backups().folder()).removeRecursively();
 }

@@ -1,6 +1,5 @@
 #include "theme/ThemeEdit.h"
 #include "Fuzz.h"
-#include "files/Backups.h"
 #include "files/TestFiles.h"
 
 using namespace quillmere;
@@ -10,7 +9,6 @@ using namespace quillmere;
 void fuzz(const Input &input)
 {
     static const TestFiles files;
-    setBackupFolder(files.path(QStringLiteral("backup")));
     const QString names[] = {QStringLiteral("theme/a.xml"), QStringLiteral("theme/b.xml")};
     QString paths[2], texts[2];
     for (int i = 0; i < 2; ++i) {
@@ -19,6 +17,7 @@ void fuzz(const Input &input)
     }
     const QString put = input.text(3);
     Files door;
+    door.backups().setFolder(files.path(QStringLiteral("backup")));
     const EditTargets targets = {door, files.path(QStringLiteral("theme")), {}, {}};
     ThemeEdit edit;
     const QByteArray places = input.bytes(2);
@@ -38,5 +37,5 @@ void fuzz(const Input &input)
     inverse.apply(targets);
     for (int i = 0; i < 2; ++i)
         check(files.read(names[i]) == input.bytes(i), "the bytes come back", texts[i]);
-    QDir(backupFolder()).removeRecursively();
+    QDir(door.backups().folder()).removeRecursively();
 }

@@ -1,4 +1,3 @@
-#include "files/Backups.h"
 #include "files/RunTimeError.h"
 #include "files/TestFiles.h"
 #include "theme/ThemeEdit.h"
@@ -93,9 +92,8 @@ private slots:
     void init()
     {
         m_files = std::make_unique<TestFiles>();
-        setBackupFolder(m_files->path(QStringLiteral("backup")));
+        m_door.backups().setFolder(m_files->path(QStringLiteral("backup")));
     }
-    void cleanup() { setBackupFolder({}); }
 
     void randomChanges()
     {

@@ -163,7 +163,7 @@ void frmRestore::loadVersions()
 {
     if (!m_theme.isEmpty())
         m_talk.runLong(tr("Looking for versions"), [this](const Progress &progress) {
-            m_versions = versionsBelow(m_theme, progress, m_outside);
+            m_versions = m_files.backups().versionsBelow(m_theme, progress, m_outside);
         });
     m_all.clear();
     for (const Version &version : std::as_const(m_versions))
