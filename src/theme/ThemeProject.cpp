@@ -174,6 +174,7 @@ void ThemeProject::reload(const QString &path)
     }
     if (!all.contains(path))
         return;
+    LoadBytes(path); // throws before any list is emptied
     m_problems = {};
     if (path == all.last())
         loadPanel();

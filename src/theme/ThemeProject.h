@@ -30,7 +30,8 @@ public:
     // been read, so that whoever cancels keeps the theme that was open, with what was changed in it.
     bool LoadTheme(const QString &folder, const Progress &progress = {});
 
-    // Loads one of files() again, theme.xml with all that it names; nothing for another file.
+    // Loads one of files() again, theme.xml with all that it names; nothing for another file. RunTimeError
+    // says why one cannot be read, and what it held stays then.
     void reload(const QString &path);
     // The files that were read: theme.xml, those of the catalogues, default.xml.
     QStringList files() const;

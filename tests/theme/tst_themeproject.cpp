@@ -68,6 +68,11 @@ private slots:
         QCOMPARE(problems[0], QStringLiteral("Cannot read \"%1\": it is larger than 64 MB.")
                                   .arg(QDir::toNativeSeparators(files.path(QStringLiteral("a")))));
         QCOMPARE(problems[5], QStringLiteral("More files cannot be read: 1."));
+        // What can no longer be read when it is loaded again stays in its list.
+        const QString windows = files.path(QStringLiteral("w"));
+        QVERIFY(QFile::resize(windows, qint64(100) << 30));
+        QVERIFY_EXCEPTION_THROWN(project.reload(project.widgets.document.path()), RunTimeError);
+        QCOMPARE(project.widgets.LvWidget.count(), 1);
     }
 
     void opensThemes()
