@@ -1,7 +1,6 @@
 #include "browser/NamedPictures.h"
 
 #include "browser/PictureUrls.h"
-#include "markup/Matching.h"
 
 #include <algorithm>
 
