@@ -159,7 +159,7 @@ void TestPagePatch::sameDocument_data()
 {
     QTest::addColumn<bool>("isBody");
     QTest::addColumn<quint32>("seed");
-    for (quint32 seed = 1; seed <= 8; ++seed) {
+    for (quint32 seed = 1; seed <= 4; ++seed) {
         QTest::addRow("window %u", seed) << false << seed;
         QTest::addRow("body %u", seed) << true << seed;
     }
