@@ -1,6 +1,7 @@
 // From a key in the source to its page, in the real window: with the page changed where it differs, and, key
 // by key in turn, with the page written anew. "written" is when the browser has the document, "painted" when
-// it has drawn a frame of it; a frame comes every 17 ms at most.
+// it has drawn a frame of it; a frame comes every 17 ms at most. "work" is what the window's thread and that
+// of the browser's renderer did meanwhile, which says something on a busy machine, too.
 //
 //   QT_QPA_PLATFORM=offscreen bench_keys [BLOCKS...]
 
@@ -29,8 +30,8 @@ using namespace quillmere;
 
 namespace {
 
-constexpr int kKeys = 100; // of each way
-constexpr int kWarm = 10;  // and these before, which do not count
+constexpr int kKeys = 40; // of each way
+constexpr int kWarm = 10; // and these before, which do not count
 
 class NoPrompts : public Prompts
 {
@@ -60,8 +61,15 @@ QByteArray windowOf(int blocks)
 
 struct Times
 {
-    QList<double> written, painted;
+    QList<double> written, painted, work, rendererWork;
 };
+
+// The processor time that the first thread of a process has had, ms.
+double workOf(qint64 process)
+{
+    QFile file(QStringLiteral("/proc/%1/task/%1/schedstat").arg(process));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(0).toDouble() / 1e6 : 0;
+}
 
 QString spread(QList<double> times)
 {
@@ -119,14 +127,21 @@ public:
             Times &times = patching ? patched : anew;
             times.written.append(m_written);
             times.painted.append(m_painted);
+            times.work.append(m_work);
+            times.rendererWork.append(m_rendererWork);
         }
-        QTextStream(stdout) << blocks << " blocks\n  changed where it differs: written "
-                            << spread(patched.written) << "; painted " << spread(patched.painted)
-                            << "\n  written anew:             written " << spread(anew.written)
-                            << "; painted " << spread(anew.painted) << Qt::endl;
+        QTextStream(stdout) << blocks << " blocks\n";
+        print("changed where it differs", patched);
+        print("written anew", anew);
     }
 
 private:
+    static void print(const char *way, const Times &times)
+    {
+        QTextStream(stdout) << "  " << way << ":\n    written " << spread(times.written) << "\n    painted "
+                            << spread(times.painted) << "\n    work of the window   " << spread(times.work)
+                            << "\n    work of the renderer " << spread(times.rendererWork) << Qt::endl;
+    }
     void press()
     {
         const bool back = m_key % 2 == 0;
@@ -141,12 +156,16 @@ private:
     {
         ++m_key;
         m_written = m_painted = -1;
+        const qint64 own = QCoreApplication::applicationPid(), renderer = m_wb->page()->renderProcessPid();
+        const double before = workOf(own), rendererBefore = workOf(renderer);
         m_clock.start();
         work();
         m_patience.start(20000);
         m_loop.exec();
         if (m_painted < 0)
             qFatal("The page does not come");
+        m_work = workOf(own) - before;
+        m_rendererWork = workOf(renderer) - rendererBefore;
         for (int i = 0; i < 20; ++i)
             QApplication::processEvents(); // what follows a key is not counted with the next one
     }
@@ -170,6 +189,7 @@ private:
     QElapsedTimer m_clock;
     int m_key = 0;
     double m_written = -1, m_painted = -1; // ms; -1 while it is not
+    double m_work = 0, m_rendererWork = 0; // ms
 };
 
 } // namespace
