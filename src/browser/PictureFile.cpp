@@ -50,7 +50,7 @@ std::unique_ptr<QFile> openPicture(const QString &path)
     return QFileInfo(path).canonicalFilePath() == path && isStillAt(*file, path) ? std::move(file) : nullptr;
 }
 
-QByteArray pixelFormat(QFile &file)
+QByteArray pixelFormat(QIODevice &file)
 {
     const QByteArray head = file.peek(12);
     if (head.startsWith("\x89PNG\r\n\x1a\n"))

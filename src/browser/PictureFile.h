@@ -11,9 +11,11 @@ namespace quillmere {
 // file, or when something else has come to its place since somebody looked.
 std::unique_ptr<QFile> openPicture(const QString &path);
 
+constexpr qint64 kMostPixels = 64 * 1024 * 1024; // of a picture that is shown: 256 MB in the renderer
+
 // What Qt calls the format of a picture made of pixels (png, jpeg, gif, bmp, webp, ico), by the first bytes
 // of the file, which stays where it is; empty for anything else. Qt asked itself would also try what it has
 // for drawings, and a drawing can name other files, pipes, or itself.
-QByteArray pixelFormat(QFile &file);
+QByteArray pixelFormat(QIODevice &file);
 
 } // namespace quillmere

@@ -1,4 +1,5 @@
 #include "files/FileList.h"
+#include "files/FolderListings.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "theme/ThemeConfig.h"
@@ -29,55 +30,30 @@ constexpr RoleOfEntry kRoles[] = {{u"file_widget", FileRole::WindowCatalogue},
                                   {u"file_i18n", FileRole::LanguageCatalogue},
                                   {u"file_font", FileRole::FontCatalogue}};
 
-// Finds files as findFile does, with one listing a folder.
-class FolderListings
-{
-public:
-    QString find(const QString &path)
-    {
-        const QString folder = folderOf(path).toString();
-        const QString name = fileNameOf(path).toString();
-        const Listing &listing = of(folder);
-        if (listing.names.contains(name))
-            return joinPath(listing.folder, name);
-        const QString other = listing.folded.value(name.toCaseFolded());
-        return other.isEmpty() ? QString() : joinPath(listing.folder, other);
-    }
-
-private:
-    struct Listing
-    {
-        QString folder; // as it is named where it exists, so that paths stay as they are written
-        QSet<QString> names;
-        QHash<QString, QString> folded; // the first of each
-    };
-
-    const Listing &of(const QString &folder)
-    {
-        const auto known = m_listings.constFind(folder);
-        if (known != m_listings.constEnd())
-            return *known;
-        Listing listing;
-        listing.folder = findFolder(folder);
-        for (const QString &name : filesOf(folder)) {
-            listing.names.insert(name);
-            const QString folded = name.toCaseFolded();
-            if (!listing.folded.contains(folded))
-                listing.folded.insert(folded, name);
-        }
-        return *m_listings.insert(folder, listing);
-    }
-
-    QHash<QString, Listing> m_listings;
-};
-
 } // namespace
+
+std::optional<QString> textOf(const ThemeSources &sources, const IndexedFile &file)
+{
+    for (const QString &path : {file.path, file.found}) {
+        const auto open = sources.texts.constFind(path);
+        if (open != sources.texts.constEnd())
+            return *open;
+    }
+    if (file.found.isEmpty())
+        return std::nullopt;
+    try {
+        const std::optional<QByteArray> bytes = LoadBytes(file.found);
+        return bytes ? std::optional(decodeText(*bytes, sources.rule).text) : std::nullopt;
+    } catch (const RunTimeError &) {
+        return std::nullopt; // what stands there may be no file at all
+    }
+}
 
 class IndexBuilder
 {
 public:
     IndexBuilder(const ThemeSources &sources, std::stop_token stop)
-        : m_sources(sources), m_stop(std::move(stop)), m_texts(sources.texts)
+        : m_sources(sources), m_stop(std::move(stop))
     {
     }
 
@@ -96,7 +72,8 @@ private:
     {
         const QString config = joinPath(m_sources.folder, u"theme.xml");
         IndexedFile theme = {config, m_listings.find(config)};
-        const QList<ConfigEntry> entries = configEntries(textOf(theme).value_or(QString()));
+        const QList<ConfigEntry> entries =
+            configEntries(quillmere::textOf(m_sources, theme).value_or(QString()));
         QString windows, languages;
         for (const RoleOfEntry &kind : kRoles) {
             // What an entry loads takes the place of what one before it did.
@@ -127,7 +104,7 @@ private:
                 m_index.m_numbers.insert(path, *known);
             return *known;
         }
-        const bool exists = !found.isEmpty() || m_texts.contains(path);
+        const bool exists = !found.isEmpty() || m_sources.texts.contains(path);
         const qint32 number = m_index.add({path, found, role, isListed, exists});
         m_known.insert(key, number);
         return number;
@@ -195,27 +172,9 @@ private:
 
     QString textOf(const QString &path)
     {
-        IndexedFile file = {path, m_listings.find(path)};
-        const QString text = textOf(file).value_or(QString());
-        m_texts.insert(path, text); // it is read again for its names
+        const QString text = quillmere::textOf(m_sources, {path, m_listings.find(path)}).value_or(QString());
+        m_sources.texts.insert(path, text); // it is read again for its names
         return text;
-    }
-
-    std::optional<QString> textOf(const IndexedFile &file) const
-    {
-        for (const QString &path : {file.path, file.found}) {
-            const auto open = m_texts.constFind(path);
-            if (open != m_texts.constEnd())
-                return *open;
-        }
-        if (file.found.isEmpty())
-            return std::nullopt;
-        try {
-            const std::optional<QByteArray> bytes = LoadBytes(file.found);
-            return bytes ? std::optional(decodeText(*bytes, m_sources.rule).text) : std::nullopt;
-        } catch (const RunTimeError &) {
-            return std::nullopt; // what stands there may be no file at all
-        }
     }
 
     void readFiles()
@@ -241,7 +200,7 @@ private:
             const std::lock_guard lock(m_mutex);
             file = m_index.m_files.at(number);
         }
-        const std::optional<QString> text = textOf(file);
+        const std::optional<QString> text = quillmere::textOf(m_sources, file);
         const auto rows = m_sources.rows.constFind(file.path);
         FoundNames found = findNames(file.role, text.value_or(QString()));
         const FoundNames inRows =
@@ -258,9 +217,8 @@ private:
             m_index.replace(number, inRows, ThemeIndex::From::Rows);
     }
 
-    const ThemeSources &m_sources;
+    ThemeSources m_sources; // with the texts that were read already
     std::stop_token m_stop;
-    QHash<QString, QString> m_texts; // those that are open, and those that are read already
     FolderListings m_listings;
     QHash<QString, qint32> m_known;
     QHash<qint32, QString> m_windows; // the names that documents define

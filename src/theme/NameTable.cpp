@@ -269,27 +269,6 @@ void placeNames(FoundNames &found)
     }
 }
 
-void findInWindow(FoundNames &found)
-{
-    const Outline outline(found.text);
-    const auto add = [&found](Range range, NameKind kind) {
-        if (!range.isEmpty())
-            found.names.push_back({range.in(found.text), range, -1, kind, false, {}});
-    };
-    for (qint32 index = 0; index < qint32(outline.elements().size()); ++index) {
-        const Element &element = outline.element(index);
-        const std::optional<NameKind> kind = nameIn(element.kind);
-        if (!kind || element.inComment || element.inSignal)
-            continue;
-        if (isStripped(*kind)) {
-            for (const Range &entry : entriesOf(outline, index))
-                add(entry, *kind);
-        } else {
-            add(element.content(), *kind);
-        }
-    }
-}
-
 Range elementOf(const CatalogueRule &rule, QStringView piece, const ClosedUpText &closed)
 {
     const QStringView text = closed.text();
@@ -307,12 +286,34 @@ Range elementOf(const CatalogueRule &rule, QStringView piece, const ClosedUpText
 
 } // namespace
 
+std::vector<FoundName> namesIn(const Outline &outline)
+{
+    std::vector<FoundName> names;
+    const auto add = [&](Range range, NameKind kind) {
+        if (!range.isEmpty())
+            names.push_back({outline.at(range), range, -1, kind, false, {}});
+    };
+    for (qint32 index = 0; index < qint32(outline.elements().size()); ++index) {
+        const Element &element = outline.element(index);
+        const std::optional<NameKind> kind = nameIn(element.kind);
+        if (!kind || element.inComment || element.inSignal)
+            continue;
+        if (isStripped(*kind)) {
+            for (const Range &entry : entriesOf(outline, index))
+                add(entry, *kind);
+        } else {
+            add(element.content(), *kind);
+        }
+    }
+    return names;
+}
+
 FoundNames findNames(FileRole role, const QString &text)
 {
     FoundNames found;
     found.text = text;
     if (role == FileRole::Window || role == FileRole::Style)
-        findInWindow(found);
+        found.names = namesIn(Outline(found.text)); // views of the text, which is shared
     for (const CatalogueRule &rule : kCatalogueRules) {
         if (rule.file == role)
             findInCatalogue(rule, found.text, found);

@@ -52,6 +52,8 @@ struct FoundNames
 // Every name in a file, in the order of the text. Names in comments of a window do not count, nor do empty
 // ones. What a catalogue defines is what its loader reads, comments or not.
 FoundNames findNames(FileRole role, const QString &text);
+// The names in a window that is outlined already: views of its text, without places.
+std::vector<FoundName> namesIn(const Outline &outline);
 // The same for rows that are not written yet: the names that their catalogue would define, without ranges.
 FoundNames findNames(FileRole role, const QList<ListRows::Row> &rows);
 

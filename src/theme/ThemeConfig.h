@@ -1,5 +1,7 @@
 #pragma once
 
+#include "outline/Range.h"
+
 #include <QList>
 #include <QString>
 
@@ -9,6 +11,7 @@ struct ConfigEntry
 {
     QString name;
     QString value; // as written
+    Range range;   // of the element, with both tags
 };
 // The entries of the <config> element of a theme.xml, in the order of the text. The last one holds what
 // stands behind the last closing tag, and no more than that.

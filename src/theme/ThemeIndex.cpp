@@ -275,16 +275,27 @@ QStringList ThemeIndex::matching(NameKind kind, QStringView part) const
     return begin + hold;
 }
 
-QStringList ThemeIndex::inOtherLetters(NameKind kind, QStringView name) const
+template <typename Fits>
+QStringList ThemeIndex::otherLetters(NameKind kind, QStringView name, Fits fits) const
 {
     QStringList names;
     qint32 number = m_folded[size_t(kind)].value(foldedKey(name), -1);
     for (; number >= 0; number = m_names.at(number).nextOfSameLetters) {
         const Name &other = m_names.at(number);
-        if (other.text != name && !other.definedIn.isEmpty())
+        if (other.text != name && fits(other))
             names.append(other.text);
     }
     return names;
+}
+
+QStringList ThemeIndex::inOtherLetters(NameKind kind, QStringView name) const
+{
+    return otherLetters(kind, name, [](const Name &other) { return !other.definedIn.isEmpty(); });
+}
+
+QStringList ThemeIndex::usedInOtherLetters(NameKind kind, QStringView name) const
+{
+    return otherLetters(kind, name, [](const Name &other) { return !other.usedIn.isEmpty(); });
 }
 
 } // namespace quillmere

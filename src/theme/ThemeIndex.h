@@ -34,6 +34,9 @@ struct IndexedFile
     bool isReadable = true; // false for one that is missing or not to be read; see LoadBytes
 };
 
+// The text that counts for a file; nothing for one that is missing or not to be read.
+std::optional<QString> textOf(const ThemeSources &sources, const IndexedFile &file);
+
 // Where a name stands. A document is the definition of its window: its place is the beginning of the file.
 struct NamePlace
 {
@@ -78,6 +81,8 @@ public:
     QStringList matching(NameKind kind, QStringView part) const;
     // The defined names that differ from this one in letter case alone.
     QStringList inOtherLetters(NameKind kind, QStringView name) const;
+    // The same of used names.
+    QStringList usedInOtherLetters(NameKind kind, QStringView name) const;
 
 private:
     struct Entry
@@ -138,6 +143,8 @@ private:
     enum class From { Text, Rows };
     bool replace(qint32 file, const FoundNames &found, From from);
     std::vector<Entry> keptBeside(qint32 file, From from) const;
+    template <typename Fits>
+    QStringList otherLetters(NameKind kind, QStringView name, Fits fits) const;
     NamePlace placeOf(qint32 file, const Entry &entry) const;
     QList<NamePlace> placesOf(NameKind kind, QStringView name, bool areDefinitions) const;
     friend class IndexBuilder;

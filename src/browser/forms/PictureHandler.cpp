@@ -13,8 +13,7 @@ namespace quillmere {
 
 namespace {
 
-constexpr qint64 kMostPixels = 64 * 1024 * 1024; // of one picture: 256 MB in the renderer
-constexpr int kMostInARow = 5;                   // ms of giving answers between other events
+constexpr int kMostInARow = 5; // ms of giving answers between other events
 
 // A file of some kilobytes can stand for gigabytes of pixels. Formats that say nothing of their size in a
 // header, like drawings, are not asked.

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "checks/ThemeCheck.h"
+#include "files/FolderListings.h"
+
+namespace quillmere {
+
+// A row of a catalogue or of a language file.
+struct CatalogueRow
+{
+    QString name;
+    QString value;               // the code of a colour, a translation
+    QString path;                // the file that an image, a font, a language or a window names
+    QString found;               // the one that is meant, which may have other letters; empty where none is
+    Range range, element;        // of the name, and of the whole; empty in rows that are not written
+    qint32 line = 0, column = 0; // of the name, from 1
+    LineColumn elementPlace;
+    bool isFirst = true; // of this name
+};
+
+struct Catalogue
+{
+    IndexedFile file;
+    QList<CatalogueRow> rows; // in the order, and with the numbers, of the list it is loaded into
+};
+
+// The catalogues of a theme as the rules look at them: read once, and every file that they name looked for.
+class Catalogues
+{
+public:
+    Catalogues(const ThemeSources &sources, const ThemeIndex &index);
+
+    const Catalogue &of(FileRole role) const { return m_catalogues[size_t(role)]; }
+    // Those whose file can be read, in the order of the index, and the languages' names.
+    const QList<Catalogue> &languages() const { return m_languages; }
+    QString nameOfLanguage(const IndexedFile &file) const;
+
+    FolderListings &listings() { return m_listings; }
+
+private:
+    Catalogue read(const IndexedFile &file);
+    QString pathIn(const IndexedFile &file, const QString &value) const;
+    QList<CatalogueRow> fromText(const IndexedFile &file, const QString &text) const;
+    QList<CatalogueRow> fromRows(const IndexedFile &file, const QList<ListRows::Row> &rows) const;
+
+    const ThemeSources &m_sources;
+    FolderListings m_listings;
+    std::array<Catalogue, size_t(FileRole::Window) + 1> m_catalogues;
+    QList<Catalogue> m_languages;
+};
+
+} // namespace quillmere

@@ -1,0 +1,59 @@
+#include "checks/WindowReport.h"
+
+namespace quillmere {
+
+namespace {
+
+// Numbers and signs are the same in every language.
+bool hasLetter(QStringView text)
+{
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        uint letter = text[at].unicode();
+        if (text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate()) {
+            letter = QChar::surrogateToUcs4(text[at], text[at + 1]);
+            ++at;
+        }
+        if (QChar::isLetter(letter))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+// A draft that the catalogue does not name yet, and what widgets take over, need no translation.
+void checkTranslations(WindowReport &report)
+{
+    if (report.file.role != FileRole::Window || !report.file.isListed || report.facts.languages.isEmpty())
+        return;
+    std::vector<FoundName> strings;
+    QSet<QString> known;
+    for (const FoundName &name : namesIn(report.outline)) {
+        if (name.kind != NameKind::String || !hasLetter(name.name))
+            continue;
+        const QString text = QString::fromRawData(name.name.data(), name.name.size());
+        if (!known.contains(text))
+            strings.push_back(name);
+        known.insert(text);
+    }
+    for (const LanguageTexts &language : report.facts.languages) {
+        Range first;
+        int missing = 0;
+        for (const FoundName &string : strings) {
+            if (language.translated.contains(QString::fromRawData(string.name.data(), string.name.size())))
+                continue;
+            if (missing++ == 0)
+                first = string.range;
+        }
+        if (missing > 0)
+            report.add(Rule::Untranslated, first,
+                       quoted(language.name) + u" lacks " +
+                           (missing == 1
+                                ? QStringLiteral("1 string of the window, ")
+                                : QStringLiteral("%1 strings of the window, the first is ").arg(missing)) +
+                           quoted(first.in(report.outline.text())),
+                       language.name);
+    }
+}
+
+} // namespace quillmere

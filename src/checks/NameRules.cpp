@@ -1,0 +1,73 @@
+#include "checks/NameRules.h"
+
+#include "checks/WindowReport.h"
+#include "markup/ColourCode.h"
+
+namespace quillmere {
+
+namespace {
+
+constexpr QStringView kKeyColours[] = {u"osd_trans", u"gui_trans"};
+
+bool isColourCode(QStringView name)
+{
+    return name.startsWith(u'#') && channelsOf(name);
+}
+
+QString inOtherLetters(NameKind kind, QStringView name, const ThemeIndex &index)
+{
+    const QStringList others = index.inOtherLetters(kind, name);
+    if (!others.isEmpty())
+        return others.first();
+    for (const QStringView key : kKeyColours) {
+        if (kind == NameKind::Colour && key.compare(name, Qt::CaseInsensitive) == 0)
+            return key.toString();
+    }
+    return {};
+}
+
+} // namespace
+
+bool isKeyColour(QStringView name)
+{
+    return name == kKeyColours[0] || name == kKeyColours[1];
+}
+
+std::optional<NameFault> faultOf(NameKind kind, QStringView name, const ThemeIndex &index)
+{
+    const auto found = [&](const char *what, Rule unknown, const QString &message) {
+        const QString meant = inOtherLetters(kind, name, index);
+        if (meant.isEmpty())
+            return NameFault{unknown, message, {}};
+        return NameFault{Rule::LetterCase,
+                         u"The " + QLatin1String(what) + u' ' + quoted(name) + u" is " + quoted(meant) +
+                             u" in the catalogue",
+                         meant};
+    };
+    if (index.isDefined(kind, name))
+        return std::nullopt;
+    switch (kind) {
+    case NameKind::Image:
+        return found("image", Rule::UnknownImage, u"There is no image " + quoted(name));
+    case NameKind::Colour:
+        if (isKeyColour(name) || isColourCode(name))
+            return std::nullopt;
+        return found("colour", Rule::UnknownColour,
+                     quoted(name) + u" is neither a colour of the catalogue nor a code");
+    case NameKind::Font:
+        return found("font", Rule::UnknownFont, u"There is no font " + quoted(name));
+    default:
+        return std::nullopt;
+    }
+}
+
+void checkNames(WindowReport &report)
+{
+    for (const FoundName &name : namesIn(report.outline)) {
+        const std::optional<NameFault> fault = faultOf(name.kind, name.name, report.index);
+        if (fault)
+            report.add(fault->rule, name.range, fault->message, name.name.toString(), fault->meant);
+    }
+}
+
+} // namespace quillmere

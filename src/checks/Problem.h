@@ -1,0 +1,78 @@
+#pragma once
+
+#include "outline/Range.h"
+
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+namespace quillmere {
+
+enum class Severity : quint8 { Error, Warning, Note };
+// "error", "warning", "note".
+QString nameOf(Severity severity);
+
+// What a theme is held to, in the order of the table in Rules.cpp.
+enum class Rule : quint8 {
+    ThemeConfig,
+    UnknownImage,
+    UnknownColour,
+    UnknownFont,
+    MissingImageFile,
+    MissingFontFile,
+    MissingDocument,
+    BadRect,
+    UnclosedElement,
+    UnclosedComment,
+    DuplicateId,
+    LetterCase,
+    DuplicateBlock,
+    OutsideParent,
+    OutsideScreen,
+    PictureSize,
+    ColourList,
+    Mode,
+    KeyColour,
+    UnreadablePicture,
+    Untranslated,
+    UnlistedDocument,
+    UnusedImage,
+    UnusedColour,
+    UnusedFont,
+    UnusedString,
+    SamePicture,
+    SameColour,
+};
+constexpr int kRules = int(Rule::SameColour) + 1;
+
+struct RuleText
+{
+    Severity severity;
+    const char *id;          // "unknown-image"
+    const char *explanation; // one line
+};
+const RuleText &textOf(Rule rule);
+// Nothing for an ID that no rule has.
+std::optional<Rule> ruleOf(QStringView id);
+
+// Something in a theme that is wrong, or looks wrong.
+struct Problem
+{
+    Rule rule = Rule::ThemeConfig;
+    QString file;                // full path
+    Range range;                 // in the text of the file; empty where the whole file is meant
+    qint32 line = 1, column = 1; // from 1, UTF-16 units; 0 in rows that are not written
+    qint32 row = -1;             // of the list that a catalogue is loaded into
+    QString message;             // one line
+    QString name;                // what the message is about; may be empty
+    QString meant;               // what should stand in the range, where that is known
+    qint64 bytes = 0;            // that an unused picture takes
+
+    Severity severity() const { return textOf(rule).severity; }
+};
+
+// By file, then by place.
+void sortByPlace(QList<Problem> &problems);
+
+} // namespace quillmere

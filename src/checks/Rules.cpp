@@ -1,0 +1,79 @@
+#include "checks/Problem.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+
+namespace quillmere {
+
+namespace {
+
+constexpr auto E = Severity::Error;
+constexpr auto W = Severity::Warning;
+constexpr auto N = Severity::Note;
+
+constexpr RuleText kTexts[] = {
+    {E, "theme-config", "A file that theme.xml or the language catalogue names is missing."},
+    {E, "unknown-image", "An image ID that the image catalogue does not have."},
+    {E, "unknown-colour", "A colour that is neither in the colour catalogue nor a code."},
+    {E, "unknown-font", "A font that the font catalogue does not have."},
+    {E, "missing-image-file", "An image of the catalogue whose file is missing."},
+    {E, "missing-font-file", "A font of the catalogue whose file is missing."},
+    {E, "missing-document", "A window of the catalogue that has no document."},
+    {E, "bad-rect", "A rect that is not four whole numbers in brackets."},
+    {E, "unclosed-element", "An element without its closing tag, or a closing tag without its element."},
+    {E, "unclosed-comment", "A comment without its end."},
+    {E, "duplicate-id", "A name that stands in a catalogue more than once."},
+    {W, "letter-case", "A name or a file that exists in other letters, which a receiver tells apart."},
+    {W, "duplicate-block", "Two blocks of one window bear one name; the preview styles them together."},
+    {W, "outside-parent", "A block that reaches out of the block around it."},
+    {W, "outside-screen", "A block that reaches out of the screen."},
+    {W, "picture-size", "A single picture that is larger than its block, and is cut."},
+    {W, "colour-list", "A list of colours that does not hold three."},
+    {W, "mode", "Mode single with border images, or multiple without any."},
+    {W, "key-colour", "Text in a colour that stands for transparency."},
+    {W, "unreadable-picture", "A picture that is damaged, or too large for the preview."},
+    {W, "untranslated", "Strings of a window that a language lacks."},
+    {W, "unlisted-document", "A document that the window catalogue does not name."},
+    {N, "unused-image", "An image that nothing uses."},
+    {N, "unused-colour", "A colour that nothing uses."},
+    {N, "unused-font", "A font that nothing uses."},
+    {N, "unused-string", "A translation of a string that no window has."},
+    {N, "same-picture", "Two image IDs whose files hold the same."},
+    {N, "same-colour", "Two colour names with one code."},
+};
+static_assert(std::size(kTexts) == kRules);
+
+} // namespace
+
+QString nameOf(Severity severity)
+{
+    constexpr const char *names[] = {"error", "warning", "note"};
+    return QLatin1String(names[int(severity)]);
+}
+
+const RuleText &textOf(Rule rule)
+{
+    return kTexts[int(rule)];
+}
+
+std::optional<Rule> ruleOf(QStringView id)
+{
+    for (int rule = 0; rule < kRules; ++rule) {
+        if (id == QLatin1String(kTexts[rule].id))
+            return Rule(rule);
+    }
+    return std::nullopt;
+}
+
+void sortByPlace(QList<Problem> &problems)
+{
+    const auto place = [](const Problem &problem) {
+        return std::tuple(problem.line, problem.column, problem.row, int(problem.rule));
+    };
+    std::stable_sort(problems.begin(), problems.end(), [&](const Problem &a, const Problem &b) {
+        return a.file != b.file ? a.file < b.file : place(a) < place(b);
+    });
+}
+
+} // namespace quillmere

@@ -1,0 +1,127 @@
+#include "checks/ThemeCheck.h"
+
+#include "checks/Parallel.h"
+#include "checks/ThemeReport.h"
+#include "files/Paths.h"
+#include "markup/mndIni.h"
+
+namespace quillmere {
+
+namespace {
+
+std::optional<QSize> screenOf(const ThemeSources &sources, const Catalogue &windows)
+{
+    if (windows.file.path.isEmpty())
+        return std::nullopt;
+    const QString text = textOf(sources, windows.file).value_or(QString());
+    const int width = SplitField(text, u"<width>", u"</width>", 1, 0).trimmed().toInt();
+    const int height = SplitField(text, u"<height>", u"</height>", 1, 0).trimmed().toInt();
+    return width > 0 && height > 0 ? std::optional(QSize(width, height)) : std::nullopt;
+}
+
+LanguageTexts textsOf(const Catalogue &language, const QString &name)
+{
+    LanguageTexts texts{name, {}};
+    texts.translated.reserve(language.rows.size());
+    for (const CatalogueRow &row : language.rows) {
+        if (!row.value.trimmed().isEmpty())
+            texts.translated.insert(row.name);
+    }
+    return texts;
+}
+
+QList<PictureFacts> picturesOf(const Catalogue &images, const QString &folder, PictureStore &store,
+                               const std::stop_token &stop)
+{
+    QStringList paths;
+    paths.reserve(images.rows.size());
+    for (const CatalogueRow &row : images.rows)
+        paths.append(row.found);
+    return store.facts(paths, folder, stop);
+}
+
+ThemeFacts factsOf(const ThemeReport &report)
+{
+    ThemeFacts facts;
+    facts.screen = screenOf(report.sources, report.catalogues.of(FileRole::WindowCatalogue));
+    const Catalogue &images = report.catalogues.of(FileRole::ImageCatalogue);
+    for (qsizetype row = 0; row < images.rows.size(); ++row) {
+        if (images.rows.at(row).isFirst && !report.pictures.at(row).size.isEmpty())
+            facts.pictures.insert(images.rows.at(row).name, report.pictures.at(row).size);
+    }
+    for (const Catalogue &language : report.catalogues.languages())
+        facts.languages.append(textsOf(language, report.catalogues.nameOfLanguage(language.file)));
+    return facts;
+}
+
+QList<Problem> checkWindows(const ThemeReport &report, const ThemeFacts &facts, const std::stop_token &stop)
+{
+    const QList<IndexedFile> &files = report.index.files();
+    std::vector<QList<Problem>> found(size_t(files.size()));
+    inParallel(files.size(), stop, [&](qsizetype number) {
+        const IndexedFile &file = files.at(number);
+        if (file.role != FileRole::Window && file.role != FileRole::Style)
+            return;
+        const std::optional<QString> text = textOf(report.sources, file);
+        if (text)
+            found[size_t(number)] = checkWindow(Outline(*text), file, report.index, facts);
+    });
+    QList<Problem> problems;
+    for (const QList<Problem> &each : found)
+        problems += each;
+    return problems;
+}
+
+} // namespace
+
+Problem &ThemeReport::addForFile(Rule rule, const IndexedFile &file, const QString &message)
+{
+    Problem problem;
+    problem.rule = rule;
+    problem.file = file.found.isEmpty() ? file.path : file.found;
+    problem.message = message;
+    problems.append(problem);
+    return problems.last();
+}
+
+Problem &ThemeReport::add(Rule rule, const Catalogue &catalogue, qsizetype row, const QString &message)
+{
+    const CatalogueRow &at = catalogue.rows.at(row);
+    Problem &problem = addForFile(rule, catalogue.file, message);
+    problem.range = at.range.isEmpty() ? at.element : at.range;
+    problem.line = at.line;
+    problem.column = at.column;
+    problem.row = qint32(row);
+    problem.name = at.name;
+    return problem;
+}
+
+Problem &ThemeReport::addForRow(Rule rule, const Catalogue &catalogue, qsizetype row, const QString &message)
+{
+    const CatalogueRow &at = catalogue.rows.at(row);
+    Problem &problem = add(rule, catalogue, row, message);
+    problem.range = at.element;
+    problem.line = at.elementPlace.line;
+    problem.column = at.elementPlace.column;
+    return problem;
+}
+
+std::optional<CheckedTheme> checkTheme(const ThemeSources &sources, const ThemeIndex &index,
+                                       PictureStore &pictures, std::stop_token stop)
+{
+    Catalogues catalogues(sources, index);
+    ThemeReport report(sources, index, catalogues);
+    report.pictures = picturesOf(catalogues.of(FileRole::ImageCatalogue), sources.folder, pictures, stop);
+    CheckedTheme checked;
+    checked.facts = factsOf(report);
+    checkFiles(report);
+    checkCatalogues(report);
+    checkUnused(report);
+    checked.problems = checkWindows(report, checked.facts, stop) + report.problems;
+    if (stop.stop_requested())
+        return std::nullopt;
+    sortByPlace(checked.problems);
+    return checked;
+}
+
+} // namespace quillmere

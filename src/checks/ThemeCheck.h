@@ -1,0 +1,45 @@
+#pragma once
+
+#include "checks/PictureStore.h"
+#include "checks/Problem.h"
+#include "theme/ThemeIndex.h"
+
+#include <QHash>
+#include <QSet>
+#include <QSize>
+
+#include <optional>
+#include <stop_token>
+
+namespace quillmere {
+
+struct LanguageTexts
+{
+    QString name;
+    QSet<QString> translated; // strings with a translation that is not empty
+};
+
+// What rules about a window have to know of the theme beside its index.
+struct ThemeFacts
+{
+    std::optional<QSize> screen;    // pixels; nothing where the window catalogue does not say
+    QHash<QString, QSize> pictures; // by image ID, those that can be read
+    QList<LanguageTexts> languages; // those whose file can be read
+};
+
+// Problems of one window, sorted by place: of the text that the outline was made of, which may be newer than
+// what the index has of it. Reads no file.
+QList<Problem> checkWindow(const Outline &outline, const IndexedFile &file, const ThemeIndex &index,
+                           const ThemeFacts &facts);
+
+struct CheckedTheme
+{
+    ThemeFacts facts;        // for checkWindow, until a catalogue or a picture changes
+    QList<Problem> problems; // of all files, sorted
+};
+// Holds a theme to every rule, on a few threads of its own. The index is to be made of the same sources.
+// Nothing where it was told to stop.
+std::optional<CheckedTheme> checkTheme(const ThemeSources &sources, const ThemeIndex &index,
+                                       PictureStore &pictures, std::stop_token stop = {});
+
+} // namespace quillmere

@@ -1,0 +1,56 @@
+#include "checks/WindowReport.h"
+
+namespace quillmere {
+
+QString quoted(QStringView name)
+{
+    constexpr qsizetype most = 120;
+    QString shown = name.size() > most ? QString(name.first(most) + u'\u2026') : name.toString();
+    for (QChar &unit : shown) {
+        if (unit.category() == QChar::Other_Control || unit == u'\u2028' || unit == u'\u2029')
+            unit = u'?';
+    }
+    return u'"' + shown + u'"';
+}
+
+void WindowReport::add(Rule rule, Range range, const QString &message, const QString &name,
+                       const QString &meant)
+{
+    Problem problem;
+    problem.rule = rule;
+    problem.file = file.found.isEmpty() ? file.path : file.found;
+    problem.range = range;
+    const LineColumn place = m_lines.placeOf(range.start);
+    problem.line = place.line;
+    problem.column = place.column;
+    problem.message = message;
+    problem.name = name;
+    problem.meant = meant;
+    problems.append(problem);
+}
+
+QString WindowReport::blockName(qint32 block) const
+{
+    const std::optional<Attribute> name = outline.nameAttribute(block);
+    return name ? outline.at(name->value).toString() : QString();
+}
+
+QString WindowReport::block(qint32 block) const
+{
+    const QString name = blockName(block);
+    return name.isEmpty() ? QStringLiteral("a block without a name") : QString(u"the block " + quoted(name));
+}
+
+QList<Problem> checkWindow(const Outline &outline, const IndexedFile &file, const ThemeIndex &index,
+                           const ThemeFacts &facts)
+{
+    WindowReport report(outline, file, index, facts);
+    checkMarkup(report);
+    checkNames(report);
+    checkBlocks(report);
+    checkTranslations(report);
+    sortByPlace(report.problems);
+    return report.problems;
+}
+
+} // namespace quillmere

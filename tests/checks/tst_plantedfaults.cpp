@@ -1,0 +1,198 @@
+#include "checks/CheckedFiles.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+// Random themes without a fault, and their twins with some: the first give nothing, of the others every fault
+// is told at its line.
+
+namespace {
+
+using Lines = QMap<QString, QStringList>;
+
+constexpr int kThemes = 200;
+constexpr int kFaults = 12; // in each
+constexpr int kSpare = 3;   // lines to plant faults on, in every file but windows
+constexpr int kFirstOfBlocks = 2;
+
+class RandomTheme
+{
+public:
+    explicit RandomTheme(quint32 seed) : m_random(seed)
+    {
+        m_lines[QStringLiteral("theme.xml")] = {
+            QStringLiteral("<theme><config>"),
+            QStringLiteral("<file_widget>widget/widget.xml</file_widget>"),
+            QStringLiteral("<file_image>images/image.xml</file_image>"),
+            QStringLiteral("<file_color>color.xml</file_color>"),
+            QStringLiteral("<file_font>font.xml</file_font>"),
+            QStringLiteral("<file_i18n>i18n/i18n.xml</file_i18n>"),
+            QStringLiteral("</config></theme>")};
+        QStringList &style = m_lines[QStringLiteral("style.xml")];
+        style.append(QStringLiteral("<interface>"));
+        for (int i = 0; i < below(8) + 2; ++i) {
+            add("images/image.xml", QStringLiteral("<image id = \"img_%1\">p/%1.png</image>").arg(i));
+            m_lines[QStringLiteral("images/p/%1.png").arg(i)] = {QStringLiteral("%1x%1").arg(i + 5)};
+            add("color.xml", QStringLiteral("<color name=\"col_%1\">#00000%1</color>").arg(i));
+            add("font.xml", QStringLiteral("<font><name>font_%1</name><file>f.ttf</file></font>").arg(i));
+            style.append(QStringLiteral("<widget name=\"s%1\"><img>img_%1</img><font>font_%1</font>"
+                                        "<backcolor>[col_%1,col_%1,col_%1]</backcolor></widget>")
+                             .arg(i));
+            ++m_names;
+        }
+        style.append(QStringLiteral("</interface>"));
+        for (int i = 0; i < kSpare; ++i) {
+            for (const char *file : {"images/image.xml", "color.xml", "font.xml"})
+                add(file, QStringLiteral("<spare/>"));
+        }
+        m_lines[QStringLiteral("f.ttf")] = {QStringLiteral("font")};
+        add("widget/widget.xml", QStringLiteral("<interface><width>1280</width><height>720</height>"));
+        for (int language = 0; language < 2; ++language) {
+            add("i18n/i18n.xml", QStringLiteral("<language id=\"L%1\">l%1.xml</language>").arg(language));
+            m_lines[languageFile(language)] = {QStringLiteral("<language name=\"L\">")};
+        }
+        for (int window = 0; window < below(4) + 1; ++window)
+            addWindow(window);
+        for (int i = 0; i < kSpare; ++i)
+            add("widget/widget.xml", QStringLiteral("<spare/>"));
+        add("widget/widget.xml", QStringLiteral("</interface>"));
+        for (int language = 0; language < 2; ++language)
+            m_lines[languageFile(language)].append(QStringLiteral("<spare/>"));
+    }
+
+    ThemeFiles files() const
+    {
+        ThemeFiles files;
+        for (auto file = m_lines.cbegin(); file != m_lines.cend(); ++file)
+            files[file.key()] = file->join(m_ends).toUtf8();
+        return files;
+    }
+
+    // Plants a fault on a line of its own, of a block or a spare one, and gives what is to be said:
+    // "FILE:LINE RULE".
+    QString plant()
+    {
+        struct Fault
+        {
+            const char *file, *line, *after, *rule; // what the line holds, and becomes
+        };
+        static constexpr Fault faults[] = {
+            {"widget/w", "<img>", "<img>img_none</img>", "unknown-image"},
+            {"widget/w", "<img>", "<img>IMG_1</img>", "letter-case"},
+            {"widget/w", "<img>", "<img>img_0", "unclosed-element"},
+            {"widget/w", "<font>", "<font>font_none</font>", "unknown-font"},
+            {"widget/w", "<font>", "<font>font_1</font></imgs>", "unclosed-element"},
+            {"widget/w", "<forecolor>", "<forecolor>[col_0,none,col_0]</forecolor>", "unknown-colour"},
+            {"widget/w", "<forecolor>", "<forecolor>[col_0,gui_trans,col_0]</forecolor>", "key-colour"},
+            {"widget/w", "<forecolor>", "<forecolor>[col_0,col_1]</forecolor>", "colour-list"},
+            {"widget/w", "<rect>", "<rect>[1,2,3]</rect>", "bad-rect"},
+            {"widget/w", "<rect>", "<rect>[1,2,900,4]</rect>", "outside-parent"},
+            {"widget/w", "<mode>", "<mode>multiple</mode>", "mode"},
+            {"widget/w", "name=\"b_", "<widget class=\"text\" name=\"first\">", "duplicate-block"},
+            {"widget/widget.xml", "spare", "<widget class=\"window\" name=\"gone%\"/>", "missing-document"},
+            {"images/image.xml", "spare", "<image id=\"more%\">none.png</image>", "missing-image-file"},
+            {"images/image.xml", "spare", "<image id=\"more%\">p/0.PNG</image>", "letter-case"},
+            {"images/image.xml", "spare", "<image id=\"other%\">p/1.png</image>", "unused-image"},
+            {"color.xml", "spare", "<color name=\"unused%\">#123456</color>", "unused-colour"},
+            {"font.xml", "spare", "<font><name>n%</name><file>none.ttf</file></font>", "missing-font-file"},
+            {"i18n/l", "spare", "<tran id=\"Nobody%\">x</tran>", "unused-string"},
+            {"theme.xml", "spare", "<file_keymap>keys.xml</file_keymap>", "theme-config"},
+        };
+        const Fault &fault = faults[below(int(std::size(faults)))];
+        QList<QPair<QString, int>> places;
+        for (auto file = m_lines.cbegin(); file != m_lines.cend(); ++file) {
+            for (int line = kFirstOfBlocks; line < file->size(); ++line) {
+                if (file.key().startsWith(QLatin1String(fault.file)) &&
+                    !m_taken.contains({file.key(), line}) &&
+                    file->at(line).contains(QLatin1String(fault.line)))
+                    places.append({file.key(), line});
+            }
+        }
+        if (places.isEmpty())
+            return {};
+        const auto place = places.at(below(int(places.size())));
+        m_taken.append(place);
+        m_lines[place.first][place.second] =
+            QString::fromLatin1(fault.after).replace(u'%', QString::number(m_taken.size()));
+        return QStringLiteral("%1:%2 %3")
+            .arg(place.first)
+            .arg(place.second + 1)
+            .arg(QLatin1String(fault.rule));
+    }
+
+private:
+    int below(int most) { return int(m_random.bounded(quint32(most))); }
+    void add(const char *file, const QString &line) { m_lines[QLatin1String(file)].append(line); }
+    static QString languageFile(int language) { return QStringLiteral("i18n/l%1.xml").arg(language); }
+    QString name(const char *kind) { return QLatin1String(kind) + QString::number(below(m_names)); }
+
+    void addWindow(int number)
+    {
+        const QString windowName = QStringLiteral("w_%1").arg(number);
+        add("widget/widget.xml", u"<widget class=\"window\" name=\"" + windowName + u"\"/>");
+        QStringList &lines = m_lines[QStringLiteral("widget/") + windowName + QStringLiteral(".xml")];
+        lines = {QStringLiteral("<interface><!-- a window -->"),
+                 QStringLiteral(
+                     "<widget class=\"window\" name=\"first\"><rect>[ 0,0, 800,600 ]</rect><children>")};
+        for (int block = 0; block < below(12) + 3; ++block) {
+            const QString text = windowName + QStringLiteral(" text %1").arg(block);
+            const QString indent(below(5), u' ');
+            for (const QString &line :
+                 {QStringLiteral("<widget class=\"text\" name=\"b_%1\">").arg(block),
+                  QStringLiteral("<property>"),
+                  QStringLiteral("<rect>[%1,%2,100,50]</rect>").arg(below(700)).arg(below(550)),
+                  QString(u"<forecolor>[" + name("col_") + u", " + name("col_") + u",#FFFFFF]</forecolor>"),
+                  QString(u"<font>" + name("font_") + u"</font>"), QString(u"<string>" + text + u"</string>"),
+                  QStringLiteral("<imgs>"), QStringLiteral("<mode>single</mode>"),
+                  QString(u"<img>" + name("img_") + u"</img>"), QStringLiteral("</imgs>"),
+                  QStringLiteral("</property>"), QStringLiteral("</widget>")})
+                lines.append(indent + line);
+            for (int language = 0; language < 2; ++language)
+                m_lines[languageFile(language)].append(u"<tran id=\"" + text + u"\">x</tran>");
+        }
+        lines.append(QStringLiteral("</children></widget></interface>"));
+    }
+
+    QRandomGenerator m_random;
+    QString m_ends = below(2) == 0 ? QStringLiteral("\n") : QStringLiteral("\r\n");
+    Lines m_lines;
+    QList<QPair<QString, int>> m_taken;
+    int m_names = 0;
+};
+
+} // namespace
+
+class tst_plantedfaults : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyFaultAtItsLine();
+};
+
+void tst_plantedfaults::everyFaultAtItsLine()
+{
+    int planted = 0;
+    for (quint32 seed = 1; seed <= kThemes; ++seed) {
+        RandomTheme theme(seed);
+        QCOMPARE(problemsOf(theme.files()), QStringList());
+        QStringList faults;
+        for (int i = 0; i < kFaults; ++i)
+            faults.append(theme.plant());
+        faults.removeAll(QString());
+        planted += int(faults.size());
+        const QStringList found = problemsOf(theme.files());
+        for (const QString &fault : std::as_const(faults)) {
+            const bool isFound = std::any_of(found.begin(), found.end(), [&](const QString &line) {
+                return line.startsWith(fault + u' ');
+            });
+            QVERIFY2(isFound,
+                     qPrintable(
+                         QStringLiteral("theme %1: %2\nfound:\n%3").arg(seed).arg(fault, found.join(u'\n'))));
+        }
+    }
+    QVERIFY(planted > kThemes * kFaults / 2);
+}
+
+QTEST_GUILESS_MAIN(tst_plantedfaults)
+#include "tst_plantedfaults.moc"
