@@ -1,10 +1,13 @@
 #include "app/frmSkin.h"
 #include "browser/forms/WebBrowser.h"
+#include "checks/forms/ReadPicture.h"
+#include "commands/CheckCommand.h"
 #include "commands/CommandLine.h"
 #include "commands/forms/RenderCommand.h"
 #include "files/Memory.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QTextStream>
 #include <QTimer>
 
@@ -27,6 +30,18 @@ CommandLine readCommandLine(int argc, char **argv)
     return parseCommandLine(QCoreApplication::arguments());
 }
 
+// Wants no window system, so that a build server can do without one.
+int check(const CommandLine &line, int argc, char **argv)
+{
+    const QCoreApplication app(argc, argv);
+    QFile out;
+    QTextStream err(stderr);
+    if (!out.open(stdout, QIODevice::WriteOnly))
+        return 2;
+    const int status = runCheck(line, readPicture, out, err);
+    return out.flush() ? status : 2;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -43,6 +58,9 @@ int main(int argc, char **argv)
         QTextStream(stderr) << "quillmere: " << line.text << "\nquillmere --help says more.\n";
         return 2;
     }
+
+    if (line.action == CommandLine::Action::Check)
+        return check(line, argc, argv);
 
     // Pictures are drawn the same with a display, without one, and with one that does not answer.
     if (line.action == CommandLine::Action::Render && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))

@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#include <algorithm>
+
 namespace quillmere {
 
 namespace {
@@ -49,6 +51,61 @@ CommandLine renderLine(const QCommandLineParser &parser, QStringList words)
     return line;
 }
 
+// The place of a word among others; nothing for one that is not there.
+std::optional<int> placeIn(const QStringList &words, const QString &word)
+{
+    const qsizetype place = words.indexOf(word);
+    return place < 0 ? std::nullopt : std::optional(int(place));
+}
+
+CommandLine checkLine(const QCommandLineParser &parser, const QStringList &words)
+{
+    static const QStringList formats = {QStringLiteral("text"), QStringLiteral("json"),
+                                        QStringLiteral("sarif")};
+    static const QStringList severities = {nameOf(Severity::Error), nameOf(Severity::Warning),
+                                           nameOf(Severity::Note)};
+    CommandLine line;
+    line.action = CommandLine::Action::Check;
+    if (words.size() != 2)
+        return fail(words.size() < 2 ? tr("check: which theme?") : tr("One theme at a time, please."));
+    line.theme = absolute(words.at(1));
+    const QString format = parser.value(QStringLiteral("format"));
+    const std::optional<int> formatPlace = placeIn(formats, format);
+    if (!formatPlace)
+        return fail(tr("--format is text, json or sarif, not \"%1\".").arg(format));
+    line.format = ReportFormat(*formatPlace);
+    const QString failOn = parser.value(QStringLiteral("fail-on"));
+    const std::optional<int> severity = placeIn(severities, failOn);
+    if (!severity)
+        return fail(tr("--fail-on is error, warning or note, not \"%1\".").arg(failOn));
+    line.failOn = Severity(*severity);
+    for (const QString &text : parser.values(QStringLiteral("ignore"))) {
+        const std::optional<IgnoredRule> ignored = ignoredRule(text);
+        if (!ignored)
+            return fail(tr("--ignore: there is no rule \"%1\".").arg(text));
+        line.ignored.append(*ignored);
+    }
+    return line;
+}
+
+bool isAnySet(const QCommandLineParser &parser, std::initializer_list<const char *> names)
+{
+    return std::any_of(names.begin(), names.end(),
+                       [&](const char *name) { return parser.isSet(QLatin1String(name)); });
+}
+
+void addCheckOptions(QCommandLineParser &parser)
+{
+    parser.addOption({QStringLiteral("format"), tr("check: text, json or sarif; text by default."),
+                      QStringLiteral("FORMAT"), QStringLiteral("text")});
+    parser.addOption({QStringLiteral("ignore"),
+                      tr("check: leaves out a rule, or a rule for one name; may be given again."),
+                      QStringLiteral("RULE[:NAME]")});
+    parser.addOption({QStringLiteral("fail-on"),
+                      tr("check: error, warning or note: what makes the exit status 1; error by default."),
+                      QStringLiteral("SEVERITY"), QStringLiteral("error")});
+}
+
 } // namespace
 
 CommandLine parseCommandLine(const QStringList &arguments)
@@ -57,7 +114,8 @@ CommandLine parseCommandLine(const QStringList &arguments)
     parser.setApplicationDescription(
         tr("Edits the theme skins of television receivers.\n\n"
            "  quillmere [THEME]                                 opens the editor, on a theme folder\n"
-           "  quillmere render THEME [WINDOW...] --out DIR      draws windows to DIR/NAME.png"));
+           "  quillmere render THEME [WINDOW...] --out DIR      draws windows to DIR/NAME.png\n"
+           "  quillmere check THEME                             says what is wrong with a theme"));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     parser.addOption({QStringLiteral("out"), tr("render: folder for the pictures, made where it is missing."),
@@ -65,6 +123,7 @@ CommandLine parseCommandLine(const QStringList &arguments)
     parser.addOption({QStringLiteral("size"),
                       tr("render: 1024x576 or 1280x720; the theme's own size by default."),
                       QStringLiteral("SIZE")});
+    addCheckOptions(parser);
     parser.addPositionalArgument(QStringLiteral("THEME"), tr("A folder named \"theme\"."),
                                  QStringLiteral("[THEME]"));
 
@@ -79,10 +138,16 @@ CommandLine parseCommandLine(const QStringList &arguments)
         return line;
     }
     const QStringList words = parser.positionalArguments();
-    if (words.value(0) == u"render")
-        return renderLine(parser, words);
-    if (parser.isSet(QStringLiteral("out")) || parser.isSet(QStringLiteral("size")))
+    const bool isRender = words.value(0) == u"render";
+    const bool isCheck = words.value(0) == u"check";
+    if (!isRender && isAnySet(parser, {"out", "size"}))
         return fail(tr("--out and --size go with render."));
+    if (!isCheck && isAnySet(parser, {"format", "ignore", "fail-on"}))
+        return fail(tr("--format, --ignore and --fail-on go with check."));
+    if (isRender)
+        return renderLine(parser, words);
+    if (isCheck)
+        return checkLine(parser, words);
     if (words.size() > 1)
         return fail(tr("One theme at a time, please."));
     if (!words.isEmpty()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commands/CheckReport.h"
 #include "preview/PreviewPage.h"
 
 #include <QString>
@@ -12,7 +13,7 @@ namespace quillmere {
 // What the words behind the program's name ask for.
 struct CommandLine
 {
-    enum class Action { Edit, Render, Print, Fail };
+    enum class Action { Edit, Render, Check, Print, Fail };
 
     Action action = Action::Edit;
     QString text;  // Print: help or version, for standard output; Fail: what is wrong, for standard error
@@ -21,6 +22,9 @@ struct CommandLine
     QString out;                // Render: folder for the pictures
     std::optional<Screen> size; // Render: the theme's own size where none was given
     int patience = 0;           // Render: ms for the browser to take a page; 0 for its own patience
+    ReportFormat format = ReportFormat::Text; // Check
+    QList<IgnoredRule> ignored;               // Check
+    Severity failOn = Severity::Error;        // Check: what makes it fail, and all that is worse
 };
 
 // `arguments` begin with the program's name. Needs an application object for the name and version.

@@ -1,0 +1,59 @@
+#include "commands/CheckCommand.h"
+
+#include "checks/ThemeCheck.h"
+#include "files/Paths.h"
+#include "files/RunTimeError.h"
+
+#include <QFileInfo>
+#include <QIODevice>
+#include <QTextStream>
+
+#include <algorithm>
+
+namespace quillmere {
+
+namespace {
+
+// Why the folder cannot be checked; empty where it can.
+QString reasonAgainst(const QString &folder)
+{
+    if (!QFileInfo(folder).isDir())
+        return u"there is no folder " + folder;
+    const QString config = joinPath(folder, u"theme.xml");
+    if (findFile(config).isEmpty())
+        return u"there is no theme.xml in " + folder;
+    try {
+        LoadFile(config);
+    } catch (const RunTimeError &error) {
+        return error.message();
+    }
+    return {};
+}
+
+} // namespace
+
+int runCheck(const CommandLine &line, const PictureReader &reader, QIODevice &out, QTextStream &err)
+{
+    const QString reason = reasonAgainst(line.theme);
+    if (!reason.isEmpty()) {
+        err << "quillmere: " << reason << Qt::endl;
+        return 2;
+    }
+    ThemeSources sources;
+    sources.folder = line.theme;
+    PictureStore pictures(reader);
+    const std::optional<ThemeIndex> index = ThemeIndex::build(sources);
+    const QList<Problem> problems =
+        withoutIgnored(checkTheme(sources, *index, pictures)->problems, line.ignored);
+    const QByteArray report = checkReport(problems, line.theme, line.format);
+    if (out.write(report) != report.size()) {
+        err << "quillmere: cannot write the report: " << out.errorString() << Qt::endl;
+        return 2;
+    }
+    return std::any_of(problems.begin(), problems.end(),
+                       [&](const Problem &problem) { return problem.severity() <= line.failOn; })
+               ? 1
+               : 0;
+}
+
+} // namespace quillmere

@@ -1,0 +1,151 @@
+#include "commands/CheckReport.h"
+
+#include "commands/PictureNames.h"
+#include "files/Paths.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QUrl>
+
+#include <algorithm>
+#include <array>
+
+namespace quillmere {
+
+namespace {
+
+QString relativeFile(const Problem &problem, const QString &folder)
+{
+    const QString root = joinPath(folder, u"");
+    const QString path = problem.file.startsWith(root) ? problem.file.mid(root.size())
+                                                       : QDir(folder).relativeFilePath(problem.file);
+    return QDir::fromNativeSeparators(path);
+}
+
+QByteArray asText(const QList<Problem> &problems, const QString &folder)
+{
+    QString text;
+    std::array<int, 3> counts = {};
+    qint64 unused = 0;
+    for (const Problem &problem : problems) {
+        text += printable(relativeFile(problem, folder)) +
+                QStringLiteral(":%1:%2: ").arg(problem.line).arg(problem.column) +
+                nameOf(problem.severity()) + u": " + printable(problem.message) + u" [" +
+                QLatin1String(textOf(problem.rule).id) + u"]\n";
+        ++counts[size_t(problem.severity())];
+        unused += problem.bytes;
+    }
+    text += QStringLiteral("%1 errors, %2 warnings, %3 notes").arg(counts[0]).arg(counts[1]).arg(counts[2]);
+    if (unused > 0)
+        text += QStringLiteral("; unused images take %1 bytes").arg(unused);
+    return (text + u'\n').toUtf8();
+}
+
+QByteArray asJson(const QList<Problem> &problems, const QString &folder)
+{
+    QJsonArray array;
+    for (const Problem &problem : problems)
+        array.append(QJsonObject{{QStringLiteral("file"), relativeFile(problem, folder)},
+                                 {QStringLiteral("line"), problem.line},
+                                 {QStringLiteral("column"), problem.column},
+                                 {QStringLiteral("length"), problem.range.size()},
+                                 {QStringLiteral("severity"), nameOf(problem.severity())},
+                                 {QStringLiteral("rule"), QLatin1String(textOf(problem.rule).id)},
+                                 {QStringLiteral("message"), problem.message}});
+    return QJsonDocument(array).toJson();
+}
+
+QJsonObject sarifMessage(const QString &text)
+{
+    return {{QStringLiteral("text"), text}};
+}
+
+QJsonArray sarifRules()
+{
+    QJsonArray rules;
+    for (int number = 0; number < kRules; ++number) {
+        const RuleText &rule = textOf(Rule(number));
+        rules.append(
+            QJsonObject{{QStringLiteral("id"), QLatin1String(rule.id)},
+                        {QStringLiteral("shortDescription"), sarifMessage(QLatin1String(rule.explanation))},
+                        {QStringLiteral("defaultConfiguration"),
+                         QJsonObject{{QStringLiteral("level"), nameOf(rule.severity)}}}});
+    }
+    return rules;
+}
+
+// A length within one line is told; what reaches over more lines is counted in units from its beginning.
+QJsonObject sarifResult(const Problem &problem, const QString &folder)
+{
+    const QString uri =
+        QString::fromLatin1(QUrl::toPercentEncoding(relativeFile(problem, folder), QByteArrayLiteral("/")));
+    const QJsonObject region = {{QStringLiteral("startLine"), problem.line},
+                                {QStringLiteral("startColumn"), problem.column},
+                                {QStringLiteral("charOffset"), problem.range.start},
+                                {QStringLiteral("charLength"), problem.range.size()}};
+    const QJsonObject place = {
+        {QStringLiteral("artifactLocation"), QJsonObject{{QStringLiteral("uri"), uri}}},
+        {QStringLiteral("region"), region}};
+    return {
+        {QStringLiteral("ruleId"), QLatin1String(textOf(problem.rule).id)},
+        {QStringLiteral("ruleIndex"), int(problem.rule)},
+        {QStringLiteral("level"), nameOf(problem.severity())},
+        {QStringLiteral("message"), sarifMessage(problem.message)},
+        {QStringLiteral("locations"), QJsonArray{QJsonObject{{QStringLiteral("physicalLocation"), place}}}}};
+}
+
+QByteArray asSarif(const QList<Problem> &problems, const QString &folder)
+{
+    QJsonArray results;
+    for (const Problem &problem : problems)
+        results.append(sarifResult(problem, folder));
+    const QJsonObject driver = {{QStringLiteral("name"), QStringLiteral("quillmere")},
+                                {QStringLiteral("version"), QStringLiteral(QUILLMERE_VERSION)},
+                                {QStringLiteral("rules"), sarifRules()}};
+    const QJsonObject run = {{QStringLiteral("tool"), QJsonObject{{QStringLiteral("driver"), driver}}},
+                             {QStringLiteral("columnKind"), QStringLiteral("utf16CodeUnits")},
+                             {QStringLiteral("results"), results}};
+    return QJsonDocument(QJsonObject{{QStringLiteral("$schema"),
+                                      QStringLiteral("https://json.schemastore.org/sarif-2.1.0.json")},
+                                     {QStringLiteral("version"), QStringLiteral("2.1.0")},
+                                     {QStringLiteral("runs"), QJsonArray{run}}})
+        .toJson();
+}
+
+} // namespace
+
+std::optional<IgnoredRule> ignoredRule(const QString &text)
+{
+    const qsizetype colon = text.indexOf(u':');
+    const std::optional<Rule> rule = ruleOf(QStringView(text).first(colon < 0 ? text.size() : colon));
+    if (!rule)
+        return std::nullopt;
+    return IgnoredRule{*rule, colon < 0 ? std::nullopt : std::optional(text.mid(colon + 1))};
+}
+
+QList<Problem> withoutIgnored(const QList<Problem> &problems, const QList<IgnoredRule> &ignored)
+{
+    QList<Problem> left;
+    std::copy_if(problems.begin(), problems.end(), std::back_inserter(left), [&](const Problem &problem) {
+        return std::none_of(ignored.begin(), ignored.end(), [&](const IgnoredRule &each) {
+            return each.rule == problem.rule && (!each.name || *each.name == problem.name);
+        });
+    });
+    return left;
+}
+
+QByteArray checkReport(const QList<Problem> &problems, const QString &folder, ReportFormat format)
+{
+    switch (format) {
+    case ReportFormat::Json:
+        return asJson(problems, folder);
+    case ReportFormat::Sarif:
+        return asSarif(problems, folder);
+    default:
+        return asText(problems, folder);
+    }
+}
+
+} // namespace quillmere
