@@ -2,6 +2,7 @@
 #include "commands/CheckCommand.h"
 
 #include <QBuffer>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -68,6 +69,7 @@ private slots:
     void cannotRun_data();
     void cannotRun();
     void exampleTheme();
+    void rulesAreInTheManual();
 };
 
 void tst_checkreport::text()
@@ -208,6 +210,20 @@ void tst_checkreport::exampleTheme()
             ++counts[QString::fromUtf8(problem.sliced(problem.lastIndexOf('[')).chopped(1).sliced(1))];
     }
     QCOMPARE(counts, expected);
+}
+
+void tst_checkreport::rulesAreInTheManual()
+{
+    QFile manual(QStringLiteral(EXAMPLES_FOLDER "/../docs/checks.md"));
+    QVERIFY(manual.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(manual.readAll());
+    for (int number = 0; number < kRules; ++number) {
+        const RuleText &rule = textOf(Rule(number));
+        const QString line =
+            QStringLiteral("| `%1` | %2 | %3 |\n")
+                .arg(QLatin1String(rule.id), nameOf(rule.severity), QLatin1String(rule.explanation));
+        QVERIFY2(text.contains(line), rule.id);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_checkreport)
