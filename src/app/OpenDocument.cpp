@@ -7,6 +7,7 @@
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
+#include "keeping/forms/KeptRows.h"
 #include "keeping/forms/OutsideChanges.h"
 #include "keeping/forms/Recovery.h"
 #include "markup/FormatXML.h"
@@ -28,10 +29,13 @@ constexpr int kDaysKept = 60;  // an unsaved text that opening its document show
 OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status,
                            OutsideChanges &outside, Files &files, Talk &talk, QObject *parent)
     : QObject(parent), m_source(source), m_frame(frame), m_status(status), m_outside(outside), m_files(files),
-      m_talk(talk), m_recovery(new Recovery(source, *status.offers, talk, this))
+      m_talk(talk), m_recovery(new Recovery(recoverableText(source, m_document), *status.offers, talk, this))
 {
+    connect(&source, &SourceBox::changed, m_recovery, &Recovery::changed);
     connect(m_recovery, &Recovery::restored, this, &OpenDocument::textRestored);
-    m_recovery->opened({});
+    connect(m_recovery, &Recovery::restored, this,
+            [this] { m_status.showCodePage(m_document.encoding().page); });
+    m_recovery->opened();
     // Beside the window's thread: the documents may lie on a disk that does not answer.
     QThreadPool::globalInstance()->start([folder = recoveryFolder()] {
         const auto shown = [](const QString &path) {
@@ -107,9 +111,9 @@ void OpenDocument::show(ReadyWindow window)
     m_status.showCodePage(m_document.encoding().page);
     m_source.setText(std::move(window.text));
     m_talk.say(path);
-    m_recovery->opened(path);
+    m_recovery->opened();
     // What is unsaved is kept by opening and offered again afterwards.
-    m_outside.watch(QStringLiteral("document"), {{path, [this] { m_talk.run([this] { reload(); }); }, {}}});
+    m_outside.watch(QStringLiteral("document"), {{path, [this] { m_talk.run([this] { reload(); }); }}});
 }
 
 void OpenDocument::save()
@@ -133,15 +137,17 @@ void OpenDocument::save()
     m_talk.say(tr("%1 saved.").arg(path));
 }
 
-bool OpenDocument::mayClose()
+bool OpenDocument::mayClose(KeptRows &rows)
 {
+    QStringList problems = rows.keepAll();
     try {
         m_recovery->keepNow();
     } catch (const RunTimeError &error) {
-        return m_talk.ask(QStringLiteral("Quillmere"),
-                          tr("%1\nLeave all the same, and lose what is not saved?").arg(error.message()));
+        problems.prepend(error.message());
     }
-    return true;
+    return problems.isEmpty() ||
+           m_talk.ask(QStringLiteral("Quillmere"),
+                      tr("%1\nLeave all the same, and lose what is not saved?").arg(problems.join(u'\n')));
 }
 
 } // namespace quillmere

@@ -12,6 +12,7 @@
 namespace quillmere {
 
 class Files;
+class KeptRows;
 class OutsideChanges;
 class PreviewFrame;
 class Talk;
@@ -46,9 +47,9 @@ public:
     QString leftFromAnother(const QString &theme) const;
     // Asks, and writes the text to its file.
     void save();
-    // Keeps the unsaved text for the next time. False when it cannot be kept and the person would rather not
-    // lose it.
-    bool mayClose();
+    // Keeps the unsaved text and rows for the next time. False when something cannot be kept and the person
+    // would rather not lose it.
+    bool mayClose(KeptRows &rows);
 
 signals:
     // An unsaved text that was offered is in the source box.

@@ -21,6 +21,7 @@
 #include "files/RunTimeError.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/forms/LangTab.h"
+#include "keeping/forms/KeptRows.h"
 #include "keeping/forms/OutsideChanges.h"
 #include "preview/forms/PreviewFrame.h"
 #include "source/forms/SourceBox.h"
@@ -116,6 +117,7 @@ void frmSkin::makeTabs()
         frame->hide();
     }
     m_outside = new OutsideChanges(*m_status->offers, m_theme, *m_langTab, m_talk, this);
+    m_keptRows = new KeptRows(m_theme, *m_status->offers, m_talk, this);
     m_document =
         new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_files, m_talk, this);
     new CodePageChoice(
@@ -125,6 +127,10 @@ void frmSkin::makeTabs()
 
 void frmSkin::connectTabs()
 {
+    connect(m_langTab, &LangTab::languageOpened, this, [this](const QString &path) {
+        if (const QString news = m_keptRows->takeNews(); !news.isEmpty())
+            m_talk.say(path + u". " + news);
+    });
     connect(m_document, &OpenDocument::textRestored, this,
             [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); });
     connect(m_outside, &OutsideChanges::reloaded, this,
@@ -210,7 +216,7 @@ void frmSkin::resizeEvent(QResizeEvent *event)
 void frmSkin::closeEvent(QCloseEvent *event)
 {
     QSettings().setValue(kGeometry, saveGeometry());
-    event->setAccepted(m_document->mayClose());
+    event->setAccepted(m_document->mayClose(*m_keptRows));
 }
 
 // All in twips. The window itself may be smaller; what is in it then keeps its size.
@@ -289,13 +295,15 @@ void frmSkin::themeLoaded()
     m_keymapTab->showCatalogue();
     frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
     m_recent->add(m_theme.folder());
-    const QString left = m_document->leftFromAnother(m_theme.folder());
-    m_talk.say(tr("Theme opened: %1 windows, %2 images, %3 colours, %4 fonts. %5")
+    const QString news = m_keptRows->takeNews(), left = m_document->leftFromAnother(m_theme.folder());
+    m_talk.say(tr("Theme opened: %1 windows, %2 images, %3 colours, %4 fonts. %5 %6")
                    .arg(m_theme.widgets.LvWidget.count())
                    .arg(m_theme.images.rows.count())
                    .arg(m_theme.lvColor.count())
                    .arg(m_theme.lvFont.count())
-                   .arg(left.isEmpty() ? tr("Double-click a window on the Widget tab.") : left));
+                   .arg(left.isEmpty() ? tr("Double-click a window on the Widget tab.") : left)
+                   .arg(news)
+                   .trimmed());
     if (m_theme.panel)
         m_panelTab->showSettings(*m_theme.panel);
     if (!m_theme.problems().isEmpty())

@@ -17,6 +17,7 @@ class ColorTab;
 class Dialogs;
 class FontTab;
 class ImageTab;
+class KeptRows;
 class KeymapTab;
 class PanelTab;
 class LangTab;
@@ -105,6 +106,7 @@ private:
     PreviewFrame *frmWb;
     StatusLine *m_status;
     OutsideChanges *m_outside = nullptr;
+    KeptRows *m_keptRows = nullptr;
     OpenDocument *m_document = nullptr;
     int CurrentTab = 1; // 1-based
     QElapsedTimer m_sinceTheme;

@@ -9,29 +9,29 @@ namespace quillmere {
 
 void ColourCatalogue::LoadColorList(const Document &file)
 {
-    m_rows.clear();
-    document = file;
     QString text = file.text();
-    if (text.isEmpty())
-        return;
     CloseUpEquals(text);
 
     QList<ListRows::Row> colours;
     // What stands before the first element is no entry.
-    for (QStringView piece : splitIgnoringCase(text, u"<color ").sliced(1)) {
+    for (QStringView piece : splitIgnoringCase(text, u"<color ").mid(1)) {
         if (containsIgnoringCase(piece, u"name=\""))
             colours.append(
                 {QString(),
                  {SplitField(piece, u"name=\"", u"\"", 1, 0), SplitField(piece, u">", u"</", 1, 0)}});
     }
-    if (!colours.isEmpty())
-        m_rows.assign(std::move(colours));
+    document.replace(file, std::move(colours));
+}
+
+void ColourCatalogue::reload()
+{
+    document.keep(); // before the file is known as it is now
+    LoadColorList(document.openedAgain());
 }
 
 void ColourCatalogue::assign(const ColourCatalogue &other)
 {
-    document = other.document;
-    m_rows.assign(other.m_rows.rows());
+    document.replace(other.document, other.m_rows.rows());
 }
 
 void ColourCatalogue::save(Files &files)

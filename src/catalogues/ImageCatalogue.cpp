@@ -30,19 +30,14 @@ ImageCatalogue::ImageCatalogue(QObject *parent)
 void ImageCatalogue::LoadImageList(const Document &file, const QString &imageFolder, FileList &file1,
                                    const Progress &progress)
 {
-    rows.clear();
-    document = file;
-    m_folder = imageFolder;
     QString text = file.text();
-    if (text.isEmpty())
-        return;
     CloseUpEquals(text);
 
     QList<ListRows::Row> images;
     FileNames existing;
     QString folder;
     // What stands before the first element is no entry.
-    const QList<QStringView> pieces = splitIgnoringCase(text, u"<image ").sliced(1);
+    const QList<QStringView> pieces = splitIgnoringCase(text, u"<image ").mid(1);
     for (const QStringView &piece : pieces) {
         tell(progress, &piece - pieces.data(), pieces.size());
         if (!containsIgnoringCase(piece, u"id=\""))
@@ -53,17 +48,16 @@ void ImageCatalogue::LoadImageList(const Document &file, const QString &imageFol
         folder = folderWithout(full, name);
         images.append({full, {id, existing.contains(folder, name) ? QStringLiteral("Y") : QString()}});
     }
-    if (images.isEmpty())
-        return;
-    rows.assign(std::move(images));
-    file1.setPath(folder);
+    document.replace(file, std::move(images));
+    m_folder = imageFolder;
+    if (!rows.isEmpty())
+        file1.setPath(folder);
 }
 
 void ImageCatalogue::assign(const ImageCatalogue &other)
 {
-    document = other.document;
+    document.replace(other.document, other.rows.rows());
     m_folder = other.m_folder;
-    rows.assign(other.rows.rows());
 }
 
 QString ImageCatalogue::GetImg(const QString &id) const

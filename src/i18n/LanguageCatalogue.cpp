@@ -19,6 +19,18 @@ bool staysOneByte(const QString &text, const Encoding &encoding)
            pageOf(encodeText(text, encoding.page)) == CodePage::Windows1252;
 }
 
+QList<ListRows::Row> stringsOf(const QString &text)
+{
+    QList<ListRows::Row> strings;
+    if (!containsIgnoringCase(text, u"<language name=\""))
+        return strings;
+    for (QStringView piece : splitIgnoringCase(text, u"<tran id=\"").sliced(1)) {
+        const QString translation = SplitField(piece, u">", u"<", 1, 0);
+        strings.append({QString(), {SplitField(piece, u"\"", {}, 0, 0), translation}});
+    }
+    return strings;
+}
+
 } // namespace
 
 ListRows makeLanguageRows()
@@ -53,16 +65,8 @@ void LoadLanguageList(ListRows &lvLang, const Document &file, const QString &lan
 
 void OpenLgXml(ListRows &LvBhs, const QString &text)
 {
-    if (text.isEmpty())
-        return;
-    QList<ListRows::Row> strings;
-    if (containsIgnoringCase(text, u"<language name=\"")) {
-        for (QStringView piece : splitIgnoringCase(text, u"<tran id=\"").sliced(1)) {
-            const QString translation = SplitField(piece, u">", u"<", 1, 0);
-            strings.append({QString(), {SplitField(piece, u"\"", {}, 0, 0), translation}});
-        }
-    }
-    LvBhs.assign(std::move(strings));
+    if (!text.isEmpty())
+        LvBhs.assign(stringsOf(text));
 }
 
 QString languageFileText(const QString &name, const ListRows &LvBhs, const Encoding &encoding)
@@ -85,16 +89,16 @@ QString languageFileText(const QString &name, const ListRows &LvBhs, const Encod
 
 bool LanguageFile::open(const QString &path, const QString &theme, CodePageRule rule)
 {
-    const Document file = Document::open(path, theme, rule);
+    document.keep(); // before the file is known as it is now
+    Document file = Document::open(path, theme, rule);
     if (file.text().isEmpty()) {
         document.setPath(path, theme);
         return false;
     }
-    document = file;
     // ASCII alone tells no page; the file calls itself UTF-8.
     if (file.encoding().page == CodePage::Ascii)
-        document.setEncoding({CodePage::Utf8, rule});
-    OpenLgXml(document.rows(), file.text());
+        file.setEncoding({CodePage::Utf8, rule});
+    document.replace(file, stringsOf(file.text()));
     return true;
 }
 

@@ -18,7 +18,38 @@ namespace {
 
 QString chosenRecoveryFolder;
 
-const QString kEnding = QStringLiteral(".txt");
+QString endingOf(UnsavedKind kind)
+{
+    switch (kind) {
+    case UnsavedKind::Colours:
+        return QStringLiteral(".colours");
+    case UnsavedKind::Images:
+        return QStringLiteral(".images");
+    case UnsavedKind::Translations:
+        return QStringLiteral(".translations");
+    case UnsavedKind::Text:
+        break;
+    }
+    return QStringLiteral(".txt");
+}
+
+// A letter for each value, in the order of the two enumerations.
+constexpr QStringView kPages = u"auw", kRules = u"aw";
+
+QString asLetters(const Encoding &encoding)
+{
+    return QString(u'-') + kPages[int(encoding.page)] + kRules[int(encoding.rule)];
+}
+
+std::optional<Encoding> encodingOf(QStringView letters)
+{
+    if (letters.size() != 2)
+        return {};
+    const qsizetype page = kPages.indexOf(letters[0]), rule = kRules.indexOf(letters[1]);
+    if (page < 0 || rule < 0)
+        return {};
+    return Encoding{CodePage(page), CodePageRule(rule)};
+}
 
 // What the names of all files of a document begin with.
 QString prefixOf(const QString &document)
@@ -46,7 +77,13 @@ std::optional<UnsavedText> fromBytes(const QByteArray &bytes)
     const qsizetype blank = line.indexOf(u' ');
     const QStringView base = blank < 0 ? line : line.first(blank);
     const QStringView document = blank < 0 ? QStringView() : line.sliced(blank + 1);
-    return UnsavedText{{}, {}, document.toString(), text.mid(end + 1), QByteArray::fromHex(base.toLatin1())};
+    const QList<QStringView> parts = base.split(u'-');
+    return UnsavedText{{},
+                       {},
+                       document.toString(),
+                       text.mid(end + 1),
+                       QByteArray::fromHex(parts.first().toLatin1()),
+                       encodingOf(parts.value(1))};
 }
 
 QString lockOf(const QString &file)
@@ -87,11 +124,11 @@ std::optional<UnsavedText> readUnsaved(const QString &path)
     return text;
 }
 
-QList<UnsavedText> unsavedTextsOf(const QString &document, InUse inUse)
+QList<UnsavedText> unsavedTextsOf(const QString &document, InUse inUse, UnsavedKind kind)
 {
     const QDir folder(recoveryFolder());
-    const QFileInfoList files =
-        folder.entryInfoList({QString(prefixOf(document) + u"-*" + kEnding)}, QDir::Files | QDir::NoSymLinks);
+    const QFileInfoList files = folder.entryInfoList({QString(prefixOf(document) + u"-*" + endingOf(kind))},
+                                                     QDir::Files | QDir::NoSymLinks);
     QList<UnsavedText> kept;
     for (const QFileInfo &info : files) {
         if (inUse == InUse::LeaveOut && isInUse(info.filePath()))
@@ -104,12 +141,12 @@ QList<UnsavedText> unsavedTextsOf(const QString &document, InUse inUse)
     return kept;
 }
 
-UnsavedFile UnsavedFile::forNew(const QString &document)
+UnsavedFile UnsavedFile::forNew(const QString &document, UnsavedKind kind)
 {
     makeFolder(recoveryFolder());
     const QString start = joinPath(recoveryFolder(), QString(prefixOf(document) + u'-'));
     for (QDateTime time = QDateTime::currentDateTime();; time = time.addMSecs(1)) {
-        const QString path = start + time.toString(u"yyyyMMdd-hhmmss-zzz") + kEnding;
+        const QString path = start + time.toString(u"yyyyMMdd-hhmmss-zzz") + endingOf(kind);
         UnsavedFile file = QFileInfo::exists(path) ? UnsavedFile() : take(path);
         if (!file.isNull() && !QFileInfo::exists(path))
             return file;
@@ -135,8 +172,8 @@ void UnsavedFile::remove()
 void dropUnsaved(const QString &folder, const QDateTime &time,
                  const std::function<QString(const QString &document)> &shown)
 {
-    const QFileInfoList files =
-        QDir(folder).entryInfoList({QString(u'*' + kEnding)}, QDir::Files | QDir::NoSymLinks);
+    const QFileInfoList files = QDir(folder).entryInfoList({QString(u'*' + endingOf(UnsavedKind::Text))},
+                                                           QDir::Files | QDir::NoSymLinks);
     for (const QFileInfo &info : files) {
         if (info.lastModified() >= time)
             continue;
@@ -148,11 +185,13 @@ void dropUnsaved(const QString &folder, const QDateTime &time,
     }
 }
 
-void keepUnsaved(const QString &file, const QString &document, const QString &text, const QByteArray &base)
+void keepUnsaved(const QString &file, const QString &document, const QString &text, const QByteArray &base,
+                 std::optional<Encoding> encoding)
 {
     // The path is there for a person who looks into the folder; a line break in it would begin the text.
-    const QByteArray bytes = toBytes(QString::fromLatin1(base.toHex()) + u' ' +
-                                     QString(document).replace(u'\n', u' ') + u'\n' + text);
+    const QByteArray bytes =
+        toBytes(QString::fromLatin1(base.toHex()) + (encoding ? asLetters(*encoding) : QString()) + u' ' +
+                QString(document).replace(u'\n', u' ') + u'\n' + text);
     QString reason = makeFolder(QFileInfo(file).path());
     if (reason.isEmpty())
         reason = WholeFile(file).writeAll(bytes);

@@ -2,7 +2,6 @@
 
 #include "files/Files.h"
 #include "files/LoadedFiles.h"
-#include "rows/ListRows.h"
 
 namespace quillmere {
 
@@ -48,10 +47,26 @@ RowsDocument::RowsDocument(ListRows &rows) : m_rows(rows)
     QObject::connect(&rows, &ListRows::edited, &m_listener, [this] { setEdited(true); });
 }
 
-RowsDocument &RowsDocument::operator=(const Document &other)
+void RowsDocument::keep()
 {
-    Document::operator=(other);
-    return *this;
+    if (m_keeper)
+        m_keeper->keep();
+}
+
+void RowsDocument::replace(const Document &file, QList<ListRows::Row> rows)
+{
+    keep();
+    Document::operator=(file);
+    m_rows.assign(std::move(rows));
+    if (m_keeper)
+        m_keeper->replaced();
+}
+
+void RowsDocument::save(Files &files, const QString &text)
+{
+    Document::save(files, text);
+    if (m_keeper)
+        m_keeper->saved();
 }
 
 } // namespace quillmere

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/TextFile.h"
+#include "rows/ListRows.h"
 
 #include <QObject>
 #include <QString>
@@ -8,7 +9,6 @@
 namespace quillmere {
 
 class Files;
-class ListRows;
 
 // A file that is open to be edited and saved: a window, a catalogue, a language file. It knows how its bytes
 // became text, so that they become bytes again the same way, whatever is opened in between.
@@ -66,19 +66,34 @@ private:
 class RowsDocument : public Document
 {
 public:
+    // Whoever keeps what is not saved from getting lost.
+    class Keeper
+    {
+    public:
+        virtual ~Keeper() = default;
+        // Other rows are about to take the place of these. What it throws lets these stay.
+        virtual void keep() = 0;
+        virtual void replaced() = 0;
+        virtual void saved() = 0;
+    };
+
     // The rows must outlive the document.
     explicit RowsDocument(ListRows &rows);
-    // The rows stay; they are to be assigned as well.
-    RowsDocument &operator=(const Document &other);
-    RowsDocument &operator=(const RowsDocument &other)
-    {
-        return *this = static_cast<const Document &>(other);
-    }
+
+    // Has the file and the rows of another from now on.
+    void replace(const Document &file, QList<ListRows::Row> rows);
+    // See Document::save.
+    void save(Files &files, const QString &text);
 
     ListRows &rows() const { return m_rows; }
+    // Must outlive the document, unless another takes its place.
+    void setKeeper(Keeper *keeper) { m_keeper = keeper; }
+    // Has what is not saved kept now; RunTimeError says why it cannot be.
+    void keep();
 
 private:
     ListRows &m_rows;
+    Keeper *m_keeper = nullptr;
     QObject m_listener; // ends the connection with the document
 };
 

@@ -38,14 +38,23 @@ bool ThemeProject::LoadTheme(const QString &folder, const Progress &progress)
     ThemeProject aside;
     aside.rule = rule;
     const bool found = aside.read(folder, progress);
-    loadedFiles.keep();
     if (!found) {
+        loadedFiles.keep();
         lvTheme.clear();
         return false;
     }
+    keepRows();
+    loadedFiles.keep();
     assign(aside);
     emit loaded();
     return true;
+}
+
+// Before anything changes: rows that cannot be kept have to stay.
+void ThemeProject::keepRows()
+{
+    images.document.keep();
+    colours.document.keep();
 }
 
 bool ThemeProject::read(const QString &folder, const Progress &progress)
@@ -175,6 +184,7 @@ void ThemeProject::reload(const QString &path)
     if (!all.contains(path))
         return;
     LoadBytes(path); // throws before any list is emptied
+    keepRows();
     m_problems = {};
     if (path == all.last())
         loadPanel();

@@ -67,6 +67,7 @@ private:
     struct Entry;
     static const Entry *entryOf(QStringView name); // nullptr for another name
     QString pathOf(const QString &value) const;
+    void keepRows();
     bool read(const QString &folder, const Progress &progress);
     void assign(const ThemeProject &read);
     void runLoader(const QString &name, const QString &value, const Progress &progress = {});

@@ -12,6 +12,13 @@
 
 namespace quillmere {
 
+inline void openLanguage(const Window &window, int row)
+{
+    auto *languages = window.find<ListView>("lvLang");
+    languages->setCurrentIndex(languages->model()->index(row, 0));
+    window.choose("mnuLangOpen");
+}
+
 // A theme with a file of each kind that is written back, opened with its window "main" and its language.
 inline void openAll(const Window &window)
 {
@@ -25,12 +32,12 @@ inline void openAll(const Window &window)
     write("other.xml", "<x/>\n");
     write("image.xml", "<image id=\"i\">i.png</image>");
     write("color.xml", "<color name=\"navy\">#000080</color>");
-    write("lang.xml", "<language id=\"English\">en.xml</language>");
-    write("en.xml", "<tran id=\"Yes\">Ja</tran>");
+    write("lang.xml", "<language id=\"English\">en.xml</language><language id=\"x\">x.xml</language>");
+    write("en.xml", "<language name=\"English\"><tran id=\"Yes\">Ja</tran></language>");
+    write("x.xml", "<language name=\"x\"></language>");
     window.skin->openTheme(window.files.path(QStringLiteral("theme")));
     window.skin->openDocument(window.files.path(QStringLiteral("theme/main.xml")));
-    window.find<ListView>("lvLang")->setCurrentIndex(window.find<ListView>("lvLang")->model()->index(0, 0));
-    window.choose("mnuLangOpen");
+    openLanguage(window, 0);
 }
 
 inline void type(const Window &window, const char *text)

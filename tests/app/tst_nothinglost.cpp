@@ -1,10 +1,13 @@
 #include "app/EditedTheme.h"
 
+#include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
+#include "keeping/forms/KeptRows.h"
 
 #include <QDirIterator>
 #include <QProcess>
+#include <QStatusBar>
 #include <QThreadPool>
 
 #include <cstdio>
@@ -26,9 +29,9 @@ bool isBackedUp(Window &window, const QByteArray &bytes)
     return false;
 }
 
-qsizetype kept(const QString &document)
+qsizetype kept(const QString &document, UnsavedKind kind = UnsavedKind::Text)
 {
-    return unsavedTextsOf(document, InUse::Include).size();
+    return unsavedTextsOf(document, InUse::Include, kind).size();
 }
 
 // Another program that takes an unsaved text and has it until it is killed.
@@ -64,6 +67,11 @@ private slots:
     void reloadKeepsWhatIsTyped();
     void recovery_data();
     void recovery();
+    void rows_data();
+    void rows();
+    void rowsInTurn();
+    void keepsTheCodePage_data();
+    void keepsTheCodePage();
     void nothingLeftToOffer();
     void olderTextIsNotReplaced();
     void noRoomForTheText();
@@ -165,7 +173,7 @@ void TestNothingLost::reloadFromOutside()
     window.files.write(name, "<color name=\"c\">#3</color>");
     window.files.write(QStringLiteral("theme/main.xml"), "<theirs/>");
     QVERIFY(offers(
-        window, QStringLiteral("(main|color).xml and (main|color).xml were changed .* Reloading drops .*")));
+        window, QStringLiteral("(main|color).xml and (main|color).xml were changed by another program\\.")));
     answer(window, "cmdOffer(1)");
     QCOMPARE(offer(window), QString());
     QCOMPARE(colours->rowCount(), 1);
@@ -255,6 +263,168 @@ void TestNothingLost::recovery()
     QVERIFY(kept(main) == 0);
 }
 
+void TestNothingLost::rows_data()
+{
+    QTest::addColumn<UnsavedKind>("kind");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("list");
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("end");
+    const auto row = [](UnsavedKind kind, const char *name, const char *list, const char *file,
+                        const char *end) {
+        QTest::addRow("%s, %s", name, end) << kind << QString::fromLatin1(name) << QByteArray(list)
+                                           << QString::fromLatin1(file) << QString::fromLatin1(end);
+    };
+    for (const char *end : {"crash", "exit", "other theme", "reload", "code page"}) {
+        row(UnsavedKind::Colours, "colours", "lvColor", "color.xml", end);
+        row(UnsavedKind::Images, "images", "lvImage", "image.xml", end);
+    }
+    for (const char *end : {"crash", "exit", "other language", "reload"})
+        row(UnsavedKind::Translations, "translations", "LvBhs", "en.xml", end);
+}
+
+void TestNothingLost::rows()
+{
+    QFETCH(UnsavedKind, kind);
+    QFETCH(QString, name);
+    QFETCH(QByteArray, list);
+    QFETCH(QString, file);
+    QFETCH(QString, end);
+    Window window;
+    openAll(window);
+    const QString theme = window.files.path(QStringLiteral("theme")), path = joinPath(theme, file);
+    const auto rows = [&] { return qobject_cast<ListRows *>(window.find<ListView>(list)->model()); };
+    const QString loaded = rowsAsText(rows()), cell = rows()->sub(0, 2);
+    const auto open = [&] {
+        window.skin->openTheme(window.files.path(QString()));
+        window.skin->openTheme(theme);
+        openLanguage(window, 0);
+    };
+    rows()->setSub(0, 2, QStringLiteral("\\t\t\\\n") + QChar(0xE9) + QChar(0xD800));
+    rows()->setChecked(0, true);
+    rows()->add(QStringLiteral("new"), {QString(), QStringLiteral("*")});
+    const QString edited = rowsAsText(rows());
+    const QString offered = QStringLiteral("Unsaved %1 of \\d\\d:\\d\\d\\.").arg(name);
+    QVERIFY(edited != loaded);
+    if (end == u"crash") {
+        QVERIFY(QTest::qWaitFor([&] { return kept(path, kind) > 0; }, 5000));
+        window.start();
+    } else if (end == u"exit") {
+        window.skin->close();
+        window.start();
+    } else if (end == u"other theme") {
+        window.files.write(QStringLiteral("second/theme/theme.xml"),
+                           "<config><file_color>c</file_color><file_image>i</file_image></config>");
+        window.skin->openTheme(window.files.path(QStringLiteral("second/theme")));
+        const QString said = window.skin->statusBar()->currentMessage();
+        QVERIFY2(said.endsWith(
+                     QStringLiteral("The unsaved %1 of %2 are kept and offered when that is opened again.")
+                         .arg(name, file)),
+                 qPrintable(said));
+    } else if (end == u"other language") {
+        openLanguage(window, 1);
+    } else if (end == u"code page") {
+        window.choose("mnuCodePage1252");
+        QVERIFY(offers(window, offered));
+    }
+    QVERIFY(end == u"crash" || end == u"exit" || end == u"reload" || rowsAsText(rows()) != edited);
+    open();
+    QCOMPARE(rowsAsText(rows()), loaded);
+    QVERIFY(offers(window, offered));
+    answer(window, "cmdOffer(0)");
+    QCOMPARE(rowsAsText(rows()), edited);
+    QCOMPARE(offer(window), QString());
+    QCOMPARE(kept(path, kind), 1); // not saved yet
+
+    open();
+    QVERIFY(offers(window, offered));
+    answer(window, "cmdOffer(1)");
+    QCOMPARE(kept(path, kind), 0);
+    rows()->setSub(0, 2, QStringLiteral("!")); // changed, and changed back by hand
+    rows()->setSub(0, 2, cell);
+    open();
+    QCOMPARE(offer(window), QString());
+    QCOMPARE(kept(path, kind), 0);
+}
+
+// Several offers are reached one after another, and what a restore replaces is offered in its turn.
+void TestNothingLost::rowsInTurn()
+{
+    Window window;
+    openAll(window);
+    const QString theme = window.files.path(QStringLiteral("theme"));
+    const auto rows = [&](const char *list) {
+        return qobject_cast<ListRows *>(window.find<ListView>(list)->model());
+    };
+    rows("lvColor")->clear();
+    emit rows("lvColor")->edited(); // none at all is worth keeping too
+    rows("lvImage")->setSub(0, 1, QStringLiteral("first"));
+    window.skin->openTheme(window.files.path(QString()));
+    window.skin->openTheme(theme);
+    const QString colours = QStringLiteral("Unsaved colours .*"),
+                  images = QStringLiteral("Unsaved images .*");
+    QVERIFY(offers(window, colours));
+    QTest::keyClick(window.skin->windowHandle(), Qt::Key_F6);
+    QVERIFY(offers(window, colours));
+    QTest::keyClick(window.skin->windowHandle(), Qt::Key_F6);
+    QVERIFY(offers(window, images));
+    QTest::mouseClick(window.find<QToolButton>("cmdOfferNext"), Qt::LeftButton);
+    QVERIFY(offers(window, colours));
+    answer(window, "cmdOffer(0)");
+    QVERIFY(rows("lvColor")->isEmpty());
+    QVERIFY(offers(window, images));
+
+    rows("lvImage")->setSub(0, 1, QStringLiteral("second"));
+    for (const char *id : {"first", "second"}) {
+        answer(window, "cmdOffer(0)");
+        QCOMPARE(rows("lvImage")->sub(0, 1), QLatin1String(id));
+        QVERIFY(offers(window, images));
+    }
+    window.prompts.expectQuestion(QStringLiteral("Simpan File"),
+                                  QStringLiteral("Benar mau menyimpan file widget image?"), true);
+    window.choose("mnuImgSave");
+    answer(window, "cmdOffer(1)");
+    QCOMPARE(kept(joinPath(theme, u"image.xml"), UnsavedKind::Images), 0);
+}
+
+void TestNothingLost::keepsTheCodePage_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+    const QByteArray automatic = "mnuCodePageAutomatic", single = "mnuCodePage1252";
+    QTest::newRow("byte for byte, then automatic") << single << automatic;
+    QTest::newRow("automatic, then byte for byte") << automatic << single;
+}
+
+// What is restored is saved as what it was made from was read.
+void TestNothingLost::keepsTheCodePage()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+    Window window;
+    const QByteArray bytes = "\xC3\xA9";
+    openAll(window);
+    window.choose(before);
+    const QString main = window.files.write(QStringLiteral("theme/main.xml"), "<a>" + bytes + "</a>\n");
+    window.files.write(QStringLiteral("theme/color.xml"), "<color name=\"a\">" + bytes + "</color>");
+    window.choose("mnuCOpen");
+    window.skin->openDocument(main);
+    type(window, "x");
+    qobject_cast<ListRows *>(window.find<ListView>("lvColor")->model())->add({}, {QStringLiteral("b"), {}});
+    window.choose(after);
+    window.skin->openDocument(main);
+    answer(window, "cmdOffer(0)");
+    answer(window, "cmdOffer(0)");
+    QCOMPARE(offer(window), QString());
+    for (const char *item : {"mnuSave", "mnuCSave"}) {
+        window.prompts.expectQuestion(QStringLiteral("Simpan File"),
+                                      QStringLiteral("Benar mau menyimpan file?"), true);
+        window.choose(item);
+    }
+    QVERIFY(window.files.read(QStringLiteral("theme/main.xml")).contains(QByteArray("<a>" + bytes + "<")));
+    QVERIFY(window.files.read(QStringLiteral("theme/color.xml")).contains(QByteArray(">" + bytes + "<")));
+}
+
 void TestNothingLost::nothingLeftToOffer()
 {
     Window window;
@@ -312,11 +482,21 @@ void TestNothingLost::noRoomForTheText()
     }
     QVERIFY(told.startsWith(message));
     QCOMPARE(text(window), typed);
-    // Closing asks, and only Yes gives the text up.
+    // Rows stay likewise.
+    auto *colours = qobject_cast<ListRows *>(window.find<ListView>("lvColor")->model());
+    colours->setSub(0, 2, QStringLiteral("#1"));
+    const QString toldOfRows = window.skin->findChild<KeptRows *>()->keepAll().join(u'\n');
+    QVERIFY(toldOfRows.startsWith(message));
+    window.files.write(QStringLiteral("second/theme/theme.xml"),
+                       "<config><file_color>c</file_color></config>");
+    window.prompts.expectMessage(QStringLiteral("Quillmere"), toldOfRows);
+    window.skin->openTheme(window.files.path(QStringLiteral("second/theme")));
+    QCOMPARE(colours->sub(0, 2), QStringLiteral("#1"));
+    // Closing asks, and only Yes gives them up.
     for (const bool leave : {false, true}) {
-        window.prompts.expectQuestion(QStringLiteral("Quillmere"),
-                                      QString(told + u"\nLeave all the same, and lose what is not saved?"),
-                                      leave);
+        window.prompts.expectQuestion(
+            QStringLiteral("Quillmere"),
+            QString(told + u'\n' + toldOfRows + u"\nLeave all the same, and lose what is not saved?"), leave);
         QCOMPARE(window.skin->close(), leave);
         QCOMPARE(window.skin->isVisible(), !leave);
         QCOMPARE(text(window), typed);

@@ -1,11 +1,12 @@
 #include "Fuzz.h"
 #include "files/TestFiles.h"
 #include "keeping/UnsavedTexts.h"
+#include "rows/RowsText.h"
 
 using namespace quillmere;
 
 // An unsaved text comes back to the letter, for whatever document; a damaged file of such a text is no text
-// or some text.
+// or some text. The same for rows.
 void fuzz(const Input &input)
 {
     static const TestFiles files;
@@ -26,4 +27,15 @@ void fuzz(const Input &input)
     files.write(QDir(files.folder()).relativeFilePath(file), input.bytes(2));
     check(unsavedTextsOf(document, InUse::Include).size() <= 1, "a damaged file");
     QFile::remove(file);
+
+    QList<ListRows::Row> rows;
+    for (const QString &line : input.text(1).split(u'|')) {
+        const QStringList cells = line.split(u'*');
+        rows.append({cells.first(), cells.mid(1), cells.size() % 2 == 0});
+    }
+    const auto read = rowsFromText(rowsToText(rows));
+    check(read.has_value(), "rows come back");
+    same(asText(*read), asText(rows), "they are the same");
+    if (const auto damaged = rowsFromText(text))
+        check(rowsFromText(rowsToText(*damaged)).has_value(), "a damaged text of rows");
 }

@@ -24,8 +24,11 @@ OfferBar::OfferBar(QWidget *parent)
     auto *go = new QShortcut(Qt::Key_F6, this);
     go->setContext(Qt::WindowShortcut);
     connect(go, &QShortcut::activated, this, [this] {
-        if (!m_buttons.isEmpty())
-            m_buttons.first()->setFocus(Qt::ShortcutFocusReason);
+        if (m_buttons.isEmpty())
+            return;
+        if (m_buttons.contains(window()->focusWidget()))
+            turn();
+        m_buttons.first()->setFocus(Qt::ShortcutFocusReason);
     });
     hide();
 }
@@ -50,6 +53,35 @@ void OfferBar::choose(int index)
     chosen.act();
 }
 
+// The one shown goes behind all others.
+void OfferBar::turn()
+{
+    m_offers.prepend(m_offers.takeLast());
+    showLast();
+}
+
+void OfferBar::add(QWidget *widget)
+{
+    m_line->addWidget(widget);
+    m_buttons.append(widget);
+}
+
+QToolButton *OfferBar::addButton(const QString &name, const QString &caption, const QString &accessibleName)
+{
+    auto *button = new QToolButton(this);
+    button->setObjectName(name);
+    button->setAccessibleName(accessibleName);
+    button->setText(caption);
+    button->setToolTip(tr("F6 comes here"));
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::StrongFocus);
+    QFont underlined = button->font();
+    underlined.setUnderline(true);
+    button->setFont(underlined);
+    add(button);
+    return button;
+}
+
 void OfferBar::showLast()
 {
     for (QWidget *old : std::as_const(m_buttons)) {
@@ -67,23 +99,20 @@ void OfferBar::showLast()
         if (index > 0) {
             auto *slash = new QLabel(QStringLiteral("/"), this);
             slash->setForegroundRole(QPalette::ToolTipText);
-            m_line->addWidget(slash);
-            m_buttons.append(slash);
+            add(slash);
         }
         const QString caption = last.choices[index].caption;
-        auto *button = new QToolButton(this);
-        button->setObjectName(QStringLiteral("cmdOffer(%1)").arg(index));
-        button->setAccessibleName(caption);
-        button->setText(caption);
-        button->setToolTip(tr("F6 comes here"));
-        button->setAutoRaise(true);
-        button->setFocusPolicy(Qt::StrongFocus);
-        QFont underlined = button->font();
-        underlined.setUnderline(true);
-        button->setFont(underlined);
+        auto *button = addButton(QStringLiteral("cmdOffer(%1)").arg(index), caption, caption);
         connect(button, &QToolButton::clicked, this, [this, index] { choose(index); });
-        m_line->addWidget(button);
-        m_buttons.append(button);
+    }
+    if (m_offers.size() > 1) {
+        auto *next = addButton(QStringLiteral("cmdOfferNext"), tr("%1 more").arg(m_offers.size() - 1),
+                               tr("Next offer"));
+        next->setToolTip(tr("Shows the next offer; F6 does so too"));
+        connect(next, &QToolButton::clicked, this, [this] {
+            turn();
+            m_buttons.last()->setFocus();
+        });
     }
 }
 

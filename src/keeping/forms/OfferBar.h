@@ -8,12 +8,14 @@
 
 class QHBoxLayout;
 class QLabel;
+class QToolButton;
 
 namespace quillmere {
 
 // A line that offers something and waits as long as it takes: a text and buttons, "Unsaved text of 12:03.
-// Restore / Discard". One offer is shown, the last made; when it has been answered, the one before it. F6
-// goes to its first button.
+// Restore / Discard". One offer is shown, the last made; when it has been answered, the one before it. A
+// button turns to the next where there are several. F6 goes to the first button, and from there to the next
+// offer.
 class OfferBar : public QFrame
 {
     Q_OBJECT
@@ -41,6 +43,9 @@ private:
 
     void showLast();
     void choose(int index);
+    void turn();
+    void add(QWidget *widget);
+    QToolButton *addButton(const QString &name, const QString &caption, const QString &accessibleName);
 
     QList<Offer> m_offers;
     QHBoxLayout *m_line;

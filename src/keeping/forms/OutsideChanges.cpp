@@ -45,8 +45,7 @@ OutsideChanges::OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &l
                 const auto reload = [this, &languages, path, folder] {
                     m_talk.run([&] { languages.openLanguage(path, folder); });
                 };
-                watch(QStringLiteral("language"),
-                      {{path, reload, [this] { return m_theme.language.document.isEdited(); }}});
+                watch(QStringLiteral("language"), {{path, reload}});
             });
 }
 
@@ -54,16 +53,8 @@ void OutsideChanges::watchTheme()
 {
     QList<File> files;
     for (const QString &path : m_theme.files().mid(0, kMostFiles))
-        files.append({path, [this, path] { m_talk.run([&] { m_theme.reload(path); }); },
-                      [this, path] { return isEdited(path); }});
+        files.append({path, [this, path] { m_talk.run([&] { m_theme.reload(path); }); }});
     watch(QStringLiteral("theme"), files);
-}
-
-bool OutsideChanges::isEdited(const QString &path) const
-{
-    const bool all = path == m_theme.files().first();
-    return ((all || path == m_theme.images.document.path()) && m_theme.images.document.isEdited()) ||
-           ((all || path == m_theme.colours.document.path()) && m_theme.colours.document.isEdited());
 }
 
 void OutsideChanges::watch(const QString &owner, const QList<File> &files)
@@ -82,10 +73,6 @@ void OutsideChanges::fileReplaced(const QString &path)
         for (const File &file : files) {
             if (QFileInfo(findFile(file.path)).canonicalFilePath() != replaced)
                 continue;
-            if (file.isEdited && file.isEdited()) {
-                check();
-                continue;
-            }
             file.reload();
             emit reloaded();
         }
@@ -151,11 +138,8 @@ void OutsideChanges::check()
 void OutsideChanges::offerReload(const QList<File> &changed)
 {
     QStringList names;
-    bool edited = false;
-    for (const File &file : changed) {
+    for (const File &file : changed)
         names.append(QFileInfo(file.path).fileName());
-        edited = edited || (file.isEdited && file.isEdited());
-    }
     QString text;
     if (names.size() == 1)
         text = tr("%1 was changed by another program.").arg(names[0]);
@@ -165,8 +149,6 @@ void OutsideChanges::offerReload(const QList<File> &changed)
         text = tr("%1, %2 and %3 more files were changed by another program.")
                    .arg(names[0], names[1])
                    .arg(names.size() - 2);
-    if (edited)
-        text += tr(" Reloading drops what you changed in the list.");
     const auto settle = [this, changed] {
         for (const File &file : changed)
             m_answered.insert(file.path, fingerprintOf(file.path));

@@ -26,8 +26,6 @@ public:
     {
         QString path;
         std::function<void()> reload;
-        // Whether reloading drops something that was changed here; none where it never does.
-        std::function<bool()> isEdited;
     };
 
     // Watches the theme's own files and the language file from when they are loaded.
@@ -36,8 +34,7 @@ public:
 
     // The files of one owner, in place of those it had. They were loaded with LoadForEditing.
     void watch(const QString &owner, const QList<File> &files);
-    // The person had this file replaced: loads it again where it is open and that drops nothing. It is
-    // offered otherwise.
+    // The person had this file replaced: loads it again where it is open.
     void fileReplaced(const QString &path);
 
 signals:
@@ -46,7 +43,6 @@ signals:
 
 private:
     void watchTheme();
-    bool isEdited(const QString &path) const;
     void watchAgain();
     void check();
     void offerReload(const QList<File> &changed);

@@ -4,10 +4,6 @@
 #include "files/LoadedFiles.h"
 #include "files/RunTimeError.h"
 #include "keeping/forms/OfferBar.h"
-#include "source/forms/SourceBox.h"
-
-#include "asking/Talk.h"
-#include <QSignalBlocker>
 
 namespace quillmere {
 
@@ -16,22 +12,6 @@ namespace {
 constexpr int kPause = 2000; // ms after the last key
 constexpr int kMost = 20000; // ms that somebody may type without a pause
 
-const QString kKey = QStringLiteral("unsaved");
-
-// What the box held last before it was emptied; nothing where that is saved.
-QString textBefore(SourceBox &emptied)
-{
-    const QSignalBlocker quiet(emptied);
-    QTextDocument &document = *emptied.document();
-    int steps = 0;
-    for (; document.isEmpty() && document.isUndoAvailable(); ++steps)
-        document.undo();
-    const QString text = document.isModified() ? emptied.text() : QString();
-    for (; steps > 0; --steps)
-        document.redo();
-    return text;
-}
-
 QString shownTime(const QDateTime &time)
 {
     return time.toString(time.date() == QDate::currentDate() ? u"hh:mm" : u"yyyy-MM-dd hh:mm");
@@ -39,13 +19,13 @@ QString shownTime(const QDateTime &time)
 
 } // namespace
 
-Recovery::Recovery(SourceBox &source, OfferBar &offers, Talk &talk, QObject *parent)
-    : QObject(parent), m_source(source), m_offers(offers), m_talk(talk)
+Recovery::Recovery(Recoverable content, OfferBar &offers, Talk &talk, QObject *parent)
+    : QObject(parent), m_content(std::move(content)), m_key(QStringLiteral("unsaved ") + m_content.name),
+      m_offers(offers), m_talk(talk)
 {
     m_writer.setMaxThreadCount(1);
     m_pause.setSingleShot(true);
     connect(&m_pause, &QTimer::timeout, this, &Recovery::keepInBackground);
-    connect(&source, &SourceBox::changed, this, &Recovery::textChanged);
 }
 
 Recovery::~Recovery()
@@ -53,9 +33,9 @@ Recovery::~Recovery()
     m_writer.waitForDone();
 }
 
-void Recovery::textChanged()
+void Recovery::changed()
 {
-    if (m_wasOffered && !m_source.document()->isModified()) {
+    if (m_wasOffered && !m_content.isEdited()) {
         // Taken back, and worth keeping all the same; what is typed next goes elsewhere.
         letGo();
     }
@@ -80,10 +60,10 @@ void Recovery::keepInBackground()
     if (!toKeep)
         return;
     m_kept = true;
-    m_writer.start([this, file = m_file.path(), document = m_document, text = *toKeep,
-                    base = loadedFingerprint(m_document)] {
+    m_writer.start([this, file = m_file.path(), document = m_document, text = *toKeep, base = m_base,
+                    encoding = m_content.document->encoding()] {
         try {
-            keepUnsaved(file, document, text, base);
+            keepUnsaved(file, document, text, base, encoding);
         } catch (const RunTimeError &error) {
             QMetaObject::invokeMethod(this, [this, message = error.message()] {
                 m_kept = false;
@@ -96,15 +76,13 @@ void Recovery::keepInBackground()
 // None where there is nothing to keep; else it has a file to go to.
 std::optional<QString> Recovery::textToKeep()
 {
-    if (!m_source.document()->isModified()) {
-        saved();
+    if (!m_content.isEdited()) {
+        forget();
         return {};
     }
-    const QString text = m_source.document()->isEmpty() ? textBefore(m_source) : m_source.text();
-    if (text.isEmpty())
-        return {};
-    if (m_file.isNull())
-        m_file = UnsavedFile::forNew(m_document);
+    const std::optional<QString> text = m_content.textToKeep();
+    if (text && m_file.isNull())
+        m_file = UnsavedFile::forNew(m_document, m_content.kind);
     return text;
 }
 
@@ -115,21 +93,21 @@ bool Recovery::keepNow()
     const std::optional<QString> text = textToKeep();
     if (!text)
         return false;
-    keepUnsaved(m_file.path(), m_document, *text, loadedFingerprint(m_document));
+    keepUnsaved(m_file.path(), m_document, *text, m_base, m_content.document->encoding());
     m_kept = true;
     return true;
 }
 
-void Recovery::opened(const QString &document)
+void Recovery::opened()
 {
     m_pause.stop();
     m_kept = true;
     letGo();
-    m_document = document;
-    m_offered = unsavedTextsOf(document);
-    const QString loaded = m_source.text();
+    m_document = m_content.document->path();
+    m_base = loadedFingerprint(m_document);
+    m_offered = unsavedTextsOf(m_document, InUse::LeaveOut, m_content.kind);
     m_offered.removeIf([&](const UnsavedText &kept) {
-        const bool same = kept.text == loaded;
+        const bool same = m_content.shows(kept.text);
         if (same)
             UnsavedFile::take(kept.file).remove();
         return same;
@@ -138,6 +116,13 @@ void Recovery::opened(const QString &document)
 }
 
 void Recovery::saved()
+{
+    forget();
+    m_document = m_content.document->path(); // rows may be saved elsewhere
+    m_base = loadedFingerprint(m_document);
+}
+
+void Recovery::forget()
 {
     m_pause.stop();
     m_writer.waitForDone();
@@ -148,13 +133,13 @@ void Recovery::saved()
 
 void Recovery::offerNext()
 {
-    m_offers.withdraw(kKey);
+    m_offers.withdraw(m_key);
     if (m_offered.isEmpty())
         return;
-    QString text = tr("Unsaved text of %1.").arg(shownTime(m_offered.first().time));
+    QString text = tr("Unsaved %1 of %2.").arg(m_content.name, shownTime(m_offered.first().time));
     if (m_offered.first().base != loadedFingerprint(m_document))
         text += tr(" The file has changed since.");
-    m_offers.offer(kKey, text,
+    m_offers.offer(m_key, text,
                    {{tr("Restore"), [this] { restore(); }}, {tr("Discard"), [this] { discard(); }}});
 }
 
@@ -177,15 +162,38 @@ void Recovery::restore()
     UnsavedFile file = takeOffered();
     if (file.isNull())
         return;
+    QString before;
+    try {
+        if (!m_content.hasUndo && keepNow())
+            before = m_file.path();
+    } catch (const RunTimeError &error) {
+        offerNext();
+        m_talk.say(error.message());
+        return;
+    }
     const UnsavedText kept = m_offered.takeFirst();
-    m_source.rewrite(kept.text);
+    if (!m_content.restore(kept.text)) {
+        offerNext();
+        m_talk.say(tr("What was kept in %1 is damaged.").arg(kept.file));
+        return;
+    }
+    if (kept.encoding)
+        m_content.document->setEncoding(*kept.encoding);
     m_file = std::move(file); // what was typed until now stays in the file it had
     m_wasOffered = true;
-    if (kept.base != loadedFingerprint(m_document))
-        noteLoadedAs(m_document, kept.base); // so that saving it says what it would write over
+    if (const auto other = before.isEmpty() ? std::nullopt : readUnsaved(before)) {
+        if (m_content.shows(other->text))
+            UnsavedFile::take(before).remove();
+        else
+            m_offered.append(*other); // it is the way back
+    }
+    m_base = kept.base;
+    if (m_base != loadedFingerprint(m_document))
+        noteLoadedAs(m_document, m_base); // so that saving it says what it would write over
     offerNext();
     emit restored();
-    m_talk.say(tr("Unsaved text restored; Ctrl+Z takes it back."));
+    m_talk.say(m_content.hasUndo ? tr("Unsaved %1 restored; Ctrl+Z takes it back.").arg(m_content.name)
+                                 : tr("Unsaved %1 restored.").arg(m_content.name));
 }
 
 void Recovery::discard()
