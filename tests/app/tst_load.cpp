@@ -152,7 +152,7 @@ void TestLoad::catchesUpFirst()
     QCOMPARE(window.block(1), QStringLiteral("t2"));
     QCOMPARE(window.blocks->index(1, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Checked));
     QVERIFY(window.catchesUp());
-    QCOMPARE(window.style(QStringLiteral("t2"), QStringLiteral("display")), QStringLiteral("none"));
+    QTRY_COMPARE(window.style(QStringLiteral("t2"), QStringLiteral("display")), QStringLiteral("none"));
 }
 
 void TestLoad::setsPropertiesOfTheNewestText()

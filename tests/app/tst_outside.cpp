@@ -142,9 +142,8 @@ void TestOutside::restoresOutside()
     Window window;
     const QString place = window.files.write(u"out.xml"_s, "<color name=\"a\">#000000</color>");
     openTheme(window, "<file_color>../out.xml</file_color>");
-    Files files;
-    files.allow(QFileInfo(place).canonicalFilePath());
-    files.save(place, u"new"_s, window.files.path(u"theme"_s));
+    window.disk.allow(QFileInfo(place).canonicalFilePath());
+    window.disk.save(place, u"new"_s, window.files.path(u"theme"_s));
     window.choose("mnuRestore");
     auto *versions = window.find<ListView>("lvVersions");
     QCOMPARE(versions->model()->rowCount(), 1);

@@ -19,7 +19,8 @@ QString everyList(const ThemeProject &theme)
          {&theme.lvTheme, &theme.widgets.LvWidget, &theme.widgets.lvWidgetDel, &theme.images.rows,
           &theme.lvColor, &theme.lvFont, &theme.lvKeyGroup, &theme.lvLang})
         text += asText(rows->rows()) + u'\n';
-    return text + theme.widgets.width + theme.txtFont + theme.txtKeymap + theme.txtLang + theme.lbImagePath;
+    return text + theme.widgets.width + theme.fontFile.path() + theme.keymapFile.path() +
+           theme.languageList.path() + theme.images.folder();
 }
 
 } // namespace
