@@ -30,7 +30,7 @@ void fuzz(const Input &input)
     }
     colours.save(disk);
     const QByteArray written = files.read(name);
-    colours.LoadColorList(Document::open(path));
+    colours.LoadColorList(Document::open(path, files.folder()));
     if (plain) {
         same(asText(rows.rows()), read, "what is written is read");
         colours.save(disk);

@@ -31,7 +31,7 @@ void fuzz(const Input &input)
     }
     images.SaveImageList(disk);
     const QByteArray written = files.read(name);
-    images.LoadImageList(Document::open(path), folder, list);
+    images.LoadImageList(Document::open(path, files.folder()), folder, list);
     if (plain) {
         same(asText(images.rows.rows()), read, "what is written is read");
         images.SaveImageList(disk);
