@@ -13,13 +13,16 @@ namespace {
 
 constexpr qsizetype kLongestPath = 32767;
 
-// Letter by letter, as names are compared; the library's own folding of texts makes two letters of one.
+// Letter by letter, as names are compared: the library's own folding of texts makes two letters of one, and
+// its way back from code points takes a mark of byte order off the front.
 QString folded(const QString &name)
 {
-    QList<uint> letters = name.toUcs4();
-    for (uint &letter : letters)
-        letter = QChar::toCaseFolded(letter);
-    return QString::fromUcs4(reinterpret_cast<const char32_t *>(letters.constData()), letters.size());
+    QString folded;
+    folded.reserve(name.size());
+    const QList<uint> letters = name.toUcs4();
+    for (const uint letter : letters)
+        folded += QStringView(QChar::fromUcs4(QChar::toCaseFolded(letter)));
+    return folded;
 }
 
 bool isSame(const QString &a, const QString &b)

@@ -168,6 +168,7 @@ private slots:
              {u"link to nothing", u"theme/nothing.png"},
              {u"text", u"theme/theme.xml"},
              {u"no suffix", u"theme/png"},
+             {u"a mark of byte order before the name", u"theme/\ufefflogo.JPG"},
              {u"folder", u"theme/folder.png"},
              {u"the theme itself", u"theme"}});
     }
