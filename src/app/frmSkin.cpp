@@ -25,6 +25,7 @@
 #include "keeping/forms/OutsideChanges.h"
 #include "preview/forms/PreviewFrame.h"
 #include "source/forms/SourceBox.h"
+#include "theme/forms/LiveIndex.h"
 #include "widgets/forms/SourceTab.h"
 #include "widgets/forms/WidgetTab.h"
 
@@ -120,6 +121,9 @@ void frmSkin::makeTabs()
     m_keptRows = new KeptRows(m_theme, *m_status->offers, m_talk, this);
     m_document =
         new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_files, m_talk, this);
+    m_index = new LiveIndex(
+        m_theme, *m_sourceTab->txtSnippet, m_files, [this] { return m_document->path(); }, this);
+    connect(m_outside, &OutsideChanges::looked, m_index, &LiveIndex::lookAgain);
     new CodePageChoice(
         *m_status, m_theme, *m_document, [this] { loadTheme(m_theme.folder()); }, m_talk, this);
     connectTabs();

@@ -21,6 +21,7 @@ class KeptRows;
 class KeymapTab;
 class PanelTab;
 class LangTab;
+class LiveIndex;
 class OpenDocument;
 class OutsideChanges;
 class PreviewFrame;
@@ -108,6 +109,7 @@ private:
     OutsideChanges *m_outside = nullptr;
     KeptRows *m_keptRows = nullptr;
     OpenDocument *m_document = nullptr;
+    LiveIndex *m_index = nullptr;
     int CurrentTab = 1; // 1-based
     QElapsedTimer m_sinceTheme;
     std::unique_ptr<Dialogs> m_dialogs;

@@ -75,8 +75,12 @@ QString Files::touch(Step step, const QString &path, const QString &theme) const
 
 Writer Files::writer()
 {
-    return Writer(m_backups, [](const QString &path, const std::optional<QByteArray> &bytes) {
+    return Writer(m_backups, [this](const QString &path, const std::optional<QByteArray> &bytes) {
         noteWritten(path, bytes);
+        for (const auto &[listener, tell] : std::as_const(m_listeners)) {
+            if (listener)
+                tell(path);
+        }
     });
 }
 
@@ -105,6 +109,11 @@ void Files::restore(const QString &path, const QString &version, const QString &
 void Files::remove(const QString &path, const QString &theme)
 {
     writer().remove(touch(Step::Delete, path, theme));
+}
+
+void Files::onWritten(const QObject *listener, std::function<void(const QString &path)> tell)
+{
+    m_listeners.append({listener, std::move(tell)});
 }
 
 QString Files::programFolder() const

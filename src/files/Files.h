@@ -3,11 +3,15 @@
 #include "files/Backups.h"
 #include "files/TextFile.h"
 
+#include <QObject>
+#include <QPointer>
 #include <QSet>
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
+#include <utility>
 
 namespace quillmere {
 
@@ -71,6 +75,9 @@ public:
 
     Backups &backups() { return m_backups; }
 
+    // Calls `tell` with the path of each file that has been written or deleted here, while `listener` lives.
+    void onWritten(const QObject *listener, std::function<void(const QString &path)> tell);
+
     // Where the program keeps what is the person's to edit: replace.ini and the dictionaries. Found when it
     // is first asked for; see findProgramFolder.
     QString programFolder() const;
@@ -82,6 +89,7 @@ private:
 
     QSet<QString> m_allowed;
     Backups m_backups;
+    QList<std::pair<QPointer<const QObject>, std::function<void(const QString &)>>> m_listeners;
     mutable QString m_programFolder;
 };
 

@@ -129,6 +129,7 @@ void OutsideChanges::check()
         }
     }
     watchAgain();
+    emit looked();
     if (changed.isEmpty())
         m_offers.withdraw(kKey);
     else

@@ -40,6 +40,8 @@ public:
 signals:
     // Files were loaded again, as the person wished.
     void reloaded();
+    // Files that are watched, or others beside them, may have changed on disk.
+    void looked();
 
 private:
     void watchTheme();
