@@ -108,4 +108,25 @@ QList<Kind> elementsFor(Kind outer)
     return kinds;
 }
 
+QStringList wordsFor(Kind kind)
+{
+    switch (kind) {
+    case Kind::Mode:
+        return {QStringLiteral("single"), QStringLiteral("multiple")};
+    case Kind::State:
+        return {QStringLiteral("hide")};
+    case Kind::Alignment:
+        return {QStringLiteral("left"), QStringLiteral("hcentre"), QStringLiteral("right"),
+                QStringLiteral("top"),  QStringLiteral("vcentre"), QStringLiteral("bottom")};
+    default:
+        return {};
+    }
+}
+
+QStringList knownClasses()
+{
+    return {QStringLiteral("window"), QStringLiteral("text"),    QStringLiteral("image"),
+            QStringLiteral("button"), QStringLiteral("boxitem"), QStringLiteral("progbar")};
+}
+
 } // namespace quillmere

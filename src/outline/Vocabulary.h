@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QStringList>
 #include <QStringView>
 
 namespace quillmere {
@@ -52,5 +53,10 @@ QStringView nameOf(Kind kind);
 bool mayHold(Kind outer, Kind inner);
 // What a careful hand would write there, in the order of the vocabulary.
 QList<Kind> elementsFor(Kind outer);
+
+// The words that a value of this kind is made of; none where it is made of names, numbers or free text.
+QStringList wordsFor(Kind kind);
+// The classes of blocks that every receiver knows.
+QStringList knownClasses();
 
 } // namespace quillmere

@@ -156,17 +156,6 @@ QStringView stripped(QStringView name, NameKind kind)
     return isStripped(kind) ? trimmed({0, qint32(name.size())}, name).in(name) : name;
 }
 
-std::optional<NameKind> nameIn(Kind element)
-{
-    static const std::array<std::optional<NameKind>, kKinds> kinds = [] {
-        std::array<std::optional<NameKind>, kKinds> result;
-        for (const WindowRule &rule : kWindowRules)
-            result[size_t(rule.element)] = rule.name;
-        return result;
-    }();
-    return kinds[size_t(element)];
-}
-
 // The text without the blanks around "=", and where its units come from.
 class ClosedUpText
 {
@@ -286,6 +275,17 @@ Range elementOf(const CatalogueRule &rule, QStringView piece, const ClosedUpText
 
 } // namespace
 
+std::optional<NameKind> nameKindOf(Kind element)
+{
+    static const std::array<std::optional<NameKind>, kKinds> kinds = [] {
+        std::array<std::optional<NameKind>, kKinds> result;
+        for (const WindowRule &rule : kWindowRules)
+            result[size_t(rule.element)] = rule.name;
+        return result;
+    }();
+    return kinds[size_t(element)];
+}
+
 std::vector<FoundName> namesIn(const Outline &outline)
 {
     std::vector<FoundName> names;
@@ -295,7 +295,7 @@ std::vector<FoundName> namesIn(const Outline &outline)
     };
     for (qint32 index = 0; index < qint32(outline.elements().size()); ++index) {
         const Element &element = outline.element(index);
-        const std::optional<NameKind> kind = nameIn(element.kind);
+        const std::optional<NameKind> kind = nameKindOf(element.kind);
         if (!kind || element.inComment || element.inSignal)
             continue;
         if (isStripped(*kind)) {
@@ -312,8 +312,11 @@ FoundNames findNames(FileRole role, const QString &text)
 {
     FoundNames found;
     found.text = text;
-    if (role == FileRole::Window || role == FileRole::Style)
-        found.names = namesIn(Outline(found.text)); // views of the text, which is shared
+    if (role == FileRole::Window || role == FileRole::Style) {
+        const Outline outline(found.text);
+        found.names = namesIn(outline); // views of the text, which is shared
+        found.elements = elementUses(outline);
+    }
     for (const CatalogueRule &rule : kCatalogueRules) {
         if (rule.file == role)
             findInCatalogue(rule, found.text, found);
@@ -352,7 +355,7 @@ std::optional<FoundName> nameAt(const Outline &outline, qsizetype offset)
         if (index < 0)
             continue;
         const Element &element = outline.element(index);
-        const std::optional<NameKind> kind = nameIn(element.kind);
+        const std::optional<NameKind> kind = nameKindOf(element.kind);
         if (!kind || element.inComment || !element.content().touches(offset))
             continue;
         for (const Range &entry : entriesOf(outline, index)) {

@@ -3,6 +3,7 @@
 #include "outline/LineStarts.h"
 #include "outline/Outline.h"
 #include "rows/ListRows.h"
+#include "theme/ElementUse.h"
 
 #include <QList>
 #include <QString>
@@ -48,6 +49,7 @@ struct FoundNames
 {
     QString text, closedUp; // what the names are views of
     std::vector<FoundName> names;
+    std::vector<ElementUse> elements; // of a window
 };
 // Every name in a file, in the order of the text. Names in comments of a window do not count, nor do empty
 // ones. What a catalogue defines is what its loader reads, comments or not.
@@ -57,6 +59,8 @@ std::vector<FoundName> namesIn(const Outline &outline);
 // The same for rows that are not written yet: the names that their catalogue would define, without ranges.
 FoundNames findNames(FileRole role, const QList<ListRows::Row> &rows);
 
+// What the values of an element of a window, or the entries of its list, are names of.
+std::optional<NameKind> nameKindOf(Kind element);
 // The name in a window at the caret, be it defined or not.
 std::optional<FoundName> nameAt(const Outline &outline, qsizetype offset);
 

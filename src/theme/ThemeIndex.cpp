@@ -4,6 +4,7 @@
 #include "markup/Matching.h"
 
 #include <algorithm>
+#include <atomic>
 
 namespace quillmere {
 
@@ -37,6 +38,15 @@ void removeSorted(Numbers &numbers, qint32 number)
         numbers.erase(at);
 }
 
+// Classes that are told apart. No theme has so many; a text made up to be slow has no more of them either.
+constexpr qsizetype kMostClasses = 500;
+
+qint64 nextStamp()
+{
+    static std::atomic<qint64> last = 0;
+    return ++last;
+}
+
 } // namespace
 
 qint32 ThemeIndex::add(const IndexedFile &file)
@@ -44,6 +54,7 @@ qint32 ThemeIndex::add(const IndexedFile &file)
     const qint32 number = qint32(m_files.size());
     m_files.append(file);
     m_entries.append(std::make_shared<const std::vector<Entry>>());
+    m_elements.append(std::make_shared<const std::vector<ElementUse>>());
     m_numbers.insert(file.path, number);
     if (!file.found.isEmpty() && file.found != file.path)
         m_numbers.insert(file.found, number);
@@ -113,9 +124,12 @@ std::vector<qint32> ThemeIndex::relist(qint32 file, const std::vector<Entry> &be
                                        const std::vector<Entry> &after)
 {
     std::vector<qint32> gone;
-    const auto listOf = [this](const Entry &entry) -> QVarLengthArray<qint32, 2> & {
+    const auto relist = [this](const Entry &entry, auto change) {
         Name &name = m_names[entry.name];
-        return entry.isDefinition ? name.definedIn : name.usedIn;
+        const bool wasDefined = !name.definedIn.isEmpty();
+        change(entry.isDefinition ? name.definedIn : name.usedIn);
+        if (wasDefined == name.definedIn.isEmpty())
+            m_stamps[size_t(name.kind)] = nextStamp();
     };
     const auto skip = [](auto &at, auto end) {
         const qint64 key = at->key();
@@ -126,11 +140,11 @@ std::vector<qint32> ThemeIndex::relist(qint32 file, const std::vector<Entry> &be
     auto is = after.begin();
     while (was != before.end() || is != after.end()) {
         if (is == after.end() || (was != before.end() && was->key() < is->key())) {
-            removeSorted(listOf(*was), file);
+            relist(*was, [file](auto &files) { removeSorted(files, file); });
             gone.push_back(was->name);
             skip(was, before.end());
         } else if (was == before.end() || is->key() < was->key()) {
-            insertSorted(listOf(*is), file);
+            relist(*is, [file](auto &files) { insertSorted(files, file); });
             skip(is, after.end());
         } else {
             skip(was, before.end());
@@ -175,11 +189,52 @@ bool ThemeIndex::replace(qint32 file, const FoundNames &found, From from)
                            name.row, name.isDefinition});
     const Entries before = m_entries.at(file);
     put(file, std::move(entries));
+    if (from == From::Text)
+        putElements(file, found.elements);
     const auto sameName = [](const Entry &a, const Entry &b) { return a.key() == b.key(); };
     return role == FileRole::LanguageCatalogue ||
            (role == FileRole::WindowCatalogue &&
             !std::equal(before->begin(), before->end(), m_entries.at(file)->begin(),
                         m_entries.at(file)->end(), sameName));
+}
+
+void ThemeIndex::putElements(qint32 file, const std::vector<ElementUse> &elements)
+{
+    const std::shared_ptr<const std::vector<ElementUse>> before = m_elements.at(file);
+    for (const ElementUse &use : *before)
+        m_counts[use.className][size_t(use.kind)] -= use.count;
+    auto counted = std::make_shared<std::vector<ElementUse>>();
+    for (const ElementUse &use : elements) {
+        if (m_counts.size() >= kMostClasses && !m_counts.contains(use.className))
+            continue;
+        m_counts[use.className][size_t(use.kind)] += use.count;
+        counted->push_back(use);
+    }
+    m_elements[file] = std::move(counted);
+    for (const ElementUse &use : *before) {
+        if (elementsIn(use.className, Kind::Widget) == 0)
+            m_counts.remove(use.className);
+    }
+}
+
+qint32 ThemeIndex::elementsIn(const QString &className, Kind kind) const
+{
+    const auto counts = m_counts.constFind(className);
+    return counts == m_counts.constEnd() ? 0 : (*counts)[size_t(kind)];
+}
+
+QStringList ThemeIndex::classes() const
+{
+    QStringList names;
+    for (auto each = m_counts.cbegin(); each != m_counts.cend(); ++each) {
+        if (each.value()[size_t(Kind::Widget)] > 0)
+            names.append(each.key());
+    }
+    std::sort(names.begin(), names.end(), [this](const QString &a, const QString &b) {
+        const qint32 ofA = elementsIn(a, Kind::Widget), ofB = elementsIn(b, Kind::Widget);
+        return ofA != ofB ? ofA > ofB : a < b;
+    });
+    return names;
 }
 
 bool ThemeIndex::update(const QString &path, const QString &text)

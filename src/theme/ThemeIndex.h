@@ -83,6 +83,13 @@ public:
     QStringList inOtherLetters(NameKind kind, QStringView name) const;
     // The same of used names.
     QStringList usedInOtherLetters(NameKind kind, QStringView name) const;
+    // Another number whenever other names of the kind are defined, in this index or in one built later.
+    qint64 stamp(NameKind kind) const { return m_stamps[size_t(kind)]; }
+
+    // How many elements of the vocabulary the blocks of a class hold, all windows together; see ElementUse.
+    qint32 elementsIn(const QString &className, Kind kind) const;
+    // The classes of the theme's blocks, the most used first. Of very many, some.
+    QStringList classes() const;
 
 private:
     struct Entry
@@ -137,6 +144,7 @@ private:
     qint32 find(NameKind kind, QStringView name) const;
     qint32 intern(NameKind kind, QStringView name);
     void forget(qint32 name);
+    void putElements(qint32 file, const std::vector<ElementUse> &elements);
     void put(qint32 file, std::vector<Entry> entries);
     std::vector<qint32> relist(qint32 file, const std::vector<Entry> &before,
                                const std::vector<Entry> &after);
@@ -156,6 +164,9 @@ private:
     Names m_names;
     QList<qint32> m_free;                        // numbers of names that stand nowhere any more
     QHash<QString, qint32> m_folded[kNameKinds]; // first of the names with these letters
+    std::array<qint64, kNameKinds> m_stamps = {};
+    QList<std::shared_ptr<const std::vector<ElementUse>>> m_elements; // by file, as far as they are counted
+    QHash<QString, std::array<qint32, kKinds>> m_counts;              // by class
 };
 
 } // namespace quillmere

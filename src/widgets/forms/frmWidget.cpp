@@ -4,6 +4,7 @@
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "markup/Matching.h"
+#include "outline/Vocabulary.h"
 #include "source/forms/SourceBox.h"
 #include "widgets/BlockProperties.h"
 #include "widgets/forms/ColourCombo.h"
@@ -30,7 +31,6 @@ const QStringList kAlignments = {
     QStringLiteral("left|top"),    QStringLiteral("left|vcentre"),    QStringLiteral("left|bottom"),
     QStringLiteral("hcentre|top"), QStringLiteral("hcentre|vcentre"), QStringLiteral("hcentre|bottom"),
     QStringLiteral("right|top"),   QStringLiteral("right|vcentre"),   QStringLiteral("right|bottom")};
-const QStringList kModes = {QStringLiteral("single"), QStringLiteral("multiple")};
 const QStringList kFormats = {QStringLiteral("normal"), QStringLiteral("water"), QStringLiteral("static")};
 
 QStringList namesOf(const ListRows &catalogue)
@@ -220,7 +220,7 @@ void frmWidget::lvBlock_DblClick(int row)
         chooseFrom(name == u"font"        ? namesOf(m_choices.lvFont)
                    : name == u"img"       ? namesOf(m_choices.lvImage)
                    : name == u"alignment" ? kAlignments
-                   : name == u"mode"      ? kModes
+                   : name == u"mode"      ? wordsFor(Kind::Mode)
                                           : kFormats,
                    value);
         showEditor(frCombo, CmdCombo, name);
