@@ -1,6 +1,7 @@
 #include "app/frmAbout.h"
 
 #include "controls/Named.h"
+#include "controls/PageScroll.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -36,6 +37,7 @@ frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
     column->addSpacing(8);
     column->addWidget(buttons);
     column->setSizeConstraint(QLayout::SetFixedSize);
+    scrollWhereSmall(*this);
 }
 
 } // namespace quillmere

@@ -1,6 +1,7 @@
 #include "app/WindowFixture.h"
 
 #include "asking/forms/MessagePrompts.h"
+#include "catalogues/forms/ColorTab.h"
 #include "controls/ListView.h"
 #include "files/RunTimeError.h"
 #include "source/forms/SourceBox.h"
@@ -10,6 +11,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTabBar>
 
 using namespace quillmere;
@@ -89,6 +92,8 @@ private slots:
     void replaceList();
     void findsAndReplaces();
     void boxesFitTheScreen();
+    void smallScreen_data();
+    void smallScreen();
 };
 
 void TestDialogs::blockMoves()
@@ -346,6 +351,46 @@ void TestDialogs::boxesFitTheScreen()
         prompts.tell(text, text, Prompts::Icon::Critical);
         QTimer::singleShot(0, &window, answer);
         prompts.input(text, text, text);
+    }
+}
+
+void TestDialogs::smallScreen_data()
+{
+    QTest::addColumn<std::function<void(Window &)>>("open");
+    const auto add = [](const char *dialog, const std::function<void(Window &)> &open) {
+        QTest::newRow(dialog) << open;
+    };
+    add("frmReplace", [](Window &window) { window.choose("mnuTReplace"); });
+    add("frmWidget", [](Window &window) {
+        doubleClick(window.find<ListView>("lvBlock"), 0);
+        doubleClick(Dialog("frmWidget").find<ListView>("lvBlock"), 0);
+    });
+    add("frmcolor", [](Window &window) { emit window.find<ColorTab>("frYt(3)")->colourOpened(1, 2, 3); });
+}
+
+// However little room there is for a dialog, the keyboard brings everything into sight.
+void TestDialogs::smallScreen()
+{
+    QFETCH(std::function<void(Window &)>, open);
+    Window window;
+    openSource(window, kSource);
+    open(window);
+    const Dialog dialog(QTest::currentDataTag());
+    const auto *scroll = dialog.find<QScrollArea>("pageScroll");
+    const QSize whole = scroll->widget()->minimumSizeHint();
+    QVERIFY(dialog.widget->width() >= whole.width() && dialog.widget->height() >= whole.height());
+    QTRY_VERIFY(!scroll->verticalScrollBar()->isVisible() && !scroll->horizontalScrollBar()->isVisible());
+    dialog.widget->setMinimumSize(1, 1); // one of fixed size is made smaller by its screen alone
+    dialog.widget->resize(200, 90);
+    QCOMPARE(dialog.widget->size(), QSize(200, 90));
+    dialog.widget->activateWindow();
+    QTRY_COMPARE(QApplication::activeWindow(), dialog.widget);
+    for (int tab = 0; tab < 40; ++tab) {
+        QTest::keyClick(dialog.widget, Qt::Key_Tab);
+        const QWidget *now = dialog.widget->focusWidget();
+        QVERIFY(scroll->widget()->isAncestorOf(now));
+        const QRect place(now->mapTo(scroll->viewport(), QPoint()), now->size());
+        QVERIFY2(scroll->viewport()->rect().intersects(place), qPrintable(now->objectName()));
     }
 }
 

@@ -6,6 +6,7 @@
 #include "colorpicker/forms/ColourPalette.h"
 #include "controls/CaptionBox.h"
 #include "controls/Named.h"
+#include "controls/PageScroll.h"
 #include "controls/Swatch.h"
 #include "files/Paths.h"
 #include "rows/ListRows.h"
@@ -51,6 +52,7 @@ frmcolor::frmcolor(ListRows &colours, std::function<int()> selectedRow, Talk &ta
     grid->addWidget(makePalette(), 0, 0);
     grid->addWidget(makeChannels(), 0, 1);
     grid->addWidget(makeEntry(), 1, 0, 1, 2);
+    scrollWhereSmall(*this);
     Set_Picker_RGB(255, 255, 255);
 }
 

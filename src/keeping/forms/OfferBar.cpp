@@ -1,6 +1,6 @@
 #include "keeping/forms/OfferBar.h"
 
-#include "controls/Named.h"
+#include "controls/PathLabel.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -10,7 +10,8 @@
 namespace quillmere {
 
 OfferBar::OfferBar(QWidget *parent)
-    : QFrame(parent), m_line(new QHBoxLayout(this)), m_text(named(new QLabel(this), "lblOffer", tr("Offer")))
+    : QFrame(parent), m_line(new QHBoxLayout(this)),
+      m_text(new PathLabel(QStringLiteral("lblOffer"), tr("Offer"), this))
 {
     setObjectName(QStringLiteral("frOffer"));
     setAutoFillBackground(true);
@@ -19,7 +20,7 @@ OfferBar::OfferBar(QWidget *parent)
     m_line->setContentsMargins(8, 0, 8, 0);
     m_line->setSpacing(4);
     m_text->setForegroundRole(QPalette::ToolTipText);
-    m_text->setTextFormat(Qt::PlainText);
+    m_text->setMinimumWidth(1); // a long file name gives way, the buttons do not
     m_line->addWidget(m_text);
     auto *go = new QShortcut(Qt::Key_F6, this);
     go->setContext(Qt::WindowShortcut);

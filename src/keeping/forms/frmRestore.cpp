@@ -4,6 +4,7 @@
 #include "asking/forms/AskToWrite.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
+#include "controls/PageScroll.h"
 #include "keeping/VersionPreview.h"
 
 #include <QBoxLayout>
@@ -89,6 +90,7 @@ frmRestore::frmRestore(const QString &theme, const QStringList &leadsTo, Files &
     auto *column = new QVBoxLayout(this);
     column->addWidget(parts, 1);
     column->addLayout(makeButtons());
+    scrollWhereSmall(*this);
     resize(kFirstSize.boundedTo(parent->screen()->availableSize() * 9 / 10));
     loadVersions();
     (m_rows.isEmpty() ? static_cast<QWidget *>(cmdClose) : lvVersions)->setFocus();

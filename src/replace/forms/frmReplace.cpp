@@ -3,6 +3,7 @@
 #include "asking/Talk.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
+#include "controls/PageScroll.h"
 #include "files/Files.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
@@ -71,6 +72,7 @@ frmReplace::frmReplace(SourceAccess source, Files &files, Talk &talk, QWidget &o
     grid->setRowStretch(2, 1);
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
+    scrollWhereSmall(*this);
     resize(kFirstSize);
 }
 

@@ -3,6 +3,7 @@
 #include "controls/CaptionBox.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
+#include "controls/PageScroll.h"
 #include "markup/Matching.h"
 #include "outline/Vocabulary.h"
 #include "source/forms/SourceBox.h"
@@ -73,6 +74,7 @@ frmWidget::frmWidget(SourceBox &source, const PropertyChoices &choices, QWidget 
     auto *column = new QVBoxLayout(this);
     column->addWidget(lvBlock, 1);
     column->addWidget(m_editors);
+    scrollWhereSmall(*this);
     resize(kFirstSize);
 }
 
