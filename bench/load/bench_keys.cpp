@@ -9,7 +9,6 @@
 #include "asking/Prompts.h"
 #include "browser/forms/WebBrowser.h"
 #include "files/Files.h"
-#include "keeping/UnsavedTexts.h"
 #include "source/forms/SourceBox.h"
 
 #include <QApplication>
@@ -85,7 +84,7 @@ public:
     explicit Bench(const QTemporaryDir &folder) : m_folder(folder)
     {
         m_disk.backups().setFolder(folder.filePath(QStringLiteral("backup")));
-        setRecoveryFolder(folder.filePath(QStringLiteral("recovery")));
+        m_disk.setRecoveryFolder(folder.filePath(QStringLiteral("recovery")));
         m_disk.setProgramFolder(folder.path());
         m_skin = std::make_unique<frmSkin>(m_disk, &m_prompts);
         m_skin->resize(1400, 900);

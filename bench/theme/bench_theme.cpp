@@ -1,3 +1,4 @@
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "theme/ThemeProject.h"
 
@@ -56,7 +57,8 @@ private:
 void openTheme(benchmark::State &state)
 {
     const GeneratedTheme theme(int(state.range(0)), int(state.range(1)));
-    ThemeProject project;
+    Files disk;
+    ThemeProject project(disk);
     for (auto _ : state)
         project.LoadTheme(theme.folder());
     if (project.widgets.LvWidget.count() != state.range(0) || project.images.rows.count() != state.range(1))
@@ -68,9 +70,11 @@ void loadImageList(benchmark::State &state)
 {
     const GeneratedTheme theme(0, int(state.range(0)));
     FileList file1;
+    Files disk;
     ImageCatalogue images;
     for (auto _ : state)
-        images.LoadImageList(Document::open(theme.path("images/image.xml")), theme.imageFolder(), file1);
+        images.LoadImageList(Document::open(disk, theme.path("images/image.xml")), theme.imageFolder(),
+                             file1);
     if (images.rows.count() != state.range(0))
         state.SkipWithError("the catalogue was not read");
 }

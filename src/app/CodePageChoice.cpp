@@ -3,7 +3,7 @@
 #include "app/OpenDocument.h"
 #include "app/StatusLine.h"
 #include "asking/Talk.h"
-#include "files/LoadedFiles.h"
+#include "files/Files.h"
 #include "theme/ThemeProject.h"
 
 #include <QScopeGuard>
@@ -18,9 +18,9 @@ const QString kCodePage = QStringLiteral("codePage");
 }
 
 CodePageChoice::CodePageChoice(StatusLine &status, ThemeProject &theme, OpenDocument &window,
-                               std::function<void()> loadTheme, Talk &talk, QObject *parent)
+                               std::function<void()> loadTheme, Files &files, Talk &talk, QObject *parent)
     : QObject(parent), m_status(status), m_theme(theme), m_window(window), m_loadTheme(std::move(loadTheme)),
-      m_talk(talk)
+      m_files(files), m_talk(talk)
 {
     if (QSettings().value(kCodePage).toString() == u"1252")
         m_theme.rule = CodePageRule::Windows1252;
@@ -41,7 +41,7 @@ void CodePageChoice::choose(CodePageRule rule)
     const Document open = m_window.document();
     const bool again = !open.path().isEmpty() && !open.isEdited();
     // Whatever is cancelled, nothing has been shown yet.
-    LoadedForNow loadedFiles;
+    LoadedForNow loadedFiles(m_files.loaded());
     ReadyWindow window;
     if (again)
         window = m_window.read(open.path(), open.theme(), rule);

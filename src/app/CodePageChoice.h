@@ -8,6 +8,7 @@
 
 namespace quillmere {
 
+class Files;
 class OpenDocument;
 class StatusLine;
 class Talk;
@@ -22,7 +23,7 @@ class CodePageChoice : public QObject
 public:
     // `loadTheme` opens the theme again. Whoever cancels it cancels the choice.
     CodePageChoice(StatusLine &status, ThemeProject &theme, OpenDocument &window,
-                   std::function<void()> loadTheme, Talk &talk, QObject *parent = nullptr);
+                   std::function<void()> loadTheme, Files &files, Talk &talk, QObject *parent = nullptr);
 
 private:
     void choose(CodePageRule rule);
@@ -31,6 +32,7 @@ private:
     ThemeProject &m_theme;
     OpenDocument &m_window;
     std::function<void()> m_loadTheme;
+    Files &m_files;
     Talk &m_talk;
 };
 

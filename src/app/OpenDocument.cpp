@@ -4,7 +4,7 @@
 #include "asking/Talk.h"
 #include "asking/forms/AskToWrite.h"
 #include "browser/forms/WebBrowser.h"
-#include "files/LoadedFiles.h"
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "keeping/forms/KeptRows.h"
@@ -29,7 +29,8 @@ constexpr int kDaysKept = 60;  // an unsaved text that opening its document show
 OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &status,
                            OutsideChanges &outside, Files &files, Talk &talk, QObject *parent)
     : QObject(parent), m_source(source), m_frame(frame), m_status(status), m_outside(outside), m_files(files),
-      m_talk(talk), m_recovery(new Recovery(recoverableText(source, m_document), *status.offers, talk, this))
+      m_talk(talk),
+      m_recovery(new Recovery(recoverableText(source, m_document), files, *status.offers, talk, this))
 {
     connect(&source, &SourceBox::changed, m_recovery, &Recovery::changed);
     connect(m_recovery, &Recovery::restored, this, &OpenDocument::textRestored);
@@ -37,7 +38,7 @@ OpenDocument::OpenDocument(SourceBox &source, PreviewFrame &frame, StatusLine &s
             [this] { m_status.showCodePage(m_document.encoding().page); });
     m_recovery->opened();
     // Beside the window's thread: the documents may lie on a disk that does not answer.
-    QThreadPool::globalInstance()->start([folder = recoveryFolder()] {
+    QThreadPool::globalInstance()->start([folder = files.recoveryFolder()] {
         const auto shown = [](const QString &path) {
             try {
                 QString text = LoadFile(path);
@@ -59,7 +60,7 @@ void OpenDocument::open(const QString &path, const QString &theme, CodePageRule 
                     tr("%1 has %2 MB and takes a while to open. Open it?").arg(path).arg(megabytes)))
         return;
     const QString kept = m_recovery->keepNow() ? m_document.path() : QString();
-    LoadedForNow loaded; // the file may be read and its text then be cancelled
+    LoadedForNow loaded(m_files.loaded()); // the file may be read and its text then be cancelled
     ReadyWindow window = read(path, theme, rule);
     loaded.keep();
     show(std::move(window));
@@ -94,7 +95,7 @@ ReadyWindow OpenDocument::read(const QString &path, const QString &theme, CodePa
 {
     ReadyWindow window;
     m_talk.runLong(tr("Opening the window"), [&](const Progress &progress) {
-        window.file = Document::open(path, theme, rule, progress);
+        window.file = Document::open(m_files, path, theme, rule, progress);
         QString text = window.file.text();
         window.text = makeReady(FormatXML(text), progress);
     });

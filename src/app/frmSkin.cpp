@@ -117,15 +117,15 @@ void frmSkin::makeTabs()
         frame->move(toPixels(kFrameLeft), toPixels(kFrameTop));
         frame->hide();
     }
-    m_outside = new OutsideChanges(*m_status->offers, m_theme, *m_langTab, m_talk, this);
-    m_keptRows = new KeptRows(m_theme, *m_status->offers, m_talk, this);
+    m_outside = new OutsideChanges(*m_status->offers, m_theme, *m_langTab, m_files, m_talk, this);
+    m_keptRows = new KeptRows(m_theme, m_files, *m_status->offers, m_talk, this);
     m_document =
         new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_files, m_talk, this);
     m_index = new LiveIndex(
         m_theme, *m_sourceTab->txtSnippet, m_files, [this] { return m_document->path(); }, this);
     connect(m_outside, &OutsideChanges::looked, m_index, &LiveIndex::lookAgain);
     new CodePageChoice(
-        *m_status, m_theme, *m_document, [this] { loadTheme(m_theme.folder()); }, m_talk, this);
+        *m_status, m_theme, *m_document, [this] { loadTheme(m_theme.folder()); }, m_files, m_talk, this);
     connectTabs();
 }
 

@@ -87,7 +87,7 @@ private:
 
     WindowTalk m_talk;
     Files &m_files;
-    ThemeProject m_theme;
+    ThemeProject m_theme{m_files};
     MainMenu m_menu;
     std::unique_ptr<RecentThemes> m_recent;
     QWidget *m_page;

@@ -23,10 +23,10 @@ void ColourCatalogue::LoadColorList(const Document &file)
     document.replace(file, std::move(colours));
 }
 
-void ColourCatalogue::reload()
+void ColourCatalogue::reload(Files &files)
 {
     document.keep(); // before the file is known as it is now
-    LoadColorList(document.openedAgain());
+    LoadColorList(document.openedAgain(files));
 }
 
 void ColourCatalogue::assign(const ColourCatalogue &other)

@@ -19,7 +19,7 @@ public:
     // empty; its path is kept all the same.
     void LoadColorList(const Document &file);
     // Loads the file again.
-    void reload();
+    void reload(Files &files);
     // Has the rows and the document of the other one.
     void assign(const ColourCatalogue &other);
     // Replaces the file with ColourFileText. RunTimeError when it cannot be written.

@@ -1,12 +1,12 @@
 #include "files/Files.h"
 
 #include "files/FailedStep.h"
-#include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "files/ProgramFolder.h"
 #include "files/Writer.h"
 
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include <cerrno>
 
@@ -76,7 +76,7 @@ QString Files::touch(Step step, const QString &path, const QString &theme) const
 Writer Files::writer()
 {
     return Writer(m_backups, [this](const QString &path, const std::optional<QByteArray> &bytes) {
-        noteWritten(path, bytes);
+        m_loaded.noteWritten(path, bytes);
         for (const auto &[listener, tell] : std::as_const(m_listeners)) {
             if (listener)
                 tell(path);
@@ -121,6 +121,14 @@ QString Files::programFolder() const
     if (m_programFolder.isEmpty())
         m_programFolder = findProgramFolder();
     return m_programFolder;
+}
+
+QString Files::recoveryFolder() const
+{
+    if (!m_recoveryFolder.isEmpty())
+        return m_recoveryFolder;
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return joinPath(data, u"Quillmere/recovery");
 }
 
 CodePage Files::saveOwn(const QString &path, const QString &text, std::optional<Encoding> encoding)

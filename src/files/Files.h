@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/Backups.h"
+#include "files/LoadedFiles.h"
 #include "files/TextFile.h"
 
 #include <QObject>
@@ -74,6 +75,8 @@ public:
     CodePage saveOwn(const QString &path, const QString &text, std::optional<Encoding> encoding = {});
 
     Backups &backups() { return m_backups; }
+    // What is open for editing, and whether another program has changed it.
+    LoadedFiles &loaded() { return m_loaded; }
 
     // Calls `tell` with the path of each file that has been written or deleted here, while `listener` lives.
     void onWritten(const QObject *listener, std::function<void(const QString &path)> tell);
@@ -83,14 +86,20 @@ public:
     QString programFolder() const;
     void setProgramFolder(const QString &folder) { m_programFolder = folder; }
 
+    // Where what was not saved is kept: in the person's data folder, unless another is set.
+    QString recoveryFolder() const;
+    void setRecoveryFolder(const QString &folder) { m_recoveryFolder = folder; }
+
 private:
     QString touch(Step step, const QString &path, const QString &theme) const;
     Writer writer();
 
     QSet<QString> m_allowed;
     Backups m_backups;
+    LoadedFiles m_loaded;
     QList<std::pair<QPointer<const QObject>, std::function<void(const QString &)>>> m_listeners;
     mutable QString m_programFolder;
+    QString m_recoveryFolder;
 };
 
 } // namespace quillmere

@@ -87,10 +87,10 @@ QString languageFileText(const QString &name, const ListRows &LvBhs, const Encod
     return text;
 }
 
-bool LanguageFile::open(const QString &path, const QString &theme, CodePageRule rule)
+bool LanguageFile::open(Files &files, const QString &path, const QString &theme, CodePageRule rule)
 {
     document.keep(); // before the file is known as it is now
-    Document file = Document::open(path, theme, rule);
+    Document file = Document::open(files, path, theme, rule);
     if (file.text().isEmpty()) {
         document.setPath(path, theme);
         return false;

@@ -33,7 +33,7 @@ public:
 
     // Replaces the strings by those of a file. One that is empty or not there leaves them, and they are saved
     // to its path; the answer is false then.
-    bool open(const QString &path, const QString &theme, CodePageRule rule);
+    bool open(Files &files, const QString &path, const QString &theme, CodePageRule rule);
     // Writes the file under the name of a language.
     void save(Files &files, const QString &name);
 

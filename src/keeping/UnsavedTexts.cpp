@@ -8,15 +8,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 #include <algorithm>
 
 namespace quillmere {
 
 namespace {
-
-QString chosenRecoveryFolder;
 
 QString endingOf(UnsavedKind kind)
 {
@@ -124,11 +121,11 @@ std::optional<UnsavedText> readUnsaved(const QString &path)
     return text;
 }
 
-QList<UnsavedText> unsavedTextsOf(const QString &document, InUse inUse, UnsavedKind kind)
+QList<UnsavedText> unsavedTextsOf(const QString &folder, const QString &document, InUse inUse,
+                                  UnsavedKind kind)
 {
-    const QDir folder(recoveryFolder());
-    const QFileInfoList files = folder.entryInfoList({QString(prefixOf(document) + u"-*" + endingOf(kind))},
-                                                     QDir::Files | QDir::NoSymLinks);
+    const QFileInfoList files = QDir(folder).entryInfoList(
+        {QString(prefixOf(document) + u"-*" + endingOf(kind))}, QDir::Files | QDir::NoSymLinks);
     QList<UnsavedText> kept;
     for (const QFileInfo &info : files) {
         if (inUse == InUse::LeaveOut && isInUse(info.filePath()))
@@ -141,10 +138,10 @@ QList<UnsavedText> unsavedTextsOf(const QString &document, InUse inUse, UnsavedK
     return kept;
 }
 
-UnsavedFile UnsavedFile::forNew(const QString &document, UnsavedKind kind)
+UnsavedFile UnsavedFile::forNew(const QString &folder, const QString &document, UnsavedKind kind)
 {
-    makeFolder(recoveryFolder());
-    const QString start = joinPath(recoveryFolder(), QString(prefixOf(document) + u'-'));
+    makeFolder(folder);
+    const QString start = joinPath(folder, QString(prefixOf(document) + u'-'));
     for (QDateTime time = QDateTime::currentDateTime();; time = time.addMSecs(1)) {
         const QString path = start + time.toString(u"yyyyMMdd-hhmmss-zzz") + endingOf(kind);
         UnsavedFile file = QFileInfo::exists(path) ? UnsavedFile() : take(path);
@@ -197,19 +194,6 @@ void keepUnsaved(const QString &file, const QString &document, const QString &te
         reason = WholeFile(file).writeAll(bytes);
     if (!reason.isEmpty())
         throwFailed("keep the unsaved text in", file, reason);
-}
-
-QString recoveryFolder()
-{
-    if (!chosenRecoveryFolder.isEmpty())
-        return chosenRecoveryFolder;
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    return joinPath(data, u"Quillmere/recovery");
-}
-
-void setRecoveryFolder(const QString &folder)
-{
-    chosenRecoveryFolder = folder;
 }
 
 } // namespace quillmere

@@ -13,7 +13,7 @@
 
 namespace quillmere {
 
-// Texts that were typed and not saved. Each lies in a file of its own in the recovery folder, named by the
+// Texts that were typed and not saved. Each lies in a file of its own in a recovery folder, named by the
 // document that it belongs to and by when editing began, so that a later text never takes the place of one
 // that nobody has decided about. The file holds in its first line a fingerprint (hexadecimal) of what the
 // text was made from, "-" and two letters for the encoding of that, a blank and the document's path, and then
@@ -25,7 +25,7 @@ enum class UnsavedKind { Text, Colours, Images, Translations };
 
 struct UnsavedText
 {
-    QString file;     // full path below the recovery folder
+    QString file;     // full path
     QDateTime time;   // when it was kept
     QString document; // its path, where that holds no line break
     QString text;
@@ -36,8 +36,8 @@ struct UnsavedText
 enum class InUse { LeaveOut, Include };
 // What is kept for a document, newest first. The document is its path, which may be empty. What cannot be
 // read is left out, and what a living program still writes, unless it is asked for.
-QList<UnsavedText> unsavedTextsOf(const QString &document, InUse inUse = InUse::LeaveOut,
-                                  UnsavedKind kind = UnsavedKind::Text);
+QList<UnsavedText> unsavedTextsOf(const QString &folder, const QString &document,
+                                  InUse inUse = InUse::LeaveOut, UnsavedKind kind = UnsavedKind::Text);
 // The text in one file.
 std::optional<UnsavedText> readUnsaved(const QString &file);
 
@@ -48,7 +48,8 @@ class UnsavedFile
 public:
     UnsavedFile() = default;
     // For another text of the document; nothing is written yet.
-    static UnsavedFile forNew(const QString &document, UnsavedKind kind = UnsavedKind::Text);
+    static UnsavedFile forNew(const QString &folder, const QString &document,
+                              UnsavedKind kind = UnsavedKind::Text);
     // One that is kept; null where a living program has it.
     static UnsavedFile take(const QString &path);
 
@@ -70,9 +71,5 @@ void dropUnsaved(const QString &folder, const QDateTime &time,
 // Writes or replaces a file of that name. RunTimeError says why it cannot be written.
 void keepUnsaved(const QString &file, const QString &document, const QString &text,
                  const QByteArray &base = {}, std::optional<Encoding> encoding = {});
-
-// In the person's data folder; an empty folder restores that.
-QString recoveryFolder();
-void setRecoveryFolder(const QString &folder);
 
 } // namespace quillmere

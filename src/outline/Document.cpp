@@ -1,14 +1,13 @@
 #include "outline/Document.h"
 
 #include "files/Files.h"
-#include "files/LoadedFiles.h"
 
 namespace quillmere {
 
-Document Document::open(const QString &path, const QString &theme, CodePageRule rule,
+Document Document::open(Files &files, const QString &path, const QString &theme, CodePageRule rule,
                         const Progress &progress)
 {
-    const DecodedText file = LoadForEditing(path, rule, progress);
+    const DecodedText file = files.loaded().load(path, rule, progress);
     Document opened;
     opened.m_path = path;
     opened.m_theme = theme;

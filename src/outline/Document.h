@@ -20,11 +20,11 @@ public:
     // Reads a file; one that is not there gives an empty text. `theme` is the folder of the theme that it was
     // opened from, empty for a file that belongs to none. From now on changes that other programs make to the
     // file are known.
-    static Document open(const QString &path, const QString &theme = {},
+    static Document open(Files &files, const QString &path, const QString &theme = {},
                          CodePageRule rule = CodePageRule::Automatic, const Progress &progress = {});
 
     // The same file as it is now, by the same rule.
-    Document openedAgain() const { return open(m_path, m_theme, m_encoding.rule); }
+    Document openedAgain(Files &files) const { return open(files, m_path, m_theme, m_encoding.rule); }
 
     const QString &path() const { return m_path; }
     const QString &theme() const { return m_theme; }

@@ -2,7 +2,7 @@
 
 #include "catalogues/FontCatalogue.h"
 #include "catalogues/KeymapCatalogue.h"
-#include "files/LoadedFiles.h"
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "theme/ThemeConfig.h"
 
@@ -21,21 +21,21 @@ struct ThemeProject::Entry
     void (ThemeProject::*load)(const QString &path, const QString &folder, const Progress &progress);
 };
 
-ThemeProject::ThemeProject(QObject *parent)
+ThemeProject::ThemeProject(Files &files, QObject *parent)
     : QObject(parent), lvTheme({QStringLiteral("Nama"), QStringLiteral("Status")}),
       lvColor({QString(), QStringLiteral("Nama"), QStringLiteral("Code")}, ListRows::Checks::Yes),
       lvFont({QString(), QStringLiteral("Name"), QStringLiteral("File"), QStringLiteral("Size"),
               QStringLiteral("Style")}),
       lvKeyGroup({QStringLiteral("Display"), QStringLiteral("Group")}),
       lvKeyMap({QStringLiteral("Name"), QStringLiteral("Code")}), lvLang(makeLanguageRows()),
-      LvBhs(makeStringRows())
+      LvBhs(makeStringRows()), m_files(files)
 {
 }
 
 bool ThemeProject::LoadTheme(const QString &folder, const Progress &progress)
 {
-    LoadedForNow loadedFiles;
-    ThemeProject aside;
+    LoadedForNow loadedFiles(m_files.loaded());
+    ThemeProject aside(m_files);
     aside.rule = rule;
     const bool found = aside.read(folder, progress);
     if (!found) {
@@ -60,7 +60,7 @@ void ThemeProject::keepRows()
 bool ThemeProject::read(const QString &folder, const Progress &progress)
 {
     m_folder = folder;
-    const QString text = Document::open(joinPath(folder, u"theme.xml"), folder, rule).text();
+    const QString text = Document::open(m_files, joinPath(folder, u"theme.xml"), folder, rule).text();
     if (text.isEmpty())
         return false;
 
@@ -133,7 +133,7 @@ QString ThemeProject::pathOf(const QString &value) const
 Document ThemeProject::open(const QString &path)
 {
     try {
-        return Document::open(path, m_folder, rule);
+        return Document::open(m_files, path, m_folder, rule);
     } catch (const RunTimeError &error) {
         m_problems.add(error);
     }

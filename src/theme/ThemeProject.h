@@ -22,7 +22,7 @@ class ThemeProject : public QObject
     Q_OBJECT
 
 public:
-    explicit ThemeProject(QObject *parent = nullptr);
+    explicit ThemeProject(Files &files, QObject *parent = nullptr);
 
     // Reads theme.xml of the folder, lists its <config> entries in lvTheme and runs the loader of each, in
     // file order; then default.xml. A kind that no entry names keeps what it held. Without a theme.xml,
@@ -82,6 +82,7 @@ private:
     void loadKeymap(const QString &path, const QString &folder, const Progress &progress);
     void loadPanel();
 
+    Files &m_files;
     QString m_folder;
     ReadProblems m_problems;
 };

@@ -90,10 +90,10 @@ QString WidgetCatalogue::unlistedPath(int row) const
     return joinPath(m_unlistedFolder, lvWidgetDel.text(row));
 }
 
-void WidgetCatalogue::reload(FileList &file1)
+void WidgetCatalogue::reload(Files &files, FileList &file1)
 {
     if (!document.path().isEmpty())
-        LoadWidgetList(document.openedAgain(), QString(folder), file1);
+        LoadWidgetList(document.openedAgain(files), QString(folder), file1);
 }
 
 QString WidgetCatalogue::withWindow(const QString &text, const QString &name)

@@ -7,6 +7,7 @@
 namespace quillmere {
 
 class FileList;
+class Files;
 
 // The widget catalogue: the windows of the receiver, each with a document of its own beside the catalogue.
 // LvWidget row: text = full path of the document, sub-item 1 = window name, 2 = date and time of the document
@@ -26,7 +27,7 @@ public:
     // The full path of the file that this row of lvWidgetDel shows.
     QString unlistedPath(int row) const;
     // Loads the file again; nothing where there is none.
-    void reload(FileList &file1);
+    void reload(Files &files, FileList &file1);
 
     // The catalogue text with a line for the window `name` put before every "</interface>", ignoring case.
     // Unchanged where the line is there already. The text ends in CR LF, as it is written.

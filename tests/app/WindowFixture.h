@@ -5,7 +5,6 @@
 #include "browser/forms/WebBrowser.h"
 #include "files/Files.h"
 #include "files/TestFiles.h"
-#include "keeping/UnsavedTexts.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -75,7 +74,7 @@ public:
     {
         QSettings().clear();
         disk.backups().setFolder(files.path(QStringLiteral("backup")));
-        setRecoveryFolder(files.path(QStringLiteral("recovery")));
+        disk.setRecoveryFolder(files.path(QStringLiteral("recovery")));
         disk.setProgramFolder(files.folder());
         start();
     }

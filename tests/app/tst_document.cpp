@@ -79,10 +79,11 @@ void TestDocument::cancelledChoice()
     QStatusBar &bar = *host.statusBar();
     StatusLine status(bar);
     WindowTalk talk(host, &window.prompts);
-    ThemeProject theme;
+    ThemeProject theme(window.disk);
     QVERIFY(theme.LoadTheme(window.files.path(QStringLiteral("theme"))));
     CodePageChoice choice(
-        status, theme, *window.skin->findChild<OpenDocument *>(), [] { throw Cancelled(); }, talk);
+        status, theme, *window.skin->findChild<OpenDocument *>(), [] { throw Cancelled(); }, window.disk,
+        talk);
     const auto item = [&](const char *name) {
         for (QAction *rule : bar.findChild<QToolButton *>(QStringLiteral("cmdCodePage"))->menu()->actions()) {
             if (rule->objectName() == QLatin1String(name))

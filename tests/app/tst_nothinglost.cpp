@@ -3,6 +3,7 @@
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
+#include "keeping/UnsavedTexts.h"
 #include "keeping/forms/KeptRows.h"
 
 #include <QDirIterator>
@@ -29,9 +30,9 @@ bool isBackedUp(Window &window, const QByteArray &bytes)
     return false;
 }
 
-qsizetype kept(const QString &document, UnsavedKind kind = UnsavedKind::Text)
+qsizetype kept(const Window &window, const QString &document, UnsavedKind kind = UnsavedKind::Text)
 {
-    return unsavedTextsOf(document, InUse::Include, kind).size();
+    return unsavedTextsOf(window.disk.recoveryFolder(), document, InUse::Include, kind).size();
 }
 
 // Another program that takes an unsaved text and has it until it is killed.
@@ -203,7 +204,7 @@ void TestNothingLost::reloadKeepsWhatIsTyped()
     QTest::keyClicks(source, QStringLiteral("other"));
     const QString main = window.files.path(QStringLiteral("theme/main.xml"));
     window.skin->openDocument(main);
-    QCOMPARE(kept(main), 2);
+    QCOMPARE(kept(window, main), 2);
     answer(window, "cmdOffer(1)");
     answer(window, "cmdOffer(0)");
     QCOMPARE(text(window), mine);
@@ -211,7 +212,7 @@ void TestNothingLost::reloadKeepsWhatIsTyped()
     window.prompts.expectQuestion(QStringLiteral("Simpan File"),
                                   QStringLiteral("Benar mau menyimpan file?") + kLine, true);
     window.choose("mnuSave");
-    QVERIFY(kept(main) == 0);
+    QVERIFY(kept(window, main) == 0);
 }
 
 void TestNothingLost::recovery_data()
@@ -237,7 +238,7 @@ void TestNothingLost::recovery()
     const QString last = text(window);
     if (end.startsWith(u"crash")) {
         // Nothing tells the window that its end has come; the text is safe soon after the last key.
-        QVERIFY(QTest::qWaitFor([&] { return kept(main) > 0; }, 5000));
+        QVERIFY(QTest::qWaitFor([&] { return kept(window, main) > 0; }, 5000));
         QCOMPARE(text(window), last);
         window.start();
     } else if (end == u"exit") {
@@ -255,12 +256,12 @@ void TestNothingLost::recovery()
     answer(window, "cmdOffer(0)");
     QCOMPARE(text(window), typed);
     QCOMPARE(offer(window), QString());
-    QCOMPARE(kept(main), 1); // it is not saved yet
+    QCOMPARE(kept(window, main), 1); // it is not saved yet
 
     window.skin->openDocument(main);
     QVERIFY(offers(window, kUnsaved));
     answer(window, "cmdOffer(1)");
-    QVERIFY(kept(main) == 0);
+    QVERIFY(kept(window, main) == 0);
 }
 
 void TestNothingLost::rows_data()
@@ -307,7 +308,7 @@ void TestNothingLost::rows()
     const QString offered = QStringLiteral("Unsaved %1 of \\d\\d:\\d\\d\\.").arg(name);
     QVERIFY(edited != loaded);
     if (end == u"crash") {
-        QVERIFY(QTest::qWaitFor([&] { return kept(path, kind) > 0; }, 5000));
+        QVERIFY(QTest::qWaitFor([&] { return kept(window, path, kind) > 0; }, 5000));
         window.start();
     } else if (end == u"exit") {
         window.skin->close();
@@ -334,17 +335,17 @@ void TestNothingLost::rows()
     answer(window, "cmdOffer(0)");
     QCOMPARE(rowsAsText(rows()), edited);
     QCOMPARE(offer(window), QString());
-    QCOMPARE(kept(path, kind), 1); // not saved yet
+    QCOMPARE(kept(window, path, kind), 1); // not saved yet
 
     open();
     QVERIFY(offers(window, offered));
     answer(window, "cmdOffer(1)");
-    QCOMPARE(kept(path, kind), 0);
+    QCOMPARE(kept(window, path, kind), 0);
     rows()->setSub(0, 2, QStringLiteral("!")); // changed, and changed back by hand
     rows()->setSub(0, 2, cell);
     open();
     QCOMPARE(offer(window), QString());
-    QCOMPARE(kept(path, kind), 0);
+    QCOMPARE(kept(window, path, kind), 0);
 }
 
 // Several offers are reached one after another, and what a restore replaces is offered in its turn.
@@ -384,7 +385,7 @@ void TestNothingLost::rowsInTurn()
                                   QStringLiteral("Benar mau menyimpan file widget image?"), true);
     window.choose("mnuImgSave");
     answer(window, "cmdOffer(1)");
-    QCOMPARE(kept(joinPath(theme, u"image.xml"), UnsavedKind::Images), 0);
+    QCOMPARE(kept(window, joinPath(theme, u"image.xml"), UnsavedKind::Images), 0);
 }
 
 void TestNothingLost::keepsTheCodePage_data()
@@ -431,17 +432,17 @@ void TestNothingLost::nothingLeftToOffer()
     openAll(window);
     const QString main = window.files.path(QStringLiteral("theme/main.xml"));
     type(window, "typed");
-    QVERIFY(QTest::qWaitFor([&] { return kept(main) > 0; }, 5000));
+    QVERIFY(QTest::qWaitFor([&] { return kept(window, main) > 0; }, 5000));
     window.prompts.expectQuestion(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"),
                                   true);
     window.choose("mnuSave");
-    QVERIFY(kept(main) == 0);
+    QVERIFY(kept(window, main) == 0);
 
     // Typed and taken back.
     type(window, "y");
-    QVERIFY(QTest::qWaitFor([&] { return kept(main) > 0; }, 5000));
+    QVERIFY(QTest::qWaitFor([&] { return kept(window, main) > 0; }, 5000));
     QTest::keyClick(window.find<SourceBox>("txtSnippet"), Qt::Key_Z, Qt::ControlModifier);
-    QVERIFY(QTest::qWaitFor([&] { return kept(main) == 0; }, 5000));
+    QVERIFY(QTest::qWaitFor([&] { return kept(window, main) == 0; }, 5000));
     window.start();
     window.skin->openDocument(main);
     QCOMPARE(offer(window), QString());
@@ -458,7 +459,7 @@ void TestNothingLost::olderTextIsNotReplaced()
     type(window, "second"); // with the offer still there
     const QString second = text(window);
     window.skin->openDocument(main);
-    QCOMPARE(kept(main), 2);
+    QCOMPARE(kept(window, main), 2);
     answer(window, "cmdOffer(0)");
     QCOMPARE(text(window), second);
     QVERIFY(offers(window, kUnsaved));
@@ -472,8 +473,9 @@ void TestNothingLost::noRoomForTheText()
     openAll(window);
     type(window, "typed");
     const QString typed = text(window);
-    setRecoveryFolder(window.files.write(QStringLiteral("a file")));
-    const QString message = QStringLiteral("Cannot keep the unsaved text in \"%1/").arg(recoveryFolder());
+    window.disk.setRecoveryFolder(window.files.write(QStringLiteral("a file")));
+    const QString message =
+        QStringLiteral("Cannot keep the unsaved text in \"%1/").arg(window.disk.recoveryFolder());
     QString told;
     try {
         window.skin->openDocument(window.files.path(QStringLiteral("theme/other.xml")));
@@ -520,7 +522,7 @@ void TestNothingLost::twoPrograms()
     type(window, "typed");
     const QString typed = text(window);
     window.skin->openDocument(main);
-    const QString file = unsavedTextsOf(main).value(0).file;
+    const QString file = unsavedTextsOf(window.disk.recoveryFolder(), main).value(0).file;
     const auto isRefused = [&] {
         answer(window, button);
         return text(window) == before && offer(window).isEmpty() && QFileInfo::exists(file);
@@ -549,8 +551,8 @@ void TestNothingLost::oldTexts()
     Window window;
     openAll(window);
     const QString main = window.files.path(QStringLiteral("theme/main.xml")), shown = text(window);
-    const auto keep = [](const QString &document, const QString &unsaved, int days) {
-        UnsavedFile kept = UnsavedFile::forNew(document);
+    const auto keep = [&](const QString &document, const QString &unsaved, int days) {
+        UnsavedFile kept = UnsavedFile::forNew(window.disk.recoveryFolder(), document);
         keepUnsaved(kept.path(), document, unsaved);
         QFile file(kept.path());
         const QDateTime time = QDateTime::currentDateTime().addDays(-days);

@@ -51,12 +51,13 @@ void TestColourCatalogue::load()
         {QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16), {}},
         {"", {}}};
     const TestFiles files;
+    Files disk;
     Colours colours;
     for (const auto &[xml, rows] : catalogues) {
-        colours.catalogue.LoadColorList(Document::open(files.write(u"color.xml"_s, xml)));
+        colours.catalogue.LoadColorList(Document::open(disk, files.write(u"color.xml"_s, xml)));
         QCOMPARE(colours.asText(), rows);
     }
-    colours.catalogue.LoadColorList(Document::open(u"none"_s));
+    colours.catalogue.LoadColorList(Document::open(disk, u"none"_s));
     QCOMPARE(colours.catalogue.document.path(), u"none"_s);
 }
 
@@ -69,7 +70,7 @@ void TestColourCatalogue::saveTwice()
     const QString path =
         files.write(u"c.xml"_s, "<color name=\"b&\xe9\">#00ff00</color>\n<color name=\"\"></color>");
     for (int times = 0; times < 2; ++times) {
-        colours.catalogue.LoadColorList(Document::open(path, files.folder()));
+        colours.catalogue.LoadColorList(Document::open(disk, path, files.folder()));
         colours.catalogue.save(disk);
         QCOMPARE(files.read(u"c.xml"_s),
                  "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n<colors>\r\n"

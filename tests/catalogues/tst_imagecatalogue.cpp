@@ -67,11 +67,12 @@ void TestImageCatalogue::load()
     QFETCH(QString, xml);
     QFETCH(QString, rows);
     const TestFiles files({"a.png", "sub/a.png", "ic/icon"});
+    Files disk;
     const QString path = files.write(QStringLiteral("image.xml"), xml.toLatin1());
     const QString folder = files.folder() + separator();
     FileList list;
     ImageCatalogue images;
-    images.LoadImageList(Document::open(path), folder, list);
+    images.LoadImageList(Document::open(disk, path), folder, list);
     QCOMPARE(rowsAsText(images.rows, folder), rows);
     QCOMPARE(images.document.path(), path);
 }
@@ -79,16 +80,17 @@ void TestImageCatalogue::load()
 void TestImageCatalogue::reload()
 {
     const TestFiles files;
+    Files disk;
     files.write(QStringLiteral("sub/b.png"));
     const QString path = files.write(QStringLiteral("image.xml"),
                                      "<image id=\"A\">a.png</image><image id=\"B\">sub/b.png</image>");
     FileList list;
     ImageCatalogue images;
-    images.LoadImageList(Document::open(path), files.folder() + separator(), list);
+    images.LoadImageList(Document::open(disk, path), files.folder() + separator(), list);
     QCOMPARE(images.rows.count(), 2);
     QCOMPARE(list.files(), QStringList(QStringLiteral("b.png")));
     const QString missing = files.path(QStringLiteral("none.xml"));
-    images.LoadImageList(Document::open(missing), files.folder() + separator(), list);
+    images.LoadImageList(Document::open(disk, missing), files.folder() + separator(), list);
     QCOMPARE(images.rows.count(), 0);
     QCOMPARE(images.document.path(), missing);
     QCOMPARE(images.GetImg(QStringLiteral("A")), QString());
@@ -143,7 +145,7 @@ void TestImageCatalogue::saveAndLoadAgain()
     Files disk;
     disk.backups().setFolder(files.path(QStringLiteral("backup")));
     ImageCatalogue images;
-    images.LoadImageList(Document::open(path, files.folder()), folder, list);
+    images.LoadImageList(Document::open(disk, path, files.folder()), folder, list);
     images.rows.add(QString(folder.toUpper() + u"d\\e.png"), {QStringLiteral("D")});
     const QByteArray saved =
         "<?xml version=\"1.0\" encoding=\"ISO-8859-1\" standalone=\"yes\"?>\r\n<images>\r\n"
@@ -152,15 +154,15 @@ void TestImageCatalogue::saveAndLoadAgain()
     for (int round = 0; round < 2; ++round) {
         images.SaveImageList(disk);
         QCOMPARE(files.read(QStringLiteral("image.xml")), saved);
-        images.LoadImageList(Document::open(path, files.folder()), folder, list);
+        images.LoadImageList(Document::open(disk, path, files.folder()), folder, list);
     }
     images.rows.add(QStringLiteral("/elsewhere/f.png"), {QStringLiteral("F")});
     QVERIFY(images.asText().contains(QStringLiteral(" >/elsewhere/f.png</image>")));
 
     // A folder that is gone: said with its name, nothing lost.
     ImageCatalogue gone;
-    gone.LoadImageList(Document::open(files.path(QStringLiteral("gone/image.xml")), files.folder()), folder,
-                       list);
+    gone.LoadImageList(Document::open(disk, files.path(QStringLiteral("gone/image.xml")), files.folder()),
+                       folder, list);
     gone.rows.add(QStringLiteral("a"), {QStringLiteral("A")});
     try {
         gone.SaveImageList(disk);
@@ -175,6 +177,7 @@ void TestImageCatalogue::saveAndLoadAgain()
 void TestImageCatalogue::manyImagesAreQuick()
 {
     const TestFiles files;
+    Files disk;
     QByteArray xml = "<images>\r\n";
     for (int i = 0; i < 10000; ++i)
         xml += "<image id= \"ID" + QByteArray::number(i) + "\" >sub/p" + QByteArray::number(i) +
@@ -186,7 +189,7 @@ void TestImageCatalogue::manyImagesAreQuick()
     ImageCatalogue images;
     QElapsedTimer timer;
     timer.start();
-    images.LoadImageList(Document::open(path), files.folder() + separator(), list);
+    images.LoadImageList(Document::open(disk, path), files.folder() + separator(), list);
     for (int i = 0; i < 10000; ++i)
         QCOMPARE(images.GetImg(QStringLiteral("ID%1").arg(i)), images.rows.text(i));
     // A listing or a search a row takes minutes; the bound leaves room for a busy machine and the sanitizers.
@@ -198,6 +201,7 @@ void TestImageCatalogue::manyImagesAreQuick()
 void TestImageCatalogue::fonts()
 {
     const TestFiles files;
+    Files disk;
     const QString path = files.write(
         QStringLiteral("font.xml"),
         "<fonts><font "
@@ -207,7 +211,7 @@ void TestImageCatalogue::fonts()
     ListRows lvFont(QStringList(5));
     lvFont.add(QStringLiteral("old"), {QStringLiteral("Font_prog"), {}, QStringLiteral("10")});
     QCOMPARE(defaultFontSize(lvFont), QString());
-    LoadFontList(lvFont, Document::open(path));
+    LoadFontList(lvFont, Document::open(disk, path));
     QString rows;
     for (const ListRows::Row &row : lvFont.rows())
         rows += row.text + u'|' + row.subItems.join(u'|') + u'\n';
@@ -215,7 +219,7 @@ void TestImageCatalogue::fonts()
              QStringLiteral("|font_prog|a.ttf| 18 |bold\n|||1|normal\n||||normal\n|i</font>|||normal\n"));
     lvFont.add({}, {QStringLiteral("font_prog"), {}, QStringLiteral("30")});
     QCOMPARE(defaultFontSize(lvFont), QStringLiteral(" 18 "));
-    LoadFontList(lvFont, Document::open(files.path(QStringLiteral("none.xml"))));
+    LoadFontList(lvFont, Document::open(disk, files.path(QStringLiteral("none.xml"))));
     QVERIFY(lvFont.isEmpty());
 }
 

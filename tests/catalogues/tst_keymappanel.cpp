@@ -1,5 +1,6 @@
 #include "catalogues/KeymapCatalogue.h"
 #include "catalogues/PanelSettings.h"
+#include "files/Files.h"
 #include "files/TestFiles.h"
 #include "rows/ListRows.h"
 
@@ -73,12 +74,13 @@ void TestKeymapPanel::keymap()
 {
     QFETCH(QByteArray, xml);
     const TestFiles files;
+    Files disk;
     const QString path = files.write(QStringLiteral("keymap.xml"), xml);
     ListRows groups({QString(), QString()}), keys({QString(), QString()});
-    LoadKeymapList(groups, Document::open(path));
+    LoadKeymapList(groups, Document::open(disk, path));
     QTEST(rowsAsText(groups), "groups");
     Document keymap =
-        Document::open(files.write(QStringLiteral("k.xml"), "<group name=\"ab\"><key name=\"old\">"));
+        Document::open(disk, files.write(QStringLiteral("k.xml"), "<group name=\"ab\"><key name=\"old\">"));
     ShowKeyGroup(keys, keymap, QStringLiteral("ab"));
     files.write(QStringLiteral("k.xml"), xml); // the group is read as it is now
     ShowKeyGroup(keys, keymap, QStringLiteral("ab"));
@@ -126,10 +128,12 @@ void TestKeymapPanel::panel()
 {
     QFETCH(QByteArray, xml);
     const TestFiles files;
-    const auto settings = LoadPanelConfig(Document::open(files.write(QStringLiteral("default.xml"), xml)));
+    Files disk;
+    const auto settings =
+        LoadPanelConfig(Document::open(disk, files.write(QStringLiteral("default.xml"), xml)));
     QVERIFY(settings);
     QTEST(asText(*settings), "settings");
-    QVERIFY(!LoadPanelConfig(Document::open(files.write(QStringLiteral("empty.xml")))));
+    QVERIFY(!LoadPanelConfig(Document::open(disk, files.write(QStringLiteral("empty.xml")))));
 }
 
 QTEST_APPLESS_MAIN(TestKeymapPanel)

@@ -181,7 +181,7 @@ void TestFilesDoor::readsWhatIsBounded()
         link(leadsTo, u"theme/a.xml"_s);
     const QString expected = u"Cannot read \"%1\": %2."_s.arg(name, reason);
     for (const auto &read :
-         {std::function([&] { LoadFile(name); }), std::function([&] { LoadForEditing(name); })}) {
+         {std::function([&] { LoadFile(name); }), std::function([&] { LoadedFiles().load(name); })}) {
         QString message;
         try {
             read();

@@ -127,14 +127,14 @@ private slots:
         const QString spelt = files.folder() + QStringLiteral("\\.\\A.XML");
         const QString gone = files.path(QStringLiteral("none.xml"));
         QVERIFY(QFile::link(path, link));
-        QVERIFY(!changedOutside(path)); // nobody has loaded it
+        QVERIFY(!disk.loaded().changedOutside(path)); // nobody has loaded it
         const QStringList names = {path, link, spelt, gone};
         for (const QString &name : names)
-            LoadForEditing(name);
+            disk.loaded().load(name);
         const auto changed = [&] {
             QString found;
             for (const QString &name : names)
-                found += changedOutside(name) ? u'+' : u'-';
+                found += disk.loaded().changedOutside(name) ? u'+' : u'-';
             return found;
         };
         QCOMPARE(changed(), QStringLiteral("----"));
@@ -146,13 +146,13 @@ private slots:
         disk.saveOwn(gone, QStringLiteral("d"));
         QCOMPARE(changed(), QStringLiteral("----"));
         files.write(QStringLiteral("a.xml"), "theirs");
-        QCOMPARE(savingQuestion(QStringLiteral("?"), path),
+        QCOMPARE(disk.loaded().savingQuestion(QStringLiteral("?"), path),
                  QStringLiteral("?\nThe file was changed by another program."));
         disk.remove(gone, files.folder());
         QFile::remove(path);
         QCOMPARE(changed(), QStringLiteral("+++-"));
-        QCOMPARE(savingQuestion(QStringLiteral("?"), gone), QStringLiteral("?"));
-        QCOMPARE(savingQuestion(QStringLiteral("?"), path), QStringLiteral("?"));
+        QCOMPARE(disk.loaded().savingQuestion(QStringLiteral("?"), gone), QStringLiteral("?"));
+        QCOMPARE(disk.loaded().savingQuestion(QStringLiteral("?"), path), QStringLiteral("?"));
     }
 };
 

@@ -18,7 +18,7 @@ void fuzz(const Input &input)
     Files disk;
     disk.backups().setFolder(files.path(QStringLiteral("backup")));
     ColourCatalogue colours(rows);
-    colours.LoadColorList(Document::open(path, files.folder()));
+    colours.LoadColorList(Document::open(disk, path, files.folder()));
     const QString read = asText(rows.rows());
     bool plain = true;
     for (const ListRows::Row &row : rows.rows()) {
@@ -30,7 +30,7 @@ void fuzz(const Input &input)
     }
     colours.save(disk);
     const QByteArray written = files.read(name);
-    colours.LoadColorList(Document::open(path, files.folder()));
+    colours.LoadColorList(Document::open(disk, path, files.folder()));
     if (plain) {
         same(asText(rows.rows()), read, "what is written is read");
         colours.save(disk);

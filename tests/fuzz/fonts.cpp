@@ -1,5 +1,6 @@
 #include "Fuzz.h"
 #include "catalogues/FontCatalogue.h"
+#include "files/Files.h"
 #include "files/TestFiles.h"
 #include "markup/LiteralTwins.h"
 #include "preview/PreviewPage.h"
@@ -10,9 +11,10 @@ using namespace quillmere;
 void fuzz(const Input &input)
 {
     static const TestFiles files;
+    Files disk;
     const QString path = files.write(QStringLiteral("font.xml"), input.bytes(0));
     ListRows rows(QStringList(5));
-    LoadFontList(rows, Document::open(path));
+    LoadFontList(rows, Document::open(disk, path));
     QList<ListRows::Row> expected;
     QString size;
     bool found = false;

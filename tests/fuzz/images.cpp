@@ -19,7 +19,7 @@ void fuzz(const Input &input)
     Files disk;
     disk.backups().setFolder(files.path(QStringLiteral("backup")));
     ImageCatalogue images;
-    images.LoadImageList(Document::open(path, files.folder()), folder, list);
+    images.LoadImageList(Document::open(disk, path, files.folder()), folder, list);
     const QString read = asText(images.rows.rows());
     bool plain = true;
     for (const ListRows::Row &row : images.rows.rows()) {
@@ -31,7 +31,7 @@ void fuzz(const Input &input)
     }
     images.SaveImageList(disk);
     const QByteArray written = files.read(name);
-    images.LoadImageList(Document::open(path, files.folder()), folder, list);
+    images.LoadImageList(Document::open(disk, path, files.folder()), folder, list);
     if (plain) {
         same(asText(images.rows.rows()), read, "what is written is read");
         images.SaveImageList(disk);

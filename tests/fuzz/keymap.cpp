@@ -1,5 +1,6 @@
 #include "Fuzz.h"
 #include "catalogues/KeymapCatalogue.h"
+#include "files/Files.h"
 #include "files/TestFiles.h"
 #include "markup/LiteralTwins.h"
 
@@ -23,12 +24,13 @@ QString field(const QString &text, const char16_t *from, const char16_t *to)
 void fuzz(const Input &input)
 {
     static const TestFiles files;
+    Files disk;
     const QString path = files.write(QStringLiteral("keymap.xml"), input.bytes(0)), name = input.text(1);
     if (hasSurrogates(name))
         return;
     const QString text = twins::closeUpEquals(input.text(0));
     ListRows groups({QString(), QString()}), keys({QString(), QString()});
-    Document keymap = Document::open(path);
+    Document keymap = Document::open(disk, path);
     LoadKeymapList(groups, keymap);
     ShowKeyGroup(keys, keymap, name);
     QList<ListRows::Row> expectedGroups, expectedKeys;

@@ -1,4 +1,5 @@
 #include "Fuzz.h"
+#include "files/Files.h"
 #include "files/TestFiles.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/LiteralTranslation.h"
@@ -10,6 +11,7 @@ using namespace quillmere;
 void fuzz(const Input &input)
 {
     static const TestFiles files;
+    Files disk;
     const DecodedText file = decodeText(input.bytes(0));
     ListRows strings = makeStringRows();
     OpenLgXml(strings, file.text);
@@ -30,7 +32,7 @@ void fuzz(const Input &input)
     }
 
     ListRows languages = makeLanguageRows();
-    LoadLanguageList(languages, Document::open(files.write(QStringLiteral("i18n.xml"), input.bytes(1))),
+    LoadLanguageList(languages, Document::open(disk, files.write(QStringLiteral("i18n.xml"), input.bytes(1))),
                      QStringLiteral("dir/"));
     for (const ListRows::Row &row : languages.rows())
         same(row.text, u"dir/" + row.sub(2).replace(u'\\', u'/'), "path of a language");

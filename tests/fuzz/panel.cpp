@@ -1,5 +1,6 @@
 #include "Fuzz.h"
 #include "catalogues/PanelSettings.h"
+#include "files/Files.h"
 #include "files/TestFiles.h"
 
 using namespace quillmere;
@@ -9,8 +10,9 @@ using namespace quillmere;
 void fuzz(const Input &input)
 {
     static const TestFiles files;
+    Files disk;
     const auto settings =
-        LoadPanelConfig(Document::open(files.write(QStringLiteral("default.xml"), input.bytes(0))));
+        LoadPanelConfig(Document::open(disk, files.write(QStringLiteral("default.xml"), input.bytes(0))));
     check(settings.has_value() != input.bytes(0).isEmpty(), "set where there is a file");
     if (!settings)
         return;

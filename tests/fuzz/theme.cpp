@@ -1,4 +1,5 @@
 #include "Fuzz.h"
+#include "files/Files.h"
 #include "files/TestFiles.h"
 #include "markup/mndIni.h"
 #include "theme/ThemeProject.h"
@@ -30,11 +31,12 @@ QString everyList(const ThemeProject &theme)
 void fuzz(const Input &input)
 {
     static const TestFiles files({"theme/a.png", "theme/A.xml", "theme/f.ttf"});
+    Files disk;
     int part = 0;
     for (const char *name : {"theme", "widget", "image", "color", "i18n", "font", "keymap", "default"})
         files.write(QStringLiteral("theme/%1.xml").arg(QLatin1String(name)), input.bytes(part++));
 
-    ThemeProject theme;
+    ThemeProject theme(disk);
     const QString folder = files.path(QStringLiteral("theme"));
     check(theme.LoadTheme(folder) != input.bytes(0).isEmpty(), "opens where there is a theme.xml");
     const QString lists = everyList(theme);

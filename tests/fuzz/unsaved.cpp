@@ -10,22 +10,22 @@ using namespace quillmere;
 void fuzz(const Input &input)
 {
     static const TestFiles files;
-    setRecoveryFolder(files.path(QStringLiteral("recovery")));
+    const QString folder = files.path(QStringLiteral("recovery"));
     const QString document = input.text(0);
     const QByteArray units = input.bytes(1);
     QString text(units.size() / 2, Qt::Uninitialized); // halves of pairs and all
     std::copy_n(units.constData(), text.size() * 2, reinterpret_cast<char *>(text.data()));
 
-    const UnsavedFile lock = UnsavedFile::forNew(document);
+    const UnsavedFile lock = UnsavedFile::forNew(folder, document);
     const QString file = lock.path();
     for (const QString &typed : {text, input.text(1)}) {
         keepUnsaved(file, document, typed);
-        const QList<UnsavedText> kept = unsavedTextsOf(document, InUse::Include);
+        const QList<UnsavedText> kept = unsavedTextsOf(folder, document, InUse::Include);
         check(kept.size() == 1 && kept[0].file == file, "one text is kept", document);
         same(kept[0].text, typed, "it comes back");
     }
     files.write(QDir(files.folder()).relativeFilePath(file), input.bytes(2));
-    check(unsavedTextsOf(document, InUse::Include).size() <= 1, "a damaged file");
+    check(unsavedTextsOf(folder, document, InUse::Include).size() <= 1, "a damaged file");
     QFile::remove(file);
 
     QList<ListRows::Row> rows;

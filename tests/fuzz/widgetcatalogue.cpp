@@ -1,6 +1,7 @@
 #include "widgets/WidgetCatalogue.h"
 #include "Fuzz.h"
 #include "files/FileList.h"
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "files/TestFiles.h"
 #include "markup/TagWidget.h"
@@ -26,12 +27,13 @@ QString literalWithout(QString text, const QString &name)
 void fuzz(const Input &input)
 {
     static const TestFiles files({"A.xml", "b.xml", "sub/A.xml"});
+    Files disk;
     const QString text = input.text(0), folder = files.folder() + separator();
     const QString path = files.write(QStringLiteral("widget.xml"), input.bytes(0));
     FileList list;
     WidgetCatalogue catalogue;
     const auto names = [&] {
-        catalogue.LoadWidgetList(Document::open(path), folder, list);
+        catalogue.LoadWidgetList(Document::open(disk, path), folder, list);
         QStringList result;
         for (const ListRows::Row &row : catalogue.LvWidget.rows())
             result.append(row.sub(1));

@@ -1,3 +1,4 @@
+#include "files/Files.h"
 #include "files/TestFiles.h"
 #include "i18n/Dictionary.h"
 #include "i18n/LanguageCatalogue.h"
@@ -34,15 +35,16 @@ private slots:
 void TestI18n::languages()
 {
     const TestFiles files;
+    Files disk;
     const QString path = files.write(QStringLiteral("i18n.xml"),
                                      "id=\"no\"<language id = \"ENG\" >english.xml</language>\r\n"
                                      "<LANGUAGE  id=\"x\"></language><language name=\"y\">y.xml</language>"
                                      "<language ID=\"z\">sub/z.xml</language>");
     ListRows rows = makeLanguageRows();
-    LoadLanguageList(rows, Document::open(path), QStringLiteral("dir/"));
+    LoadLanguageList(rows, Document::open(disk, path), QStringLiteral("dir/"));
     QCOMPARE(rowsAsText(rows.rows()),
              QStringLiteral("dir/english.xml|ENG|english.xml\ndir/|x|\ndir/sub/z.xml||sub/z.xml\n"));
-    LoadLanguageList(rows, Document::open(files.path(QStringLiteral("none.xml"))), QString());
+    LoadLanguageList(rows, Document::open(disk, files.path(QStringLiteral("none.xml"))), QString());
     QVERIFY(rows.isEmpty());
 }
 

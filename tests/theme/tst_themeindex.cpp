@@ -3,6 +3,7 @@
 #include "catalogues/FontCatalogue.h"
 #include "catalogues/ImageCatalogue.h"
 #include "files/FileList.h"
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "files/TestFiles.h"
 #include "i18n/LanguageCatalogue.h"
@@ -220,6 +221,7 @@ private slots:
     void entriesAreRows()
     {
         const TestFiles files;
+        Files disk;
         const QString path = files.path(QStringLiteral("a.xml"));
         const QStringList parts = {QStringLiteral("<image "),
                                    QStringLiteral("<color "),
@@ -248,7 +250,7 @@ private slots:
             for (int i = random.bounded(16); i >= 0; --i)
                 text += parts[random.bounded(parts.size())];
             files.write(QStringLiteral("a.xml"), text.toUtf8());
-            const Document file = Document::open(path);
+            const Document file = Document::open(disk, path);
             FileList file1;
             ImageCatalogue images;
             images.LoadImageList(file, {}, file1);

@@ -1,4 +1,5 @@
 #include "TextTable.h"
+#include "files/Files.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "files/TestFiles.h"
@@ -40,8 +41,9 @@ private slots:
     {
         QFETCH(QString, xml);
         const TestFiles files;
+        Files disk;
         files.write(QStringLiteral("theme.xml"), xml.toLatin1());
-        ThemeProject project;
+        ThemeProject project(disk);
         project.LoadTheme(files.folder());
         QStringList rows;
         for (const ListRows::Row &row : project.lvTheme.rows())
@@ -53,6 +55,7 @@ private slots:
     void opensDespiteProblems()
     {
         const TestFiles files;
+        Files disk;
         files.write(
             QStringLiteral("theme.xml"),
             "<config><file_color>a</file_color><file_image>b</file_image><file_font>c</file_font>"
@@ -60,7 +63,7 @@ private slots:
         for (const char *name : {"a", "b", "c", "d", "e", "default.xml"})
             QVERIFY(QFile::resize(files.write(QLatin1String(name)), qint64(100) << 30));
         files.write(QStringLiteral("w"), "<widget class=\"window\" name=\"menu\"/>");
-        ThemeProject project;
+        ThemeProject project(disk);
         QVERIFY(project.LoadTheme(files.folder()));
         QCOMPARE(project.widgets.LvWidget.count(), 1);
         const QStringList problems = project.problems().text().split(u'\n');
@@ -78,6 +81,7 @@ private slots:
     void opensThemes()
     {
         const TestFiles files, second, empty;
+        Files disk;
         files.write(QStringLiteral("theme.xml"), "<file_font>outside.xml</file_font><config>"
                                                  "<file_widget>Widgets/widget.xml</file_widget>"
                                                  "<file_image>images\\image.xml</file_image>"
@@ -89,7 +93,7 @@ private slots:
         for (const char *name : {"widgets/menu.xml", "images/png/logo.png", "fonts/a.ttf", "fonts/B.TTF",
                                  "fonts/c.ttf.bak", "fonts/.ttf"})
             files.write(QLatin1String(name));
-        ThemeProject project;
+        ThemeProject project(disk);
         const QSignalSpy loaded(&project, &ThemeProject::loaded);
         for (int time = 1; time <= 2; ++time) {
             project.LoadTheme(files.folder());
@@ -129,10 +133,10 @@ private slots:
                 QVERIFY(steps > 4);
             } catch (const Cancelled &) {
                 QCOMPARE(shown(project, second), now);
-                QVERIFY(changedOutside(project.images.document.path()));
+                QVERIFY(disk.loaded().changedOutside(project.images.document.path()));
             }
         }
-        QVERIFY(!changedOutside(project.images.document.path()));
+        QVERIFY(!disk.loaded().changedOutside(project.images.document.path()));
     }
 };
 

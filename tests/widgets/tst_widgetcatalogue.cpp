@@ -1,5 +1,6 @@
 #include "TextTable.h"
 #include "files/FileList.h"
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "files/TestFiles.h"
 #include "widgets/WidgetCatalogue.h"
@@ -36,12 +37,13 @@ private slots:
         QFETCH(QString, xml);
         const TestFiles files(
             {"A.xml", "B.xml", ".dot", "widgets.txt", "sub/A.xml", "sub/C.xml", "sub/widget.xml"});
+        Files disk;
         xml.replace(u'!', QStringLiteral("class=\"window\" name="));
         const QString folder = files.folder() + separator();
         FileList list;
         WidgetCatalogue catalogue;
-        catalogue.LoadWidgetList(Document::open(files.write(QStringLiteral("widget.xml"), xml.toLatin1())),
-                                 folder, list);
+        catalogue.LoadWidgetList(
+            Document::open(disk, files.write(QStringLiteral("widget.xml"), xml.toLatin1())), folder, list);
         QStringList windows, unlisted;
         for (const ListRows::Row &row : catalogue.LvWidget.rows()) {
             QVERIFY(row.text.startsWith(folder) && row.sub(2).isEmpty() == row.sub(3).isEmpty());
@@ -60,15 +62,16 @@ private slots:
     void screenAndDates()
     {
         const TestFiles files;
+        Files disk;
         FileList list;
         WidgetCatalogue catalogue;
-        catalogue.reload(list);
+        catalogue.reload(disk, list);
         QCOMPARE(list.rowCount(), 0);
         const QString path =
             files.write(QStringLiteral("widget.xml"),
                         "<width> 1280</width><height>720</height><bpp>32</bpp><width>9</width>"
                         "<widget class=\"window\" name=\"A\"/>");
-        catalogue.LoadWidgetList(Document::open(path), files.folder() + separator(), list);
+        catalogue.LoadWidgetList(Document::open(disk, path), files.folder() + separator(), list);
         QCOMPARE(QString(catalogue.width + u'x' + catalogue.height + u'x' + catalogue.bpp),
                  QStringLiteral(" 1280x720x32"));
         QFile document(files.write(QStringLiteral("A.xml")));
@@ -78,12 +81,12 @@ private slots:
         document.close();
         QCOMPARE(catalogue.LvWidget.sub(0, 3), QString());
         files.write(QStringLiteral("B.xml"));
-        catalogue.reload(list);
+        catalogue.reload(disk, list);
         QCOMPARE(catalogue.LvWidget.sub(0, 2) + catalogue.LvWidget.sub(0, 3),
                  QStringLiteral("2009-03-04 15:06:07Y"));
         // A catalogue that is not there empties everything.
         const QString missing = files.path(QStringLiteral("gone/widget.xml"));
-        catalogue.LoadWidgetList(Document::open(missing), folderOf(missing).toString(), list);
+        catalogue.LoadWidgetList(Document::open(disk, missing), folderOf(missing).toString(), list);
         QVERIFY(catalogue.LvWidget.isEmpty() && catalogue.lvWidgetDel.isEmpty() && catalogue.width.isEmpty());
         QCOMPARE(catalogue.document.path() + catalogue.folder, missing + folderOf(missing));
     }

@@ -1,7 +1,6 @@
 #include "asking/forms/AskToWrite.h"
 
 #include "asking/Prompts.h"
-#include "files/LoadedFiles.h"
 
 #include <QDir>
 #include <QObject>
@@ -42,8 +41,8 @@ bool allows(Files &files, Prompts &prompts, const WriteQuestion &question, const
 bool askToWrite(Files &files, Prompts &prompts, const WriteQuestion &question, No no)
 {
     const bool writes = question.step == Files::Step::Save;
-    const bool yes =
-        prompts.ask(question.title, writes ? savingQuestion(question.text, question.path) : question.text);
+    const bool yes = prompts.ask(
+        question.title, writes ? files.loaded().savingQuestion(question.text, question.path) : question.text);
     const Files::Place place = files.place(question.step, question.path, question.theme);
     if (!yes && (no == No::Counts || !place.isInside))
         return false;

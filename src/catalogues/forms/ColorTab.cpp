@@ -111,7 +111,7 @@ void ColorTab::mnuCOpen_Click()
 {
     if (m_catalogue.document.path().isEmpty())
         return;
-    m_catalogue.reload();
+    m_catalogue.reload(m_files);
     showCatalogue();
     m_talk.say(tr("%1: %2 colours.").arg(m_catalogue.document.path()).arg(m_colours.count()));
 }

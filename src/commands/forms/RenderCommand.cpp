@@ -3,6 +3,7 @@
 #include "browser/forms/WebBrowser.h"
 #include "commands/PictureNames.h"
 #include "controls/Twips.h"
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
@@ -144,7 +145,8 @@ int renderWindows(const CommandLine &line, QTextStream &out, QTextStream &err)
         err << "quillmere: cannot make the folder " << line.out << Qt::endl;
         return 1;
     }
-    ThemeProject theme;
+    Files files;
+    ThemeProject theme(files);
     try {
         theme.LoadTheme(line.theme);
     } catch (const RunTimeError &error) {

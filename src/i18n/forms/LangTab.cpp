@@ -6,7 +6,7 @@
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "files/FileList.h"
-#include "files/LoadedFiles.h"
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "i18n/Dictionary.h"
@@ -132,7 +132,7 @@ void LangTab::mnuLangOpen_Click()
 
 void LangTab::openLanguage(const QString &path, const QString &theme)
 {
-    const bool opened = m_file.open(path, theme, m_catalogue.encoding().rule);
+    const bool opened = m_file.open(m_files, path, theme, m_catalogue.encoding().rule);
     txtLangFile->setText(path);
     if (!opened) {
         m_talk.say(tr("%1 is empty or not there; the strings stay as they were.").arg(path));

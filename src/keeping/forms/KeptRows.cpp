@@ -13,8 +13,10 @@ namespace quillmere {
 class KeptRows::List : public RowsDocument::Keeper
 {
 public:
-    List(RowsDocument &document, UnsavedKind kind, const QString &name, OfferBar &offers, Talk &talk)
-        : m_document(document), m_name(name), m_recovery(recoverableRows(document, kind, name), offers, talk)
+    List(RowsDocument &document, UnsavedKind kind, const QString &name, Files &files, OfferBar &offers,
+         Talk &talk)
+        : m_document(document), m_name(name),
+          m_recovery(recoverableRows(document, kind, name), files, offers, talk)
     {
         QObject::connect(&document.rows(), &ListRows::edited, &m_recovery, &Recovery::changed);
         document.setKeeper(this);
@@ -41,10 +43,11 @@ private:
     QString m_news;
 };
 
-KeptRows::KeptRows(ThemeProject &theme, OfferBar &offers, Talk &talk, QObject *parent) : QObject(parent)
+KeptRows::KeptRows(ThemeProject &theme, Files &files, OfferBar &offers, Talk &talk, QObject *parent)
+    : QObject(parent)
 {
     const auto add = [&](RowsDocument &document, UnsavedKind kind, const QString &name) {
-        m_lists.push_back(std::make_unique<List>(document, kind, name, offers, talk));
+        m_lists.push_back(std::make_unique<List>(document, kind, name, files, offers, talk));
     };
     add(theme.images.document, UnsavedKind::Images, tr("images"));
     add(theme.colours.document, UnsavedKind::Colours, tr("colours"));

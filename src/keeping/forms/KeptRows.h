@@ -8,6 +8,7 @@
 
 namespace quillmere {
 
+class Files;
 class OfferBar;
 class Talk;
 class ThemeProject;
@@ -20,7 +21,7 @@ class KeptRows : public QObject
 
 public:
     // The theme may go first.
-    KeptRows(ThemeProject &theme, OfferBar &offers, Talk &talk, QObject *parent = nullptr);
+    KeptRows(ThemeProject &theme, Files &files, OfferBar &offers, Talk &talk, QObject *parent = nullptr);
     ~KeptRows() override;
 
     // Keeps all that is unsaved now. Gives a line for each list that cannot be kept, and why.

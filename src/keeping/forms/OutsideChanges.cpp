@@ -1,7 +1,7 @@
 #include "keeping/forms/OutsideChanges.h"
 
 #include "asking/Talk.h"
-#include "files/LoadedFiles.h"
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "i18n/forms/LangTab.h"
 #include "keeping/forms/OfferBar.h"
@@ -24,9 +24,9 @@ const QString kKey = QStringLiteral("outside");
 
 } // namespace
 
-OutsideChanges::OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &languages, Talk &talk,
-                               QObject *parent)
-    : QObject(parent), m_offers(offers), m_theme(theme), m_talk(talk)
+OutsideChanges::OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &languages, Files &files,
+                               Talk &talk, QObject *parent)
+    : QObject(parent), m_offers(offers), m_theme(theme), m_openFiles(files), m_talk(talk)
 {
     m_settling.setSingleShot(true);
     m_settling.setInterval(kSettling);
@@ -113,7 +113,7 @@ void OutsideChanges::check()
     QList<File> changed;
     for (const QList<File> &files : std::as_const(m_files)) {
         for (const File &file : files) {
-            if (!changedOutside(file.path))
+            if (!m_openFiles.loaded().changedOutside(file.path))
                 continue;
             const QByteArray now = fingerprintOf(file.path);
             const auto answered = m_answered.constFind(file.path);

@@ -11,6 +11,7 @@
 
 namespace quillmere {
 
+class Files;
 class LangTab;
 class OfferBar;
 class Talk;
@@ -29,10 +30,10 @@ public:
     };
 
     // Watches the theme's own files and the language file from when they are loaded.
-    OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &languages, Talk &talk,
+    OutsideChanges(OfferBar &offers, ThemeProject &theme, LangTab &languages, Files &files, Talk &talk,
                    QObject *parent = nullptr);
 
-    // The files of one owner, in place of those it had. They were loaded with LoadForEditing.
+    // The files of one owner, in place of those it had. They are documents that were opened.
     void watch(const QString &owner, const QList<File> &files);
     // The person had this file replaced: loads it again where it is open.
     void fileReplaced(const QString &path);
@@ -51,6 +52,7 @@ private:
 
     OfferBar &m_offers;
     ThemeProject &m_theme;
+    Files &m_openFiles;
     Talk &m_talk;
     QFileSystemWatcher m_watcher;
     QTimer m_settling; // programs write a file in several steps

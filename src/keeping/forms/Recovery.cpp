@@ -1,7 +1,7 @@
 #include "keeping/forms/Recovery.h"
 
 #include "asking/Talk.h"
-#include "files/LoadedFiles.h"
+#include "files/Files.h"
 #include "files/RunTimeError.h"
 #include "keeping/forms/OfferBar.h"
 
@@ -19,9 +19,9 @@ QString shownTime(const QDateTime &time)
 
 } // namespace
 
-Recovery::Recovery(Recoverable content, OfferBar &offers, Talk &talk, QObject *parent)
+Recovery::Recovery(Recoverable content, Files &files, OfferBar &offers, Talk &talk, QObject *parent)
     : QObject(parent), m_content(std::move(content)), m_key(QStringLiteral("unsaved ") + m_content.name),
-      m_offers(offers), m_talk(talk)
+      m_files(files), m_offers(offers), m_talk(talk)
 {
     m_writer.setMaxThreadCount(1);
     m_pause.setSingleShot(true);
@@ -82,7 +82,7 @@ std::optional<QString> Recovery::textToKeep()
     }
     const std::optional<QString> text = m_content.textToKeep();
     if (text && m_file.isNull())
-        m_file = UnsavedFile::forNew(m_document, m_content.kind);
+        m_file = UnsavedFile::forNew(m_files.recoveryFolder(), m_document, m_content.kind);
     return text;
 }
 
@@ -104,8 +104,8 @@ void Recovery::opened()
     m_kept = true;
     letGo();
     m_document = m_content.document->path();
-    m_base = loadedFingerprint(m_document);
-    m_offered = unsavedTextsOf(m_document, InUse::LeaveOut, m_content.kind);
+    m_base = m_files.loaded().fingerprint(m_document);
+    m_offered = unsavedTextsOf(m_files.recoveryFolder(), m_document, InUse::LeaveOut, m_content.kind);
     m_offered.removeIf([&](const UnsavedText &kept) {
         const bool same = m_content.shows(kept.text);
         if (same)
@@ -119,7 +119,7 @@ void Recovery::saved()
 {
     forget();
     m_document = m_content.document->path(); // rows may be saved elsewhere
-    m_base = loadedFingerprint(m_document);
+    m_base = m_files.loaded().fingerprint(m_document);
 }
 
 void Recovery::forget()
@@ -137,7 +137,7 @@ void Recovery::offerNext()
     if (m_offered.isEmpty())
         return;
     QString text = tr("Unsaved %1 of %2.").arg(m_content.name, shownTime(m_offered.first().time));
-    if (m_offered.first().base != loadedFingerprint(m_document))
+    if (m_offered.first().base != m_files.loaded().fingerprint(m_document))
         text += tr(" The file has changed since.");
     m_offers.offer(m_key, text,
                    {{tr("Restore"), [this] { restore(); }}, {tr("Discard"), [this] { discard(); }}});
@@ -188,8 +188,8 @@ void Recovery::restore()
             m_offered.append(*other); // it is the way back
     }
     m_base = kept.base;
-    if (m_base != loadedFingerprint(m_document))
-        noteLoadedAs(m_document, m_base); // so that saving it says what it would write over
+    if (m_base != m_files.loaded().fingerprint(m_document))
+        m_files.loaded().noteLoadedAs(m_document, m_base); // so that saving it says what it would write over
     offerNext();
     emit restored();
     m_talk.say(m_content.hasUndo ? tr("Unsaved %1 restored; Ctrl+Z takes it back.").arg(m_content.name)

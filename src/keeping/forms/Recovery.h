@@ -9,6 +9,7 @@
 
 namespace quillmere {
 
+class Files;
 class OfferBar;
 class Talk;
 
@@ -19,7 +20,7 @@ class Recovery : public QObject
     Q_OBJECT
 
 public:
-    Recovery(Recoverable content, OfferBar &offers, Talk &talk, QObject *parent = nullptr);
+    Recovery(Recoverable content, Files &files, OfferBar &offers, Talk &talk, QObject *parent = nullptr);
     ~Recovery() override;
 
     // Keeps what is unsaved now; false where there is nothing. RunTimeError says why it cannot be kept; the
@@ -51,6 +52,7 @@ private:
 
     Recoverable m_content;
     QString m_key; // of the offer
+    Files &m_files;
     OfferBar &m_offers;
     Talk &m_talk;
     QString m_document;           // the path that it was opened from or saved to

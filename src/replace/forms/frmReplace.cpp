@@ -5,7 +5,6 @@
 #include "controls/Named.h"
 #include "controls/PageScroll.h"
 #include "files/Files.h"
-#include "files/LoadedFiles.h"
 #include "files/Paths.h"
 #include "replace/ReplaceList.h"
 
@@ -232,7 +231,7 @@ void frmReplace::List_Click(int row)
 
 void frmReplace::LoadReplaceList()
 {
-    m_file = Document::open(replaceIni(), {}, m_source.rule());
+    m_file = Document::open(m_files, replaceIni(), {}, m_source.rule());
     setPairs(readReplaceList(m_file.text()));
 }
 
@@ -266,7 +265,8 @@ void frmReplace::Delete()
 void frmReplace::Save()
 {
     const bool write = m_talk.ask(
-        kTitle, savingQuestion(QStringLiteral("Benar akan menyimapn text replace?"), replaceIni()));
+        kTitle,
+        m_files.loaded().savingQuestion(QStringLiteral("Benar akan menyimapn text replace?"), replaceIni()));
     const QList<Replacement> saved = pairs();
     if (write) {
         m_file.setPath(replaceIni(), {});

@@ -93,7 +93,7 @@ void WidgetTab::showCatalogue()
 
 void WidgetTab::mnuWidgetOpen_Click()
 {
-    m_catalogue.reload(m_file1);
+    m_catalogue.reload(m_files, m_file1);
     showCatalogue();
 }
 
