@@ -159,7 +159,7 @@ private:
             if (!known || known->name == m_place.word)
                 m_found.entries.append(name);
         }
-        m_found.of = Of::Attribute;
+        m_found.of = m_found.entries.isEmpty() ? Of::Nothing : Of::Attribute;
     }
 
     void fillClass()
@@ -185,15 +185,23 @@ private:
     void fillValue()
     {
         const Element &element = m_outline.element(m_place.element);
+        if (m_text[element.tag.end - 1] != u'>')
+            return; // a name would become a part of the tag
         const std::optional<NameKind> name = nameKindOf(element.kind);
         m_found.entries = wordsFor(element.kind);
         if ((!name && m_found.entries.isEmpty()) || isBesideList(element))
             return;
+        if (hasNoEnd(element))
+            endWord();
+        if (m_outline.at(m_found.word).contains(u'<'))
+            return; // it holds an element, and would not any more
         m_found.of = name ? Of::Name : Of::Word;
         m_found.kind = name.value_or(NameKind::Image);
-        if (!hasNoEnd(element))
-            return;
-        // A value without an end goes on to where something else begins.
+    }
+
+    // A value without an end goes on to where something else begins.
+    void endWord()
+    {
         Range &word = m_found.word;
         for (qint32 at = m_found.caret; at < word.end; ++at) {
             if (m_text[at] == u'<' || m_text[at] == u'\n' || m_text[at] == u'\r')

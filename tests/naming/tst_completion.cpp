@@ -65,6 +65,7 @@ void tst_Completion::takes_data()
     row("open, text behind", "<img>lo| x\r\nmore <b>", "Logo", "<img>Logo</img>|\r\nmore <b>");
     row("open, closing begun", "<img>lo|</im", "Logo", "<img>Logo|</im");
     row("open in letters", "<Img>|", "Logo", "<Img>Logo</Img>|");
+    row("tag without an end", "<img\r\n|</img>", "", "");
     row("self-closing tag", "<i|/>", "img", "");
     row("comment", "<!-- <img>| -->", "", "");
     row("open comment", "<!-- <widget class=\"|", "", "");
