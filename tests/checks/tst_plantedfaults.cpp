@@ -8,6 +8,7 @@
 
 namespace {
 
+using namespace quillmere;
 using Lines = QMap<QString, QStringList>;
 
 constexpr int kThemes = 200;
@@ -27,6 +28,7 @@ public:
             QStringLiteral("<file_color>color.xml</file_color>"),
             QStringLiteral("<file_font>font.xml</file_font>"),
             QStringLiteral("<file_i18n>i18n/i18n.xml</file_i18n>"),
+            QStringLiteral("<spare></spare>"),
             QStringLiteral("</config></theme>")};
         QStringList &style = m_lines[QStringLiteral("style.xml")];
         style.append(QStringLiteral("<interface>"));
@@ -40,6 +42,10 @@ public:
                              .arg(i));
             ++m_names;
         }
+        add("images/image.xml", QStringLiteral("<image id=\"large\">p/large.png</image>"));
+        m_lines[QStringLiteral("images/p/large.png")] = {QStringLiteral("300x300")};
+        m_lines[QStringLiteral("images/damaged.png")] = {QStringLiteral("no picture")};
+        style.append(QStringLiteral("<widget><img>large</img></widget>"));
         style.append(QStringLiteral("</interface>"));
         for (int i = 0; i < kSpare; ++i) {
             for (const char *file : {"images/image.xml", "color.xml", "font.xml"})
@@ -51,6 +57,7 @@ public:
             add("i18n/i18n.xml", QStringLiteral("<language id=\"L%1\">l%1.xml</language>").arg(language));
             m_lines[languageFile(language)] = {QStringLiteral("<language name=\"L\">")};
         }
+        add("i18n/i18n.xml", QStringLiteral("<spare/>"));
         for (int window = 0; window < below(4) + 1; ++window)
             addWindow(window);
         for (int i = 0; i < kSpare; ++i)
@@ -75,6 +82,7 @@ public:
         struct Fault
         {
             const char *file, *line, *after, *rule; // what the line holds, and becomes
+            bool oncePerFile = false;
         };
         static constexpr Fault faults[] = {
             {"widget/w", "<img>", "<img>img_none</img>", "unknown-image"},
@@ -89,21 +97,45 @@ public:
             {"widget/w", "<rect>", "<rect>[1,2,900,4]</rect>", "outside-parent"},
             {"widget/w", "<mode>", "<mode>multiple</mode>", "mode"},
             {"widget/w", "name=\"b_", "<widget class=\"text\" name=\"first\">", "duplicate-block"},
+            {"widget/w_", "</interface>",
+             "</children></widget><widget "
+             "name=\"p\"><rect>[1,1,9,9]</rect><img>large</img></widget></interface>",
+             "picture-size"},
+            {"widget/w", "<string>", "<string>lacking %</string>", "untranslated", true},
+            {"widget/w_", "</interface>",
+             "</children></widget><widget name=\"f\"><rect>[1270,0,99,9]</rect></widget></interface>",
+             "outside-screen"},
+            {"widget/w_", "</interface>", "</children></widget></interface><!-- % -", "unclosed-comment"},
+            {"widget/new%.xml", nullptr, "<interface></interface>", "unlisted-document"},
             {"widget/widget.xml", "spare", "<widget class=\"window\" name=\"gone%\"/>", "missing-document"},
             {"images/image.xml", "spare", "<image id=\"more%\">none.png</image>", "missing-image-file"},
             {"images/image.xml", "spare", "<image id=\"more%\">p/0.PNG</image>", "letter-case"},
             {"images/image.xml", "spare", "<image id=\"other%\">p/1.png</image>", "unused-image"},
+            {"images/image.xml", "spare", "<image id=\"img_0\">p/2.png</image>", "duplicate-id"},
+            {"images/image.xml", "spare", "<image id=\"twin%\">p/0.png</image>", "same-picture"},
+            {"images/image.xml", "spare", "<image id=\"bad%\">damaged.png</image>", "unreadable-picture"},
             {"color.xml", "spare", "<color name=\"unused%\">#123456</color>", "unused-colour"},
+            {"color.xml", "spare", "<color name=\"twin%\">#000000</color>", "same-colour"},
+            {"color.xml", "spare", "<color name=\"col_0\">#999999</color>", "duplicate-id"},
+            {"font.xml", "spare", "<font><name>idle%</name><file>f.ttf</file></font>", "unused-font"},
+            {"i18n/i18n.xml", "spare", "<language id=\"M%\">none.xml</language>", "theme-config"},
             {"font.xml", "spare", "<font><name>n%</name><file>none.ttf</file></font>", "missing-font-file"},
             {"i18n/l", "spare", "<tran id=\"Nobody%\">x</tran>", "unused-string"},
             {"theme.xml", "spare", "<file_keymap>keys.xml</file_keymap>", "theme-config"},
         };
         const Fault &fault = faults[below(int(std::size(faults)))];
+        if (!fault.line) {
+            const QString file =
+                QString::fromLatin1(fault.file).replace(u'%', QString::number(m_lines.size()));
+            m_lines[file] = {QString::fromLatin1(fault.after)};
+            return file + u":1 " + QLatin1String(fault.rule);
+        }
         QList<QPair<QString, int>> places;
         for (auto file = m_lines.cbegin(); file != m_lines.cend(); ++file) {
             for (int line = kFirstOfBlocks; line < file->size(); ++line) {
                 if (file.key().startsWith(QLatin1String(fault.file)) &&
                     !m_taken.contains({file.key(), line}) &&
+                    !(fault.oncePerFile && m_once.contains(file.key())) &&
                     file->at(line).contains(QLatin1String(fault.line)))
                     places.append({file.key(), line});
             }
@@ -112,6 +144,8 @@ public:
             return {};
         const auto place = places.at(below(int(places.size())));
         m_taken.append(place);
+        if (fault.oncePerFile)
+            m_once.append(place.first);
         m_lines[place.first][place.second] =
             QString::fromLatin1(fault.after).replace(u'%', QString::number(m_taken.size()));
         return QStringLiteral("%1:%2 %3")
@@ -157,6 +191,7 @@ private:
     QString m_ends = below(2) == 0 ? QStringLiteral("\n") : QStringLiteral("\r\n");
     Lines m_lines;
     QList<QPair<QString, int>> m_taken;
+    QStringList m_once; // files with a fault that is told once in each
     int m_names = 0;
 };
 
@@ -173,6 +208,7 @@ private slots:
 void tst_plantedfaults::everyFaultAtItsLine()
 {
     int planted = 0;
+    QSet<QString> rules;
     for (quint32 seed = 1; seed <= kThemes; ++seed) {
         RandomTheme theme(seed);
         QCOMPARE(problemsOf(theme.files()), QStringList());
@@ -186,12 +222,14 @@ void tst_plantedfaults::everyFaultAtItsLine()
             const bool isFound = std::any_of(found.begin(), found.end(), [&](const QString &line) {
                 return line.startsWith(fault + u' ');
             });
+            rules.insert(fault.section(u' ', 1));
             QVERIFY2(isFound,
                      qPrintable(
                          QStringLiteral("theme %1: %2\nfound:\n%3").arg(seed).arg(fault, found.join(u'\n'))));
         }
     }
     QVERIFY(planted > kThemes * kFaults / 2);
+    QCOMPARE(rules.size(), kRules);
 }
 
 QTEST_GUILESS_MAIN(tst_plantedfaults)
