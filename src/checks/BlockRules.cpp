@@ -47,7 +47,7 @@ public:
     void run()
     {
         const std::vector<std::optional<Box>> places = placesOnScreen(m_outline);
-        for (size_t row = 0; row < places.size(); ++row) {
+        for (size_t row = 0; row < places.size() && !m_report.stop.stop_requested(); ++row) {
             Block block;
             block.element = m_outline.blocks()[row];
             const Element &element = m_outline.element(block.element);

@@ -76,7 +76,7 @@ void checkTwins(ThemeReport &report)
     eachTwin(
         images,
         [&](qsizetype row) {
-            return row < report.pictures.size() ? report.pictures.at(row).hash : QByteArray();
+            return row < report.pictures.size() ? report.pictures.at(row).mark : QByteArray();
         },
         [&](qsizetype row, const QString &first) {
             report.add(Rule::SamePicture, images, row,

@@ -1,18 +1,35 @@
 #include "checks/Catalogues.h"
 
+#include "checks/Parallel.h"
 #include "files/Paths.h"
 #include "markup/mndIni.h"
 #include "outline/LineStarts.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace quillmere {
 
-Catalogues::Catalogues(const ThemeSources &sources, const ThemeIndex &index) : m_sources(sources)
+Catalogues::Catalogues(const ThemeSources &sources, const ThemeIndex &index, const std::stop_token &stop)
+    : m_sources(sources)
 {
-    for (const IndexedFile &file : index.files()) {
-        if (file.role == FileRole::Language && file.isReadable)
-            m_languages.append(read(file));
-        else if (file.role < FileRole::Language)
-            m_catalogues[size_t(file.role)] = read(file);
+    QList<IndexedFile> files;
+    std::copy_if(
+        index.files().begin(), index.files().end(), std::back_inserter(files), [](const IndexedFile &file) {
+            return file.role < FileRole::Language || (file.role == FileRole::Language && file.isReadable);
+        });
+    std::vector<Catalogue> catalogues(size_t(files.size()));
+    inParallel(files.size(), stop, [&](qsizetype i) { catalogues[size_t(i)] = read(files.at(i)); });
+    for (Catalogue &catalogue : catalogues) {
+        CatalogueRow *const rows = catalogue.rows.data();
+        inParallel(catalogue.rows.size(), stop, [&](qsizetype i) {
+            if (!rows[i].path.isEmpty())
+                rows[i].found = m_listings.find(rows[i].path);
+        });
+        if (catalogue.file.role == FileRole::Language)
+            m_languages.append(std::move(catalogue));
+        else
+            m_catalogues[size_t(catalogue.file.role)] = std::move(catalogue);
     }
 }
 
@@ -34,11 +51,11 @@ Catalogue Catalogues::read(const IndexedFile &file)
     else
         catalogue.rows = fromText(file, quillmere::textOf(m_sources, file).value_or(QString()));
     QSet<QString> names;
+    names.reserve(catalogue.rows.size());
     for (CatalogueRow &row : catalogue.rows) {
-        row.isFirst = !names.contains(row.name);
+        const qsizetype before = names.size();
         names.insert(row.name);
-        if (!row.path.isEmpty())
-            row.found = m_listings.find(row.path);
+        row.isFirst = names.size() > before;
     }
     return catalogue;
 }
@@ -83,6 +100,8 @@ QList<CatalogueRow> Catalogues::fromText(const IndexedFile &file, const QString 
         row.line = place.line;
         row.column = place.column;
         row.elementPlace = lines.placeOf(entry.element.start);
+        row.elementEnd = lines.placeOf(entry.element.end);
+        row.end = entry.name.isEmpty() ? row.elementEnd : lines.placeOf(entry.name.end);
         rows.append(row);
     }
     return rows;
@@ -100,7 +119,7 @@ QList<CatalogueRow> Catalogues::fromRows(const IndexedFile &file, const QList<Li
         row.path = file.role == FileRole::FontCatalogue ? pathIn(file, row.value)
                    : file.role == FileRole::ColourCatalogue || file.role == FileRole::Language ? QString()
                                                                                                : given.text;
-        row.elementPlace = {0, 0};
+        row.elementPlace = row.elementEnd = row.end = {0, 0};
         result.append(row);
     }
     return result;

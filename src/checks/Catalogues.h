@@ -15,7 +15,8 @@ struct CatalogueRow
     Range range, element;        // of the name, and of the whole; empty in rows that are not written
     qint32 line = 0, column = 0; // of the name, from 1
     LineColumn elementPlace;
-    bool isFirst = true; // of this name
+    LineColumn end, elementEnd; // behind them
+    bool isFirst = true;        // of this name
 };
 
 struct Catalogue
@@ -28,14 +29,16 @@ struct Catalogue
 class Catalogues
 {
 public:
-    Catalogues(const ThemeSources &sources, const ThemeIndex &index);
+    // What is told to stop has not read all.
+    Catalogues(const ThemeSources &sources, const ThemeIndex &index, const std::stop_token &stop);
 
     const Catalogue &of(FileRole role) const { return m_catalogues[size_t(role)]; }
     // Those whose file can be read, in the order of the index, and the languages' names.
     const QList<Catalogue> &languages() const { return m_languages; }
     QString nameOfLanguage(const IndexedFile &file) const;
 
-    FolderListings &listings() { return m_listings; }
+    // The existing file that is meant by a path; see FolderListings. May be asked on any thread.
+    QString find(const QString &path) { return m_listings.find(path); }
 
 private:
     Catalogue read(const IndexedFile &file);

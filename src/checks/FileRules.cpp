@@ -25,7 +25,7 @@ void checkEntry(ThemeReport &report, const IndexedFile &config, const ConfigEntr
                 const LineStarts &lines)
 {
     const QString path = joinPath(report.sources.folder, u"") + withOwnSeparators(entry.value);
-    const QString found = report.catalogues.listings().find(path);
+    const QString found = report.catalogues.find(path);
     bool isReadable = true;
     for (const qint32 number : report.index.numbersOf(path))
         isReadable = isReadable && report.index.files().at(number).isReadable;
@@ -45,13 +45,14 @@ void checkEntry(ThemeReport &report, const IndexedFile &config, const ConfigEntr
     const LineColumn place = lines.placeOf(entry.range.start);
     problem.line = place.line;
     problem.column = place.column;
+    problem.end = lines.placeOf(entry.range.end);
 }
 
 // The entries of theme.xml that name files.
 void checkConfig(ThemeReport &report)
 {
     const QString path = joinPath(report.sources.folder, u"theme.xml");
-    const IndexedFile config = {path, report.catalogues.listings().find(path)};
+    const IndexedFile config = {path, report.catalogues.find(path)};
     const QString text = textOf(report.sources, config).value_or(QString());
     const LineStarts lines(text);
     for (const ConfigEntry &entry : configEntries(text)) {

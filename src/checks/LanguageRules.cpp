@@ -28,7 +28,7 @@ void checkTranslations(WindowReport &report)
         return;
     std::vector<FoundName> strings;
     QSet<QString> known;
-    for (const FoundName &name : namesIn(report.outline)) {
+    for (const FoundName &name : report.used) {
         if (name.kind != NameKind::String || !hasLetter(name.name))
             continue;
         const QString text = QString::fromRawData(name.name.data(), name.name.size());

@@ -63,7 +63,9 @@ std::optional<NameFault> faultOf(NameKind kind, QStringView name, const ThemeInd
 
 void checkNames(WindowReport &report)
 {
-    for (const FoundName &name : namesIn(report.outline)) {
+    for (const FoundName &name : report.used) {
+        if (report.stop.stop_requested())
+            return;
         const std::optional<NameFault> fault = faultOf(name.kind, name.name, report.index);
         if (fault)
             report.add(fault->rule, name.range, fault->message, name.name.toString(), fault->meant);

@@ -4,10 +4,27 @@
 #include "files/Paths.h"
 #include "files/RegularFile.h"
 
-#include <QCryptographicHash>
 #include <QFileInfo>
+#include <QHashFunctions>
+#include <QRandomGenerator>
 
 namespace quillmere {
+
+namespace {
+
+// A cryptographic hash would take longer than reading the file does. The seed is another one each time the
+// program starts, so nobody can prepare two pictures that look the same to it.
+QByteArray markOf(const QByteArray &bytes)
+{
+    static const std::array<quint64, 2> seeds = {QRandomGenerator::system()->generate64(),
+                                                 QRandomGenerator::system()->generate64()};
+    std::array<quint64, 3> mark = {quint64(bytes.size())};
+    for (size_t i = 0; i < seeds.size(); ++i)
+        mark[i + 1] = qHashBits(bytes.constData(), size_t(bytes.size()), seeds[i]);
+    return QByteArray(reinterpret_cast<const char *>(mark.data()), sizeof mark);
+}
+
+} // namespace
 
 // Where paths really lead, with one question a folder.
 class PictureStore::Folders
@@ -26,6 +43,7 @@ public:
             real = info.canonicalFilePath();
         } else {
             const QString folder = folderOf(path).toString();
+            const std::lock_guard lock(m_mutex);
             auto known = m_folders.constFind(folder);
             if (known == m_folders.constEnd())
                 known = m_folders.insert(folder, QFileInfo(folder).canonicalFilePath() + u'/');
@@ -36,6 +54,7 @@ public:
 
 private:
     QString m_root;
+    std::mutex m_mutex; // of what follows
     QHash<QString, QString> m_folders;
 };
 
@@ -43,15 +62,11 @@ QList<PictureFacts> PictureStore::facts(const QStringList &paths, const QString 
                                         std::stop_token stop)
 {
     Folders folders(themeFolder);
-    QStringList real;
-    real.reserve(paths.size());
-    for (const QString &path : paths)
-        real.append(path.isEmpty() ? QString() : folders.inTheme(path));
     QList<PictureFacts> facts(paths.size());
     PictureFacts *const each = facts.data();
     inParallel(paths.size(), stop, [&](qsizetype i) {
         if (!paths.at(i).isEmpty())
-            each[i] = factsOf(paths.at(i), real.at(i));
+            each[i] = factsOf(paths.at(i), folders.inTheme(paths.at(i)));
     });
     return facts;
 }
@@ -73,7 +88,7 @@ PictureFacts PictureStore::factsOf(const QString &path, const QString &inTheme)
     QString reason;
     const QByteArray bytes = readRegular(inTheme, kLargestFile, reason);
     if (reason.isEmpty()) {
-        facts.hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+        facts.mark = markOf(bytes);
         // A drawing has no pixels, and reading one could lead to other files.
         if (inTheme.endsWith(u".svg", Qt::CaseInsensitive)) {
             facts.isReadable = true;

@@ -16,7 +16,7 @@ namespace quillmere {
 struct PictureFacts
 {
     qint64 bytes = 0;
-    QByteArray hash;         // of the bytes; empty where they cannot be read
+    QByteArray mark;         // tells its bytes from others while the program runs; empty where unreadable
     QSize size;              // pixels; empty where there is none, as for drawings
     bool isReadable = false; // both size and pixels, within the limits of the preview
 };

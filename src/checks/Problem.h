@@ -1,5 +1,6 @@
 #pragma once
 
+#include "outline/LineStarts.h"
 #include "outline/Range.h"
 
 #include <QList>
@@ -63,6 +64,7 @@ struct Problem
     QString file;                // full path
     Range range;                 // in the text of the file; empty where the whole file is meant
     qint32 line = 1, column = 1; // from 1, UTF-16 units; 0 in rows that are not written
+    LineColumn end = {0, 0};     // behind the range; 0 where it has none
     qint32 row = -1;             // of the list that a catalogue is loaded into
     QString message;             // one line
     QString name;                // what the message is about; may be empty

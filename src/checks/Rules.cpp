@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 namespace quillmere {
 
@@ -68,12 +71,32 @@ std::optional<Rule> ruleOf(QStringView id)
 
 void sortByPlace(QList<Problem> &problems)
 {
-    const auto place = [](const Problem &problem) {
-        return std::tuple(problem.line, problem.column, problem.row, int(problem.rule));
-    };
-    std::stable_sort(problems.begin(), problems.end(), [&](const Problem &a, const Problem &b) {
-        return a.file != b.file ? a.file < b.file : place(a) < place(b);
-    });
+    // The files are few and their paths long, so these are compared once.
+    std::map<QString, qsizetype> files;
+    for (const Problem *before = nullptr; const Problem &each : std::as_const(problems)) {
+        if (!before || before->file != each.file)
+            files.emplace(each.file, 0);
+        before = &each;
+    }
+    qsizetype next = 0;
+    for (auto &[path, number] : files)
+        number = next++;
+    using Key = std::tuple<qsizetype, qint32, qint32, qint32, int, qsizetype>;
+    std::vector<Key> keys;
+    keys.reserve(size_t(problems.size()));
+    auto last = files.end();
+    for (const Problem &each : std::as_const(problems)) {
+        if (last == files.end() || last->first != each.file)
+            last = files.find(each.file);
+        keys.emplace_back(last->second, each.line, each.column, each.row, int(each.rule),
+                          qsizetype(keys.size()));
+    }
+    std::sort(keys.begin(), keys.end());
+    QList<Problem> sorted;
+    sorted.reserve(problems.size());
+    for (const Key &key : keys)
+        sorted.append(std::move(problems[std::get<5>(key)]));
+    problems = std::move(sorted);
 }
 
 } // namespace quillmere

@@ -54,22 +54,37 @@ ThemeFacts factsOf(const ThemeReport &report)
     return facts;
 }
 
-QList<Problem> checkWindows(const ThemeReport &report, const ThemeFacts &facts, const std::stop_token &stop)
+// Adds what it finds to the report, beside the rules of the catalogues.
+void checkAll(ThemeReport &report, const ThemeFacts &facts, WindowOutlines outlines,
+              const std::stop_token &stop)
 {
     const QList<IndexedFile> &files = report.index.files();
+    outlines.resize(size_t(files.size()));
     std::vector<QList<Problem>> found(size_t(files.size()));
-    inParallel(files.size(), stop, [&](qsizetype number) {
+    const auto checkFile = [&](qsizetype number) {
         const IndexedFile &file = files.at(number);
-        if (file.role != FileRole::Window && file.role != FileRole::Style)
+        if ((file.role != FileRole::Window && file.role != FileRole::Style) || !file.isReadable)
             return;
-        const std::optional<QString> text = textOf(report.sources, file);
-        if (text)
-            found[size_t(number)] = checkWindow(Outline(*text), file, report.index, facts);
+        std::unique_ptr<const Outline> outline = std::move(outlines[size_t(number)]);
+        if (!outline) {
+            const std::optional<QString> text = textOf(report.sources, file);
+            if (!text)
+                return;
+            outline = std::make_unique<const Outline>(*text);
+        }
+        found[size_t(number)] = checkWindow(*outline, file, report.index, facts, stop);
+    };
+    inParallel(files.size() + 1, stop, [&](qsizetype task) {
+        if (task > 0) {
+            checkFile(task - 1);
+            return;
+        }
+        checkFiles(report);
+        checkCatalogues(report);
+        checkUnused(report);
     });
-    QList<Problem> problems;
     for (const QList<Problem> &each : found)
-        problems += each;
-    return problems;
+        report.problems += each;
 }
 
 } // namespace
@@ -91,6 +106,7 @@ Problem &ThemeReport::add(Rule rule, const Catalogue &catalogue, qsizetype row, 
     problem.range = at.range.isEmpty() ? at.element : at.range;
     problem.line = at.line;
     problem.column = at.column;
+    problem.end = at.end;
     problem.row = qint32(row);
     problem.name = at.name;
     return problem;
@@ -103,23 +119,23 @@ Problem &ThemeReport::addForRow(Rule rule, const Catalogue &catalogue, qsizetype
     problem.range = at.element;
     problem.line = at.elementPlace.line;
     problem.column = at.elementPlace.column;
+    problem.end = at.elementEnd;
     return problem;
 }
 
 std::optional<CheckedTheme> checkTheme(const ThemeSources &sources, const ThemeIndex &index,
-                                       PictureStore &pictures, std::stop_token stop)
+                                       PictureStore &pictures, std::stop_token stop, WindowOutlines outlines)
 {
-    Catalogues catalogues(sources, index);
+    Catalogues catalogues(sources, index, stop);
     ThemeReport report(sources, index, catalogues);
     report.pictures = picturesOf(catalogues.of(FileRole::ImageCatalogue), sources.folder, pictures, stop);
     CheckedTheme checked;
     checked.facts = factsOf(report);
-    checkFiles(report);
-    checkCatalogues(report);
-    checkUnused(report);
-    checked.problems = checkWindows(report, checked.facts, stop) + report.problems;
+    if (!stop.stop_requested())
+        checkAll(report, checked.facts, std::move(outlines), stop);
     if (stop.stop_requested())
         return std::nullopt;
+    checked.problems = std::move(report.problems);
     sortByPlace(checked.problems);
     return checked;
 }

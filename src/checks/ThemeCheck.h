@@ -28,18 +28,19 @@ struct ThemeFacts
 };
 
 // Problems of one window, sorted by place: of the text that the outline was made of, which may be newer than
-// what the index has of it. Reads no file.
+// what the index has of it. Reads no file. Where it is told to stop, some are missing.
 QList<Problem> checkWindow(const Outline &outline, const IndexedFile &file, const ThemeIndex &index,
-                           const ThemeFacts &facts);
+                           const ThemeFacts &facts, std::stop_token stop = {});
 
 struct CheckedTheme
 {
     ThemeFacts facts;        // for checkWindow, until a catalogue or a picture changes
     QList<Problem> problems; // of all files, sorted
 };
-// Holds a theme to every rule, on a few threads of its own. The index is to be made of the same sources.
-// Nothing where it was told to stop.
+// Holds a theme to every rule, on a few threads of its own. The index is to be made of the same sources, and
+// so are its outlines, if they are at hand; they are used up. Nothing where it was told to stop.
 std::optional<CheckedTheme> checkTheme(const ThemeSources &sources, const ThemeIndex &index,
-                                       PictureStore &pictures, std::stop_token stop = {});
+                                       PictureStore &pictures, std::stop_token stop = {},
+                                       WindowOutlines outlines = {});
 
 } // namespace quillmere

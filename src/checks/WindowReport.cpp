@@ -23,6 +23,7 @@ void WindowReport::add(Rule rule, Range range, const QString &message, const QSt
     const LineColumn place = m_lines.placeOf(range.start);
     problem.line = place.line;
     problem.column = place.column;
+    problem.end = m_lines.placeOf(range.end);
     problem.message = message;
     problem.name = name;
     problem.meant = meant;
@@ -42,13 +43,13 @@ QString WindowReport::block(qint32 block) const
 }
 
 QList<Problem> checkWindow(const Outline &outline, const IndexedFile &file, const ThemeIndex &index,
-                           const ThemeFacts &facts)
+                           const ThemeFacts &facts, std::stop_token stop)
 {
-    WindowReport report(outline, file, index, facts);
-    checkMarkup(report);
-    checkNames(report);
-    checkBlocks(report);
-    checkTranslations(report);
+    WindowReport report(outline, file, index, facts, std::move(stop));
+    for (const auto rules : {checkMarkup, checkNames, checkBlocks, checkTranslations}) {
+        if (!report.stop.stop_requested())
+            rules(report);
+    }
     sortByPlace(report.problems);
     return report.problems;
 }

@@ -14,8 +14,9 @@ class WindowReport
 {
 public:
     WindowReport(const Outline &outlined, const IndexedFile &indexed, const ThemeIndex &names,
-                 const ThemeFacts &known)
-        : outline(outlined), file(indexed), index(names), facts(known), m_lines(outlined.text())
+                 const ThemeFacts &known, std::stop_token stopped)
+        : outline(outlined), file(indexed), index(names), facts(known), stop(std::move(stopped)),
+          used(namesIn(outlined)), m_lines(outlined.text())
     {
     }
 
@@ -23,6 +24,8 @@ public:
     const IndexedFile &file;
     const ThemeIndex &index;
     const ThemeFacts &facts;
+    const std::stop_token stop;
+    const std::vector<FoundName> used; // the names in the window
     QList<Problem> problems;
 
     void add(Rule rule, Range range, const QString &message, const QString &name, const QString &meant = {});

@@ -42,9 +42,10 @@ int runCheck(const CommandLine &line, const PictureReader &reader, QIODevice &ou
     ThemeSources sources;
     sources.folder = line.theme;
     PictureStore pictures(reader);
-    const std::optional<ThemeIndex> index = ThemeIndex::build(sources);
-    const QList<Problem> problems =
-        withoutIgnored(checkTheme(sources, *index, pictures)->problems, line.ignored);
+    WindowOutlines outlines;
+    const std::optional<ThemeIndex> index = ThemeIndex::build(sources, {}, &outlines);
+    const QList<Problem> problems = withoutIgnored(
+        checkTheme(sources, *index, pictures, {}, std::move(outlines))->problems, line.ignored);
     const QByteArray report = checkReport(problems, line.theme, line.format);
     if (out.write(report) != report.size()) {
         err << "quillmere: cannot write the report: " << out.errorString() << Qt::endl;

@@ -26,21 +26,31 @@ QString relativeFile(const Problem &problem, const QString &folder)
 
 QByteArray asText(const QList<Problem> &problems, const QString &folder)
 {
-    QString text;
+    QByteArray text;
     std::array<int, 3> counts = {};
     qint64 unused = 0;
+    QString path;
+    QByteArray file;
     for (const Problem &problem : problems) {
-        text += printable(relativeFile(problem, folder)) +
-                QStringLiteral(":%1:%2: ").arg(problem.line).arg(problem.column) +
-                nameOf(problem.severity()) + u": " + printable(problem.message) + u" [" +
-                QLatin1String(textOf(problem.rule).id) + u"]\n";
-        ++counts[size_t(problem.severity())];
+        if (problem.file != path)
+            file = printable(relativeFile(problem, folder)).toUtf8();
+        path = problem.file;
+        const Severity severity = problem.severity();
+        text += file;
+        text += ':' + QByteArray::number(problem.line) + ':' + QByteArray::number(problem.column) + ": ";
+        text += nameOf(severity).toLatin1() + ": ";
+        text += printable(problem.message).toUtf8();
+        text += " [";
+        text += textOf(problem.rule).id;
+        text += "]\n";
+        ++counts[size_t(severity)];
         unused += problem.bytes;
     }
-    text += QStringLiteral("%1 errors, %2 warnings, %3 notes").arg(counts[0]).arg(counts[1]).arg(counts[2]);
+    // The last line is the same for all themes, so that a program can read it.
     if (unused > 0)
-        text += QStringLiteral("; unused images take %1 bytes").arg(unused);
-    return (text + u'\n').toUtf8();
+        text += "unused images take " + QByteArray::number(unused) + " bytes\n";
+    return text + QByteArray::number(counts[0]) + " errors, " + QByteArray::number(counts[1]) +
+           " warnings, " + QByteArray::number(counts[2]) + " notes\n";
 }
 
 QByteArray asJson(const QList<Problem> &problems, const QString &folder)
@@ -76,15 +86,18 @@ QJsonArray sarifRules()
     return rules;
 }
 
-// A length within one line is told; what reaches over more lines is counted in units from its beginning.
 QJsonObject sarifResult(const Problem &problem, const QString &folder)
 {
     const QString uri =
         QString::fromLatin1(QUrl::toPercentEncoding(relativeFile(problem, folder), QByteArrayLiteral("/")));
-    const QJsonObject region = {{QStringLiteral("startLine"), problem.line},
-                                {QStringLiteral("startColumn"), problem.column},
-                                {QStringLiteral("charOffset"), problem.range.start},
-                                {QStringLiteral("charLength"), problem.range.size()}};
+    QJsonObject region = {{QStringLiteral("startLine"), problem.line},
+                          {QStringLiteral("startColumn"), problem.column},
+                          {QStringLiteral("charOffset"), problem.range.start},
+                          {QStringLiteral("charLength"), problem.range.size()}};
+    if (problem.end.line > 0) {
+        region.insert(QStringLiteral("endLine"), problem.end.line);
+        region.insert(QStringLiteral("endColumn"), problem.end.column);
+    }
     const QJsonObject place = {
         {QStringLiteral("artifactLocation"), QJsonObject{{QStringLiteral("uri"), uri}}},
         {QStringLiteral("region"), region}};
@@ -127,6 +140,8 @@ std::optional<IgnoredRule> ignoredRule(const QString &text)
 
 QList<Problem> withoutIgnored(const QList<Problem> &problems, const QList<IgnoredRule> &ignored)
 {
+    if (ignored.isEmpty())
+        return problems;
     QList<Problem> left;
     std::copy_if(problems.begin(), problems.end(), std::back_inserter(left), [&](const Problem &problem) {
         return std::none_of(ignored.begin(), ignored.end(), [&](const IgnoredRule &each) {

@@ -8,6 +8,8 @@ constexpr qsizetype kMostBytes = 240; // of the 255 that a file system takes, wi
 
 bool obeyed(QChar letter)
 {
+    if (letter >= u' ' && letter <= u'~')
+        return false;
     switch (letter.category()) {
     case QChar::Other_Control:
     case QChar::Other_Format: // turns the direction of what follows

@@ -8,27 +8,36 @@ namespace quillmere {
 QString FolderListings::find(const QString &path)
 {
     const QString name = fileNameOf(path).toString();
-    const Listing &listing = of(folderOf(path).toString());
-    if (listing.names.contains(name))
-        return joinPath(listing.folder, name);
-    const QString other = listing.folded.value(name.toCaseFolded());
-    return other.isEmpty() ? QString() : joinPath(listing.folder, other);
+    const std::shared_ptr<Listing> listing = of(folderOf(path).toString());
+    if (listing->names.contains(name))
+        return joinPath(listing->folder, name);
+    std::call_once(listing->foldedOnce, [&] {
+        for (const QString &file : std::as_const(listing->files)) {
+            const QString folded = file.toCaseFolded();
+            if (!listing->folded.contains(folded))
+                listing->folded.insert(folded, file);
+        }
+    });
+    const QString other = listing->folded.value(name.toCaseFolded());
+    return other.isEmpty() ? QString() : joinPath(listing->folder, other);
 }
 
-const FolderListings::Listing &FolderListings::of(const QString &folder)
+std::shared_ptr<FolderListings::Listing> FolderListings::of(const QString &folder)
 {
-    const auto known = m_listings.constFind(folder);
-    if (known != m_listings.constEnd())
-        return *known;
-    Listing listing;
-    listing.folder = findFolder(folder);
-    for (const QString &name : filesOf(folder)) {
-        listing.names.insert(name);
-        const QString folded = name.toCaseFolded();
-        if (!listing.folded.contains(folded))
-            listing.folded.insert(folded, name);
+    std::shared_ptr<Listing> listing;
+    {
+        const std::lock_guard lock(m_mutex);
+        std::shared_ptr<Listing> &known = m_listings[folder];
+        if (!known)
+            known = std::make_shared<Listing>();
+        listing = known;
     }
-    return *m_listings.insert(folder, listing);
+    std::call_once(listing->listed, [&] {
+        listing->folder = findFolder(folder);
+        listing->files = filesOf(folder);
+        listing->names = QSet<QString>(listing->files.begin(), listing->files.end());
+    });
+    return listing;
 }
 
 } // namespace quillmere

@@ -4,9 +4,13 @@
 #include <QSet>
 #include <QString>
 
+#include <memory>
+#include <mutex>
+
 namespace quillmere {
 
-// Finds files as findFile does, with one listing a folder: for whoever looks for thousands.
+// Finds files as findFile does, with one listing a folder: for whoever looks for thousands. May be asked on
+// any thread.
 class FolderListings
 {
 public:
@@ -17,14 +21,17 @@ public:
 private:
     struct Listing
     {
+        std::once_flag listed, foldedOnce;
         QString folder; // as it is named where it exists, so that paths stay as they are written
+        QStringList files;
         QSet<QString> names;
-        QHash<QString, QString> folded; // the first of each
+        QHash<QString, QString> folded; // the first of each; made when a name is not found as it stands
     };
 
-    const Listing &of(const QString &folder);
+    std::shared_ptr<Listing> of(const QString &folder);
 
-    QHash<QString, Listing> m_listings;
+    std::mutex m_mutex; // of the hash, not of what stands in it
+    QHash<QString, std::shared_ptr<Listing>> m_listings;
 };
 
 } // namespace quillmere

@@ -15,7 +15,8 @@ namespace quillmere {
 
 namespace {
 
-constexpr qint64 kPortion = 1 << 20; // bytes
+constexpr qint64 kPortion = 1 << 20;      // bytes
+constexpr qint64 kLeastPortion = 1 << 12; // where the file holds more than it says
 
 QString notRegular()
 {
@@ -42,7 +43,7 @@ bool open(QFile &file, QString &reason)
         reason = notRegular();
         return false;
     }
-    if (file.open(handle, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+    if (file.open(handle, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
         return true;
     ::close(handle);
 #else
@@ -83,7 +84,9 @@ QByteArray readRegular(const QString &path, qint64 most, QString &reason, const 
     bytes.reserve(size);
     // Some files of the system, and those that somebody writes to just now, hold more than they say.
     for (QByteArray portion; bytes.size() <= most; bytes += portion) {
-        portion = file->read(std::min(kPortion, most + 1 - bytes.size()));
+        // No more than is expected: memory for a portion is taken before it is known what there is.
+        const qint64 expected = std::max(size - bytes.size(), kLeastPortion);
+        portion = file->read(std::min({expected, kPortion, most + 1 - bytes.size()}));
         if (portion.isEmpty())
             break;
         tell(progress, bytes.size(), size);

@@ -52,8 +52,8 @@ std::optional<QString> textOf(const ThemeSources &sources, const IndexedFile &fi
 class IndexBuilder
 {
 public:
-    IndexBuilder(const ThemeSources &sources, std::stop_token stop)
-        : m_sources(sources), m_stop(std::move(stop))
+    IndexBuilder(const ThemeSources &sources, std::stop_token stop, WindowOutlines *outlines)
+        : m_sources(sources), m_stop(std::move(stop)), m_outlines(outlines)
     {
     }
 
@@ -180,6 +180,8 @@ private:
     void readFiles()
     {
         m_count = qint32(m_index.m_files.size());
+        if (m_outlines)
+            m_outlines->resize(size_t(m_count));
         const int threads = std::clamp(QThread::idealThreadCount(), 1, kMostThreads);
         std::vector<std::jthread> others;
         for (int i = 1; i < threads; ++i)
@@ -202,7 +204,7 @@ private:
         }
         const std::optional<QString> text = quillmere::textOf(m_sources, file);
         const auto rows = m_sources.rows.constFind(file.path);
-        FoundNames found = findNames(file.role, text.value_or(QString()));
+        FoundNames found = namesOf(number, file.role, text.value_or(QString()));
         const FoundNames inRows =
             rows == m_sources.rows.constEnd() ? FoundNames() : findNames(file.role, *rows);
         const std::lock_guard lock(m_mutex);
@@ -217,8 +219,20 @@ private:
             m_index.replace(number, inRows, ThemeIndex::From::Rows);
     }
 
+    FoundNames namesOf(qint32 number, FileRole role, const QString &text)
+    {
+        if (role != FileRole::Window && role != FileRole::Style)
+            return findNames(role, text);
+        auto outline = std::make_unique<const Outline>(text);
+        FoundNames found = findNames(*outline);
+        if (m_outlines)
+            (*m_outlines)[size_t(number)] = std::move(outline);
+        return found;
+    }
+
     ThemeSources m_sources; // with the texts that were read already
     std::stop_token m_stop;
+    WindowOutlines *m_outlines;
     FolderListings m_listings;
     QHash<QString, qint32> m_known;
     QHash<qint32, QString> m_windows; // the names that documents define
@@ -228,9 +242,10 @@ private:
     qint32 m_count = 0;
 };
 
-std::optional<ThemeIndex> ThemeIndex::build(const ThemeSources &sources, std::stop_token stop)
+std::optional<ThemeIndex> ThemeIndex::build(const ThemeSources &sources, std::stop_token stop,
+                                            WindowOutlines *outlines)
 {
-    return IndexBuilder(sources, std::move(stop)).build();
+    return IndexBuilder(sources, std::move(stop), outlines).build();
 }
 
 } // namespace quillmere

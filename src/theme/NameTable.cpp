@@ -242,9 +242,10 @@ void findInCatalogue(const CatalogueRule &rule, const QString &text, FoundNames 
     });
 }
 
-// Names are in the order of the text.
-void placeNames(FoundNames &found)
+void sortByPlace(FoundNames &found)
 {
+    std::stable_sort(found.names.begin(), found.names.end(),
+                     [](const FoundName &a, const FoundName &b) { return a.range.start < b.range.start; });
     const QStringView text = found.text;
     qsizetype next = text.indexOf(u'\n');
     LineColumn place = {1, 1};
@@ -308,22 +309,27 @@ std::vector<FoundName> namesIn(const Outline &outline)
     return names;
 }
 
-FoundNames findNames(FileRole role, const QString &text)
+FoundNames findNames(const Outline &outline)
 {
     FoundNames found;
+    found.text = outline.text(); // it is shared, so what are views of it stay good
+    found.names = namesIn(outline);
+    found.elements = elementUses(outline);
+    sortByPlace(found);
+    return found;
+}
+
+FoundNames findNames(FileRole role, const QString &text)
+{
+    if (role == FileRole::Window || role == FileRole::Style)
+        return findNames(Outline(text));
+    FoundNames found;
     found.text = text;
-    if (role == FileRole::Window || role == FileRole::Style) {
-        const Outline outline(found.text);
-        found.names = namesIn(outline); // views of the text, which is shared
-        found.elements = elementUses(outline);
-    }
     for (const CatalogueRule &rule : kCatalogueRules) {
         if (rule.file == role)
             findInCatalogue(rule, found.text, found);
     }
-    std::stable_sort(found.names.begin(), found.names.end(),
-                     [](const FoundName &a, const FoundName &b) { return a.range.start < b.range.start; });
-    placeNames(found);
+    sortByPlace(found);
     return found;
 }
 

@@ -54,6 +54,8 @@ struct FoundNames
 // Every name in a file, in the order of the text. Names in comments of a window do not count, nor do empty
 // ones. What a catalogue defines is what its loader reads, comments or not.
 FoundNames findNames(FileRole role, const QString &text);
+// The same for a window that is outlined already.
+FoundNames findNames(const Outline &outline);
 // The names in a window that is outlined already: views of its text, without places.
 std::vector<FoundName> namesIn(const Outline &outline);
 // The same for rows that are not written yet: the names that their catalogue would define, without ranges.

@@ -89,10 +89,11 @@ qint32 ThemeIndex::intern(NameKind kind, QStringView name)
     QString key = foldedKey(added.text);
     if (key == added.text)
         key = added.text; // a copy of its own, shared with the name
-    const auto first = m_folded[size_t(kind)].constFind(key);
-    if (first != m_folded[size_t(kind)].constEnd())
-        added.nextOfSameLetters = *first;
-    m_folded[size_t(kind)].insert(key, number);
+    QHash<QString, qint32> &folded = m_folded[size_t(kind)];
+    const qsizetype before = folded.size();
+    qint32 &first = folded[key];
+    added.nextOfSameLetters = folded.size() > before ? -1 : first;
+    first = number;
     return number;
 }
 
@@ -242,6 +243,18 @@ bool ThemeIndex::update(const QString &path, const QString &text)
     bool isNew = path == joinPath(m_folder, u"theme.xml");
     for (const qint32 file : numbersOf(path))
         isNew = replace(file, findNames(m_files.at(file).role, text), From::Text) || isNew;
+    return isNew;
+}
+
+bool ThemeIndex::update(const QString &path, const Outline &window)
+{
+    bool isNew = false;
+    for (const qint32 file : numbersOf(path)) {
+        const FileRole role = m_files.at(file).role;
+        const bool isWindow = role == FileRole::Window || role == FileRole::Style;
+        const FoundNames found = isWindow ? findNames(window) : findNames(role, window.text());
+        isNew = replace(file, found, From::Text) || isNew;
+    }
     return isNew;
 }
 

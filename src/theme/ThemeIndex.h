@@ -49,13 +49,18 @@ struct NamePlace
     bool isDefinition = false;
 };
 
+// Outlines of windows, by the number of their file; nullptr for other files.
+using WindowOutlines = std::vector<std::unique_ptr<const Outline>>;
+
 // Every name of a theme, with where it is defined and where it is used. A value: it is built beside the
 // window's thread, and copies share what they have in common. Names are told apart by letter case.
 class ThemeIndex
 {
 public:
-    // Reads all files of the theme on a few threads of its own. Nothing where it was told to stop.
-    static std::optional<ThemeIndex> build(const ThemeSources &sources, std::stop_token stop = {});
+    // Reads all files of the theme on a few threads of its own. Nothing where it was told to stop. Gives the
+    // outlines of what it has read to whoever would else read all windows again.
+    static std::optional<ThemeIndex> build(const ThemeSources &sources, std::stop_token stop = {},
+                                           WindowOutlines *outlines = nullptr);
 
     const QList<IndexedFile> &files() const { return m_files; }
     // The numbers of a file, by its path as named or as found; one for each role it has.
@@ -65,6 +70,7 @@ public:
     // not change, so where theme.xml, or the windows or languages that a catalogue names, have changed, a new
     // index has to be built; says whether that is so. Nothing for a path that is not in the index.
     bool update(const QString &path, const QString &text);
+    bool update(const QString &path, const Outline &window);
     bool update(const QString &path, const QList<ListRows::Row> &rows);
 
     // In the order of the files and of the text. Time is that of what is found.

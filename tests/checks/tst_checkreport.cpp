@@ -45,7 +45,7 @@ public:
         files.write(QStringLiteral("my theme/widget.xml"), "<widget class=\"window\" name=\"w\"/>");
         files.write(
             QStringLiteral("my theme/w.xml"),
-            "<widget name=\"b\">\n  <img>\xc3\x84\x01-</img><backcolor>[#000000]</backcolor></widget>");
+            "<widget name=\"b\">\n  <img>\xc3\x84\x01-</img><backcolor>\n[#000000]</backcolor></widget>");
         files.write(QStringLiteral("my theme/i.xml"), "<image id=\"x y\">a b.png</image>");
         files.write(QStringLiteral("my theme/a b.png"), "1x1");
     }
@@ -79,7 +79,8 @@ void tst_checkreport::text()
              QStringLiteral("i.xml:1:12: note: Nothing uses the image \"x y\" (3 bytes) [unused-image]\n"
                             "w.xml:2:8: error: There is no image \"\u00c4?-\" [unknown-image]\n"
                             "w.xml:2:17: warning: The list holds 1 of three colours [colour-list]\n"
-                            "1 errors, 1 warnings, 1 notes; unused images take 3 bytes\n"));
+                            "unused images take 3 bytes\n"
+                            "1 errors, 1 warnings, 1 notes\n"));
 }
 
 void tst_checkreport::json()
@@ -121,7 +122,12 @@ void tst_checkreport::sarif()
     const QJsonValue place = results[0][QStringLiteral("locations")][0][QStringLiteral("physicalLocation")];
     QCOMPARE(place[QStringLiteral("artifactLocation")][QStringLiteral("uri")].toString(),
              QStringLiteral("i.xml"));
-    QCOMPARE(place[QStringLiteral("region")][QStringLiteral("startColumn")].toInt(), 12);
+    const QJsonObject region = {{QStringLiteral("startLine"), 1},   {QStringLiteral("startColumn"), 12},
+                                {QStringLiteral("endLine"), 1},     {QStringLiteral("endColumn"), 15},
+                                {QStringLiteral("charOffset"), 11}, {QStringLiteral("charLength"), 3}};
+    QCOMPARE(place[QStringLiteral("region")].toObject(), region);
+    const QJsonValue list = results[2][QStringLiteral("locations")][0][QStringLiteral("physicalLocation")];
+    QCOMPARE(list[QStringLiteral("region")][QStringLiteral("endLine")].toInt(), 3); // of an element
 }
 
 void tst_checkreport::exitStatus_data()
