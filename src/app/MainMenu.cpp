@@ -77,6 +77,9 @@ constexpr Item kItems[] = {
     {"mnuTool", "mnuScan", "&Scan", Kind::Menu},
     {"mnuScan", "mnuSKernel", "Kernel"},
     {"mnuScan", "mnuSWidget", "Widget"},
+    {"mnuTool", "hrNames", "", Kind::Separator},
+    {"mnuTool", "mnuBack", "Back"},
+    {"mnuTool", "mnuForward", "Forward"},
 
     {nullptr, "mnuView", "&View", Kind::Menu},
     {"mnuView", "mnuV(0)", "Overflow", Kind::Check},

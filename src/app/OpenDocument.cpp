@@ -105,16 +105,33 @@ ReadyWindow OpenDocument::read(const QString &path, const QString &theme, CodePa
 void OpenDocument::show(ReadyWindow window)
 {
     const QString path = window.file.path();
-    if (path != m_document.path())
+    if (path != m_document.path()) {
+        emit leaving();
         m_frame.wb->beginDocument();
+    }
     m_document = window.file;
     m_frame.setCaption(path);
     m_status.showCodePage(m_document.encoding().page);
     m_source.setText(std::move(window.text));
     m_talk.say(path);
     m_recovery->opened();
+    watch();
+}
+
+void OpenDocument::watch()
+{
     // What is unsaved is kept by opening and offered again afterwards.
-    m_outside.watch(QStringLiteral("document"), {{path, [this] { m_talk.run([this] { reload(); }); }}});
+    m_outside.watch(QStringLiteral("document"),
+                    {{m_document.path(), [this] { m_talk.run([this] { reload(); }); }}});
+}
+
+void OpenDocument::moved(const QString &path)
+{
+    m_document.setPath(path, QString(m_document.theme()));
+    m_frame.setCaption(path);
+    m_recovery->saved(); // what was kept is kept for the new name
+    m_recovery->changed();
+    watch();
 }
 
 void OpenDocument::save()

@@ -46,6 +46,8 @@ public:
     void show(ReadyWindow window);
     // A sentence to say where the window is one of another theme than this, else nothing.
     QString leftFromAnother(const QString &theme) const;
+    // The file has another name from now on.
+    void moved(const QString &path);
     // Asks, and writes the text to its file.
     void save();
     // Keeps the unsaved text and rows for the next time. False when something cannot be kept and the person
@@ -53,10 +55,13 @@ public:
     bool mayClose(KeptRows &rows);
 
 signals:
+    // Another window is about to take the place of the one in the source box.
+    void leaving();
     // An unsaved text that was offered is in the source box.
     void textRestored();
 
 private:
+    void watch();
     void reload();
 
     SourceBox &m_source;

@@ -6,6 +6,7 @@
 #include "app/RecentThemes.h"
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
+#include "app/ThemeNames.h"
 #include "app/ThemeTab.h"
 #include "browser/forms/WebBrowser.h"
 #include "catalogues/forms/ColorTab.h"
@@ -126,6 +127,11 @@ void frmSkin::makeTabs()
     connect(m_outside, &OutsideChanges::looked, m_index, &LiveIndex::lookAgain);
     new CodePageChoice(
         *m_status, m_theme, *m_document, [this] { loadTheme(m_theme.folder()); }, m_files, m_talk, this);
+    m_names =
+        new ThemeNames({*TabStrip4, frYt, *m_sourceTab->txtSnippet, *m_document, m_theme,
+                        [this](const QString &path) { openDocument(path); },
+                        [this](const QString &path) { m_langTab->openLanguage(path, m_theme.folder()); }},
+                       m_theme, m_files, m_talk, this);
     connectTabs();
 }
 
@@ -199,6 +205,7 @@ void frmSkin::makeMenu()
         [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); },
         [this](const QString &path) { fileRestored(path); });
     m_dialogs->addCommands(m_menu);
+    m_names->addCommands(m_menu);
     m_recent = std::make_unique<RecentThemes>(*m_menu.menu("mnuRecentThemes"),
                                               [this](const QString &folder) { openTheme(folder); });
 }

@@ -32,6 +32,7 @@ class SourceTab;
 class StatusLine;
 class TabFrame;
 class TabStrip;
+class ThemeNames;
 class ThemeTab;
 class WidgetTab;
 class frmcolor;
@@ -110,6 +111,7 @@ private:
     KeptRows *m_keptRows = nullptr;
     OpenDocument *m_document = nullptr;
     LiveIndex *m_index = nullptr;
+    ThemeNames *m_names = nullptr;
     int CurrentTab = 1; // 1-based
     QElapsedTimer m_sinceTheme;
     std::unique_ptr<Dialogs> m_dialogs;

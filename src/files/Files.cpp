@@ -106,6 +106,11 @@ void Files::restore(const QString &path, const QString &version, const QString &
     writer().restore(touch(Step::Restore, path, theme), version);
 }
 
+void Files::move(const QString &path, const QString &to, const QString &theme)
+{
+    writer().move(touch(Step::Delete, path, theme), touch(Step::Delete, to, theme));
+}
+
 void Files::remove(const QString &path, const QString &theme)
 {
     writer().remove(touch(Step::Delete, path, theme));

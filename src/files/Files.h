@@ -68,6 +68,8 @@ public:
     // Puts back the bytes of `version`, a copy that backups keep; makes the file and its folder again where
     // they are gone.
     void restore(const QString &path, const QString &version, const QString &theme);
+    // Gives exactly the file named another name; one that bears it already is left alone.
+    void move(const QString &path, const QString &to, const QString &theme);
     // Into the backup folder, then gone.
     void remove(const QString &path, const QString &theme);
 

@@ -196,6 +196,12 @@ QString realPlace(const QString &path)
     return place.isEmpty() ? QString(slash) : place;
 }
 
+bool isSameFile(const QString &a, const QString &b)
+{
+    const QString place = QFileInfo(findFile(a)).canonicalFilePath();
+    return !place.isEmpty() && place == QFileInfo(findFile(b)).canonicalFilePath();
+}
+
 bool liesBelow(const QString &path, const QString &folder)
 {
     const QString inner = QFileInfo(path).canonicalFilePath();

@@ -37,6 +37,9 @@ QString fileToWrite(const QString &path);
 // there is something, also one that leads to what is not there yet. Empty where links lead in a circle.
 QString realPlace(const QString &path);
 
+// True when both name one file that is there, whatever letters and links lead to it.
+bool isSameFile(const QString &a, const QString &b);
+
 // True when `path` lies below `folder` after all symbolic links are followed. Both must exist.
 bool liesBelow(const QString &path, const QString &folder);
 

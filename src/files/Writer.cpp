@@ -150,6 +150,21 @@ void Writer::restore(const QString &path, const QString &version)
         QFile::setPermissions(path, permissions);
 }
 
+void Writer::move(const QString &path, const QString &to)
+{
+    requireFile(path);
+    const QFileInfo taken(to);
+    const bool isItself =
+        taken.canonicalFilePath() == QFileInfo(path).canonicalFilePath(); // in other letters
+    if ((taken.exists() || taken.isSymLink()) && !isItself)
+        throwFailed("rename", path, QStringLiteral("there is already a file \"%1\"").arg(fileNameOf(to)));
+    QFile file(path);
+    if (!file.rename(to))
+        throwFailed("rename", path, file.errorString());
+    m_written(path, {});
+    m_written(to, LoadBytes(to));
+}
+
 void Writer::remove(const QString &path)
 {
     // Exactly this name: what is deleted for good is never guessed at.

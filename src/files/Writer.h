@@ -28,6 +28,9 @@ public:
     // makes the file and its folder again where they are gone.
     void restore(const QString &path, const QString &version);
 
+    // Gives exactly the file named another name, which none bears yet.
+    void move(const QString &path, const QString &to);
+
     // Into the backup folder, then gone; exactly the file named.
     void remove(const QString &path);
 

@@ -10,13 +10,13 @@ namespace {
 
 constexpr QStringView indent = u"     ";
 
-struct Replacement
+struct LongForm
 {
     QStringView from;
     QStringView to;
 };
 
-constexpr Replacement longForms[] = {{u"<img/>", u"<img></img>"}, {u"<string/>", u"<string></string>"}};
+constexpr LongForm longForms[] = {{u"<img/>", u"<img></img>"}, {u"<string/>", u"<string></string>"}};
 
 char16_t *append(char16_t *out, QStringView text)
 {
@@ -157,7 +157,7 @@ private:
             return tag + (isProperty ? property.size() : 2);
         }
         m_out = append(m_out, indent);
-        for (const Replacement &form : longForms) {
+        for (const LongForm &form : longForms) {
             if (matchesIgnoringCase(m_text, tag, form.from)) {
                 m_out = append(m_out, form.to);
                 return tag + form.from.size();
@@ -172,7 +172,42 @@ private:
     qsizetype m_chained = -1;
 };
 
+bool isBlank(QChar unit)
+{
+    return unit == u' ' || unit == u'\t' || unit == u'\n' || unit == u'\r';
+}
+
+// How many units before `position` are still there when the text is formatted, or come in for others.
+qsizetype lastingUnits(const QString &text, qsizetype position)
+{
+    QString before = text.first(position);
+    for (const LongForm &form : longForms)
+        replaceIgnoringCase(before, form.from, form.to);
+    return before.size() - std::count_if(before.cbegin(), before.cend(), isBlank);
+}
+
 } // namespace
+
+FormattedPlace formattedPlace(const QString &text, qsizetype start, qsizetype end, QStringView formatted)
+{
+    const qsizetype first = lastingUnits(text, std::clamp<qsizetype>(start, 0, text.size()));
+    const qsizetype last = lastingUnits(text, std::clamp<qsizetype>(end, 0, text.size()));
+    FormattedPlace place = {formatted.size(), formatted.size()};
+    qsizetype units = 0;
+    for (qsizetype at = 0; at < formatted.size(); ++at) {
+        if (isBlank(formatted[at]))
+            continue;
+        if (units == first)
+            place.start = at;
+        ++units;
+        if (units == last)
+            place.end = at + 1;
+        if (units > first && units >= last)
+            break;
+    }
+    place.end = last <= first ? place.start : place.end;
+    return place;
+}
 
 QString FormatXML(QString &xml)
 {

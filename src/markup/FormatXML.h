@@ -10,4 +10,12 @@ namespace quillmere {
 // Time is linear.
 QString FormatXML(QString &xml);
 
+// Where the units from `start` up to `end` of a text stand once it is formatted: what formatting takes away
+// and puts in is known, so a place in a file can be shown in the editor. Time is linear.
+struct FormattedPlace
+{
+    qsizetype start = 0, end = 0;
+};
+FormattedPlace formattedPlace(const QString &text, qsizetype start, qsizetype end, QStringView formatted);
+
 } // namespace quillmere

@@ -45,10 +45,21 @@ void ListRows::untickAll()
 
 void ListRows::update(QList<Row> rows)
 {
-    const auto isSame = [](const Row &a, const Row &b) {
-        return a.text == b.text && a.subItems == b.subItems;
-    };
     untickAll();
+    replaceDifferent(std::move(rows));
+}
+
+void ListRows::edit(QList<Row> rows)
+{
+    replaceDifferent(std::move(rows));
+    emit edited();
+}
+
+void ListRows::replaceDifferent(QList<Row> rows)
+{
+    const auto isSame = [](const Row &a, const Row &b) {
+        return a.text == b.text && a.subItems == b.subItems && a.checked == b.checked;
+    };
     const int most = int(qMin(m_rows.size(), rows.size()));
     const int head = int(std::mismatch(m_rows.cbegin(), m_rows.cbegin() + most, rows.cbegin(), isSame).first -
                          m_rows.cbegin());

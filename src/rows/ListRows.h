@@ -44,6 +44,8 @@ public:
     // The same for rows of which most are there already, none of them ticked: views are told of the others
     // alone, and keep their place and selection.
     void update(QList<Row> rows);
+    // The same for an edit: ticks are those of the rows given.
+    void edit(QList<Row> rows);
     void remove(int row);
     void setText(int row, const QString &text);
     void setSub(int row, int number, const QString &text);
@@ -64,6 +66,7 @@ signals:
 
 private:
     void untickAll();
+    void replaceDifferent(QList<Row> rows);
 
     QStringList m_captions;
     Checks m_checks;

@@ -11,19 +11,12 @@ namespace quillmere {
 
 namespace {
 
-QByteArray markOf(const QString &text)
-{
-    return QCryptographicHash::hash(QByteArrayView(reinterpret_cast<const char *>(text.constData()),
-                                                   text.size() * qsizetype(sizeof(QChar))),
-                                    QCryptographicHash::Sha1);
-}
-
 // The changes that give back the text before.
-QList<TextChange> inverseOf(const QList<TextChange> &changes)
+QList<RangeChange> inverseOf(const QList<RangeChange> &changes)
 {
-    QList<TextChange> inverse;
+    QList<RangeChange> inverse;
     qint32 moved = 0;
-    for (const TextChange &change : changes) {
+    for (const RangeChange &change : changes) {
         const qint32 start = change.range.start + moved;
         inverse.append({{start, start + qint32(change.after.size())}, change.after, change.before});
         moved += qint32(change.after.size() - change.before.size());
@@ -55,17 +48,28 @@ Target *openAt(const std::function<Target *(const QString &)> &find, const QStri
     throwFailed("change", path, QStringLiteral("it no longer holds what the change was made for"));
 }
 
+// What was done of an edit by then; what fails here stays as it is, and the old files are in the backup
+// folder.
+void takeBack(const EditTargets &targets, const QList<ThemeEdit::Move> &moves, QList<Files::Change> files)
+{
+    for (Files::Change &file : files)
+        std::swap(file.before, file.after);
+    for (const ThemeEdit::Move &move : moves)
+        targets.files.move(move.from, move.to, targets.folder);
+    targets.files.saveAll(files, targets.folder);
+}
+
 } // namespace
 
-QString changedText(const QString &text, const QList<TextChange> &changes)
+QString changedText(const QString &text, const QList<RangeChange> &changes)
 {
     QString changed;
     qsizetype size = text.size();
-    for (const TextChange &change : changes)
+    for (const RangeChange &change : changes)
         size += change.after.size() - change.range.size();
     changed.reserve(size);
     qsizetype from = 0;
-    for (const TextChange &change : changes) {
+    for (const RangeChange &change : changes) {
         changed += QStringView(text).sliced(from, change.range.start - from);
         changed += change.after;
         from = change.range.end;
@@ -92,6 +96,37 @@ std::optional<QList<ListRows::Row>> changedRows(QList<ListRows::Row> rows, const
     return rows;
 }
 
+QByteArray ThemeEdit::markOf(const QString &text)
+{
+    return QCryptographicHash::hash(QByteArrayView(reinterpret_cast<const char *>(text.constData()),
+                                                   text.size() * qsizetype(sizeof(QChar))),
+                                    QCryptographicHash::Sha1);
+}
+
+bool ThemeEdit::replace(const QString &path, const QByteArray &mark, const QList<RangeChange> &changes,
+                        std::optional<CodePage> page)
+{
+    qint32 behind = 0;
+    for (const RangeChange &change : changes) {
+        if (change.range.start < behind || change.range.size() != change.before.size())
+            return false;
+        behind = change.range.end;
+    }
+    return changes.isEmpty() || m_files.emplace(path, FileEdit{mark, changes, page, {}}).second;
+}
+
+void ThemeEdit::move(const QString &path, const QString &to)
+{
+    m_moves.append({path, to});
+}
+
+QString ThemeEdit::pathAfter(const QString &path) const
+{
+    const auto moved =
+        std::find_if(m_moves.cbegin(), m_moves.cend(), [&](const Move &move) { return move.from == path; });
+    return moved == m_moves.cend() ? path : moved->to;
+}
+
 bool ThemeEdit::replace(const QString &path, const QString &text, Range range, const QString &after,
                         std::optional<CodePage> page)
 {
@@ -101,10 +136,10 @@ bool ThemeEdit::replace(const QString &path, const QString &text, Range range, c
     const auto known = m_files.find(path);
     if (known != m_files.end() && known->second.madeFor != mark)
         return false;
-    const QList<TextChange> changes = known == m_files.end() ? QList<TextChange>() : known->second.changes;
+    const QList<RangeChange> changes = known == m_files.end() ? QList<RangeChange>() : known->second.changes;
     const auto behind =
         std::lower_bound(changes.cbegin(), changes.cend(), range,
-                         [](const TextChange &change, Range at) { return change.range.start < at.start; });
+                         [](const RangeChange &change, Range at) { return change.range.start < at.start; });
     // Two changes may touch; but of two at one place nobody could say which comes first.
     if (behind != changes.cend() && (behind->range.start < range.end || behind->range.start == range.start))
         return false;
@@ -135,10 +170,10 @@ QStringList ThemeEdit::paths() const
     return paths;
 }
 
-QList<TextChange> ThemeEdit::changesOf(const QString &path) const
+QList<RangeChange> ThemeEdit::changesOf(const QString &path) const
 {
     const auto edit = m_files.find(path);
-    return edit == m_files.end() ? QList<TextChange>() : edit->second.changes;
+    return edit == m_files.end() ? QList<RangeChange>() : edit->second.changes;
 }
 
 QList<RowChange> ThemeEdit::rowChangesOf(const QString &path) const
@@ -152,7 +187,7 @@ struct ThemeEdit::Prepared
 {
     Files::Change change;
     QString text; // afterwards
-    CodePage oldPage;
+    Encoding old;
 };
 
 ThemeEdit::Prepared ThemeEdit::prepared(const QString &path, const FileEdit &edit, const EditTargets &targets)
@@ -165,12 +200,14 @@ ThemeEdit::Prepared ThemeEdit::prepared(const QString &path, const FileEdit &edi
     const std::optional<QByteArray> bytes = LoadBytes(found);
     if (!bytes)
         throwFailed("read", path, QStringLiteral("it cannot be read"));
-    const DecodedText old = decodeText(*bytes);
+    const CodePageRule rule = edit.rule.value_or(targets.rule);
+    const DecodedText old = decodeText(*bytes, rule);
     if (markOf(old.text) != edit.madeFor)
         throwChanged(path);
     const QString text = changedText(old.text, edit.changes);
     try {
-        return {{found, *bytes, encodeText(text, edit.page.value_or(old.page))}, text, old.page};
+        const QByteArray after = encodeText(text, edit.page.value_or(old.page), rule);
+        return {{found, *bytes, after}, text, {old.page, rule}};
     } catch (const RunTimeError &error) {
         throwFailed("write", path, error.message().chopped(1));
     }
@@ -180,10 +217,10 @@ ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
 {
     ThemeEdit inverse;
     QList<Files::Change> files;
-    QList<std::pair<OpenText *, const QList<TextChange> *>> texts;
+    QList<std::pair<OpenText *, const QList<RangeChange> *>> texts;
     QList<std::pair<OpenRows *, const QList<RowChange> *>> rows;
     for (const auto &[path, edit] : m_files) {
-        FileEdit back = {{}, inverseOf(edit.changes), edit.page};
+        FileEdit back = {{}, inverseOf(edit.changes), edit.page, edit.rule};
         if (OpenText *open = openAt(targets.text, path)) {
             const QString text = open->text();
             if (markOf(text) != edit.madeFor)
@@ -194,9 +231,10 @@ ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
             const Prepared file = prepared(path, edit, targets);
             files.append(file.change);
             back.madeFor = markOf(file.text);
-            back.page = file.oldPage;
+            back.page = file.old.page;
+            back.rule = file.old.rule;
         }
-        inverse.m_files.emplace(path, back);
+        inverse.m_files.emplace(pathAfter(path), back);
     }
     for (const auto &[path, changes] : m_rows) {
         OpenRows *open = openAt(targets.rows, path);
@@ -206,6 +244,15 @@ ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
         inverse.m_rows.emplace(path, inverseOf(changes));
     }
     targets.files.saveAll(files, targets.folder);
+    for (auto move = m_moves.cbegin(); move != m_moves.cend(); ++move) {
+        try {
+            targets.files.move(findFile(move->from), move->to, targets.folder);
+            inverse.m_moves.prepend({move->to, move->from});
+        } catch (const RunTimeError &) {
+            takeBack(targets, inverse.m_moves, files);
+            throw;
+        }
+    }
     for (const auto &[open, changes] : texts)
         open->apply(*changes);
     for (const auto &[open, changes] : rows)

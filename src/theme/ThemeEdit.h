@@ -15,15 +15,15 @@
 namespace quillmere {
 
 // A stretch of a text that becomes another, and what stood there.
-struct TextChange
+struct RangeChange
 {
     Range range; // in the text before
     QString before, after;
 
-    bool operator==(const TextChange &) const = default;
+    bool operator==(const RangeChange &) const = default;
 };
 // `text` with all of the changes, which are in order and do not overlap.
-QString changedText(const QString &text, const QList<TextChange> &changes);
+QString changedText(const QString &text, const QList<RangeChange> &changes);
 
 // A row that becomes another, comes (nothing before), or goes (nothing after). `row` counts in the rows as
 // the changes before it leave them. Check marks are nobody's business here.
@@ -42,7 +42,7 @@ class OpenText
 public:
     virtual ~OpenText() = default;
     virtual QString text() const = 0;
-    virtual void apply(const QList<TextChange> &changes) = 0;
+    virtual void apply(const QList<RangeChange> &changes) = 0;
 };
 class OpenRows
 {
@@ -52,14 +52,15 @@ public:
     virtual void apply(const QList<RowChange> &changes) = 0;
 };
 
-// Where an edit is made: what writes the files, the theme's folder, and what is open, by path; nullptr for
-// what is not.
+// Where an edit is made: what writes the files, the theme's folder, what is open, by path, nullptr for what
+// is not; and the rule by which closed files become text.
 struct EditTargets
 {
     Files &files;
     QString folder;
-    std::function<OpenText *(const QString &path)> text;
-    std::function<OpenRows *(const QString &path)> rows;
+    std::function<OpenText *(const QString &path)> text = {};
+    std::function<OpenRows *(const QString &path)> rows = {};
+    CodePageRule rule = CodePageRule::Automatic;
 };
 
 // Replacements in several files of a theme, made for the texts that were there when it was put together. A
@@ -72,12 +73,26 @@ public:
     // `page` is that in which the file was read; an inverse needs it to give back the very bytes.
     bool replace(const QString &path, const QString &text, Range range, const QString &after,
                  std::optional<CodePage> page = {});
+    // The same for all changes of one file at once, in order, for the text that has this mark. False where
+    // they overlap or the file has changes already.
+    bool replace(const QString &path, const QByteArray &mark, const QList<RangeChange> &changes,
+                 std::optional<CodePage> page = {});
+    // What tells a text from any other.
+    static QByteArray markOf(const QString &text);
     // Changes rows of the catalogue at `path`, which must be open.
     void changeRow(const QString &path, const RowChange &change);
 
-    bool isEmpty() const { return m_files.empty() && m_rows.empty(); }
+    // Gives a file another name, after all else; that of another file is never taken.
+    void move(const QString &path, const QString &to);
+
+    struct Move
+    {
+        QString from, to;
+    };
+    bool isEmpty() const { return m_files.empty() && m_rows.empty() && m_moves.isEmpty(); }
+    const QList<Move> &moves() const { return m_moves; }
     QStringList paths() const;
-    QList<TextChange> changesOf(const QString &path) const;
+    QList<RangeChange> changesOf(const QString &path) const;
     QList<RowChange> rowChangesOf(const QString &path) const;
 
     // Makes all of the changes, or none: RunTimeError says which file holds something else than the edit was
@@ -89,15 +104,18 @@ private:
     struct FileEdit
     {
         QByteArray madeFor; // what tells the text from any other
-        QList<TextChange> changes;
+        QList<RangeChange> changes;
         std::optional<CodePage> page;
+        std::optional<CodePageRule> rule; // by which an inverse has to read
     };
     struct Prepared;
+    QString pathAfter(const QString &path) const;
 
     static Prepared prepared(const QString &path, const FileEdit &edit, const EditTargets &targets);
 
     std::map<QString, FileEdit> m_files;
     std::map<QString, QList<RowChange>> m_rows;
+    QList<Move> m_moves;
 };
 
 } // namespace quillmere

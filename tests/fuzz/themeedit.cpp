@@ -29,7 +29,7 @@ void fuzz(const Input &input)
     const ThemeEdit inverse = edit.apply(targets);
     for (int i = 0; i < 2; ++i) {
         QString expected = texts[i];
-        const QList<TextChange> changes = edit.changesOf(paths[i]);
+        const QList<RangeChange> changes = edit.changesOf(paths[i]);
         for (auto change = changes.crbegin(); change != changes.crend(); ++change)
             expected.replace(change->range.start, change->range.size(), put);
         same(LoadFile(paths[i]), expected, "the ranges change and nothing else");

@@ -14,7 +14,7 @@ class TextInBox : public OpenText
 public:
     explicit TextInBox(const QString &text) : m_text(text) {}
     QString text() const override { return m_text; }
-    void apply(const QList<TextChange> &changes) override
+    void apply(const QList<RangeChange> &changes) override
     {
         m_text = changedText(m_text, changes);
         ++steps;
@@ -115,7 +115,7 @@ private slots:
                 const Range range = {start, start + qint32(random.bounded(text.size() - start + 1))};
                 edit.replace(path, text, range, anyText(4));
             }
-            const QList<TextChange> changes = edit.changesOf(path);
+            const QList<RangeChange> changes = edit.changesOf(path);
             for (auto change = changes.crbegin(); change != changes.crend(); ++change) {
                 QCOMPARE(change->before, text.mid(change->range.start, change->range.size()));
                 expected.replace(change->range.start, change->range.size(), change->after);

@@ -1,0 +1,111 @@
+#include "app/ThemeEditing.h"
+
+#include "app/OpenDocument.h"
+#include "asking/Talk.h"
+#include "asking/forms/AskToWrite.h"
+#include "files/Paths.h"
+#include "source/forms/SourceBox.h"
+#include "theme/ThemeProject.h"
+
+namespace quillmere {
+
+class ThemeEditing::Source : public OpenText
+{
+public:
+    explicit Source(SourceBox &box) : m_box(box) {}
+    QString text() const override { return m_box.text(); }
+    void apply(const QList<RangeChange> &changes) override
+    {
+        m_box.rewrite(changedText(m_box.text(), changes));
+    }
+
+private:
+    SourceBox &m_box;
+};
+
+class ThemeEditing::Rows : public OpenRows
+{
+public:
+    explicit Rows(const RowsDocument &document) : m_document(document) {}
+    const QString &path() const { return m_document.path(); }
+    bool isEmpty() const { return m_document.rows().isEmpty(); }
+    QList<ListRows::Row> rows() const override { return m_document.rows().rows(); }
+    void apply(const QList<RowChange> &changes) override
+    {
+        if (const auto changed = changedRows(rows(), changes))
+            m_document.rows().edit(*changed);
+    }
+
+private:
+    const RowsDocument &m_document;
+};
+
+ThemeEditing::ThemeEditing(SourceBox &source, OpenDocument &document, ThemeProject &theme, Files &files,
+                           Talk &talk, QObject *parent)
+    : QObject(parent), m_document(document), m_theme(theme), m_files(files), m_talk(talk),
+      m_source(std::make_unique<Source>(source)), m_images(std::make_unique<Rows>(theme.images.document)),
+      m_colours(std::make_unique<Rows>(theme.colours.document)),
+      m_strings(std::make_unique<Rows>(theme.language.document))
+{
+}
+
+ThemeEditing::~ThemeEditing() = default;
+
+bool ThemeEditing::isOpenText(const QString &path) const
+{
+    const QString &open = m_document.path();
+    return !open.isEmpty() && (path == open || isSameFile(path, open));
+}
+
+ThemeEditing::Rows *ThemeEditing::rowsAt(const QString &path) const
+{
+    for (Rows *rows : {m_images.get(), m_colours.get(), m_strings.get()}) {
+        if (!rows->isEmpty() && !rows->path().isEmpty() &&
+            (path == rows->path() || isSameFile(path, rows->path())))
+            return rows;
+    }
+    return nullptr;
+}
+
+std::optional<QList<ListRows::Row>> ThemeEditing::openRows(const QString &path) const
+{
+    const Rows *rows = rowsAt(path);
+    return rows ? std::optional(rows->rows()) : std::nullopt;
+}
+
+bool ThemeEditing::mayWrite(const QStringList &paths) const
+{
+    for (const QString &path : paths) {
+        if (!quillmere::mayWrite(m_files, m_talk, {tr("Change"), {}, path, m_theme.folder()}))
+            return false;
+    }
+    return true;
+}
+
+std::optional<ThemeEdit> ThemeEditing::apply(const ThemeEdit &edit)
+{
+    QStringList closed;
+    for (const QString &path : edit.paths()) {
+        if (!edit.changesOf(path).isEmpty() && !isOpenText(path))
+            closed.append(path);
+    }
+    if (!mayWrite(closed))
+        return std::nullopt;
+    const auto text = [this](const QString &path) { return isOpenText(path) ? m_source.get() : nullptr; };
+    const auto rows = [this](const QString &path) { return rowsAt(path); };
+    const ThemeEdit inverse = edit.apply({m_files, m_theme.folder(), text, rows, m_theme.rule});
+    for (const ThemeEdit::Move &move : edit.moves()) {
+        if (m_document.path() == move.from)
+            m_document.moved(move.to);
+    }
+    // Lists of which nothing is edited show what their files hold.
+    for (const QString &path : closed) {
+        if (!rowsAt(path) && m_theme.files().contains(path))
+            m_theme.reload(path);
+    }
+    if (!closed.isEmpty())
+        emit written(closed);
+    return inverse;
+}
+
+} // namespace quillmere
