@@ -81,6 +81,16 @@ public:
     // Everything in one file, in the order of the text.
     QList<NamePlace> placesIn(qint32 file) const;
 
+    // Calls `use` with each defined name of a kind, in no order.
+    template <typename Use>
+    void eachName(NameKind kind, Use use) const
+    {
+        for (qint32 number = 0; number < m_names.size(); ++number) {
+            const Name &name = m_names.at(number);
+            if (name.kind == kind && !name.definedIn.isEmpty())
+                use(name.text);
+        }
+    }
     // The defined names of a kind, in alphabetical order ignoring case.
     QStringList names(NameKind kind) const { return matching(kind, {}); }
     // Those that hold `part`, ignoring case; first those that begin with it.
