@@ -1,5 +1,6 @@
 #include "markup/LineDifference.h"
 
+#include "markup/FewestSteps.h"
 #include "markup/Matching.h"
 
 #include <QHash>
@@ -61,65 +62,35 @@ void findCandidates(const Lines &from, const Lines &to, qsizetype head, qsizetyp
     }
 }
 
-// The greedy search for the shortest way through the grid of both texts: diagonal k holds the places where
-// k more lines of `a` than of `b` are used up, and ends[k] is how far one gets on it with d edits.
-class ShortestEdit
+// Calls keep(i, j) for every pair of equal lines that stay. Calls nothing where finding them takes too long.
+template <typename Keep>
+void keepMost(const Candidates &a, const Candidates &b, Keep keep)
 {
-public:
-    ShortestEdit(const Candidates &a, const Candidates &b) : m_a(a), m_b(b) {}
-
-    // Calls keep(i, j) for every pair of equal lines on the way, from the last to the first. Calls nothing
-    // where the way would be too long.
-    template <typename Keep>
-    void run(Keep keep)
-    {
-        const int found = search();
-        if (found < 0)
-            return;
-        int x = int(m_a.size()), y = int(m_b.size());
-        for (int d = found; x > 0 || y > 0; --d) {
-            const int k = x - y;
-            const int before = d == 0 ? 0 : isDown(d, k) ? k + 1 : k - 1;
-            const int fromX = d == 0 ? 0 : end(d - 1, before);
-            const int fromY = fromX - before;
-            while (x > fromX && y > fromY) {
-                --x, --y;
-                keep(m_a[size_t(x)].line, m_b[size_t(y)].line);
-            }
-            x = fromX, y = fromY;
-        }
+    const qsizetype n = qsizetype(a.size()), m = qsizetype(b.size());
+    qint64 work = 0;
+    const auto alike = [&](qsizetype x, qsizetype y) {
+        qsizetype same = 0;
+        while (x + same < n && y + same < m && a[size_t(x + same)].number == b[size_t(y + same)].number)
+            ++same;
+        work += same;
+        return same;
+    };
+    const auto ends = [&](qsizetype x, qsizetype y, qsizetype, int) { return x >= n && y >= m; };
+    const auto goesOn = [&](int steps) { return steps <= kMostEdits && work < kMostSteps; };
+    const auto way = FewestSteps().find(alike, ends, goesOn);
+    if (!way)
+        return;
+    qsizetype x = 0, y = 0;
+    const auto keepUntil = [&](qsizetype end) {
+        for (; x < end; ++x, ++y)
+            keep(a[size_t(x)].line, b[size_t(y)].line);
+    };
+    for (const FewestSteps::Step &step : *way) {
+        keepUntil(step.now);
+        (step.comes ? y : x) += 1;
     }
-
-private:
-    // Row d of the triangle has the diagonals -d to d.
-    int &end(int d, int k) { return m_ends[size_t(d) * size_t(d) + size_t(k + d)]; }
-    bool isDown(int d, int k) { return k == -d || (k != d && end(d - 1, k - 1) < end(d - 1, k + 1)); }
-
-    // The number of edits of the shortest way, or -1.
-    int search()
-    {
-        const int n = int(m_a.size()), m = int(m_b.size());
-        qint64 steps = 0;
-        for (int d = 0; d <= kMostEdits && steps < kMostSteps; ++d) {
-            m_ends.resize(size_t(d + 1) * size_t(d + 1));
-            for (int k = -d; k <= d; k += 2) {
-                int x = 0;
-                if (d > 0)
-                    x = isDown(d, k) ? end(d - 1, k + 1) : end(d - 1, k - 1) + 1;
-                int y = x - k;
-                for (; x < n && y < m && m_a[size_t(x)].number == m_b[size_t(y)].number; ++x, ++y)
-                    ++steps;
-                end(d, k) = x;
-                if (x >= n && y >= m)
-                    return d;
-            }
-        }
-        return -1;
-    }
-
-    const Candidates &m_a, &m_b;
-    std::vector<int> m_ends;
-};
+    keepUntil(n);
+}
 
 // For each line of `a` the line of `b` that it is, or -1.
 QList<qsizetype> partnersOf(const Lines &a, const Lines &b)
@@ -135,7 +106,7 @@ QList<qsizetype> partnersOf(const Lines &a, const Lines &b)
         partners[a.size() - i] = b.size() - i;
     Candidates fromBoth, toBoth;
     findCandidates(a, b, head, tail, fromBoth, toBoth);
-    ShortestEdit(fromBoth, toBoth).run([&](qsizetype i, qsizetype j) { partners[i] = j; });
+    keepMost(fromBoth, toBoth, [&](qsizetype i, qsizetype j) { partners[i] = j; });
     return partners;
 }
 

@@ -1,5 +1,7 @@
 #include "source/TextChanges.h"
 
+#include "markup/FewestSteps.h"
+
 #include <algorithm>
 #include <vector>
 
@@ -129,68 +131,36 @@ private:
         return true;
     }
 
-    // Looks for the fewest units that come and go until both texts go on alike: for each number of steps, how
-    // far one gets on each diagonal (units gone minus units come).
+    // Looks for the fewest units that come and go until both texts go on alike.
     bool passSteps(QStringView now, QStringView next)
     {
-        const auto size = size_t(2 * kMostSteps + 3);
-        m_reached.assign(size, 0);
-        m_trace.clear();
-        for (int steps = 0; steps <= kMostSteps && m_work < kMostWork; ++steps) {
-            m_trace.push_back(m_reached);
-            for (int diagonal = -steps; diagonal <= steps; diagonal += 2) {
-                const bool comes = isInsertion(m_reached, steps, diagonal);
-                const qsizetype from =
-                    comes ? reached(m_reached, diagonal + 1) : reached(m_reached, diagonal - 1) + 1;
-                const qsizetype begin = steps == 0 ? 0 : from;
-                const qsizetype other = begin - diagonal;
-                qsizetype same = 0;
-                if (begin <= now.size() && other <= next.size())
-                    same = sameAtStart(now.sliced(begin, std::min(kAnchor, now.size() - begin)),
-                                       next.sliced(other, std::min(kAnchor, next.size() - other)));
-                m_work += 1 + same;
-                m_reached[index(diagonal)] = begin + same;
-                const bool ends = begin + same == now.size() && other + same == next.size();
-                if (ends || (same >= kAnchor && steps > 0)) {
-                    noteSteps(steps, diagonal);
-                    return true;
-                }
-            }
-        }
-        return false;
-    }
-
-    static size_t index(int diagonal) { return size_t(diagonal + kMostSteps + 1); }
-    static qsizetype reached(const std::vector<qsizetype> &all, int diagonal) { return all[index(diagonal)]; }
-    static bool isInsertion(const std::vector<qsizetype> &all, int steps, int diagonal)
-    {
-        return diagonal == -steps ||
-               (diagonal != steps && reached(all, diagonal - 1) < reached(all, diagonal + 1));
-    }
-
-    // Goes the way back from the place that was reached and notes its steps as changes.
-    void noteSteps(int steps, int diagonal)
-    {
-        struct Step
-        {
-            qsizetype now, next; // before it
-            bool comes;
+        const auto alike = [&](qsizetype at, qsizetype other) {
+            qsizetype same = 0;
+            if (at <= now.size() && other <= next.size())
+                same = sameAtStart(now.sliced(at, std::min(kAnchor, now.size() - at)),
+                                   next.sliced(other, std::min(kAnchor, next.size() - other)));
+            m_work += 1 + same;
+            return same;
         };
-        std::vector<Step> way;
-        for (; steps > 0; --steps) {
-            const std::vector<qsizetype> &before = m_trace[size_t(steps)];
-            const bool comes = isInsertion(before, steps, diagonal);
-            diagonal += comes ? 1 : -1;
-            const qsizetype from = reached(before, diagonal);
-            way.push_back({from, from - diagonal, comes});
-        }
+        const auto ends = [&](qsizetype at, qsizetype other, qsizetype same, int steps) {
+            return (at == now.size() && other == next.size()) || (same >= kAnchor && steps > 0);
+        };
+        const auto goesOn = [&](int steps) { return steps <= kMostSteps && m_work < kMostWork; };
+        const auto way = m_search.find(alike, ends, goesOn);
+        if (way)
+            noteSteps(*way);
+        return way.has_value();
+    }
+
+    void noteSteps(const std::vector<FewestSteps::Step> &way)
+    {
         const qsizetype nowStart = m_nowAt, nextStart = m_nextAt;
-        for (auto step = way.crbegin(); step != way.crend();) {
+        for (auto step = way.cbegin(); step != way.cend();) {
             m_nowAt = nowStart + step->now;
             m_nextAt = nextStart + step->next;
             qsizetype gone = 0, come = 0;
-            const Step first = *step;
-            while (step != way.crend() && step->now == first.now + gone && step->next == first.next + come) {
+            const FewestSteps::Step first = *step;
+            while (step != way.cend() && step->now == first.now + gone && step->next == first.next + come) {
                 (step->comes ? come : gone) += 1;
                 ++step;
             }
@@ -201,8 +171,7 @@ private:
     QStringView m_now, m_next;
     qsizetype m_nowAt = 0, m_nextAt = 0;
     qsizetype m_work = 0;
-    std::vector<qsizetype> m_reached;
-    std::vector<std::vector<qsizetype>> m_trace; // what was reached before each number of steps
+    FewestSteps m_search; // has its memory again for each
     QList<TextChange> m_changes;
 };
 
