@@ -132,7 +132,7 @@ void checkNamesInText(benchmark::State &state)
     GeneratedTheme theme(0);
     const QString text = clipboard(state.range(0));
     for (auto _ : state)
-        benchmark::DoNotOptimize(checkNamesIn(text, theme.lvImage));
+        benchmark::DoNotOptimize(checkNamesIn(text, {&theme.lvImage}));
 }
 BENCHMARK(checkNamesInText)->Arg(1 << 20)->Arg(1 << 21)->Unit(benchmark::kMillisecond);
 

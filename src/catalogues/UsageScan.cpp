@@ -165,11 +165,6 @@ int checkWindowsWith(const QString &imageId, ListRows &LvWidget, const Progress 
     return int(std::count(uses.cbegin(), uses.cend(), true));
 }
 
-int checkNamesIn(const QString &text, ListRows &rows)
-{
-    return checkNamesIn(text, QList<ListRows *>{&rows}).first();
-}
-
 QList<int> checkNamesIn(const QString &text, const QList<ListRows *> &lists, const Progress &progress)
 {
     QList<MetRows> metOfLists;

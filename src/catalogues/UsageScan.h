@@ -24,11 +24,9 @@ void scanWindows(const ListRows &LvWidget, ListRows &lvImage, ListRows &lvColor,
 int checkWindowsWith(const QString &imageId, ListRows &LvWidget, const Progress &progress,
                      CodePageRule rule = CodePageRule::Automatic);
 
-// Checks the rows whose name occurs anywhere in the text and leaves every other mark as it is; returns how
-// many occur. An empty name occurs in every text that is not empty. One pass over the text for each
-// different length of a name.
-int checkNamesIn(const QString &text, ListRows &rows);
-// The same for several lists at once.
+// Checks the rows whose name occurs anywhere in the text and leaves every other mark as it is; returns for
+// each list how many occur. An empty name occurs in every text that is not empty. One pass over the text for
+// each different length of a name.
 QList<int> checkNamesIn(const QString &text, const QList<ListRows *> &lists, const Progress &progress = {});
 
 } // namespace quillmere

@@ -32,8 +32,6 @@ public:
         return {qint32(behind - m_starts.begin()), qint32(offset - *(behind - 1)) + 1};
     }
     qint32 lines() const { return qint32(m_starts.size()); }
-    // Where a line begins, counted from 1.
-    qint32 startOf(qint32 line) const { return m_starts[size_t(line - 1)]; }
 
 private:
     std::vector<qint32> m_starts = {0};

@@ -82,8 +82,7 @@ public:
     // The innermost element that holds the unit at `offset`, or, where the text ends before the element does,
     // stands before it; -1 where there is none.
     qint32 elementAt(qsizetype offset) const;
-    // The innermost block there, and the block an element belongs to, itself included; elements, not rows.
-    qint32 blockAt(qsizetype offset) const { return blockOf(elementAt(offset)); }
+    // The innermost block that an element belongs to, itself included; an element, not a row.
     qint32 blockOf(qint32 element) const;
 
     // The text of the range; of a value, without the blanks around it.

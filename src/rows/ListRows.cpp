@@ -92,16 +92,6 @@ void ListRows::remove(int row)
     emit edited();
 }
 
-void ListRows::setText(int row, const QString &text)
-{
-    if (m_rows.at(row).text == text)
-        return;
-    m_rows[row].text = text;
-    const QModelIndex cell = index(row, 0);
-    emit dataChanged(cell, cell, {Qt::DisplayRole, Qt::EditRole, Qt::ToolTipRole});
-    emit edited();
-}
-
 void ListRows::setSub(int row, int number, const QString &text)
 {
     Q_ASSERT(number > 0);

@@ -47,7 +47,6 @@ public:
     // The same for an edit: ticks are those of the rows given.
     void edit(QList<Row> rows);
     void remove(int row);
-    void setText(int row, const QString &text);
     void setSub(int row, int number, const QString &text);
     void setChecked(int row, bool checked);
 

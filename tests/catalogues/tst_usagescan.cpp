@@ -60,8 +60,9 @@ void TestUsageScan::marks()
     QCOMPARE(checks(theme.images), QList<bool>({true, false, false, false}));
     QCOMPARE(checks(theme.colours), QList<bool>({false, true, false, false}));
 
-    QCOMPARE(checkNamesIn(QString(), theme.images), 0);
-    QCOMPARE(checkNamesIn(QStringLiteral("aXa"), theme.images), 2); // the empty name stands everywhere
+    QCOMPARE(checkNamesIn(QString(), {&theme.images}), QList({0}));
+    QCOMPARE(checkNamesIn(QStringLiteral("aXa"), {&theme.images}),
+             QList({2})); // the empty name stands everywhere
     QCOMPARE(checks(theme.images), QList<bool>({true, false, true, true}));
 
     theme.windows.setChecked(1, true);

@@ -29,7 +29,7 @@ void fuzz(const Input &input)
     scanWindows(windows, images, colours, quietly);
     check(checks(images) + checks(colours) == literal::scan(documents, names, names),
           "used names are checked");
-    const int found = checkNamesIn(documents[0], both);
+    const int found = checkNamesIn(documents[0], {&both}).first();
     check(checks(both) == literal::namesIn(documents[0], names), "names in a text are checked");
     check(found == checks(both).count(true), "tells how many");
     const int windowsWith = checkWindowsWith(names[0], windows, quietly);

@@ -24,15 +24,14 @@ void TestListRows::keepsTheRulesOfAModel()
     const QSignalSpy changed(&rows, &QAbstractItemModel::dataChanged);
     rows.add(QStringLiteral("a"));
     rows.add(QStringLiteral("b"), {QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")});
-    rows.setText(0, QStringLiteral("c"));
     rows.setSub(0, 1, QStringLiteral("4"));
     // Whoever looks rows up by a sub-item that has no column has to hear of it.
     rows.setSub(0, 4, QStringLiteral("far"));
-    QCOMPARE(changed.count(), 3);
-    QVERIFY(changed.at(2).at(0).toModelIndex().isValid());
+    QCOMPARE(changed.count(), 2);
+    QVERIFY(changed.at(1).at(0).toModelIndex().isValid());
     QCOMPARE(rows.sub(0, 2) + rows.sub(0, 4) + rows.sub(0, 9), QStringLiteral("far"));
     rows.setChecked(1, true);
-    QCOMPARE(changed.count(), 4);
+    QCOMPARE(changed.count(), 3);
     rows.remove(0);
     QCOMPARE(rows.count(), 1);
     QVERIFY(rows.text(0) == u"b" && rows.isChecked(0));
