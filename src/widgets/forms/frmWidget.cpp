@@ -98,7 +98,6 @@ QPushButton *frmWidget::setButton(const char *name, void (frmWidget::*click)())
 QWidget *frmWidget::makeRect()
 {
     frRect = editorFrame("frRect");
-    frRect->setCaption(QStringLiteral("rect"));
     txtL = numberBox("txtL", tr("Left"));
     txtT = numberBox("txtT", tr("Top"));
     txtW = numberBox("txtW", tr("Width"));
@@ -192,8 +191,9 @@ void frmWidget::showHint()
 
 void frmWidget::showEditor(CaptionBox *editor, QPushButton *button, const QString &property)
 {
-    if (editor != frRect)
-        editor->setCaption(property);
+    // Only one that is named "rect" and nothing else is ever set there, though others are shown in its boxes.
+    m_property = editor == frRect ? QStringLiteral("rect") : property;
+    editor->setCaption(m_property);
     m_editors->setCurrentWidget(editor);
     button->setDefault(true); // Enter in any box sets the value
 }
@@ -254,10 +254,9 @@ void frmWidget::chooseFrom(const QStringList &choices, const QString &value)
     CmbVal->setEditText(value);
 }
 
-// Only one that is named "rect" and nothing else is ever set, though others are shown in its boxes.
 void frmWidget::cmdRec_Click()
 {
-    setContent(QStringLiteral("rect"), bracketed({txtL->text(), txtT->text(), txtW->text(), txtH->text()}));
+    setContent(bracketed({txtL->text(), txtT->text(), txtW->text(), txtH->text()}));
 }
 
 void frmWidget::cmdColor_Click()
@@ -265,24 +264,24 @@ void frmWidget::cmdColor_Click()
     QStringList colours;
     for (const ColourCombo *combo : std::as_const(cmbColor))
         colours.append(combo->currentText());
-    setContent(frColor->title(), bracketed(colours));
+    setContent(bracketed(colours));
 }
 
 void frmWidget::CmdCombo_Click()
 {
-    setContent(frCombo->title(), CmbVal->currentText());
+    setContent(CmbVal->currentText());
 }
 
 void frmWidget::cmdTxt_Click()
 {
-    setContent(frTxt->title(), txtTxt->text());
+    setContent(txtTxt->text());
 }
 
-void frmWidget::setContent(const QString &property, const QString &content)
+void frmWidget::setContent(const QString &content)
 {
     catchUp();
     const int row = lvBlock->selectedRow();
-    if (row >= 0 && m_rows.text(row) == property)
+    if (row >= 0 && m_rows.text(row) == m_property)
         m_rows.setSub(row, 1, content);
     SaveProperty();
 }

@@ -59,8 +59,9 @@ private:
     void cmdColor_Click();
     void CmdCombo_Click();
     void cmdTxt_Click();
-    // Sets the content of the selected row, where it is named so, and writes the block back.
-    void setContent(const QString &property, const QString &content);
+    // Sets the content of the selected row, where that still is the property of the editor, and writes the
+    // block back.
+    void setContent(const QString &content);
     void SaveProperty();
     void source_Change();
     // Where the source is ahead: before anything is written back into it.
@@ -69,6 +70,7 @@ private:
     SourceBox &m_source;
     PropertyChoices m_choices;
     QString m_name; // of the block; the caption holds it too, but a name may hold what divides the caption
+    QString m_property; // that the editor is for
     bool m_saving = false;
     LateWork m_capture; // waits while the rows are those of an older text
     ListRows m_rows;    // text = element name, sub-item 1 = content
