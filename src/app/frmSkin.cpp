@@ -9,7 +9,7 @@
 #include "app/ThemeNames.h"
 #include "app/ThemeTab.h"
 #include "browser/forms/WebBrowser.h"
-#include "catalogues/forms/ColorTab.h"
+#include "catalogues/forms/ColourTab.h"
 #include "catalogues/forms/FontTab.h"
 #include "catalogues/forms/ImageTab.h"
 #include "catalogues/forms/KeymapTab.h"
@@ -102,7 +102,7 @@ void frmSkin::makeTabs()
     m_themeTab = new ThemeTab(m_theme.lvTheme, m_theme.File1, m_page);
     m_widgetTab = new WidgetTab(m_theme.widgets, m_theme.File1, m_files, m_talk, m_page);
     m_imageTab = new ImageTab(m_theme.images, m_theme.widgets.LvWidget, m_files, m_talk, m_page);
-    m_colorTab = new ColorTab(m_theme.lvColor, m_theme.colours, m_files, m_talk, m_page);
+    m_colourTab = new ColourTab(m_theme.lvColor, m_theme.colours, m_files, m_talk, m_page);
     m_langTab = new LangTab(m_theme.lvLang, m_theme.languageList, m_theme.language, m_theme.File1, m_files,
                             m_talk, m_page);
     m_fontTab = new FontTab(m_theme.lvFont, m_page);
@@ -112,7 +112,7 @@ void frmSkin::makeTabs()
         new ScanCommands(m_theme.widgets.LvWidget, m_theme.images.document, m_theme.lvColor, m_talk, this);
     m_sourceTab = new SourceTab([this] { return m_theme.images.lookup(); }, m_theme.lvFont, m_theme.widgets,
                                 m_talk, m_page);
-    frYt = {m_themeTab, m_widgetTab, m_imageTab, m_colorTab, m_langTab,
+    frYt = {m_themeTab, m_widgetTab, m_imageTab, m_colourTab, m_langTab,
             m_fontTab,  m_keymapTab, m_panelTab, m_sourceTab};
     for (TabFrame *frame : std::as_const(frYt)) {
         frame->move(toPixels(kFrameLeft), toPixels(kFrameTop));
@@ -156,12 +156,12 @@ void frmSkin::connectTabs()
         m_talk.run([&] { openDocument(path, theme); });
     });
     connect(m_widgetTab, &WidgetTab::markupChosen, this, &frmSkin::BuildWidgetHtml);
-    connect(m_colorTab, &ColorTab::entryOpened, this, [this](const QString &name, const QString &code) {
+    connect(m_colourTab, &ColourTab::entryOpened, this, [this](const QString &name, const QString &code) {
         colourDialog().NamaFile = m_theme.colours.document.path();
         colourDialog().NamaColor = name;
         colourDialog().setEntry(name, code);
     });
-    connect(m_colorTab, &ColorTab::colourOpened, this,
+    connect(m_colourTab, &ColourTab::colourOpened, this,
             [this](int red, int green, int blue) { colourDialog().showColour(red, green, blue); });
     connect(m_imageTab, &ImageTab::putToWork, this,
             [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_imageTab))); });
@@ -192,7 +192,7 @@ void frmSkin::makeMenu()
     m_menu.on("mnuFlDefault", [this] { mnuFlDefault_Click(); });
     m_menu.on("mnuExit", [] { QApplication::quit(); });
     m_widgetTab->addCommands(m_menu);
-    m_colorTab->addCommands(m_menu);
+    m_colourTab->addCommands(m_menu);
     m_imageTab->addCommands(m_menu);
     m_scans->addCommands(m_menu);
     m_langTab->addCommands(m_menu);
@@ -300,7 +300,7 @@ void frmSkin::themeLoaded()
     frmWb->wb->setThemeFolder(m_theme.folder());
     m_widgetTab->showCatalogue();
     m_imageTab->showCatalogue(m_theme.folder());
-    m_colorTab->showCatalogue();
+    m_colourTab->showCatalogue();
     m_langTab->showCatalogue();
     m_fontTab->showCatalogue(m_theme.fontFile.path(), m_theme.cbFont);
     m_keymapTab->showCatalogue();
@@ -366,7 +366,7 @@ void frmSkin::mnuFlDefault_Click()
 frmcolor &frmSkin::colourDialog()
 {
     if (!m_frmcolor) {
-        const auto selectedRow = [this] { return m_colorTab->selectedRow(); };
+        const auto selectedRow = [this] { return m_colourTab->selectedRow(); };
         m_frmcolor = new frmcolor(m_theme.lvColor, selectedRow, m_talk, this);
         m_frmcolor->move(frmWb->mapToGlobal(QPoint(kBesideList, kBesideList)));
     }

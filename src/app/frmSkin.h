@@ -13,7 +13,7 @@
 
 namespace quillmere {
 
-class ColorTab;
+class ColourTab;
 class Dialogs;
 class FontTab;
 class ImageTab;
@@ -97,7 +97,7 @@ private:
     ThemeTab *m_themeTab = nullptr;
     WidgetTab *m_widgetTab = nullptr;
     ImageTab *m_imageTab = nullptr;
-    ColorTab *m_colorTab = nullptr;
+    ColourTab *m_colourTab = nullptr;
     frmcolor *m_frmcolor = nullptr; // made when it is first wanted
     LangTab *m_langTab = nullptr;
     FontTab *m_fontTab = nullptr;

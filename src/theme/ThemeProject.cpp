@@ -117,7 +117,7 @@ const ThemeProject::Entry *ThemeProject::entryOf(QStringView name)
 {
     static constexpr Entry kinds[] = {
         {u"file_widget", &ThemeProject::loadWidgets}, {u"file_image", &ThemeProject::loadImages},
-        {u"file_color", &ThemeProject::loadColors},   {u"file_i18n", &ThemeProject::loadLanguages},
+        {u"file_color", &ThemeProject::loadColours},  {u"file_i18n", &ThemeProject::loadLanguages},
         {u"file_font", &ThemeProject::loadFonts},     {u"file_keymap", &ThemeProject::loadKeymap},
     };
     const auto found = std::find_if(std::begin(kinds), std::end(kinds),
@@ -205,7 +205,7 @@ void ThemeProject::loadImages(const QString &path, const QString &folder, const 
     images.LoadImageList(open(path), folder, File1, progress);
 }
 
-void ThemeProject::loadColors(const QString &path, const QString &, const Progress &)
+void ThemeProject::loadColours(const QString &path, const QString &, const Progress &)
 {
     colours.LoadColorList(open(path));
 }

@@ -76,7 +76,7 @@ private:
     Document open(const QString &path);
     void loadWidgets(const QString &path, const QString &folder, const Progress &progress);
     void loadImages(const QString &path, const QString &folder, const Progress &progress);
-    void loadColors(const QString &path, const QString &folder, const Progress &progress);
+    void loadColours(const QString &path, const QString &folder, const Progress &progress);
     void loadLanguages(const QString &path, const QString &folder, const Progress &progress);
     void loadFonts(const QString &path, const QString &folder, const Progress &progress);
     void loadKeymap(const QString &path, const QString &folder, const Progress &progress);

@@ -1,7 +1,7 @@
 #include "app/WindowFixture.h"
 
 #include "asking/forms/MessagePrompts.h"
-#include "catalogues/forms/ColorTab.h"
+#include "catalogues/forms/ColourTab.h"
 #include "controls/ListView.h"
 #include "files/RunTimeError.h"
 #include "source/forms/SourceBox.h"
@@ -365,7 +365,7 @@ void TestDialogs::smallScreen_data()
         doubleClick(window.find<ListView>("lvBlock"), 0);
         doubleClick(Dialog("frmWidget").find<ListView>("lvBlock"), 0);
     });
-    add("frmcolor", [](Window &window) { emit window.find<ColorTab>("frYt(3)")->colourOpened(1, 2, 3); });
+    add("frmcolor", [](Window &window) { emit window.find<ColourTab>("frYt(3)")->colourOpened(1, 2, 3); });
 }
 
 // However little room there is for a dialog, the keyboard brings everything into sight.

@@ -68,7 +68,7 @@ frmWidget::frmWidget(SourceBox &source, const PropertyChoices &choices, QWidget 
 
     m_hint->setAlignment(Qt::AlignCenter);
     m_hint->setWordWrap(true);
-    for (QWidget *page : {static_cast<QWidget *>(m_hint), makeRect(), makeColor(), makeCombo(), makeText()})
+    for (QWidget *page : {static_cast<QWidget *>(m_hint), makeRect(), makeColour(), makeCombo(), makeText()})
         m_editors->addWidget(page);
 
     auto *column = new QVBoxLayout(this);
@@ -115,7 +115,7 @@ QWidget *frmWidget::makeRect()
     return frRect;
 }
 
-QWidget *frmWidget::makeColor()
+QWidget *frmWidget::makeColour()
 {
     frColor = editorFrame("frColor");
     cmdColor = setButton("cmdColor", &frmWidget::cmdColor_Click);

@@ -48,7 +48,7 @@ private:
     QLineEdit *numberBox(const char *name, const QString &accessibleName);
     QPushButton *setButton(const char *name, void (frmWidget::*click)());
     QWidget *makeRect();
-    QWidget *makeColor();
+    QWidget *makeColour();
     QWidget *makeCombo();
     QWidget *makeText();
     void showEditor(CaptionBox *editor, QPushButton *button, const QString &property);

@@ -13,13 +13,13 @@ class Talk;
 class Swatch;
 
 // The Color tab: the colours of the theme.
-class ColorTab : public TabFrame
+class ColourTab : public TabFrame
 {
     Q_OBJECT
 
 public:
-    ColorTab(ListRows &colours, ColourCatalogue &catalogue, Files &files, Talk &talk,
-             QWidget *parent = nullptr);
+    ColourTab(ListRows &colours, ColourCatalogue &catalogue, Files &files, Talk &talk,
+              QWidget *parent = nullptr);
 
     void addCommands(Commands &menu);
     // Shows what the catalogue's loader has read.

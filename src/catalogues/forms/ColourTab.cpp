@@ -1,4 +1,4 @@
-#include "catalogues/forms/ColorTab.h"
+#include "catalogues/forms/ColourTab.h"
 
 #include "asking/Talk.h"
 #include "asking/forms/AskToWrite.h"
@@ -23,7 +23,7 @@ constexpr int kAround = 900;      // twips of the frame's height that neither li
 
 } // namespace
 
-ColorTab::ColorTab(ListRows &colours, ColourCatalogue &catalogue, Files &files, Talk &talk, QWidget *parent)
+ColourTab::ColourTab(ListRows &colours, ColourCatalogue &catalogue, Files &files, Talk &talk, QWidget *parent)
     : TabFrame(QStringLiteral("frYt(3)"), parent), m_colours(colours), m_catalogue(catalogue), m_files(files),
       m_talk(talk), frColor(new CaptionBox(QStringLiteral("frColor"), this)),
       lvColor(new ListView(QStringLiteral("lvColor"), tr("Colours"), colours, frColor)),
@@ -31,12 +31,12 @@ ColorTab::ColorTab(ListRows &colours, ColourCatalogue &catalogue, Files &files, 
 {
     lvColor->setColumnShares({1, 8, 5});
     lvColor->setItemDelegateForColumn(2, new ColourDelegate(this));
-    connect(lvColor, &ListView::rowClicked, this, &ColorTab::showSwatch);
+    connect(lvColor, &ListView::rowClicked, this, &ColourTab::showSwatch);
     // Only the mouse is told of a bad code: the arrow keys must be able to walk past it.
     connect(lvColor, &ListView::clicked, this,
             [this](const QModelIndex &index) { refused(m_colours.sub(index.row(), 2)); });
-    connect(lvColor, &ListView::rowOpened, this, &ColorTab::lvColor_DblClick);
-    connect(lvColor, &ListView::deletePressed, this, &ColorTab::lvColor_Delete);
+    connect(lvColor, &ListView::rowOpened, this, &ColourTab::lvColor_DblClick);
+    connect(lvColor, &ListView::deletePressed, this, &ColourTab::lvColor_Delete);
     connect(&colours, &QAbstractItemModel::rowsInserted, lvColor, &ListView::scrollToBottom);
     connect(&colours, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex &changed) {
         if (changed.row() == lvColor->selectedRow())
@@ -44,14 +44,14 @@ ColorTab::ColorTab(ListRows &colours, ColourCatalogue &catalogue, Files &files, 
     });
 }
 
-void ColorTab::addCommands(Commands &menu)
+void ColourTab::addCommands(Commands &menu)
 {
     menu.on("mnuCOpen", [this] { mnuCOpen_Click(); });
     menu.on("mnuCHapus", [this] { mnuCHapus_Click(); });
     menu.on("mnuCSave", [this] { mnuCSave_Click(); });
 }
 
-void ColorTab::layOut(int height)
+void ColourTab::layOut(int height)
 {
     place(frColor, 0, 0, width(), this->height());
     const int inner = width() - 2 * kMargin;
@@ -60,23 +60,23 @@ void ColorTab::layOut(int height)
     place(Picture2, kMargin, kTop + listHeight + kMargin, inner, kSwatchHeight);
 }
 
-void ColorTab::showCatalogue()
+void ColourTab::showCatalogue()
 {
     frColor->setCaption(m_catalogue.document.path());
 }
 
-int ColorTab::selectedRow() const
+int ColourTab::selectedRow() const
 {
     return lvColor->selectedRow();
 }
 
-void ColorTab::showSwatch(int row)
+void ColourTab::showSwatch(int row)
 {
     if (const auto colour = channelsOf(m_colours.sub(row, 2)))
         Picture2->setColour(QColor(colour->red, colour->green, colour->blue));
 }
 
-bool ColorTab::refused(const QString &code)
+bool ColourTab::refused(const QString &code)
 {
     if (code.size() != kColourCodeLength || channelsOf(code))
         return false;
@@ -87,7 +87,7 @@ bool ColorTab::refused(const QString &code)
     return true;
 }
 
-void ColorTab::lvColor_DblClick(int row)
+void ColourTab::lvColor_DblClick(int row)
 {
     const QString code = m_colours.sub(row, 2);
     if (refused(code))
@@ -100,14 +100,14 @@ void ColorTab::lvColor_DblClick(int row)
                        .arg(code.left(40)));
 }
 
-void ColorTab::lvColor_Delete(int row)
+void ColourTab::lvColor_Delete(int row)
 {
     m_colours.remove(row);
     if (const int next = lvColor->selectedRow(); next >= 0)
         showSwatch(next);
 }
 
-void ColorTab::mnuCOpen_Click()
+void ColourTab::mnuCOpen_Click()
 {
     if (m_catalogue.document.path().isEmpty())
         return;
@@ -116,7 +116,7 @@ void ColorTab::mnuCOpen_Click()
     m_talk.say(tr("%1: %2 colours.").arg(m_catalogue.document.path()).arg(m_colours.count()));
 }
 
-void ColorTab::mnuCHapus_Click()
+void ColourTab::mnuCHapus_Click()
 {
     const int scrolled = lvColor->verticalScrollBar()->value();
     const int removed = RemoveCheckedRows(m_colours);
@@ -125,7 +125,7 @@ void ColorTab::mnuCHapus_Click()
                            : tr("Tick the colours to remove first."));
 }
 
-void ColorTab::mnuCSave_Click()
+void ColourTab::mnuCSave_Click()
 {
     if (m_catalogue.document.path().isEmpty()) {
         m_talk.tell(QStringLiteral("Simpan File"),
