@@ -9,19 +9,20 @@ namespace quillmere {
 namespace {
 
 constexpr int kPause = 250;       // ms without a key
+constexpr double kSoon = 60;      // ms, so that what is done elsewhere keeps up with the keys
 constexpr double kNoText = 20000; // units of text that cost as much as what any text costs
 constexpr double kDoubt = 4;
 
 } // namespace
 
-LateWork::LateWork(double most, std::function<void()> now, std::function<void()> later, QObject *parent)
-    : QObject(parent), m_most(most), m_now(std::move(now)), m_later(std::move(later))
+LateWork::LateWork(double most, std::function<void()> now, std::function<void()> elsewhere, QObject *parent)
+    : QObject(parent), m_most(most), m_now(std::move(now)), m_elsewhere(std::move(elsewhere))
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(kPause);
     connect(&m_pause, &QTimer::timeout, this, [this] {
-        if (m_later)
-            m_later();
+        if (m_elsewhere)
+            m_elsewhere();
         else
             doNow(m_units);
     });
@@ -30,11 +31,17 @@ LateWork::LateWork(double most, std::function<void()> now, std::function<void()>
 bool LateWork::changed(qsizetype units, Wait wait)
 {
     m_units = units;
-    if (wait == Wait::Never || (wait == Wait::IfLong && expected(units) <= m_most)) {
+    const double time = expected(units);
+    if (wait == Wait::Never || (wait == Wait::IfLong && time <= m_most)) {
         doNow(units);
         return false;
     }
-    m_pause.start();
+    if (wait == Wait::IfLong && time <= kSoon && m_elsewhere) {
+        m_pause.stop();
+        m_elsewhere();
+    } else {
+        m_pause.start();
+    }
     return true;
 }
 

@@ -2,6 +2,8 @@
 
 #include <QElapsedTimer>
 
+#include <utility>
+
 namespace quillmere {
 
 Rendered renderPage(const RenderInput &input)
@@ -32,31 +34,46 @@ void LateRender::giveUp()
     if (m_givenUp)
         *m_givenUp = true;
     m_givenUp.reset();
+    m_next.reset();
     m_worker.clear();
 }
 
 void LateRender::start(const RenderInput &input)
 {
-    giveUp();
+    m_next = input;
+    if (!isBusy())
+        makeNext();
+}
+
+void LateRender::makeNext()
+{
     const auto givenUp = std::make_shared<std::atomic_bool>(false);
     m_givenUp = givenUp;
-    RenderInput own = input;
-    own.GetImg = [GetImg = input.GetImg, givenUp](const QString &id) {
+    RenderInput own = *std::exchange(m_next, {});
+    own.GetImg = [GetImg = std::move(own.GetImg), givenUp](const QString &id) {
         if (*givenUp)
             throw Cancelled();
         return GetImg(id);
     };
     m_worker.start([this, own = std::move(own), givenUp] {
         try {
-            const auto hand = [this, rendered = renderPage(own), givenUp] {
+            const auto tell = [this, rendered = renderPage(own), givenUp] {
                 if (!*givenUp)
-                    emit done(rendered);
+                    hand(rendered);
             };
-            QMetaObject::invokeMethod(this, hand, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
         } catch (const Cancelled &) {
             // Nobody waits for it.
         }
     });
+}
+
+void LateRender::hand(const Rendered &rendered)
+{
+    m_givenUp.reset();
+    if (m_next)
+        makeNext();
+    emit done(rendered);
 }
 
 } // namespace quillmere

@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 
 namespace quillmere {
 
@@ -35,7 +36,7 @@ Rendered renderPage(const RenderInput &input);
 // Makes the page of a large window beside the window's own thread. Everything else here runs on that one
 // thread; this does not, since no part of the rendering may take longer than a keystroke may wait, on any
 // machine, and the routines that rewrite the whole page each take their time in one go. What goes in is a
-// copy, what comes out arrives by the event loop, only the newest is asked for and handed over.
+// copy, what comes out arrives by the event loop. Of what is asked for meanwhile only the newest is made.
 class LateRender : public QObject
 {
     Q_OBJECT
@@ -44,16 +45,23 @@ public:
     explicit LateRender(QObject *parent = nullptr);
     ~LateRender() override; // waits for what is under way, which ends at its next picture
 
-    // Also gives up what was started before.
+    // What is under way is finished and handed over before, or keys that come faster than pages would see
+    // none.
     void start(const RenderInput &input);
     void giveUp();
+    // Whether what has been handed over last is of an older input.
+    bool isBusy() const { return m_givenUp != nullptr; }
 
 signals:
     void done(const quillmere::Rendered &rendered);
 
 private:
+    void makeNext();
+    void hand(const Rendered &rendered);
+
     QThreadPool m_worker;
-    std::shared_ptr<std::atomic_bool> m_givenUp; // of the newest
+    std::shared_ptr<std::atomic_bool> m_givenUp; // of the one under way; null where there is none
+    std::optional<RenderInput> m_next;
 };
 
 } // namespace quillmere

@@ -101,7 +101,6 @@ void SourceTab::layOut(int height)
 
 void SourceTab::txtSnippet_Change()
 {
-    m_late.giveUp(); // it is the page of an older text
     // A key does not wait for the page, and neither does a command on a text so large that it could.
     const qsizetype units = txtSnippet->document()->characterCount();
     const bool mayWait = txtSnippet->isTyping() || units > kLarge;
@@ -109,8 +108,12 @@ void SourceTab::txtSnippet_Change()
     const bool waits = m_work.changed(units, units > kHuge ? LateWork::Wait::Always
                                              : mayWait     ? LateWork::Wait::IfLong
                                                            : LateWork::Wait::Never);
-    if (waits && !std::exchange(m_behind, true))
-        emit fellBehind();
+    m_behind = waits;
+    if (m_work.isWaiting()) {
+        m_late.giveUp(); // it is the page of an older text
+        if (!std::exchange(m_saidBehind, true))
+            emit fellBehind();
+    }
     emit textChanged();
 }
 
@@ -140,7 +143,8 @@ void SourceTab::show(const Rendered &rendered)
     else
         blocks.assign(rendered.widgets.blocks);
     emit pageReady(rendered.page);
-    if (std::exchange(m_behind, false))
+    m_behind = m_late.isBusy();
+    if (!m_behind && std::exchange(m_saidBehind, false))
         emit caughtUp();
 }
 

@@ -83,7 +83,8 @@ private:
     LateRender m_late{this};
     LateWork m_work; // the page of the text
     bool m_behind = false;
-    bool m_sameList = false; // nothing but keys has come between lvBlock and the text
+    bool m_saidBehind = false; // which is for a pause, not for the moment that a page is being made
+    bool m_sameList = false;   // nothing but keys has come between lvBlock and the text
 };
 
 } // namespace quillmere
