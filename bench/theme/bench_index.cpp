@@ -4,6 +4,7 @@
 #include "files/Files.h"
 #include "files/Paths.h"
 #include "files/TextFile.h"
+#include "naming/TextSearch.h"
 #include "theme/ThemeEdit.h"
 #include "theme/ThemeIndex.h"
 
@@ -105,10 +106,23 @@ int main(int argc, char **argv)
             edit.replace(window, written, {at, at + 9}, QStringLiteral("img_renamed"));
     }
     std::printf("files of the edit %lld\n", static_cast<long long>(edit.paths().size()));
+    // Now these windows share an image, and it is renamed.
+    const ThemeEdit original = edit.apply(targets);
+    index = ThemeIndex::build(sources);
+    const NamedThing image = {NameKind::Image, QStringLiteral("img_renamed")};
+    FoundPlaces places;
+    measure("all places of an image of these windows", 5,
+            [&](int) { places = placesOf(image, *index, sources, {}); });
+    const QList<bool> all(places.places.size(), true);
     for (int run = 0; run < 3; ++run) {
         ThemeEdit inverse;
-        measure("a name changed in these windows", 1, [&](int) { inverse = edit.apply(targets); });
+        measure("it is renamed", 1, [&](int) {
+            inverse = editOf(places, all, QStringLiteral("img_renamed_again")).apply(targets);
+        });
         measure("taken back", 1, [&](int) { inverse.apply(targets); });
     }
+    measure("a text searched in all windows", 5,
+            [&](int) { found += searchTexts({QStringLiteral("IMG_00")}, *index, sources)->places.size(); });
+    original.apply(targets);
     return found > 0 && copy.files().size() > 0 ? 0 : 1;
 }

@@ -1,22 +1,369 @@
 #include "app/ThemeNames.h"
 
+#include "app/TabStrip.h"
+#include "asking/Talk.h"
 #include "controls/Commands.h"
+#include "controls/ListView.h"
+#include "controls/TabFrame.h"
+#include "files/Paths.h"
+#include "files/RunTimeError.h"
+#include "markup/mndIni.h"
+#include "naming/Destination.h"
+#include "naming/TextSearch.h"
+#include "naming/forms/PlaceRows.h"
+#include "naming/forms/frmRename.h"
+#include "naming/forms/frmSearch.h"
+#include "naming/forms/frmUses.h"
+#include "source/forms/SourceBox.h"
+#include "theme/ThemeProject.h"
+#include "theme/forms/LiveIndex.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QMouseEvent>
+
+#include <algorithm>
 
 namespace quillmere {
 
-ThemeNames::ThemeNames(Going::Parts parts, ThemeProject &theme, Files &files, Talk &talk, QObject *parent)
-    : QObject(parent), going(parts, talk, this), editing(parts.source, parts.document, theme, files, talk, this)
+namespace {
+constexpr int kSourceTab = 8;         // in the strip
+constexpr qsizetype kMostTaken = 200; // units of a selection that a search begins with
+} // namespace
+
+// A list whose rows have names.
+struct ThemeNames::NamedList
 {
+    int tab;
+    const char *name;
+    std::optional<NameKind> kind; // none for blocks
+};
+const ThemeNames::NamedList ThemeNames::kLists[] = {
+    {1, "LvWidget", NameKind::Window},    {2, "lvImage", NameKind::Image},   {3, "lvColor", NameKind::Colour},
+    {4, "LvBhs", NameKind::String},       {4, "lvLang", NameKind::Language}, {5, "lvFont", NameKind::Font},
+    {kSourceTab, "lvBlock", std::nullopt}};
+
+ThemeNames::ThemeNames(Going::Parts parts, LiveIndex &index, ThemeProject &theme, Files &files, Talk &talk,
+                       QWidget &window)
+    : QObject(&window), going(parts, talk, this),
+      editing(parts.source, parts.document, theme, files, talk, this), m_index(index), m_theme(theme),
+      m_source(parts.source), m_tabs(parts.tabs), m_strip(parts.strip), m_talk(talk), m_window(window)
+{
+    m_source.viewport()->installEventFilter(this);
+    connect(&theme, &ThemeProject::loaded, this, [this] {
+        if (m_theme.folder() == m_folder || !m_undo)
+            return;
+        m_inverse.reset();
+        m_undo->setEnabled(false);
+    });
 }
+
+ThemeNames::~ThemeNames() = default;
 
 void ThemeNames::addCommands(Commands &menu)
 {
-    menu.on("mnuBack", [this] { going.back(); });
-    menu.action("mnuBack")->setShortcut(Qt::ALT | Qt::Key_Left);
-    menu.on("mnuForward", [this] { going.forward(); });
-    menu.action("mnuForward")->setShortcut(Qt::ALT | Qt::Key_Right);
+    const auto add = [&](const char *name, const QKeySequence &keys, const Commands::Command &command) {
+        menu.on(name, command);
+        menu.action(name)->setShortcut(keys);
+    };
+    add("mnuGoTo", Qt::Key_F12, [this] { goToDefinition(); });
+    add("mnuUses", Qt::SHIFT | Qt::Key_F12, [this] { showUses(); });
+    add("mnuBack", Qt::ALT | Qt::Key_Left, [this] { going.back(); });
+    add("mnuForward", Qt::ALT | Qt::Key_Right, [this] { going.forward(); });
+    add("mnuSearch", Qt::CTRL | Qt::SHIFT | Qt::Key_F, [this] { search(); });
+    add("mnuRename", Qt::Key_F2, [this] { rename(); });
+    add("mnuUndoRename", {}, [this] { undoRename(); });
+    m_undo = menu.action("mnuUndoRename");
+    m_undo->setEnabled(false);
+    addListCommands(menu);
+}
+
+void ThemeNames::addListCommands(Commands &menu)
+{
+    for (const NamedList &named : kLists) {
+        auto *list = m_tabs[named.tab]->findChild<ListView *>(QLatin1String(named.name));
+        QList<QAction *> items;
+        for (const char *name : {"mnuGoTo", "mnuUses", "mnuRename"})
+            items.append(menu.action(name));
+        list->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(list, &QWidget::customContextMenuRequested, this, [list, items](const QPoint &at) {
+            if (list->selectedRow() < 0)
+                return;
+            list->setFocus(); // the commands are about the list that has it
+            auto *popup = new QMenu(list);
+            popup->setObjectName(QStringLiteral("mnuRow"));
+            popup->setAttribute(Qt::WA_DeleteOnClose);
+            popup->addActions(items);
+            popup->popup(list->viewport()->mapToGlobal(at));
+        });
+    }
+}
+
+ListView *ThemeNames::listInUse() const
+{
+    ListView *shown = nullptr;
+    for (const NamedList &named : kLists) {
+        if (named.tab != m_strip.currentIndex())
+            continue;
+        auto *list = m_tabs[named.tab]->findChild<ListView *>(QLatin1String(named.name));
+        if (list->hasFocus())
+            return list;
+        if (!shown && named.tab != kSourceTab && list->selectedRow() >= 0)
+            shown = list;
+    }
+    return shown;
+}
+
+std::optional<NamedThing> ThemeNames::thingOf(const ListView &list) const
+{
+    const auto named = std::find_if(std::begin(kLists), std::end(kLists), [&](const NamedList &each) {
+        return list.objectName() == QLatin1String(each.name);
+    });
+    const auto *rows = qobject_cast<const ListRows *>(list.model());
+    const int row = list.selectedRow();
+    if (named == std::end(kLists) || !rows || row < 0)
+        return std::nullopt;
+    NamedThing thing = {named->kind, rows->sub(row, 1)};
+    if (thing.kind == NameKind::Image || thing.kind == NameKind::Colour)
+        thing.name = StripControlChars(thing.name);
+    if (!thing.kind) {
+        thing.file = m_index.openFile();
+        thing.blockRow = row;
+    }
+    return thing.name.isEmpty() ? std::nullopt : std::optional(thing);
+}
+
+std::optional<NamedThing> ThemeNames::hint(const QString &text) const
+{
+    m_talk.say(text);
+    return std::nullopt;
+}
+
+std::optional<NamedThing> ThemeNames::thingHere() const
+{
+    if (const ListView *list = listInUse()) {
+        const auto thing = thingOf(*list);
+        return thing ? thing : hint(tr("Select a row with a name first."));
+    }
+    if (m_strip.currentIndex() != kSourceTab)
+        return hint(tr("Select a row of a list first, or put the caret on a name in the source."));
+    const auto thing =
+        thingAt(m_index.outline(), m_source.selectionStart(), m_index.openFile(), m_index.index());
+    return thing ? thing : hint(tr("There is no name at the caret."));
+}
+
+const ThemeIndex *ThemeNames::index() const
+{
+    if (!m_index.index())
+        m_talk.say(m_theme.folder().isEmpty() ? tr("Open a theme first.")
+                                              : tr("The theme is still being read. Try again in a moment."));
+    return m_index.index();
+}
+
+FoundPlaces ThemeNames::find(const NamedThing &thing, const ThemeIndex &index) const
+{
+    FoundPlaces found;
+    m_talk.runLong(tr("Looking for the name"), [&](const Progress &progress) {
+        found = placesOf(
+            thing, index, m_index.sources(), [this](const QString &path) { return editing.openRows(path); },
+            progress);
+    });
+    return found;
+}
+
+bool ThemeNames::goToPartner()
+{
+    const QString style = joinPath(m_theme.folder(), u"style.xml");
+    const ThemeSources sources = m_index.sources();
+    const QString text = textOf(sources, {style, findFile(style)}).value_or(QString());
+    const auto partner =
+        partnerAt(m_index.outline(), m_source.selectionStart(), m_index.openFile(), style, text);
+    if (partner)
+        going.goTo(partner->file, partner->range, partner->row);
+    return partner.has_value();
+}
+
+void ThemeNames::goToDefinition()
+{
+    const ThemeIndex *names = index();
+    if (!names || (!listInUse() && m_strip.currentIndex() == kSourceTab && goToPartner()))
+        return;
+    const auto thing = thingHere();
+    if (!thing)
+        return;
+    if (!thing->kind) {
+        const FoundPlaces block = find(*thing, *names);
+        for (const FoundPlace &place : block.places) {
+            if (place.isSure)
+                going.goTo(place.file, place.range, -1);
+        }
+        return;
+    }
+    const auto there = definitionOf(*thing, *names, m_theme.language.document.path());
+    if (!there) {
+        m_talk.say(tr("Nothing defines the %1 \"%2\".").arg(wordFor(thing->kind), shownName(thing->name)));
+        return;
+    }
+    going.goTo(there->file, there->range, there->row);
+    if (const qsizetype count = names->definitions(*thing->kind, thing->name).size(); count > 1)
+        m_talk.say(tr("\"%1\" is defined %2 times; this is one of the places.")
+                       .arg(shownName(thing->name))
+                       .arg(count));
+}
+
+void ThemeNames::showUses()
+{
+    const ThemeIndex *names = index();
+    const auto thing = names ? thingHere() : std::nullopt;
+    if (!thing)
+        return;
+    m_listed = *thing;
+    m_uses = find(*thing, *names);
+    if (thing->kind)
+        m_uses.places.removeIf([](const FoundPlace &place) { return place.isDefinition; });
+    if (!m_frmUses) {
+        m_frmUses = std::make_unique<frmUses>(m_window);
+        connect(m_frmUses.get(), &frmUses::placeChosen, this, [this](int row) {
+            m_talk.run([&] {
+                goToPlace(m_uses, row, [this](const QString &file, const QString &) {
+                    FoundPlaces now = m_index.index() ? find(m_listed, *m_index.index()) : FoundPlaces();
+                    now.places.removeIf([&](const FoundPlace &place) {
+                        return place.file != file || (m_listed.kind && place.isDefinition);
+                    });
+                    return now;
+                });
+            });
+        });
+    }
+    const QString name = shownName(thing->name);
+    const QString summary = m_uses.places.isEmpty()
+                                ? tr("Nothing uses the %1 \"%2\".").arg(wordFor(thing->kind), name)
+                                : tr("The %1 \"%2\" stands in %3 places of %4 files.")
+                                      .arg(wordFor(thing->kind), name)
+                                      .arg(m_uses.places.size())
+                                      .arg(m_uses.files());
+    m_frmUses->showPlaces(tr("Uses"), summary, rowsOf(m_uses, m_theme.folder()));
+}
+
+// A list of places may stay open while its files change: then the place is looked for again, and the one
+// taken that has the same number in the file.
+void ThemeNames::goToPlace(const FoundPlaces &found, int number,
+                           const std::function<FoundPlaces(const QString &, const QString &)> &again)
+{
+    FoundPlace place = found.places.value(number);
+    if (place.of == FoundPlace::Of::Text && place.row < 0) {
+        const auto text = textOf(m_index.sources(), {place.file, findFile(place.file)});
+        if (!text)
+            throw RunTimeError(
+                tr("\"%1\" can no longer be read.").arg(shownPath(place.file, m_theme.folder())));
+        if (ThemeEdit::markOf(*text) != found.marks.value(place.file)) {
+            const auto first = std::find_if(found.places.begin(), found.places.end(),
+                                            [&](const FoundPlace &each) { return each.file == place.file; });
+            const FoundPlaces now = again(place.file, *text);
+            if (now.places.isEmpty())
+                throw RunTimeError(tr("That place is no longer there."));
+            place = now.places[std::min<qsizetype>(number - (first - found.places.begin()),
+                                                   now.places.size() - 1)];
+        }
+    }
+    const bool isFile = place.of == FoundPlace::Of::FileName;
+    going.goTo(place.file, isFile ? Range() : place.range, place.row);
+    m_window.activateWindow();
+}
+
+void ThemeNames::rename()
+{
+    const ThemeIndex *names = index();
+    const auto thing = names ? thingHere() : std::nullopt;
+    if (!thing)
+        return;
+    const FoundPlaces found = find(*thing, *names);
+    if (found.places.isEmpty()) {
+        m_talk.say(tr("\"%1\" stands nowhere in the theme.").arg(shownName(thing->name)));
+        return;
+    }
+    const auto make = [this, thing](const QString &newName, const ThemeEdit &edit) {
+        bool made = false;
+        m_talk.run([&] {
+            made = change(edit, tr("\"%1\" is \"%2\" now, in %3 files.")
+                                    .arg(shownName(thing->name), shownName(newName))
+                                    .arg(edit.paths().size()));
+        });
+        return made;
+    };
+    auto *dialog = new frmRename(*thing, found, m_index.sharedIndex(), m_theme.folder(), make, &m_window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+bool ThemeNames::change(const ThemeEdit &edit, const QString &done)
+{
+    std::optional<ThemeEdit> inverse = editing.apply(edit);
+    if (!inverse)
+        return false;
+    m_inverse = std::move(inverse);
+    m_folder = m_theme.folder();
+    m_undo->setEnabled(true);
+    m_talk.say(QString(done + u' ' + unsavedAfter(edit)).trimmed());
+    return true;
+}
+
+QString ThemeNames::unsavedAfter(const ThemeEdit &edit) const
+{
+    QStringList unsaved;
+    for (const QString &path : edit.paths()) {
+        if (!edit.changesOf(path).isEmpty() && editing.isOpenText(path))
+            unsaved.append(shownPath(m_index.openFile(), m_theme.folder()));
+        else if (!edit.rowChangesOf(path).isEmpty())
+            unsaved.append(shownPath(path, m_theme.folder()));
+    }
+    return unsaved.isEmpty() ? QString() : tr("Not saved yet: %1.").arg(unsaved.join(QStringLiteral(", ")));
+}
+
+void ThemeNames::undoRename()
+{
+    if (!m_inverse)
+        return;
+    const ThemeEdit edit = *m_inverse;
+    if (!editing.apply(edit))
+        return;
+    m_inverse.reset();
+    m_undo->setEnabled(false);
+    m_talk.say(QString(tr("Taken back.") + u' ' + unsavedAfter(edit)).trimmed());
+}
+
+void ThemeNames::search()
+{
+    if (!m_frmSearch) {
+        const auto make = [this](const ThemeEdit &edit) { return change(edit, tr("Replaced.")); };
+        m_frmSearch = std::make_unique<frmSearch>(m_index, make, m_talk, m_window);
+        connect(m_frmSearch.get(), &frmSearch::placeChosen, this,
+                [this](const FoundPlaces &found, int number, const TextSearch &search) {
+                    m_talk.run([&] {
+                        goToPlace(found, number, [&](const QString &file, const QString &text) {
+                            return placesIn(search, file, text);
+                        });
+                    });
+                });
+    }
+    const QString selected = m_source.textCursor().selectedText();
+    const bool isLine = selected.size() <= kMostTaken && !selected.contains(QChar::ParagraphSeparator) &&
+                        !selected.contains(QChar::ObjectReplacementCharacter);
+    m_frmSearch->openFor(isLine ? selected : QString());
+}
+
+bool ThemeNames::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonRelease) {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        // The press has put the caret there.
+        if (mouse->button() == Qt::LeftButton && mouse->modifiers() == Qt::ControlModifier &&
+            !m_source.textCursor().hasSelection())
+            QMetaObject::invokeMethod(
+                this, [this] { m_talk.run([this] { goToDefinition(); }); }, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 } // namespace quillmere

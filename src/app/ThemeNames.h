@@ -2,23 +2,82 @@
 
 #include "app/Going.h"
 #include "app/ThemeEditing.h"
+#include "naming/FoundPlaces.h"
+
+#include <QPointer>
+
+#include <memory>
+
+class QAction;
 
 namespace quillmere {
 
 class Commands;
+class LiveIndex;
+class frmRename;
+class frmSearch;
+class frmUses;
+struct TextSearch;
 
-// What the main window does with the names of a theme: leads to them and changes them.
+// What the main window does with the names of a theme: leads to them, lists and renames them, and searches
+// all windows.
 class ThemeNames : public QObject
 {
     Q_OBJECT
 
 public:
-    ThemeNames(Going::Parts parts, ThemeProject &theme, Files &files, Talk &talk, QObject *parent = nullptr);
+    ThemeNames(Going::Parts parts, LiveIndex &index, ThemeProject &theme, Files &files, Talk &talk,
+               QWidget &window);
+    ~ThemeNames() override;
 
     void addCommands(Commands &menu);
 
     Going going;
     ThemeEditing editing;
+
+protected:
+    // Ctrl and a click in the source.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    struct NamedList;
+    static const NamedList kLists[];
+
+    void addListCommands(Commands &menu);
+    ListView *listInUse() const;
+    std::optional<NamedThing> thingOf(const ListView &list) const;
+    // What the caret or the selected row stands at; nothing, after a hint, where it is nothing with a name.
+    std::optional<NamedThing> thingHere() const;
+    std::optional<NamedThing> hint(const QString &text) const;
+    // nullptr, after a hint, while the theme is still being read.
+    const ThemeIndex *index() const;
+    FoundPlaces find(const NamedThing &thing, const ThemeIndex &index) const;
+    void goToDefinition();
+    bool goToPartner();
+    void showUses();
+    void goToPlace(const FoundPlaces &found, int number,
+                   const std::function<FoundPlaces(const QString &file, const QString &text)> &again);
+    void rename();
+    void undoRename();
+    void search();
+    // False where the person would rather not; see ThemeEditing::apply.
+    bool change(const ThemeEdit &edit, const QString &done);
+    QString unsavedAfter(const ThemeEdit &edit) const;
+
+    LiveIndex &m_index;
+    ThemeProject &m_theme;
+    SourceBox &m_source;
+    const QList<TabFrame *> m_tabs;
+    TabStrip &m_strip;
+    Talk &m_talk;
+    QWidget &m_window;
+    QAction *m_undo = nullptr;
+    std::optional<ThemeEdit> m_inverse; // of the last rename
+    QString m_folder;                   // of the theme that it was made in
+    NamedThing m_listed;                // in frmUses
+    FoundPlaces m_uses;
+    std::unique_ptr<frmUses> m_frmUses; // made when they are first wanted
+    std::unique_ptr<frmSearch> m_frmSearch;
 };
 
 } // namespace quillmere

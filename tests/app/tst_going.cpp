@@ -6,7 +6,11 @@
 #include "app/ThemeNames.h"
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
+#include "theme/forms/LiveIndex.h"
 
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
 #include <QStatusBar>
 
 using namespace quillmere;
@@ -45,6 +49,62 @@ QString themeFile(const Window &window, const char *name)
     return window.files.path(QStringLiteral("theme/") + QLatin1String(name));
 }
 
+void openIndexed(Window &window)
+{
+    openNames(window);
+    QVERIFY(
+        QTest::qWaitFor([&] { return window.skin->findChild<LiveIndex *>()->index() != nullptr; }, 10000));
+}
+
+// A dialog that is shown, and what is in it.
+QWidget *dialog(const char *name)
+{
+    QWidget *found = nullptr;
+    const bool isThere = QTest::qWaitFor([&] {
+        const QWidgetList all = QApplication::topLevelWidgets();
+        const auto it = std::find_if(all.begin(), all.end(), [&](const QWidget *each) {
+            return each->objectName() == QLatin1String(name) && each->isVisible() && each->isActiveWindow();
+        });
+        found = it == all.end() ? nullptr : *it;
+        return found != nullptr;
+    });
+    if (!isThere)
+        qFatal("There is no %s", name);
+    return found;
+}
+template <typename Kind>
+Kind *in(const char *form, const char *name)
+{
+    auto *found = dialog(form)->findChild<Kind *>(QLatin1String(name));
+    if (!found)
+        qFatal("There is no %s in %s", name, form);
+    return found;
+}
+
+// Puts the caret into the n-th place of a text in the source.
+void putCaret(const Window &window, const char *at, int number = 1)
+{
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    auto *source = window.find<SourceBox>("txtSnippet");
+    qsizetype position = -1;
+    for (int i = 0; i < number; ++i)
+        position = text(window).indexOf(QLatin1String(at), position + 1);
+    QVERIFY(position >= 0);
+    source->select(position + 1, 0);
+    source->setFocus();
+}
+
+void selectRow(const Window &window, const char *list, int row)
+{
+    auto *view = window.find<ListView>(list);
+    for (int tab = 0; tab < 9; ++tab) {
+        if (window.find<QWidget>(qPrintable(QStringLiteral("frYt(%1)").arg(tab)))->isAncestorOf(view))
+            window.find<QTabBar>("TabStrip4")->setCurrentIndex(tab);
+    }
+    view->setCurrentIndex(view->model()->index(row, 1));
+    view->setFocus();
+}
+
 // Where one is: the tab, and there the row or the window with what is selected.
 QString place(const Window &window)
 {
@@ -78,6 +138,14 @@ private slots:
     void backAndForward();
     void editsWhatIsOpen();
     void refusesWhatChanged();
+    void keysInTheSource_data();
+    void keysInTheSource();
+    void goesThroughUses();
+    void renames_data();
+    void renames();
+    void renamedWindowStaysOpen();
+    void undoOnlyWhatIsStillThere();
+    void searchesAndReplaces();
 };
 
 void TestGoing::leadsToPlaces_data()
@@ -131,7 +199,8 @@ void TestGoing::backAndForward()
         press(window, Qt::Key_Left, Qt::AltModifier);
         seen.append(place(window));
     }
-    QCOMPARE(seen.join(u'\n'), QStringLiteral("Source other logo\nColor lvColor -1\nImage lvImage 1\nSource main logo"));
+    QCOMPARE(seen.join(u'\n'),
+             QStringLiteral("Source other logo\nColor lvColor -1\nImage lvImage 1\nSource main logo"));
     for (int i = 0; i < 4; ++i)
         press(window, Qt::Key_Right, Qt::AltModifier);
     QCOMPARE(place(window), seen.first());
@@ -193,6 +262,201 @@ void TestGoing::refusesWhatChanged()
     QVERIFY_EXCEPTION_THROWN(editing->apply(edit), RunTimeError);
     QCOMPARE(text(window), typed);
     QCOMPARE(window.files.read(QStringLiteral("theme/other.xml")), kWindow);
+}
+
+void TestGoing::keysInTheSource_data()
+{
+    QTest::addColumn<QString>("at");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("image") << QStringLiteral("logo<") << QStringLiteral("Image lvImage 1");
+    QTest::newRow("colour") << QStringLiteral("navy") << QStringLiteral("Color lvColor 0");
+    QTest::newRow("font") << QStringLiteral("big") << QStringLiteral("Font lvFont 0");
+    QTest::newRow("string") << QStringLiteral("Yes") << QStringLiteral("Lang LvBhs 1");
+    QTest::newRow("unknown") << QStringLiteral("nobody") << QStringLiteral("Source main ");
+}
+
+// F12, and Ctrl with a click at the same place.
+void TestGoing::keysInTheSource()
+{
+    QFETCH(QString, at);
+    QFETCH(QString, expected);
+    Window window;
+    openIndexed(window);
+    window.find<SourceBox>("txtSnippet")
+        ->rewrite(QStringLiteral(
+            "<interface>\n<widget name=\"a\">\n<forecolor>[navy]</forecolor>\n<font>big</font>\n"
+            "<string>Yes</string>\n<unfocus_img>nobody</unfocus_img>\n<img>logo</img></widget>"));
+    auto *source = window.find<SourceBox>("txtSnippet");
+    putCaret(window, at.toLatin1());
+    const QPoint click = source->cursorRect().center();
+    press(window, Qt::Key_F12);
+    QCOMPARE(place(window), expected);
+    if (expected.startsWith(u"Source"))
+        QCOMPARE(window.skin->statusBar()->currentMessage(),
+                 QStringLiteral("Nothing defines the image \"nobody\"."));
+    putCaret(window, "<interface>");
+    QTest::mouseClick(source->viewport(), Qt::LeftButton, Qt::ControlModifier, click);
+    QTRY_COMPARE(place(window), expected);
+}
+
+// A window that is opened from the list is formatted, and its other places are found all the same.
+void TestGoing::goesThroughUses()
+{
+    Window window;
+    window.files.write(QStringLiteral("theme/more.xml"), kWindow + "<img>logo</img>\n");
+    openIndexed(window);
+    selectRow(window, "lvImage", 1);
+    press(window, Qt::Key_F12, Qt::ShiftModifier);
+    auto *uses = in<ListView>("frmUses", "lvUses");
+    QCOMPARE(rowsAsText(uses->model()), QStringLiteral("main.xml | 3 | <img>logo</img></widget>\n"
+                                                       "other.xml | 4 | <img>logo</img></widget>\n"
+                                                       "more.xml | 4 | <img>logo</img></widget>\n"
+                                                       "more.xml | 6 | <img>logo</img>\n"));
+    QStringList seen;
+    for (const int row : {2, 3, 0, 1}) {
+        uses->window()->activateWindow();
+        uses = in<ListView>("frmUses", "lvUses");
+        uses->setCurrentIndex(uses->model()->index(row, 0));
+        QTest::keyClick(uses, Qt::Key_Return);
+        seen.append(place(window) +
+                    QString::number(window.find<SourceBox>("txtSnippet")->textCursor().blockNumber()));
+    }
+    QCOMPARE(seen.join(u','),
+             QStringLiteral("Source more logo2,Source more logo4,Source main logo2,Source other logo2"));
+}
+
+void TestGoing::renames_data()
+{
+    QTest::addColumn<QString>("list"); // empty for the source
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("where"); // a file that changes on disk
+    QTest::addColumn<QByteArray>("from");
+    QTest::addColumn<QByteArray>("to");
+    QTest::newRow("in the source") << QString() << 0 << QStringLiteral("other.xml") << QByteArray(">logo<")
+                                   << QByteArray(">fresh<");
+    QTest::newRow("image") << QStringLiteral("lvImage") << 1 << QStringLiteral("other.xml")
+                           << QByteArray(">logo<") << QByteArray(">fresh<");
+    QTest::newRow("colour") << QStringLiteral("lvColor") << 0 << QStringLiteral("style.xml")
+                            << QByteArray("navy") << QByteArray("fresh");
+    QTest::newRow("font") << QStringLiteral("lvFont") << 0 << QStringLiteral("font.xml")
+                          << QByteArray(">big<") << QByteArray(">fresh<");
+    QTest::newRow("language") << QStringLiteral("lvLang") << 0 << QStringLiteral("en.xml")
+                              << QByteArray("English") << QByteArray("fresh");
+    QTest::newRow("window") << QStringLiteral("LvWidget") << 1 << QStringLiteral("widget.xml")
+                            << QByteArray("other") << QByteArray("fresh");
+}
+
+void TestGoing::renames()
+{
+    QFETCH(QString, list);
+    QFETCH(int, row);
+    QFETCH(QString, where);
+    QFETCH(QByteArray, from);
+    QFETCH(QByteArray, to);
+    Window window;
+    window.files.write(QStringLiteral("theme/style.xml"),
+                       "<widget name=\"s\"><backcolor>[navy]</backcolor></widget>");
+    openIndexed(window);
+    const QString file = u"theme/" + where, source = text(window);
+    const QByteArray before = window.files.read(file);
+    QAction *undo = window.find<QAction>("mnuUndoRename");
+    QVERIFY(!undo->isEnabled());
+    if (list.isEmpty())
+        putCaret(window, "logo<");
+    else
+        selectRow(window, list.toLatin1(), row);
+    press(window, Qt::Key_F2);
+    auto *name = in<QLineEdit>("frmRename", "txtRename");
+    auto *go = in<QPushButton>("frmRename", "cmdRename");
+    QVERIFY(name->hasFocus() && !go->isEnabled()); // it has that name
+    QTest::keyClicks(name, QStringLiteral("<"));
+    QVERIFY(!go->isEnabled());
+    QTest::keyClick(name, Qt::Key_Backspace);
+    QTest::keyClicks(name, QStringLiteral("fresh"));
+    QTest::keyClick(name, Qt::Key_Return);
+    QCOMPARE(window.files.read(file), QByteArray(before).replace(from, to));
+    const bool isImage = list.isEmpty() || list == u"lvImage";
+    QCOMPARE(text(window),
+             isImage ? QString(source).replace(QStringLiteral("logo"), QStringLiteral("fresh")) : source);
+    if (!list.isEmpty()) {
+        const auto *rows = window.find<ListView>(list.toLatin1())->model();
+        QCOMPARE(rows->index(row, 1).data().toString(), QStringLiteral("fresh"));
+    }
+    QVERIFY(undo->isEnabled());
+    undo->trigger();
+    QVERIFY(!undo->isEnabled());
+    QCOMPARE(window.files.read(file), before);
+    QCOMPARE(text(window), source);
+}
+
+void TestGoing::renamedWindowStaysOpen()
+{
+    Window window;
+    openIndexed(window);
+    type(window, "<!-- mine -->");
+    selectRow(window, "LvWidget", 0);
+    press(window, Qt::Key_F2);
+    QTest::keyClicks(in<QLineEdit>("frmRename", "txtRename"), QStringLiteral("first"));
+    QTest::keyClick(in<QLineEdit>("frmRename", "txtRename"), Qt::Key_Return);
+    QVERIFY(!QFile::exists(themeFile(window, "main.xml")));
+    window.prompts.expectQuestion(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"),
+                                  true);
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    window.choose("mnuSave");
+    QVERIFY(window.files.read(QStringLiteral("theme/first.xml")).contains("mine"));
+    QVERIFY(!QFile::exists(themeFile(window, "main.xml")));
+}
+
+void TestGoing::undoOnlyWhatIsStillThere()
+{
+    Window window;
+    openIndexed(window);
+    putCaret(window, "logo<");
+    press(window, Qt::Key_F2);
+    QTest::keyClicks(in<QLineEdit>("frmRename", "txtRename"), QStringLiteral("fresh"));
+    QTest::keyClick(in<QLineEdit>("frmRename", "txtRename"), Qt::Key_Return);
+    const QByteArray theirs = "<img>fresh</img>";
+    window.files.write(QStringLiteral("theme/other.xml"), theirs);
+    const QString source = text(window);
+    window.prompts.expectMessage(
+        QStringLiteral("Quillmere"),
+        QStringLiteral("Cannot change \"%1\": it no longer holds what the change was made for.")
+            .arg(themeFile(window, "other.xml")));
+    window.choose("mnuUndoRename");
+    QCOMPARE(text(window), source);
+    QCOMPARE(window.files.read(QStringLiteral("theme/other.xml")), theirs);
+    QCOMPARE(window.find<ListView>("lvImage")->model()->index(1, 1).data().toString(),
+             QStringLiteral("fresh"));
+}
+
+void TestGoing::searchesAndReplaces()
+{
+    Window window;
+    openIndexed(window);
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    window.find<SourceBox>("txtSnippet")->setFocus();
+    press(window, Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+    auto *searched = in<QLineEdit>("frmSearch", "txtSearch");
+    QTest::keyClicks(searched, QStringLiteral("WIDGET"));
+    QTest::keyClick(searched, Qt::Key_Return);
+    auto *places = in<ListView>("frmSearch", "lvUses");
+    QTRY_COMPARE(places->model()->rowCount(), 4);
+    // Going to one opens the window formatted; the places are still known.
+    places->setCurrentIndex(places->model()->index(2, 0));
+    QTest::keyClick(places, Qt::Key_Return);
+    QCOMPARE(place(window), QStringLiteral("Source other widget"));
+    places->window()->activateWindow();
+    places = in<ListView>("frmSearch", "lvUses");
+    places->setCurrentIndex(places->model()->index(1, 0));
+    QTest::keyClick(places, Qt::Key_Space);
+    QTest::keyClicks(in<QLineEdit>("frmSearch", "txtSearchReplace"), QStringLiteral("style"));
+    QTest::mouseClick(in<QPushButton>("frmSearch", "cmdSearchReplace"), Qt::LeftButton);
+    QCOMPARE(window.files.read(QStringLiteral("theme/main.xml")),
+             QByteArray(kWindow).replace("<widget", "<style"));
+    QCOMPARE(text(window).count(QStringLiteral("style")), 2);
+    QCOMPARE(window.files.read(QStringLiteral("theme/other.xml")), kWindow); // it is open, and not saved
+    window.choose("mnuUndoRename");
+    QCOMPARE(window.files.read(QStringLiteral("theme/main.xml")), kWindow);
 }
 
 int main(int argc, char **argv)

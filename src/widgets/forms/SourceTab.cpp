@@ -73,7 +73,7 @@ void SourceTab::addCommands(Commands &menu)
         });
     }
     menu.on("mnuFormat", [this] { mnuFormat_Click(); });
-    menu.action("mnuFormat")->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F));
+    menu.action("mnuFormat")->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I));
     menu.on("mnuCblock", [this] { mnuCblock_Click(); });
     menu.on("mnuC(0)", [this] { mnuC_Click(4, 5); });
     menu.on("mnuC(1)", [this] { mnuC_Click(5, 4); });

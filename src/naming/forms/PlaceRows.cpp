@@ -1,0 +1,35 @@
+#include "naming/forms/PlaceRows.h"
+
+#include "files/Paths.h"
+
+namespace quillmere {
+
+QString shownPath(const QString &path, const QString &folder)
+{
+    const QString above = joinPath(folder, u"");
+    QString shown = path.startsWith(above) ? path.mid(above.size()) : path;
+    return shownName(shown.replace(separator(), u'/'));
+}
+
+QList<ListRows::Row> rowsOf(const FoundPlaces &found, const QString &folder, const QString *after)
+{
+    QList<ListRows::Row> rows;
+    rows.reserve(found.places.size());
+    QString file, shown;
+    for (const FoundPlace &place : found.places) {
+        if (place.file != file) {
+            file = place.file;
+            shown = shownPath(file, folder);
+        }
+        ListRows::Row row = {
+            shown,
+            {place.line.number > 0 ? QString::number(place.line.number) : QString(), place.line.text},
+            place.isSure};
+        if (after)
+            row.subItems.append(place.line.with(*after));
+        rows.append(row);
+    }
+    return rows;
+}
+
+} // namespace quillmere

@@ -1,0 +1,277 @@
+#include "naming/forms/frmSearch.h"
+
+#include "asking/Talk.h"
+#include "controls/ListView.h"
+#include "controls/Named.h"
+#include "controls/PageScroll.h"
+#include "files/Paths.h"
+#include "files/RunTimeError.h"
+#include "naming/forms/PlaceRows.h"
+#include "theme/forms/LiveIndex.h"
+
+#include <QBoxLayout>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <algorithm>
+#include <limits>
+
+namespace quillmere {
+
+namespace {
+constexpr QSize kFirstSize{820, 420}; // pixels
+constexpr int kPercent = 100;
+} // namespace
+
+frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> change, Talk &talk,
+                     QWidget &owner)
+    : ModelessDialog(QStringLiteral("frmSearch"), owner), m_index(index), m_change(std::move(change)),
+      m_talk(talk), m_rows({tr("Window"), tr("Line"), tr("Text")}, ListRows::Checks::Yes),
+      txtSearch(named(new QLineEdit, "txtSearch", tr("Text to search for"))),
+      chkSearchCase(named(new QCheckBox(tr("Match &case")), "chkSearchCase", tr("Mind letter case"))),
+      cbSearchIn(named(new QComboBox, "cbSearchIn", tr("Where to search"))),
+      cmdSearch(named(new QPushButton(tr("&Search")), "cmdSearch", tr("Search"))),
+      barSearch(named(new QProgressBar, "barSearch", tr("Progress of the search"))),
+      cmdSearchStop(named(new QPushButton(tr("S&top")), "cmdSearchStop", tr("Stop searching"))),
+      lblSearch(named(new QLabel, "lblSearch", tr("What was found"))),
+      lvUses(new ListView(QStringLiteral("lvUses"), tr("Places"), m_rows)),
+      txtSearchReplace(named(new QLineEdit, "txtSearchReplace", tr("Text to put in place of it"))),
+      cmdSearchAll(named(new QPushButton(tr("Tick &All")), "cmdSearchAll", tr("Tick every place"))),
+      cmdSearchNone(named(new QPushButton(tr("Tick &None")), "cmdSearchNone", tr("Tick no place"))),
+      cmdSearchReplace(
+          named(new QPushButton(tr("&Replace")), "cmdSearchReplace", tr("Replace in the ticked places")))
+{
+    setWindowTitle(tr("Search"));
+    for (QLineEdit *box : {txtSearch, txtSearchReplace}) {
+        box->setMaxLength(std::numeric_limits<int>::max());
+        box->setClearButtonEnabled(true);
+    }
+    lblSearch->setTextFormat(Qt::PlainText);
+    lblSearch->setWordWrap(true);
+    lvUses->setColumnShares({5, 1, 9});
+    lvUses->setToolTip(tr("Double-click a place, or press Enter, to go there."));
+    connect(lvUses, &ListView::rowOpened, this,
+            [this](int row) { emit placeChosen(m_found, row, m_search); });
+    connect(&m_rows, &ListRows::checkChanged, this, &frmSearch::showTicked);
+
+    auto *column = new QVBoxLayout(this);
+    column->addLayout(makeQuestion());
+    column->addLayout(makeProgress());
+    column->addWidget(lvUses, 1);
+    column->addLayout(makeReplacement());
+    m_worker.setMaxThreadCount(1);
+    finish(FoundPlaces());
+    lblSearch->setText(tr("Type a text and press Enter."));
+    scrollWhereSmall(*this);
+    resize(kFirstSize);
+}
+
+frmSearch::~frmSearch()
+{
+    m_stop.request_stop();
+    m_worker.waitForDone();
+}
+
+QLayout *frmSearch::makeQuestion()
+{
+    cbSearchIn->addItems({tr("All windows"), tr("Open window")});
+    cmdSearch->setDefault(true);
+    connect(cmdSearch, &QPushButton::clicked, this, &frmSearch::cmdSearch_Click);
+    auto *label = new QLabel(tr("&Find:"));
+    label->setBuddy(txtSearch);
+    auto *line = new QHBoxLayout;
+    line->addWidget(label);
+    line->addWidget(txtSearch, 1);
+    line->addWidget(chkSearchCase);
+    line->addWidget(cbSearchIn);
+    line->addWidget(cmdSearch);
+    return line;
+}
+
+QLayout *frmSearch::makeProgress()
+{
+    barSearch->setRange(0, kPercent);
+    barSearch->setTextVisible(false);
+    barSearch->setMaximumHeight(cmdSearchStop->sizeHint().height() / 2);
+    cmdSearchStop->setAutoDefault(false);
+    connect(cmdSearchStop, &QPushButton::clicked, this, &frmSearch::cmdSearchStop_Click);
+    auto *line = new QHBoxLayout;
+    line->addWidget(lblSearch, 2);
+    line->addWidget(barSearch, 1);
+    line->addWidget(cmdSearchStop);
+    return line;
+}
+
+QLayout *frmSearch::makeReplacement()
+{
+    auto *label = new QLabel(tr("Replace &with:"));
+    label->setBuddy(txtSearchReplace);
+    auto *line = new QHBoxLayout;
+    line->addWidget(cmdSearchAll);
+    line->addWidget(cmdSearchNone);
+    line->addWidget(label);
+    line->addWidget(txtSearchReplace, 1);
+    line->addWidget(cmdSearchReplace);
+    for (QPushButton *button : {cmdSearchAll, cmdSearchNone, cmdSearchReplace})
+        button->setAutoDefault(false);
+    connect(cmdSearchAll, &QPushButton::clicked, this, [this] { tickAll(true); });
+    connect(cmdSearchNone, &QPushButton::clicked, this, [this] { tickAll(false); });
+    connect(cmdSearchReplace, &QPushButton::clicked, this,
+            [this] { m_talk.run([this] { cmdSearchReplace_Click(); }); });
+    return line;
+}
+
+void frmSearch::openFor(const QString &text)
+{
+    if (!text.isEmpty())
+        txtSearch->setText(text);
+    txtSearch->selectAll();
+    txtSearch->setFocus();
+    present(Keyboard::Takes);
+}
+
+TextSearch frmSearch::asked() const
+{
+    TextSearch search = {txtSearch->text(), chkSearchCase->isChecked()};
+    if (cbSearchIn->currentIndex() == 1)
+        search.file = m_index.openFile();
+    return search;
+}
+
+void frmSearch::cmdSearch_Click()
+{
+    const TextSearch search = asked();
+    const ThemeSources sources = m_index.sources();
+    if (search.text.isEmpty() || (cbSearchIn->currentIndex() == 1 && search.file.isEmpty()) ||
+        sources.folder.isEmpty()) {
+        lblSearch->setText(search.text.isEmpty()      ? tr("Type a text and press Enter.")
+                           : sources.folder.isEmpty() ? tr("Open a theme first.")
+                                                      : tr("Open a window first."));
+        return;
+    }
+    m_stop.request_stop();
+    m_stop = std::stop_source();
+    m_search = search;
+    m_openThen = m_index.openFile();
+    m_found = {};
+    m_rows.assign({});
+    barSearch->setValue(0);
+    barSearch->show();
+    cmdSearchStop->show();
+    lblSearch->setText(tr("Searching..."));
+    const int run = ++m_run;
+    const auto tellDone = [this, run](int percent) {
+        QMetaObject::invokeMethod(this, [this, run, percent] {
+            if (run == m_run)
+                barSearch->setValue(percent);
+        });
+    };
+    m_worker.start(
+        [this, run, search, sources, tellDone, index = m_index.sharedIndex(), stop = m_stop.get_token()] {
+            int shown = 0;
+            const auto progress = [&](qsizetype done, qsizetype all) {
+                const int percent = int(done * kPercent / std::max<qsizetype>(all, 1));
+                if (std::exchange(shown, percent) != percent)
+                    tellDone(percent);
+            };
+            // A theme that has only just been opened has no index yet.
+            const auto own = index ? std::nullopt : ThemeIndex::build(sources, stop);
+            const ThemeIndex *files = index ? index.get() : own ? &*own : nullptr;
+            auto found = files ? searchTexts(search, *files, sources, stop, progress) : std::nullopt;
+            QMetaObject::invokeMethod(this, [this, run, found = std::move(found)] {
+                if (run == m_run)
+                    finish(found);
+            });
+        });
+}
+
+void frmSearch::cmdSearchStop_Click()
+{
+    m_stop.request_stop();
+    ++m_run;
+    finish(std::nullopt);
+}
+
+void frmSearch::finish(std::optional<FoundPlaces> found)
+{
+    barSearch->hide();
+    cmdSearchStop->hide();
+    const bool isStopped = !found;
+    m_found = std::move(found).value_or(FoundPlaces());
+    showFound();
+    if (isStopped)
+        lblSearch->setText(tr("Stopped."));
+}
+
+void frmSearch::showFound()
+{
+    m_rows.assign(rowsOf(m_found, m_index.sources().folder));
+    const qsizetype listed = m_found.places.size();
+    if (listed == 0)
+        lblSearch->setText(tr("Nothing found."));
+    else if (m_found.more > 0)
+        lblSearch->setText(tr("%1 places; the first %2 are listed.").arg(listed + m_found.more).arg(listed));
+    else
+        lblSearch->setText(tr("%1 places in %2 files.").arg(listed).arg(m_found.files()));
+    if (listed > 0 && isActiveWindow()) {
+        lvUses->setCurrentIndex(m_rows.index(0, 0));
+        lvUses->setFocus();
+    }
+    showTicked();
+}
+
+void frmSearch::showTicked()
+{
+    const auto &rows = m_rows.rows();
+    cmdSearchReplace->setEnabled(
+        std::any_of(rows.begin(), rows.end(), [](const ListRows::Row &row) { return row.checked; }));
+    cmdSearchAll->setEnabled(!rows.isEmpty());
+    cmdSearchNone->setEnabled(!rows.isEmpty());
+}
+
+void frmSearch::tickAll(bool ticked)
+{
+    QList<ListRows::Row> rows = m_rows.rows();
+    for (ListRows::Row &row : rows)
+        row.checked = ticked;
+    m_rows.edit(std::move(rows));
+    showTicked();
+}
+
+bool frmSearch::renewPlaces()
+{
+    const ThemeSources sources = m_index.sources();
+    for (const QString &file : {m_openThen, m_index.openFile()}) {
+        const auto mark = m_found.marks.constFind(file);
+        if (mark == m_found.marks.constEnd())
+            continue;
+        const auto text = textOf(sources, {file, findFile(file)});
+        if (text && ThemeEdit::markOf(*text) != *mark &&
+            !m_found.renew(file, placesIn(m_search, file, *text)))
+            return false;
+    }
+    return true;
+}
+
+void frmSearch::cmdSearchReplace_Click()
+{
+    if (!renewPlaces())
+        throw RunTimeError(tr("A window has changed since the search. Search again, then replace."));
+    QList<bool> isTaken;
+    for (const ListRows::Row &row : m_rows.rows())
+        isTaken.append(row.checked);
+    const ThemeEdit edit = editOf(m_found, isTaken, txtSearchReplace->text());
+    const qsizetype files = edit.paths().size(), places = isTaken.count(true);
+    if (!m_change(edit))
+        return;
+    m_found = {};
+    m_rows.assign({});
+    showTicked();
+    lblSearch->setText(tr("%1 places replaced in %2 files.").arg(places).arg(files));
+}
+
+} // namespace quillmere
