@@ -7,7 +7,6 @@
 #include "files/TestFiles.h"
 
 #include <QAbstractItemModelTester>
-#include <QRandomGenerator>
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
@@ -129,25 +128,6 @@ private slots:
         // As it comes back from the browser.
         const QString path = withOwnSeparators(u"//s/a'b\"(c)[d]{e}&;=+@:!$,~*%41%2f#?./../\u0436\uFFFF.png");
         QCOMPARE(picturePath(QUrl::fromEncoded(pictureUrl(path).toEncoded())), path);
-    }
-
-    // Wherever a long page is cut, and whatever stands there.
-    void cutsPages()
-    {
-        static const QString parts[] = {QStringLiteral("url('"),    QStringLiteral("')"),
-                                        QStringLiteral("/a b.png"), QStringLiteral("URL("),
-                                        QStringLiteral("'"),        QStringLiteral("x")};
-        QRandomGenerator random(5);
-        for (int round = 0; round < 3000; ++round) {
-            QString page;
-            for (int part = random.bounded(24); part > 0; --part)
-                page += parts[random.bounded(6)];
-            PictureUrlPieces pieces(page, {});
-            QString together;
-            while (!pieces.atEnd())
-                together += pieces.next(1 + random.bounded(9));
-            QCOMPARE(together, withPictureUrls(page, {}));
-        }
     }
 
     void admits_data()

@@ -6,8 +6,8 @@
 using namespace quillmere;
 
 // Every definition and use is found again by its text, at its line and column, and an index that is brought
-// up to date says what a new one says. The parts are the files of a theme, then a new text for the first
-// window.
+// up to date says what a new one says. The parts are the files of a theme, then new texts for the first
+// window and the images.
 void fuzz(const Input &input)
 {
     static const TestFiles files;
@@ -36,8 +36,10 @@ void fuzz(const Input &input)
                                          .arg(names.uses(place.kind, place.name).size() * 1000 +
                                               names.definitions(place.kind, place.name).size());
         }
-        for (int kind = 0; kind < kNameKinds; ++kind)
-            text += names.names(NameKind(kind)).join(u'|') + u'\n';
+        for (int kind = 0; kind < kNameKinds; ++kind) {
+            for (const QString &name : names.names(NameKind(kind)))
+                text += name + u'|' + names.inOtherLetters(NameKind(kind), name).join(u'|') + u'\n';
+        }
         return text;
     };
     for (qint32 file = 0; file < index.files().size(); ++file) {
@@ -59,8 +61,13 @@ void fuzz(const Input &input)
             check(isThere, "it is found by its name", place.name);
         }
     }
-    const QString window = files.path(QStringLiteral("theme/a.xml"));
-    sources.texts.insert(window, input.text(part));
-    index.update(window, input.text(part));
-    same(everything(index), everything(*ThemeIndex::build(sources)), "up to date");
+    const ThemeIndex before = index;
+    const QString first = everything(before);
+    for (const char *name : {"theme/a.xml", "theme/image.xml"}) {
+        const QString path = files.path(QLatin1String(name));
+        sources.texts.insert(path, input.text(part));
+        index.update(path, input.text(part++));
+        same(everything(index), everything(*ThemeIndex::build(sources)), "up to date");
+    }
+    same(everything(before), first, "a copy stays what it was");
 }

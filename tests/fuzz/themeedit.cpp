@@ -30,12 +30,17 @@ void fuzz(const Input &input)
     for (int i = 0; i < 2; ++i) {
         QString expected = texts[i];
         const QList<RangeChange> changes = edit.changesOf(paths[i]);
-        for (auto change = changes.crbegin(); change != changes.crend(); ++change)
+        for (auto change = changes.crbegin(); change != changes.crend(); ++change) {
+            same(change->before, change->range.in(texts[i]).toString(), "what stood there");
             expected.replace(change->range.start, change->range.size(), put);
+        }
         same(LoadFile(paths[i]), expected, "the ranges change and nothing else");
     }
-    inverse.apply(targets);
-    for (int i = 0; i < 2; ++i)
+    const ThemeEdit again = inverse.apply(targets);
+    for (int i = 0; i < 2; ++i) {
         check(files.read(names[i]) == input.bytes(i), "the bytes come back", texts[i]);
+        check(again.changesOf(paths[i]) == edit.changesOf(paths[i]), "back again it is the same edit",
+              texts[i]);
+    }
     QDir(door.backups().folder()).removeRecursively();
 }

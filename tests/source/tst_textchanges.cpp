@@ -1,6 +1,5 @@
 #include "source/TextChanges.h"
 
-#include <QRandomGenerator>
 #include <QTest>
 
 using namespace quillmere;
@@ -14,24 +13,6 @@ QString applied(QString text, const QList<TextChange> &changes)
     return text;
 }
 
-QString randomText(QRandomGenerator &random, int most)
-{
-    static const QString pieces[] = {QStringLiteral("<rect>[10,20,300,40]</rect>"),
-                                     QStringLiteral("\n"),
-                                     QStringLiteral("     "),
-                                     QStringLiteral("a"),
-                                     QStringLiteral("b"),
-                                     QStringLiteral("\U0001F600"),
-                                     QStringLiteral("\U0001F601"),
-                                     QString(QChar(0xD83D)),
-                                     QString(QChar(0xDE00)),
-                                     QStringLiteral("0123456789abcdefghij")};
-    QString text;
-    for (int i = random.bounded(most); i > 0; --i)
-        text += pieces[random.bounded(int(std::size(pieces)))];
-    return text;
-}
-
 } // namespace
 
 class TestTextChanges : public QObject
@@ -41,7 +22,6 @@ class TestTextChanges : public QObject
 private slots:
     void caretStays_data();
     void caretStays();
-    void anyTexts();
 };
 
 // The caret is "|" in both texts.
@@ -76,37 +56,6 @@ void TestTextChanges::caretStays()
     const QList<TextChange> changes = changesBetween(before, after);
     QCOMPARE(applied(before, changes), after);
     QCOMPARE(caretAfter(changes, before, caret), wanted);
-}
-
-void TestTextChanges::anyTexts()
-{
-    QRandomGenerator random(11);
-    for (int round = 0; round < 4000; ++round) {
-        const QString now = randomText(random, 30);
-        QString next = now;
-        for (int edits = random.bounded(6); edits > 0; --edits) {
-            const qsizetype at = random.bounded(int(next.size()) + 1);
-            next.replace(at, random.bounded(9), randomText(random, 3));
-        }
-        if (round % 10 == 0)
-            next = randomText(random, 300);
-        const QList<TextChange> changes = changesBetween(now, next);
-        QCOMPARE(applied(now, changes), next);
-        qsizetype end = -1;
-        for (const TextChange &change : changes) {
-            QVERIFY(change.start > end && (change.length > 0 || !change.text.isEmpty()));
-            end = change.start + change.length;
-            const auto splits = [&](qsizetype at) {
-                return at > 0 && at < now.size() && now[at - 1].isHighSurrogate() && now[at].isLowSurrogate();
-            };
-            QVERIFY(!splits(change.start) && !splits(end));
-        }
-        QCOMPARE(changes.isEmpty(), now == next);
-        for (qsizetype caret = 0; caret <= now.size(); ++caret) {
-            const qsizetype to = caretAfter(changes, now, caret);
-            QVERIFY(to >= 0 && to <= next.size());
-        }
-    }
 }
 
 QTEST_APPLESS_MAIN(TestTextChanges)

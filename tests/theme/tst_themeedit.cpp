@@ -2,7 +2,6 @@
 #include "files/TestFiles.h"
 #include "theme/ThemeEdit.h"
 
-#include <QRandomGenerator>
 #include <QTest>
 
 using namespace quillmere;
@@ -93,39 +92,6 @@ private slots:
     {
         m_files = std::make_unique<TestFiles>();
         m_door.backups().setFolder(m_files->path(QStringLiteral("backup")));
-    }
-
-    void randomChanges()
-    {
-        QRandomGenerator random(3);
-        const auto anyText = [&random](int most) {
-            QString text;
-            for (int i = random.bounded(most); i > 0; --i)
-                text += QStringLiteral("ab\u00E9\u4E2D\n")[random.bounded(5)];
-            return text;
-        };
-        for (int round = 0; round < 60; ++round) {
-            const QString text = anyText(20);
-            const QString path = write("a.xml", text.toUtf8());
-            const QByteArray before = read("a.xml");
-            ThemeEdit edit;
-            QString expected = text;
-            for (int i = 0; i < 6; ++i) {
-                const qint32 start = qint32(random.bounded(text.size() + 1));
-                const Range range = {start, start + qint32(random.bounded(text.size() - start + 1))};
-                edit.replace(path, text, range, anyText(4));
-            }
-            const QList<RangeChange> changes = edit.changesOf(path);
-            for (auto change = changes.crbegin(); change != changes.crend(); ++change) {
-                QCOMPARE(change->before, text.mid(change->range.start, change->range.size()));
-                expected.replace(change->range.start, change->range.size(), change->after);
-            }
-            const ThemeEdit inverse = edit.apply(targets());
-            QCOMPARE(LoadFile(path), expected);
-            const ThemeEdit again = inverse.apply(targets());
-            QCOMPARE(read("a.xml"), before);
-            QCOMPARE(again.changesOf(path), changes);
-        }
     }
 
     // The bytes come back although the letter that showed the code page was gone in between.
