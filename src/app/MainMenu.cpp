@@ -94,6 +94,7 @@ constexpr Item kItems[] = {
     {"mnuView", "mnuV(3)", "String", Kind::Check},
     {"mnuView", "mnuV(4)", "Size", Kind::Check},
     {"mnuView", "mnuV(5)", "Position", Kind::Check},
+    {"mnuView", "mnuCompletion", "Completion", Kind::Check},
     {"mnuView", "mnuFormat", "&Format"},
     {"mnuView", "mnuVColor", "&Color", Kind::Menu},
     {"mnuVColor", "mnuColCode(1)", "&Convert To Code"},

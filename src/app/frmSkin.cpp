@@ -24,6 +24,7 @@
 #include "i18n/forms/LangTab.h"
 #include "keeping/forms/KeptRows.h"
 #include "keeping/forms/OutsideChanges.h"
+#include "naming/forms/SourceHelp.h"
 #include "preview/forms/PreviewFrame.h"
 #include "source/forms/SourceBox.h"
 #include "theme/forms/LiveIndex.h"
@@ -124,6 +125,7 @@ void frmSkin::makeTabs()
         new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_files, m_talk, this);
     m_index = new LiveIndex(
         m_theme, *m_sourceTab->txtSnippet, m_files, [this] { return m_document->path(); }, this);
+    m_sourceHelp = new SourceHelp(*m_sourceTab->txtSnippet, *m_index, m_theme, this);
     connect(m_outside, &OutsideChanges::looked, m_index, &LiveIndex::lookAgain);
     new CodePageChoice(
         *m_status, m_theme, *m_document, [this] { loadTheme(m_theme.folder()); }, m_files, m_talk, this);
@@ -197,6 +199,7 @@ void frmSkin::makeMenu()
     m_scans->addCommands(m_menu);
     m_langTab->addCommands(m_menu);
     m_sourceTab->addCommands(m_menu);
+    m_sourceHelp->addCommands(m_menu);
     frmWb->addCommands(m_menu);
     m_menu.on("mnuColCode(1)", [this] { mnuColCode_Click(ColourForm::Code); });
     m_menu.on("mnuColCode(2)", [this] { mnuColCode_Click(ColourForm::Name); });

@@ -28,6 +28,7 @@ class PreviewFrame;
 class Prompts;
 class ScanCommands;
 class RecentThemes;
+class SourceHelp;
 class SourceTab;
 class StatusLine;
 class TabFrame;
@@ -112,6 +113,7 @@ private:
     OpenDocument *m_document = nullptr;
     LiveIndex *m_index = nullptr;
     ThemeNames *m_names = nullptr;
+    SourceHelp *m_sourceHelp = nullptr;
     int CurrentTab = 1; // 1-based
     QElapsedTimer m_sinceTheme;
     std::unique_ptr<Dialogs> m_dialogs;

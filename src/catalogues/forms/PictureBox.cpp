@@ -1,11 +1,10 @@
 #include "catalogues/forms/PictureBox.h"
 
-#include "browser/PictureFile.h"
+#include "catalogues/forms/ScaledPicture.h"
 #include "files/Paths.h"
 #include "files/RegularFile.h"
 
 #include <QFileInfo>
-#include <QImageReader>
 #include <QLocale>
 #include <QPainter>
 
@@ -14,8 +13,6 @@ namespace quillmere {
 namespace {
 
 constexpr int kSquare = 8; // pixels, of the chequered ground
-const QColor kLightSquare(0xCC, 0xCC, 0xCC);
-const QColor kDarkSquare(0x99, 0x99, 0x99);
 
 bool isDrawing(const QString &path)
 {
@@ -35,26 +32,15 @@ QString PictureBox::showFile(const QString &path)
     const std::unique_ptr<QFile> opened = openRegular(file, kLargestFile, reason);
     if (!opened)
         return tr("%1: %2.").arg(fileNameOf(path).toString(), reason);
-    const QByteArray format = pixelFormat(*opened);
-    if (format.isEmpty())
+    const ScaledPicture read = readScaled(*opened, size() * devicePixelRatioF());
+    if (read.image.isNull())
         return isDrawing(file) ? tr("Drawings are shown in the preview only.") : tr("This is no picture.");
-    QImageReader reader(opened.get(), format);
-    reader.setAutoDetectImageFormat(false);
-    QSize size = reader.size();
-    // Large pictures are scaled while they are read, where the format can.
-    const QSize room = this->size() * devicePixelRatioF();
-    if (size.isValid() && (size.width() > room.width() || size.height() > room.height()))
-        reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio).expandedTo({1, 1}));
-    m_picture = reader.read();
-    if (m_picture.isNull())
-        return tr("This is no picture.");
-    if (!size.isValid())
-        size = m_picture.size();
+    m_picture = read.image;
     update();
     return tr("%1 × %2 pixels\n%3 bytes")
-        .arg(size.width())
-        .arg(size.height())
-        .arg(QLocale().toString(opened->size()));
+        .arg(read.size.width())
+        .arg(read.size.height())
+        .arg(QLocale().toString(read.bytes));
 }
 
 void PictureBox::clear()
@@ -75,10 +61,7 @@ void PictureBox::paintEvent(QPaintEvent *)
     if (shown.width() > width() || shown.height() > height())
         shown.scale(size(), Qt::KeepAspectRatio);
     const QRectF place(QPointF(width() - shown.width(), height() - shown.height()) / 2, shown);
-    for (int y = 0; y < height(); y += kSquare) {
-        for (int x = 0; x < width(); x += kSquare)
-            painter.fillRect(x, y, kSquare, kSquare, (x + y) / kSquare % 2 ? kDarkSquare : kLightSquare);
-    }
+    drawChequers(painter, rect(), kSquare);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(place, m_picture);
 }

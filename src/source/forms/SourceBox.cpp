@@ -150,6 +150,19 @@ void SourceBox::rewrite(const QString &text)
         setFocus(); // so that Ctrl+Z takes it back
 }
 
+void SourceBox::replace(qsizetype start, qsizetype length, const QString &with, qsizetype caret)
+{
+    const qsizetype from = withoutCarriageReturns(start), to = withoutCarriageReturns(start + length);
+    {
+        const QScopedValueRollback typing(m_typing, true);
+        QTextCursor step = textCursor(); // undoing brings the caret back there
+        step.beginEditBlock();
+        applyChanges(*m_held, m_held->text(), {{from, to - from, withLineFeeds(with)}});
+        step.endEditBlock();
+    }
+    select(caret, 0);
+}
+
 // Shows what an object hides around these positions of the text. That is no edit: it is part of the step
 // before, and where there is none, of no step.
 void SourceBox::showHidden(const QList<qsizetype> &positions)
@@ -226,6 +239,28 @@ void SourceBox::showFrom(qsizetype position)
     horizontalScrollBar()->setValue(0);
 }
 
+qsizetype SourceBox::positionAt(const QPoint &point) const
+{
+    QTextCursor at = cursorForPosition(point); // between the two units that are nearest
+    const QRect caret = cursorRect(at);
+    if (point.y() < caret.top() || point.y() > caret.bottom() ||
+        (point.x() > caret.right() && at.atBlockEnd()))
+        return -1;
+    if (point.x() < caret.left()) {
+        if (at.atBlockStart())
+            return -1;
+        at.movePosition(QTextCursor::PreviousCharacter);
+    }
+    return fromDocument(at.position());
+}
+
+QRect SourceBox::placeOf(qsizetype position) const
+{
+    QTextCursor caret(document());
+    caret.setPosition(m_held->toDocument(withoutCarriageReturns(position)));
+    return cursorRect(caret);
+}
+
 bool SourceBox::stepQuietly(QKeyEvent *event)
 {
     const bool undoes = event->matches(QKeySequence::Undo);
@@ -240,15 +275,27 @@ bool SourceBox::stepQuietly(QKeyEvent *event)
 
 void SourceBox::inputMethodEvent(QInputMethodEvent *event)
 {
-    const QScopedValueRollback typing(m_typing, true);
-    QPlainTextEdit::inputMethodEvent(event);
+    const int before = document()->revision();
+    {
+        const QScopedValueRollback typing(m_typing, true);
+        QPlainTextEdit::inputMethodEvent(event);
+    }
+    emit keyHandled(document()->revision() != before);
 }
 
 void SourceBox::keyPressEvent(QKeyEvent *event)
 {
-    const QScopedValueRollback typing(m_typing, true);
-    if (stepQuietly(event))
-        return;
+    const int before = document()->revision();
+    {
+        const QScopedValueRollback typing(m_typing, true);
+        if (!stepQuietly(event))
+            handleKey(event);
+    }
+    emit keyHandled(document()->revision() != before);
+}
+
+void SourceBox::handleKey(QKeyEvent *event)
+{
     const bool indents = event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier;
     const bool takesBack = event->key() == Qt::Key_Backtab ||
                            (event->key() == Qt::Key_Tab && event->modifiers() == Qt::ShiftModifier);

@@ -43,6 +43,9 @@ public:
     void setText(ReadyText ready);
     // The same document, rewritten by a command: one undo step, the caret stays at its place in the text.
     void rewrite(const QString &text);
+    // The same for a stretch of text() that something the person takes stands for: the caret goes to `caret`
+    // in the text that comes of it. To all that listens it is a key.
+    void replace(qsizetype start, qsizetype length, const QString &with, qsizetype caret);
     // True while a key (of the keyboard or of an input method) is being handled: the next one waits for all
     // that changed() leads to.
     bool isTyping() const { return m_typing; }
@@ -56,9 +59,16 @@ public:
     // The same without a selection, and the caret's line near the top, so that what follows it can be read.
     void showFrom(qsizetype position);
 
+    // The position in text() of what is shown at a point of the viewport; -1 where no text is.
+    qsizetype positionAt(const QPoint &point) const;
+    // Where a caret at a position in text() stands, in the viewport.
+    QRect placeOf(qsizetype position) const;
+
 signals:
     // The text is another one than before.
     void changed();
+    // A key has been handled, and all that changed() leads to with it. `isText`: it has changed the text.
+    void keyHandled(bool isText);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -81,6 +91,7 @@ private:
     void markCaret();
     void takePaletteColours();
 
+    void handleKey(QKeyEvent *event);
     // Undoing a command leaves the caret and the view where they are.
     bool stepQuietly(QKeyEvent *event);
 

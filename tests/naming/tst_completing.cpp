@@ -1,0 +1,234 @@
+#include "app/EditedTheme.h"
+
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QHelpEvent>
+#include <QImage>
+#include <QWindow>
+
+using namespace quillmere;
+
+namespace {
+
+// The source of a window that is open, typed in with real keys: they go where the window system sends them,
+// to the list of completions while it is open.
+class TypedWindow : public Window
+{
+public:
+    TypedWindow()
+    {
+        openAll(*this);
+        files.write(QStringLiteral("theme/image.xml"),
+                    "<image id=\"Logo\">logo.png</image><image id=\"big_logo\">none.png</image>"
+                    "<image id=\"back\">../back.png</image>");
+        files.write(QStringLiteral("theme/font.xml"),
+                    "<font><name>small</name><file>s.ttf</file><size>12</size></font>");
+        files.write(QStringLiteral("theme/color.xml"),
+                    "<color name=\"navy\">#000080</color><color name=\"red\">#FF0000</color>");
+        files.write(
+            QStringLiteral("theme/theme.xml"),
+            "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image><file_font>"
+            "font.xml</file_font><file_color>color.xml</file_color><file_i18n>lang.xml</file_i18n>"
+            "</config>");
+        QImage picture(40, 30, QImage::Format_ARGB32);
+        picture.fill(Qt::red);
+        picture.save(files.path(QStringLiteral("theme/logo.png")));
+        picture.save(files.path(QStringLiteral("back.png")));
+        skin->openTheme(files.folder());
+        skin->openTheme(files.path(QStringLiteral("theme")));
+        find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+        source = find<SourceBox>("txtSnippet");
+        // The names are listed once their list opens.
+        set(QStringLiteral("<img>|"));
+        if (!QTest::qWaitFor([this] {
+                keys(QStringLiteral("{Ask}"));
+                return list() != nullptr;
+            }))
+            qFatal("No list of images opens");
+        keys(QStringLiteral("{Esc}"));
+    }
+
+    // "|" is the caret.
+    void set(QString text)
+    {
+        const qsizetype caret = text.lastIndexOf(u'|');
+        source->setText(text.remove(caret, 1));
+        source->setFocus();
+        source->select(caret, 0);
+    }
+    QString get() const { return source->text().insert(source->selectionStart(), u'|'); }
+    void keys(const QString &script)
+    {
+        static const QHash<QString, QKeyCombination> named = {
+            {QStringLiteral("Tab"), Qt::Key_Tab},
+            {QStringLiteral("Enter"), Qt::Key_Return},
+            {QStringLiteral("Esc"), Qt::Key_Escape},
+            {QStringLiteral("Down"), Qt::Key_Down},
+            {QStringLiteral("Up"), Qt::Key_Up},
+            {QStringLiteral("Left"), Qt::Key_Left},
+            {QStringLiteral("Home"), Qt::Key_Home},
+            {QStringLiteral("Back"), Qt::Key_Backspace},
+            {QStringLiteral("Undo"), Qt::CTRL | Qt::Key_Z},
+            {QStringLiteral("Ask"), Qt::CTRL | Qt::Key_Space},
+            {QStringLiteral("Ask too"), Qt::ALT | Qt::Key_Slash}};
+        for (qsizetype at = 0; at < script.size(); ++at) {
+            QWindow *const window = skin->windowHandle();
+            if (script[at] != u'{') {
+                QTest::keyClick(window, script[at].toLatin1());
+                continue;
+            }
+            const qsizetype end = script.indexOf(u'}', at);
+            const QKeyCombination key = named.value(script.sliced(at + 1, end - at - 1));
+            QTest::keyClick(window, key.key(), key.keyboardModifiers());
+            at = end;
+        }
+    }
+    // nullptr where none is open.
+    static QAbstractItemView *list()
+    {
+        auto *open = qobject_cast<QAbstractItemView *>(QApplication::activePopupWidget());
+        return open && open->objectName() == u"lvCompletion" ? open : nullptr;
+    }
+    static QString entries()
+    {
+        QStringList names;
+        for (int row = 0; list() && row < list()->model()->rowCount(); ++row)
+            names.append(list()->model()->index(row, 0).data().toString());
+        return names.join(u' ');
+    }
+
+    SourceBox *source;
+};
+
+} // namespace
+
+class TestCompleting : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { m_window = std::make_unique<TypedWindow>(); }
+    void cleanupTestCase() { m_window.reset(); }
+    void keys_data();
+    void keys();
+    void entriesTell();
+    void mouse();
+    void turnedOff();
+    void longLine();
+
+private:
+    std::unique_ptr<TypedWindow> m_window;
+};
+
+void TestCompleting::keys_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QString>("after");
+    QTest::addColumn<QString>("offered"); // empty where the list is closed
+    const auto row = [](const char *name, const char *text, const char *keys, const char *after,
+                        const char *offered) {
+        QTest::newRow(name) << QString::fromUtf8(text) << QString::fromUtf8(keys) << QString::fromUtf8(after)
+                            << QString::fromUtf8(offered);
+    };
+    row("opens by itself", "<img>|</img>", "lo", "<img>lo|</img>", "Logo big_logo");
+    row("narrows", "<img>|</img>", "big", "<img>big|</img>", "big_logo");
+    row("widens", "<img>|</img>", "big{Back}{Back}{Back}", "<img>|</img>", "back big_logo Logo");
+    row("nothing fits", "<img>|</img>", "xx", "<img>xx|</img>", "");
+    row("Tab takes", "<img>|</img>", "lo{Tab}", "<img>Logo|</img>", "");
+    row("Tab takes the next", "<img>|</img>", "lo{Down}{Tab}", "<img>big_logo|</img>", "");
+    row("Tab without a list", "a|", "{Tab}", "a    |", "");
+    row("Enter after letters", "<img>|</img>", "lo{Enter}", "<img>Logo|</img>", "");
+    row("Enter after an arrow", "<img>|</img>", "{Ask}{Down}{Enter}", "<img>big_logo|</img>", "");
+    row("Enter at once", "<img>|</img>", "{Ask}{Enter}", "<img>\r\n|</img>", "");
+    row("Enter after one letter", "<img>|</img>", "l{Enter}", "<img>l\r\n|</img>", "");
+    row("Esc", "<img>|</img>", "l{Esc}og", "<img>log|</img>", "");
+    row("Esc is for one word", "<backcolor>[|]</backcolor>", "n{Esc}a,n", "<backcolor>[na,n|]</backcolor>",
+        "navy");
+    row("asked after Esc", "<img>|</img>", "l{Esc}{Ask}", "<img>l|</img>", "Logo big_logo");
+    row("asked otherwise", "<img>|</img>", "{Ask too}b", "<img>b|</img>", "back big_logo");
+    row("not by itself between elements", "<property>|</property>", "im", "<property>im|</property>", "");
+    row("asked between elements", "<property>|</property>", "im{Ask}{Tab}",
+        "<property><imgs>|</imgs></property>", "");
+    row("comment", "<!-- <img>| -->", "l{Ask}", "<!-- <img>l| -->", "");
+    row("deleting opens nothing", "<img>lo|</img>", "{Back}", "<img>l|</img>", "");
+    row("leaving the word", "<img>|</img>", "l{Home}", "|<img>l</img>", "");
+    row("element and value", "<property>|</property>", "<fon{Tab}sm{Tab}",
+        "<property><font>small|</font></property>", "");
+    row("one step", "<img>|</img>", "lo{Tab}x{Undo}{Undo}", "<img>lo|</img>", "");
+    row("block", "<children>|</children>", "<wi{Tab}te{Tab}",
+        "<children><widget class=\"text|\" name=\"\"></widget></children>", "");
+}
+
+void TestCompleting::keys()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, keys);
+    m_window->set(text);
+    m_window->keys(keys);
+    QTEST(m_window->get(), "after");
+    QTEST(TypedWindow::entries(), "offered");
+    m_window->keys(QStringLiteral("{Esc}"));
+}
+
+void TestCompleting::entriesTell()
+{
+    const auto told = [&](const char *text) {
+        m_window->set(QString::fromUtf8(text));
+        m_window->keys(QStringLiteral("{Ask}"));
+        QStringList names;
+        for (int row = 0; row < TypedWindow::list()->model()->rowCount(); ++row)
+            names.append(TypedWindow::list()->model()->index(row, 0).data(Qt::AccessibleTextRole).toString());
+        m_window->keys(QStringLiteral("{Esc}"));
+        return names.join(u'|');
+    };
+    QCOMPARE(told("<forecolor>[|]</forecolor>"), QStringLiteral("navy, #000080|red, #FF0000"));
+    QCOMPARE(told("<font>|</font>"), QStringLiteral("small, s.ttf, 12 pixels"));
+    QTRY_COMPARE(told("<string>|</string>"), QStringLiteral("Yes, Ja"));
+    // Nothing from outside of the theme is read.
+    QTRY_COMPARE(told("<img>|</img>"),
+                 QStringLiteral("back, This file is outside of the theme.|big_logo, There is no such file.|"
+                                "Logo, 40 × 30"));
+}
+
+void TestCompleting::mouse()
+{
+    m_window->set(QStringLiteral("<img>|</img>"));
+    m_window->keys(QStringLiteral("{Ask}"));
+    QAbstractItemView *list = TypedWindow::list();
+    QVERIFY(list);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualRect(list->model()->index(1, 0)).center());
+    QCOMPARE(m_window->get(), QStringLiteral("<img>big_logo|</img>"));
+    QVERIFY(!TypedWindow::list());
+}
+
+void TestCompleting::turnedOff()
+{
+    m_window->choose("mnuCompletion");
+    m_window->set(QStringLiteral("<img>|</img>"));
+    m_window->keys(QStringLiteral("lo"));
+    QVERIFY(!TypedWindow::list());
+    m_window->keys(QStringLiteral("{Ask}g"));
+    QCOMPARE(TypedWindow::entries(), QStringLiteral("Logo big_logo"));
+    m_window->keys(QStringLiteral("{Esc}"));
+    m_window->start();
+    QVERIFY(!m_window->find<QAction>("mnuCompletion")->isChecked());
+    m_window = std::make_unique<TypedWindow>();
+}
+
+// Of a very long line the middle stands in the box as one character.
+void TestCompleting::longLine()
+{
+    const QString text =
+        QStringLiteral("%1\r\n%2<img>%3|</img>").arg(QString(30000, u'x'), QString(30000, u'y'));
+    m_window->set(text.arg(QString()));
+    m_window->keys(QStringLiteral("lo{Tab}"));
+    QCOMPARE(m_window->get(), text.arg(QStringLiteral("Logo")));
+}
+
+int main(int argc, char **argv)
+{
+    return runWindowTest<TestCompleting>(argc, argv);
+}
+#include "tst_completing.moc"
