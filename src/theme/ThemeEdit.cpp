@@ -176,6 +176,12 @@ QList<RangeChange> ThemeEdit::changesOf(const QString &path) const
     return edit == m_files.end() ? QList<RangeChange>() : edit->second.changes;
 }
 
+QList<RowChange> ThemeEdit::rowChangesOf(const QString &path) const
+{
+    const auto changes = m_rows.find(path);
+    return changes == m_rows.end() ? QList<RowChange>() : changes->second;
+}
+
 // A file that is to be written, with what is in it now.
 struct ThemeEdit::Prepared
 {

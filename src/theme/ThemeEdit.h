@@ -93,6 +93,7 @@ public:
     const QList<Move> &moves() const { return m_moves; }
     QStringList paths() const;
     QList<RangeChange> changesOf(const QString &path) const;
+    QList<RowChange> rowChangesOf(const QString &path) const;
 
     // Makes all of the changes, or none: RunTimeError says which file holds something else than the edit was
     // made for, or could not be written; files that were written by then are put back. Returns the edit that
