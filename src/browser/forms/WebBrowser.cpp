@@ -37,13 +37,17 @@ constexpr qsizetype kMostTags = 300000;
 
 // No name is looked up, whatever a page names: the browser itself knows of none.
 const QByteArray kNoNames = "--host-resolver-rules=\"MAP * ~NOTFOUND\"";
+// What has changed is drawn at once, not at the next of 60 ticks a second. Drawing stops where nothing
+// changes, and a page that moves of itself is held back by our own window, which shows one frame before it
+// takes the next.
+const QByteArray kNoTicks = "--disable-frame-rate-limit";
 constexpr char kFlags[] = "QTWEBENGINE_CHROMIUM_FLAGS";
 
 } // namespace
 
 void WebBrowser::prepare()
 {
-    qputenv(kFlags, QByteArray(qgetenv(kFlags) + ' ' + kNoNames).trimmed());
+    qputenv(kFlags, QByteArray(qgetenv(kFlags) + ' ' + kNoNames + ' ' + kNoTicks).trimmed());
     QWebEngineUrlScheme scheme(kPictureScheme);
     scheme.setSyntax(QWebEngineUrlScheme::Syntax::Path);
     scheme.setFlags(QWebEngineUrlScheme::SecureScheme | QWebEngineUrlScheme::CorsEnabled);
