@@ -69,6 +69,7 @@ public:
             {QStringLiteral("Home"), Qt::Key_Home},
             {QStringLiteral("Back"), Qt::Key_Backspace},
             {QStringLiteral("Undo"), Qt::CTRL | Qt::Key_Z},
+            {QStringLiteral("Tell"), Qt::CTRL | Qt::Key_F1},
             {QStringLiteral("Ask"), Qt::CTRL | Qt::Key_Space},
             {QStringLiteral("Ask too"), Qt::ALT | Qt::Key_Slash}};
         for (qsizetype at = 0; at < script.size(); ++at) {
@@ -97,6 +98,16 @@ public:
         return names.join(u' ');
     }
 
+    // What the hover says; empty where none is shown.
+    QString told() const
+    {
+        const auto text = [this](const char *name) { return find<QLabel>(name)->text(); };
+        if (!find<QWidget>("frHover")->isVisible())
+            return {};
+        const QString look = find<QLabel>("picHover")->isHidden() ? QString() : QStringLiteral(" [picture]");
+        return QString(text("lblHoverTitle") + look + u'\n' + text("lblHoverText")).trimmed();
+    }
+
     SourceBox *source;
 };
 
@@ -115,6 +126,9 @@ private slots:
     void mouse();
     void turnedOff();
     void longLine();
+    void hovers_data();
+    void hovers();
+    void hoverOfTheMouse();
 
 private:
     std::unique_ptr<TypedWindow> m_window;
@@ -225,6 +239,64 @@ void TestCompleting::longLine()
     m_window->set(text.arg(QString()));
     m_window->keys(QStringLiteral("lo{Tab}"));
     QCOMPARE(m_window->get(), text.arg(QStringLiteral("Logo")));
+}
+
+void TestCompleting::hovers_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("told");
+    const auto row = [](const char *name, const char *text, const char *told) {
+        QTest::newRow(name) << QString::fromUtf8(text) << QString::fromUtf8(told);
+    };
+    row("image", "<img>Lo|go</img>", "Image Logo [picture]\n40 × 30 pixels, %1 bytes\nlogo.png");
+    row("missing file", "<img>big_logo|</img>", "Image big_logo\nThere is no such file.\nnone.png");
+    row("file outside", "<img>|back</img>", "Image back\nThis file is outside of the theme.\n../back.png");
+    row("unknown image", "<img>log|</img>", "Image log\nThere is no such image.\nNearest: Logo");
+    row("colour", "<backcolor>[red,nav|y]</backcolor>", "Colour navy [picture]\n#000080");
+    row("code", "<backcolor>[#00FF7|F]</backcolor>", "Colour #00FF7F [picture]\n#00FF7F");
+    row("unknown colour", "<backcolor>[pink|]</backcolor>",
+        "Colour pink\nThis is neither a colour of the catalogue nor a code.");
+    row("font", "<font>|small</font>", "Font small\n12 pixels, normal\ns.ttf");
+    row("string", "<string>Yes|</string>", "String Yes\nEnglish: Ja\nx: (not translated)");
+    row("markup is text", "<string>&lt;b&gt;|</string>", "String &lt;b&gt;\nNo language has this string.");
+    row("block",
+        "<widget class=\"a\" name=\"o\"><rect>[5,5,90,90]</rect><children><widget class=\"text\" name=\"n|\">"
+        "<rect>[1,2,3,4]</rect>",
+        "Block n\nClass: text\nRect: 1, 2, 3 × 4\nOn the screen: 6, 7, 3 × 4");
+    row("anywhere in a block", "<widget class=\"a\"><property>|<mode>",
+        "Block without a name\nClass: a\nNo rect that can be read.");
+    row("nowhere", "<interface>|", "");
+    row("comment", "<!-- <widget name=\"a\"> <img>Logo|</img> -->", "");
+}
+
+void TestCompleting::hovers()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, told);
+    const qint64 bytes = QFileInfo(m_window->files.path(QStringLiteral("theme/logo.png"))).size();
+    m_window->set(text);
+    m_window->keys(QStringLiteral("{Tell}"));
+    QTRY_COMPARE(m_window->told(), told.contains(u'%') ? told.arg(bytes) : told);
+    for (const char *label : {"lblHoverTitle", "lblHoverText"})
+        QCOMPARE(m_window->find<QLabel>(label)->textFormat(), Qt::PlainText);
+    m_window->keys(QStringLiteral("{Left}"));
+    QCOMPARE(m_window->told(), QString());
+}
+
+void TestCompleting::hoverOfTheMouse()
+{
+    m_window->set(QStringLiteral("|\r\n<img>Logo</img>"));
+    const auto rest = [&](int position, int right) {
+        const QPoint point = m_window->source->placeOf(position).center() + QPoint(right, 0);
+        QHelpEvent event(QEvent::ToolTip, point, m_window->source->viewport()->mapToGlobal(point));
+        QApplication::sendEvent(m_window->source->viewport(), &event);
+        return m_window->told().section(u'\n', 0, 0).section(u' ', 0, 1);
+    };
+    QCOMPARE(rest(8, 2), QStringLiteral("Image Logo"));
+    QTest::mouseMove(m_window->source->viewport(), m_window->source->placeOf(3).center());
+    QTRY_COMPARE(m_window->told(), QString());
+    QCOMPARE(rest(3, 2), QString());
+    QCOMPARE(rest(m_window->source->text().size(), 20), QString());
 }
 
 int main(int argc, char **argv)

@@ -31,12 +31,6 @@ QString NameFacts::pathOf(const QString &image) const
     return m_theme.images.GetImg(image);
 }
 
-QString NameFacts::shownPath(const QString &path) const
-{
-    const QString folder = joinPath(m_theme.folder(), u"");
-    return path.startsWith(folder) ? path.sliced(folder.size()) : path;
-}
-
 QString NameFacts::codeOf(const QString &colour) const
 {
     const QString code = m_theme.colours.GetColor(colour);

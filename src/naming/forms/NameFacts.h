@@ -23,8 +23,6 @@ public:
     QString themeFolder() const;
     // The full path of a picture; empty for an image that is not defined.
     QString pathOf(const QString &image) const;
-    // The path without the theme's folder, as it is shown.
-    QString shownPath(const QString &path) const;
     // Of a name of the catalogue, or of a code; empty where that says no colour.
     QString codeOf(const QString &colour) const;
 

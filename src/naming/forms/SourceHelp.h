@@ -1,18 +1,20 @@
 #pragma once
 
 #include "naming/forms/Completer.h"
+#include "naming/forms/Hovers.h"
 #include "naming/forms/NameFacts.h"
 
 namespace quillmere {
 
-// What the source box knows of the theme's names: it offers them.
+// What the source box knows of the theme's names: it offers them and tells what they stand for.
 class SourceHelp : public QObject
 {
     Q_OBJECT
 
 public:
     SourceHelp(SourceBox &source, LiveIndex &live, const ThemeProject &theme, QObject *parent = nullptr)
-        : QObject(parent), m_facts(theme, live), m_completer(source, live, m_facts)
+        : QObject(parent), m_facts(theme, live), hovers(source, live, m_facts),
+          m_completer(source, live, m_facts)
     {
     }
 
@@ -20,6 +22,11 @@ public:
 
 private:
     NameFacts m_facts;
+
+public:
+    Hovers hovers;
+
+private:
     Completer m_completer;
 };
 

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QObject>
+#include <QThreadPool>
+
+namespace quillmere {
+
+// A line written in a font of the theme, drawn beside the window's thread. The font is not made known to the
+// rest of the program, and a file outside of the theme's folder is not read.
+class FontSample : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit FontSample(QObject *parent = nullptr);
+    ~FontSample() override;
+
+    struct Wanted
+    {
+        QString path, folder;
+        int size = 0; // pixels
+        QColor colour;
+        qreal ratio = 1; // of the screen's pixels to the window's
+
+        bool operator==(const Wanted &) const = default;
+    };
+    // Null as long as it is not drawn, and where the file is no font; arrived() tells.
+    QImage draw(const Wanted &wanted);
+
+signals:
+    void arrived();
+
+private:
+    Wanted m_wanted;
+    QImage m_drawn; // what was wanted
+    QThreadPool m_worker;
+};
+
+} // namespace quillmere
