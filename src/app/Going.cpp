@@ -24,8 +24,8 @@ namespace {
 constexpr qsizetype kMostPlaces = 200;
 constexpr int kLangTab = 4, kSourceTab = 8; // in the strip
 // The list of each tab that a row is shown in.
-constexpr const char *kLists[] = {"lvTheme", "LvWidget", "lvImage", "lvColor",
-                                  "lvLang",  "lvFont",   "lvKeyMap"};
+constexpr const char *kLists[] = {"lvTheme", "LvWidget", "lvImage", "lvColor", "lvLang",
+                                  "lvFont",  "lvKeyMap", nullptr,   nullptr,   "lvCheck"};
 
 } // namespace
 
@@ -70,12 +70,15 @@ bool Going::goToRow(const QString &file, qint32 row)
         m_parts.strip.setCurrentIndex(catalogue->tab);
         list = m_parts.tabs[catalogue->tab]->findChild<ListView *>(QLatin1String(catalogue->list));
     } else {
+        // The list has the name of the file as it was written.
         const auto &languages = theme.lvLang.rows();
-        if (std::none_of(languages.begin(), languages.end(),
-                         [&](const ListRows::Row &language) { return language.text == file; }))
+        const auto language =
+            std::find_if(languages.begin(), languages.end(),
+                         [&](const ListRows::Row &each) { return withOwnSeparators(each.text) == file; });
+        if (language == languages.end())
             return false;
-        if (theme.language.document.path() != file)
-            m_parts.openLanguage(file);
+        if (theme.language.document.path() != language->text)
+            m_parts.openLanguage(language->text);
         m_parts.strip.setCurrentIndex(kLangTab);
         list = m_parts.tabs[kLangTab]->findChild<ListView *>(QStringLiteral("LvBhs"));
     }
@@ -93,7 +96,7 @@ bool Going::goToText(const QString &file, Range range)
         }
         // The source box shows a window formatted, and the range is one of the file.
         const QString text = LoadFile(file, m_parts.theme.rule);
-        m_parts.openDocument(file);
+        m_parts.openDocument(file, m_parts.theme.folder());
         if (m_parts.document.path() != file)
             return false;
         place = formattedPlace(text, range.start, range.end, m_parts.source.text());
@@ -133,7 +136,7 @@ void Going::showRow(ListView *list, int row)
 
 ListView *Going::listOf(int tab) const
 {
-    if (tab < 0 || tab >= int(std::size(kLists)))
+    if (tab < 0 || tab >= int(std::min<qsizetype>(std::size(kLists), m_parts.tabs.size())) || !kLists[tab])
         return nullptr;
     return m_parts.tabs[tab]->findChild<ListView *>(QLatin1String(kLists[tab]));
 }
@@ -144,6 +147,7 @@ Going::Place Going::placeNow() const
     place.tab = m_tab;
     if (m_tab == kSourceTab) {
         place.file = m_parts.document.path();
+        place.theme = m_parts.document.theme();
         place.start = m_parts.source.selectionStart();
         place.length = m_parts.source.selectionLength();
     } else if (const ListView *list = listOf(m_tab)) {
@@ -214,7 +218,7 @@ bool Going::show(const Place &place)
     if (place.file != m_parts.document.path()) {
         if (findFile(place.file).isEmpty())
             return false; // it has gone since
-        m_parts.openDocument(place.file);
+        m_parts.openDocument(place.file, place.theme);
         if (m_parts.document.path() != place.file)
             return false;
     }

@@ -31,8 +31,9 @@ public:
         SourceBox &source;
         OpenDocument &document;
         const ThemeProject &theme;
-        // Opens a window in the source box, asking about the one before, and a language in its list.
-        std::function<void(const QString &path)> openDocument;
+        // Opens a window of a theme in the source box, asking about the one before, and a language in its
+        // list.
+        std::function<void(const QString &path, const QString &theme)> openDocument;
         std::function<void(const QString &path)> openLanguage;
     };
     Going(Parts parts, Talk &talk, QObject *parent = nullptr);
@@ -47,7 +48,7 @@ private:
     struct Place
     {
         int tab = 0;
-        QString file; // in the source box
+        QString file, theme; // in the source box
         qsizetype start = 0, length = 0;
         int row = -1; // in the list of the tab
     };

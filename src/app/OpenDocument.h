@@ -38,6 +38,7 @@ public:
     // Has no path before a window was opened; its text is the one in the source box.
     const Document &document();
     const QString &path() const { return m_document.path(); }
+    const QString &theme() const { return m_document.theme(); }
     // Shows the text of a window, re-indented; a missing one gives an empty text. RunTimeError where the
     // unsaved text of the one before cannot be kept, and Cancelled; that one stays open then.
     void open(const QString &path, const QString &theme, CodePageRule rule);

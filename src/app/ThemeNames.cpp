@@ -51,12 +51,7 @@ ThemeNames::ThemeNames(Going::Parts parts, LiveIndex &index, ThemeProject &theme
       m_source(parts.source), m_tabs(parts.tabs), m_strip(parts.strip), m_talk(talk), m_window(window)
 {
     m_source.viewport()->installEventFilter(this);
-    connect(&theme, &ThemeProject::loaded, this, [this] {
-        if (m_theme.folder() == m_folder || !m_undo)
-            return;
-        m_inverse.reset();
-        m_undo->setEnabled(false);
-    });
+    connect(&theme, &ThemeProject::loaded, this, &ThemeNames::themeLoaded);
 }
 
 ThemeNames::~ThemeNames() = default;
@@ -98,6 +93,21 @@ void ThemeNames::addListCommands(Commands &menu)
             popup->popup(list->viewport()->mapToGlobal(at));
         });
     }
+}
+
+// What was found in another theme is of no use in this one.
+void ThemeNames::themeLoaded()
+{
+    if (m_theme.folder() == m_folder)
+        return;
+    m_folder = m_theme.folder();
+    m_inverse.reset();
+    if (m_undo)
+        m_undo->setEnabled(false);
+    if (m_frmUses)
+        m_frmUses->hide();
+    if (m_frmSearch)
+        m_frmSearch->forget();
 }
 
 ListView *ThemeNames::listInUse() const
@@ -237,12 +247,10 @@ void ThemeNames::showUses()
         });
     }
     const QString name = shownName(thing->name);
-    const QString summary = m_uses.places.isEmpty()
-                                ? tr("Nothing uses the %1 \"%2\".").arg(wordFor(thing->kind), name)
-                                : tr("The %1 \"%2\" stands in %3 places of %4 files.")
-                                      .arg(wordFor(thing->kind), name)
-                                      .arg(m_uses.places.size())
-                                      .arg(m_uses.files());
+    const QString summary =
+        m_uses.places.isEmpty()
+            ? tr("Nothing uses the %1 \"%2\".").arg(wordFor(thing->kind), name)
+            : tr("The %1 \"%2\" stands in %3.").arg(wordFor(thing->kind), name, placesInFiles(m_uses));
     m_frmUses->showPlaces(tr("Uses"), summary, rowsOf(m_uses, m_theme.folder()));
 }
 
@@ -286,9 +294,9 @@ void ThemeNames::rename()
     const auto make = [this, thing](const QString &newName, const ThemeEdit &edit) {
         bool made = false;
         m_talk.run([&] {
-            made = change(edit, tr("\"%1\" is \"%2\" now, in %3 files.")
-                                    .arg(shownName(thing->name), shownName(newName))
-                                    .arg(edit.paths().size()));
+            made = change(edit, tr("\"%1\" is \"%2\" now, in %3.")
+                                    .arg(shownName(thing->name), shownName(newName),
+                                         counted(edit.paths().size(), tr("file"), tr("files"))));
         });
         return made;
     };
@@ -303,7 +311,6 @@ bool ThemeNames::change(const ThemeEdit &edit, const QString &done)
     if (!inverse)
         return false;
     m_inverse = std::move(inverse);
-    m_folder = m_theme.folder();
     m_undo->setEnabled(true);
     m_talk.say(QString(done + u' ' + unsavedAfter(edit)).trimmed());
     return true;

@@ -43,6 +43,7 @@ private:
     struct NamedList;
     static const NamedList kLists[];
 
+    void themeLoaded();
     void addListCommands(Commands &menu);
     ListView *listInUse() const;
     std::optional<NamedThing> thingOf(const ListView &list) const;
@@ -73,7 +74,7 @@ private:
     QWidget &m_window;
     QAction *m_undo = nullptr;
     std::optional<ThemeEdit> m_inverse; // of the last rename
-    QString m_folder;                   // of the theme that it was made in
+    QString m_folder;                   // of the theme
     NamedThing m_listed;                // in frmUses
     FoundPlaces m_uses;
     std::unique_ptr<frmUses> m_frmUses; // made when they are first wanted

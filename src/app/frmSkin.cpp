@@ -131,7 +131,7 @@ void frmSkin::makeTabs()
         *m_status, m_theme, *m_document, [this] { loadTheme(m_theme.folder()); }, m_files, m_talk, this);
     m_names =
         new ThemeNames({*TabStrip4, frYt, *m_sourceTab->txtSnippet, *m_document, m_theme,
-                        [this](const QString &path) { openDocument(path); },
+                        [this](const QString &path, const QString &theme) { openDocument(path, theme); },
                         [this](const QString &path) { m_langTab->openLanguage(path, m_theme.folder()); }},
                        *m_index, m_theme, m_files, m_talk, *this);
     connectTabs();

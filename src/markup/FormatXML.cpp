@@ -181,6 +181,7 @@ bool isBlank(QChar unit)
 qsizetype lastingUnits(const QString &text, qsizetype position)
 {
     QString before = text.first(position);
+    before.remove(u'\t'); // without it, what it stood in may be a short form
     for (const LongForm &form : longForms)
         replaceIgnoringCase(before, form.from, form.to);
     return before.size() - std::count_if(before.cbegin(), before.cend(), isBlank);

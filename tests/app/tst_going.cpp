@@ -69,7 +69,9 @@ QWidget *dialog(const char *name)
         return found != nullptr;
     });
     if (!isThere)
-        qFatal("There is no %s", name);
+        qFatal("There is no %s; the one in front is %s", name,
+               QApplication::activeWindow() ? qPrintable(QApplication::activeWindow()->objectName())
+                                            : "none");
     return found;
 }
 template <typename Kind>
@@ -146,6 +148,10 @@ private slots:
     void renamedWindowStaysOpen();
     void undoOnlyWhatIsStillThere();
     void searchesAndReplaces();
+    void blocks();
+    void menuOfARow();
+    void anotherTheme();
+    void asksBeforeItWritesOutside();
 };
 
 void TestGoing::leadsToPlaces_data()
@@ -457,6 +463,86 @@ void TestGoing::searchesAndReplaces()
     QCOMPARE(window.files.read(QStringLiteral("theme/other.xml")), kWindow); // it is open, and not saved
     window.choose("mnuUndoRename");
     QCOMPARE(window.files.read(QStringLiteral("theme/main.xml")), kWindow);
+}
+
+void TestGoing::blocks()
+{
+    Window window;
+    openIndexed(window);
+    const QString before = text(window);
+    selectRow(window, "lvBlock", 0);
+    press(window, Qt::Key_F12);
+    QCOMPARE(place(window), QStringLiteral("Source main a"));
+    selectRow(window, "lvBlock", 0);
+    press(window, Qt::Key_F2);
+    QTest::keyClicks(in<QLineEdit>("frmRename", "txtRename"), QStringLiteral("z"));
+    QTest::keyClick(in<QLineEdit>("frmRename", "txtRename"), Qt::Key_Return);
+    QCOMPARE(text(window), QString(before).replace(QStringLiteral("\"a\""), QStringLiteral("\"z\"")));
+    QCOMPARE(window.find<ListView>("lvBlock")->model()->index(0, 1).data().toString(), QStringLiteral("z"));
+    QCOMPARE(window.files.read(QStringLiteral("theme/main.xml")), kWindow);
+}
+
+void TestGoing::menuOfARow()
+{
+    Window window;
+    openIndexed(window);
+    selectRow(window, "lvColor", 0);
+    auto *list = window.find<ListView>("lvColor");
+    window.find<QWidget>("wb")->setFocus();
+    const QPoint at = list->visualRect(list->currentIndex()).center();
+    QContextMenuEvent asks(QContextMenuEvent::Keyboard, at, list->viewport()->mapToGlobal(at));
+    QApplication::sendEvent(list->viewport(), &asks);
+    auto *menu = list->findChild<QMenu *>(QStringLiteral("mnuRow"));
+    QVERIFY(menu && menu->isVisible());
+    QVERIFY(menu->actions().contains(window.find<QAction>("mnuUses")));
+    menu->close();
+    window.choose("mnuUses");
+    QCOMPARE(in<QLabel>("frmUses", "lblUses")->text(), QStringLiteral("Nothing uses the colour \"navy\"."));
+}
+
+// What was found and renamed in one theme is over when another one is opened.
+void TestGoing::anotherTheme()
+{
+    Window window;
+    openIndexed(window);
+    putCaret(window, "logo<");
+    press(window, Qt::Key_F12, Qt::ShiftModifier);
+    QWidget *uses = dialog("frmUses");
+    window.skin->activateWindow();
+    QTRY_COMPARE(QApplication::activeWindow(), window.skin.get());
+    putCaret(window, "logo<");
+    press(window, Qt::Key_F2);
+    QTest::keyClicks(in<QLineEdit>("frmRename", "txtRename"), QStringLiteral("fresh"));
+    QTest::keyClick(in<QLineEdit>("frmRename", "txtRename"), Qt::Key_Return);
+    window.files.write(QStringLiteral("second/theme/theme.xml"), "<config></config>");
+    window.skin->openTheme(window.files.path(QStringLiteral("second/theme")));
+    QVERIFY(!uses->isVisible());
+    QVERIFY(!window.find<QAction>("mnuUndoRename")->isEnabled());
+}
+
+void TestGoing::asksBeforeItWritesOutside()
+{
+    Window window;
+    openIndexed(window);
+    const QString outside = window.files.write(QStringLiteral("other.xml"), kWindow);
+    QFile::remove(themeFile(window, "other.xml"));
+    QVERIFY(QFile::link(outside, themeFile(window, "other.xml")));
+    const QString before = text(window);
+    putCaret(window, "logo<");
+    press(window, Qt::Key_F2);
+    QTest::keyClicks(in<QLineEdit>("frmRename", "txtRename"), QStringLiteral("fresh"));
+    window.prompts.expectQuestion(
+        QStringLiteral("Change"),
+        QStringLiteral(
+            "Not written: the theme leads outside of its own folder, to\n\n%1\n\nAllow this file to be "
+            "written and deleted until you leave Quillmere?")
+            .arg(outside),
+        false);
+    QTest::keyClick(in<QLineEdit>("frmRename", "txtRename"), Qt::Key_Return);
+    QVERIFY(dialog("frmRename")); // it stays, so that the place can be left out
+    QCOMPARE(text(window), before);
+    QCOMPARE(window.files.read(QStringLiteral("other.xml")), kWindow);
+    in<QPushButton>("frmRename", "cmdRenameCancel")->click();
 }
 
 int main(int argc, char **argv)

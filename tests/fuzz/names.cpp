@@ -1,6 +1,7 @@
 #include "Fuzz.h"
 #include "files/TestFiles.h"
 #include "markup/mndIni.h"
+#include "naming/FoundPlaces.h"
 #include "theme/ThemeIndex.h"
 
 using namespace quillmere;
@@ -59,6 +60,15 @@ void fuzz(const Input &input)
                 isThere =
                     isThere || (other.file == file && other.range == place.range && other.row == place.row);
             check(isThere, "it is found by its name", place.name);
+        }
+        // A rename finds the same places in the files.
+        if (const QList<NamePlace> places = index.placesIn(file);
+            !places.isEmpty() && places.first().kind != NameKind::Window) {
+            const NamePlace &first = places.first();
+            const FoundPlaces found = placesOf({first.kind, first.name}, index, sources, {});
+            check(found.places.size() == index.definitions(first.kind, first.name).size() +
+                                             index.uses(first.kind, first.name).size(),
+                  "all of its places are found", first.name);
         }
     }
     const ThemeIndex before = index;

@@ -11,6 +11,18 @@ QString shownPath(const QString &path, const QString &folder)
     return shownName(shown.replace(separator(), u'/'));
 }
 
+QString counted(qsizetype count, const QString &one, const QString &many)
+{
+    return QString::number(count) + u' ' + (count == 1 ? one : many);
+}
+
+QString placesInFiles(const FoundPlaces &found)
+{
+    return QObject::tr("%1 in %2")
+        .arg(counted(found.places.size(), QObject::tr("place"), QObject::tr("places")),
+             counted(found.files(), QObject::tr("file"), QObject::tr("files")));
+}
+
 QList<ListRows::Row> rowsOf(const FoundPlaces &found, const QString &folder, const QString *after)
 {
     QList<ListRows::Row> rows;

@@ -99,8 +99,8 @@ void frmRename::showCount()
     const auto &rows = m_rows.rows();
     const qsizetype ticked =
         std::count_if(rows.begin(), rows.end(), [](const ListRows::Row &row) { return row.checked; });
-    lblRenameCount->setText(
-        tr("%1 of %2 places in %3 files").arg(ticked).arg(rows.size()).arg(m_found.files()));
+    lblRenameCount->setText(ticked == rows.size() ? placesInFiles(m_found)
+                                                  : tr("%1 of %2").arg(ticked).arg(placesInFiles(m_found)));
     cmdRename->setEnabled(ticked > 0 && lblRenameWhy->text().isEmpty());
 }
 

@@ -64,8 +64,7 @@ frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> ch
     column->addWidget(lvUses, 1);
     column->addLayout(makeReplacement());
     m_worker.setMaxThreadCount(1);
-    finish(FoundPlaces());
-    lblSearch->setText(tr("Type a text and press Enter."));
+    forget();
     scrollWhereSmall(*this);
     resize(kFirstSize);
 }
@@ -132,6 +131,14 @@ void frmSearch::openFor(const QString &text)
     txtSearch->selectAll();
     txtSearch->setFocus();
     present(Keyboard::Takes);
+}
+
+void frmSearch::forget()
+{
+    m_stop.request_stop();
+    ++m_run;
+    finish(FoundPlaces());
+    lblSearch->setText(tr("Type a text and press Enter."));
 }
 
 TextSearch frmSearch::asked() const
@@ -216,7 +223,7 @@ void frmSearch::showFound()
     else if (m_found.more > 0)
         lblSearch->setText(tr("%1 places; the first %2 are listed.").arg(listed + m_found.more).arg(listed));
     else
-        lblSearch->setText(tr("%1 places in %2 files.").arg(listed).arg(m_found.files()));
+        lblSearch->setText(placesInFiles(m_found) + u'.');
     if (listed > 0 && isActiveWindow()) {
         lvUses->setCurrentIndex(m_rows.index(0, 0));
         lvUses->setFocus();
@@ -271,7 +278,9 @@ void frmSearch::cmdSearchReplace_Click()
     m_found = {};
     m_rows.assign({});
     showTicked();
-    lblSearch->setText(tr("%1 places replaced in %2 files.").arg(places).arg(files));
+    lblSearch->setText(
+        tr("Replaced %1 in %2.")
+            .arg(counted(places, tr("place"), tr("places")), counted(files, tr("file"), tr("files"))));
 }
 
 } // namespace quillmere

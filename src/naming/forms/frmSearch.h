@@ -34,6 +34,8 @@ public:
 
     // Shows the dialog with this text to look for; one that is empty leaves the text before.
     void openFor(const QString &text);
+    // What was found is of no use any more.
+    void forget();
 
 signals:
     // A place of `search`; see Destination.
