@@ -58,7 +58,8 @@ QPixmap pictureOf(const HoverContents &contents, qreal ratio, const QPalette &pa
 } // namespace
 
 HoverBox::HoverBox(QWidget *parent)
-    : QFrame(parent, Qt::ToolTip), m_title(named(new QLabel, "lblHoverTitle", tr("Name"))),
+    : QFrame(parent, Qt::ToolTip | Qt::WindowTransparentForInput),
+      m_title(named(new QLabel, "lblHoverTitle", tr("Name"))),
       m_picture(named(new QLabel, "picHover", tr("What it looks like"))),
       m_text(named(new QLabel, "lblHoverText", tr("What it stands for")))
 {

@@ -8,6 +8,7 @@
 #include "source/forms/SourceBox.h"
 #include "theme/forms/LiveIndex.h"
 
+#include <QCursor>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLocale>
@@ -89,9 +90,12 @@ bool Hovers::eventFilter(QObject *watched, QEvent *event)
         hide();
         return closes;
     }
+    case QEvent::Leave:
+        if (!m_box->geometry().contains(QCursor::pos())) // it may have come up there
+            hide();
+        break;
     case QEvent::MouseButtonPress:
     case QEvent::Wheel:
-    case QEvent::Leave:
     case QEvent::FocusOut:
     case QEvent::Hide:
         hide();

@@ -1,0 +1,166 @@
+// From a key in the source to the list of completions that it opens or narrows, in the real window, on a
+// theme of make_theme with its 20,000 images. "shown" is when the list has been painted and all that the key
+// leads to is done; "work" is what the window's thread did meanwhile, which says something on a busy machine,
+// too.
+//
+//   QT_QPA_PLATFORM=offscreen bench_completion THEME [BLOCKS]
+
+#include "app/frmSkin.h"
+#include "asking/Prompts.h"
+#include "browser/forms/WebBrowser.h"
+#include "files/Files.h"
+#include "source/forms/SourceBox.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QKeyEvent>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <algorithm>
+
+using namespace quillmere;
+
+namespace {
+
+constexpr int kRounds = 40;
+constexpr int kWarm = 3; // rounds before, which do not count
+
+class NoPrompts : public Prompts
+{
+public:
+    bool ask(const QString &, const QString &) override { return true; }
+    void tell(const QString &, const QString &, Icon) override {}
+    std::optional<QString> input(const QString &, const QString &, const QString &) override { return {}; }
+};
+
+QString windowOf(int blocks)
+{
+    QString text = QStringLiteral("<interface>\r\n<widget class=\"window\" name=\"screen\"><property>"
+                                  "<rect>[0,0,1280,720]</rect></property><children>\r\n");
+    for (int block = 0; block < blocks; ++block)
+        text += QStringLiteral("    <widget class=\"text\" name=\"block_%1\">\r\n        <property>\r\n"
+                               "            <rect>[%2,%3,120,40]</rect>\r\n"
+                               "            <string>text %1</string>\r\n            <img></img>\r\n"
+                               "        </property>\r\n    </widget>\r\n")
+                    .arg(block)
+                    .arg(block % 40 * 30)
+                    .arg(block / 40 % 40 * 17);
+    return text + QStringLiteral("</children></widget>\r\n</interface>\r\n");
+}
+
+// The processor time that the thread has had, ms.
+double workSoFar()
+{
+    QFile file(QStringLiteral("/proc/thread-self/schedstat"));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(0).toDouble() / 1e6 : 0;
+}
+
+struct Times
+{
+    QList<double> shown, work;
+};
+
+QString spread(QList<double> times)
+{
+    std::ranges::sort(times);
+    return QStringLiteral("p50 %1 ms, p95 %2 ms")
+        .arg(times[times.size() / 2], 6, 'f', 1)
+        .arg(times[times.size() * 95 / 100], 6, 'f', 1);
+}
+
+QAbstractItemView *list()
+{
+    return qobject_cast<QAbstractItemView *>(QApplication::activePopupWidget());
+}
+
+void settle(int rounds)
+{
+    for (int i = 0; i < rounds; ++i)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+}
+
+// Sends a key to where the window system would, and waits until the list is painted.
+void press(Times *times, int code, const QString &text, Qt::KeyboardModifiers modifiers = {})
+{
+    QWidget *to = list() ? list() : QApplication::focusWidget();
+    QKeyEvent key(QEvent::KeyPress, code, modifiers, text);
+    const double before = workSoFar();
+    QElapsedTimer clock;
+    clock.start();
+    QApplication::sendEvent(to, &key);
+    if (list())
+        list()->viewport()->repaint();
+    if (times) {
+        times->shown.append(double(clock.nsecsElapsed()) / 1e6);
+        times->work.append(workSoFar() - before);
+        if (!list())
+            qFatal("No list opens");
+    }
+    settle(5); // what follows a key is not counted with the next one
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QTemporaryDir folder;
+    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
+    qputenv("XDG_DATA_HOME", folder.path().toUtf8());
+    QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
+    QCoreApplication::setApplicationName(QStringLiteral("quillmere-bench"));
+    WebBrowser::prepare();
+    QApplication app(argc, argv);
+    if (app.arguments().size() < 2)
+        qFatal("bench_completion THEME [BLOCKS]");
+    Files disk;
+    disk.backups().setFolder(folder.filePath(QStringLiteral("backup")));
+    disk.setRecoveryFolder(folder.filePath(QStringLiteral("recovery")));
+    disk.setProgramFolder(folder.path());
+    NoPrompts prompts;
+    frmSkin skin(disk, &prompts);
+    skin.resize(1400, 900);
+    skin.show();
+    skin.activateWindow();
+    skin.openTheme(app.arguments().at(1));
+    auto *source = skin.findChild<SourceBox *>(QStringLiteral("txtSnippet"));
+    skin.findChild<QTabBar *>(QStringLiteral("TabStrip4"))->setCurrentIndex(8);
+    const int blocks = app.arguments().value(2, QStringLiteral("200")).toInt();
+    source->setText(windowOf(blocks));
+    source->setFocus();
+    source->select(source->text().indexOf(QStringLiteral("<img>"), source->text().size() / 2) + 5, 0);
+    QElapsedTimer patience;
+    for (patience.start(); !list() && patience.elapsed() < 30000; settle(20))
+        press(nullptr, Qt::Key_Space, {}, Qt::ControlModifier);
+    press(nullptr, Qt::Key_Escape, {});
+
+    press(nullptr, Qt::Key_Space, {}, Qt::ControlModifier);
+    const int images = list() ? list()->model()->rowCount() : 0;
+    press(nullptr, Qt::Key_Escape, {});
+    Times asked, first, second;
+    for (int round = -kWarm; round < kRounds; ++round) {
+        const bool counts = round >= 0;
+        press(counts ? &asked : nullptr, Qt::Key_Space, {}, Qt::ControlModifier);
+        press(nullptr, Qt::Key_Escape, {});
+        // A pause, after which the list opens anew.
+        source->setText(source->text());
+        source->select(source->text().indexOf(QStringLiteral("<img>"), source->text().size() / 2) + 5, 0);
+        settle(20);
+        press(counts ? &first : nullptr, Qt::Key_I, QStringLiteral("i"));
+        press(counts ? &second : nullptr, Qt::Key_M, QStringLiteral("m"));
+        press(nullptr, Qt::Key_Escape, {});
+        press(nullptr, Qt::Key_Backspace, {});
+        press(nullptr, Qt::Key_Backspace, {});
+    }
+    QTextStream out(stdout);
+    const auto print = [&](const char *what, const Times &times) {
+        out << what << ":\n    shown " << spread(times.shown) << "\n    work  " << spread(times.work) << "\n";
+    };
+    out << blocks << " blocks, " << images << " images\n";
+    print("asked for, all images", asked);
+    print("opened by a letter", first);
+    print("narrowed by the next", second);
+}
