@@ -18,10 +18,9 @@ struct CommandLine
     Action action = Action::Edit;
     QString text;  // Print: help or version, for standard output; Fail: what is wrong, for standard error
     QString theme; // absolute path with own separators; empty where none was given
-    QStringList windows;        // Render: names of widget windows; none means all
-    QString out;                // Render: folder for the pictures
-    std::optional<Screen> size; // Render: the theme's own size where none was given
-    int patience = 0;           // Render: ms for the browser to take a page; 0 for its own patience
+    QStringList windows;                      // Render: names of widget windows; none means all
+    QString out;                              // Render: folder for the pictures
+    std::optional<Screen> size;               // Render: the theme's own size where none was given
     ReportFormat format = ReportFormat::Text; // Check
     QList<IgnoredRule> ignored;               // Check
     Severity failOn = Severity::Error;        // Check: what makes it fail, and all that is worse

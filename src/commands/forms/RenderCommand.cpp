@@ -162,8 +162,6 @@ int renderWindows(const CommandLine &line, QTextStream &out, QTextStream &err)
     wb.setAttribute(Qt::WA_DontShowOnScreen);
     wb.resize(toPixels(size.width), toPixels(size.height));
     wb.setThemeFolder(line.theme);
-    if (line.patience > 0)
-        wb.setPatience(line.patience);
     wb.show();
 
     const QList<Window> windows = windowsOf(theme.widgets.LvWidget, line.windows);
