@@ -7,7 +7,6 @@
 
 #include <QLabel>
 #include <QRegularExpression>
-#include <QTabBar>
 #include <QToolButton>
 
 namespace quillmere {
@@ -35,22 +34,22 @@ inline void openAll(const Window &window)
     write("lang.xml", "<language id=\"English\">en.xml</language><language id=\"x\">x.xml</language>");
     write("en.xml", "<language name=\"English\"><tran id=\"Yes\">Ja</tran></language>");
     write("x.xml", "<language name=\"x\"></language>");
-    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
-    window.skin->openDocument(window.files.path(QStringLiteral("theme/main.xml")));
+    window.openTheme();
+    window.openDocument("theme/main.xml");
     openLanguage(window, 0);
 }
 
 inline void type(const Window &window, const char *text)
 {
-    auto *source = window.find<SourceBox>("txtSnippet");
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    auto *source = window.source();
+    window.turnTo(8);
     source->setFocus();
     QTest::keyClicks(source, QLatin1String(text));
 }
 
 inline QString text(const Window &window)
 {
-    return window.find<SourceBox>("txtSnippet")->text();
+    return window.source()->text();
 }
 
 inline QString offer(const Window &window)

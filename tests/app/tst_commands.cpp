@@ -1,11 +1,9 @@
 #include "app/WindowFixture.h"
 
 #include "controls/ListView.h"
-#include "source/forms/SourceBox.h"
 
 #include <QClipboard>
 #include <QGroupBox>
-#include <QTabBar>
 
 using namespace quillmere;
 
@@ -18,17 +16,14 @@ QByteArray windowNamed(const QByteArray &name)
 
 void openTheme(Window &window)
 {
-    window.files.write(QStringLiteral("theme/theme.xml"),
-                       "<config><file_widget>widget.xml</file_widget></config>");
-    window.files.write(QStringLiteral("theme/widget.xml"),
-                       "<interface>\r\n<width>1280</width><height>720</height>\n" +
-                           windowNamed("wnd_channel_info") + windowNamed("wnd_channel_info_signal") +
-                           windowNamed("a") + "</interface>");
-    window.files.write(QStringLiteral("theme/wnd_channel_info.xml"),
-                       "<widget class=\"window\" name=\"info\">");
-    window.files.write(QStringLiteral("theme/wnd_channel_info_signal.xml"),
-                       "<widget class=\"window\" name=\"signal\">");
-    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+    window.write("theme/theme.xml", "<config><file_widget>widget.xml</file_widget></config>");
+    window.write("theme/widget.xml", "<interface>\r\n<width>1280</width><height>720</height>\n" +
+                                         windowNamed("wnd_channel_info") +
+                                         windowNamed("wnd_channel_info_signal") + windowNamed("a") +
+                                         "</interface>");
+    window.write("theme/wnd_channel_info.xml", "<widget class=\"window\" name=\"info\">");
+    window.write("theme/wnd_channel_info_signal.xml", "<widget class=\"window\" name=\"signal\">");
+    window.openTheme();
 }
 
 } // namespace
@@ -49,34 +44,33 @@ void TestCommands::deleteWindows()
     Window window;
     window.choose("mnuWidgetDel"); // no theme, no question
     openTheme(window);
-    auto *windows = window.find<ListView>("LvWidget")->model();
+    auto *windows = window.model("LvWidget");
     const QString question = QStringLiteral("Benar mau menyimpan file?");
-    const QByteArray before = window.files.read(QStringLiteral("theme/widget.xml"));
+    const QByteArray before = window.read("theme/widget.xml");
     for (const bool yes : {false, true}) {
         windows->setData(windows->index(1, 0), Qt::Checked, Qt::CheckStateRole);
         window.prompts.expectQuestion(QStringLiteral("Simpan File"), question, yes);
         window.choose("mnuWidgetDel");
         QCOMPARE(windows->index(1, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked));
         if (!yes)
-            QCOMPARE(window.files.read(QStringLiteral("theme/widget.xml")), before);
+            QCOMPARE(window.read("theme/widget.xml"), before);
     }
-    QCOMPARE(window.files.read(QStringLiteral("theme/widget.xml")),
+    QCOMPARE(window.read("theme/widget.xml"),
              "<interface><width>1280</width><height>720</height><widget class=\"window\" "
              "name=\"wnd_channel_info\"/>"
              "<widget class=\"window\" name=\"a\"/></interface>\r\n");
     QCOMPARE(windows->rowCount(), 2);
-    QVERIFY(QFileInfo::exists(window.files.path(QStringLiteral("theme/wnd_channel_info_signal.xml"))));
+    QVERIFY(QFileInfo::exists(window.path("theme/wnd_channel_info_signal.xml")));
 }
 
 void TestCommands::channelInformation()
 {
     Window window;
     openTheme(window);
-    window.find<SourceBox>("txtSnippet")->setText(QStringLiteral("mine"));
+    window.source()->setText(QStringLiteral("mine"));
     window.choose("mnuInfoChannel");
-    QCOMPARE(rowsAsText(window.find<ListView>("lvBlock")->model()),
-             QStringLiteral("window | info\nwindow | signal\n"));
-    QCOMPARE(window.find<SourceBox>("txtSnippet")->text(), QStringLiteral("mine"));
+    QCOMPARE(window.shown("lvBlock"), QStringLiteral("window | info\nwindow | signal\n"));
+    QCOMPARE(window.source()->text(), QStringLiteral("mine"));
     QVERIFY(window.js(QStringLiteral("document.getElementById('signal') != null")).toBool());
 }
 
@@ -84,7 +78,7 @@ void TestCommands::scaleAndMove()
 {
     Window window;
     openTheme(window);
-    auto *source = window.find<SourceBox>("txtSnippet");
+    auto *source = window.source();
     window.choose("mnuC(0)"); // nothing to scale
     window.choose("mnuTD(0)");
     source->setText(QStringLiteral("<rect>[0,0,1280,720]</rect>\r\n<rect>[10,20,30,40]</rect>"));
@@ -114,8 +108,8 @@ void TestCommands::scaleAndMove()
 void TestCommands::compareBlocks()
 {
     Window window;
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
-    auto *source = window.find<SourceBox>("txtSnippet");
+    window.turnTo(8);
+    auto *source = window.source();
     source->setText(QStringLiteral("<widget class=\"text\" name=\"a\"><widget class=\"image\" name=\"b\">"));
     window.choose("mnuVCopy");
     QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("text[*]a\r\nimage[*]b\r\n"));
@@ -123,15 +117,11 @@ void TestCommands::compareBlocks()
     window.choose("mnuVPaste");
     auto *comparison = window.find<QGroupBox>("frBc");
     QVERIFY(comparison->isVisible());
-    QCOMPARE(rowsAsText(window.find<ListView>("LvBlock2")->model()), QStringLiteral("text | a\nimage | b\n"));
+    QCOMPARE(window.shown("LvBlock2"), QStringLiteral("text | a\nimage | b\n"));
     QVERIFY(!comparison->geometry().intersects(window.find<ListView>("lvBlock")->geometry()));
     QTest::mouseDClick(comparison, Qt::LeftButton, {}, QPoint(60, 5));
     QVERIFY(!comparison->isVisible());
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<TestCommands>(argc, argv);
-}
-
+WINDOW_TEST_MAIN(TestCommands)
 #include "tst_commands.moc"

@@ -4,7 +4,6 @@
 #include "catalogues/forms/ColourTab.h"
 #include "controls/ListView.h"
 #include "files/RunTimeError.h"
-#include "source/forms/SourceBox.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -13,7 +12,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTabBar>
 
 using namespace quillmere;
 
@@ -63,17 +61,10 @@ public:
     QWidget *widget = nullptr;
 };
 
-void doubleClick(ListView *list, int row)
-{
-    const QPoint place = list->visualRect(list->model()->index(row, 1)).center();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
-}
-
 SourceBox *openSource(const Window &window, const QString &text)
 {
-    auto *source = window.find<SourceBox>("txtSnippet");
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    auto *source = window.source();
+    window.turnTo(8);
     source->setText(text);
     return source;
 }
@@ -107,7 +98,7 @@ void TestDialogs::blockMoves()
     QCOMPARE(dialog.widget->windowTitle(), QStringLiteral(" Property :: title :: text"));
     QCOMPARE(dialog.rows("lvBlock"), QStringLiteral("rect | [40,50,200,60]\nstring | Hello\n"
                                                     "forecolor | [white,b]\nmode | own\n"));
-    QCOMPARE(window.find<SourceBox>("txtSnippet"), source); // the main window's own is still the one found
+    QCOMPARE(window.source(), source); // the main window's own is still the one found
     QTRY_VERIFY(source->hasFocus());
 
     doubleClick(dialog.find<ListView>("lvBlock"), 0);
@@ -196,11 +187,10 @@ void TestDialogs::oneKeyOrClickSets()
     QFETCH(const QString, element);
     for (const bool byMouse : {false, true}) {
         const Window window;
-        window.files.write(QStringLiteral("theme/theme.xml"),
-                           "<config><file_color>c.xml</file_color></config>");
-        window.files.write(QStringLiteral("theme/c.xml"),
-                           "<color name=\"red\">#FF0000</color><color name=\"dark red\">#800000</color>");
-        window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+        window.write("theme/theme.xml", "<config><file_color>c.xml</file_color></config>");
+        window.write("theme/c.xml",
+                     "<color name=\"red\">#FF0000</color><color name=\"dark red\">#800000</color>");
+        window.openTheme();
         const SourceBox *source = openSource(window, kSource);
         doubleClick(window.find<ListView>("lvBlock"), 0);
         const Dialog dialog("frmWidget");
@@ -257,7 +247,7 @@ void TestDialogs::replaceList()
     window.prompts.expectQuestion(QStringLiteral("Simpan Text"), question, true);
     window.prompts.expectMessage(QStringLiteral("Simpan Text"), QStringLiteral("Tersimpan"));
     dialog.click("Command4");
-    QCOMPARE(window.files.read(QStringLiteral("replace.ini")),
+    QCOMPARE(window.read("replace.ini"),
              "[REPLACE]\r\nTotal = 3\r\nTextFind1=A\r\nReplace1= b\r\nTextFind2=b \r\nReplace2=e\r\n"
              "TextFind3=c\r\nReplace3=d\r\n");
     QCOMPARE(dialog.rows("List1") + dialog.rows("List2"), QStringLiteral("A\nb\nc\nb\ne\nd\n"));
@@ -270,7 +260,7 @@ void TestDialogs::replaceList()
     QCOMPARE(dialog.rows("List1"), QStringLiteral("A\nb\nc\n"));
 
     // A file that cannot be written: one message, the list stays.
-    const QString list = window.files.path(QStringLiteral("replace.ini"));
+    const QString list = window.path("replace.ini");
     QVERIFY(QFile::remove(list) && QDir().mkdir(list));
     QString reason;
     try {
@@ -394,9 +384,5 @@ void TestDialogs::smallScreen()
     }
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<TestDialogs>(argc, argv);
-}
-
+WINDOW_TEST_MAIN(TestDialogs)
 #include "tst_dialogs.moc"

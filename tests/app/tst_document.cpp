@@ -44,10 +44,9 @@ void TestDocument::ownCodePage()
     Window window;
     openAll(window);
     window.choose(first);
-    window.files.write(QStringLiteral("theme/main.xml"), "<a>" + bytes + "</a>\n");
-    window.files.write(QStringLiteral("theme/en.xml"),
-                       "<language name=\"\"><tran id=\"y\">" + bytes + "</tran>");
-    window.skin->openDocument(window.files.path(QStringLiteral("theme/main.xml")));
+    window.write("theme/main.xml", "<a>" + bytes + "</a>\n");
+    window.write("theme/en.xml", "<language name=\"\"><tran id=\"y\">" + bytes + "</tran>");
+    window.openDocument("theme/main.xml");
     // Choosing reads the catalogue again, and nothing is selected in it then.
     auto *languages = window.find<ListView>("lvLang");
     languages->setCurrentIndex(languages->model()->index(0, 0));
@@ -73,14 +72,14 @@ void TestDocument::cancelledChoice()
 {
     Window window;
     openAll(window);
-    window.files.write(QStringLiteral("theme/main.xml"), "<theirs/>");
+    window.write("theme/main.xml", "<theirs/>");
     const QString before = text(window);
     QMainWindow host;
     QStatusBar &bar = *host.statusBar();
     StatusLine status(bar);
     WindowTalk talk(host, &window.prompts);
     ThemeProject theme(window.disk);
-    QVERIFY(theme.LoadTheme(window.files.path(QStringLiteral("theme"))));
+    QVERIFY(theme.LoadTheme(window.path("theme")));
     CodePageChoice choice(
         status, theme, *window.skin->findChild<OpenDocument *>(), [] { throw Cancelled(); }, window.disk,
         talk);
@@ -106,35 +105,29 @@ void TestDocument::windowOfAnotherTheme()
     Window window;
     openAll(window);
     type(window, "mine");
-    const QString theme = window.files.path(QStringLiteral("second/theme"));
-    window.files.write(QStringLiteral("second/theme/theme.xml"), "<config></config>");
+    const QString theme = window.path("second/theme");
+    window.write("second/theme/theme.xml", "<config></config>");
     const QByteArray other = "<other/>";
-    window.files.write(QStringLiteral("second/theme/main.xml"), other);
+    window.write("second/theme/main.xml", other);
     window.skin->openTheme(theme);
     QVERIFY(text(window).contains(QStringLiteral("mine")));
-    const QString said = window.skin->statusBar()->currentMessage();
+    const QString said = window.said();
     QVERIFY2(said.endsWith(QStringLiteral("The source still holds main.xml of %1, and saves it there.")
-                               .arg(window.files.path(QStringLiteral("theme")))),
+                               .arg(window.path("theme"))),
              qPrintable(said));
-    window.prompts.expectQuestion(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"),
-                                  true);
+    window.expectSave(true);
     window.choose("mnuSave");
-    QVERIFY(window.files.read(QStringLiteral("theme/main.xml")).contains("mine"));
-    QCOMPARE(window.files.read(QStringLiteral("second/theme/main.xml")), other);
+    QVERIFY(window.read("theme/main.xml").contains("mine"));
+    QCOMPARE(window.read("second/theme/main.xml"), other);
     // A window of the theme before, which the list still shows, is one of that theme.
-    QCOMPARE(window.find<ListView>("LvWidget")->model()->rowCount(), 1);
+    QCOMPARE(window.model("LvWidget")->rowCount(), 1);
     emit window.find<ListView>("LvWidget")->rowOpened(0);
-    QCOMPARE(window.skin->findChild<OpenDocument *>()->document().theme(),
-             window.files.path(QStringLiteral("theme")));
+    QCOMPARE(window.skin->findChild<OpenDocument *>()->document().theme(), window.path("theme"));
     window.skin->openDocument(joinPath(theme, u"main.xml"));
-    window.skin->openTheme(window.files.path(QStringLiteral("second")));
+    window.skin->openTheme(window.path("second"));
     window.skin->openTheme(theme);
-    QVERIFY(!window.skin->statusBar()->currentMessage().contains(QStringLiteral("still holds")));
+    QVERIFY(!window.said().contains(QStringLiteral("still holds")));
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<TestDocument>(argc, argv);
-}
-
+WINDOW_TEST_MAIN(TestDocument)
 #include "tst_document.moc"

@@ -11,7 +11,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QStatusBar>
 
 using namespace quillmere;
 
@@ -40,8 +39,8 @@ void openNames(Window &window)
     write("lang.xml", "<language id=\"English\">en.xml</language>");
     write("en.xml",
           "<language name=\"English\"><tran id=\"No\">Nein</tran><tran id=\"Yes\">Ja</tran></language>");
-    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
-    window.skin->openDocument(window.files.path(QStringLiteral("theme/main.xml")));
+    window.openTheme();
+    window.openDocument("theme/main.xml");
 }
 
 QString themeFile(const Window &window, const char *name)
@@ -86,8 +85,8 @@ Kind *in(const char *form, const char *name)
 // Puts the caret into the n-th place of a text in the source.
 void putCaret(const Window &window, const char *at, int number = 1)
 {
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
-    auto *source = window.find<SourceBox>("txtSnippet");
+    window.turnTo(8);
+    auto *source = window.source();
     qsizetype position = -1;
     for (int i = 0; i < number; ++i)
         position = text(window).indexOf(QLatin1String(at), position + 1);
@@ -101,7 +100,7 @@ void selectRow(const Window &window, const char *list, int row)
     auto *view = window.find<ListView>(list);
     for (int tab = 0; tab < 9; ++tab) {
         if (window.find<QWidget>(qPrintable(QStringLiteral("frYt(%1)").arg(tab)))->isAncestorOf(view))
-            window.find<QTabBar>("TabStrip4")->setCurrentIndex(tab);
+            window.turnTo(tab);
     }
     view->setCurrentIndex(view->model()->index(row, 1));
     view->setFocus();
@@ -115,7 +114,7 @@ QString place(const Window &window)
     const auto *list = qobject_cast<ListView *>(QApplication::focusWidget());
     if (text == u"Source")
         text += u' ' + QFileInfo(window.skin->findChild<OpenDocument *>()->path()).baseName() + u' ' +
-                window.find<SourceBox>("txtSnippet")->textCursor().selectedText();
+                window.source()->textCursor().selectedText();
     else if (list)
         text += u' ' + list->objectName() + u' ' + QString::number(list->selectedRow());
     return text;
@@ -210,7 +209,7 @@ void TestGoing::backAndForward()
     for (int i = 0; i < 4; ++i)
         press(window, Qt::Key_Right, Qt::AltModifier);
     QCOMPARE(place(window), seen.first());
-    QCOMPARE(window.skin->statusBar()->currentMessage(), QStringLiteral("There is no place after this one."));
+    QCOMPARE(window.said(), QStringLiteral("There is no place after this one."));
     // A window that has gone in between is passed over.
     QFile::remove(themeFile(window, "main.xml"));
     for (int i = 0; i < 9; ++i)
@@ -226,7 +225,7 @@ void TestGoing::editsWhatIsOpen()
     auto *editing = window.skin->findChild<ThemeEditing *>();
     const QString open = themeFile(window, "main.xml"), closed = themeFile(window, "other.xml");
     const QString before = text(window), inFile = LoadFile(closed);
-    const auto *images = window.find<ListView>("lvImage")->model();
+    const auto *images = window.model("lvImage");
     ThemeEdit edit;
     for (const auto &[path, content] : {std::pair(open, before), std::pair(closed, inFile)}) {
         for (const char *from : {"logo", "name=\"a\""}) {
@@ -237,20 +236,20 @@ void TestGoing::editsWhatIsOpen()
     edit.changeRow(themeFile(window, "image.xml"),
                    {1, ListRows::Row{themeFile(window, "l.png"), {QStringLiteral("logo"), QString()}, false},
                     ListRows::Row{themeFile(window, "l.png"), {QStringLiteral("Logo"), QString()}, false}});
-    const QByteArray imageFile = window.files.read(QStringLiteral("theme/image.xml"));
+    const QByteArray imageFile = window.read("theme/image.xml");
     const std::optional<ThemeEdit> inverse = editing->apply(edit);
     QVERIFY(inverse);
     QVERIFY(text(window).contains(QStringLiteral("<img>Logo</img>")));
-    QCOMPARE(window.files.read(QStringLiteral("theme/main.xml")), kWindow);
-    QVERIFY(window.files.read(QStringLiteral("theme/other.xml")).contains("<img>Logo</img>"));
+    QCOMPARE(window.read("theme/main.xml"), kWindow);
+    QVERIFY(window.read("theme/other.xml").contains("<img>Logo</img>"));
     QCOMPARE(images->index(1, 1).data().toString(), QStringLiteral("Logo"));
-    QCOMPARE(window.files.read(QStringLiteral("theme/image.xml")), imageFile);
-    window.find<SourceBox>("txtSnippet")->undo();
+    QCOMPARE(window.read("theme/image.xml"), imageFile);
+    window.source()->undo();
     QCOMPARE(text(window), before);
-    window.find<SourceBox>("txtSnippet")->redo();
+    window.source()->redo();
     QVERIFY(editing->apply(*inverse));
     QCOMPARE(text(window), before);
-    QCOMPARE(window.files.read(QStringLiteral("theme/other.xml")), kWindow);
+    QCOMPARE(window.read("theme/other.xml"), kWindow);
     QCOMPARE(images->index(1, 1).data().toString(), QStringLiteral("logo"));
 }
 
@@ -267,7 +266,7 @@ void TestGoing::refusesWhatChanged()
     auto *editing = window.skin->findChild<ThemeEditing *>();
     QVERIFY_EXCEPTION_THROWN(editing->apply(edit), RunTimeError);
     QCOMPARE(text(window), typed);
-    QCOMPARE(window.files.read(QStringLiteral("theme/other.xml")), kWindow);
+    QCOMPARE(window.read("theme/other.xml"), kWindow);
 }
 
 void TestGoing::keysInTheSource_data()
@@ -288,18 +287,16 @@ void TestGoing::keysInTheSource()
     QFETCH(QString, expected);
     Window window;
     openIndexed(window);
-    window.find<SourceBox>("txtSnippet")
-        ->rewrite(QStringLiteral(
-            "<interface>\n<widget name=\"a\">\n<forecolor>[navy]</forecolor>\n<font>big</font>\n"
-            "<string>Yes</string>\n<unfocus_img>nobody</unfocus_img>\n<img>logo</img></widget>"));
-    auto *source = window.find<SourceBox>("txtSnippet");
+    window.source()->rewrite(
+        QStringLiteral("<interface>\n<widget name=\"a\">\n<forecolor>[navy]</forecolor>\n<font>big</font>\n"
+                       "<string>Yes</string>\n<unfocus_img>nobody</unfocus_img>\n<img>logo</img></widget>"));
+    auto *source = window.source();
     putCaret(window, at.toLatin1());
     const QPoint click = source->cursorRect().center();
     press(window, Qt::Key_F12);
     QCOMPARE(place(window), expected);
     if (expected.startsWith(u"Source"))
-        QCOMPARE(window.skin->statusBar()->currentMessage(),
-                 QStringLiteral("Nothing defines the image \"nobody\"."));
+        QCOMPARE(window.said(), QStringLiteral("Nothing defines the image \"nobody\"."));
     putCaret(window, "<interface>");
     QTest::mouseClick(source->viewport(), Qt::LeftButton, Qt::ControlModifier, click);
     QTRY_COMPARE(place(window), expected);
@@ -309,7 +306,7 @@ void TestGoing::keysInTheSource()
 void TestGoing::goesThroughUses()
 {
     Window window;
-    window.files.write(QStringLiteral("theme/more.xml"), kWindow + "<img>logo</img>\n");
+    window.write("theme/more.xml", kWindow + "<img>logo</img>\n");
     openIndexed(window);
     selectRow(window, "lvImage", 1);
     press(window, Qt::Key_F12, Qt::ShiftModifier);
@@ -324,8 +321,7 @@ void TestGoing::goesThroughUses()
         uses = in<ListView>("frmUses", "lvUses");
         uses->setCurrentIndex(uses->model()->index(row, 0));
         QTest::keyClick(uses, Qt::Key_Return);
-        seen.append(place(window) +
-                    QString::number(window.find<SourceBox>("txtSnippet")->textCursor().blockNumber()));
+        seen.append(place(window) + QString::number(window.source()->textCursor().blockNumber()));
     }
     QCOMPARE(seen.join(u','),
              QStringLiteral("Source more logo2,Source more logo4,Source main logo2,Source other logo2"));
@@ -360,8 +356,7 @@ void TestGoing::renames()
     QFETCH(QByteArray, from);
     QFETCH(QByteArray, to);
     Window window;
-    window.files.write(QStringLiteral("theme/style.xml"),
-                       "<widget name=\"s\"><backcolor>[navy]</backcolor></widget>");
+    window.write("theme/style.xml", "<widget name=\"s\"><backcolor>[navy]</backcolor></widget>");
     openIndexed(window);
     const QString file = u"theme/" + where, source = text(window);
     const QByteArray before = window.files.read(file);
@@ -405,11 +400,10 @@ void TestGoing::renamedWindowStaysOpen()
     QTest::keyClicks(in<QLineEdit>("frmRename", "txtRename"), QStringLiteral("first"));
     QTest::keyClick(in<QLineEdit>("frmRename", "txtRename"), Qt::Key_Return);
     QVERIFY(!QFile::exists(themeFile(window, "main.xml")));
-    window.prompts.expectQuestion(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"),
-                                  true);
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+    window.expectSave(true);
+    window.turnTo(8);
     window.choose("mnuSave");
-    QVERIFY(window.files.read(QStringLiteral("theme/first.xml")).contains("mine"));
+    QVERIFY(window.read("theme/first.xml").contains("mine"));
     QVERIFY(!QFile::exists(themeFile(window, "main.xml")));
 }
 
@@ -422,7 +416,7 @@ void TestGoing::undoOnlyWhatIsStillThere()
     QTest::keyClicks(in<QLineEdit>("frmRename", "txtRename"), QStringLiteral("fresh"));
     QTest::keyClick(in<QLineEdit>("frmRename", "txtRename"), Qt::Key_Return);
     const QByteArray theirs = "<img>fresh</img>";
-    window.files.write(QStringLiteral("theme/other.xml"), theirs);
+    window.write("theme/other.xml", theirs);
     const QString source = text(window);
     window.prompts.expectMessage(
         QStringLiteral("Quillmere"),
@@ -430,17 +424,16 @@ void TestGoing::undoOnlyWhatIsStillThere()
             .arg(themeFile(window, "other.xml")));
     window.choose("mnuUndoRename");
     QCOMPARE(text(window), source);
-    QCOMPARE(window.files.read(QStringLiteral("theme/other.xml")), theirs);
-    QCOMPARE(window.find<ListView>("lvImage")->model()->index(1, 1).data().toString(),
-             QStringLiteral("fresh"));
+    QCOMPARE(window.read("theme/other.xml"), theirs);
+    QCOMPARE(window.model("lvImage")->index(1, 1).data().toString(), QStringLiteral("fresh"));
 }
 
 void TestGoing::searchesAndReplaces()
 {
     Window window;
     openIndexed(window);
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
-    window.find<SourceBox>("txtSnippet")->setFocus();
+    window.turnTo(8);
+    window.source()->setFocus();
     press(window, Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
     auto *searched = in<QLineEdit>("frmSearch", "txtSearch");
     QTest::keyClicks(searched, QStringLiteral("WIDGET"));
@@ -457,12 +450,11 @@ void TestGoing::searchesAndReplaces()
     QTest::keyClick(places, Qt::Key_Space);
     QTest::keyClicks(in<QLineEdit>("frmSearch", "txtSearchReplace"), QStringLiteral("style"));
     QTest::mouseClick(in<QPushButton>("frmSearch", "cmdSearchReplace"), Qt::LeftButton);
-    QCOMPARE(window.files.read(QStringLiteral("theme/main.xml")),
-             QByteArray(kWindow).replace("<widget", "<style"));
+    QCOMPARE(window.read("theme/main.xml"), QByteArray(kWindow).replace("<widget", "<style"));
     QCOMPARE(text(window).count(QStringLiteral("style")), 2);
-    QCOMPARE(window.files.read(QStringLiteral("theme/other.xml")), kWindow); // it is open, and not saved
+    QCOMPARE(window.read("theme/other.xml"), kWindow); // it is open, and not saved
     window.choose("mnuUndoRename");
-    QCOMPARE(window.files.read(QStringLiteral("theme/main.xml")), kWindow);
+    QCOMPARE(window.read("theme/main.xml"), kWindow);
 }
 
 void TestGoing::blocks()
@@ -478,8 +470,8 @@ void TestGoing::blocks()
     QTest::keyClicks(in<QLineEdit>("frmRename", "txtRename"), QStringLiteral("z"));
     QTest::keyClick(in<QLineEdit>("frmRename", "txtRename"), Qt::Key_Return);
     QCOMPARE(text(window), QString(before).replace(QStringLiteral("\"a\""), QStringLiteral("\"z\"")));
-    QCOMPARE(window.find<ListView>("lvBlock")->model()->index(0, 1).data().toString(), QStringLiteral("z"));
-    QCOMPARE(window.files.read(QStringLiteral("theme/main.xml")), kWindow);
+    QCOMPARE(window.model("lvBlock")->index(0, 1).data().toString(), QStringLiteral("z"));
+    QCOMPARE(window.read("theme/main.xml"), kWindow);
 }
 
 void TestGoing::menuOfARow()
@@ -514,8 +506,8 @@ void TestGoing::anotherTheme()
     press(window, Qt::Key_F2);
     QTest::keyClicks(in<QLineEdit>("frmRename", "txtRename"), QStringLiteral("fresh"));
     QTest::keyClick(in<QLineEdit>("frmRename", "txtRename"), Qt::Key_Return);
-    window.files.write(QStringLiteral("second/theme/theme.xml"), "<config></config>");
-    window.skin->openTheme(window.files.path(QStringLiteral("second/theme")));
+    window.write("second/theme/theme.xml", "<config></config>");
+    window.skin->openTheme(window.path("second/theme"));
     QVERIFY(!uses->isVisible());
     QVERIFY(!window.find<QAction>("mnuUndoRename")->isEnabled());
 }
@@ -524,7 +516,7 @@ void TestGoing::asksBeforeItWritesOutside()
 {
     Window window;
     openIndexed(window);
-    const QString outside = window.files.write(QStringLiteral("other.xml"), kWindow);
+    const QString outside = window.write("other.xml", kWindow);
     QFile::remove(themeFile(window, "other.xml"));
     QVERIFY(QFile::link(outside, themeFile(window, "other.xml")));
     const QString before = text(window);
@@ -541,13 +533,9 @@ void TestGoing::asksBeforeItWritesOutside()
     QTest::keyClick(in<QLineEdit>("frmRename", "txtRename"), Qt::Key_Return);
     QVERIFY(dialog("frmRename")); // it stays, so that the place can be left out
     QCOMPARE(text(window), before);
-    QCOMPARE(window.files.read(QStringLiteral("other.xml")), kWindow);
+    QCOMPARE(window.read("other.xml"), kWindow);
     in<QPushButton>("frmRename", "cmdRenameCancel")->click();
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<TestGoing>(argc, argv);
-}
-
+WINDOW_TEST_MAIN(TestGoing)
 #include "tst_going.moc"

@@ -57,9 +57,9 @@ void tst_liveindex::followsTheText()
     QVERIFY(isUsed(window, NameKind::Image, u"typed"));
 
     // Another window takes the box: the text of the first is that of its file again.
-    window.skin->openDocument(window.files.path(QStringLiteral("theme/other.xml")));
+    window.openDocument("theme/other.xml");
     QVERIFY(comesTrue([&] { return !index.index()->isUsed(NameKind::Image, u"typed"); }));
-    QCOMPARE(index.openFile(), window.files.path(QStringLiteral("theme/other.xml")));
+    QCOMPARE(index.openFile(), window.path("theme/other.xml"));
 }
 
 void tst_liveindex::followsRows()
@@ -67,14 +67,13 @@ void tst_liveindex::followsRows()
     Window window;
     openAll(window);
     QVERIFY(isDefined(window, NameKind::Colour, u"navy"));
-    auto *colours = qobject_cast<ListRows *>(window.find<ListView>("lvColor")->model());
+    auto *colours = qobject_cast<ListRows *>(window.model("lvColor"));
     colours->setSub(0, 1, QStringLiteral("ink"));
     QVERIFY(isDefined(window, NameKind::Colour, u"ink"));
     QVERIFY(!live(window).index()->isDefined(NameKind::Colour, u"navy"));
     QCOMPARE(live(window).index()->definitions(NameKind::Colour, u"ink").value(0).line, 0); // not written
 
-    window.prompts.expectQuestion(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"),
-                                  true);
+    window.expectSave(true);
     window.choose("mnuCSave");
     QVERIFY(comesTrue(
         [&] { return live(window).index()->definitions(NameKind::Colour, u"ink").value(0).line > 0; }));
@@ -87,8 +86,8 @@ void tst_liveindex::followsFiles()
     openAll(window);
     QVERIFY(isDefined(window, NameKind::Window, u"other"));
     QVERIFY(!live(window).index()->isUsed(NameKind::Image, u"late"));
-    window.files.write(QStringLiteral("theme/other.xml"), "<widget><img>late</img></widget>");
-    window.files.write(QStringLiteral("theme/third.xml"), "<x/>");
+    window.write("theme/other.xml", "<widget><img>late</img></widget>");
+    window.write("theme/third.xml", "<x/>");
     window.skin->findChild<LiveIndex *>()->lookAgain();
     QVERIFY(isUsed(window, NameKind::Image, u"late"));
     QVERIFY(isDefined(window, NameKind::Window, u"third"));
@@ -98,21 +97,16 @@ void tst_liveindex::ofTheThemeThatIsOpen()
 {
     const Window window;
     openAll(window);
-    window.files.write(QStringLiteral("b/theme/theme.xml"),
-                       "<config><file_image>i.xml</file_image></config>");
-    window.files.write(QStringLiteral("b/theme/i.xml"), "<image id=\"b\">b.png</image>");
+    window.write("b/theme/theme.xml", "<config><file_image>i.xml</file_image></config>");
+    window.write("b/theme/i.xml", "<image id=\"b\">b.png</image>");
     // While the first is being made.
-    window.skin->openTheme(window.files.path(QStringLiteral("b/theme")));
+    window.skin->openTheme(window.path("b/theme"));
     QVERIFY(!live(window).index());
     QVERIFY(isDefined(window, NameKind::Image, u"b"));
     QVERIFY(!live(window).index()->isDefined(NameKind::Image, u"i"));
     // And the window closes while another is made.
-    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+    window.openTheme();
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<tst_liveindex>(argc, argv);
-}
-
+WINDOW_TEST_MAIN(tst_liveindex)
 #include "tst_liveindex.moc"

@@ -3,7 +3,6 @@
 #include "controls/LateWork.h"
 #include "controls/ListView.h"
 #include "preview/forms/LateRender.h"
-#include "source/forms/SourceBox.h"
 #include "widgets/forms/SourceTab.h"
 
 #include <QClipboard>
@@ -12,7 +11,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QStatusBar>
 #include <QTabBar>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -243,14 +241,13 @@ void TestLoad::cancelsScan()
     QByteArray catalogue;
     for (int i = 0; i < 1000; ++i) // a second's work and more
         catalogue += "<widget class=\"window\" name=\"w\"/>";
-    window.files.write(
-        QStringLiteral("theme/theme.xml"),
-        "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image></config>");
-    window.files.write(QStringLiteral("theme/widget.xml"), catalogue);
-    window.files.write(QStringLiteral("theme/image.xml"), "<image id=\"A\">a.png</image>");
-    window.files.write(QStringLiteral("theme/w.xml"), QByteArray(2000000, 'x') + "<img>A</img>");
-    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
-    auto *source = window.find<SourceBox>("txtSnippet");
+    window.write("theme/theme.xml",
+                 "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image></config>");
+    window.write("theme/widget.xml", catalogue);
+    window.write("theme/image.xml", "<image id=\"A\">a.png</image>");
+    window.write("theme/w.xml", QByteArray(2000000, 'x') + "<img>A</img>");
+    window.openTheme();
+    auto *source = window.source();
     const auto bar = [&] { return window.skin->findChild<QWidget *>(QStringLiteral("barLongWork")); };
     for (const int way : {0, 1, 2}) {
         QTimer::singleShot(0, window.skin.get(), [&] { // comes when the bar is shown
@@ -265,8 +262,8 @@ void TestLoad::cancelsScan()
         });
         window.choose("mnuSWidget");
         QVERIFY(!bar());
-        QCOMPARE(window.skin->statusBar()->currentMessage(), QStringLiteral("Cancelled."));
-        QCOMPARE(rowsAsText(window.find<ListView>("lvImage")->model()).left(1), QStringLiteral("/"));
+        QCOMPARE(window.said(), QStringLiteral("Cancelled."));
+        QCOMPARE(window.shown("lvImage").left(1), QStringLiteral("/"));
         QVERIFY(source->document()->isEmpty() && window.skin->isVisible());
     }
     QTest::keyClicks(source, QStringLiteral("x"));
@@ -276,12 +273,11 @@ void TestLoad::cancelsScan()
 void TestLoad::asksBeforeAHugeWindow()
 {
     Window window;
-    const QString small = window.files.write(QStringLiteral("theme/small.xml"), "<small/>");
-    const QString huge = window.files.write(QStringLiteral("theme/huge.xml"),
-                                            QByteArray("<string>x</string>\n").repeated(500000));
+    const QString small = window.write("theme/small.xml", "<small/>");
+    const QString huge = window.write("theme/huge.xml", QByteArray("<string>x</string>\n").repeated(500000));
     window.skin->openDocument(small);
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
-    auto *source = window.find<SourceBox>("txtSnippet");
+    window.turnTo(8);
+    auto *source = window.source();
     QTest::keyClicks(source, QStringLiteral("typed"));
     const QString typed = source->text();
     const auto opens = [&](bool answer) {
@@ -310,8 +306,5 @@ void TestLoad::asksBeforeAHugeWindow()
     QVERIFY(!window.find<QLabel>("lblPreview")->text().isEmpty());
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<TestLoad>(argc, argv);
-}
+WINDOW_TEST_MAIN(TestLoad)
 #include "tst_load.moc"

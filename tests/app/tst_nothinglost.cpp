@@ -8,7 +8,6 @@
 
 #include <QDirIterator>
 #include <QProcess>
-#include <QStatusBar>
 #include <QThreadPool>
 
 #include <cstdio>
@@ -154,11 +153,11 @@ void TestNothingLost::reloadFromOutside()
 {
     Window window;
     openAll(window);
-    const auto *colours = window.find<ListView>("lvColor")->model();
+    const auto *colours = window.model("lvColor");
     const QString name = QStringLiteral("theme/color.xml");
     // Written beside and renamed over, as careful programs do; the file as such is another one then.
-    const QString beside = window.files.write(QStringLiteral("theme/new"),
-                                              "<color name=\"a\">#1</color><color name=\"b\">#2</color>");
+    const QString beside =
+        window.write("theme/new", "<color name=\"a\">#1</color><color name=\"b\">#2</color>");
     QVERIFY(std::rename(qPrintable(beside), qPrintable(window.files.path(name))) == 0);
     QVERIFY(offers(window, QStringLiteral("color.xml was changed by another program\\.")));
     QCOMPARE(window.find<QWidget>("frOffer")->toolTip(), QStringLiteral("<qt>color.xml</qt>"));
@@ -172,7 +171,7 @@ void TestNothingLost::reloadFromOutside()
     QTest::keyClick(window.find<ListView>("lvColor"), Qt::Key_Delete);
     QCOMPARE(colours->rowCount(), 1);
     window.files.write(name, "<color name=\"c\">#3</color>");
-    window.files.write(QStringLiteral("theme/main.xml"), "<theirs/>");
+    window.write("theme/main.xml", "<theirs/>");
     QVERIFY(offers(
         window, QStringLiteral("(main|color).xml and (main|color).xml were changed by another program\\.")));
     answer(window, "cmdOffer(1)");
@@ -189,7 +188,7 @@ void TestNothingLost::reloadKeepsWhatIsTyped()
     openAll(window);
     type(window, "mine");
     const QString mine = text(window);
-    window.files.write(QStringLiteral("theme/main.xml"), "<theirs/>");
+    window.write("theme/main.xml", "<theirs/>");
     QVERIFY(offers(window, QStringLiteral("main.xml was changed by another program\\.")));
     QCOMPARE(text(window), mine);
     answer(window, "cmdOffer(0)");
@@ -197,12 +196,12 @@ void TestNothingLost::reloadKeepsWhatIsTyped()
     QVERIFY(offers(window, kUnsaved + QStringLiteral(" The file has changed since\\.")));
     answer(window, "cmdOffer(0)");
     QCOMPARE(text(window), mine);
-    auto *source = window.find<SourceBox>("txtSnippet");
+    auto *source = window.source();
     QTest::keyClick(source, Qt::Key_Z, Qt::ControlModifier);
     QVERIFY(text(window).contains(QStringLiteral("theirs")));
     // Taken back, it is offered once more all the same, and is not written over by what is typed now.
     QTest::keyClicks(source, QStringLiteral("other"));
-    const QString main = window.files.path(QStringLiteral("theme/main.xml"));
+    const QString main = window.path("theme/main.xml");
     window.skin->openDocument(main);
     QCOMPARE(kept(window, main), 2);
     answer(window, "cmdOffer(1)");
@@ -227,13 +226,13 @@ void TestNothingLost::recovery()
     QFETCH(QString, end);
     Window window;
     openAll(window);
-    const QString main = window.files.path(QStringLiteral("theme/main.xml"));
+    const QString main = window.path("theme/main.xml");
     type(window, "typed");
-    window.find<SourceBox>("txtSnippet")->insertPlainText(QString(QChar(0xA0)) + QChar(0xE9) + QChar(0xD800));
+    window.source()->insertPlainText(QString(QChar(0xA0)) + QChar(0xE9) + QChar(0xD800));
     const QString typed = text(window);
     if (end.endsWith(u"emptied")) {
-        QTest::keyClick(window.find<SourceBox>("txtSnippet"), Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(window.find<SourceBox>("txtSnippet"), Qt::Key_Delete);
+        QTest::keyClick(window.source(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(window.source(), Qt::Key_Delete);
     }
     const QString last = text(window);
     if (end.startsWith(u"crash")) {
@@ -245,7 +244,7 @@ void TestNothingLost::recovery()
         window.skin->close();
         window.start();
     } else {
-        window.skin->openDocument(window.files.path(QStringLiteral("theme/other.xml")));
+        window.openDocument("theme/other.xml");
         QCOMPARE(offer(window), QString());
     }
     window.skin->openDocument(main);
@@ -293,7 +292,7 @@ void TestNothingLost::rows()
     QFETCH(QString, end);
     Window window;
     openAll(window);
-    const QString theme = window.files.path(QStringLiteral("theme")), path = joinPath(theme, file);
+    const QString theme = window.path("theme"), path = joinPath(theme, file);
     const auto rows = [&] { return qobject_cast<ListRows *>(window.find<ListView>(list)->model()); };
     const QString loaded = rowsAsText(rows()), cell = rows()->sub(0, 2);
     const auto open = [&] {
@@ -314,10 +313,10 @@ void TestNothingLost::rows()
         window.skin->close();
         window.start();
     } else if (end == u"other theme") {
-        window.files.write(QStringLiteral("second/theme/theme.xml"),
-                           "<config><file_color>c</file_color><file_image>i</file_image></config>");
-        window.skin->openTheme(window.files.path(QStringLiteral("second/theme")));
-        const QString said = window.skin->statusBar()->currentMessage();
+        window.write("second/theme/theme.xml",
+                     "<config><file_color>c</file_color><file_image>i</file_image></config>");
+        window.skin->openTheme(window.path("second/theme"));
+        const QString said = window.said();
         QVERIFY2(said.endsWith(
                      QStringLiteral("The unsaved %1 of %2 are kept and offered when that is opened again.")
                          .arg(name, file)),
@@ -353,7 +352,7 @@ void TestNothingLost::rowsInTurn()
 {
     Window window;
     openAll(window);
-    const QString theme = window.files.path(QStringLiteral("theme"));
+    const QString theme = window.path("theme");
     const auto rows = [&](const char *list) {
         return qobject_cast<ListRows *>(window.find<ListView>(list)->model());
     };
@@ -406,42 +405,40 @@ void TestNothingLost::keepsTheCodePage()
     const QByteArray bytes = "\xC3\xA9";
     openAll(window);
     window.choose(before);
-    const QString main = window.files.write(QStringLiteral("theme/main.xml"), "<a>" + bytes + "</a>\n");
-    window.files.write(QStringLiteral("theme/color.xml"), "<color name=\"a\">" + bytes + "</color>");
+    const QString main = window.write("theme/main.xml", "<a>" + bytes + "</a>\n");
+    window.write("theme/color.xml", "<color name=\"a\">" + bytes + "</color>");
     window.choose("mnuCOpen");
     window.skin->openDocument(main);
     type(window, "x");
-    qobject_cast<ListRows *>(window.find<ListView>("lvColor")->model())->add({}, {QStringLiteral("b"), {}});
+    qobject_cast<ListRows *>(window.model("lvColor"))->add({}, {QStringLiteral("b"), {}});
     window.choose(after);
     window.skin->openDocument(main);
     answer(window, "cmdOffer(0)");
     answer(window, "cmdOffer(0)");
     QCOMPARE(offer(window), QString());
     for (const char *item : {"mnuSave", "mnuCSave"}) {
-        window.prompts.expectQuestion(QStringLiteral("Simpan File"),
-                                      QStringLiteral("Benar mau menyimpan file?"), true);
+        window.expectSave(true);
         window.choose(item);
     }
-    QVERIFY(window.files.read(QStringLiteral("theme/main.xml")).contains(QByteArray("<a>" + bytes + "<")));
-    QVERIFY(window.files.read(QStringLiteral("theme/color.xml")).contains(QByteArray(">" + bytes + "<")));
+    QVERIFY(window.read("theme/main.xml").contains(QByteArray("<a>" + bytes + "<")));
+    QVERIFY(window.read("theme/color.xml").contains(QByteArray(">" + bytes + "<")));
 }
 
 void TestNothingLost::nothingLeftToOffer()
 {
     Window window;
     openAll(window);
-    const QString main = window.files.path(QStringLiteral("theme/main.xml"));
+    const QString main = window.path("theme/main.xml");
     type(window, "typed");
     QVERIFY(QTest::qWaitFor([&] { return kept(window, main) > 0; }, 5000));
-    window.prompts.expectQuestion(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"),
-                                  true);
+    window.expectSave(true);
     window.choose("mnuSave");
     QVERIFY(kept(window, main) == 0);
 
     // Typed and taken back.
     type(window, "y");
     QVERIFY(QTest::qWaitFor([&] { return kept(window, main) > 0; }, 5000));
-    QTest::keyClick(window.find<SourceBox>("txtSnippet"), Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(window.source(), Qt::Key_Z, Qt::ControlModifier);
     QVERIFY(QTest::qWaitFor([&] { return kept(window, main) == 0; }, 5000));
     window.start();
     window.skin->openDocument(main);
@@ -452,7 +449,7 @@ void TestNothingLost::olderTextIsNotReplaced()
 {
     Window window;
     openAll(window);
-    const QString main = window.files.path(QStringLiteral("theme/main.xml"));
+    const QString main = window.path("theme/main.xml");
     type(window, "first");
     const QString first = text(window);
     window.skin->openDocument(main);
@@ -473,26 +470,25 @@ void TestNothingLost::noRoomForTheText()
     openAll(window);
     type(window, "typed");
     const QString typed = text(window);
-    window.disk.setRecoveryFolder(window.files.write(QStringLiteral("a file")));
+    window.disk.setRecoveryFolder(window.write("a file"));
     const QString message =
         QStringLiteral("Cannot keep the unsaved text in \"%1/").arg(window.disk.recoveryFolder());
     QString told;
     try {
-        window.skin->openDocument(window.files.path(QStringLiteral("theme/other.xml")));
+        window.openDocument("theme/other.xml");
     } catch (const RunTimeError &error) {
         told = error.message();
     }
     QVERIFY(told.startsWith(message));
     QCOMPARE(text(window), typed);
     // Rows stay likewise.
-    auto *colours = qobject_cast<ListRows *>(window.find<ListView>("lvColor")->model());
+    auto *colours = qobject_cast<ListRows *>(window.model("lvColor"));
     colours->setSub(0, 2, QStringLiteral("#1"));
     const QString toldOfRows = window.skin->findChild<KeptRows *>()->keepAll().join(u'\n');
     QVERIFY(toldOfRows.startsWith(message));
-    window.files.write(QStringLiteral("second/theme/theme.xml"),
-                       "<config><file_color>c</file_color></config>");
+    window.write("second/theme/theme.xml", "<config><file_color>c</file_color></config>");
     window.prompts.expectMessage(QStringLiteral("Quillmere"), toldOfRows);
-    window.skin->openTheme(window.files.path(QStringLiteral("second/theme")));
+    window.skin->openTheme(window.path("second/theme"));
     QCOMPARE(colours->sub(0, 2), QStringLiteral("#1"));
     // Closing asks, and only Yes gives them up.
     for (const bool leave : {false, true}) {
@@ -517,7 +513,7 @@ void TestNothingLost::twoPrograms()
     QFETCH(QByteArray, button);
     Window window;
     openAll(window);
-    const QString main = window.files.path(QStringLiteral("theme/main.xml"));
+    const QString main = window.path("theme/main.xml");
     const QString before = text(window);
     type(window, "typed");
     const QString typed = text(window);
@@ -550,7 +546,7 @@ void TestNothingLost::oldTexts()
 {
     Window window;
     openAll(window);
-    const QString main = window.files.path(QStringLiteral("theme/main.xml")), shown = text(window);
+    const QString main = window.path("theme/main.xml"), shown = text(window);
     const auto keep = [&](const QString &document, const QString &unsaved, int days) {
         UnsavedFile kept = UnsavedFile::forNew(window.disk.recoveryFolder(), document);
         keepUnsaved(kept.path(), document, unsaved);
@@ -562,7 +558,7 @@ void TestNothingLost::oldTexts()
     };
     const QString old = keep(main, shown, 61).path(), young = keep(main, shown, 59).path();
     const QString other = keep(main, QStringLiteral("other"), 61).path();
-    const QString elsewhere = keep(window.files.path(QStringLiteral("theme/other.xml")), shown, 61).path();
+    const QString elsewhere = keep(window.path("theme/other.xml"), shown, 61).path();
     const UnsavedFile used = keep(main, shown, 61);
     window.start();
     QThreadPool::globalInstance()->waitForDone();

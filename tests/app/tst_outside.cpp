@@ -1,10 +1,8 @@
 #include "WindowFixture.h"
 #include "controls/ListView.h"
-#include "source/forms/SourceBox.h"
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QTabBar>
 
 #include <sys/stat.h>
 
@@ -26,8 +24,8 @@ private slots:
 private:
     static void openTheme(Window &window, const char *config)
     {
-        window.files.write(u"theme/theme.xml"_s, QByteArray("<config>") + config + "</config>");
-        window.skin->openTheme(window.files.path(u"theme"_s));
+        window.write("theme/theme.xml", QByteArray("<config>") + config + "</config>");
+        window.openTheme();
     }
 };
 
@@ -63,10 +61,10 @@ void TestOutside::asksBeforeItWritesOutside()
     Window window;
     const QByteArray old = "<language name=\"a\"><tran id=\"x\">y</tran><color name=\"a\">#000000</color>"
                            "<image id=\"a\">b</image><widget class=\"window\" name=\"../out\"/>";
-    const QString place = window.files.write(u"out.xml"_s, old);
-    window.files.write(u"theme/w.xml"_s, "<widget class=\"window\" name=\"../out\"/>");
-    window.files.write(u"theme/l.xml"_s, "<language id=\"de\">../out.xml</language>");
-    QVERIFY(QFile::link(place, window.files.path(u"theme/link.xml"_s)));
+    const QString place = window.write("out.xml", old);
+    window.write("theme/w.xml", "<widget class=\"window\" name=\"../out\"/>");
+    window.write("theme/l.xml", "<language id=\"de\">../out.xml</language>");
+    QVERIFY(QFile::link(place, window.path("theme/link.xml")));
     openTheme(window, config);
     if (command == u"mnuLangSave") {
         auto *languages = window.find<ListView>("lvLang");
@@ -76,44 +74,44 @@ void TestOutside::asksBeforeItWritesOutside()
     if (command == u"mnuSave") {
         auto *windows = window.find<ListView>("LvWidget");
         emit windows->rowOpened(0);
-        QTRY_VERIFY(!window.find<SourceBox>("txtSnippet")->document()->isEmpty());
-        window.find<SourceBox>("txtSnippet")->setText(u"new"_s);
-        window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+        QTRY_VERIFY(!window.source()->document()->isEmpty());
+        window.source()->setText(u"new"_s);
+        window.turnTo(8);
     }
     const QString refusal =
         u"Not written: the theme leads outside of its own folder, to\n\n%1\n\nAllow this file "
         "to be written and deleted until you leave Quillmere?"_s.arg(QFileInfo(place).canonicalFilePath());
     window.prompts.expectQuestion(title, question, false);
     window.choose(command.toLatin1().constData());
-    QCOMPARE(window.files.read(u"out.xml"_s), old);
+    QCOMPARE(window.read("out.xml"), old);
     window.prompts.expectQuestion(title, question, true);
     window.prompts.expectQuestion(title, refusal, false);
     window.choose(command.toLatin1().constData());
-    QCOMPARE(window.files.read(u"out.xml"_s), old);
+    QCOMPARE(window.read("out.xml"), old);
     window.prompts.expectQuestion(title, question, true);
     window.prompts.expectQuestion(title, refusal, true);
     window.choose(command.toLatin1().constData());
-    const QByteArray written = window.files.read(u"out.xml"_s);
+    const QByteArray written = window.read("out.xml");
     QVERIFY(written != old);
-    window.files.write(u"out.xml"_s, written + '\n');
+    window.write("out.xml", written + '\n');
     const QString changed = question + u"\nThe file was changed by another program."_s;
     window.prompts.expectQuestion(title, changed, true);
     window.choose(command.toLatin1().constData());
-    QVERIFY(window.files.read(u"out.xml"_s) != written + '\n');
+    QVERIFY(window.read("out.xml") != written + '\n');
 }
 
 void TestOutside::deletesTheLinkOnly()
 {
     Window window;
-    const QString place = window.files.write(u"out/a.xml"_s, "kept");
-    window.files.write(u"theme/w.xml"_s, "<widget class=\"window\" name=\"folder/m\"/>");
-    QVERIFY(QFile::link(window.files.path(u"out"_s), window.files.path(u"theme/folder"_s)));
-    QVERIFY(QFile::link(place, window.files.path(u"theme/link.xml"_s)));
+    const QString place = window.write("out/a.xml", "kept");
+    window.write("theme/w.xml", "<widget class=\"window\" name=\"folder/m\"/>");
+    QVERIFY(QFile::link(window.path("out"), window.path("theme/folder")));
+    QVERIFY(QFile::link(place, window.path("theme/link.xml")));
     openTheme(window, "<file_widget>w.xml</file_widget>");
     auto *files = window.find<ListView>("lvWidgetDel");
     files->setCurrentIndex(files->model()->index(0, 0));
-    window.prompts.expectQuestion(
-        u"Delete File"_s, u"Delete file %1 ?"_s.arg(window.files.path(u"theme/folder/a.xml"_s)), true);
+    window.prompts.expectQuestion(u"Delete File"_s,
+                                  u"Delete file %1 ?"_s.arg(window.path("theme/folder/a.xml")), true);
     window.prompts.expectQuestion(
         u"Delete File"_s,
         u"Not deleted: the theme leads outside of its own folder, to\n\n%1\n\nAllow this "
@@ -121,29 +119,29 @@ void TestOutside::deletesTheLinkOnly()
             QFileInfo(place).canonicalFilePath()),
         false);
     window.choose("mnuWidgetDelFile");
-    QCOMPARE(window.files.read(u"out/a.xml"_s), QByteArray("kept"));
+    QCOMPARE(window.read("out/a.xml"), QByteArray("kept"));
 
-    window.files.write(u"theme/w.xml"_s);
+    window.write("theme/w.xml");
     window.choose("mnuWidgetOpen");
-    window.files.write(u"theme/w.xml"_s, "<widget class=\"window\" name=\"m\"/>");
+    window.write("theme/w.xml", "<widget class=\"window\" name=\"m\"/>");
     window.choose("mnuWidgetOpen");
     QCOMPARE(files->model()->index(0, 0).data().toString(), u"link.xml"_s);
     files->setCurrentIndex(files->model()->index(0, 0));
-    window.prompts.expectQuestion(u"Delete File"_s,
-                                  u"Delete file %1 ?"_s.arg(window.files.path(u"theme/link.xml"_s)), false);
+    window.prompts.expectQuestion(u"Delete File"_s, u"Delete file %1 ?"_s.arg(window.path("theme/link.xml")),
+                                  false);
     window.choose("mnuWidgetDelFile");
-    QVERIFY(!QFileInfo(window.files.path(u"theme/link.xml"_s)).isSymLink());
-    QCOMPARE(window.files.read(u"out/a.xml"_s), QByteArray("kept"));
+    QVERIFY(!QFileInfo(window.path("theme/link.xml")).isSymLink());
+    QCOMPARE(window.read("out/a.xml"), QByteArray("kept"));
 }
 
 // Versions of a file outside, which the theme names, stand among the others.
 void TestOutside::restoresOutside()
 {
     Window window;
-    const QString place = window.files.write(u"out.xml"_s, "<color name=\"a\">#000000</color>");
+    const QString place = window.write("out.xml", "<color name=\"a\">#000000</color>");
     openTheme(window, "<file_color>../out.xml</file_color>");
     window.disk.allow(QFileInfo(place).canonicalFilePath());
-    window.disk.save(place, u"new"_s, window.files.path(u"theme"_s));
+    window.disk.save(place, u"new"_s, window.path("theme"));
     window.choose("mnuRestore");
     auto *versions = window.find<ListView>("lvVersions");
     QCOMPARE(versions->model()->rowCount(), 1);
@@ -153,19 +151,19 @@ void TestOutside::restoresOutside()
 void TestOutside::opensWhatCanBeRead()
 {
     Window window;
-    window.files.write(u"theme/color.xml"_s, "<color name=\"a\">#000000</color>");
-    window.files.write(u"theme/w.xml"_s, "<widget class=\"window\" name=\"m\"/>");
-    window.files.write(u"theme/m.xml"_s, "<a>\n</a>\n");
-    QCOMPARE(mkfifo(QFile::encodeName(window.files.path(u"theme/font.xml"_s)).constData(), 0600), 0);
-    QVERIFY(QFile::resize(window.files.write(u"theme/big.png"_s), qint64(100) << 30));
-    window.files.write(u"theme/image.xml"_s, "<image id=\"a\">big.png</image>");
+    window.write("theme/color.xml", "<color name=\"a\">#000000</color>");
+    window.write("theme/w.xml", "<widget class=\"window\" name=\"m\"/>");
+    window.write("theme/m.xml", "<a>\n</a>\n");
+    QCOMPARE(mkfifo(QFile::encodeName(window.path("theme/font.xml")).constData(), 0600), 0);
+    QVERIFY(QFile::resize(window.write("theme/big.png"), qint64(100) << 30));
+    window.write("theme/image.xml", "<image id=\"a\">big.png</image>");
     const auto problem = [&](const char *name, const char *why) {
         return u"Cannot read \"%1\": %2."_s.arg(window.files.path(QLatin1String(name)), QLatin1String(why));
     };
     window.prompts.expectMessage(u"Quillmere"_s, problem("theme/font.xml", "it is not a regular file"));
     openTheme(window, "<file_font>font.xml</file_font><file_color>color.xml</file_color><file_image>image.xml"
                       "</file_image><file_widget>w.xml</file_widget>");
-    QCOMPARE(window.find<ListView>("lvColor")->model()->rowCount(), 1);
+    QCOMPARE(window.model("lvColor")->rowCount(), 1);
 
     auto *images = window.find<ListView>("lvImage");
     emit images->rowClicked(0);
@@ -174,18 +172,14 @@ void TestOutside::opensWhatCanBeRead()
     QCOMPARE(window.find<QLabel>("lblPicture")->text(), u"big.png: it is larger than 64 MB."_s);
 
     // The open window is replaced by a device: the text stays, and so does the device.
-    const QString path = window.files.path(u"theme/m.xml"_s);
+    const QString path = window.path("theme/m.xml");
     window.skin->openDocument(path);
-    const QString text = window.find<SourceBox>("txtSnippet")->text();
+    const QString text = window.source()->text();
     QVERIFY(QFile::remove(path) && QFile::link(u"/dev/full"_s, path));
     window.prompts.expectMessage(u"Quillmere"_s, problem("theme/m.xml", "it is not a regular file"));
     emit window.find<ListView>("LvWidget")->rowOpened(0);
-    QCOMPARE(window.find<SourceBox>("txtSnippet")->text(), text);
+    QCOMPARE(window.source()->text(), text);
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<TestOutside>(argc, argv);
-}
-
+WINDOW_TEST_MAIN(TestOutside)
 #include "tst_outside.moc"

@@ -258,9 +258,5 @@ void TestPagePatch::longPage()
     QVERIFY(m_patched->isMarked());
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<TestPagePatch>(argc, argv);
-}
-
+WINDOW_TEST_MAIN(TestPagePatch)
 #include "tst_pagepatch.moc"

@@ -1,7 +1,6 @@
 #include "app/WindowFixture.h"
 
 #include "controls/ListView.h"
-#include "source/forms/SourceBox.h"
 
 #include <QElapsedTimer>
 #include <QLabel>
@@ -9,10 +8,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTabBar>
 #include <QWheelEvent>
-
-#include <algorithm>
 
 using namespace quillmere;
 
@@ -23,7 +19,7 @@ const QString kExample = QStringLiteral(EXAMPLES_FOLDER "/aurora/theme");
 // Opens the window of this name as a person does: a double click on its row.
 void openWindow(const Window &window, const QString &name)
 {
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(1);
+    window.turnTo(1);
     auto *list = window.find<ListView>("LvWidget");
     for (int row = 0; row < list->model()->rowCount(); ++row) {
         const QModelIndex cell = list->model()->index(row, 1);
@@ -57,7 +53,6 @@ class TestPreview : public QObject
 
 private slots:
     void exampleInTheBrowser();
-    void keyToPage();
     void brokenTheme();
     void render();
     void renderNames();
@@ -71,7 +66,7 @@ void TestPreview::exampleInTheBrowser()
     window.skin->openTheme(kExample);
     openWindow(window, QStringLiteral("wnd_epg"));
     QVERIFY(drawn.wait(10000));
-    const int blocks = window.find<ListView>("lvBlock")->model()->rowCount();
+    const int blocks = window.model("lvBlock")->rowCount();
     QVERIFY(blocks > 60);
     QCOMPARE(textBlocks(window), blocks);
     QCOMPARE(window.find<QLabel>("lblBlocks")->text(), QStringLiteral("%1 blocks").arg(blocks));
@@ -105,49 +100,6 @@ void TestPreview::exampleInTheBrowser()
     QVERIFY(scrollsTo(0));
 }
 
-void TestPreview::keyToPage()
-{
-    Window window;
-    auto *wb = window.find<WebBrowser>("wb");
-    auto *source = window.find<SourceBox>("txtSnippet");
-    QString text = QStringLiteral("<interface>\r\n");
-    for (int i = 0; i < 200; ++i)
-        text +=
-            QStringLiteral(
-                "<widget class=\"text\" style=\"default\" name=\"t%1\">\r\n<property>\r\n     <string>Text %1"
-                "</string>\r\n     <rect>[%2,%3,60,24]</rect>\r\n     "
-                "<backcolor>[navy,gray,gray]</backcolor>\r\n"
-                "     <forecolor>[white,gray,gray]</forecolor>\r\n     <font>font_prog</font>\r\n"
-                "</property>\r\n</widget>\r\n")
-                .arg(i)
-                .arg(i % 20 * 62)
-                .arg(i / 20 * 30);
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
-    source->setText(text);
-    QCOMPARE(textBlocks(window), 200);
-    source->setFocus();
-    source->select(text.indexOf(QStringLiteral("Text 0")) + 4, 0);
-
-    QList<double> keyBlocked, untilWritten;
-    QElapsedTimer clock;
-    for (int key = 0; key < 60; ++key) {
-        QSignalSpy written(wb, &WebBrowser::written);
-        clock.start();
-        QTest::keyClick(source, 'x');
-        keyBlocked.append(double(clock.nsecsElapsed()) / 1e6);
-        QVERIFY(written.wait(5000));
-        untilWritten.append(double(clock.nsecsElapsed()) / 1e6);
-    }
-    std::sort(keyBlocked.begin(), keyBlocked.end());
-    std::sort(untilWritten.begin(), untilWritten.end());
-    qInfo("200 blocks: key handled p50 %.1f ms, p95 %.1f ms; page written p50 %.1f ms, p95 %.1f ms",
-          keyBlocked[30], keyBlocked[57], untilWritten[30], untilWritten[57]);
-    QVERIFY(window.js(QStringLiteral("document.querySelector('#t0 .string').textContent"))
-                .toString()
-                .startsWith(QStringLiteral("Textxxxx")));
-    QVERIFY(source->hasFocus());
-}
-
 void TestPreview::brokenTheme()
 {
     QByteArray binary(200000, '\0');
@@ -172,12 +124,11 @@ void TestPreview::brokenTheme()
         catalogue += "<widget class=\"window\" name=\"" + QByteArray(name) + "\"/>";
         window.files.write(QStringLiteral("theme/") + QLatin1String(name) + QStringLiteral(".xml"), text);
     }
-    window.files.write(QStringLiteral("theme/theme.xml"), theme(catalogue));
-    window.files.write(QStringLiteral("theme/widget.xml"), catalogue);
-    window.files.write(QStringLiteral("theme/image.xml"),
-                       binary + "<image id=\"i\">../../secret.png</image>");
-    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
-    auto *list = window.find<ListView>("LvWidget")->model();
+    window.write("theme/theme.xml", theme(catalogue));
+    window.write("theme/widget.xml", catalogue);
+    window.write("theme/image.xml", binary + "<image id=\"i\">../../secret.png</image>");
+    window.openTheme();
+    auto *list = window.model("LvWidget");
     QCOMPARE(list->rowCount(), int(std::size(documents)));
 #ifdef __SANITIZE_ADDRESS__
     constexpr int most = 200'000;
@@ -261,9 +212,5 @@ void TestPreview::renderNames()
     QCOMPARE(QImage(files.path(QStringLiteral("out/a_b-2.png"))).size(), QSize(1024, 576));
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<TestPreview>(argc, argv);
-}
-
+WINDOW_TEST_MAIN(TestPreview)
 #include "tst_preview.moc"

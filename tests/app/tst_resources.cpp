@@ -12,8 +12,6 @@
 #include <QListView>
 #include <QPushButton>
 #include <QSlider>
-#include <QStatusBar>
-#include <QTabBar>
 #include <QtPlugin>
 
 #include <utility>
@@ -27,7 +25,7 @@ const QString kExample = QStringLiteral(EXAMPLES_FOLDER "/aurora/theme");
 // A click on the row with this sub-item 1.
 void click(const Window &window, int tab, const char *listName, const char *name)
 {
-    window.find<QTabBar>("TabStrip4")->setCurrentIndex(tab);
+    window.turnTo(tab);
     auto *list = window.find<ListView>(listName);
     const auto *rows = list->model();
     const QModelIndex cell = rows->match(rows->index(0, 1), Qt::DisplayRole, QLatin1String(name)).value(0);
@@ -72,10 +70,9 @@ void TestResources::images()
     Window window;
     window.choose("mnuImgSave"); // an empty list: nothing asked, nothing written
     window.choose("mnuImgRubah");
-    const QString theme = window.files.path(QStringLiteral("theme"));
+    const QString theme = window.path("theme");
     const QString catalogue = QStringLiteral("theme/images/image.xml");
-    window.files.write(QStringLiteral("theme/theme.xml"),
-                       "<config><file_image>images/image.xml</file_image></config>");
+    window.write("theme/theme.xml", "<config><file_image>images/image.xml</file_image></config>");
     window.files.write(catalogue, "<image id=\"in\">in.png</image><image id=\"out\">../../out.png</image>");
     for (const char *name : {"theme/images/in.png", "out.png"})
         QVERIFY(
@@ -105,7 +102,7 @@ void TestResources::images()
     QCOMPARE(window.skin->GetImg(QStringLiteral("sky")), QString(theme + u"/images/in.png"));
 
     // A file is chosen; its ID is taken, then it is not.
-    window.files.write(QStringLiteral("theme/images/sky.jpeg"));
+    window.write("theme/images/sky.jpeg");
     window.choose("mnuImgTambah");
     QVERIFY(shown("Picture1") && shown("Frame3"));
     auto *files = window.find<QListView>("File2");
@@ -163,16 +160,16 @@ void TestResources::scansKeysAndPanel()
         return rowsAsText(window.find<ListView>(list)->model()).count(QStringLiteral("* "));
     };
     window.choose("mnuSWidget");
-    QCOMPARE(checked("lvImage"), window.find<ListView>("lvImage")->model()->rowCount() - 3);
+    QCOMPARE(checked("lvImage"), window.model("lvImage")->rowCount() - 3);
     QApplication::clipboard()->setText(QStringLiteral("x WND_VOLUME, icon_clock_32"));
     window.choose("mnuSKernel");
-    QCOMPARE(checked("lvImage"), window.find<ListView>("lvImage")->model()->rowCount() - 2);
+    QCOMPARE(checked("lvImage"), window.model("lvImage")->rowCount() - 2);
     QCOMPARE(checked("LvWidget"), 1);
     click(window, 2, "lvImage", "video_sample");
     window.choose("mnuImgChe");
     QVERIFY(checked("LvWidget") > 1);
 
-    const auto *keys = window.find<ListView>("lvKeyMap")->model();
+    const auto *keys = window.model("lvKeyMap");
     click(window, 6, "lvKeyGroup", "colour");
     QCOMPARE(rowsAsText(keys), QStringLiteral("red | 0x20\ngreen | 0x21\nyellow | 0x22\nblue | 0x23\n"));
     click(window, 6, "lvKeyGroup", "front");
@@ -191,20 +188,16 @@ void TestResources::scansKeysAndPanel()
     QCOMPARE(panel(), aurora);
 
     // A theme without settings leaves them as they were; what does not fit is said, and the rest is shown.
-    window.files.write(QStringLiteral("theme/theme.xml"), "<config></config>");
-    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+    window.write("theme/theme.xml", "<config></config>");
+    window.openTheme();
     QCOMPARE(panel(), aurora);
-    window.files.write(QStringLiteral("theme/default.xml"),
-                       "<group name=\"common\"><item name=\"time zone\" value=\"-12\"/><item name=\"volume\" "
-                       "value=\"50\"/><group name=\"scart config\"><group name=\"x\">");
-    window.skin->openTheme(window.files.path(QStringLiteral("theme")));
+    window.write("theme/default.xml",
+                 "<group name=\"common\"><item name=\"time zone\" value=\"-12\"/><item name=\"volume\" "
+                 "value=\"50\"/><group name=\"scart config\"><group name=\"x\">");
+    window.openTheme();
     QCOMPARE(panel(), QStringLiteral("2.1|sample data|50|200|English|+12|On||raw - Bit stream|25"));
-    QVERIFY(window.skin->statusBar()->currentMessage().contains(QStringLiteral("Time zone \"-12\"")));
+    QVERIFY(window.said().contains(QStringLiteral("Time zone \"-12\"")));
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<TestResources>(argc, argv);
-}
-
+WINDOW_TEST_MAIN(TestResources)
 #include "tst_resources.moc"

@@ -2,7 +2,6 @@
 
 #include "asking/forms/WindowTalk.h"
 #include "controls/ListView.h"
-#include "source/forms/SourceBox.h"
 
 #include <QDialog>
 #include <QHeaderView>
@@ -51,18 +50,18 @@ private slots:
         QTest::keyClick(window.find<QDialog>("frmRestore"), Qt::Key_Escape);
         QTRY_VERIFY(!window.skin->findChild<QDialog *>(u"frmRestore"_s));
 
-        const QString path = window.files.write(u"theme/wnd/a.xml"_s, "<a>\r\n</a>\nnow\n");
-        const QString kept = u"backup"_s + window.files.path(u"theme/"_s);
-        window.files.write(u"theme/theme.xml"_s, "<config></config>");
+        const QString path = window.write("theme/wnd/a.xml", "<a>\r\n</a>\nnow\n");
+        const QString kept = u"backup"_s + window.path("theme/");
+        window.write("theme/theme.xml", "<config></config>");
         window.files.write(kept + u"wnd/a.xml.20261121-120305-000"_s, "<a>\n</a>\nthen\nlater\n");
         window.files.write(kept + u"wnd/b.png.20261122-120305-000"_s, QByteArray("\x89PNG\0", 5));
         window.files.write(kept + u"c.xml.20261120-120305-000"_s, "longer than the others are");
-        window.skin->openTheme(window.files.path(u"theme"_s));
+        window.openTheme();
         window.skin->openDocument(path);
         window.choose("mnuRestore");
         auto *list = window.find<ListView>("lvVersions");
         auto *filter = window.find<QLineEdit>("txtFilter");
-        auto *source = window.find<SourceBox>("txtSnippet");
+        auto *source = window.source();
         const auto heading = [&] { return window.find<QLabel>("lblDifference")->text(); };
         QCOMPARE(rowsAsText(list->model()),
                  u"wnd/b.png | 2026-11-22 12:03:05 | 5\nwnd/a.xml | 2026-11-21 12:03:05 | 20\n"
@@ -107,9 +106,5 @@ private slots:
     }
 };
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<TestRestore>(argc, argv);
-}
-
+WINDOW_TEST_MAIN(TestRestore)
 #include "tst_restore.moc"

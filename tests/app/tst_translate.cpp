@@ -54,8 +54,7 @@ void TestTranslate::openEditAndSave()
 {
     LanguageWindow window;
     window.press("lvLang", 0, Qt::Key_Return);
-    QCOMPARE(window.find<QLineEdit>("txtLangFile")->text(),
-             window.files.path(QStringLiteral("theme/lang/sub/de.xml")));
+    QCOMPARE(window.find<QLineEdit>("txtLangFile")->text(), window.path("theme/lang/sub/de.xml"));
     QCOMPARE(window.strings(), QStringLiteral(" | Channel list | Sender\n | Radio | \n | Menu | \n"));
 
     const auto title = QStringLiteral("Input Logo Channel");
@@ -90,11 +89,11 @@ void TestTranslate::dictionaries()
 {
     LanguageWindow window;
     window.press("lvLang", 0, Qt::Key_Return);
-    window.files.write(QStringLiteral("program/Indonesia.txt"), "menu[*]Menu utama\r\n");
-    window.files.write(QStringLiteral("program/trans/b.TXT"));
-    window.files.write(QStringLiteral("program/trans/A & O.txt"), "MENU[*]x\r\nradio[*]Rundfunk[*]y\r\n");
-    window.files.write(QStringLiteral("program/trans/old.txt.bak"));
-    window.files.write(QStringLiteral("program/trans/notes.md"));
+    window.write("program/Indonesia.txt", "menu[*]Menu utama\r\n");
+    window.write("program/trans/b.TXT");
+    window.write("program/trans/A & O.txt", "MENU[*]x\r\nradio[*]Rundfunk[*]y\r\n");
+    window.write("program/trans/old.txt.bak");
+    window.write("program/trans/notes.md");
     for (int time = 0; time < 2; ++time) {
         window.choose("mnuLangTrans(0)");
         QStringList items;
@@ -134,16 +133,13 @@ void TestTranslate::whatIsMissingIsSaid()
         QStringLiteral("Quillmere"),
         QStringLiteral("No language file is open: double-click a language on the Lang tab first."));
     window.choose("mnuLangSave");
-    window.prompts.expectMessage(QStringLiteral("Quillmere"),
-                                 QStringLiteral("There is no folder %1 with dictionaries.")
-                                     .arg(window.files.path(QStringLiteral("program/trans"))));
+    window.prompts.expectMessage(
+        QStringLiteral("Quillmere"),
+        QStringLiteral("There is no folder %1 with dictionaries.").arg(window.path("program/trans")));
     window.choose("mnuLangTrans(0)");
     window.choose("mnuLangTranslate");
     QCOMPARE(window.strings(), QString());
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<TestTranslate>(argc, argv);
-}
+WINDOW_TEST_MAIN(TestTranslate)
 #include "tst_translate.moc"
