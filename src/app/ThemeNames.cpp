@@ -218,8 +218,7 @@ void ThemeNames::goToDefinition()
     going.goTo(there->file, there->range, there->row);
     if (const qsizetype count = names->definitions(*thing->kind, thing->name).size(); count > 1)
         m_talk.say(tr("\"%1\" is defined %2 times; this is one of the places.")
-                       .arg(shownName(thing->name))
-                       .arg(count));
+                       .arg(shownName(thing->name), QString::number(count)));
 }
 
 void ThemeNames::showUses()
@@ -307,12 +306,13 @@ void ThemeNames::rename()
 
 bool ThemeNames::change(const ThemeEdit &edit, const QString &done)
 {
+    const QString unsaved = unsavedAfter(edit);
     std::optional<ThemeEdit> inverse = editing.apply(edit);
     if (!inverse)
         return false;
     m_inverse = std::move(inverse);
     m_undo->setEnabled(true);
-    m_talk.say(QString(done + u' ' + unsavedAfter(edit)).trimmed());
+    m_talk.say(QString(done + u' ' + unsaved).trimmed());
     return true;
 }
 
@@ -321,7 +321,7 @@ QString ThemeNames::unsavedAfter(const ThemeEdit &edit) const
     QStringList unsaved;
     for (const QString &path : edit.paths()) {
         if (!edit.changesOf(path).isEmpty() && editing.isOpenText(path))
-            unsaved.append(shownPath(m_index.openFile(), m_theme.folder()));
+            unsaved.append(shownPath(edit.pathAfter(path), m_theme.folder()));
         else if (!edit.rowChangesOf(path).isEmpty())
             unsaved.append(shownPath(path, m_theme.folder()));
     }
@@ -333,11 +333,12 @@ void ThemeNames::undoRename()
     if (!m_inverse)
         return;
     const ThemeEdit edit = *m_inverse;
+    const QString unsaved = unsavedAfter(edit);
     if (!editing.apply(edit))
         return;
     m_inverse.reset();
     m_undo->setEnabled(false);
-    m_talk.say(QString(tr("Taken back.") + u' ' + unsavedAfter(edit)).trimmed());
+    m_talk.say(QString(tr("Taken back.") + u' ' + unsaved).trimmed());
 }
 
 void ThemeNames::search()

@@ -63,6 +63,7 @@ private:
     void search();
     // False where the person would rather not; see ThemeEditing::apply.
     bool change(const ThemeEdit &edit, const QString &done);
+    // A sentence on what is open and will be changed and not saved.
     QString unsavedAfter(const ThemeEdit &edit) const;
 
     LiveIndex &m_index;

@@ -19,7 +19,8 @@ public:
     {
     }
 
-    void findIn(const IndexedFile &file)
+    // `isDefined` for the file of a window that has the name.
+    void findIn(const IndexedFile &file, bool isDefined)
     {
         const std::optional<QList<ListRows::Row>> rows = m_openRows ? m_openRows(file.path) : std::nullopt;
         if (rows)
@@ -35,7 +36,7 @@ public:
             found.places.last().row = name.row;
             found.places.last().isDefinition = name.isDefinition;
         }
-        if (m_thing.kind == NameKind::Window && file.role == FileRole::Window)
+        if (isDefined && file.role == FileRole::Window)
             findDocument(file, *text);
     }
 
@@ -208,17 +209,23 @@ FoundPlaces placesOf(const NamedThing &thing, const ThemeIndex &index, const The
         finder.findBlocks();
         return finder.found;
     }
+    QSet<qint32> documents;
     QList<qint32> files;
-    for (const auto &places :
-         {index.definitions(*thing.kind, thing.name), index.uses(*thing.kind, thing.name)}) {
-        for (const NamePlace &place : places)
-            files.append(place.file);
+    for (const NamePlace &place : index.definitions(*thing.kind, thing.name)) {
+        files.append(place.file);
+        if (place.kind == NameKind::Window)
+            documents.insert(place.file);
     }
+    for (const NamePlace &place : index.uses(*thing.kind, thing.name))
+        files.append(place.file);
+    // The index is a pause of typing behind what is open.
+    for (const QString &path : sources.texts.keys() + sources.rows.keys())
+        files += index.numbersOf(path);
     std::sort(files.begin(), files.end());
     files.erase(std::unique(files.begin(), files.end()), files.end());
     for (qsizetype done = 0; done < files.size(); ++done) {
         tell(progress, done, files.size());
-        finder.findIn(index.files().at(files[done]));
+        finder.findIn(index.files().at(files[done]), documents.contains(files[done]));
     }
     return finder.found;
 }

@@ -1,5 +1,6 @@
 #include "naming/TextSearch.h"
 
+#include "files/Paths.h"
 #include "markup/Matching.h"
 #include "outline/LineStarts.h"
 
@@ -44,20 +45,23 @@ std::optional<FoundPlaces> searchTexts(const TextSearch &search, const ThemeInde
     FoundPlaces found;
     if (search.text.isEmpty())
         return found;
+    const auto searchFile = [&](const IndexedFile &file) {
+        if (const std::optional<QString> text = textOf(sources, file))
+            searchIn(found, search, file.path, *text, most, stop);
+    };
+    if (!search.file.isEmpty())
+        searchFile({search.file, findFile(search.file)});
     QSet<QString> seen;
-    for (qsizetype number = 0; number < index.files().size(); ++number) {
+    for (qsizetype number = 0; search.file.isEmpty() && number < index.files().size(); ++number) {
         if (stop.stop_requested())
             return std::nullopt;
         tell(progress, number, index.files().size());
         const IndexedFile &file = index.files().at(number);
         const bool isWindow = file.role == FileRole::Window || file.role == FileRole::Style;
-        const bool isMeant =
-            search.file.isEmpty() ? isWindow : file.path == search.file || file.found == search.file;
-        if (!isMeant || seen.contains(file.path))
+        if (!isWindow || seen.contains(file.path))
             continue;
         seen.insert(file.path); // a file may have several roles
-        if (const std::optional<QString> text = textOf(sources, file))
-            searchIn(found, search, file.path, *text, most, stop);
+        searchFile(file);
     }
     if (stop.stop_requested())
         return std::nullopt;

@@ -91,6 +91,7 @@ public:
     };
     bool isEmpty() const { return m_files.empty() && m_rows.empty() && m_moves.isEmpty(); }
     const QList<Move> &moves() const { return m_moves; }
+    QString pathAfter(const QString &path) const;
     QStringList paths() const;
     QList<RangeChange> changesOf(const QString &path) const;
     QList<RowChange> rowChangesOf(const QString &path) const;
@@ -109,7 +110,6 @@ private:
         std::optional<CodePageRule> rule; // by which an inverse has to read
     };
     struct Prepared;
-    QString pathAfter(const QString &path) const;
 
     static Prepared prepared(const QString &path, const FileEdit &edit, const EditTargets &targets);
 
