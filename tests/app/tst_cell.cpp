@@ -743,6 +743,8 @@ void TestCell::render()
         catalogue += "<widget class=\"window\" name=\"" + name + "\"/>";
         write(QByteArray("theme/" + name + ".xml").constData(), text);
     }
+    QVERIFY(QFile::link(QStringLiteral("/dev/full"), path("theme/device.xml")));
+    catalogue += "<widget class=\"window\" name=\"device\"/>";
     write("theme/widget.xml", catalogue);
     write("theme/theme.xml", "<config><file_widget>widget.xml</file_widget></config>");
     QCOMPARE(::mkfifo(qPrintable(path("theme/pipe.png")), 0600), 0);
@@ -768,6 +770,8 @@ void TestCell::render()
     tick.start(20);
     QCOMPARE(renderWindows(line, out, err), 1);
     QVERIFY(complaints.contains(QStringLiteral("deep: the browser did not draw it")));
+    QVERIFY(complaints.contains(QStringLiteral("device: Cannot read \"%1\": it is not a regular file.")
+                                    .arg(path("theme/device.xml"))));
     QCOMPARE(QDir(path("out")).entryList(QDir::Files).join(u' '),
              QStringLiteral("attempts.png motion.png pipe.png red.png refresh.png"));
     QCOMPARE(QImage(path("out/red.png")).pixelColor(20, 20), QColor(Qt::red));

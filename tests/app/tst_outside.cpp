@@ -3,6 +3,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QStatusBar>
 
 #include <sys/stat.h>
 
@@ -157,13 +158,19 @@ void TestOutside::opensWhatCanBeRead()
     QCOMPARE(mkfifo(QFile::encodeName(window.path("theme/font.xml")).constData(), 0600), 0);
     QVERIFY(QFile::resize(window.write("theme/big.png"), qint64(100) << 30));
     window.write("theme/image.xml", "<image id=\"a\">big.png</image>");
+    const QString keys = window.write("theme/keys.xml", "<item group=\"a\" display=\"A\"/>");
     const auto problem = [&](const char *name, const char *why) {
         return u"Cannot read \"%1\": %2."_s.arg(window.files.path(QLatin1String(name)), QLatin1String(why));
     };
     window.prompts.expectMessage(u"Quillmere"_s, problem("theme/font.xml", "it is not a regular file"));
     openTheme(window, "<file_font>font.xml</file_font><file_color>color.xml</file_color><file_image>image.xml"
-                      "</file_image><file_widget>w.xml</file_widget>");
+                      "</file_image><file_widget>w.xml</file_widget><file_keymap>keys.xml</file_keymap>");
     QCOMPARE(window.model("lvColor")->rowCount(), 1);
+    QCOMPARE(window.model("lvKeyGroup")->rowCount(), 1);
+    QVERIFY(QFile::remove(keys) && QFile::link(u"/dev/full"_s, keys));
+    emit window.find<ListView>("lvKeyGroup")->rowClicked(0);
+    QCOMPARE(window.skin->statusBar()->currentMessage(),
+             problem("theme/keys.xml", "it is not a regular file"));
 
     auto *images = window.find<ListView>("lvImage");
     emit images->rowClicked(0);
