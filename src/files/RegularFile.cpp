@@ -84,9 +84,9 @@ QByteArray readRegular(const QString &path, qint64 most, QString &reason, const 
     bytes.reserve(size);
     // Some files of the system, and those that somebody writes to just now, hold more than they say.
     for (QByteArray portion; bytes.size() <= most; bytes += portion) {
-        // No more than is expected: memory for a portion is taken before it is known what there is.
-        const qint64 expected = std::max(size - bytes.size(), kLeastPortion);
-        portion = file->read(std::min({expected, kPortion, most + 1 - bytes.size()}));
+        // No more than is expected: memory for a portion is taken before it is known what there is. And never
+        // a few bytes up to the limit: some files of the system give whole entries only.
+        portion = file->read(std::clamp(size - bytes.size(), kLeastPortion, kPortion));
         if (portion.isEmpty())
             break;
         tell(progress, bytes.size(), size);

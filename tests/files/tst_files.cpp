@@ -166,7 +166,7 @@ void TestFilesDoor::readsWhatIsBounded_data()
 #endif
 }
 
-// At once, without a byte more than the limit, and the message says which file and why.
+// At once, without more than the limit, and the message says which file and why.
 void TestFilesDoor::readsWhatIsBounded()
 {
 #ifdef Q_OS_UNIX
