@@ -19,8 +19,13 @@ StatusLine::StatusLine(QStatusBar &bar)
       m_behind(named(new QLabel, "lblPreview", tr("State of the preview"))),
       m_caret(named(new QLabel, "lblCaret", tr("Caret"))),
       m_blocks(named(new QLabel, "lblBlocks", tr("Number of blocks"))),
+      m_problems(named(new QToolButton, "cmdProblems", tr("Problems of the theme"))),
       m_page(named(new QToolButton, "cmdCodePage", tr("Code page")))
 {
+    m_problems->setAutoRaise(true);
+    m_problems->setToolTip(tr("Show the Check tab"));
+    m_problems->hide();
+    connect(m_problems, &QToolButton::clicked, this, &StatusLine::problemsChosen);
     m_page->setAutoRaise(true);
     m_page->setPopupMode(QToolButton::InstantPopup);
     m_page->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
@@ -44,8 +49,9 @@ StatusLine::StatusLine(QStatusBar &bar)
     m_page->setMenu(rules);
 
     m_bar.addPermanentWidget(offers);
-    for (QWidget *part : {static_cast<QWidget *>(m_behind), static_cast<QWidget *>(m_caret),
-                          static_cast<QWidget *>(m_blocks), static_cast<QWidget *>(m_page)})
+    for (QWidget *part :
+         {static_cast<QWidget *>(m_behind), static_cast<QWidget *>(m_caret), static_cast<QWidget *>(m_blocks),
+          static_cast<QWidget *>(m_problems), static_cast<QWidget *>(m_page)})
         m_bar.addPermanentWidget(part);
     for (QLabel *label : {m_behind, m_caret, m_blocks}) {
         label->setContentsMargins(8, 0, 8, 0);
@@ -84,6 +90,12 @@ void StatusLine::watchPreview(const SourceTab &source, const WebBrowser &browser
 void StatusLine::showCodePage(CodePage page)
 {
     m_page->setText(codePageName(page));
+}
+
+void StatusLine::showProblems(const QString &summary)
+{
+    m_problems->setText(summary);
+    m_problems->setVisible(!summary.isEmpty());
 }
 
 void StatusLine::showRule(CodePageRule rule)

@@ -30,6 +30,8 @@ public:
     void showCodePage(CodePage page);
     // The rule that is in force; also after one was chosen and not taken.
     void showRule(CodePageRule rule);
+    // How many problems the theme has; nothing for an empty text.
+    void showProblems(const QString &summary);
     // Says from now on when the browser shows an older text than the source box holds.
     void watchPreview(const SourceTab &source, const WebBrowser &browser);
 
@@ -37,12 +39,15 @@ public:
 
 signals:
     void ruleChosen(CodePageRule rule);
+    // A click on the number of problems.
+    void problemsChosen();
 
 private:
     QStatusBar &m_bar;
     QLabel *m_behind;
     QLabel *m_caret;
     QLabel *m_blocks;
+    QToolButton *m_problems;
     QToolButton *m_page;
     QHash<CodePageRule, QAction *> m_rules;
 };

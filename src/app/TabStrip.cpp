@@ -15,7 +15,7 @@ public:
 
     int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
     {
-        return metric == PM_TabBarTabHSpace ? 13 : QProxyStyle::pixelMetric(metric, option, widget);
+        return metric == PM_TabBarTabHSpace ? 8 : QProxyStyle::pixelMetric(metric, option, widget);
     }
 };
 
@@ -30,7 +30,7 @@ TabStrip::TabStrip(QWidget *parent) : QTabBar(parent), m_narrow(std::make_unique
     setExpanding(false);
     setElideMode(Qt::ElideNone);
     for (const char *caption :
-         {"Theme", "Widget", "Image", "Color", "Lang", "Font", "Keymap", "Panel", "Source"})
+         {"Theme", "Widget", "Image", "Color", "Lang", "Font", "Keymap", "Panel", "Source", "Check"})
         addTab(QLatin1String(caption));
 }
 

@@ -5,7 +5,7 @@
 namespace quillmere {
 
 // A tab strip: the tabs, and below them the panel that the frames lie on. The tabs are narrow enough for all
-// nine to stand in the left column.
+// ten to stand in the left column.
 class TabStrip : public QTabBar
 {
     Q_OBJECT

@@ -4,6 +4,7 @@
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "files/FileList.h"
+#include "rows/ListRows.h"
 
 #include <QComboBox>
 #include <QDir>

@@ -6,6 +6,7 @@
 #include "app/RecentThemes.h"
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
+#include "app/ThemeChecks.h"
 #include "app/ThemeNames.h"
 #include "app/ThemeTab.h"
 #include "browser/forms/WebBrowser.h"
@@ -15,6 +16,7 @@
 #include "catalogues/forms/KeymapTab.h"
 #include "catalogues/forms/PanelTab.h"
 #include "catalogues/forms/ScanCommands.h"
+#include "checks/forms/CheckTab.h"
 #include "colorpicker/forms/frmcolor.h"
 #include "controls/DirListBox.h"
 #include "controls/PageScroll.h"
@@ -113,8 +115,11 @@ void frmSkin::makeTabs()
         new ScanCommands(m_theme.widgets.LvWidget, m_theme.images.document, m_theme.lvColor, m_talk, this);
     m_sourceTab = new SourceTab([this] { return m_theme.images.lookup(); }, m_theme.lvFont, m_theme.widgets,
                                 m_talk, m_page);
+    m_index = new LiveIndex(
+        m_theme, *m_sourceTab->txtSnippet, m_files, [this] { return m_document->path(); }, this);
+    m_checks = new ThemeChecks(*m_index, m_page, this);
     frYt = {m_themeTab, m_widgetTab, m_imageTab, m_colourTab, m_langTab,
-            m_fontTab,  m_keymapTab, m_panelTab, m_sourceTab};
+            m_fontTab,  m_keymapTab, m_panelTab, m_sourceTab, m_checks->tab};
     for (TabFrame *frame : std::as_const(frYt)) {
         frame->move(toPixels(kFrameLeft), toPixels(kFrameTop));
         frame->hide();
@@ -123,10 +128,7 @@ void frmSkin::makeTabs()
     m_keptRows = new KeptRows(m_theme, m_files, *m_status->offers, m_talk, this);
     m_document =
         new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_files, m_talk, this);
-    m_index = new LiveIndex(
-        m_theme, *m_sourceTab->txtSnippet, m_files, [this] { return m_document->path(); }, this);
     m_sourceHelp = new SourceHelp(*m_sourceTab->txtSnippet, *m_index, m_theme, this);
-    connect(m_outside, &OutsideChanges::looked, m_index, &LiveIndex::lookAgain);
     new CodePageChoice(
         *m_status, m_theme, *m_document, [this] { loadTheme(m_theme.folder()); }, m_files, m_talk, this);
     m_names =
@@ -134,6 +136,8 @@ void frmSkin::makeTabs()
                         [this](const QString &path, const QString &theme) { openDocument(path, theme); },
                         [this](const QString &path) { m_langTab->openLanguage(path, m_theme.folder()); }},
                        *m_index, m_theme, m_files, m_talk, *this);
+    m_checks->connectTo({*m_names, *m_sourceTab->txtSnippet, m_sourceHelp->hovers, *m_status, *m_outside,
+                         *TabStrip4, int(frYt.indexOf(m_checks->tab)), m_talk});
     connectTabs();
 }
 

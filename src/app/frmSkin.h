@@ -33,6 +33,7 @@ class SourceTab;
 class StatusLine;
 class TabFrame;
 class TabStrip;
+class ThemeChecks;
 class ThemeNames;
 class ThemeTab;
 class WidgetTab;
@@ -112,6 +113,7 @@ private:
     KeptRows *m_keptRows = nullptr;
     OpenDocument *m_document = nullptr;
     LiveIndex *m_index = nullptr;
+    ThemeChecks *m_checks = nullptr;
     ThemeNames *m_names = nullptr;
     SourceHelp *m_sourceHelp = nullptr;
     int CurrentTab = 1; // 1-based

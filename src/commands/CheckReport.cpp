@@ -9,7 +9,6 @@
 #include <QJsonObject>
 #include <QUrl>
 
-#include <algorithm>
 #include <array>
 
 namespace quillmere {
@@ -128,28 +127,6 @@ QByteArray asSarif(const QList<Problem> &problems, const QString &folder)
 }
 
 } // namespace
-
-std::optional<IgnoredRule> ignoredRule(const QString &text)
-{
-    const qsizetype colon = text.indexOf(u':');
-    const std::optional<Rule> rule = ruleOf(QStringView(text).first(colon < 0 ? text.size() : colon));
-    if (!rule)
-        return std::nullopt;
-    return IgnoredRule{*rule, colon < 0 ? std::nullopt : std::optional(text.mid(colon + 1))};
-}
-
-QList<Problem> withoutIgnored(const QList<Problem> &problems, const QList<IgnoredRule> &ignored)
-{
-    if (ignored.isEmpty())
-        return problems;
-    QList<Problem> left;
-    std::copy_if(problems.begin(), problems.end(), std::back_inserter(left), [&](const Problem &problem) {
-        return std::none_of(ignored.begin(), ignored.end(), [&](const IgnoredRule &each) {
-            return each.rule == problem.rule && (!each.name || *each.name == problem.name);
-        });
-    });
-    return left;
-}
 
 QByteArray checkReport(const QList<Problem> &problems, const QString &folder, ReportFormat format)
 {

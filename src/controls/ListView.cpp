@@ -1,7 +1,5 @@
 #include "controls/ListView.h"
 
-#include "rows/ListRows.h"
-
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QStyledItemDelegate>
@@ -38,7 +36,8 @@ protected:
 
 } // namespace
 
-ListView::ListView(const QString &name, const QString &accessibleName, ListRows &rows, QWidget *parent)
+ListView::ListView(const QString &name, const QString &accessibleName, QAbstractItemModel &rows,
+                   QWidget *parent)
     : QTreeView(parent)
 {
     setObjectName(name);

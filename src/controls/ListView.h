@@ -4,16 +4,15 @@
 
 namespace quillmere {
 
-class ListRows;
-
-// A report list: shows the rows of a ListRows, whole rows are selected, columns share the width.
+// A report list: shows rows, mostly those of a ListRows; whole rows are selected, columns share the width.
 class ListView : public QTreeView
 {
     Q_OBJECT
 
 public:
     // The accessible name is what a screen reader says for the list.
-    ListView(const QString &name, const QString &accessibleName, ListRows &rows, QWidget *parent = nullptr);
+    ListView(const QString &name, const QString &accessibleName, QAbstractItemModel &rows,
+             QWidget *parent = nullptr);
 
     // The selected row that has the focus, or the first selected one; -1 when none is selected. 0-based.
     int selectedRow() const;

@@ -5,7 +5,7 @@
 
 namespace quillmere {
 
-// The frame of one tab. All nine lie on top of one another; each lays its own controls out.
+// The frame of one tab. All lie on top of one another; each lays its own controls out.
 class TabFrame : public CaptionBox
 {
     Q_OBJECT

@@ -5,10 +5,12 @@
 #include "source/forms/HeldText.h"
 #include "source/forms/LineNumbers.h"
 #include "source/forms/SourceHighlighter.h"
+#include "source/forms/SourceMarks.h"
 
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPaintEvent>
 #include <QPlainTextDocumentLayout>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -52,7 +54,7 @@ ReadyText makeReady(const QString &text, const Progress &progress)
 }
 
 SourceBox::SourceBox(const QString &name, const QString &accessibleName, QWidget *parent)
-    : QPlainTextEdit(parent), m_numbers(new LineNumbers(this))
+    : QPlainTextEdit(parent), m_numbers(new LineNumbers(this)), m_marks(new SourceMarks(this))
 {
     setObjectName(name);
     setAccessibleName(accessibleName);
@@ -121,6 +123,7 @@ void SourceBox::takeDocument(ReadyText ready)
     m_held = ready.held;
     m_colours = new SourceHighlighter(next, *m_held);
     setDocument(next);
+    m_marks->setDocument(next);
     connect(next, &QTextDocument::contentsChange, this, [this] {
         if (m_colours->isAtWork() || m_showing)
             return;
@@ -351,6 +354,12 @@ void SourceBox::mouseDoubleClickEvent(QMouseEvent *event)
     QPlainTextEdit::mouseDoubleClickEvent(event);
 }
 
+void SourceBox::paintEvent(QPaintEvent *event)
+{
+    QPlainTextEdit::paintEvent(event);
+    m_marks->drawUnderlines(event->rect());
+}
+
 void SourceBox::resizeEvent(QResizeEvent *event)
 {
     QPlainTextEdit::resizeEvent(event);
@@ -374,8 +383,10 @@ void SourceBox::placeNumbers()
 {
     const QRect inside = contentsRect();
     const int width = m_numbers->widthNeeded();
-    setViewportMargins(width, 0, 0, 0);
+    setViewportMargins(width, 0, SourceMarks::kWidth, 0);
     m_numbers->setGeometry(inside.left(), inside.top(), width, inside.height());
+    const QRect lines = viewport()->geometry();
+    m_marks->setGeometry(lines.right() + 1, lines.top(), SourceMarks::kWidth, lines.height());
 }
 
 void SourceBox::markCaret()

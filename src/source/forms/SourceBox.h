@@ -12,6 +12,7 @@ namespace quillmere {
 class HeldText;
 class LineNumbers;
 class SourceHighlighter;
+class SourceMarks;
 
 // A text and the document that shows it, made before it is shown, since making a large one takes seconds.
 struct ReadyText
@@ -58,6 +59,8 @@ public:
     void select(qsizetype start, qsizetype length);
     // The same without a selection, and the caret's line near the top, so that what follows it can be read.
     void showFrom(qsizetype position);
+    // What others have to say about the text; empty after another document has come.
+    SourceMarks &marks() { return *m_marks; }
 
     // The position in text() of what is shown at a point of the viewport; -1 where no text is.
     qsizetype positionAt(const QPoint &point) const;
@@ -73,6 +76,7 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
     // A double click on what stands for the middle of a long line shows some of it.
@@ -81,7 +85,8 @@ protected:
     void insertFromMimeData(const QMimeData *source) override;
 
 private:
-    friend class LineNumbers; // asks where the lines are
+    friend class LineNumbers; // these two ask where the lines are
+    friend class SourceMarks;
 
     qsizetype withoutCarriageReturns(qsizetype position) const;
     qsizetype fromDocument(int position) const;
@@ -103,6 +108,7 @@ private:
     HeldText *m_held = nullptr; // these two belong to the document
     SourceHighlighter *m_colours = nullptr;
     LineNumbers *m_numbers;
+    SourceMarks *m_marks;
 };
 
 } // namespace quillmere

@@ -40,6 +40,8 @@ public:
     // A number that each change of that text makes another.
     qint64 revision() const { return m_revision; }
     QString openFile() const { return m_openFile(); }
+    // Of the theme.
+    const QString &folder() const { return m_folder; }
     // With the open text and unsaved rows in place of their files.
     ThemeSources sources() const;
 

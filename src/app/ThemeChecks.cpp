@@ -1,0 +1,63 @@
+#include "app/ThemeChecks.h"
+
+#include "app/StatusLine.h"
+#include "app/TabStrip.h"
+#include "app/ThemeNames.h"
+#include "asking/Talk.h"
+#include "checks/forms/CheckTab.h"
+#include "checks/forms/ProblemMarks.h"
+#include "checks/forms/ProblemMenu.h"
+#include "checks/forms/ReadPicture.h"
+#include "keeping/forms/OutsideChanges.h"
+#include "naming/forms/Hovers.h"
+#include "source/forms/SourceBox.h"
+#include "theme/forms/LiveIndex.h"
+
+#include <QAction>
+
+namespace quillmere {
+
+ThemeChecks::ThemeChecks(LiveIndex &index, QWidget *page, QObject *parent)
+    : QObject(parent), check(index, readPicture, this), tab(new CheckTab(check, page)), m_index(index)
+{
+}
+
+void ThemeChecks::connectTo(const Parts &parts)
+{
+    connect(&parts.outside, &OutsideChanges::looked, &m_index, &LiveIndex::lookAgain);
+    connect(&parts.outside, &OutsideChanges::looked, &check, &LiveCheck::lookAgain);
+    connect(tab, &CheckTab::placeChosen, &parts.names.going, &Going::goTo);
+    connect(tab, &CheckTab::summaryChanged, &parts.status, &StatusLine::showProblems);
+    connect(&parts.status, &StatusLine::problemsChosen, &parts.strip,
+            [&strip = parts.strip, number = parts.tab] { strip.setCurrentIndex(number); });
+    new ProblemMarks(check, parts.source, this);
+    parts.hovers.problemsAt = [this](qsizetype position) {
+        QStringList messages;
+        for (const Problem &problem : check.problemsAt(position))
+            messages.append(problem.message);
+        return messages;
+    };
+
+    ThemeEditing &editing = parts.names.editing;
+    const ThemeEditor editor = {[&editing](const ThemeEdit &edit) { editing.apply(edit); },
+                                [&editing](const QString &path) { return editing.isOpenText(path); },
+                                [&editing](const QString &path) { return editing.openRows(path); }};
+    auto *menu = new ProblemMenu(check, m_index, editor, parts.talk, this);
+    connect(tab, &CheckTab::menuWanted, menu, &ProblemMenu::popup);
+    auto *mend = new QAction(tr("Mend"), &parts.source);
+    mend->setShortcuts({Qt::ALT | Qt::Key_Return, Qt::ALT | Qt::Key_Enter});
+    mend->setShortcutContext(Qt::WidgetShortcut);
+    parts.source.addAction(mend);
+    connect(mend, &QAction::triggered, menu, [this, menu, &source = parts.source, &talk = parts.talk] {
+        const qsizetype caret = source.selectionStart();
+        QList<Problem> problems = check.problemsAt(caret);
+        if (problems.isEmpty())
+            problems = check.problemsAt(caret - 1); // the caret may stand behind the last letter
+        if (problems.isEmpty())
+            talk.say(tr("There is no problem at the caret."));
+        else
+            menu->popup(problems, source.viewport()->mapToGlobal(source.cursorRect().bottomLeft()), &source);
+    });
+}
+
+} // namespace quillmere

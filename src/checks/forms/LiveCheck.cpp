@@ -1,0 +1,212 @@
+#include "checks/forms/LiveCheck.h"
+
+#include "theme/forms/LiveIndex.h"
+
+#include <QCryptographicHash>
+#include <QFileInfo>
+#include <QSettings>
+
+#include <algorithm>
+#include <utility>
+
+namespace quillmere {
+
+namespace {
+
+constexpr int kPause = 1000; // ms after the last change, until the whole theme is checked again
+
+bool isOf(const Problem &problem, const IndexedFile &file)
+{
+    return problem.file == (file.found.isEmpty() ? file.path : file.found);
+}
+
+} // namespace
+
+// All that one round of work needs, so that it asks nothing of the window.
+struct LiveCheck::Work
+{
+    Extent extent = Extent::Nothing;
+    ThemeSources sources;
+    QString openFile, openBefore;
+    std::shared_ptr<const ThemeIndex> index;
+    std::shared_ptr<const ThemeFacts> facts;
+    std::shared_ptr<const QList<Problem>> all;
+    std::shared_ptr<PictureStore> pictures;
+    QList<IgnoredRule> ignored;
+};
+
+LiveCheck::LiveCheck(LiveIndex &index, PictureReader reader, QObject *parent)
+    : QObject(parent), m_index(index), m_pictures(std::make_shared<PictureStore>(std::move(reader))),
+      m_all(std::make_shared<const QList<Problem>>()), m_shown(m_all)
+{
+    m_worker.setMaxThreadCount(1);
+    m_later.setSingleShot(true);
+    connect(&m_later, &QTimer::timeout, this, [this] { start(Extent::Theme); });
+    connect(&index, &LiveIndex::changed, this, &LiveCheck::indexChanged);
+}
+
+LiveCheck::~LiveCheck()
+{
+    m_stop.request_stop();
+    m_worker.waitForDone();
+}
+
+bool LiveCheck::isBehind() const
+{
+    return m_openRevision != m_index.revision();
+}
+
+QList<Problem> LiveCheck::openProblems() const
+{
+    return isBehind() ? QList<Problem>() : m_open;
+}
+
+QList<Problem> LiveCheck::problemsAt(qsizetype position) const
+{
+    QList<Problem> there;
+    for (const Problem &problem : openProblems()) {
+        if (problem.range.holds(position))
+            there.append(problem);
+    }
+    return there;
+}
+
+void LiveCheck::lookAgain()
+{
+    if (isReady())
+        m_later.start(kPause);
+}
+
+QString LiveCheck::settingsKey() const
+{
+    const QFileInfo folder(m_folder);
+    const QString path = folder.exists() ? folder.canonicalFilePath() : folder.absoluteFilePath();
+    return QStringLiteral("check/ignored/") +
+           QString::fromLatin1(QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1).toHex());
+}
+
+void LiveCheck::setIgnored(const QList<IgnoredRule> &ignored)
+{
+    m_ignored = ignored;
+    QStringList texts;
+    for (const IgnoredRule &each : ignored)
+        texts.append(textOf(each));
+    if (texts.isEmpty())
+        QSettings().remove(settingsKey());
+    else
+        QSettings().setValue(settingsKey(), texts);
+    start(Extent::Nothing);
+    m_later.start(kPause); // that may have given up the check of the theme
+}
+
+void LiveCheck::indexChanged()
+{
+    m_stop.request_stop();
+    const QString folder = m_index.folder();
+    if (!m_index.index() || std::exchange(m_folder, folder) != folder) {
+        m_later.stop();
+        m_facts.reset();
+        m_all = m_shown = std::make_shared<const QList<Problem>>();
+        m_open.clear();
+        m_counts = {};
+        m_folder = folder;
+        m_ignored.clear();
+        for (const QString &text : QSettings().value(settingsKey()).toStringList()) {
+            if (const std::optional<IgnoredRule> ignored = ignoredRule(text))
+                m_ignored.append(*ignored);
+        }
+        emit changed();
+    }
+    if (!m_index.index())
+        return;
+    if (!isReady()) {
+        start(Extent::Theme);
+        return;
+    }
+    start(Extent::Window);
+    m_later.start(kPause);
+}
+
+void LiveCheck::start(Extent extent)
+{
+    if (!m_index.index() || (extent != Extent::Theme && !isReady()))
+        return;
+    m_stop.request_stop();
+    m_stop = {};
+    auto work = std::make_shared<Work>(Work{extent, m_index.sources(), m_index.openFile(), m_openFile,
+                                            m_index.sharedIndex(), m_facts, m_all, m_pictures, m_ignored});
+    const qint64 revision = m_index.revision();
+    m_worker.start([this, work = std::move(work), revision, stop = m_stop.get_token()] {
+        const QString openFile = work->openFile;
+        const auto found = std::make_shared<Found>(find(*work, stop));
+        const auto hand = [this, found, revision, openFile] { finish(found, revision, openFile); };
+        QMetaObject::invokeMethod(this, hand, Qt::QueuedConnection);
+    });
+}
+
+// Takes the problems of a window out, and those of its text as it is now in.
+void LiveCheck::checkAgain(QList<Problem> &all, const IndexedFile &file, const Work &work,
+                           const std::stop_token &stop)
+{
+    const std::optional<QString> text = textOf(work.sources, file);
+    if (!text || (file.role != FileRole::Window && file.role != FileRole::Style))
+        return;
+    // What is about the whole file is not found in its text.
+    all.removeIf([&](const Problem &each) { return isOf(each, file) && !each.range.isEmpty(); });
+    all += checkWindow(Outline(*text), file, *work.index, *work.facts, stop);
+}
+
+LiveCheck::Found LiveCheck::find(Work &work, const std::stop_token &stop)
+{
+    Found found = {work.facts, work.all, {}, {}, {}, false};
+    const auto fileAt = [&](const QString &path) {
+        const QList<qint32> numbers = path.isEmpty() ? QList<qint32>() : work.index->numbersOf(path);
+        return numbers.isEmpty() ? std::nullopt : std::optional(work.index->files().at(numbers.first()));
+    };
+    const std::optional<IndexedFile> open = fileAt(work.openFile);
+    if (work.extent == Extent::Theme) {
+        std::optional<CheckedTheme> checked = checkTheme(work.sources, *work.index, *work.pictures, stop);
+        if (checked) {
+            found.facts = std::make_shared<const ThemeFacts>(std::move(checked->facts));
+            found.all = std::make_shared<const QList<Problem>>(std::move(checked->problems));
+        }
+    } else if (work.extent == Extent::Window) {
+        QList<Problem> all = *work.all;
+        if (open)
+            checkAgain(all, *open, work, stop);
+        // The text of the window before is that of its file again.
+        if (const auto before = fileAt(work.openBefore); before && work.openBefore != work.openFile)
+            checkAgain(all, *before, work, stop);
+        sortByPlace(all);
+        found.all = std::make_shared<const QList<Problem>>(std::move(all));
+    }
+    found.shown = std::make_shared<const QList<Problem>>(withoutIgnored(*found.all, work.ignored));
+    for (const Problem &problem : *found.shown) {
+        ++found.counts[size_t(problem.severity())];
+        if (open && isOf(problem, *open) && !problem.range.isEmpty())
+            found.open.append(problem);
+    }
+    found.isStopped = stop.stop_requested();
+    work = Work(); // here, since it is not the window's thread that has to clear it away
+    return found;
+}
+
+void LiveCheck::finish(const std::shared_ptr<Found> &found, qint64 revision, const QString &openFile)
+{
+    if (found->isStopped || !m_index.index())
+        return;
+    m_facts = found->facts;
+    m_open = std::move(found->open);
+    m_openRevision = revision;
+    m_openFile = openFile;
+    m_counts = found->counts;
+    // Many problems take their time to go.
+    m_worker.start(
+        [all = std::exchange(m_all, found->all), shown = std::exchange(m_shown, found->shown)]() mutable {
+            all.reset();
+            shown.reset();
+        });
+    emit changed();
+}
+
+} // namespace quillmere

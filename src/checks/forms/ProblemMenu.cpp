@@ -1,0 +1,123 @@
+#include "checks/forms/ProblemMenu.h"
+
+#include "asking/Talk.h"
+#include "checks/WindowReport.h"
+#include "checks/forms/LiveCheck.h"
+#include "files/Paths.h"
+#include "theme/forms/LiveIndex.h"
+
+#include <QMenu>
+
+#include <utility>
+
+namespace quillmere {
+
+namespace {
+
+constexpr qsizetype kMostShown = 300; // letters of a line that a question shows
+
+QString shortened(const QString &line)
+{
+    return line.size() > kMostShown ? QString(line.first(kMostShown) + u'\u2026') : line;
+}
+
+// A name may hold what a menu takes for the mark of a key.
+QString asCaption(QString text)
+{
+    return text.replace(u'&', QLatin1String("&&"));
+}
+
+} // namespace
+
+ProblemMenu::ProblemMenu(LiveCheck &check, const LiveIndex &index, ThemeEditor editor, Talk &talk,
+                         QObject *parent)
+    : QObject(parent), m_check(check), m_index(index), m_editor(std::move(editor)), m_talk(talk)
+{
+}
+
+void ProblemMenu::popup(const QList<Problem> &problems, const QPoint &at, QWidget *parent)
+{
+    auto *menu = new QMenu(parent);
+    menu->setObjectName(QStringLiteral("mnuProblem"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const Problem &problem : problems) {
+        if (problems.size() > 1)
+            menu->addSection(asCaption(problem.message));
+        addMends(*menu, problem);
+        menu->addSeparator();
+        addIgnoring(*menu, problem);
+    }
+    addIgnored(*menu);
+    menu->popup(at);
+    if (!menu->actions().isEmpty())
+        menu->setActiveAction(menu->actions().first());
+}
+
+void ProblemMenu::addMends(QMenu &menu, const Problem &problem)
+{
+    if (!m_index.index())
+        return;
+    const ThemeSources sources = m_index.sources();
+    for (const Mend &each : mendsFor(problem, {sources, *m_index.index(), m_editor.openRows})) {
+        QAction *item = menu.addAction(asCaption(each.title));
+        item->setObjectName(QStringLiteral("mnuMend"));
+        connect(item, &QAction::triggered, this, [this, each] { mend(each); });
+    }
+}
+
+// What is open can be undone there; a file that is closed is shown before it is written.
+void ProblemMenu::mend(const Mend &mend)
+{
+    const bool isOpen = mend.before.isEmpty() || m_editor.isOpenText(mend.file);
+    if (!isOpen &&
+        !m_talk.ask(tr("Change"), tr("%1:\n\n- %2\n+ %3\n\nChange this file?")
+                                      .arg(mend.file, shortened(mend.before), shortened(mend.after))))
+        return;
+    m_talk.run([&] {
+        m_editor.apply(mend.edit);
+        m_talk.say(tr("%1: done.").arg(mend.title));
+    });
+}
+
+void ProblemMenu::addIgnoring(QMenu &menu, const Problem &problem)
+{
+    const QString rule = QLatin1String(textOf(problem.rule).id);
+    const auto add = [&](const QString &caption, const char *name, const IgnoredRule &ignored) {
+        QAction *item = menu.addAction(asCaption(caption));
+        item->setObjectName(QLatin1String(name));
+        connect(item, &QAction::triggered, this, [this, ignored] { ignore(ignored); });
+    };
+    if (!problem.name.isEmpty())
+        add(tr("Ignore %1 for %2 in This Theme").arg(rule, quoted(problem.name)), "mnuIgnoreName",
+            {problem.rule, problem.name});
+    add(tr("Ignore %1 in This Theme").arg(rule), "mnuIgnoreRule", {problem.rule, std::nullopt});
+}
+
+void ProblemMenu::addIgnored(QMenu &menu)
+{
+    if (m_check.ignored().isEmpty())
+        return;
+    menu.addSeparator();
+    QMenu *ignored = menu.addMenu(tr("Tell Again"));
+    for (const IgnoredRule &each : m_check.ignored()) {
+        QAction *item = ignored->addAction(asCaption(textOf(each)));
+        item->setObjectName(QStringLiteral("mnuTellAgain"));
+        connect(item, &QAction::triggered, this, [this, each] {
+            QList<IgnoredRule> left = m_check.ignored();
+            left.removeAll(each);
+            m_check.setIgnored(left);
+        });
+    }
+}
+
+void ProblemMenu::ignore(const IgnoredRule &rule)
+{
+    QList<IgnoredRule> ignored = m_check.ignored();
+    if (!ignored.contains(rule))
+        ignored.append(rule);
+    m_check.setIgnored(ignored);
+    m_talk.say(tr("%1 is ignored in this theme. The context menu of the Check tab takes that back.")
+                   .arg(textOf(rule)));
+}
+
+} // namespace quillmere

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "checks/Ignored.h"
+#include "checks/Mends.h"
+
+#include <QObject>
+
+class QMenu;
+
+namespace quillmere {
+
+class LiveCheck;
+class LiveIndex;
+class Talk;
+
+// How edits of the theme are made in the running program.
+struct ThemeEditor
+{
+    std::function<void(const ThemeEdit &edit)> apply;
+    std::function<bool(const QString &path)> isOpenText;
+    std::function<std::optional<QList<ListRows::Row>>(const QString &path)> openRows;
+};
+
+// What can be done about a problem: the edits that mend it, and no longer being told.
+class ProblemMenu : public QObject
+{
+    Q_OBJECT
+
+public:
+    ProblemMenu(LiveCheck &check, const LiveIndex &index, ThemeEditor editor, Talk &talk,
+                QObject *parent = nullptr);
+
+    // Opens the menu for problems at a place of the screen; for none it only has what is ignored.
+    void popup(const QList<Problem> &problems, const QPoint &at, QWidget *parent);
+
+private:
+    void addMends(QMenu &menu, const Problem &problem);
+    void addIgnoring(QMenu &menu, const Problem &problem);
+    void addIgnored(QMenu &menu);
+    void mend(const Mend &mend);
+    void ignore(const IgnoredRule &rule);
+
+    LiveCheck &m_check;
+    const LiveIndex &m_index;
+    ThemeEditor m_editor;
+    Talk &m_talk;
+};
+
+} // namespace quillmere
