@@ -53,6 +53,7 @@ frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> ch
     lblSearch->setTextFormat(Qt::PlainText);
     lblSearch->setWordWrap(true);
     lvUses->setColumnShares({5, 1, 9});
+    lvUses->setTextElideMode(Qt::ElideRight);
     lvUses->setToolTip(tr("Double-click a place, or press Enter, to go there."));
     connect(lvUses, &ListView::rowOpened, this,
             [this](int row) { emit placeChosen(m_found, row, m_search); });
@@ -221,7 +222,9 @@ void frmSearch::showFound()
     if (listed == 0)
         lblSearch->setText(tr("Nothing found."));
     else if (m_found.more > 0)
-        lblSearch->setText(tr("%1 places; the first %2 are listed.").arg(listed + m_found.more).arg(listed));
+        lblSearch->setText(tr("%1 places. Only the first %2 are listed, and only these can be replaced.")
+                               .arg(listed + m_found.more)
+                               .arg(listed));
     else
         lblSearch->setText(placesInFiles(m_found) + u'.');
     if (listed > 0 && isActiveWindow()) {

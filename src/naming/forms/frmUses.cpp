@@ -19,6 +19,7 @@ frmUses::frmUses(QWidget &owner)
       lblUses(named(new QLabel, "lblUses", tr("Number of places")))
 {
     lvUses->setColumnShares({5, 1, 9});
+    lvUses->setTextElideMode(Qt::ElideRight);
     lvUses->setToolTip(tr("Double-click a place, or press Enter, to go there."));
     connect(lvUses, &ListView::rowOpened, this, &frmUses::placeChosen);
     lblUses->setTextFormat(Qt::PlainText);
