@@ -25,6 +25,17 @@ QColor colourOf(int level, const QPalette &palette)
     return QColor::fromRgb((dark ? kOnDark : kOnLight)[level]);
 }
 
+// As HeldText::toDocument, which looks for the places each time.
+int toDocument(qsizetype position, const std::vector<HeldText::Place> &places)
+{
+    const auto startsBefore = [](const HeldText::Place &place, qsizetype at) { return place.start < at; };
+    const auto behind = std::lower_bound(places.begin(), places.end(), position, startsBefore);
+    if (behind == places.begin())
+        return int(position);
+    const HeldText::Place &before = *(behind - 1);
+    return position < before.end() ? before.position : int(before.position + 1 + position - before.end());
+}
+
 QPainterPath wave(double from, double to, double top)
 {
     QPainterPath path({from, top + kWave});
@@ -56,6 +67,7 @@ void SourceMarks::show(const QList<SourceMark> &marks)
     QList<SourceMark> sorted = marks;
     std::sort(sorted.begin(), sorted.end(),
               [](const SourceMark &a, const SourceMark &b) { return a.start < b.start; });
+    const std::vector<HeldText::Place> places = m_box->m_held->places();
     m_marks.clear();
     qsizetype seen = 0, returns = 0; // line ends that count two before, and one in the document
     for (const SourceMark &mark : std::as_const(sorted)) {
@@ -67,8 +79,8 @@ void SourceMarks::show(const QList<SourceMark> &marks)
         const qsizetype lineEnd = text.indexOf(u'\n', mark.start);
         if (lineEnd >= 0 && lineEnd < end)
             end = lineEnd > mark.start && text[lineEnd - 1] == u'\r' ? lineEnd - 1 : lineEnd;
-        m_marks.push_back({m_box->m_held->toDocument(mark.start - returns),
-                           m_box->m_held->toDocument(end - returns), mark.level});
+        m_marks.push_back(
+            {toDocument(mark.start - returns, places), toDocument(end - returns, places), mark.level});
     }
     update();
     m_box->viewport()->update();

@@ -1,0 +1,196 @@
+// What the index and the checks take of the window's thread on a theme of make_theme: the longest event from
+// when the theme is open until all of it is checked, the Check tab in front, and those after keys in a window
+// of the theme. Times are processor time of the thread, which says something on a busy machine, too. Then the
+// work that a key leads to beside it: outline, index and marks of the window.
+//
+//   QT_QPA_PLATFORM=offscreen bench_checks THEME [BLOCKS]
+
+#include "app/ThemeChecks.h"
+#include "app/frmSkin.h"
+#include "asking/Prompts.h"
+#include "browser/forms/WebBrowser.h"
+#include "files/Files.h"
+#include "files/Paths.h"
+#include "source/forms/SourceBox.h"
+#include "source/forms/SourceMarks.h"
+#include "theme/forms/LiveIndex.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <algorithm>
+#include <ctime>
+
+using namespace quillmere;
+
+namespace {
+
+constexpr int kKeys = 40;
+
+// ms; the clock of the scheduler that the other programs here read is too coarse for single events.
+double workSoFar()
+{
+    timespec time = {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+class NoPrompts : public Prompts
+{
+public:
+    bool ask(const QString &, const QString &) override { return true; }
+    void tell(const QString &, const QString &, Icon) override {}
+    std::optional<QString> input(const QString &, const QString &, const QString &) override { return {}; }
+};
+
+// Knows the longest event, those within others not counted for themselves.
+class Measured : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject *receiver, QEvent *event) override
+    {
+        if (m_inside)
+            return QApplication::notify(receiver, event);
+        m_inside = true;
+        const double before = workSoFar();
+        const QByteArray what =
+            QByteArray(receiver->metaObject()->className()) + ' ' + QByteArray::number(int(event->type()));
+        const bool done = QApplication::notify(receiver, event);
+        const double took = workSoFar() - before;
+        if (took > longest) {
+            longest = took;
+            longestEvent = what;
+        }
+        m_inside = false;
+        return done;
+    }
+
+    double longest = 0;
+    QByteArray longestEvent;
+
+private:
+    bool m_inside = false;
+};
+
+QString windowOf(int blocks)
+{
+    QString text = QStringLiteral("<interface>\r\n<widget class=\"window\" name=\"screen\"><property>"
+                                  "<rect>[0,0,1280,720]</rect></property><children>\r\n");
+    for (int block = 0; block < blocks; ++block)
+        text += QStringLiteral("    <widget class=\"text\" name=\"block_%1\">\r\n        <property>\r\n"
+                               "            <rect>[%2,%3,120,40]</rect>\r\n"
+                               "            <string>text %1</string>\r\n            <img>none_%1</img>\r\n"
+                               "        </property>\r\n    </widget>\r\n")
+                    .arg(block)
+                    .arg(block % 40 * 30)
+                    .arg(block / 40 % 40 * 17);
+    return text + QStringLiteral("</children></widget>\r\n</interface>\r\n");
+}
+
+void waitUntil(const std::function<bool()> &condition)
+{
+    for (QElapsedTimer patience; !condition(); QApplication::processEvents(QEventLoop::AllEvents, 20)) {
+        if (!patience.isValid())
+            patience.start();
+        if (patience.elapsed() > 60000)
+            qFatal("It does not come to an end");
+    }
+}
+
+void report(QTextStream &out, const char *what, Measured &app)
+{
+    out << what << ": longest event " << QString::number(app.longest, 'f', 1) << " ms (" << app.longestEvent
+        << ")\n";
+    out.flush();
+    app.longest = 0;
+}
+
+// The same steps as beside the window's thread, and the marks.
+void reportWork(QTextStream &out, LiveIndex &live, LiveCheck &check, SourceBox &source, const QString &path)
+{
+    ThemeIndex index = *live.index();
+    const IndexedFile file = index.files().at(index.numbersOf(path).value(0));
+    QList<double> times;
+    for (int key = 0; key < kKeys; ++key) {
+        const QString text = source.text() + QString(key, u'x');
+        const double before = workSoFar();
+        const Outline outline(text);
+        index.update(path, outline);
+        const QList<Problem> problems = checkWindow(outline, file, index, {});
+        QList<SourceMark> marks;
+        for (const Problem &problem : problems)
+            marks.append({problem.range.start, problem.range.size(), int(problem.severity())});
+        source.marks().show(marks);
+        times.append(workSoFar() - before);
+    }
+    std::ranges::sort(times);
+    out << "outline, index and " << check.openProblems().size() << " marks after a key: p50 "
+        << QString::number(times[times.size() / 2], 'f', 2) << " ms, p95 "
+        << QString::number(times[times.size() * 95 / 100], 'f', 2) << " ms\n";
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QTemporaryDir folder;
+    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
+    qputenv("XDG_DATA_HOME", folder.path().toUtf8());
+    QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
+    QCoreApplication::setApplicationName(QStringLiteral("quillmere-bench"));
+    WebBrowser::prepare();
+    Measured app(argc, argv);
+    if (app.arguments().size() < 2)
+        qFatal("bench_checks THEME [BLOCKS]");
+    Files disk;
+    disk.backups().setFolder(folder.filePath(QStringLiteral("backup")));
+    disk.setRecoveryFolder(folder.filePath(QStringLiteral("recovery")));
+    disk.setProgramFolder(folder.path());
+    NoPrompts prompts;
+    frmSkin skin(disk, &prompts);
+    skin.resize(1400, 900);
+    skin.show();
+    skin.activateWindow();
+    QTextStream out(stdout);
+    auto *tabs = skin.findChild<QTabBar *>(QStringLiteral("TabStrip4"));
+    auto &live = *skin.findChild<LiveIndex *>();
+    auto &check = *skin.findChild<LiveCheck *>();
+
+    skin.openTheme(app.arguments().at(1));
+    for (int i = 0; i < 20; ++i)
+        QApplication::processEvents(QEventLoop::AllEvents, 20); // what opening leads to is not counted
+    tabs->setCurrentIndex(9);
+    app.longest = 0;
+    waitUntil([&] { return check.isReady(); });
+    for (int i = 0; i < 20; ++i)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    out << check.problems()->size() << " problems\n";
+    report(out, "index and checks", app);
+
+    const QString path = joinPath(live.folder(), u"widget/wnd_0001.xml");
+    skin.openDocument(path);
+    auto *source = skin.findChild<SourceBox *>(QStringLiteral("txtSnippet"));
+    tabs->setCurrentIndex(8);
+    source->rewrite(windowOf(app.arguments().value(2, QStringLiteral("200")).toInt()));
+    source->setFocus();
+    waitUntil([&] { return !check.isBehind() && source->marks().count() > 0; });
+    QElapsedTimer clock;
+    for (clock.start(); clock.elapsed() < 4000;)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    app.longest = 0;
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, QStringLiteral("x"));
+    for (int i = 0; i < 3; ++i) {
+        QApplication::sendEvent(source, &key);
+        // The window is checked when typing pauses, the theme after that.
+        for (clock.restart(); clock.elapsed() < 4000;)
+            QApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+    report(out, "a key, its page and what is checked after it", app);
+    reportWork(out, live, check, *source, path);
+}
