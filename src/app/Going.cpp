@@ -50,9 +50,11 @@ Going::Going(Parts parts, Talk &talk, QObject *parent)
 void Going::goTo(const QString &file, Range range, qint32 row)
 {
     leave();
-    const QScopedValueRollback going(m_isGoing, true);
-    if (row < 0 || !goToRow(file, row))
-        goToText(file, range);
+    m_talk.run([&] {
+        const QScopedValueRollback going(m_isGoing, true);
+        if (row < 0 || !goToRow(file, row))
+            goToText(file, range);
+    });
 }
 
 bool Going::goToRow(const QString &file, qint32 row)

@@ -40,6 +40,7 @@ public:
 
     // Shows a place: the row of a catalogue in its tab, or, where `row` is -1, the range selected in the
     // source. The range is one of the text that the file holds, or of the source box where it is open there.
+    // What goes wrong is shown to the person.
     void goTo(const QString &file, Range range, qint32 row);
     void back();
     void forward();
