@@ -126,6 +126,8 @@ private slots:
     void mouse();
     void turnedOff();
     void longLine();
+    void largeText();
+    void shortcut();
     void hovers_data();
     void hovers();
     void hoverOfTheMouse();
@@ -241,6 +243,29 @@ void TestCompleting::longLine()
     QCOMPARE(m_window->get(), text.arg(QStringLiteral("Logo")));
 }
 
+// A key does not wait for a text of megabytes to be read; the list comes when typing pauses.
+void TestCompleting::largeText()
+{
+    m_window->set(QStringLiteral("<a>\r\n").repeated(400'000) + QStringLiteral("<img>|</img>"));
+    m_window->keys(QStringLiteral("b"));
+    QVERIFY(!TypedWindow::list());
+    QTRY_COMPARE(TypedWindow::entries(), QStringLiteral("back big_logo"));
+    m_window->keys(QStringLiteral("{Tab}"));
+    QVERIFY(m_window->get().endsWith(QStringLiteral("<img>back|</img>")));
+}
+
+void TestCompleting::shortcut()
+{
+    m_window->set(QStringLiteral("<img>|</img>"));
+    m_window->keys(QStringLiteral("{Ask}"));
+    QTest::keyClick(m_window->skin->windowHandle(), Qt::Key_H, Qt::ControlModifier);
+    QVERIFY(!TypedWindow::list());
+    QTRY_COMPARE(QApplication::activeWindow()->objectName(), QStringLiteral("frmReplace"));
+    QApplication::activeWindow()->close();
+    m_window->skin->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window->skin.get()));
+}
+
 void TestCompleting::hovers_data()
 {
     QTest::addColumn<QString>("text");
@@ -256,7 +281,7 @@ void TestCompleting::hovers_data()
     row("code", "<backcolor>[#00FF7|F]</backcolor>", "Colour #00FF7F [picture]\n#00FF7F");
     row("unknown colour", "<backcolor>[pink|]</backcolor>",
         "Colour pink\nThis is neither a colour of the catalogue nor a code.");
-    row("font", "<font>|small</font>", "Font small\n12 pixels, normal\ns.ttf");
+    row("font", "<font>|small</font>", "Font small\n12 pixels, normal\ns.ttf\nThere is no such file.");
     row("string", "<string>Yes|</string>", "String Yes\nEnglish: Ja\nx: (not translated)");
     row("markup is text", "<string>&lt;b&gt;|</string>", "String &lt;b&gt;\nNo language has this string.");
     row("block",

@@ -23,10 +23,11 @@ namespace quillmere {
 
 namespace {
 
-constexpr double kMostInKey = 8; // ms that reading the text may take of a key
-constexpr int kWidth = 460;      // pixels, of a list of names
-constexpr int kShortWidth = 220; // the same of a list of words
-constexpr int kRows = 8;         // shown at a time
+constexpr double kMostInKey = 8;      // ms that reading the text may take of a key
+constexpr qsizetype kLarge = 300'000; // units of a text that no key waits for
+constexpr int kWidth = 460;           // pixels, of a list of names
+constexpr int kShortWidth = 220;      // the same of a list of words
+constexpr int kRows = 8;              // shown at a time
 
 const QString kSetting = QStringLiteral("source/completion");
 
@@ -68,11 +69,7 @@ Completer::Completer(SourceBox &source, LiveIndex &live, NameFacts &facts, QObje
       m_list(named(new QListView, "lvCompletion", tr("Completion"))),
       m_pictures(new Pictures(CompletionDelegate::kPicture * source.devicePixelRatio(), this)),
       m_outlining(
-          kMostInKey, [this] { m_live.outline(); },
-          [this] {
-              m_live.outline();
-              refresh();
-          })
+          kMostInKey, [this] { m_live.outline(); }, [this] { refresh(); })
 {
     m_model = new CompletionModel(facts, *m_pictures, this);
     m_worker.setMaxThreadCount(1);
@@ -213,7 +210,8 @@ void Completer::keyHandled(bool isText)
         close();
         return;
     }
-    if (m_outlining.changed(m_source.document()->characterCount(), LateWork::Wait::IfLong))
+    const qsizetype units = m_source.document()->characterCount();
+    if (m_outlining.changed(units, units > kLarge ? LateWork::Wait::Always : LateWork::Wait::IfLong))
         close(); // until typing pauses
     else
         refresh();

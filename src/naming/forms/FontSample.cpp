@@ -17,18 +17,11 @@ namespace {
 
 constexpr qint64 kLargestFont = 32 * 1024 * 1024; // bytes
 constexpr int kLargestSize = 60;                  // pixels; what is larger is drawn smaller
-constexpr int kWidest = 320;                      // pixels
+constexpr int kWidest = 480;                      // pixels
 const QString kLine = QStringLiteral("Quick brown fox 0123 ÄÖÜ");
 
-QImage drawLine(const FontSample::Wanted &wanted)
+QImage drawLine(const QByteArray &bytes, const FontSample::Wanted &wanted)
 {
-    const QString found = findFile(wanted.path);
-    if (found.isEmpty() || wanted.folder.isEmpty() || !liesBelow(found, wanted.folder))
-        return {};
-    QString reason;
-    const QByteArray bytes = readRegular(QFileInfo(found).canonicalFilePath(), kLargestFont, reason);
-    if (bytes.isEmpty())
-        return {};
     const QRawFont font(bytes, std::clamp(wanted.size, 1, kLargestSize) * wanted.ratio,
                         QFont::PreferDefaultHinting);
     if (!font.isValid())
@@ -73,7 +66,20 @@ FontSample::~FontSample()
     m_worker.waitForDone();
 }
 
-QImage FontSample::draw(const Wanted &wanted)
+FontSample::Drawn FontSample::read(const Wanted &wanted)
+{
+    const QString found = findFile(wanted.path);
+    if (found.isEmpty())
+        return {{}, tr("There is no such file.")};
+    if (wanted.folder.isEmpty() || !liesBelow(found, wanted.folder))
+        return {{}, tr("This file is outside of the theme.")};
+    QString reason;
+    const QByteArray bytes = readRegular(QFileInfo(found).canonicalFilePath(), kLargestFont, reason);
+    const QImage line = bytes.isEmpty() ? QImage() : drawLine(bytes, wanted);
+    return {line, line.isNull() ? tr("This is no font that can be shown.") : QString()};
+}
+
+FontSample::Drawn FontSample::draw(const Wanted &wanted)
 {
     if (wanted == m_wanted)
         return m_drawn;
@@ -81,17 +87,15 @@ QImage FontSample::draw(const Wanted &wanted)
     m_drawn = {};
     m_worker.clear();
     m_worker.start([this, wanted] {
-        const QImage line = drawLine(wanted);
-        const auto take = [this, wanted, line] {
+        const auto take = [this, wanted, drawn = read(wanted)] {
             if (wanted != m_wanted)
                 return;
-            m_drawn = line;
-            if (!line.isNull())
-                emit arrived();
+            m_drawn = drawn;
+            emit arrived();
         };
         QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
     });
-    return {};
+    return m_drawn;
 }
 
 } // namespace quillmere

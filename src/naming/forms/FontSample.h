@@ -26,15 +26,22 @@ public:
 
         bool operator==(const Wanted &) const = default;
     };
-    // Null as long as it is not drawn, and where the file is no font; arrived() tells.
-    QImage draw(const Wanted &wanted);
+    struct Drawn
+    {
+        QImage line; // null as long as it is not drawn, and where there is nothing to see
+        QString why; // there is nothing to see
+    };
+    // arrived() tells when there is more.
+    Drawn draw(const Wanted &wanted);
 
 signals:
     void arrived();
 
 private:
+    static Drawn read(const Wanted &wanted);
+
     Wanted m_wanted;
-    QImage m_drawn; // what was wanted
+    Drawn m_drawn; // what was wanted
     QThreadPool m_worker;
 };
 

@@ -157,7 +157,8 @@ HoverContents Hovers::contents()
     } else if (m_hover.of == Hover::Of::Name) {
         said.title = captionOf(m_hover.kind) + u' ' + m_hover.name;
         if (!m_hover.isDefined) {
-            said.lines.append(notDefined(m_hover.kind));
+            if (m_problems.isEmpty()) // which say it, too
+                said.lines.append(notDefined(m_hover.kind));
             if (!m_hover.nearest.isEmpty())
                 said.lines.append(tr("Nearest: %1").arg(m_hover.nearest.join(QLatin1String(", "))));
         } else if (m_hover.kind == NameKind::Image) {
@@ -210,8 +211,12 @@ void Hovers::sayFont(HoverContents &said)
         return;
     said.lines.append(tr("%1 pixels, %2").arg(font->size, font->style));
     said.lines.append(shownPath(font->path, m_facts.themeFolder()));
-    said.picture = m_sample.draw({font->path, m_facts.themeFolder(), font->size.toInt(),
-                                  m_box->palette().color(QPalette::ToolTipText), m_box->devicePixelRatioF()});
+    const FontSample::Drawn drawn =
+        m_sample.draw({font->path, m_facts.themeFolder(), font->size.toInt(),
+                       m_box->palette().color(QPalette::ToolTipText), m_box->devicePixelRatioF()});
+    said.picture = drawn.line;
+    if (!drawn.why.isEmpty())
+        said.lines.append(drawn.why);
 }
 
 void Hovers::sayString(HoverContents &said)
