@@ -141,12 +141,19 @@ private:
         return m_problem.row < entries.size() ? std::optional(entries.at(m_problem.row)) : std::nullopt;
     }
 
+    // Rows may have come and gone since the theme was checked.
+    bool isMeant(const QList<ListRows::Row> &rows) const
+    {
+        return m_problem.row < rows.size() &&
+               rows.at(m_problem.row).sub(1).trimmed() == m_problem.name.trimmed();
+    }
+
     // Of a row that stands alone in its line, the line goes with it.
     void takeOut()
     {
         const QString title = u"Take " + quoted(m_problem.name) + u" out of " + fileName(m_file.path);
         if (const auto rows = m_theme.openRows(m_file.path)) {
-            if (m_problem.row < rows->size())
+            if (isMeant(*rows))
                 changeRow(title, m_file.path, {m_problem.row, rows->at(m_problem.row), std::nullopt});
             return;
         }
@@ -175,7 +182,7 @@ private:
     {
         const QString title = u"Write the file of " + quoted(m_problem.name) + u" as it is on disk";
         if (const auto rows = m_theme.openRows(m_file.path)) {
-            if (m_problem.row >= rows->size() || m_file.role != FileRole::ImageCatalogue)
+            if (!isMeant(*rows) || m_file.role != FileRole::ImageCatalogue)
                 return;
             ListRows::Row row = rows->at(m_problem.row);
             row.text = findFile(row.text);
