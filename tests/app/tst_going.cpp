@@ -351,6 +351,9 @@ void TestGoing::renames_data()
                               << QByteArray("English") << QByteArray("fresh");
     QTest::newRow("window") << QStringLiteral("LvWidget") << 1 << QStringLiteral("widget.xml")
                             << QByteArray("other") << QByteArray("fresh");
+    QTest::newRow("string of an open language")
+        << QStringLiteral("LvBhs") << 1 << QStringLiteral("en.xml") << QByteArray("Yes")
+        << QByteArray("Yes"); // rows, not the file
 }
 
 void TestGoing::renames()
@@ -367,10 +370,13 @@ void TestGoing::renames()
     const QByteArray before = window.files.read(file);
     QAction *undo = window.find<QAction>("mnuUndoRename");
     QVERIFY(!undo->isEnabled());
+    if (list == u"LvBhs")
+        openLanguage(window, 0);
     if (list.isEmpty())
         putCaret(window, "logo<");
     else
         selectRow(window, list.toLatin1(), row);
+    const QString rowsBefore = list.isEmpty() ? QString() : window.shown(list.toLatin1());
     press(window, Qt::Key_F2);
     auto *name = in<QLineEdit>("frmRename", "txtRename");
     auto *go = in<QPushButton>("frmRename", "cmdRename");
@@ -393,6 +399,8 @@ void TestGoing::renames()
     QVERIFY(!undo->isEnabled());
     QCOMPARE(window.files.read(file), before);
     QCOMPARE(text(window), source);
+    if (!list.isEmpty())
+        QCOMPARE(window.shown(list.toLatin1()), rowsBefore);
 }
 
 void TestGoing::renamedWindowStaysOpen()
