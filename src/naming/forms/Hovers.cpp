@@ -157,8 +157,7 @@ HoverContents Hovers::contents()
     } else if (m_hover.of == Hover::Of::Name) {
         said.title = captionOf(m_hover.kind) + u' ' + m_hover.name;
         if (!m_hover.isDefined) {
-            if (m_problems.isEmpty()) // which say it, too
-                said.lines.append(notDefined(m_hover.kind));
+            said.lines = m_problems.isEmpty() ? QStringList(notDefined(m_hover.kind)) : m_problems;
             if (!m_hover.nearest.isEmpty())
                 said.lines.append(tr("Nearest: %1").arg(m_hover.nearest.join(QLatin1String(", "))));
         } else if (m_hover.kind == NameKind::Image) {
@@ -173,7 +172,8 @@ HoverContents Hovers::contents()
     } else {
         said.title = tr("Problem");
     }
-    said.lines += m_problems;
+    if (m_hover.of != Hover::Of::Name || m_hover.isDefined)
+        said.lines += m_problems;
     return said;
 }
 
