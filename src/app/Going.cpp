@@ -88,23 +88,22 @@ bool Going::goToRow(const QString &file, qint32 row)
     return true;
 }
 
-bool Going::goToText(const QString &file, Range range)
+void Going::goToText(const QString &file, Range range)
 {
     FormattedPlace place = {range.start, range.end};
     if (m_parts.document.path() != file) {
         if (findFile(file).isEmpty()) {
             m_talk.say(tr("There is no file %1.").arg(file));
-            return false;
+            return;
         }
         // The source box shows a window formatted, and the range is one of the file.
         const QString text = LoadFile(file, m_parts.theme.rule);
         m_parts.openDocument(file, m_parts.theme.folder());
         if (m_parts.document.path() != file)
-            return false;
+            return;
         place = formattedPlace(text, range.start, range.end, m_parts.source.text());
     }
     showSource(place.start, place.end - place.start);
-    return true;
 }
 
 void Going::showSource(qsizetype start, qsizetype length)

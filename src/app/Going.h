@@ -56,7 +56,7 @@ private:
     struct Catalogue;
 
     bool goToRow(const QString &file, qint32 row);
-    bool goToText(const QString &file, Range range);
+    void goToText(const QString &file, Range range);
     ListView *listOf(int tab) const;
     Place placeNow() const;
     static bool isSamePlace(const Place &a, const Place &b);

@@ -103,8 +103,6 @@ std::optional<ThemeEdit> ThemeEditing::apply(const ThemeEdit &edit)
         if (!rowsAt(path) && m_theme.files().contains(path))
             m_theme.reload(path);
     }
-    if (!closed.isEmpty())
-        emit written(closed);
     return inverse;
 }
 

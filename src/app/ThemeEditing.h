@@ -36,10 +36,6 @@ public:
     // The rows in which the file at `path` is edited; they have to be changed and not the file.
     std::optional<QList<ListRows::Row>> openRows(const QString &path) const;
 
-signals:
-    // These files were written; what is open is not among them.
-    void written(const QStringList &paths);
-
 private:
     class Source;
     class Rows;

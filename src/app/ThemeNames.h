@@ -4,8 +4,6 @@
 #include "app/ThemeEditing.h"
 #include "naming/FoundPlaces.h"
 
-#include <QPointer>
-
 #include <memory>
 
 class QAction;
@@ -14,7 +12,6 @@ namespace quillmere {
 
 class Commands;
 class LiveIndex;
-class frmRename;
 class frmSearch;
 class frmUses;
 struct TextSearch;
