@@ -11,6 +11,8 @@
 
 namespace quillmere {
 
+using namespace Qt::StringLiterals;
+
 inline void openLanguage(const Window &window, int row)
 {
     auto *languages = window.find<ListView>("lvLang");
@@ -22,7 +24,7 @@ inline void openLanguage(const Window &window, int row)
 inline void openAll(const Window &window)
 {
     const auto write = [&](const char *name, const QByteArray &bytes) {
-        window.files.write(QStringLiteral("theme/") + QLatin1String(name), bytes);
+        window.files.write(u"theme/"_s + QLatin1String(name), bytes);
     };
     write("theme.xml", "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image>"
                        "<file_color>color.xml</file_color><file_i18n>lang.xml</file_i18n></config>");
@@ -69,6 +71,6 @@ inline void answer(const Window &window, const char *button)
     window.find<QToolButton>(button)->click();
 }
 
-inline const QString kUnsaved = QStringLiteral("Unsaved text of \\d\\d:\\d\\d\\.");
+inline const QString kUnsaved = u"Unsaved text of \\d\\d:\\d\\d\\."_s;
 
 } // namespace quillmere

@@ -21,6 +21,8 @@
 
 namespace quillmere {
 
+using namespace Qt::StringLiterals;
+
 // Answers from a script; a question that nobody expected fails the test.
 class ScriptedPrompts : public Prompts
 {
@@ -78,7 +80,7 @@ inline QString rowsAsText(const QAbstractItemModel *rows)
         for (int column = 0; column < rows->columnCount(); ++column)
             cells.append(rows->index(row, column).data().toString());
         const bool checked = rows->index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked;
-        text += QString((checked ? u"* " : u"") + cells.join(QStringLiteral(" | ")) + u'\n');
+        text += QString((checked ? u"* " : u"") + cells.join(u" | "_s) + u'\n');
     }
     return text;
 }
@@ -90,8 +92,8 @@ public:
     Window()
     {
         QSettings().clear();
-        disk.backups().setFolder(files.path(QStringLiteral("backup")));
-        disk.setRecoveryFolder(files.path(QStringLiteral("recovery")));
+        disk.backups().setFolder(files.path(u"backup"_s));
+        disk.setRecoveryFolder(files.path(u"recovery"_s));
         disk.setProgramFolder(files.folder());
         start();
     }
@@ -133,8 +135,7 @@ public:
     void openDocument(const char *name) const { skin->openDocument(path(name)); }
     void expectSave(bool answer)
     {
-        prompts.expectQuestion(QStringLiteral("Simpan File"), QStringLiteral("Benar mau menyimpan file?"),
-                               answer);
+        prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file?"_s, answer);
     }
     // What a script of ours (never one of the page) says about the page, once the browser has the newest one.
     QVariant js(const QString &script) const
@@ -164,9 +165,7 @@ public:
     // A computed style of the block with this name.
     QString style(const QString &block, const QString &property) const
     {
-        return js(QStringLiteral("getComputedStyle(document.getElementById('%1'))['%2']")
-                      .arg(block, property))
-            .toString();
+        return js(u"getComputedStyle(document.getElementById('%1'))['%2']"_s.arg(block, property)).toString();
     }
 
     TestFiles files;
@@ -190,8 +189,8 @@ int runWindowTest(int argc, char **argv)
     const QTemporaryDir home;
     qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
     qputenv("XDG_DATA_HOME", home.path().toUtf8());
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
-    QCoreApplication::setApplicationName(QStringLiteral("quillmere-test"));
+    QCoreApplication::setOrganizationName(u"Quillmere"_s);
+    QCoreApplication::setApplicationName(u"quillmere-test"_s);
     WebBrowser::prepare();
     QApplication app(argc, argv);
     Test test;

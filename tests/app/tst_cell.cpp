@@ -32,6 +32,7 @@
 #include <unistd.h>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -143,7 +144,7 @@ public:
     // A letter to us: the address names the door.
     void mailed(const QString &address)
     {
-        const QString door = QStringLiteral("127.0.0.1:%1/").arg(m_server->serverPort());
+        const QString door = u"127.0.0.1:%1/"_s.arg(m_server->serverPort());
         if (address.startsWith(door))
             seen.insert(address.mid(door.size()));
     }
@@ -203,12 +204,12 @@ class TestCell : public QObject
 public:
     TestCell()
     {
-        QDesktopServices::setUrlHandler(QStringLiteral("mailto"), this, "mailed");
+        QDesktopServices::setUrlHandler(u"mailto"_s, this, "mailed");
         // The ordinary browser lives in this program too, and the loopback is all it gets.
         static constexpr char flags[] = "QTWEBENGINE_CHROMIUM_FLAGS";
         qputenv(flags, qgetenv(flags).replace("~NOTFOUND", "~NOTFOUND , EXCLUDE 127.0.0.1"));
     }
-    ~TestCell() override { QDesktopServices::unsetUrlHandler(QStringLiteral("mailto")); }
+    ~TestCell() override { QDesktopServices::unsetUrlHandler(u"mailto"_s); }
 
 public slots:
     void mailed(const QUrl &url)
@@ -256,9 +257,7 @@ private:
     }
     bool shows(const char *text) const
     {
-        return m_window->js(QStringLiteral("document.body.textContent"))
-            .toString()
-            .contains(QLatin1String(text));
+        return m_window->js(u"document.body.textContent"_s).toString().contains(QLatin1String(text));
     }
     bool says(const char *text) const
     {
@@ -304,9 +303,8 @@ QByteArray TestCell::widgets(const Attempts &attempts, const Outside &outside) c
     QByteArray text;
     for (qsizetype i = 0; i < attempts.size(); ++i) {
         const QRect at = placeOf(i);
-        text += QStringLiteral("<widget class=\"box\" name=\"%1\"><property><rect>[%2,%3,62,42]</rect>"
-                               "</property>")
-                    .arg(attempts[i].name)
+        text += u"<widget class=\"box\" name=\"%1\"><property><rect>[%2,%3,62,42]</rect>"
+                "</property>"_s.arg(attempts[i].name)
                     .arg(at.x())
                     .arg(at.y())
                     .toUtf8();
@@ -390,10 +388,10 @@ void TestCell::attempts()
     QVERIFY(drawn.wait(10000));
     clickInto(text);
 
-    const Names expected = controlsOf(attempts) + Names{QStringLiteral("barrier")};
+    const Names expected = controlsOf(attempts) + Names{u"barrier"_s};
     QString page;
     {
-        const Attempt barrier{QStringLiteral("barrier"), "<img src='$H'>", true};
+        const Attempt barrier{u"barrier"_s, "<img src='$H'>", true};
         ListRows blocks({QString(), QString()}), fonts({QString()});
         const QByteArray all =
             "<interface>\r\n" + widgets(attempts, m_control) + m_control.markupOf(barrier, {});
@@ -415,10 +413,9 @@ void TestCell::attempts()
     QCOMPARE(m_outside.outcome(*m_wb, attempts), Names());
     QCOMPARE(m_outside.connections, 0);
     QCOMPARE(downloads, 0);
-    QVERIFY(m_window->js(QStringLiteral("location.href")).toString().startsWith(u"about:blank"));
+    QVERIFY(m_window->js(u"location.href"_s).toString().startsWith(u"about:blank"));
     const auto isThere = [&] {
-        return attempts.size() > 1 ||
-               m_window->js(QStringLiteral("document.querySelector('div') != null")).toBool();
+        return attempts.size() > 1 || m_window->js(u"document.querySelector('div') != null"_s).toBool();
     };
     QVERIFY(waitFor(isThere, 10000));
     // It still is ours to write.
@@ -438,10 +435,9 @@ void TestCell::names()
     write("control.html", kNaming);
     QProcess ordinary;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(QStringLiteral("QTWEBENGINE_CHROMIUM_FLAGS"));
+    environment.remove(u"QTWEBENGINE_CHROMIUM_FLAGS"_s);
     ordinary.setProcessEnvironment(environment);
-    ordinary.start(QCoreApplication::applicationFilePath(),
-                   {QStringLiteral("--ordinary"), path("control.html")});
+    ordinary.start(QCoreApplication::applicationFilePath(), {u"--ordinary"_s, path("control.html")});
     QVERIFY(ordinary.waitForFinished(20000));
     const QByteArray heard = ordinary.readAllStandardOutput();
     QVERIFY2(heard.contains("link.test") && heard.contains("picture.test"), heard.constData());
@@ -455,7 +451,7 @@ void TestCell::names()
     // A name that an ordinary browser of this process wants is asked for after those, and not found either.
     OpenBrowser browser(m_control);
     QSignalSpy loaded(&browser, &QWebEngineView::loadFinished);
-    browser.load(QUrl(QStringLiteral("http://last.test/")));
+    browser.load(QUrl(u"http://last.test/"_s));
     QVERIFY(loaded.wait(10000));
     const QMutexLocker lock(&askedMutex);
     QCOMPARE(asked.join(' '), QByteArray());
@@ -485,13 +481,13 @@ void TestCell::outlives()
                             path("theme/in.png").toUtf8() + "</unfocus_img></property></widget>";
     write("theme/good.xml", "<interface>\r\n" + good);
     const auto isWhole = [&] {
-        return m_window->style(QStringLiteral("good"), QStringLiteral("left")) == u"10px" &&
+        return m_window->style(u"good"_s, u"left"_s) == u"10px" &&
                m_wb->grab().toImage().pixelColor(20, 30) == QColor(Qt::red);
     };
     open(markup);
     QVERIFY(shows("first"));
-    const QString mark = QStringLiteral("Object.hasOwn(document,'mark')");
-    m_window->js(QStringLiteral("document.mark=1"));
+    const QString mark = u"Object.hasOwn(document,'mark')"_s;
+    m_window->js(u"document.mark=1"_s);
     m_window->skin->openDocument(path("theme/good.xml"));
     QVERIFY(waitFor(isWhole, 10000));
     QVERIFY(!m_window->js(mark).toBool());
@@ -508,7 +504,7 @@ void TestCell::outlives()
         write("control.html", "<p>" + markup);
         OpenBrowser browser(m_control);
         browser.load(QUrl::fromLocalFile(path("control.html")));
-        QVERIFY(waitFor([&] { return browser.url() == QUrl(QStringLiteral("about:blank")); }, 10000));
+        QVERIFY(waitFor([&] { return browser.url() == QUrl(u"about:blank"_s); }, 10000));
     }
     QVERIFY(shows("first"));
 }
@@ -523,8 +519,7 @@ void TestCell::pictures()
     QSignalSpy drawn(m_wb, &WebBrowser::drawn);
     open(widgets(attempts));
     QVERIFY(drawn.wait(10000));
-    QVERIFY(
-        reddens(attempts, {QStringLiteral("inside"), QStringLiteral("stays"), QStringLiteral("looked-up")}));
+    QVERIFY(reddens(attempts, {u"inside"_s, u"stays"_s, u"looked-up"_s}));
 
     // A cell that reaches further, to see that the others are no mistakes in writing. The browser keeps the
     // denials, too, by the time of the file.
@@ -539,7 +534,7 @@ void TestCell::noPictures()
 {
     const Attempts attempts = attemptsBelow("no pictures");
     QCOMPARE(::mkfifo(qPrintable(path("theme/pipe.png")), 0600), 0);
-    QVERIFY(QFile::link(QStringLiteral("/dev/zero"), path("theme/device.png")));
+    QVERIFY(QFile::link(u"/dev/zero"_s, path("theme/device.png")));
     QVERIFY(QDir().mkdir(path("theme/folder.png")));
     QVERIFY(QFile::copy(path("secret.png"), path("theme/large.png")));
     QVERIFY(QFile::resize(path("theme/large.png"), 65 << 20));
@@ -550,11 +545,11 @@ void TestCell::noPictures()
     const QByteArray drawing = R"(<svg xmlns='http://www.w3.org/2000/svg' width='99' height='99'
         onload='fetch("$H")'><script>fetch('$H')</script><rect fill='red' width='99' height='99'/>
         <image href='$H'/></svg>)";
-    write("theme/drawing.svg", m_outside.markupOf({QStringLiteral("drawing"), drawing, true}, {}));
+    write("theme/drawing.svg", m_outside.markupOf({u"drawing"_s, drawing, true}, {}));
     QSignalSpy drawn(m_wb, &WebBrowser::drawn);
     open(widgets(attempts));
     QVERIFY(drawn.wait(10000)); // every request has been answered
-    QVERIFY(reddens(attempts, {QStringLiteral("drawing")}));
+    QVERIFY(reddens(attempts, {u"drawing"_s}));
     QCOMPARE(m_outside.connections, 0);
 }
 
@@ -590,8 +585,8 @@ void TestCell::missing()
     });
     tick.start(1);
     m_wb->write(QString::fromUtf8(page));
-    const QString complete = QStringLiteral("document.images.length == %1 && "
-                                            "Array.from(document.images).every(i => i.complete)");
+    const QString complete = u"document.images.length == %1 && "
+                             "Array.from(document.images).every(i => i.complete)"_s;
     QVERIFY(waitFor([&] { return m_window->js(complete.arg(pictures)).toBool(); }, 60000));
     const double whole = ownWork() - before;
     qInfo("The window's thread worked for %.0f ms, %.1f ms at most at a time", whole, longest);
@@ -632,7 +627,7 @@ void TestCell::deaths()
         QVERIFY(death < 4 ? written.wait(10000) : failed.wait(10000));
     }
     QVERIFY(says("stopped"));
-    m_window->find<SourceBox>("txtSnippet")->setText(QStringLiteral("<widget name=\"again\"><property>"));
+    m_window->find<SourceBox>("txtSnippet")->setText(u"<widget name=\"again\"><property>"_s);
     QVERIFY(shows("again"));
 }
 
@@ -647,13 +642,13 @@ void TestCell::hang()
     QCOMPARE(::kill(hung, SIGSTOP), 0);
     const auto end = qScopeGuard([hung] { ::kill(hung, SIGKILL); });
     QSignalSpy failed(m_wb, &WebBrowser::failed);
-    source->setText(QStringLiteral("<widget name=\"two\"><property>"));
+    source->setText(u"<widget name=\"two\"><property>"_s);
     QVERIFY(m_wb->isBusy());
     m_wb->setPatience(0); // it has come to its end
     QVERIFY(failed.wait(20000));
     m_wb->setPatience(60000);
     QVERIFY(says("behind"));
-    source->setText(QStringLiteral("<widget name=\"three\"><property>"));
+    source->setText(u"<widget name=\"three\"><property>"_s);
     QVERIFY(shows("three"));
     QVERIFY(source->hasFocus());
 }
@@ -661,7 +656,7 @@ void TestCell::hang()
 // The processor time a process has had, in hundredths of a second.
 int workOf(qint64 process)
 {
-    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    QFile file(u"/proc/%1/stat"_s.arg(process));
     if (!file.open(QIODevice::ReadOnly))
         return 0;
     const QList<QByteArray> fields = file.readAll().split(')').last().split(' ');
@@ -743,7 +738,7 @@ void TestCell::render()
         catalogue += "<widget class=\"window\" name=\"" + name + "\"/>";
         write(QByteArray("theme/" + name + ".xml").constData(), text);
     }
-    QVERIFY(QFile::link(QStringLiteral("/dev/full"), path("theme/device.xml")));
+    QVERIFY(QFile::link(u"/dev/full"_s, path("theme/device.xml")));
     catalogue += "<widget class=\"window\" name=\"device\"/>";
     write("theme/widget.xml", catalogue);
     write("theme/theme.xml", "<config><file_widget>widget.xml</file_widget></config>");
@@ -769,11 +764,11 @@ void TestCell::render()
     });
     tick.start(20);
     QCOMPARE(renderWindows(line, out, err), 1);
-    QVERIFY(complaints.contains(QStringLiteral("deep: the browser did not draw it")));
-    QVERIFY(complaints.contains(QStringLiteral("device: Cannot read \"%1\": it is not a regular file.")
-                                    .arg(path("theme/device.xml"))));
+    QVERIFY(complaints.contains(u"deep: the browser did not draw it"_s));
+    QVERIFY(complaints.contains(
+        u"device: Cannot read \"%1\": it is not a regular file."_s.arg(path("theme/device.xml"))));
     QCOMPARE(QDir(path("out")).entryList(QDir::Files).join(u' '),
-             QStringLiteral("attempts.png motion.png pipe.png red.png refresh.png"));
+             u"attempts.png motion.png pipe.png red.png refresh.png"_s);
     QCOMPARE(QImage(path("out/red.png")).pixelColor(20, 20), QColor(Qt::red));
     QCOMPARE(m_outside.connections, 0);
 }

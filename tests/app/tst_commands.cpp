@@ -6,6 +6,7 @@
 #include <QGroupBox>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -45,11 +46,11 @@ void TestCommands::deleteWindows()
     window.choose("mnuWidgetDel"); // no theme, no question
     openTheme(window);
     auto *windows = window.model("LvWidget");
-    const QString question = QStringLiteral("Benar mau menyimpan file?");
+    const QString question = u"Benar mau menyimpan file?"_s;
     const QByteArray before = window.read("theme/widget.xml");
     for (const bool yes : {false, true}) {
         windows->setData(windows->index(1, 0), Qt::Checked, Qt::CheckStateRole);
-        window.prompts.expectQuestion(QStringLiteral("Simpan File"), question, yes);
+        window.prompts.expectQuestion(u"Simpan File"_s, question, yes);
         window.choose("mnuWidgetDel");
         QCOMPARE(windows->index(1, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked));
         if (!yes)
@@ -67,11 +68,11 @@ void TestCommands::channelInformation()
 {
     Window window;
     openTheme(window);
-    window.source()->setText(QStringLiteral("mine"));
+    window.source()->setText(u"mine"_s);
     window.choose("mnuInfoChannel");
-    QCOMPARE(window.shown("lvBlock"), QStringLiteral("window | info\nwindow | signal\n"));
-    QCOMPARE(window.source()->text(), QStringLiteral("mine"));
-    QVERIFY(window.js(QStringLiteral("document.getElementById('signal') != null")).toBool());
+    QCOMPARE(window.shown("lvBlock"), u"window | info\nwindow | signal\n"_s);
+    QCOMPARE(window.source()->text(), u"mine"_s);
+    QVERIFY(window.js(u"document.getElementById('signal') != null"_s).toBool());
 }
 
 void TestCommands::scaleAndMove()
@@ -81,27 +82,24 @@ void TestCommands::scaleAndMove()
     auto *source = window.source();
     window.choose("mnuC(0)"); // nothing to scale
     window.choose("mnuTD(0)");
-    source->setText(QStringLiteral("<rect>[0,0,1280,720]</rect>\r\n<rect>[10,20,30,40]</rect>"));
-    window.prompts.expectMessage(QStringLiteral("Confirm Size"), QStringLiteral("Terlalu besar"));
+    source->setText(u"<rect>[0,0,1280,720]</rect>\r\n<rect>[10,20,30,40]</rect>"_s);
+    window.prompts.expectMessage(u"Confirm Size"_s, u"Terlalu besar"_s);
     window.choose("mnuC(1)");
     window.choose("mnuC(0)");
-    const QString scaled = QStringLiteral("<rect>[0,0,1024,576]</rect>\r\n<rect>[8,16,24,32]</rect>");
+    const QString scaled = u"<rect>[0,0,1024,576]</rect>\r\n<rect>[8,16,24,32]</rect>"_s;
     QCOMPARE(source->text(), scaled);
-    for (const std::optional<QString> &answer :
-         {std::optional<QString>(), std::optional(QStringLiteral("ten"))}) {
-        window.prompts.expectInput(QStringLiteral("Widget Porition"), QStringLiteral("Input distance"),
-                                   answer);
+    for (const std::optional<QString> &answer : {std::optional<QString>(), std::optional(u"ten"_s)}) {
+        window.prompts.expectInput(u"Widget Porition"_s, u"Input distance"_s, answer);
         window.choose("mnuTD(1)");
         QCOMPARE(source->text(), scaled);
     }
-    window.prompts.expectInput(QStringLiteral("Widget Porition"), QStringLiteral("Input distance"),
-                               QStringLiteral("-8"));
+    window.prompts.expectInput(u"Widget Porition"_s, u"Input distance"_s, u"-8"_s);
     window.choose("mnuTD(1)");
-    QCOMPARE(source->text(), QStringLiteral("<rect>[-8,0,1024,576]</rect>\r\n<rect>[0,16,24,32]</rect>"));
+    QCOMPARE(source->text(), u"<rect>[-8,0,1024,576]</rect>\r\n<rect>[0,16,24,32]</rect>"_s);
     source->undo();
     QCOMPARE(source->text(), scaled);
-    source->setText(QStringLiteral("<rect>[0,0,120,100]</rect>"));
-    window.prompts.expectMessage(QStringLiteral("Confirm Size"), QStringLiteral("Terlalu kecil"));
+    source->setText(u"<rect>[0,0,120,100]</rect>"_s);
+    window.prompts.expectMessage(u"Confirm Size"_s, u"Terlalu kecil"_s);
     window.choose("mnuC(0)");
 }
 
@@ -110,14 +108,14 @@ void TestCommands::compareBlocks()
     Window window;
     window.turnTo(8);
     auto *source = window.source();
-    source->setText(QStringLiteral("<widget class=\"text\" name=\"a\"><widget class=\"image\" name=\"b\">"));
+    source->setText(u"<widget class=\"text\" name=\"a\"><widget class=\"image\" name=\"b\">"_s);
     window.choose("mnuVCopy");
-    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("text[*]a\r\nimage[*]b\r\n"));
-    QApplication::clipboard()->setText(QStringLiteral("text[*]a\r\nno row\nimage[*]b[*]c\n"));
+    QCOMPARE(QApplication::clipboard()->text(), u"text[*]a\r\nimage[*]b\r\n"_s);
+    QApplication::clipboard()->setText(u"text[*]a\r\nno row\nimage[*]b[*]c\n"_s);
     window.choose("mnuVPaste");
     auto *comparison = window.find<QGroupBox>("frBc");
     QVERIFY(comparison->isVisible());
-    QCOMPARE(window.shown("LvBlock2"), QStringLiteral("text | a\nimage | b\n"));
+    QCOMPARE(window.shown("LvBlock2"), u"text | a\nimage | b\n"_s);
     QVERIFY(!comparison->geometry().intersects(window.find<ListView>("lvBlock")->geometry()));
     QTest::mouseDClick(comparison, Qt::LeftButton, {}, QPoint(60, 5));
     QVERIFY(!comparison->isVisible());

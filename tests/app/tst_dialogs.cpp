@@ -14,15 +14,16 @@
 #include <QScrollBar>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString kSource = QStringLiteral(
-    "<widget class=\"text\" name=\"title\">\r\n <property>\r\n  <rect>[40,50,200,60]</rect>\r\n"
+const QString kSource =
+    u"<widget class=\"text\" name=\"title\">\r\n <property>\r\n  <rect>[40,50,200,60]</rect>\r\n"
     "  <string>Hello</string>\r\n "
     "<forecolor>[white,b]</forecolor><mode>own</mode></property>\r\n</widget>\r\n"
     "<widget class=\"box\" name=\"a::[b]'c\"><property><rect_2>[1,2,3,4]</rect_2></property>\r\n</widget>\r\n"
-    "<widget class=\"bare\" name=\"none\">\r\n</widget>\r\n<widget name=\"last\">");
+    "<widget class=\"bare\" name=\"none\">\r\n</widget>\r\n<widget name=\"last\">"_s;
 
 // A dialog beside the main window, by name.
 class Dialog
@@ -95,43 +96,43 @@ void TestDialogs::blockMoves()
     doubleClick(blocks, 0);
     const Dialog dialog("frmWidget");
     QVERIFY(dialog.widget->isVisible() && !dialog.widget->isModal());
-    QCOMPARE(dialog.widget->windowTitle(), QStringLiteral(" Property :: title :: text"));
-    QCOMPARE(dialog.rows("lvBlock"), QStringLiteral("rect | [40,50,200,60]\nstring | Hello\n"
-                                                    "forecolor | [white,b]\nmode | own\n"));
+    QCOMPARE(dialog.widget->windowTitle(), u" Property :: title :: text"_s);
+    QCOMPARE(dialog.rows("lvBlock"), u"rect | [40,50,200,60]\nstring | Hello\n"
+                                     "forecolor | [white,b]\nmode | own\n"_s);
     QCOMPARE(window.source(), source); // the main window's own is still the one found
     QTRY_VERIFY(source->hasFocus());
 
     doubleClick(dialog.find<ListView>("lvBlock"), 0);
-    dialog.type("txtL", QStringLiteral("1x2.3")); // whole numbers only
+    dialog.type("txtL", u"1x2.3"_s); // whole numbers only
     QTest::keyClick(dialog.line("txtL"), Qt::Key_Return);
-    QCOMPARE(window.style(QStringLiteral("title"), QStringLiteral("left")), QStringLiteral("123px"));
-    QVERIFY(source->text().startsWith(QStringLiteral(
-        "<widget class=\"text\" name=\"title\">\r\n <property>\r\n<rect>[123,50,200,60]</rect>\r\n"
-        "<string>Hello</string>\r\n<forecolor>[white,b]</forecolor>\r\n<mode>own</mode>\r\n</property>")));
+    QCOMPARE(window.style(u"title"_s, u"left"_s), u"123px"_s);
+    QVERIFY(source->text().startsWith(
+        u"<widget class=\"text\" name=\"title\">\r\n <property>\r\n<rect>[123,50,200,60]</rect>\r\n"
+        "<string>Hello</string>\r\n<forecolor>[white,b]</forecolor>\r\n<mode>own</mode>\r\n</property>"_s));
 
     source->undo();
     QCOMPARE(source->text(), kSource);
     QVERIFY(!source->document()->isUndoAvailable());
-    QVERIFY(dialog.rows("lvBlock").startsWith(QStringLiteral("rect | [40,")));
+    QVERIFY(dialog.rows("lvBlock").startsWith(u"rect | [40,"_s));
     dialog.click("cmdRec"); // the row is still selected
-    QVERIFY(source->text().contains(QStringLiteral("[123,")));
+    QVERIFY(source->text().contains(u"[123,"_s));
 
     // Another block without properties: the list stays, and nothing is written back.
     const QString before = source->text();
     doubleClick(blocks, 2);
-    QCOMPARE(dialog.widget->windowTitle(), QStringLiteral(" Property :: none :: bare"));
-    QVERIFY(dialog.rows("lvBlock").startsWith(QStringLiteral("rect | [123,")));
+    QCOMPARE(dialog.widget->windowTitle(), u" Property :: none :: bare"_s);
+    QVERIFY(dialog.rows("lvBlock").startsWith(u"rect | [123,"_s));
     dialog.find<QPushButton>("cmdRec")->click();
     QCOMPARE(source->text(), before);
 
     // A name that divides the caption; a property that is shown in the boxes of the rectangle and never set.
     doubleClick(blocks, 1);
     doubleClick(dialog.find<ListView>("lvBlock"), 0);
-    dialog.type("txtH", QStringLiteral("9"));
+    dialog.type("txtH", u"9"_s);
     dialog.click("cmdRec");
-    QVERIFY(source->text().contains(QStringLiteral("<rect_2>[1,2,3,4]</rect_2>\r\n</property>")));
+    QVERIFY(source->text().contains(u"<rect_2>[1,2,3,4]</rect_2>\r\n</property>"_s));
     source->setText(QString(kSource).replace(QLatin1String("[1,2,3,4]"), QLatin1String("[5]")));
-    QCOMPARE(dialog.rows("lvBlock"), QStringLiteral("rect_2 | [5]\n"));
+    QCOMPARE(dialog.rows("lvBlock"), u"rect_2 | [5]\n"_s);
 }
 
 void TestDialogs::editors()
@@ -216,7 +217,7 @@ void TestDialogs::oneKeyOrClickSets()
 void TestDialogs::replaceList()
 {
     Window window;
-    SourceBox *source = openSource(window, QStringLiteral("a A b\r\nc"));
+    SourceBox *source = openSource(window, u"a A b\r\nc"_s);
     window.choose("mnuTReplace");
     const Dialog dialog("frmReplace");
     const auto add = [&](const QString &find, const QString &replace) {
@@ -224,40 +225,40 @@ void TestDialogs::replaceList()
         dialog.line("Text2")->setText(replace);
         dialog.click("Command1");
     };
-    add(QStringLiteral("c"), QStringLiteral("d"));
-    add(QStringLiteral("A"), QStringLiteral(" b"));
-    add(QStringLiteral("b\n"), QStringLiteral("e"));
+    add(u"c"_s, u"d"_s);
+    add(u"A"_s, u" b"_s);
+    add(u"b\n"_s, u"e"_s);
     auto *finds = dialog.find<ListView>("List1");
     QTest::mouseClick(finds->viewport(), Qt::LeftButton, {},
                       finds->visualRect(finds->model()->index(0, 0)).center());
-    QCOMPARE(dialog.line("Text2")->text(), QStringLiteral("d"));
+    QCOMPARE(dialog.line("Text2")->text(), u"d"_s);
     QCOMPARE(dialog.find<ListView>("List2")->selectedRow(), 0);
     dialog.click("Command2"); // the edited pair goes to the end
-    QCOMPARE(dialog.rows("List1"), QStringLiteral("A\nb\r\n\nc\n"));
+    QCOMPARE(dialog.rows("List1"), u"A\nb\r\n\nc\n"_s);
     dialog.click("Command7"); // nothing is selected
     QVERIFY(!source->document()->isUndoAvailable());
     dialog.click("Command6");
     dialog.click("Command7");
-    QCOMPARE(source->text(), QStringLiteral(" b  b ed"));
+    QCOMPARE(source->text(), u" b  b ed"_s);
     source->undo();
-    QCOMPARE(source->text(), QStringLiteral("a A b\r\nc"));
+    QCOMPARE(source->text(), u"a A b\r\nc"_s);
     QVERIFY(!source->document()->isUndoAvailable());
 
-    const QString question = QStringLiteral("Benar akan menyimapn text replace?");
-    window.prompts.expectQuestion(QStringLiteral("Simpan Text"), question, true);
-    window.prompts.expectMessage(QStringLiteral("Simpan Text"), QStringLiteral("Tersimpan"));
+    const QString question = u"Benar akan menyimapn text replace?"_s;
+    window.prompts.expectQuestion(u"Simpan Text"_s, question, true);
+    window.prompts.expectMessage(u"Simpan Text"_s, u"Tersimpan"_s);
     dialog.click("Command4");
     QCOMPARE(window.read("replace.ini"),
              "[REPLACE]\r\nTotal = 3\r\nTextFind1=A\r\nReplace1= b\r\nTextFind2=b \r\nReplace2=e\r\n"
              "TextFind3=c\r\nReplace3=d\r\n");
-    QCOMPARE(dialog.rows("List1") + dialog.rows("List2"), QStringLiteral("A\nb\nc\nb\ne\nd\n"));
+    QCOMPARE(dialog.rows("List1") + dialog.rows("List2"), u"A\nb\nc\nb\ne\nd\n"_s);
     finds->setCurrentIndex(finds->model()->index(1, 0));
     dialog.click("Command3");
     dialog.click("Command3"); // no row is current any more
-    QCOMPARE(dialog.rows("List1") + dialog.rows("List2"), QStringLiteral("A\nc\nb\nd\n"));
-    window.prompts.expectQuestion(QStringLiteral("Simpan Text"), question, false);
+    QCOMPARE(dialog.rows("List1") + dialog.rows("List2"), u"A\nc\nb\nd\n"_s);
+    window.prompts.expectQuestion(u"Simpan Text"_s, question, false);
     dialog.click("Command4");
-    QCOMPARE(dialog.rows("List1"), QStringLiteral("A\nb\nc\n"));
+    QCOMPARE(dialog.rows("List1"), u"A\nb\nc\n"_s);
 
     // A file that cannot be written: one message, the list stays.
     const QString list = window.path("replace.ini");
@@ -269,23 +270,23 @@ void TestDialogs::replaceList()
         reason = error.message();
     }
     QVERIFY(reason.contains(list));
-    window.prompts.expectQuestion(QStringLiteral("Simpan Text"), question, true);
-    window.prompts.expectMessage(QStringLiteral("Quillmere"), reason);
+    window.prompts.expectQuestion(u"Simpan Text"_s, question, true);
+    window.prompts.expectMessage(u"Quillmere"_s, reason);
     dialog.click("Command4");
-    QCOMPARE(dialog.rows("List1"), QStringLiteral("A\nb\nc\n"));
+    QCOMPARE(dialog.rows("List1"), u"A\nb\nc\n"_s);
 }
 
 void TestDialogs::findsAndReplaces()
 {
     Window window;
-    SourceBox *source = openSource(window, QStringLiteral("Ab ab\r\nAB"));
+    SourceBox *source = openSource(window, u"Ab ab\r\nAB"_s);
     QTest::keyClick(window.skin.get(), Qt::Key_F3); // nothing to look for yet: the dialog opens
     const Dialog dialog("frmReplace");
     QTRY_COMPARE(QApplication::activeWindow(), dialog.widget);
-    dialog.type("Text1", QStringLiteral("b a"));
+    dialog.type("Text1", u"b a"_s);
     QTest::keyClick(dialog.line("Text1"), Qt::Key_Escape);
     QCOMPARE(dialog.line("Text1")->text(), QString());
-    dialog.type("Text1", QStringLiteral("ab"));
+    dialog.type("Text1", u"ab"_s);
     source->select(0, 1);
     const auto selection = [&] { return std::pair(source->selectionStart(), source->selectionLength()); };
     dialog.click("Command13"); // behind the selection
@@ -295,19 +296,19 @@ void TestDialogs::findsAndReplaces()
     QVERIFY(dialog.widget->isActiveWindow());
     QTest::keyClick(dialog.widget->windowHandle(), Qt::Key_Return);
     QCOMPARE(selection(), std::pair(qsizetype(7), qsizetype(2)));
-    QCOMPARE(source->text(), QStringLiteral("Ab ab\r\nAB"));
+    QCOMPARE(source->text(), u"Ab ab\r\nAB"_s);
     window.skin->activateWindow();
-    window.prompts.expectMessage(QStringLiteral("Find ab"), QStringLiteral("End of find ab"));
+    window.prompts.expectMessage(u"Find ab"_s, u"End of find ab"_s);
     QTest::keyClick(source, Qt::Key_F3);
     QCOMPARE(selection(), std::pair(qsizetype(0), qsizetype(0)));
 
     source->select(4, 3);
-    dialog.line("Text2")->setText(QStringLiteral("x\ny"));
+    dialog.line("Text2")->setText(u"x\ny"_s);
     dialog.click("Command12");
-    QCOMPARE(source->text(), QStringLiteral("Ab ax\r\nyAB"));
+    QCOMPARE(source->text(), u"Ab ax\r\nyAB"_s);
     QCOMPARE(selection(), std::pair(qsizetype(4), qsizetype(4)));
     dialog.click("Command9");
-    QCOMPARE(source->text(), QStringLiteral("x\r\ny ax\r\nyx\r\ny"));
+    QCOMPARE(source->text(), u"x\r\ny ax\r\nyx\r\ny"_s);
     QVERIFY(dialog.widget->isVisible());
 }
 
@@ -317,8 +318,8 @@ void TestDialogs::boxesFitTheScreen()
     QWidget window;
     window.show();
     MessagePrompts prompts(&window);
-    const QString texts[] = {QString(200'000, u'x'), QStringLiteral("a\n").repeated(5000),
-                             QStringLiteral("word ").repeated(40'000), QStringLiteral("short")};
+    const QString texts[] = {QString(200'000, u'x'), u"a\n"_s.repeated(5000), u"word "_s.repeated(40'000),
+                             u"short"_s};
     for (const QString &text : texts) {
         const auto answer = [&] {
             QWidget *box = QApplication::activeModalWidget();
@@ -328,7 +329,7 @@ void TestDialogs::boxesFitTheScreen()
                 QVERIFY(box->rect().contains(button->geometry()));
             const auto *message = qobject_cast<QMessageBox *>(box);
             if (message && text == u"short")
-                QCOMPARE(message->text() + message->windowTitle(), QStringLiteral("shortshort"));
+                QCOMPARE(message->text() + message->windowTitle(), u"shortshort"_s);
             else if (message)
                 QVERIFY(message->text().startsWith(text.left(20)) &&
                         message->text().endsWith(text.right(20)));

@@ -11,6 +11,7 @@
 #include <QStatusBar>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // What is open keeps to itself how it was read and where it came from.
 class TestDocument : public QObject
@@ -61,7 +62,7 @@ void TestDocument::ownCodePage()
         window.choose(item);
     }
     const auto between = [&](const char *name, const QByteArray &open) {
-        const QByteArray all = window.files.read(QStringLiteral("theme/") + QLatin1String(name));
+        const QByteArray all = window.files.read(u"theme/"_s + QLatin1String(name));
         return all.mid(all.indexOf(open) + open.size()).split('<').first();
     };
     QCOMPARE(between("main.xml", "<a>"), bytes);
@@ -84,20 +85,20 @@ void TestDocument::cancelledChoice()
         status, theme, *window.skin->findChild<OpenDocument *>(), [] { throw Cancelled(); }, window.disk,
         talk);
     const auto item = [&](const char *name) {
-        for (QAction *rule : bar.findChild<QToolButton *>(QStringLiteral("cmdCodePage"))->menu()->actions()) {
+        for (QAction *rule : bar.findChild<QToolButton *>(u"cmdCodePage"_s)->menu()->actions()) {
             if (rule->objectName() == QLatin1String(name))
                 return rule;
         }
         return static_cast<QAction *>(nullptr);
     };
     item("mnuCodePage1252")->trigger();
-    QCOMPARE(bar.currentMessage(), QStringLiteral("Cancelled."));
+    QCOMPARE(bar.currentMessage(), u"Cancelled."_s);
     QCOMPARE(theme.rule, CodePageRule::Automatic);
     QVERIFY(item("mnuCodePageAutomatic")->isChecked());
-    QVERIFY(!QSettings().contains(QStringLiteral("codePage")));
+    QVERIFY(!QSettings().contains(u"codePage"_s));
     QCOMPARE(text(window), before);
     // What was read and not shown does not count as known.
-    QVERIFY(offers(window, QStringLiteral("main.xml was changed by another program\\.")));
+    QVERIFY(offers(window, u"main.xml was changed by another program\\."_s));
 }
 
 void TestDocument::windowOfAnotherTheme()
@@ -110,10 +111,10 @@ void TestDocument::windowOfAnotherTheme()
     const QByteArray other = "<other/>";
     window.write("second/theme/main.xml", other);
     window.skin->openTheme(theme);
-    QVERIFY(text(window).contains(QStringLiteral("mine")));
+    QVERIFY(text(window).contains(u"mine"_s));
     const QString said = window.said();
-    QVERIFY2(said.endsWith(QStringLiteral("The source still holds main.xml of %1, and saves it there.")
-                               .arg(window.path("theme"))),
+    QVERIFY2(said.endsWith(
+                 u"The source still holds main.xml of %1, and saves it there."_s.arg(window.path("theme"))),
              qPrintable(said));
     window.expectSave(true);
     window.choose("mnuSave");
@@ -126,7 +127,7 @@ void TestDocument::windowOfAnotherTheme()
     window.skin->openDocument(joinPath(theme, u"main.xml"));
     window.skin->openTheme(window.path("second"));
     window.skin->openTheme(theme);
-    QVERIFY(!window.said().contains(QStringLiteral("still holds")));
+    QVERIFY(!window.said().contains(u"still holds"_s));
 }
 
 WINDOW_TEST_MAIN(TestDocument)

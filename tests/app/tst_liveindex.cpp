@@ -7,6 +7,7 @@
 #include <QLineEdit>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -68,7 +69,7 @@ void tst_liveindex::followsRows()
     openAll(window);
     QVERIFY(isDefined(window, NameKind::Colour, u"navy"));
     auto *colours = qobject_cast<ListRows *>(window.model("lvColor"));
-    colours->setSub(0, 1, QStringLiteral("ink"));
+    colours->setSub(0, 1, u"ink"_s);
     QVERIFY(isDefined(window, NameKind::Colour, u"ink"));
     QVERIFY(!live(window).index()->isDefined(NameKind::Colour, u"navy"));
     QCOMPARE(live(window).index()->definitions(NameKind::Colour, u"ink").value(0).line, 0); // not written

@@ -16,18 +16,18 @@
 #include <QTextLayout>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
 // Many times what can be drawn within a key.
 QString largeText()
 {
-    QString text = QStringLiteral("<interface>\r\n");
+    QString text = u"<interface>\r\n"_s;
     for (int i = 0; i < 9000; ++i)
-        text += QStringLiteral("<widget class=\"text\" style=\"default\" name=\"t%1\">\r\n<property>\r\n"
-                               "<string>Text %1</string>\r\n<rect>[%1,2,60,24]</rect>\r\n</property>\r\n"
-                               "</widget>\r\n")
-                    .arg(i);
+        text += u"<widget class=\"text\" style=\"default\" name=\"t%1\">\r\n<property>\r\n"
+                "<string>Text %1</string>\r\n<rect>[%1,2,60,24]</rect>\r\n</property>\r\n"
+                "</widget>\r\n"_s.arg(i);
     return text;
 }
 
@@ -41,7 +41,7 @@ public:
         source->setText(largeText());
         source->setText(largeText());
         source->setFocus();
-        source->select(source->text().indexOf(QStringLiteral("name=\"t7\"")) + 6, 0);
+        source->select(source->text().indexOf(u"name=\"t7\""_s) + 6, 0);
     }
 
     QString block(int row) const { return blocks->index(row, 1).data().toString(); }
@@ -101,7 +101,7 @@ void TestLoad::choosesWhen()
         done += work.changed(1000, LateWork::Wait::IfLong) ? u'-' : u'.';
         done += work.isWaiting() ? u'w' : u' ';
     }
-    QCOMPARE(done, QStringLiteral("-wn. e- -w"));
+    QCOMPARE(done, u"-wn. e- -w"_s);
 }
 
 void TestLoad::drawsWhenTypingPauses()
@@ -110,15 +110,15 @@ void TestLoad::drawsWhenTypingPauses()
     QVERIFY(!window.isBehind());
     const QSignalSpy reset(window.blocks, &QAbstractItemModel::modelReset);
     const QSignalSpy drawn(window.blocks, &QAbstractItemModel::dataChanged);
-    QTest::keyClicks(window.source, QStringLiteral("xy"));
+    QTest::keyClicks(window.source, u"xy"_s);
     QCOMPARE(drawn.count(), 0);
     QVERIFY(window.isBehind());
-    QCOMPARE(window.block(7), QStringLiteral("t7"));
+    QCOMPARE(window.block(7), u"t7"_s);
     QVERIFY(window.catchesUp());
     QVERIFY(drawn.count() == 1 || drawn.count() == 2); // a row for each key, or for both
     QCOMPARE(reset.count(), 0);
-    QCOMPARE(window.block(7), QStringLiteral("xyt7"));
-    QVERIFY(window.js(QStringLiteral("document.getElementById('xyt7') != null")).toBool());
+    QCOMPARE(window.block(7), u"xyt7"_s);
+    QVERIFY(window.js(u"document.getElementById('xyt7') != null"_s).toBool());
 
     // The same as drawn at once.
     const QString rows = rowsAsText(window.blocks);
@@ -129,46 +129,46 @@ void TestLoad::drawsWhenTypingPauses()
 
     // A key gives up what is under way, and so does another document.
     for (int key = 0; key < 3; ++key) {
-        QTest::keyClicks(window.source, QStringLiteral("z"));
+        QTest::keyClicks(window.source, u"z"_s);
         QVERIFY(window.beginsToDraw());
     }
-    QTest::keyClicks(window.source, QStringLiteral("z"));
+    QTest::keyClicks(window.source, u"z"_s);
     QVERIFY(window.catchesUp());
-    QCOMPARE(window.block(7), QStringLiteral("xyzzzzt7"));
+    QCOMPARE(window.block(7), u"xyzzzzt7"_s);
     QVERIFY(window.html().contains(window.block(7)));
 
-    QTest::keyClicks(window.source, QStringLiteral("w"));
+    QTest::keyClicks(window.source, u"w"_s);
     QVERIFY(window.beginsToDraw());
-    window.source->setText(QStringLiteral("<widget name=\"other\">"));
+    window.source->setText(u"<widget name=\"other\">"_s);
     QVERIFY(QTest::qWaitFor([&] { return !window.isDrawing(); }, 20000) && window.catchesUp());
     QCoreApplication::processEvents(); // in which the page of the one before would come
     QCOMPARE(window.blocks->rowCount(), 1);
 
     // The window may go while its page is made.
     window.source->setText(largeText());
-    QTest::keyClicks(window.source, QStringLiteral("w"));
+    QTest::keyClicks(window.source, u"w"_s);
     QVERIFY(window.beginsToDraw());
 }
 
 void TestLoad::catchesUpFirst()
 {
     LargeWindow window;
-    QTest::keyClicks(window.source, QStringLiteral("a"));
+    QTest::keyClicks(window.source, u"a"_s);
     window.choose("mnuCblock");
-    QVERIFY(QGuiApplication::clipboard()->text().contains(QStringLiteral("at7\r\n")));
-    QTest::keyClicks(window.source, QStringLiteral("b"));
+    QVERIFY(QGuiApplication::clipboard()->text().contains(u"at7\r\n"_s));
+    QTest::keyClicks(window.source, u"b"_s);
     window.choose("mnuV(1)");
-    QCOMPARE(window.block(7), QStringLiteral("abt7"));
+    QCOMPARE(window.block(7), u"abt7"_s);
 
     // A block above has gone since the list was made; the tick is meant for the block of that name.
-    window.source->select(0, window.source->text().indexOf(QStringLiteral("<widget class=\"text\" "), 40));
+    window.source->select(0, window.source->text().indexOf(u"<widget class=\"text\" "_s, 40));
     QTest::keyClick(window.source, Qt::Key_Delete);
-    QCOMPARE(window.block(1), QStringLiteral("t1"));
+    QCOMPARE(window.block(1), u"t1"_s);
     window.blocks->setData(window.blocks->index(2, 0), Qt::Checked, Qt::CheckStateRole);
-    QCOMPARE(window.block(1), QStringLiteral("t2"));
+    QCOMPARE(window.block(1), u"t2"_s);
     QCOMPARE(window.blocks->index(1, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Checked));
     QVERIFY(window.catchesUp());
-    QTRY_COMPARE(window.style(QStringLiteral("t2"), QStringLiteral("display")), QStringLiteral("none"));
+    QTRY_COMPARE(window.style(u"t2"_s, u"display"_s), u"none"_s);
 }
 
 void TestLoad::setsPropertiesOfTheNewestText()
@@ -179,15 +179,15 @@ void TestLoad::setsPropertiesOfTheNewestText()
     for (QWidget *top : QApplication::topLevelWidgets())
         dialog = top->objectName() == u"frmWidget" && top->isVisible() ? top : dialog;
     QVERIFY(dialog);
-    auto *properties = dialog->findChild<ListView *>(QStringLiteral("lvBlock"));
+    auto *properties = dialog->findChild<ListView *>(u"lvBlock"_s);
     properties->setCurrentIndex(properties->model()->index(0, 0));
     emit properties->rowOpened(0);
-    dialog->findChild<QLineEdit *>(QStringLiteral("txtTxt"))->setText(QStringLiteral("set"));
-    window.source->select(window.source->text().indexOf(QStringLiteral("<rect>[7,")) + 7, 0);
-    QTest::keyClicks(window.source, QStringLiteral("555"));
-    dialog->findChild<QPushButton *>(QStringLiteral("cmdTxt"))->click();
+    dialog->findChild<QLineEdit *>(u"txtTxt"_s)->setText(u"set"_s);
+    window.source->select(window.source->text().indexOf(u"<rect>[7,"_s) + 7, 0);
+    QTest::keyClicks(window.source, u"555"_s);
+    dialog->findChild<QPushButton *>(u"cmdTxt"_s)->click();
     QVERIFY(window.source->text().contains(
-        QStringLiteral("name=\"t7\">\r\n<property>\r\n<string>set</string>\r\n<rect>[5557,2,60,24]</rect>")));
+        u"name=\"t7\">\r\n<property>\r\n<string>set</string>\r\n<rect>[5557,2,60,24]</rect>"_s));
 }
 
 void TestLoad::smallWindowAtOnce()
@@ -195,14 +195,14 @@ void TestLoad::smallWindowAtOnce()
     LargeWindow window;
     window.source->setText(largeText().left(4000));
     const int rows = window.blocks->rowCount();
-    QTest::keyClicks(window.source, QStringLiteral("<widget name=\"n\">"));
+    QTest::keyClicks(window.source, u"<widget name=\"n\">"_s);
     QCOMPARE(window.blocks->rowCount(), rows + 1);
     QVERIFY(!window.isBehind());
 }
 
 void TestLoad::coloursInPortions()
 {
-    SourceBox box(QStringLiteral("box"), {}), plain(QStringLiteral("plain"), {});
+    SourceBox box(u"box"_s, {}), plain(u"plain"_s, {});
     const QString text = largeText();
     const auto isColoured = [&](const SourceBox &coloured) {
         const QTextBlock line = coloured.document()->lastBlock().previous();
@@ -217,21 +217,21 @@ void TestLoad::coloursInPortions()
         return formats.size() == 1 && formats[0].format.fontItalic();
     };
     const auto asComment = [&] { return isComment(box.document()->lastBlock().previous()); };
-    QTest::keyClicks(&box, QStringLiteral("<!--"));
+    QTest::keyClicks(&box, u"<!--"_s);
     QVERIFY(!asComment());
     // Some portions, and then the way back.
     QVERIFY(QTest::qWaitFor([&] { return isComment(box.document()->findBlockByNumber(100)); }, 20000));
     for (int key = 0; key < 4; ++key)
         QTest::keyClick(&box, Qt::Key_Backspace);
     QVERIFY(QTest::qWaitFor([&] { return coloursOf(box) == coloursOf(plain); }, 20000));
-    QTest::keyClicks(&box, QStringLiteral("<!--"));
+    QTest::keyClicks(&box, u"<!--"_s);
     QVERIFY(QTest::qWaitFor(asComment, 20000));
     QCOMPARE(changed.count(), 12); // colours are no change
     box.setText(QString());
     plain.setText(QString());
     box.setText(text);
-    box.rewrite(QString(text).replace(QStringLiteral("Text"), QStringLiteral("\"T")));
-    plain.setText(QString(text).replace(QStringLiteral("Text"), QStringLiteral("\"T")));
+    box.rewrite(QString(text).replace(u"Text"_s, u"\"T"_s));
+    plain.setText(QString(text).replace(u"Text"_s, u"\"T"_s));
     QVERIFY(QTest::qWaitFor([&] { return coloursOf(box) == coloursOf(plain) && isColoured(plain); }, 20000));
 }
 
@@ -248,11 +248,11 @@ void TestLoad::cancelsScan()
     window.write("theme/w.xml", QByteArray(2000000, 'x') + "<img>A</img>");
     window.openTheme();
     auto *source = window.source();
-    const auto bar = [&] { return window.skin->findChild<QWidget *>(QStringLiteral("barLongWork")); };
+    const auto bar = [&] { return window.skin->findChild<QWidget *>(u"barLongWork"_s); };
     for (const int way : {0, 1, 2}) {
         QTimer::singleShot(0, window.skin.get(), [&] { // comes when the bar is shown
             QVERIFY(bar());
-            QTest::keyClicks(source, QStringLiteral("x"));
+            QTest::keyClicks(source, u"x"_s);
             if (way == 0)
                 QVERIFY(!window.skin->close());
             else if (way == 1)
@@ -262,12 +262,12 @@ void TestLoad::cancelsScan()
         });
         window.choose("mnuSWidget");
         QVERIFY(!bar());
-        QCOMPARE(window.said(), QStringLiteral("Cancelled."));
-        QCOMPARE(window.shown("lvImage").left(1), QStringLiteral("/"));
+        QCOMPARE(window.said(), u"Cancelled."_s);
+        QCOMPARE(window.shown("lvImage").left(1), u"/"_s);
         QVERIFY(source->document()->isEmpty() && window.skin->isVisible());
     }
-    QTest::keyClicks(source, QStringLiteral("x"));
-    QCOMPARE(source->text(), QStringLiteral("x"));
+    QTest::keyClicks(source, u"x"_s);
+    QCOMPARE(source->text(), u"x"_s);
 }
 
 void TestLoad::asksBeforeAHugeWindow()
@@ -278,12 +278,11 @@ void TestLoad::asksBeforeAHugeWindow()
     window.skin->openDocument(small);
     window.turnTo(8);
     auto *source = window.source();
-    QTest::keyClicks(source, QStringLiteral("typed"));
+    QTest::keyClicks(source, u"typed"_s);
     const QString typed = source->text();
     const auto opens = [&](bool answer) {
         window.prompts.expectQuestion(
-            QStringLiteral("Open"),
-            QString(huge + QStringLiteral(" has 9 MB and takes a while to open. Open it?")), answer);
+            u"Open"_s, QString(huge + u" has 9 MB and takes a while to open. Open it?"_s), answer);
         try {
             window.skin->openDocument(huge);
         } catch (const Cancelled &) {
@@ -298,7 +297,7 @@ void TestLoad::asksBeforeAHugeWindow()
     QVERIFY(!opens(true));
     QCOMPARE(source->text(), typed);
     QTest::keyClick(source, Qt::Key_Z, Qt::ControlModifier);
-    QCOMPARE(source->text(), QStringLiteral("     <small/>"));
+    QCOMPARE(source->text(), u"     <small/>"_s);
 
     // Its page is drawn beside the window.
     QVERIFY(opens(true));

@@ -13,10 +13,11 @@
 #include <cstdio>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString kLine = QStringLiteral("\nThe file was changed by another program.");
+const QString kLine = u"\nThe file was changed by another program."_s;
 
 bool isBackedUp(Window &window, const QByteArray &bytes)
 {
@@ -39,7 +40,7 @@ struct OtherProgram : QProcess
 {
     explicit OtherProgram(const QString &file)
     {
-        start(QCoreApplication::applicationFilePath(), {QStringLiteral("take"), file});
+        start(QCoreApplication::applicationFilePath(), {u"take"_s, file});
         waitForReadyRead();
         hasTaken = readAll() == "taken";
     }
@@ -86,17 +87,17 @@ void TestNothingLost::changedBehindOurBack_data()
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("question");
-    const QString title = QStringLiteral("Simpan File");
-    QTest::newRow("window") << QByteArray("mnuSave") << QStringLiteral("main.xml") << title
-                            << QStringLiteral("Benar mau menyimpan file?");
-    QTest::newRow("colours") << QByteArray("mnuCSave") << QStringLiteral("color.xml") << title
-                             << QStringLiteral("Benar mau menyimpan file?");
-    QTest::newRow("images") << QByteArray("mnuImgSave") << QStringLiteral("image.xml") << title
-                            << QStringLiteral("Benar mau menyimpan file widget image?");
-    QTest::newRow("language") << QByteArray("mnuLangSave") << QStringLiteral("en.xml")
-                              << QStringLiteral("Save File") << QStringLiteral("Save file translate?");
-    QTest::newRow("windows") << QByteArray("mnuWidgetDel") << QStringLiteral("widget.xml") << title
-                             << QStringLiteral("Benar mau menyimpan file?");
+    const QString title = u"Simpan File"_s;
+    QTest::newRow("window") << QByteArray("mnuSave") << u"main.xml"_s << title
+                            << u"Benar mau menyimpan file?"_s;
+    QTest::newRow("colours") << QByteArray("mnuCSave") << u"color.xml"_s << title
+                             << u"Benar mau menyimpan file?"_s;
+    QTest::newRow("images") << QByteArray("mnuImgSave") << u"image.xml"_s << title
+                            << u"Benar mau menyimpan file widget image?"_s;
+    QTest::newRow("language") << QByteArray("mnuLangSave") << u"en.xml"_s << u"Save File"_s
+                              << u"Save file translate?"_s;
+    QTest::newRow("windows") << QByteArray("mnuWidgetDel") << u"widget.xml"_s << title
+                             << u"Benar mau menyimpan file?"_s;
 }
 
 void TestNothingLost::changedBehindOurBack()
@@ -108,7 +109,7 @@ void TestNothingLost::changedBehindOurBack()
     Window window;
     openAll(window);
     type(window, "x");
-    const QString name = QStringLiteral("theme/") + file;
+    const QString name = u"theme/"_s + file;
     const QByteArray other = window.files.read(name) + "\n<!-- theirs -->";
 
     window.prompts.expectQuestion(title, question, true);
@@ -138,12 +139,11 @@ void TestNothingLost::failedSave()
         return all;
     };
     const QString before = state();
-    const QString path = window.files.path(QStringLiteral("theme/") + file);
+    const QString path = window.files.path(u"theme/"_s + file);
     QVERIFY(QFile::remove(path) && QDir().mkdir(path));
 
     window.prompts.expectQuestion(title, question, true);
-    window.prompts.expectMessage(QStringLiteral("Quillmere"),
-                                 QStringLiteral("Cannot open \"%1\": it is not a file.").arg(path));
+    window.prompts.expectMessage(u"Quillmere"_s, u"Cannot open \"%1\": it is not a file."_s.arg(path));
     window.choose(item);
     QCOMPARE(state(), before);
     QVERIFY(QDir().rmdir(path));
@@ -154,13 +154,13 @@ void TestNothingLost::reloadFromOutside()
     Window window;
     openAll(window);
     const auto *colours = window.model("lvColor");
-    const QString name = QStringLiteral("theme/color.xml");
+    const QString name = u"theme/color.xml"_s;
     // Written beside and renamed over, as careful programs do; the file as such is another one then.
     const QString beside =
         window.write("theme/new", "<color name=\"a\">#1</color><color name=\"b\">#2</color>");
     QVERIFY(std::rename(qPrintable(beside), qPrintable(window.files.path(name))) == 0);
-    QVERIFY(offers(window, QStringLiteral("color.xml was changed by another program\\.")));
-    QCOMPARE(window.find<QWidget>("frOffer")->toolTip(), QStringLiteral("<qt>color.xml</qt>"));
+    QVERIFY(offers(window, u"color.xml was changed by another program\\."_s));
+    QCOMPARE(window.find<QWidget>("frOffer")->toolTip(), u"<qt>color.xml</qt>"_s);
     QCOMPARE(colours->rowCount(), 1);
     answer(window, "cmdOffer(0)");
     QCOMPARE(colours->rowCount(), 2);
@@ -172,13 +172,11 @@ void TestNothingLost::reloadFromOutside()
     QCOMPARE(colours->rowCount(), 1);
     window.files.write(name, "<color name=\"c\">#3</color>");
     window.write("theme/main.xml", "<theirs/>");
-    QVERIFY(offers(
-        window, QStringLiteral("(main|color).xml and (main|color).xml were changed by another program\\.")));
+    QVERIFY(offers(window, u"(main|color).xml and (main|color).xml were changed by another program\\."_s));
     answer(window, "cmdOffer(1)");
     QCOMPARE(offer(window), QString());
     QCOMPARE(colours->rowCount(), 1);
-    window.prompts.expectQuestion(QStringLiteral("Simpan File"),
-                                  QStringLiteral("Benar mau menyimpan file?") + kLine, true);
+    window.prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file?"_s + kLine, true);
     window.choose("mnuCSave");
 }
 
@@ -189,18 +187,18 @@ void TestNothingLost::reloadKeepsWhatIsTyped()
     type(window, "mine");
     const QString mine = text(window);
     window.write("theme/main.xml", "<theirs/>");
-    QVERIFY(offers(window, QStringLiteral("main.xml was changed by another program\\.")));
+    QVERIFY(offers(window, u"main.xml was changed by another program\\."_s));
     QCOMPARE(text(window), mine);
     answer(window, "cmdOffer(0)");
-    QVERIFY(text(window).contains(QStringLiteral("theirs")));
-    QVERIFY(offers(window, kUnsaved + QStringLiteral(" The file has changed since\\.")));
+    QVERIFY(text(window).contains(u"theirs"_s));
+    QVERIFY(offers(window, kUnsaved + u" The file has changed since\\."_s));
     answer(window, "cmdOffer(0)");
     QCOMPARE(text(window), mine);
     auto *source = window.source();
     QTest::keyClick(source, Qt::Key_Z, Qt::ControlModifier);
-    QVERIFY(text(window).contains(QStringLiteral("theirs")));
+    QVERIFY(text(window).contains(u"theirs"_s));
     // Taken back, it is offered once more all the same, and is not written over by what is typed now.
-    QTest::keyClicks(source, QStringLiteral("other"));
+    QTest::keyClicks(source, u"other"_s);
     const QString main = window.path("theme/main.xml");
     window.skin->openDocument(main);
     QCOMPARE(kept(window, main), 2);
@@ -208,8 +206,7 @@ void TestNothingLost::reloadKeepsWhatIsTyped()
     answer(window, "cmdOffer(0)");
     QCOMPARE(text(window), mine);
     // It was made from another file than what it would be written over now.
-    window.prompts.expectQuestion(QStringLiteral("Simpan File"),
-                                  QStringLiteral("Benar mau menyimpan file?") + kLine, true);
+    window.prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file?"_s + kLine, true);
     window.choose("mnuSave");
     QVERIFY(kept(window, main) == 0);
 }
@@ -250,8 +247,8 @@ void TestNothingLost::recovery()
     window.skin->openDocument(main);
     QVERIFY(text(window) != typed);
     QVERIFY(offers(window, kUnsaved));
-    QCOMPARE(window.find<QToolButton>("cmdOffer(0)")->text(), QStringLiteral("Restore"));
-    QCOMPARE(window.find<QToolButton>("cmdOffer(1)")->text(), QStringLiteral("Discard"));
+    QCOMPARE(window.find<QToolButton>("cmdOffer(0)")->text(), u"Restore"_s);
+    QCOMPARE(window.find<QToolButton>("cmdOffer(1)")->text(), u"Discard"_s);
     answer(window, "cmdOffer(0)");
     QCOMPARE(text(window), typed);
     QCOMPARE(offer(window), QString());
@@ -300,11 +297,11 @@ void TestNothingLost::rows()
         window.skin->openTheme(theme);
         openLanguage(window, 0);
     };
-    rows()->setSub(0, 2, QStringLiteral("\\t\t\\\n") + QChar(0xE9) + QChar(0xD800));
+    rows()->setSub(0, 2, u"\\t\t\\\n"_s + QChar(0xE9) + QChar(0xD800));
     rows()->setChecked(0, true);
-    rows()->add(QStringLiteral("new"), {QString(), QStringLiteral("*")});
+    rows()->add(u"new"_s, {QString(), u"*"_s});
     const QString edited = rowsAsText(rows());
-    const QString offered = QStringLiteral("Unsaved %1 of \\d\\d:\\d\\d\\.").arg(name);
+    const QString offered = u"Unsaved %1 of \\d\\d:\\d\\d\\."_s.arg(name);
     QVERIFY(edited != loaded);
     if (end == u"crash") {
         QVERIFY(QTest::qWaitFor([&] { return kept(window, path, kind) > 0; }, 5000));
@@ -317,9 +314,8 @@ void TestNothingLost::rows()
                      "<config><file_color>c</file_color><file_image>i</file_image></config>");
         window.skin->openTheme(window.path("second/theme"));
         const QString said = window.said();
-        QVERIFY2(said.endsWith(
-                     QStringLiteral("The unsaved %1 of %2 are kept and offered when that is opened again.")
-                         .arg(name, file)),
+        QVERIFY2(said.endsWith(u"The unsaved %1 of %2 are kept and offered when that is opened again."_s.arg(
+                     name, file)),
                  qPrintable(said));
     } else if (end == u"other language") {
         openLanguage(window, 1);
@@ -340,7 +336,7 @@ void TestNothingLost::rows()
     QVERIFY(offers(window, offered));
     answer(window, "cmdOffer(1)");
     QCOMPARE(kept(window, path, kind), 0);
-    rows()->setSub(0, 2, QStringLiteral("!")); // changed, and changed back by hand
+    rows()->setSub(0, 2, u"!"_s); // changed, and changed back by hand
     rows()->setSub(0, 2, cell);
     open();
     QCOMPARE(offer(window), QString());
@@ -358,11 +354,10 @@ void TestNothingLost::rowsInTurn()
     };
     rows("lvColor")->clear();
     emit rows("lvColor")->edited(); // none at all is worth keeping too
-    rows("lvImage")->setSub(0, 1, QStringLiteral("first"));
+    rows("lvImage")->setSub(0, 1, u"first"_s);
     window.skin->openTheme(window.files.path(QString()));
     window.skin->openTheme(theme);
-    const QString colours = QStringLiteral("Unsaved colours .*"),
-                  images = QStringLiteral("Unsaved images .*");
+    const QString colours = u"Unsaved colours .*"_s, images = u"Unsaved images .*"_s;
     QVERIFY(offers(window, colours));
     QTest::keyClick(window.skin->windowHandle(), Qt::Key_F6);
     QVERIFY(offers(window, colours));
@@ -374,14 +369,13 @@ void TestNothingLost::rowsInTurn()
     QVERIFY(rows("lvColor")->isEmpty());
     QVERIFY(offers(window, images));
 
-    rows("lvImage")->setSub(0, 1, QStringLiteral("second"));
+    rows("lvImage")->setSub(0, 1, u"second"_s);
     for (const char *id : {"first", "second"}) {
         answer(window, "cmdOffer(0)");
         QCOMPARE(rows("lvImage")->sub(0, 1), QLatin1String(id));
         QVERIFY(offers(window, images));
     }
-    window.prompts.expectQuestion(QStringLiteral("Simpan File"),
-                                  QStringLiteral("Benar mau menyimpan file widget image?"), true);
+    window.prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file widget image?"_s, true);
     window.choose("mnuImgSave");
     answer(window, "cmdOffer(1)");
     QCOMPARE(kept(window, joinPath(theme, u"image.xml"), UnsavedKind::Images), 0);
@@ -410,7 +404,7 @@ void TestNothingLost::keepsTheCodePage()
     window.choose("mnuCOpen");
     window.skin->openDocument(main);
     type(window, "x");
-    qobject_cast<ListRows *>(window.model("lvColor"))->add({}, {QStringLiteral("b"), {}});
+    qobject_cast<ListRows *>(window.model("lvColor"))->add({}, {u"b"_s, {}});
     window.choose(after);
     window.skin->openDocument(main);
     answer(window, "cmdOffer(0)");
@@ -471,8 +465,7 @@ void TestNothingLost::noRoomForTheText()
     type(window, "typed");
     const QString typed = text(window);
     window.disk.setRecoveryFolder(window.write("a file"));
-    const QString message =
-        QStringLiteral("Cannot keep the unsaved text in \"%1/").arg(window.disk.recoveryFolder());
+    const QString message = u"Cannot keep the unsaved text in \"%1/"_s.arg(window.disk.recoveryFolder());
     QString told;
     try {
         window.openDocument("theme/other.xml");
@@ -483,17 +476,17 @@ void TestNothingLost::noRoomForTheText()
     QCOMPARE(text(window), typed);
     // Rows stay likewise.
     auto *colours = qobject_cast<ListRows *>(window.model("lvColor"));
-    colours->setSub(0, 2, QStringLiteral("#1"));
+    colours->setSub(0, 2, u"#1"_s);
     const QString toldOfRows = window.skin->findChild<KeptRows *>()->keepAll().join(u'\n');
     QVERIFY(toldOfRows.startsWith(message));
     window.write("second/theme/theme.xml", "<config><file_color>c</file_color></config>");
-    window.prompts.expectMessage(QStringLiteral("Quillmere"), toldOfRows);
+    window.prompts.expectMessage(u"Quillmere"_s, toldOfRows);
     window.skin->openTheme(window.path("second/theme"));
-    QCOMPARE(colours->sub(0, 2), QStringLiteral("#1"));
+    QCOMPARE(colours->sub(0, 2), u"#1"_s);
     // Closing asks, and only Yes gives them up.
     for (const bool leave : {false, true}) {
         window.prompts.expectQuestion(
-            QStringLiteral("Quillmere"),
+            u"Quillmere"_s,
             QString(told + u'\n' + toldOfRows + u"\nLeave all the same, and lose what is not saved?"), leave);
         QCOMPARE(window.skin->close(), leave);
         QCOMPARE(window.skin->isVisible(), !leave);
@@ -557,7 +550,7 @@ void TestNothingLost::oldTexts()
         return kept;
     };
     const QString old = keep(main, shown, 61).path(), young = keep(main, shown, 59).path();
-    const QString other = keep(main, QStringLiteral("other"), 61).path();
+    const QString other = keep(main, u"other"_s, 61).path();
     const QString elsewhere = keep(window.path("theme/other.xml"), shown, 61).path();
     const UnsavedFile used = keep(main, shown, 61);
     window.start();

@@ -6,6 +6,7 @@
 #include <QRandomGenerator>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -70,7 +71,7 @@ QString pageOf(const QString &markup)
 QString frameOf(const QString &body)
 {
     QString page = pageOf({});
-    return page.replace(QStringLiteral("<body><body>"), QString(u"<body>" + body + u"<body>"));
+    return page.replace(u"<body><body>"_s, QString(u"<body>" + body + u"<body>"));
 }
 
 // Texts change by tokens put in and stretches taken out.
@@ -80,8 +81,8 @@ public:
     Edits(quint32 seed, const char *tokens) : m_random(seed), m_tokens(QString::fromUtf8(tokens).split(u'|'))
     {
         for (QString &token : m_tokens)
-            token.replace(QStringLiteral("\\r"), QStringLiteral("\r"))
-                .replace(QStringLiteral("\\n"), QStringLiteral("\n"))
+            token.replace(u"\\r"_s, u"\r"_s)
+                .replace(u"\\n"_s, u"\n"_s)
                 .replace(u'`', u'"')
                 .replace(u'^', u'\'');
     }
@@ -172,11 +173,9 @@ void TestPagePatch::sameDocument()
     Edits edits(seed, isBody ? kBodyTokens : kBlockTokens);
     QString text;
     for (int block = 0; !isBody && block < 6; ++block)
-        text += QStringLiteral(
-                    "<widget class=\"box\" style=\"default\" name=\"w%1\">\r\n<property><rect>[%1,20,30,40]"
-                    "</rect>\r\n<string>text %1</string></property>\r\n%2</widget>\r\n")
-                    .arg(block)
-                    .arg(block % 2 ? QStringLiteral("<!-- c -->") : QString());
+        text += u"<widget class=\"box\" style=\"default\" name=\"w%1\">\r\n<property><rect>[%1,20,30,40]"
+                "</rect>\r\n<string>text %1</string></property>\r\n%2</widget>\r\n"_s.arg(block)
+                    .arg(block % 2 ? u"<!-- c -->"_s : QString());
     QString good = text;
     int patched = 0;
     for (int step = 0; step < 40; ++step) {
@@ -204,23 +203,21 @@ void TestPagePatch::patches_data()
 {
     QTest::addColumn<QString>("before");
     QTest::addColumn<QString>("after");
-    const QString one =
-        QStringLiteral("<interface><widget class=\"text\" name=\"a\"><property><rect>[1,2,3,4]</rect>"
-                       "<string>words</string></property></widget>\r\n</interface>\r\n");
+    const QString one = u"<interface><widget class=\"text\" name=\"a\"><property><rect>[1,2,3,4]</rect>"
+                        "<string>words</string></property></widget>\r\n</interface>\r\n"_s;
     const auto row = [&one](const char *name, const QString &from, const QString &to) {
         QTest::newRow(name) << one << QString(one).replace(from, to);
     };
-    row("rect", QStringLiteral("[1,2"), QStringLiteral("[12,2"));
-    row("half a tag in the properties", QStringLiteral("<string>"), QStringLiteral("<str<string>"));
-    row("string", QStringLiteral("words"), QStringLiteral("words 😀"));
-    row("name", QStringLiteral("\"a\""), QStringLiteral("\"ab\""));
-    row("attribute", QStringLiteral(" name"), QStringLiteral(" x=\"1\" name"));
-    row("block", QStringLiteral("</interface>"),
-        QStringLiteral("<widget class=\"box\" name=\"b\"><property></property></widget></interface>"));
-    row("block in another", QStringLiteral("</widget>"),
-        QStringLiteral(
-            "<children><widget class=\"box\" name=\"b\"><property></property></widget></children></widget>"));
-    const QString other = QString(one).replace(QStringLiteral("words"), QStringLiteral("a &amp; b"));
+    row("rect", u"[1,2"_s, u"[12,2"_s);
+    row("half a tag in the properties", u"<string>"_s, u"<str<string>"_s);
+    row("string", u"words"_s, u"words 😀"_s);
+    row("name", u"\"a\""_s, u"\"ab\""_s);
+    row("attribute", u" name"_s, u" x=\"1\" name"_s);
+    row("block", u"</interface>"_s,
+        u"<widget class=\"box\" name=\"b\"><property></property></widget></interface>"_s);
+    row("block in another", u"</widget>"_s,
+        u"<children><widget class=\"box\" name=\"b\"><property></property></widget></children></widget>"_s);
+    const QString other = QString(one).replace(u"words"_s, u"a &amp; b"_s);
     QTest::newRow("beside an entity") << QString(one + other) << QString(u' ' + one + u' ' + other);
 }
 
@@ -229,16 +226,15 @@ void TestPagePatch::patches()
 {
     QFETCH(const QString, before);
     QFETCH(const QString, after);
-    const QString tall =
-        QStringLiteral("<widget class=\"box\" name=\"tall\"><property><rect>[0,0,10,3000]</rect>"
-                       "</property></widget>");
+    const QString tall = u"<widget class=\"box\" name=\"tall\"><property><rect>[0,0,10,3000]</rect>"
+                         "</property></widget>"_s;
     compare(pageOf(before + tall));
     m_patched->isMarked();
-    m_patched->js(QStringLiteral("window.scrollTo(0,700)"));
+    m_patched->js(u"window.scrollTo(0,700)"_s);
     for (const QString &text : {after, before}) {
         compare(pageOf(text + tall));
         QVERIFY(m_patched->isMarked());
-        QCOMPARE(m_patched->js(QStringLiteral("window.scrollY")), QStringLiteral("700"));
+        QCOMPARE(m_patched->js(u"window.scrollY"_s), u"700"_s);
     }
 }
 
@@ -247,14 +243,13 @@ void TestPagePatch::longPage()
 {
     QString text;
     for (int block = 0; block < 1200; ++block)
-        text += QStringLiteral(
-                    "<widget class=\"text\" name=\"block_%1\"><property><rect>[1,2,3,4]</rect>"
-                    "<string>text</string><alignment>hcentre|vcentre</alignment></property></widget>\r\n")
-                    .arg(block);
+        text += u"<widget class=\"text\" name=\"block_%1\"><property><rect>[1,2,3,4]</rect>"
+                "<string>text</string><alignment>hcentre|vcentre</alignment></property></widget>\r\n"_s.arg(
+                    block);
     compare(pageOf(text));
     QVERIFY(pageOf(text).size() > (1 << 19));
     m_patched->isMarked();
-    compare(pageOf(text.replace(QStringLiteral("block_600"), QStringLiteral("other"))));
+    compare(pageOf(text.replace(u"block_600"_s, u"other"_s)));
     QVERIFY(m_patched->isMarked());
 }
 

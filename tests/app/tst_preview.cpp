@@ -11,6 +11,7 @@
 #include <QWheelEvent>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -36,7 +37,7 @@ void openWindow(const Window &window, const QString &name)
 
 int textBlocks(const Window &window)
 {
-    return window.js(QStringLiteral("document.querySelectorAll('body div[id]').length")).toInt();
+    return window.js(u"document.querySelectorAll('body div[id]').length"_s).toInt();
 }
 
 QByteArray theme(const QByteArray &windows, const QByteArray &images = {})
@@ -64,12 +65,12 @@ void TestPreview::exampleInTheBrowser()
     auto *wb = window.find<WebBrowser>("wb");
     QSignalSpy drawn(wb, &WebBrowser::drawn);
     window.skin->openTheme(kExample);
-    openWindow(window, QStringLiteral("wnd_epg"));
+    openWindow(window, u"wnd_epg"_s);
     QVERIFY(drawn.wait(10000));
     const int blocks = window.model("lvBlock")->rowCount();
     QVERIFY(blocks > 60);
     QCOMPARE(textBlocks(window), blocks);
-    QCOMPARE(window.find<QLabel>("lblBlocks")->text(), QStringLiteral("%1 blocks").arg(blocks));
+    QCOMPARE(window.find<QLabel>("lblBlocks")->text(), u"%1 blocks"_s.arg(blocks));
 
     // The background picture: a page without it is one flat colour between the blocks.
     const auto picture = [&] { return wb->grab().toImage(); };
@@ -91,7 +92,7 @@ void TestPreview::exampleInTheBrowser()
 
     // A window made smaller fits the browser to the frame; the page scrolls in it then.
     window.skin->resize(1000, 700);
-    const QString scroll = QStringLiteral("(window.scrollTo(50, 0), window.scrollX)");
+    const QString scroll = u"(window.scrollTo(50, 0), window.scrollX)"_s;
     const auto scrollsTo = [&](int x) {
         return QTest::qWaitFor([&] { return window.js(scroll).toInt() == x; }, 10000);
     };
@@ -122,7 +123,7 @@ void TestPreview::brokenTheme()
     QByteArray catalogue = "<interface><width>wide</width>";
     for (const auto &[name, text] : documents) {
         catalogue += "<widget class=\"window\" name=\"" + QByteArray(name) + "\"/>";
-        window.files.write(QStringLiteral("theme/") + QLatin1String(name) + QStringLiteral(".xml"), text);
+        window.files.write(u"theme/"_s + QLatin1String(name) + u".xml"_s, text);
     }
     window.write("theme/theme.xml", theme(catalogue));
     window.write("theme/widget.xml", catalogue);
@@ -141,11 +142,10 @@ void TestPreview::brokenTheme()
         const QString path = list->index(row, 0).data().toString();
         window.skin->openDocument(path);
         QVERIFY2(clock.elapsed() < most, qPrintable(path));
-        QCOMPARE(window.js(QStringLiteral("document.compatMode")).toString(), QStringLiteral("BackCompat"));
+        QCOMPARE(window.js(u"document.compatMode"_s).toString(), u"BackCompat"_s);
     }
     for (const auto &[name, text] : documents)
-        QCOMPARE(window.files.read(QStringLiteral("theme/") + QLatin1String(name) + QStringLiteral(".xml")),
-                 text);
+        QCOMPARE(window.files.read(u"theme/"_s + QLatin1String(name) + u".xml"_s), text);
 }
 
 void TestPreview::render()
@@ -153,23 +153,20 @@ void TestPreview::render()
     const TestFiles files;
     QProcess program;
     program.start(QStringLiteral(QUILLMERE_PROGRAM),
-                  {QStringLiteral("render"), kExample, QStringLiteral("wnd_volume"),
-                   QStringLiteral("wnd_network_setup"), QStringLiteral("wnd_nowhere"),
-                   QStringLiteral("--out"), files.path(QStringLiteral("out")), QStringLiteral("--size"),
-                   QStringLiteral("1024x576")});
+                  {u"render"_s, kExample, u"wnd_volume"_s, u"wnd_network_setup"_s, u"wnd_nowhere"_s,
+                   u"--out"_s, files.path(u"out"_s), u"--size"_s, u"1024x576"_s});
     QVERIFY(program.waitForFinished(60000));
     QCOMPARE(program.exitCode(), 1);
     QVERIFY(program.readAllStandardOutput().contains("[1/3] wnd_volume"));
     const QByteArray complaints = program.readAllStandardError();
     QVERIFY(complaints.contains("wnd_network_setup: no document\n"));
     QVERIFY(complaints.contains("wnd_nowhere: no document\n"));
-    QCOMPARE(QDir(files.path(QStringLiteral("out"))).entryList(QDir::Files).join(u' '),
-             QStringLiteral("wnd_volume.png"));
-    const QImage picture(files.path(QStringLiteral("out/wnd_volume.png")));
+    QCOMPARE(QDir(files.path(u"out"_s)).entryList(QDir::Files).join(u' '), u"wnd_volume.png"_s);
+    const QImage picture(files.path(u"out/wnd_volume.png"_s));
     QCOMPARE(picture.size(), QSize(1024, 576));
     QVERIFY(picture.pixelColor(20, 300).lightness() < 80);
 
-    program.start(QStringLiteral(QUILLMERE_PROGRAM), {QStringLiteral("render"), kExample});
+    program.start(QStringLiteral(QUILLMERE_PROGRAM), {u"render"_s, kExample});
     QVERIFY(program.waitForFinished(10000));
     QCOMPARE(program.exitCode(), 2);
 }
@@ -182,14 +179,14 @@ void TestPreview::renderNames()
     QByteArray catalogue;
     for (const char *name : {"a/b", "a_b", "A_B", "e\x1b]0;x\x07"}) {
         catalogue += QByteArray("<widget class=\"window\" name=\"") + name + "\"/>";
-        files.write(QStringLiteral("theme/%1.xml").arg(QLatin1String(name)), window);
+        files.write(u"theme/%1.xml"_s.arg(QLatin1String(name)), window);
     }
-    files.write(QStringLiteral("theme/theme.xml"), theme(catalogue));
-    files.write(QStringLiteral("theme/widget.xml"), catalogue);
-    files.write(QStringLiteral("outside"), "outside");
-    files.write(QStringLiteral("out/kept"));
+    files.write(u"theme/theme.xml"_s, theme(catalogue));
+    files.write(u"theme/widget.xml"_s, catalogue);
+    files.write(u"outside"_s, "outside");
+    files.write(u"out/kept"_s);
     for (const char *name : {"out/a_b.png", "out/a_b-2.png"})
-        QVERIFY(QFile::link(files.path(QStringLiteral("outside")), files.path(QLatin1String(name))));
+        QVERIFY(QFile::link(files.path(u"outside"_s), files.path(QLatin1String(name))));
 
     QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -197,19 +194,16 @@ void TestPreview::renderNames()
         environment.remove(QLatin1String(display));
     program.setProcessEnvironment(environment);
     program.start(QStringLiteral(QUILLMERE_PROGRAM),
-                  {QStringLiteral("render"), files.path(QStringLiteral("theme")), QStringLiteral("--out"),
-                   files.path(QStringLiteral("out"))});
+                  {u"render"_s, files.path(u"theme"_s), u"--out"_s, files.path(u"out"_s)});
     QVERIFY(program.waitForFinished(60000));
     const QByteArray said = program.readAllStandardOutput() + program.readAllStandardError();
     QVERIFY2(program.exitCode() == 0, said.constData());
     QVERIFY(said.contains("[4/4] e?]0;x? -> "));
     QVERIFY(!said.contains('\x1b') && !said.contains('\x07'));
-    QCOMPARE(files.read(QStringLiteral("outside")), QByteArray("outside"));
-    QCOMPARE(QDir(files.path(QStringLiteral("out")))
-                 .entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks)
-                 .join(u' '),
-             QStringLiteral("a_b-2.png A_B-3.png a_b.png e_]0;x_.png kept"));
-    QCOMPARE(QImage(files.path(QStringLiteral("out/a_b-2.png"))).size(), QSize(1024, 576));
+    QCOMPARE(files.read(u"outside"_s), QByteArray("outside"));
+    QCOMPARE(QDir(files.path(u"out"_s)).entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks).join(u' '),
+             u"a_b-2.png A_B-3.png a_b.png e_]0;x_.png kept"_s);
+    QCOMPARE(QImage(files.path(u"out/a_b-2.png"_s)).size(), QSize(1024, 576));
 }
 
 WINDOW_TEST_MAIN(TestPreview)

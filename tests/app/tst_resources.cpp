@@ -17,6 +17,7 @@
 #include <utility>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -71,7 +72,7 @@ void TestResources::images()
     window.choose("mnuImgSave"); // an empty list: nothing asked, nothing written
     window.choose("mnuImgRubah");
     const QString theme = window.path("theme");
-    const QString catalogue = QStringLiteral("theme/images/image.xml");
+    const QString catalogue = u"theme/images/image.xml"_s;
     window.write("theme/theme.xml", "<config><file_image>images/image.xml</file_image></config>");
     window.files.write(catalogue, "<image id=\"in\">in.png</image><image id=\"out\">../../out.png</image>");
     for (const char *name : {"theme/images/in.png", "out.png"})
@@ -88,18 +89,18 @@ void TestResources::images()
 
     // A click shows the picture, unless it lies outside of the theme, and what to change.
     click(window, 2, "lvImage", "out");
-    QCOMPARE(facts->text(), QStringLiteral("This file is outside of the theme."));
+    QCOMPARE(facts->text(), u"This file is outside of the theme."_s);
     click(window, 2, "lvImage", "in");
-    QVERIFY(facts->text().startsWith(QStringLiteral("1280 × 720 pixels\n")));
+    QVERIFY(facts->text().startsWith(u"1280 × 720 pixels\n"_s));
     QVERIFY(shown("Picture1") && !shown("Frame3") && list->height() < fullHeight);
     QCOMPARE(QString(file->text() + u' ' + id->text()), QString(theme + u"/images/in.png in"));
 
     // Renaming keeps the file.
-    file->setText(QStringLiteral("other.png"));
-    id->setText(QStringLiteral("sky"));
+    file->setText(u"other.png"_s);
+    id->setText(u"sky"_s);
     window.find<QPushButton>("cmdImgRubah")->click();
     QVERIFY(!shown("Picture1") && list->height() == fullHeight);
-    QCOMPARE(window.skin->GetImg(QStringLiteral("sky")), QString(theme + u"/images/in.png"));
+    QCOMPARE(window.skin->GetImg(u"sky"_s), QString(theme + u"/images/in.png"));
 
     // A file is chosen; its ID is taken, then it is not.
     window.write("theme/images/sky.jpeg");
@@ -110,18 +111,17 @@ void TestResources::images()
     const QPoint entry = files->visualRect(files->model()->index(2, 0)).center();
     QTest::mouseClick(files->viewport(), Qt::LeftButton, {}, entry);
     QTest::mouseDClick(files->viewport(), Qt::LeftButton, {}, entry);
-    QCOMPARE(facts->text(), QStringLiteral("This is no picture."));
+    QCOMPARE(facts->text(), u"This is no picture."_s);
     QCOMPARE(QString(file->text() + u' ' + id->text()), QString(theme + u"/images/sky.jpeg sky."));
-    id->setText(QStringLiteral("sky"));
-    window.prompts.expectMessage(QStringLiteral("Duplikat ID"), QStringLiteral("Sudah ada ID sky"));
+    id->setText(u"sky"_s);
+    window.prompts.expectMessage(u"Duplikat ID"_s, u"Sudah ada ID sky"_s);
     window.find<QPushButton>("cmdimgTambah")->click();
     QCOMPARE(list->selectedRow(), 0);
-    id->setText(QStringLiteral("SKY"));
+    id->setText(u"SKY"_s);
     window.find<QPushButton>("cmdimgTambah")->click();
 
     for (const bool answer : {false, true}) {
-        window.prompts.expectQuestion(QStringLiteral("Simpan File"),
-                                      QStringLiteral("Benar mau menyimpan file widget image?"), answer);
+        window.prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file widget image?"_s, answer);
         window.choose("mnuImgSave");
         QCOMPARE(window.files.read(catalogue).endsWith(">sky.jpeg</image>\r\n</images>\r\n"), answer);
     }
@@ -131,10 +131,9 @@ void TestResources::drawings_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("says");
-    QTest::newRow("drawing") << QStringLiteral("a.svg")
-                             << QStringLiteral("Drawings are shown in the preview only.");
-    QTest::newRow("called a picture") << QStringLiteral("a.png") << QStringLiteral("This is no picture.");
-    QTest::newRow("no suffix") << QStringLiteral("a") << QStringLiteral("This is no picture.");
+    QTest::newRow("drawing") << u"a.svg"_s << u"Drawings are shown in the preview only."_s;
+    QTest::newRow("called a picture") << u"a.png"_s << u"This is no picture."_s;
+    QTest::newRow("no suffix") << u"a"_s << u"This is no picture."_s;
 }
 
 // A drawing can refer to itself, to pipes, and to files outside; nothing here reads it.
@@ -157,11 +156,11 @@ void TestResources::scansKeysAndPanel()
     Window window;
     window.skin->openTheme(kExample);
     const auto checked = [&window](const char *list) {
-        return rowsAsText(window.find<ListView>(list)->model()).count(QStringLiteral("* "));
+        return rowsAsText(window.find<ListView>(list)->model()).count(u"* "_s);
     };
     window.choose("mnuSWidget");
     QCOMPARE(checked("lvImage"), window.model("lvImage")->rowCount() - 3);
-    QApplication::clipboard()->setText(QStringLiteral("x WND_VOLUME, icon_clock_32"));
+    QApplication::clipboard()->setText(u"x WND_VOLUME, icon_clock_32"_s);
     window.choose("mnuSKernel");
     QCOMPARE(checked("lvImage"), window.model("lvImage")->rowCount() - 2);
     QCOMPARE(checked("LvWidget"), 1);
@@ -171,7 +170,7 @@ void TestResources::scansKeysAndPanel()
 
     const auto *keys = window.model("lvKeyMap");
     click(window, 6, "lvKeyGroup", "colour");
-    QCOMPARE(rowsAsText(keys), QStringLiteral("red | 0x20\ngreen | 0x21\nyellow | 0x22\nblue | 0x23\n"));
+    QCOMPARE(rowsAsText(keys), u"red | 0x20\ngreen | 0x21\nyellow | 0x22\nblue | 0x23\n"_s);
     click(window, 6, "lvKeyGroup", "front");
     QCOMPARE(keys->rowCount(), 0);
 
@@ -183,8 +182,7 @@ void TestResources::scansKeysAndPanel()
             values += window.find<QComboBox>(name)->currentText() + u'|';
         return QString(values + QString::number(window.find<QSlider>("sdPropVol")->value()));
     };
-    const QString aurora =
-        QStringLiteral("2.1|sample data|50|60|English|+1|On|rgb - RGB|raw - Bit stream|15");
+    const QString aurora = u"2.1|sample data|50|60|English|+1|On|rgb - RGB|raw - Bit stream|15"_s;
     QCOMPARE(panel(), aurora);
 
     // A theme without settings leaves them as they were; what does not fit is said, and the rest is shown.
@@ -195,8 +193,8 @@ void TestResources::scansKeysAndPanel()
                  "<group name=\"common\"><item name=\"time zone\" value=\"-12\"/><item name=\"volume\" "
                  "value=\"50\"/><group name=\"scart config\"><group name=\"x\">");
     window.openTheme();
-    QCOMPARE(panel(), QStringLiteral("2.1|sample data|50|200|English|+12|On||raw - Bit stream|25"));
-    QVERIFY(window.said().contains(QStringLiteral("Time zone \"-12\"")));
+    QCOMPARE(panel(), u"2.1|sample data|50|200|English|+12|On||raw - Bit stream|25"_s);
+    QVERIFY(window.said().contains(u"Time zone \"-12\""_s));
 }
 
 WINDOW_TEST_MAIN(TestResources)

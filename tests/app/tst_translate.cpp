@@ -8,6 +8,7 @@
 #include <QMenu>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -20,12 +21,11 @@ class LanguageWindow : public Window
 public:
     LanguageWindow()
     {
-        disk.setProgramFolder(files.path(QStringLiteral("program")));
-        files.write(QStringLiteral("theme/theme.xml"),
-                    "<config><file_i18n>lang\\i18n.xml</file_i18n></config>");
-        files.write(QStringLiteral("theme/lang/i18n.xml"), "<language id=\"German\">sub\\de.xml</language>");
-        files.write(QStringLiteral("theme/lang/sub/de.xml"), kGerman);
-        skin->openTheme(files.path(QStringLiteral("theme")));
+        disk.setProgramFolder(files.path(u"program"_s));
+        files.write(u"theme/theme.xml"_s, "<config><file_i18n>lang\\i18n.xml</file_i18n></config>");
+        files.write(u"theme/lang/i18n.xml"_s, "<language id=\"German\">sub\\de.xml</language>");
+        files.write(u"theme/lang/sub/de.xml"_s, kGerman);
+        skin->openTheme(files.path(u"theme"_s));
     }
 
     // Selects a row of a list and presses a key on it.
@@ -55,26 +55,23 @@ void TestTranslate::openEditAndSave()
     LanguageWindow window;
     window.press("lvLang", 0, Qt::Key_Return);
     QCOMPARE(window.find<QLineEdit>("txtLangFile")->text(), window.path("theme/lang/sub/de.xml"));
-    QCOMPARE(window.strings(), QStringLiteral(" | Channel list | Sender\n | Radio | \n | Menu | \n"));
+    QCOMPARE(window.strings(), u" | Channel list | Sender\n | Radio | \n | Menu | \n"_s);
 
-    const auto title = QStringLiteral("Input Logo Channel");
-    window.prompts.expectInput(title, QStringLiteral("Translate for Radio"), QStringLiteral("R\u00E4dio"));
+    const auto title = u"Input Logo Channel"_s;
+    window.prompts.expectInput(title, u"Translate for Radio"_s, u"R\u00E4dio"_s);
     window.press("LvBhs", 1, Qt::Key_Return);
     for (const auto &answer : {std::optional(QString()), std::optional<QString>()}) {
-        window.prompts.expectInput(title, QStringLiteral("Translate for Channel list"), answer);
+        window.prompts.expectInput(title, u"Translate for Channel list"_s, answer);
         window.press("LvBhs", 0, Qt::Key_Return);
     }
     window.press("LvBhs", 2, Qt::Key_Space);
-    QCOMPARE(window.strings(),
-             QStringLiteral(" | Channel list | Sender\n | Radio | R\u00E4dio\n*  | Menu | \n"));
-    QTRY_COMPARE(window.find<QLabel>("lblLangCount")->text(),
-                 QStringLiteral("3 rows, 1 checked, 1 without translation"));
+    QCOMPARE(window.strings(), u" | Channel list | Sender\n | Radio | R\u00E4dio\n*  | Menu | \n"_s);
+    QTRY_COMPARE(window.find<QLabel>("lblLangCount")->text(), u"3 rows, 1 checked, 1 without translation"_s);
 
-    const auto file = QStringLiteral("theme/lang/sub/de.xml");
+    const auto file = u"theme/lang/sub/de.xml"_s;
     for (const bool answer : {false, true}) {
         QCOMPARE(window.files.read(file), kGerman);
-        window.prompts.expectQuestion(QStringLiteral("Save File"), QStringLiteral("Save file translate?"),
-                                      answer);
+        window.prompts.expectQuestion(u"Save File"_s, u"Save file translate?"_s, answer);
         window.choose("mnuLangSave");
     }
     // The file that was replaced was ASCII; the new one says that it is UTF-8, and is.
@@ -101,41 +98,35 @@ void TestTranslate::dictionaries()
             if (item->objectName().startsWith(u"mnuLangTrans("))
                 items.append(QString(item->objectName().mid(13) + item->text()));
         }
-        QCOMPARE(items.join(u' '), QStringLiteral("0)&Refrash 1)A && O 2)b 3)old.bak"));
+        QCOMPARE(items.join(u' '), u"0)&Refrash 1)A && O 2)b 3)old.bak"_s);
     }
     window.choose("mnuLangTranslate");
     window.choose("mnuLangTrans(1)");
     QCOMPARE(window.strings(),
-             QStringLiteral(" | Channel list | Sender\n*  | Radio | Rundfunk\n*  | Menu | Menu utama\n"));
-    window.prompts.expectInput(QStringLiteral("Search Text"), QStringLiteral("Translate for "),
-                               QStringLiteral("sEND"));
+             u" | Channel list | Sender\n*  | Radio | Rundfunk\n*  | Menu | Menu utama\n"_s);
+    window.prompts.expectInput(u"Search Text"_s, u"Translate for "_s, u"sEND"_s);
     window.choose("mnuLangSearch");
-    QCOMPARE(window.strings(),
-             QStringLiteral("*  | Channel list | Sender\n | Radio | Rundfunk\n | Menu | Menu utama\n"));
+    QCOMPARE(window.strings(), u"*  | Channel list | Sender\n | Radio | Rundfunk\n | Menu | Menu utama\n"_s);
     window.press("LvBhs", 1, Qt::Key_Shift);
     window.choose("mnuLangCopy(3)");
     window.choose("mnuLangPaste");
-    QCOMPARE(window.strings(),
-             QStringLiteral("*  | Channel list | Sender\n | Radio | Radio[*]\n | Menu | Menu[*]\n"));
+    QCOMPARE(window.strings(), u"*  | Channel list | Sender\n | Radio | Radio[*]\n | Menu | Menu[*]\n"_s);
 }
 
 void TestTranslate::whatIsMissingIsSaid()
 {
     LanguageWindow window;
-    const QString none =
-        QStringLiteral("No language is selected: select one in the upper list of the Lang tab.");
-    window.prompts.expectMessage(QStringLiteral("Quillmere"), none);
+    const QString none = u"No language is selected: select one in the upper list of the Lang tab."_s;
+    window.prompts.expectMessage(u"Quillmere"_s, none);
     window.choose("mnuLangOpen");
-    window.prompts.expectMessage(QStringLiteral("Quillmere"), none);
+    window.prompts.expectMessage(u"Quillmere"_s, none);
     window.choose("mnuLangSave");
     window.press("lvLang", 0, Qt::Key_Shift);
     window.prompts.expectMessage(
-        QStringLiteral("Quillmere"),
-        QStringLiteral("No language file is open: double-click a language on the Lang tab first."));
+        u"Quillmere"_s, u"No language file is open: double-click a language on the Lang tab first."_s);
     window.choose("mnuLangSave");
     window.prompts.expectMessage(
-        QStringLiteral("Quillmere"),
-        QStringLiteral("There is no folder %1 with dictionaries.").arg(window.path("program/trans")));
+        u"Quillmere"_s, u"There is no folder %1 with dictionaries."_s.arg(window.path("program/trans")));
     window.choose("mnuLangTrans(0)");
     window.choose("mnuLangTranslate");
     QCOMPARE(window.strings(), QString());

@@ -18,6 +18,7 @@
 #include <qtestspontaneevent.h>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -110,8 +111,8 @@ void TestWindow::everythingHasItsName()
         const QString all = captions.join(u',');
         QCOMPARE(all.isEmpty() ? name : QString(name + u": " + all), line);
     }
-    QCOMPARE(window.skin->windowTitle(), QStringLiteral(":: Quillmere ::"));
-    QCOMPARE(window.find<QGroupBox>("frBc")->title(), QStringLiteral("Block Compare"));
+    QCOMPARE(window.skin->windowTitle(), u":: Quillmere ::"_s);
+    QCOMPARE(window.find<QGroupBox>("frBc")->title(), u"Block Compare"_s);
 }
 
 void TestWindow::menuTree()
@@ -145,7 +146,7 @@ void TestWindow::layout()
     QCOMPARE(on.find<QWidget>("wb")->size(), QSize(W - 16, H - 24));
     QCOMPARE(on.find<QWidget>("TabStrip4")->height(), H + 16);
     for (int i = 0; i < 9; ++i) {
-        const auto *frame = on.find<QWidget>(qPrintable(QStringLiteral("frYt(%1)").arg(i)));
+        const auto *frame = on.find<QWidget>(qPrintable(u"frYt(%1)"_s.arg(i)));
         QCOMPARE(frame->pos(), QPoint(16, 40));
         QCOMPARE(frame->height(), F);
     }
@@ -194,8 +195,8 @@ void TestWindow::comesBackAsItWasLeft()
     Window window;
     QStringList folders;
     for (int i = 0; i < 11; ++i) {
-        folders.prepend(window.files.path(QStringLiteral("a&b%1/theme").arg(i)));
-        window.files.write(QStringLiteral("a&b%1/theme/theme.xml").arg(i), "<config></config>");
+        folders.prepend(window.files.path(u"a&b%1/theme"_s.arg(i)));
+        window.files.write(u"a&b%1/theme/theme.xml"_s.arg(i), "<config></config>");
         window.skin->openTheme(folders[0]);
     }
     window.skin->openTheme(folders[2]);
@@ -209,7 +210,7 @@ void TestWindow::comesBackAsItWasLeft()
     QTRY_COMPARE(next.geometry(), place);
     folders.move(2, 0);
     QStringList shown;
-    auto *recent = next.findChild<QMenu *>(QStringLiteral("mnuRecentThemes"));
+    auto *recent = next.findChild<QMenu *>(u"mnuRecentThemes"_s);
     for (const QAction *item : recent->actions())
         shown.append(item->text().replace(QLatin1String("&&"), QLatin1String("&")));
     QCOMPARE(shown, folders.mid(0, 10));
@@ -241,9 +242,8 @@ void TestWindow::offerByKey()
     auto *offers = window.find<OfferBar>("frOffer");
     int taken = 0;
     const auto take = [&taken] { ++taken; };
-    offers->offer(QStringLiteral("first"), QStringLiteral("First"), {{QStringLiteral("Go"), take}});
-    offers->offer(QStringLiteral("last"), QStringLiteral("Last"),
-                  {{QStringLiteral("Go"), take}, {QStringLiteral("No"), [] {}}});
+    offers->offer(u"first"_s, u"First"_s, {{u"Go"_s, take}});
+    offers->offer(u"last"_s, u"Last"_s, {{u"Go"_s, take}, {u"No"_s, [] {}}});
     for (int i = 1; i <= 2; ++i) { // the one before comes back
         QTest::keyClick(window.skin->windowHandle(), Qt::Key_F6);
         QCOMPARE(window.skin->focusWidget(), window.find<QWidget>("cmdOffer(0)"));
@@ -263,23 +263,22 @@ void TestWindow::tabsRuleMenus()
             names += window.find<QAction>(name)->isEnabled() ? QLatin1String(name) + u' ' : QString();
         return names;
     };
-    QCOMPARE(enabled(), QStringLiteral("mnuScan "));
+    QCOMPARE(enabled(), u"mnuScan "_s);
     for (int tab = 1; tab < 9; ++tab) {
         tabs->setCurrentIndex(tab);
         QCOMPARE(enabled(), QString());
         for (int frame = 0; frame < 9; ++frame)
-            QCOMPARE(window.find<QWidget>(qPrintable(QStringLiteral("frYt(%1)").arg(frame)))->isVisible(),
-                     frame == tab);
+            QCOMPARE(window.find<QWidget>(qPrintable(u"frYt(%1)"_s.arg(frame)))->isVisible(), frame == tab);
     }
     auto *source = window.source();
-    source->setText(QStringLiteral("no widget"));
-    QCOMPARE(enabled(), QStringLiteral("mnuView mnuSave "));
-    source->setText(QStringLiteral("<widget name=\"a\">"));
-    QCOMPARE(enabled(), QStringLiteral("mnuCblock mnuView mnuSave "));
+    source->setText(u"no widget"_s);
+    QCOMPARE(enabled(), u"mnuView mnuSave "_s);
+    source->setText(u"<widget name=\"a\">"_s);
+    QCOMPARE(enabled(), u"mnuCblock mnuView mnuSave "_s);
     window.choose("mnuCblock");
-    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("a\r\n"));
+    QCOMPARE(QApplication::clipboard()->text(), u"a\r\n"_s);
     tabs->setCurrentIndex(0);
-    QCOMPARE(enabled(), QStringLiteral("mnuScan "));
+    QCOMPARE(enabled(), u"mnuScan "_s);
 }
 
 void TestWindow::themeFillsLists()
@@ -288,16 +287,15 @@ void TestWindow::themeFillsLists()
     openTheme(window);
     const QString theme = window.path("theme");
     QCOMPARE(window.skin->windowTitle(), QString(u" :: Quillmere :: " + theme));
-    QCOMPARE(window.shown("lvTheme"),
-             QStringLiteral("file_widget | widget/widget.xml\nfile_image | images/image.xml\n"
-                            "file_font | font/font.xml\n | \n"));
+    QCOMPARE(window.shown("lvTheme"), u"file_widget | widget/widget.xml\nfile_image | images/image.xml\n"
+                                      "file_font | font/font.xml\n | \n"_s);
     const auto *widgets = window.find<ListView>("LvWidget");
     QCOMPARE(widgets->model()->index(0, 0).data().toString(), QString(theme + u"/widget/main.xml"));
-    QCOMPARE(widgets->model()->index(0, 3).data().toString(), QStringLiteral("Y"));
+    QCOMPARE(widgets->model()->index(0, 3).data().toString(), u"Y"_s);
     QCOMPARE(window.find<QGroupBox>("frWidget")->title(), QString(theme + u"/widget/widget.xml"));
     QCOMPARE(window.find<QLabel>("LblWidgetPath")->text(), QString(theme + u"/widget/"));
-    QCOMPARE(window.find<QLabel>("lblWidth")->text(), QStringLiteral("1280"));
-    QCOMPARE(window.find<QLabel>("lblbpp")->text(), QStringLiteral("32"));
+    QCOMPARE(window.find<QLabel>("lblWidth")->text(), u"1280"_s);
+    QCOMPARE(window.find<QLabel>("lblbpp")->text(), u"32"_s);
     QCOMPARE(window.find<QLabel>("lbImagePath")->text(), QString(theme + u"/images/"));
 
     window.choose("mnuWidgetSel");
@@ -308,9 +306,9 @@ void TestWindow::themeFillsLists()
     auto *fonts = window.find<ListView>("lvFont");
     QTest::mouseClick(fonts->viewport(), Qt::LeftButton, {},
                       fonts->visualRect(fonts->model()->index(0, 1)).center());
-    QCOMPARE(window.find<QComboBox>("cbFont")->currentText(), QStringLiteral("b.ttf"));
-    QCOMPARE(window.find<QComboBox>("cbStyle")->currentText(), QStringLiteral("normal"));
-    QCOMPARE(window.find<QLineEdit>("txtSize")->text(), QStringLiteral("18"));
+    QCOMPARE(window.find<QComboBox>("cbFont")->currentText(), u"b.ttf"_s);
+    QCOMPARE(window.find<QComboBox>("cbStyle")->currentText(), u"normal"_s);
+    QCOMPARE(window.find<QLineEdit>("txtSize")->text(), u"18"_s);
 }
 
 void TestWindow::foldersThatAreNoTheme()
@@ -336,19 +334,19 @@ void TestWindow::addAndDeleteFiles()
     window.choose("mnuWidgetDelFile"); // nothing selected: nothing asked, nothing done
     const auto select = [&] {
         auto *files = window.find<ListView>("lvWidgetDel");
-        QCOMPARE(rowsAsText(files->model()), QStringLiteral("draft.xml\n"));
+        QCOMPARE(rowsAsText(files->model()), u"draft.xml\n"_s);
         files->setCurrentIndex(files->model()->index(0, 0));
     };
-    const QString catalogue = QStringLiteral("theme/widget/widget.xml");
-    const QString add = QStringLiteral("Benar mau menambahkan widget file?");
+    const QString catalogue = u"theme/widget/widget.xml"_s;
+    const QString add = u"Benar mau menambahkan widget file?"_s;
 
     select();
-    window.prompts.expectQuestion(QStringLiteral("Simpan File"), add, false);
+    window.prompts.expectQuestion(u"Simpan File"_s, add, false);
     window.choose("mnuWidgetFile");
     QCOMPARE(window.files.read(catalogue), kCatalogue);
 
     select();
-    window.prompts.expectQuestion(QStringLiteral("Simpan File"), add, true);
+    window.prompts.expectQuestion(u"Simpan File"_s, add, true);
     window.choose("mnuWidgetFile");
     QByteArray added = kCatalogue + "\r\n";
     added.replace("</interface>", "<widget class=\"window\" style=\"default\" name=\"draft\"/></interface>");
@@ -361,8 +359,7 @@ void TestWindow::addAndDeleteFiles()
     const QString path = window.write("theme/widget/low/draft.xml");
     window.choose("mnuWidgetOpen");
     select();
-    window.prompts.expectQuestion(QStringLiteral("Delete File"), QString(u"Delete file " + path + u" ?"),
-                                  false);
+    window.prompts.expectQuestion(u"Delete File"_s, QString(u"Delete file " + path + u" ?"), false);
     window.choose("mnuWidgetDelFile");
     QVERIFY(!QFileInfo::exists(path));
     QVERIFY(QFileInfo::exists(window.path("theme/widget/draft.xml")));
@@ -376,36 +373,34 @@ void TestWindow::preview()
     window.turnTo(1);
     doubleClick(window.find<ListView>("LvWidget"), 0);
     QCOMPARE(window.find<QGroupBox>("frmWb")->title(), window.path("theme/widget/main.xml"));
-    QCOMPARE(window.shown("lvBlock"), QStringLiteral("window | main\ntext | title\n"));
-    QCOMPARE(window.js(QStringLiteral("document.compatMode")).toString(), QStringLiteral("BackCompat"));
-    QCOMPARE(window.style(QStringLiteral("title"), QStringLiteral("left")), QStringLiteral("40px"));
-    QCOMPARE(window.style(QStringLiteral("title"), QStringLiteral("color")),
-             QStringLiteral("rgb(255, 255, 255)"));
-    QCOMPARE(window.style(QStringLiteral("title"), QStringLiteral("fontSize")), QStringLiteral("18px"));
+    QCOMPARE(window.shown("lvBlock"), u"window | main\ntext | title\n"_s);
+    QCOMPARE(window.js(u"document.compatMode"_s).toString(), u"BackCompat"_s);
+    QCOMPARE(window.style(u"title"_s, u"left"_s), u"40px"_s);
+    QCOMPARE(window.style(u"title"_s, u"color"_s), u"rgb(255, 255, 255)"_s);
+    QCOMPARE(window.style(u"title"_s, u"fontSize"_s), u"18px"_s);
 
     // A key in the source moves the block; the caret stays in the box.
     auto *source = window.source();
     window.turnTo(8);
     source->setFocus();
-    const qsizetype at = source->text().indexOf(QStringLiteral("[40,50"));
+    const qsizetype at = source->text().indexOf(u"[40,50"_s);
     source->select(at + 1, 1);
-    QTest::keyClicks(source, QStringLiteral("9"));
-    QCOMPARE(window.style(QStringLiteral("title"), QStringLiteral("left")), QStringLiteral("90px"));
+    QTest::keyClicks(source, u"9"_s);
+    QCOMPARE(window.style(u"title"_s, u"left"_s), u"90px"_s);
     QCOMPARE(source->selectionStart(), at + 2);
     QVERIFY(source->hasFocus());
 
     // A tick hides a block; the View menu changes the style sheet alone.
     auto *blocks = window.model("lvBlock");
     blocks->setData(blocks->index(1, 0), Qt::Checked, Qt::CheckStateRole);
-    QCOMPARE(window.style(QStringLiteral("title"), QStringLiteral("display")), QStringLiteral("none"));
+    QCOMPARE(window.style(u"title"_s, u"display"_s), u"none"_s);
     blocks->setData(blocks->index(1, 0), Qt::Unchecked, Qt::CheckStateRole);
     const auto stringShown = [&] {
-        return window.js(QStringLiteral("getComputedStyle(document.querySelector('#title .string')).display"))
-            .toString();
+        return window.js(u"getComputedStyle(document.querySelector('#title .string')).display"_s).toString();
     };
-    QCOMPARE(stringShown(), QStringLiteral("inline"));
+    QCOMPARE(stringShown(), u"inline"_s);
     window.choose("mnuV(3)");
-    QCOMPARE(stringShown(), QStringLiteral("none"));
+    QCOMPARE(stringShown(), u"none"_s);
 
     // Opening a window without a document: its path shows, the text is empty.
     doubleClick(window.find<ListView>("LvWidget"), 1);
@@ -437,11 +432,11 @@ void TestWindow::jumpToBlock()
     Window window;
     auto *source = window.source();
     window.turnTo(8);
-    source->setText(QStringLiteral("<a>\r\n<string>B2</string>\r\n<widget class=\"x\" name=\"b1\">\r\n"
-                                   "<widget class=\"y\" name=\"b2\">\r\n"));
+    source->setText(u"<a>\r\n<string>B2</string>\r\n<widget class=\"x\" name=\"b1\">\r\n"
+                    "<widget class=\"y\" name=\"b2\">\r\n"_s);
     auto *blocks = window.find<ListView>("lvBlock");
     doubleClick(blocks, 0);
-    QCOMPARE(source->selectionStart(), source->text().indexOf(QStringLiteral("<widget class=\"x\"")));
+    QCOMPARE(source->selectionStart(), source->text().indexOf(u"<widget class=\"x\""_s));
     QCOMPARE(source->textCursor().blockNumber(), 2);
     doubleClick(blocks, 1); // its name stands earlier, in another block's string
     QCOMPARE(source->textCursor().blockNumber(), 1);
@@ -452,24 +447,24 @@ void TestWindow::commandsAreOneUndoStep()
 {
     Window window;
     auto *source = window.source();
-    const QString given = QStringLiteral("<a>\r\n\r\n\t<widget name=\"x\">\u00a0end\rlone</widget>");
+    const QString given = u"<a>\r\n\r\n\t<widget name=\"x\">\u00a0end\rlone</widget>"_s;
     source->setText(given);
     QCOMPARE(source->text(), given);
     QVERIFY(!source->document()->isUndoAvailable());
 
     window.turnTo(8);
-    source->select(given.indexOf(QStringLiteral("end")), 0);
+    source->select(given.indexOf(u"end"_s), 0);
     window.choose("mnuFormat");
-    QCOMPARE(source->text(), QStringLiteral("     <a>\r\n<widget name=\"x\">\u00a0end\rlone</widget>"));
+    QCOMPARE(source->text(), u"     <a>\r\n<widget name=\"x\">\u00a0end\rlone</widget>"_s);
     source->undo();
     QCOMPARE(source->text(), given);
     QVERIFY(!source->document()->isUndoAvailable());
 
-    source->setPlainText(QStringLiteral("ab\ncd")); // as somebody would who knows only the control
-    QCOMPARE(source->text(), QStringLiteral("ab\r\ncd"));
+    source->setPlainText(u"ab\ncd"_s); // as somebody would who knows only the control
+    QCOMPARE(source->text(), u"ab\r\ncd"_s);
     source->select(4, 1);
-    window.skin->InsertCode(QStringLiteral("<b>"), QStringLiteral("</b>"));
-    QCOMPARE(source->text(), QStringLiteral("ab\r\n<b>c</b>d"));
+    window.skin->InsertCode(u"<b>"_s, u"</b>"_s);
+    QCOMPARE(source->text(), u"ab\r\n<b>c</b>d"_s);
     QCOMPARE(source->selectionStart(), 7);
     QCOMPARE(source->selectionLength(), 1);
 }
@@ -479,15 +474,14 @@ void TestWindow::saveWritesInEveryCase()
     Window window;
     openTheme(window);
     window.turnTo(8);
-    window.source()->setText(QStringLiteral("new"));
-    window.prompts.expectMessage(
-        QStringLiteral("Simpan File"),
-        QStringLiteral("No file is open: double-click a window on the Widget tab first."));
+    window.source()->setText(u"new"_s);
+    window.prompts.expectMessage(u"Simpan File"_s,
+                                 u"No file is open: double-click a window on the Widget tab first."_s);
     window.choose("mnuSave");
 
     window.openDocument("theme/widget/main.xml");
-    const QString question = QStringLiteral("Benar mau menyimpan file?");
-    window.prompts.expectQuestion(QStringLiteral("Simpan File"), question, false);
+    const QString question = u"Benar mau menyimpan file?"_s;
+    window.prompts.expectQuestion(u"Simpan File"_s, question, false);
     window.choose("mnuSave");
     const QByteArray saved = window.read("theme/widget/main.xml");
     QVERIFY(saved.startsWith("     <interface>\n<widget class=\"window\""));
@@ -501,11 +495,11 @@ void TestWindow::codePage()
     window.write("theme/widget/main.xml", "<widget name=\"\xc3\xa4\">");
     window.openDocument("theme/widget/main.xml");
     auto *source = window.source();
-    QVERIFY(source->text().contains(QStringLiteral("\u00e4")));
+    QVERIFY(source->text().contains(u"\u00e4"_s));
     window.choose("mnuCodePage1252");
-    QVERIFY(source->text().contains(QStringLiteral("\u00c3\u00a4")));
+    QVERIFY(source->text().contains(u"\u00c3\u00a4"_s));
     window.choose("mnuCodePageAutomatic");
-    QVERIFY(source->text().contains(QStringLiteral("\u00e4")));
+    QVERIFY(source->text().contains(u"\u00e4"_s));
 }
 
 WINDOW_TEST_MAIN(TestWindow)

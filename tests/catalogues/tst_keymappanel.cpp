@@ -7,6 +7,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -26,9 +27,9 @@ QString asText(const PanelSettings &settings)
         text += choice ? QString(choice->entries.join(u'/') + u'@' + QString::number(choice->selected) + u' ')
                        : QString();
     for (const auto &level : {settings.transparence, settings.volume})
-        text += level ? QStringLiteral("%1=%2% ").arg(level->value).arg(level->percent) : QString();
+        text += level ? u"%1=%2% "_s.arg(level->value).arg(level->percent) : QString();
     if (settings.timeZone)
-        text += QStringLiteral("zone@%1 ").arg(timeZoneEntry(timeZones(), *settings.timeZone));
+        text += u"zone@%1 "_s.arg(timeZoneEntry(timeZones(), *settings.timeZone));
     if (settings.summerTime)
         text += QLatin1String(*settings.summerTime ? "summer" : "winter");
     return text.trimmed();
@@ -75,15 +76,14 @@ void TestKeymapPanel::keymap()
     QFETCH(QByteArray, xml);
     const TestFiles files;
     Files disk;
-    const QString path = files.write(QStringLiteral("keymap.xml"), xml);
+    const QString path = files.write(u"keymap.xml"_s, xml);
     ListRows groups({QString(), QString()}), keys({QString(), QString()});
     LoadKeymapList(groups, Document::open(disk, path));
     QTEST(rowsAsText(groups), "groups");
-    Document keymap =
-        Document::open(disk, files.write(QStringLiteral("k.xml"), "<group name=\"ab\"><key name=\"old\">"));
-    ShowKeyGroup(keys, keymap, QStringLiteral("ab"));
-    files.write(QStringLiteral("k.xml"), xml); // the group is read as it is now
-    ShowKeyGroup(keys, keymap, QStringLiteral("ab"));
+    Document keymap = Document::open(disk, files.write(u"k.xml"_s, "<group name=\"ab\"><key name=\"old\">"));
+    ShowKeyGroup(keys, keymap, u"ab"_s);
+    files.write(u"k.xml"_s, xml); // the group is read as it is now
+    ShowKeyGroup(keys, keymap, u"ab"_s);
     QTEST(rowsAsText(keys), "keys");
 }
 
@@ -129,11 +129,10 @@ void TestKeymapPanel::panel()
     QFETCH(QByteArray, xml);
     const TestFiles files;
     Files disk;
-    const auto settings =
-        LoadPanelConfig(Document::open(disk, files.write(QStringLiteral("default.xml"), xml)));
+    const auto settings = LoadPanelConfig(Document::open(disk, files.write(u"default.xml"_s, xml)));
     QVERIFY(settings);
     QTEST(asText(*settings), "settings");
-    QVERIFY(!LoadPanelConfig(Document::open(disk, files.write(QStringLiteral("empty.xml")))));
+    QVERIFY(!LoadPanelConfig(Document::open(disk, files.write(u"empty.xml"_s))));
 }
 
 QTEST_APPLESS_MAIN(TestKeymapPanel)

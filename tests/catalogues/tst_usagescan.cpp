@@ -5,6 +5,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -22,7 +23,7 @@ struct Theme
     Theme(const QStringList &documents, const QStringList &names)
     {
         for (const QString &text : documents)
-            windows.add(files.write(QStringLiteral("%1.xml").arg(windows.count()), text.toUtf8()));
+            windows.add(files.write(u"%1.xml"_s.arg(windows.count()), text.toUtf8()));
         for (const QString &name : names) {
             images.add({}, {name});
             colours.add({}, {name});
@@ -51,9 +52,9 @@ private slots:
 
 void TestUsageScan::marks()
 {
-    const QStringList names = {QStringLiteral("Logo"), QStringLiteral("red"), QStringLiteral("x"), QString()};
-    Theme theme({QStringLiteral("<img>logo</img> <img> x </img> [a,RED,red]"), QString()}, names);
-    theme.windows.add(theme.files.path(QStringLiteral("missing.xml")));
+    const QStringList names = {u"Logo"_s, u"red"_s, u"x"_s, QString()};
+    Theme theme({u"<img>logo</img> <img> x </img> [a,RED,red]"_s, QString()}, names);
+    theme.windows.add(theme.files.path(u"missing.xml"_s));
     theme.images.setChecked(2, true);
     theme.colours.setChecked(2, true);
     theme.scan();
@@ -61,12 +62,11 @@ void TestUsageScan::marks()
     QCOMPARE(checks(theme.colours), QList<bool>({false, true, false, false}));
 
     QCOMPARE(checkNamesIn(QString(), {&theme.images}), QList({0}));
-    QCOMPARE(checkNamesIn(QStringLiteral("aXa"), {&theme.images}),
-             QList({2})); // the empty name stands everywhere
+    QCOMPARE(checkNamesIn(u"aXa"_s, {&theme.images}), QList({2})); // the empty name stands everywhere
     QCOMPARE(checks(theme.images), QList<bool>({true, false, true, true}));
 
     theme.windows.setChecked(1, true);
-    QCOMPARE(checkWindowsWith(QStringLiteral("LOGO"), theme.windows, [](int, int) {}), 1);
+    QCOMPARE(checkWindowsWith(u"LOGO"_s, theme.windows, [](int, int) {}), 1);
     QCOMPARE(checks(theme.windows), QList<bool>({true, false, false}));
 }
 

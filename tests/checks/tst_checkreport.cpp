@@ -10,6 +10,7 @@
 #include <QTextStream>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -22,7 +23,7 @@ struct Ran
 
 Ran run(const QStringList &words)
 {
-    const CommandLine line = parseCommandLine(QStringList{QStringLiteral("quillmere")} + words);
+    const CommandLine line = parseCommandLine(QStringList{u"quillmere"_s} + words);
     if (line.action != CommandLine::Action::Check)
         return {2, {}, line.text};
     QBuffer out;
@@ -40,16 +41,16 @@ class FaultyTheme
 public:
     FaultyTheme()
     {
-        files.write(QStringLiteral("my theme/theme.xml"),
+        files.write(u"my theme/theme.xml"_s,
                     "<config><file_widget>widget.xml</file_widget><file_image>i.xml</file_image></config>");
-        files.write(QStringLiteral("my theme/widget.xml"), "<widget class=\"window\" name=\"w\"/>");
+        files.write(u"my theme/widget.xml"_s, "<widget class=\"window\" name=\"w\"/>");
         files.write(
-            QStringLiteral("my theme/w.xml"),
+            u"my theme/w.xml"_s,
             "<widget name=\"b\">\n  <img>\xc3\x84\x01-</img><backcolor>\n[#000000]</backcolor></widget>");
-        files.write(QStringLiteral("my theme/i.xml"), "<image id=\"x y\">a b.png</image>");
-        files.write(QStringLiteral("my theme/a b.png"), "1x1");
+        files.write(u"my theme/i.xml"_s, "<image id=\"x y\">a b.png</image>");
+        files.write(u"my theme/a b.png"_s, "1x1");
     }
-    QString folder() const { return files.path(QStringLiteral("my theme")); }
+    QString folder() const { return files.path(u"my theme"_s); }
 
     TestFiles files;
 };
@@ -75,59 +76,50 @@ private slots:
 void tst_checkreport::text()
 {
     const FaultyTheme theme;
-    QCOMPARE(QString::fromUtf8(run({QStringLiteral("check"), theme.folder()}).out),
-             QStringLiteral("i.xml:1:12: note: Nothing uses the image \"x y\" (3 bytes) [unused-image]\n"
-                            "w.xml:2:8: error: There is no image \"\u00c4?-\" [unknown-image]\n"
-                            "w.xml:2:17: warning: The list holds 1 of three colours [colour-list]\n"
-                            "unused images take 3 bytes\n"
-                            "1 errors, 1 warnings, 1 notes\n"));
+    QCOMPARE(QString::fromUtf8(run({u"check"_s, theme.folder()}).out),
+             u"i.xml:1:12: note: Nothing uses the image \"x y\" (3 bytes) [unused-image]\n"
+             "w.xml:2:8: error: There is no image \"\u00c4?-\" [unknown-image]\n"
+             "w.xml:2:17: warning: The list holds 1 of three colours [colour-list]\n"
+             "unused images take 3 bytes\n"
+             "1 errors, 1 warnings, 1 notes\n"_s);
 }
 
 void tst_checkreport::json()
 {
     const FaultyTheme theme;
-    const QJsonArray all = QJsonDocument::fromJson(run({QStringLiteral("check"), theme.folder(),
-                                                        QStringLiteral("--format"), QStringLiteral("json")})
-                                                       .out)
-                               .array();
+    const QJsonArray all =
+        QJsonDocument::fromJson(run({u"check"_s, theme.folder(), u"--format"_s, u"json"_s}).out).array();
     QCOMPARE(all.size(), 3);
-    const QJsonObject expected = {
-        {QStringLiteral("file"), QStringLiteral("w.xml")},
-        {QStringLiteral("line"), 2},
-        {QStringLiteral("column"), 8},
-        {QStringLiteral("length"), 3},
-        {QStringLiteral("severity"), QStringLiteral("error")},
-        {QStringLiteral("rule"), QStringLiteral("unknown-image")},
-        {QStringLiteral("message"), QStringLiteral("There is no image \"\u00c4?-\"")}};
+    const QJsonObject expected = {{u"file"_s, u"w.xml"_s},
+                                  {u"line"_s, 2},
+                                  {u"column"_s, 8},
+                                  {u"length"_s, 3},
+                                  {u"severity"_s, u"error"_s},
+                                  {u"rule"_s, u"unknown-image"_s},
+                                  {u"message"_s, u"There is no image \"\u00c4?-\""_s}};
     QCOMPARE(all.at(1).toObject(), expected);
 }
 
 void tst_checkreport::sarif()
 {
     const FaultyTheme theme;
-    const QJsonObject log = QJsonDocument::fromJson(run({QStringLiteral("check"), theme.folder(),
-                                                         QStringLiteral("--format"), QStringLiteral("sarif")})
-                                                        .out)
-                                .object();
-    QCOMPARE(log[QStringLiteral("version")].toString(), QStringLiteral("2.1.0"));
-    const QJsonObject once = log[QStringLiteral("runs")][0].toObject();
-    const QJsonArray rules =
-        once[QStringLiteral("tool")][QStringLiteral("driver")][QStringLiteral("rules")].toArray();
+    const QJsonObject log =
+        QJsonDocument::fromJson(run({u"check"_s, theme.folder(), u"--format"_s, u"sarif"_s}).out).object();
+    QCOMPARE(log[u"version"_s].toString(), u"2.1.0"_s);
+    const QJsonObject once = log[u"runs"_s][0].toObject();
+    const QJsonArray rules = once[u"tool"_s][u"driver"_s][u"rules"_s].toArray();
     QCOMPARE(rules.size(), kRules);
-    const QJsonArray results = once[QStringLiteral("results")].toArray();
+    const QJsonArray results = once[u"results"_s].toArray();
     QCOMPARE(results.size(), 3);
     for (const QJsonValue &result : results)
-        QCOMPARE(rules[result[QStringLiteral("ruleIndex")].toInt()][QStringLiteral("id")],
-                 result[QStringLiteral("ruleId")]);
-    const QJsonValue place = results[0][QStringLiteral("locations")][0][QStringLiteral("physicalLocation")];
-    QCOMPARE(place[QStringLiteral("artifactLocation")][QStringLiteral("uri")].toString(),
-             QStringLiteral("i.xml"));
-    const QJsonObject region = {{QStringLiteral("startLine"), 1},   {QStringLiteral("startColumn"), 12},
-                                {QStringLiteral("endLine"), 1},     {QStringLiteral("endColumn"), 15},
-                                {QStringLiteral("charOffset"), 11}, {QStringLiteral("charLength"), 3}};
-    QCOMPARE(place[QStringLiteral("region")].toObject(), region);
-    const QJsonValue list = results[2][QStringLiteral("locations")][0][QStringLiteral("physicalLocation")];
-    QCOMPARE(list[QStringLiteral("region")][QStringLiteral("endLine")].toInt(), 3); // of an element
+        QCOMPARE(rules[result[u"ruleIndex"_s].toInt()][u"id"_s], result[u"ruleId"_s]);
+    const QJsonValue place = results[0][u"locations"_s][0][u"physicalLocation"_s];
+    QCOMPARE(place[u"artifactLocation"_s][u"uri"_s].toString(), u"i.xml"_s);
+    const QJsonObject region = {{u"startLine"_s, 1},  {u"startColumn"_s, 12}, {u"endLine"_s, 1},
+                                {u"endColumn"_s, 15}, {u"charOffset"_s, 11},  {u"charLength"_s, 3}};
+    QCOMPARE(place[u"region"_s].toObject(), region);
+    const QJsonValue list = results[2][u"locations"_s][0][u"physicalLocation"_s];
+    QCOMPARE(list[u"region"_s][u"endLine"_s].toInt(), 3); // of an element
 }
 
 void tst_checkreport::exitStatus_data()
@@ -156,25 +148,24 @@ void tst_checkreport::exitStatus()
     QFETCH(int, status);
 
     const FaultyTheme theme;
-    const Ran ran =
-        run(QStringList{QStringLiteral("check"), theme.folder()} + options.split(u' ', Qt::SkipEmptyParts));
+    const Ran ran = run(QStringList{u"check"_s, theme.folder()} + options.split(u' ', Qt::SkipEmptyParts));
     QCOMPARE(ran.status, status);
     QCOMPARE(ran.out.isEmpty(), status == 2);
     QCOMPARE(ran.err.isEmpty(), status != 2);
-    QCOMPARE(run({QStringLiteral("check"), theme.folder(), QStringLiteral("--ignore"),
-                  QStringLiteral("unused-image:x y"), QStringLiteral("--fail-on"), QStringLiteral("note")})
-                 .out.contains("unused-image"),
-             false);
+    QCOMPARE(
+        run({u"check"_s, theme.folder(), u"--ignore"_s, u"unused-image:x y"_s, u"--fail-on"_s, u"note"_s})
+            .out.contains("unused-image"),
+        false);
 }
 
 void tst_checkreport::cannotRun_data()
 {
     QTest::addColumn<QString>("words");
-    QTest::newRow("no theme") << QStringLiteral("check");
-    QTest::newRow("no folder") << QStringLiteral("check FOLDER/none");
-    QTest::newRow("no theme.xml") << QStringLiteral("check FOLDER");
-    QTest::newRow("two") << QStringLiteral("check FOLDER FOLDER");
-    QTest::newRow("options without check") << QStringLiteral("FOLDER --format json");
+    QTest::newRow("no theme") << u"check"_s;
+    QTest::newRow("no folder") << u"check FOLDER/none"_s;
+    QTest::newRow("no theme.xml") << u"check FOLDER"_s;
+    QTest::newRow("two") << u"check FOLDER FOLDER"_s;
+    QTest::newRow("options without check") << u"FOLDER --format json"_s;
 }
 
 void tst_checkreport::cannotRun()
@@ -182,7 +173,7 @@ void tst_checkreport::cannotRun()
     QFETCH(QString, words);
 
     const TestFiles files;
-    const Ran ran = run(words.replace(QStringLiteral("FOLDER"), files.folder()).split(u' '));
+    const Ran ran = run(words.replace(u"FOLDER"_s, files.folder()).split(u' '));
     QCOMPARE(ran.status, 2);
     QVERIFY(ran.out.isEmpty());
     QVERIFY(!ran.err.isEmpty());
@@ -191,8 +182,8 @@ void tst_checkreport::cannotRun()
 // What its README lists; that its pictures fit is not looked at.
 void tst_checkreport::exampleTheme()
 {
-    const CommandLine line = parseCommandLine({QStringLiteral("quillmere"), QStringLiteral("check"),
-                                               QStringLiteral(EXAMPLES_FOLDER "/aurora/theme")});
+    const CommandLine line =
+        parseCommandLine({u"quillmere"_s, u"check"_s, QStringLiteral(EXAMPLES_FOLDER "/aurora/theme")});
     QBuffer out;
     out.open(QIODevice::WriteOnly);
     QTextStream err(stderr);
@@ -205,11 +196,9 @@ void tst_checkreport::exampleTheme()
              1);
     // Each of six languages lacks texts in sixteen windows, and has six that no window shows.
     const QMap<QString, int> expected = {
-        {QStringLiteral("duplicate-id"), 1},      {QStringLiteral("missing-document"), 1},
-        {QStringLiteral("missing-font-file"), 8}, {QStringLiteral("missing-image-file"), 1},
-        {QStringLiteral("unlisted-document"), 1}, {QStringLiteral("untranslated"), 6 * 16},
-        {QStringLiteral("unused-colour"), 1},     {QStringLiteral("unused-image"), 2},
-        {QStringLiteral("unused-string"), 6 * 6}};
+        {u"duplicate-id"_s, 1},       {u"missing-document"_s, 1},  {u"missing-font-file"_s, 8},
+        {u"missing-image-file"_s, 1}, {u"unlisted-document"_s, 1}, {u"untranslated"_s, 6 * 16},
+        {u"unused-colour"_s, 1},      {u"unused-image"_s, 2},      {u"unused-string"_s, 6 * 6}};
     QMap<QString, int> counts;
     for (const QByteArray &problem : out.data().split('\n')) {
         if (problem.endsWith(']'))
@@ -225,9 +214,8 @@ void tst_checkreport::rulesAreInTheManual()
     const QString text = QString::fromUtf8(manual.readAll());
     for (int number = 0; number < kRules; ++number) {
         const RuleText &rule = textOf(Rule(number));
-        const QString line =
-            QStringLiteral("| `%1` | %2 | %3 |\n")
-                .arg(QLatin1String(rule.id), nameOf(rule.severity), QLatin1String(rule.explanation));
+        const QString line = u"| `%1` | %2 | %3 |\n"_s.arg(QLatin1String(rule.id), nameOf(rule.severity),
+                                                           QLatin1String(rule.explanation));
         QVERIFY2(text.contains(line), rule.id);
     }
 }

@@ -3,6 +3,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -16,24 +17,23 @@ QByteArray window(const QByteArray &blocks)
 ThemeFiles cleanTheme()
 {
     return {
-        {QStringLiteral("theme.xml"),
+        {u"theme.xml"_s,
          "<theme><config>\n<file_widget>widget/widget.xml</file_widget>\n<file_image>image.xml</file_image>\n"
          "<file_color>color.xml</file_color>\n<file_font>font.xml</file_font>\n"
          "<file_i18n>i18n.xml</file_i18n>\n<name>x</name></config></theme>"},
-        {QStringLiteral("widget/widget.xml"), "<interface><width>100</width><height>100</height>\n<widget "
-                                              "class=\"window\" name=\"w\"/></interface>"},
-        {QStringLiteral("image.xml"), "<image id=\"Pic\">pic.png</image>"},
-        {QStringLiteral("pic.png"), "20x10"},
-        {QStringLiteral("color.xml"), "<color name=\"Red\">#FF0000</color>"},
-        {QStringLiteral("font.xml"), "<font>\n<name>F</name><file>f.ttf</file></font>"},
-        {QStringLiteral("f.ttf"), "font"},
-        {QStringLiteral("i18n.xml"), "<language id=\"German\">german.xml</language>"},
-        {QStringLiteral("german.xml"),
+        {u"widget/widget.xml"_s, "<interface><width>100</width><height>100</height>\n<widget "
+                                 "class=\"window\" name=\"w\"/></interface>"},
+        {u"image.xml"_s, "<image id=\"Pic\">pic.png</image>"},
+        {u"pic.png"_s, "20x10"},
+        {u"color.xml"_s, "<color name=\"Red\">#FF0000</color>"},
+        {u"font.xml"_s, "<font>\n<name>F</name><file>f.ttf</file></font>"},
+        {u"f.ttf"_s, "font"},
+        {u"i18n.xml"_s, "<language id=\"German\">german.xml</language>"},
+        {u"german.xml"_s,
          "<language name=\"German\"><font>F</font>\n<tran id=\"Hello\">Hallo</tran></language>"},
-        {QStringLiteral("style.xml"),
-         "<widget name=\"s\"><img>Pic</img><backcolor>[Red,Red,Red]</backcolor><font>F</font>"
-         "<string>Hello</string></widget>"},
-        {QStringLiteral("widget/w.xml"), window("")},
+        {u"style.xml"_s, "<widget name=\"s\"><img>Pic</img><backcolor>[Red,Red,Red]</backcolor><font>F</font>"
+                         "<string>Hello</string></widget>"},
+        {u"widget/w.xml"_s, window("")},
     };
 }
 
@@ -138,13 +138,13 @@ void tst_checks::windows()
 
     ThemeFiles theme = cleanTheme();
     QCOMPARE(problemsOf(theme), QStringList());
-    theme[QStringLiteral("widget/w.xml")] = window(blocks);
+    theme[u"widget/w.xml"_s] = window(blocks);
     QStringList expected;
     for (const QString &line : found.split(u'|', Qt::SkipEmptyParts))
         expected.append(u"widget/w.xml:" + line);
     // An unfinished window is a text without its end.
     if (QLatin1String(QTest::currentDataTag()) == QLatin1String("half typed"))
-        theme[QStringLiteral("widget/w.xml")].chop(int(qstrlen("\n</children></widget></interface>")));
+        theme[u"widget/w.xml"_s].chop(int(qstrlen("\n</children></widget></interface>")));
     QCOMPARE(problemsOf(theme), expected);
 }
 
@@ -231,14 +231,14 @@ void tst_checks::oneWindowOfNewText()
     const TestFiles files;
     const ThemeFiles theme = cleanTheme();
     for (auto file = theme.cbegin(); file != theme.cend(); ++file)
-        files.write(QStringLiteral("theme/") + file.key(), *file);
+        files.write(u"theme/"_s + file.key(), *file);
     ThemeSources sources;
-    sources.folder = files.path(QStringLiteral("theme"));
+    sources.folder = files.path(u"theme"_s);
     PictureStore pictures(readTextPicture);
     const auto index = ThemeIndex::build(sources);
     const auto checked = checkTheme(sources, *index, pictures);
 
-    const QString path = files.path(QStringLiteral("theme/widget/w.xml"));
+    const QString path = files.path(u"theme/widget/w.xml"_s);
     const QString text = QString::fromLatin1(window("<widget name=\"a\"><rect>[0,0,5,5]</rect>"
                                                     "<string>New</string>\r\n  <img>Pic</img></widget>"));
     const QList<Problem> alone =
@@ -259,17 +259,17 @@ void tst_checks::oneWindowOfNewText()
 void tst_checks::remembersPictures()
 {
     const TestFiles files;
-    files.write(QStringLiteral("a.png"), "3x4");
+    files.write(u"a.png"_s, "3x4");
     int reads = 0;
     PictureStore store([&reads](const QByteArray &bytes) {
         ++reads;
         return readTextPicture(bytes);
     });
-    const QStringList paths = {files.path(QStringLiteral("a.png"))};
+    const QStringList paths = {files.path(u"a.png"_s)};
     QCOMPARE(store.facts(paths, files.folder(), {}).first().size, QSize(3, 4));
     store.facts(paths, files.folder(), {});
     QCOMPARE(reads, 1);
-    files.write(QStringLiteral("a.png"), "30x40");
+    files.write(u"a.png"_s, "30x40");
     QCOMPARE(store.facts(paths, files.folder(), {}).first().size, QSize(30, 40));
 }
 

@@ -9,6 +9,7 @@
 namespace {
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 using Lines = QMap<QString, QStringList>;
 
 constexpr int kThemes = 200;
@@ -21,50 +22,48 @@ class RandomTheme
 public:
     explicit RandomTheme(quint32 seed) : m_random(seed)
     {
-        m_lines[QStringLiteral("theme.xml")] = {
-            QStringLiteral("<theme><config>"),
-            QStringLiteral("<file_widget>widget/widget.xml</file_widget>"),
-            QStringLiteral("<file_image>images/image.xml</file_image>"),
-            QStringLiteral("<file_color>color.xml</file_color>"),
-            QStringLiteral("<file_font>font.xml</file_font>"),
-            QStringLiteral("<file_i18n>i18n/i18n.xml</file_i18n>"),
-            QStringLiteral("<spare></spare>"),
-            QStringLiteral("</config></theme>")};
-        QStringList &style = m_lines[QStringLiteral("style.xml")];
-        style.append(QStringLiteral("<interface>"));
+        m_lines[u"theme.xml"_s] = {u"<theme><config>"_s,
+                                   u"<file_widget>widget/widget.xml</file_widget>"_s,
+                                   u"<file_image>images/image.xml</file_image>"_s,
+                                   u"<file_color>color.xml</file_color>"_s,
+                                   u"<file_font>font.xml</file_font>"_s,
+                                   u"<file_i18n>i18n/i18n.xml</file_i18n>"_s,
+                                   u"<spare></spare>"_s,
+                                   u"</config></theme>"_s};
+        QStringList &style = m_lines[u"style.xml"_s];
+        style.append(u"<interface>"_s);
         for (int i = 0; i < below(8) + 2; ++i) {
-            add("images/image.xml", QStringLiteral("<image id = \"img_%1\">p/%1.png</image>").arg(i));
-            m_lines[QStringLiteral("images/p/%1.png").arg(i)] = {QStringLiteral("%1x%1").arg(i + 5)};
-            add("color.xml", QStringLiteral("<color name=\"col_%1\">#00000%1</color>").arg(i));
-            add("font.xml", QStringLiteral("<font><name>font_%1</name><file>f.ttf</file></font>").arg(i));
-            style.append(QStringLiteral("<widget name=\"s%1\"><img>img_%1</img><font>font_%1</font>"
-                                        "<backcolor>[col_%1,col_%1,col_%1]</backcolor></widget>")
-                             .arg(i));
+            add("images/image.xml", u"<image id = \"img_%1\">p/%1.png</image>"_s.arg(i));
+            m_lines[u"images/p/%1.png"_s.arg(i)] = {u"%1x%1"_s.arg(i + 5)};
+            add("color.xml", u"<color name=\"col_%1\">#00000%1</color>"_s.arg(i));
+            add("font.xml", u"<font><name>font_%1</name><file>f.ttf</file></font>"_s.arg(i));
+            style.append(u"<widget name=\"s%1\"><img>img_%1</img><font>font_%1</font>"
+                         "<backcolor>[col_%1,col_%1,col_%1]</backcolor></widget>"_s.arg(i));
             ++m_names;
         }
-        add("images/image.xml", QStringLiteral("<image id=\"large\">p/large.png</image>"));
-        m_lines[QStringLiteral("images/p/large.png")] = {QStringLiteral("300x300")};
-        m_lines[QStringLiteral("images/damaged.png")] = {QStringLiteral("no picture")};
-        style.append(QStringLiteral("<widget><img>large</img></widget>"));
-        style.append(QStringLiteral("</interface>"));
+        add("images/image.xml", u"<image id=\"large\">p/large.png</image>"_s);
+        m_lines[u"images/p/large.png"_s] = {u"300x300"_s};
+        m_lines[u"images/damaged.png"_s] = {u"no picture"_s};
+        style.append(u"<widget><img>large</img></widget>"_s);
+        style.append(u"</interface>"_s);
         for (int i = 0; i < kSpare; ++i) {
             for (const char *file : {"images/image.xml", "color.xml", "font.xml"})
-                add(file, QStringLiteral("<spare/>"));
+                add(file, u"<spare/>"_s);
         }
-        m_lines[QStringLiteral("f.ttf")] = {QStringLiteral("font")};
-        add("widget/widget.xml", QStringLiteral("<interface><width>1280</width><height>720</height>"));
+        m_lines[u"f.ttf"_s] = {u"font"_s};
+        add("widget/widget.xml", u"<interface><width>1280</width><height>720</height>"_s);
         for (int language = 0; language < 2; ++language) {
-            add("i18n/i18n.xml", QStringLiteral("<language id=\"L%1\">l%1.xml</language>").arg(language));
-            m_lines[languageFile(language)] = {QStringLiteral("<language name=\"L\">")};
+            add("i18n/i18n.xml", u"<language id=\"L%1\">l%1.xml</language>"_s.arg(language));
+            m_lines[languageFile(language)] = {u"<language name=\"L\">"_s};
         }
-        add("i18n/i18n.xml", QStringLiteral("<spare/>"));
+        add("i18n/i18n.xml", u"<spare/>"_s);
         for (int window = 0; window < below(4) + 1; ++window)
             addWindow(window);
         for (int i = 0; i < kSpare; ++i)
-            add("widget/widget.xml", QStringLiteral("<spare/>"));
-        add("widget/widget.xml", QStringLiteral("</interface>"));
+            add("widget/widget.xml", u"<spare/>"_s);
+        add("widget/widget.xml", u"</interface>"_s);
         for (int language = 0; language < 2; ++language)
-            m_lines[languageFile(language)].append(QStringLiteral("<spare/>"));
+            m_lines[languageFile(language)].append(u"<spare/>"_s);
     }
 
     ThemeFiles files() const
@@ -148,47 +147,41 @@ public:
             m_once.append(place.first);
         m_lines[place.first][place.second] =
             QString::fromLatin1(fault.after).replace(u'%', QString::number(m_taken.size()));
-        return QStringLiteral("%1:%2 %3")
-            .arg(place.first)
-            .arg(place.second + 1)
-            .arg(QLatin1String(fault.rule));
+        return u"%1:%2 %3"_s.arg(place.first).arg(place.second + 1).arg(QLatin1String(fault.rule));
     }
 
 private:
     int below(int most) { return int(m_random.bounded(quint32(most))); }
     void add(const char *file, const QString &line) { m_lines[QLatin1String(file)].append(line); }
-    static QString languageFile(int language) { return QStringLiteral("i18n/l%1.xml").arg(language); }
+    static QString languageFile(int language) { return u"i18n/l%1.xml"_s.arg(language); }
     QString name(const char *kind) { return QLatin1String(kind) + QString::number(below(m_names)); }
 
     void addWindow(int number)
     {
-        const QString windowName = QStringLiteral("w_%1").arg(number);
+        const QString windowName = u"w_%1"_s.arg(number);
         add("widget/widget.xml", u"<widget class=\"window\" name=\"" + windowName + u"\"/>");
-        QStringList &lines = m_lines[QStringLiteral("widget/") + windowName + QStringLiteral(".xml")];
-        lines = {QStringLiteral("<interface><!-- a window -->"),
-                 QStringLiteral(
-                     "<widget class=\"window\" name=\"first\"><rect>[ 0,0, 800,600 ]</rect><children>")};
+        QStringList &lines = m_lines[u"widget/"_s + windowName + u".xml"_s];
+        lines = {u"<interface><!-- a window -->"_s,
+                 u"<widget class=\"window\" name=\"first\"><rect>[ 0,0, 800,600 ]</rect><children>"_s};
         for (int block = 0; block < below(12) + 3; ++block) {
-            const QString text = windowName + QStringLiteral(" text %1").arg(block);
+            const QString text = windowName + u" text %1"_s.arg(block);
             const QString indent(below(5), u' ');
             for (const QString &line :
-                 {QStringLiteral("<widget class=\"text\" name=\"b_%1\">").arg(block),
-                  QStringLiteral("<property>"),
-                  QStringLiteral("<rect>[%1,%2,100,50]</rect>").arg(below(700)).arg(below(550)),
+                 {u"<widget class=\"text\" name=\"b_%1\">"_s.arg(block), u"<property>"_s,
+                  u"<rect>[%1,%2,100,50]</rect>"_s.arg(below(700)).arg(below(550)),
                   QString(u"<forecolor>[" + name("col_") + u", " + name("col_") + u",#FFFFFF]</forecolor>"),
                   QString(u"<font>" + name("font_") + u"</font>"), QString(u"<string>" + text + u"</string>"),
-                  QStringLiteral("<imgs>"), QStringLiteral("<mode>single</mode>"),
-                  QString(u"<img>" + name("img_") + u"</img>"), QStringLiteral("</imgs>"),
-                  QStringLiteral("</property>"), QStringLiteral("</widget>")})
+                  u"<imgs>"_s, u"<mode>single</mode>"_s, QString(u"<img>" + name("img_") + u"</img>"),
+                  u"</imgs>"_s, u"</property>"_s, u"</widget>"_s})
                 lines.append(indent + line);
             for (int language = 0; language < 2; ++language)
                 m_lines[languageFile(language)].append(u"<tran id=\"" + text + u"\">x</tran>");
         }
-        lines.append(QStringLiteral("</children></widget></interface>"));
+        lines.append(u"</children></widget></interface>"_s);
     }
 
     QRandomGenerator m_random;
-    QString m_ends = below(2) == 0 ? QStringLiteral("\n") : QStringLiteral("\r\n");
+    QString m_ends = below(2) == 0 ? u"\n"_s : u"\r\n"_s;
     Lines m_lines;
     QList<QPair<QString, int>> m_taken;
     QStringList m_once; // files with a fault that is told once in each
@@ -224,8 +217,7 @@ void tst_plantedfaults::everyFaultAtItsLine()
             });
             rules.insert(fault.section(u' ', 1));
             QVERIFY2(isFound,
-                     qPrintable(
-                         QStringLiteral("theme %1: %2\nfound:\n%3").arg(seed).arg(fault, found.join(u'\n'))));
+                     qPrintable(u"theme %1: %2\nfound:\n%3"_s.arg(seed).arg(fault, found.join(u'\n'))));
         }
     }
     QVERIFY(planted > kThemes * kFaults / 2);

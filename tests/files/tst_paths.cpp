@@ -13,6 +13,7 @@
 #endif
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 class TestPaths : public QObject
 {
@@ -24,10 +25,10 @@ private slots:
         const auto joined = [](QStringView folder, QStringView name) {
             return QDir::fromNativeSeparators(joinPath(withOwnSeparators(folder), withOwnSeparators(name)));
         };
-        QCOMPARE(joined(u"/a/b\\/", u"/c"), QStringLiteral("/a/b/c"));
-        QCOMPARE(joined(u"/", u"c"), QStringLiteral("/c"));
-        QCOMPARE(joined(u"", u"c"), QStringLiteral("c"));
-        QCOMPARE(joined(u"/a", u""), QStringLiteral("/a/"));
+        QCOMPARE(joined(u"/a/b\\/", u"/c"), u"/a/b/c"_s);
+        QCOMPARE(joined(u"/", u"c"), u"/c"_s);
+        QCOMPARE(joined(u"", u"c"), u"c"_s);
+        QCOMPARE(joined(u"/a", u""), u"/a/"_s);
         QVERIFY(isThemeFolder(withOwnSeparators(u"/a/theme")));
         for (const char *path : {"/a/Theme", "/a/mytheme", "/theme/a", "/a/theme/", "theme"})
             QVERIFY2(!isThemeFolder(withOwnSeparators(QString::fromLatin1(path))), path);
@@ -45,8 +46,8 @@ private slots:
                    {u"folder is no file", u"images/sub"},
                    {u"file is no folder", u"Images/Logo.PNG/a"},
                    {u"separator at the end", u"Images/Logo.PNG/"},
-                   {u"nul", QString(QStringLiteral("Images/Logo.PNG") + QChar())},
-                   {u"endless", QStringLiteral("a/").repeated(50000)}});
+                   {u"nul", QString(u"Images/Logo.PNG"_s + QChar())},
+                   {u"endless", u"a/"_s.repeated(50000)}});
     }
 
     void finds()
@@ -66,64 +67,58 @@ private slots:
     void findsTheExactNameAndRegularFilesOnly()
     {
         const TestFiles files;
-        const QString pipe = files.path(QStringLiteral("pipe.xml"));
+        const QString pipe = files.path(u"pipe.xml"_s);
 #ifdef Q_OS_UNIX
         QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
 #endif
-        QCOMPARE(findFile(pipe) + findFile(QStringLiteral("/dev/zero")), QString());
-        const QString large = files.write(QStringLiteral("A.xml")),
-                      small = files.write(QStringLiteral("a.xml"));
+        QCOMPARE(findFile(pipe) + findFile(u"/dev/zero"_s), QString());
+        const QString large = files.write(u"A.xml"_s), small = files.write(u"a.xml"_s);
         if (filesOf(files.folder()).size() < 2)
             QSKIP("this file system takes both names for one");
-        QCOMPARE(filesOf(files.folder()).join(u' '), QStringLiteral("A.xml a.xml"));
+        QCOMPARE(filesOf(files.folder()).join(u' '), u"A.xml a.xml"_s);
         QCOMPARE(findFile(small) + findFile(large), QString(small + large));
-        QVERIFY(!FileNames().contains(files.folder(), QStringLiteral("A.XML")));
+        QVERIFY(!FileNames().contains(files.folder(), u"A.XML"_s));
     }
 
     void lists()
     {
         const TestFiles files({"b.xml", "A.xml", "C.xml", ".dot", "sub/inner.xml"});
-        const QString expected = QStringLiteral(".dot A.xml b.xml C.xml");
+        const QString expected = u".dot A.xml b.xml C.xml"_s;
         QCOMPARE(filesOf(files.folder()).join(u' '), expected);
-        QCOMPARE(filesOf(files.path(QStringLiteral("none"))) + filesOf({}), QStringList());
+        QCOMPARE(filesOf(files.path(u"none"_s)) + filesOf({}), QStringList());
         FileNames names;
-        QVERIFY(names.contains(files.folder(), QStringLiteral("A.xml")));
-        QVERIFY(!names.contains(files.folder(), QStringLiteral("a.xml")));
-        QVERIFY(!names.contains(files.folder(), QStringLiteral("sub")));
+        QVERIFY(names.contains(files.folder(), u"A.xml"_s));
+        QVERIFY(!names.contains(files.folder(), u"a.xml"_s));
+        QVERIFY(!names.contains(files.folder(), u"sub"_s));
         // The folder may be written in other letters, the file's name may not.
-        QVERIFY(names.contains(files.path(QStringLiteral("SUB/")), QStringLiteral("inner.xml")));
+        QVERIFY(names.contains(files.path(u"SUB/"_s), u"inner.xml"_s));
 
         FileList list;
         const QAbstractItemModelTester tester(&list, QAbstractItemModelTester::FailureReportingMode::QtTest);
         QCOMPARE(list.rowCount(), 0);
         list.setPath(files.folder() + u'/');
         QCOMPARE(list.files().join(u' '), expected);
-        files.write(QStringLiteral("d.xml"));
+        files.write(u"d.xml"_s);
         QCOMPARE(list.rowCount(), 4);
         list.refresh();
-        QCOMPARE(list.index(4).data().toString(), QStringLiteral("d.xml"));
+        QCOMPARE(list.index(4).data().toString(), u"d.xml"_s);
     }
 
     void makesPictureUrls()
     {
-        QCOMPARE(
-            withPictureUrls(QStringLiteral("a url('/t/a b%20#?&\"<;\\c.png') b URL('/it's (1).png')c"), {}),
-            QStringLiteral("a url('quillmere:/t/a%20b%2520%23%3F%26%22%3C%3B/c.png') b "
-                           "URL('quillmere:/it%27s%20%281%29.png')c"));
-        QCOMPARE(
-            withPictureUrls(
-                QStringLiteral("url('') url('C:\\\u0436.png') url(a) url(\"b\") url( 'c') url('d"), {}),
-            QStringLiteral("url('') url('quillmere:/C%3A/%D0%B6.png') url(a) url(\"b\") url( 'c') url('d"));
+        QCOMPARE(withPictureUrls(u"a url('/t/a b%20#?&\"<;\\c.png') b URL('/it's (1).png')c"_s, {}),
+                 u"a url('quillmere:/t/a%20b%2520%23%3F%26%22%3C%3B/c.png') b "
+                 "URL('quillmere:/it%27s%20%281%29.png')c"_s);
+        QCOMPARE(withPictureUrls(u"url('') url('C:\\\u0436.png') url(a) url(\"b\") url( 'c') url('d"_s, {}),
+                 u"url('') url('quillmere:/C%3A/%D0%B6.png') url(a) url(\"b\") url( 'c') url('d"_s);
         const TestFiles files({"t/a.png", "a.png"});
-        const qint64 written =
-            QFileInfo(files.path(QStringLiteral("t/a.png"))).lastModified().toMSecsSinceEpoch();
+        const qint64 written = QFileInfo(files.path(u"t/a.png"_s)).lastModified().toMSecsSinceEpoch();
         const auto urlOf = [&](const QString &path) {
-            return withPictureUrls(QString(u"url('" + files.folder() + path + u"')"),
-                                   files.path(QStringLiteral("t/")));
+            return withPictureUrls(QString(u"url('" + files.folder() + path + u"')"), files.path(u"t/"_s));
         };
-        QCOMPARE(urlOf(QStringLiteral("/t/a.png")), QString(u"url('quillmere:" + files.folder() +
-                                                            u"/t/a.png?" + QString::number(written) + u"')"));
-        for (const QString &outside : {QStringLiteral("/a.png"), QStringLiteral("/t/../a.png")})
+        QCOMPARE(urlOf(u"/t/a.png"_s), QString(u"url('quillmere:" + files.folder() + u"/t/a.png?" +
+                                               QString::number(written) + u"')"));
+        for (const QString &outside : {u"/a.png"_s, u"/t/../a.png"_s})
             QVERIFY(!urlOf(outside).contains(u'?'));
         // As it comes back from the browser.
         const QString path = withOwnSeparators(u"//s/a'b\"(c)[d]{e}&;=+@:!$,~*%41%2f#?./../\u0436\uFFFF.png");
@@ -169,29 +164,29 @@ private slots:
         QFETCH(QString, admitted);
         if (!admitted.isEmpty())
             admitted = QFileInfo(files.path(admitted)).canonicalFilePath();
-        const QString theme = files.path(QStringLiteral("theme"));
+        const QString theme = files.path(u"theme"_s);
         QUrl url = pictureUrl(files.path(asked));
         QCOMPARE(PictureLookup(theme).admitted(url), admitted);
-        QCOMPARE(PictureLookup(files.path(QStringLiteral("linked/"))).admitted(url), admitted);
-        QVERIFY(admitted.isEmpty() || liesBelow(admitted, QStringLiteral("/")));
+        QCOMPARE(PictureLookup(files.path(u"linked/"_s)).admitted(url), admitted);
+        QVERIFY(admitted.isEmpty() || liesBelow(admitted, u"/"_s));
         QCOMPARE(PictureLookup({}).admitted(url), QString());
-        url.setScheme(QStringLiteral("file"));
+        url.setScheme(u"file"_s);
         QCOMPARE(PictureLookup(theme).admitted(url), QString());
     }
 
     void listsFoldersOnce()
     {
         const TestFiles files({"theme/a.png", "theme/sub/b.png", "c.png"});
-        PictureLookup lookup(files.path(QStringLiteral("theme")));
+        PictureLookup lookup(files.path(u"theme"_s));
         const auto ask = [&](const QString &path) { return lookup.admitted(pictureUrl(files.path(path))); };
         for (int number = 0; number < 9; ++number) {
-            QVERIFY(ask(QStringLiteral("theme/none%1.png").arg(number)).isEmpty());
-            QVERIFY(ask(QStringLiteral("theme/SUB/none%1.png").arg(number)).isEmpty());
-            QVERIFY(ask(QStringLiteral("none%1.png").arg(number)).isEmpty());
+            QVERIFY(ask(u"theme/none%1.png"_s.arg(number)).isEmpty());
+            QVERIFY(ask(u"theme/SUB/none%1.png"_s.arg(number)).isEmpty());
+            QVERIFY(ask(u"none%1.png"_s.arg(number)).isEmpty());
         }
         QCOMPARE(lookup.listings(), 2);
-        files.write(QStringLiteral("theme/late.png"));
-        QVERIFY(!ask(QStringLiteral("theme/late.png")).isEmpty());
+        files.write(u"theme/late.png"_s);
+        QVERIFY(!ask(u"theme/late.png"_s).isEmpty());
     }
 
     // A drawing is none by whatever name; nor is what merely is called a picture.
@@ -204,8 +199,8 @@ private slots:
               QByteArray("BM00"), QByteArray("RIFF0000WEBPVP8"), QByteArray("\0\0\1\0\1", 5),
               QByteArray("<svg xmlns='http://www.w3.org/2000/svg'/>"), QByteArray("\x1f\x8b\x08"),
               QByteArray()}) {
-            files.write(QStringLiteral("a"), bytes);
-            QFile file(files.path(QStringLiteral("a")));
+            files.write(u"a"_s, bytes);
+            QFile file(files.path(u"a"_s));
             QVERIFY(file.open(QIODevice::ReadOnly));
             list += pixelFormat(file) + ' ';
             QCOMPARE(file.readAll(), bytes);

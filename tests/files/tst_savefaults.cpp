@@ -116,6 +116,7 @@ int close(int file)
 }
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 class TestSaveFaults : public QObject
 {
@@ -154,7 +155,7 @@ private slots:
         QFETCH(QString, step);
         QStringList steps;
         const QByteArray old(100'000, 'o');
-        const QString name = QStringLiteral("a.xml"), longest(255, u'n');
+        const QString name = u"a.xml"_s, longest(255, u'n');
         for (const auto &file : {Saved{name, {}}, Saved{name, old}, Saved{longest, old}}) {
             for (const bool stays : {false, true}) {
                 bool hit = true;
@@ -202,7 +203,7 @@ private slots:
     void unsavedText()
     {
         const TestFiles files;
-        const QString file = files.path(QStringLiteral("recovery/a.txt"));
+        const QString file = files.path(u"recovery/a.txt"_s);
         for (const Fault &wanted : {Fault{"mkdir", 1, EROFS}, Fault{"write", 1, ENOSPC, true, true}}) {
             QString message;
             fault = wanted;
@@ -212,9 +213,9 @@ private slots:
                 message = error.message();
             }
             fault = {};
-            QCOMPARE(message, QStringLiteral("Cannot keep the unsaved text in \"%1\": %2.")
-                                  .arg(file, qt_error_string(wanted.error)));
-            QVERIFY(QDir(files.path(QStringLiteral("recovery"))).isEmpty());
+            QCOMPARE(message, u"Cannot keep the unsaved text in \"%1\": %2."_s.arg(
+                                  file, qt_error_string(wanted.error)));
+            QVERIFY(QDir(files.path(u"recovery"_s)).isEmpty());
         }
     }
 
@@ -230,13 +231,13 @@ private:
         const auto &[name, old] = file;
         const TestFiles files, backup;
         Files disk;
-        disk.backups().setFolder(backup.path(QStringLiteral("copies")));
+        disk.backups().setFolder(backup.path(u"copies"_s));
         if (!old.isEmpty())
             files.write(name, old);
         const QByteArray before = files.read(name);
         const QByteArray text(old.isEmpty() ? 2000 : 200'000, 'n');
         const QString unicode = QString::fromLatin1(text);
-        const QString about = QStringLiteral("%1 %2").arg(QLatin1String(wanted.call)).arg(wanted.turn);
+        const QString about = u"%1 %2"_s.arg(QLatin1String(wanted.call)).arg(wanted.turn);
 
         QString message;
         fault = wanted;
@@ -253,7 +254,7 @@ private:
         if (message.isEmpty()) {
             QVERIFY2(files.read(name) == text, qPrintable(about));
             QVERIFY2(entries == QStringList(name), qPrintable(about));
-            QDirIterator copy(disk.backups().folder(), {QStringLiteral("*Z")}, QDir::Files | QDir::Hidden,
+            QDirIterator copy(disk.backups().folder(), {u"*Z"_s}, QDir::Files | QDir::Hidden,
                               QDirIterator::Subdirectories);
             QVERIFY2(copy.hasNext() != old.isEmpty(), qPrintable(about));
             if (!old.isEmpty()) {
@@ -265,7 +266,7 @@ private:
         const QString told = QString(about + u": " + message + u' ' + entries.join(u' '));
         QVERIFY2(files.read(name) == before, qPrintable(told));
         QVERIFY2(entries == (old.isEmpty() ? QStringList() : QStringList(name)), qPrintable(told));
-        const QString from = QStringLiteral("Cannot "), quoted = QString(u" \"" + files.path(name) + u"\": ");
+        const QString from = u"Cannot "_s, quoted = QString(u" \"" + files.path(name) + u"\": ");
         QVERIFY2(message.startsWith(from) && message.contains(quoted), qPrintable(told));
         QVERIFY2(message.endsWith(QString(qt_error_string(wanted.error) + u'.')), qPrintable(told));
         QVERIFY2(hit, qPrintable(told));

@@ -12,6 +12,7 @@
 #endif
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // Root is stopped by no permission, so most failures are made of folders, pipes and limits.
 class TestSaveFile : public QObject
@@ -47,7 +48,7 @@ private:
         } catch (const RunTimeError &error) {
             message = error.message();
         }
-        const QString start = QStringLiteral("Cannot %1 \"").arg(QLatin1String(step));
+        const QString start = u"Cannot %1 \""_s.arg(QLatin1String(step));
         QVERIFY2(message.startsWith(start) && message.contains(QFileInfo(name).fileName()),
                  qPrintable(message));
         QCOMPARE(m_files->read(name), old);
@@ -63,7 +64,7 @@ private slots:
     {
         m_files = std::make_unique<TestFiles>();
         m_backup = std::make_unique<TestFiles>();
-        m_path = m_files->write(QStringLiteral("a.xml"), "old");
+        m_path = m_files->write(u"a.xml"_s, "old");
         m_disk.emplace();
         m_disk->backups().setFolder(m_backup->folder());
     }
@@ -72,11 +73,11 @@ private slots:
     {
         for (const QByteArray &old : {QByteArray("a\r\n"), QByteArray("\xFF\x81\n"), QByteArray("\xC3\xBC"),
                                       QByteArray("\xEF\xBB\xBF"), QByteArray("a\0\n", 3), QByteArray()}) {
-            m_files->write(QStringLiteral("a.xml"), old);
+            m_files->write(u"a.xml"_s, old);
             m_disk->saveOwn(m_path, LoadFile(m_path));
-            QCOMPARE(m_files->read(QStringLiteral("a.xml")), old);
+            QCOMPARE(m_files->read(u"a.xml"_s), old);
             m_disk->saveOwn(m_path, LoadFile(m_path) + QChar(0xE9));
-            QCOMPARE(m_files->read(QStringLiteral("a.xml")),
+            QCOMPARE(m_files->read(u"a.xml"_s),
                      old + (old.contains('\xC3') || old.contains('\xEF') ? "\xC3\xA9" : "\xE9"));
         }
     }
@@ -92,11 +93,11 @@ private slots:
             QVERIFY(copy.open(QIODevice::ReadOnly));
             QCOMPARE(copy.readAll(), i == 0 ? QByteArray("old") : QByteArray::number(i));
         }
-        QCOMPARE(m_files->read(QStringLiteral("a.xml")), QByteArray("20"));
-        m_disk->saveOwn(m_files->path(QStringLiteral("new.xml")), QStringLiteral("n"));
+        QCOMPARE(m_files->read(u"a.xml"_s), QByteArray("20"));
+        m_disk->saveOwn(m_files->path(u"new.xml"_s), u"n"_s);
         QCOMPARE(backups().size(), 20);
-        QCOMPARE(entries(), QStringLiteral("a.xml new.xml"));
-        m_disk->saveOwn(m_files->write(QStringLiteral("sub/a.xml"), "s"), QStringLiteral("x"));
+        QCOMPARE(entries(), u"a.xml new.xml"_s);
+        m_disk->saveOwn(m_files->write(u"sub/a.xml"_s, "s"), u"x"_s);
         QVERIFY(QFileInfo(backups().constLast()).path() != QFileInfo(copies.at(0)).path());
     }
 
@@ -107,55 +108,54 @@ private slots:
         for (const auto permission : {QFile::ExeUser, QFile::ReadGroup, QFile::ReadUser}) {
             QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | permission));
             const auto kept = QFile::permissions(m_path);
-            m_disk->saveOwn(link, QStringLiteral("new"));
+            m_disk->saveOwn(link, u"new"_s);
             QVERIFY(QFileInfo(link).isSymLink());
-            QCOMPARE(m_files->read(QStringLiteral("a.xml")), QByteArray("new"));
+            QCOMPARE(m_files->read(u"a.xml"_s), QByteArray("new"));
             QCOMPARE(QFile::permissions(m_path), kept);
         }
         QCOMPARE(backups().size(), 3);
         QVERIFY(QFile::remove(m_path));
-        m_disk->saveOwn(link, QStringLiteral("again"));
+        m_disk->saveOwn(link, u"again"_s);
         QVERIFY(QFileInfo(link).isSymLink());
-        QCOMPARE(m_files->read(QStringLiteral("a.xml")), QByteArray("again"));
+        QCOMPARE(m_files->read(u"a.xml"_s), QByteArray("again"));
     }
 
     void findsTheFileThatIsMeant()
     {
-        m_files->write(QStringLiteral("Sub/A.xml"), "old");
-        m_disk->saveOwn(m_files->folder() + QStringLiteral("\\sub\\a.xml"), QStringLiteral("new"));
-        QCOMPARE(m_files->read(QStringLiteral("Sub/A.xml")), QByteArray("new"));
-        m_disk->saveOwn(m_files->folder() + QStringLiteral("\\sub\\b.xml"), QStringLiteral("second"));
-        QCOMPARE(m_files->read(QStringLiteral("Sub/b.xml")), QByteArray("second"));
-        QCOMPARE(entries(), QStringLiteral("a.xml Sub"));
+        m_files->write(u"Sub/A.xml"_s, "old");
+        m_disk->saveOwn(m_files->folder() + u"\\sub\\a.xml"_s, u"new"_s);
+        QCOMPARE(m_files->read(u"Sub/A.xml"_s), QByteArray("new"));
+        m_disk->saveOwn(m_files->folder() + u"\\sub\\b.xml"_s, u"second"_s);
+        QCOMPARE(m_files->read(u"Sub/b.xml"_s), QByteArray("second"));
+        QCOMPARE(entries(), u"a.xml Sub"_s);
     }
 
     void refusesToSave()
     {
         const auto remove = [this](const QString &path) { m_disk->remove(path, m_files->folder()); };
-        const auto save = [this](const QString &path) { m_disk->saveOwn(path, QStringLiteral("new")); };
-        m_files->write(QStringLiteral("folder/b.xml"), "b");
+        const auto save = [this](const QString &path) { m_disk->saveOwn(path, u"new"_s); };
+        m_files->write(u"folder/b.xml"_s, "b");
 #ifdef Q_OS_UNIX
-        QCOMPARE(mkfifo(QFile::encodeName(m_files->path(QStringLiteral("pipe"))).constData(), 0600), 0);
+        QCOMPARE(mkfifo(QFile::encodeName(m_files->path(u"pipe"_s)).constData(), 0600), 0);
 #endif
         for (const char *name : {"gone/a.xml", "folder", "a.xml/b.xml", "pipe", ""})
             refuses("open", QLatin1String(name), save);
         // A letter that does not fit, and no place for the copy of the old file.
-        refuses("write", QStringLiteral("a.xml"), [this](const QString &path) {
-            m_disk->saveOwn(path, QStringLiteral("\u0416"),
-                            Encoding{CodePage::Ascii, CodePageRule::Windows1252});
+        refuses("write", u"a.xml"_s, [this](const QString &path) {
+            m_disk->saveOwn(path, u"\u0416"_s, Encoding{CodePage::Ascii, CodePageRule::Windows1252});
         });
         QCOMPARE(backups(), QStringList());
-        m_disk->backups().setFolder(m_backup->write(QStringLiteral("file")));
-        refuses("back up", QStringLiteral("a.xml"), save);
-        refuses("back up", QStringLiteral("a.xml"), remove);
+        m_disk->backups().setFolder(m_backup->write(u"file"_s));
+        refuses("back up", u"a.xml"_s, save);
+        refuses("back up", u"a.xml"_s, remove);
         m_disk->backups().setFolder(m_backup->folder());
 
-        const QString folder = m_files->path(QStringLiteral("folder"));
+        const QString folder = m_files->path(u"folder"_s);
         QFile::setPermissions(m_path, QFile::ReadOwner);
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
         if (!QFileInfo(folder).isWritable()) {
-            refuses("open", QStringLiteral("a.xml"), save);
-            refuses("open", QStringLiteral("folder/b.xml"), save);
+            refuses("open", u"a.xml"_s, save);
+            refuses("open", u"folder/b.xml"_s, save);
         }
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
@@ -163,7 +163,7 @@ private slots:
     void deletes()
     {
         const auto remove = [this](const QString &path) { m_disk->remove(path, m_files->folder()); };
-        refuses("back up", QStringLiteral("A.XML"), remove);
+        refuses("back up", u"A.XML"_s, remove);
         refuses("delete", {}, remove);
         QCOMPARE(backups(), QStringList());
         remove(m_path);

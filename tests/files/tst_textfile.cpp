@@ -7,6 +7,7 @@
 #include <QRandomGenerator>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 class TestTextFile : public QObject
 {
@@ -92,12 +93,10 @@ private slots:
                 return thrown.message();
             }
         };
-        QCOMPARE(
-            error(QStringLiteral("a\r\nb\r\n\u0416"), CodePageRule::Windows1252),
-            QStringLiteral("The letter \"\u0416\" (U+0416) on line 3 cannot be written in Windows-1252."));
-        QCOMPARE(error(QStringLiteral("\U0001F600\n"), CodePageRule::Windows1252),
-                 QStringLiteral(
-                     "The letter \"\U0001F600\" (U+1F600) on line 1 cannot be written in Windows-1252."));
+        QCOMPARE(error(u"a\r\nb\r\n\u0416"_s, CodePageRule::Windows1252),
+                 u"The letter \"\u0416\" (U+0416) on line 3 cannot be written in Windows-1252."_s);
+        QCOMPARE(error(u"\U0001F600\n"_s, CodePageRule::Windows1252),
+                 u"The letter \"\U0001F600\" (U+1F600) on line 1 cannot be written in Windows-1252."_s);
         const QString high(QChar(0xD800)), low(QChar(0xDC00));
         for (const QString &text :
              {high, QString(high + high), QString(high + u'a'), low, QString(low + high)})
@@ -107,11 +106,9 @@ private slots:
     void load()
     {
         const TestFiles files;
-        const QString path = files.write(QStringLiteral("Sub/A.xml"), "\xEF\xBB\xBF\xC3\xA9");
-        QCOMPARE(LoadFile(files.folder() + QStringLiteral("\\sub\\a.XML")), QStringLiteral("\uFEFF\u00E9"));
-        QCOMPARE(LoadFile(files.path(QStringLiteral("none.xml"))) +
-                     LoadFile(files.path(QStringLiteral("Sub"))),
-                 QString());
+        const QString path = files.write(u"Sub/A.xml"_s, "\xEF\xBB\xBF\xC3\xA9");
+        QCOMPARE(LoadFile(files.folder() + u"\\sub\\a.XML"_s), u"\uFEFF\u00E9"_s);
+        QCOMPARE(LoadFile(files.path(u"none.xml"_s)) + LoadFile(files.path(u"Sub"_s)), QString());
         const DecodedText single = LoadText(path, CodePageRule::Windows1252);
         QCOMPARE(single.text.size(), 5);
         QCOMPARE(single.page, CodePage::Windows1252);
@@ -121,11 +118,11 @@ private slots:
     {
         const TestFiles files;
         Files disk;
-        disk.backups().setFolder(files.path(QStringLiteral("backup")));
-        const QString path = files.write(QStringLiteral("a.xml"), "a");
-        const QString link = files.path(QStringLiteral("link.xml"));
-        const QString spelt = files.folder() + QStringLiteral("\\.\\A.XML");
-        const QString gone = files.path(QStringLiteral("none.xml"));
+        disk.backups().setFolder(files.path(u"backup"_s));
+        const QString path = files.write(u"a.xml"_s, "a");
+        const QString link = files.path(u"link.xml"_s);
+        const QString spelt = files.folder() + u"\\.\\A.XML"_s;
+        const QString gone = files.path(u"none.xml"_s);
         QVERIFY(QFile::link(path, link));
         QVERIFY(!disk.loaded().changedOutside(path)); // nobody has loaded it
         const QStringList names = {path, link, spelt, gone};
@@ -137,22 +134,22 @@ private slots:
                 found += disk.loaded().changedOutside(name) ? u'+' : u'-';
             return found;
         };
-        QCOMPARE(changed(), QStringLiteral("----"));
-        files.write(QStringLiteral("a.xml"), "b"); // as long as before, and within the same second
-        QCOMPARE(changed(), QStringLiteral("+++-"));
+        QCOMPARE(changed(), u"----"_s);
+        files.write(u"a.xml"_s, "b"); // as long as before, and within the same second
+        QCOMPARE(changed(), u"+++-"_s);
         // Written under one name, it is known under all; what is loaded otherwise does not count.
         LoadFile(path);
-        disk.saveOwn(link, QStringLiteral("c"));
-        disk.saveOwn(gone, QStringLiteral("d"));
-        QCOMPARE(changed(), QStringLiteral("----"));
-        files.write(QStringLiteral("a.xml"), "theirs");
-        QCOMPARE(disk.loaded().savingQuestion(QStringLiteral("?"), path),
-                 QStringLiteral("?\nThe file was changed by another program."));
+        disk.saveOwn(link, u"c"_s);
+        disk.saveOwn(gone, u"d"_s);
+        QCOMPARE(changed(), u"----"_s);
+        files.write(u"a.xml"_s, "theirs");
+        QCOMPARE(disk.loaded().savingQuestion(u"?"_s, path),
+                 u"?\nThe file was changed by another program."_s);
         disk.remove(gone, files.folder());
         QFile::remove(path);
-        QCOMPARE(changed(), QStringLiteral("+++-"));
-        QCOMPARE(disk.loaded().savingQuestion(QStringLiteral("?"), gone), QStringLiteral("?"));
-        QCOMPARE(disk.loaded().savingQuestion(QStringLiteral("?"), path), QStringLiteral("?"));
+        QCOMPARE(changed(), u"+++-"_s);
+        QCOMPARE(disk.loaded().savingQuestion(u"?"_s, gone), u"?"_s);
+        QCOMPARE(disk.loaded().savingQuestion(u"?"_s, path), u"?"_s);
     }
 };
 

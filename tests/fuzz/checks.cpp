@@ -3,6 +3,7 @@
 #include "files/TestFiles.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // Every problem lies in the text of its file, at its line and column; messages are one line; problems are in
 // order; and a window alone gives what it gives in its theme. The parts are the files of a theme.
@@ -10,18 +11,18 @@ void fuzz(const Input &input)
 {
     static const TestFiles files;
     int part = 0;
-    files.write(QStringLiteral("theme/widget.xml"),
+    files.write(u"theme/widget.xml"_s,
                 "<width>9</width><height>9</height><widget class=\"window\" name=\"a\"/>");
-    files.write(QStringLiteral("theme/i18n.xml"), "<language id=\"l\">l.xml</language>");
+    files.write(u"theme/i18n.xml"_s, "<language id=\"l\">l.xml</language>");
     for (const char *name : {"a", "image", "color", "font", "l", "theme"})
-        files.write(QStringLiteral("theme/%1.xml").arg(QLatin1String(name)), input.bytes(part++));
+        files.write(u"theme/%1.xml"_s.arg(QLatin1String(name)), input.bytes(part++));
     if (input.bytes(--part).isEmpty())
         files.write(
-            QStringLiteral("theme/theme.xml"),
+            u"theme/theme.xml"_s,
             "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image><file_color>"
             "color.xml</file_color><file_i18n>i18n.xml</file_i18n><file_font>font.xml</file_font></config>");
     ThemeSources sources;
-    sources.folder = files.path(QStringLiteral("theme"));
+    sources.folder = files.path(u"theme"_s);
     const ThemeIndex index = *ThemeIndex::build(sources);
     PictureStore pictures([](const QByteArray &bytes) {
         return PictureReading{QSize(int(bytes.size()), 1), true};
@@ -34,8 +35,7 @@ void fuzz(const Input &input)
         QString text;
         for (const Problem &problem : problems) {
             if (file.isEmpty() || problem.file == file)
-                text +=
-                    QStringLiteral("%1:%2 %3\n").arg(problem.line).arg(problem.column).arg(problem.message);
+                text += u"%1:%2 %3\n"_s.arg(problem.line).arg(problem.column).arg(problem.message);
         }
         return text;
     };

@@ -6,17 +6,18 @@
 #include "markup/ColourCode.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // The same for colours; a code that stands for a colour comes back from its channels, and of digits as many
 // may stand as make 255 at most.
 void fuzz(const Input &input)
 {
     static const TestFiles files;
-    const QString name = QStringLiteral("color.xml");
+    const QString name = u"color.xml"_s;
     const QString path = files.write(name, input.bytes(0));
     ListRows rows({QString(), QString(), QString()}, ListRows::Checks::Yes);
     Files disk;
-    disk.backups().setFolder(files.path(QStringLiteral("backup")));
+    disk.backups().setFolder(files.path(u"backup"_s));
     ColourCatalogue colours(rows);
     colours.LoadColorList(Document::open(disk, path, files.folder()));
     const QString read = asText(rows.rows());

@@ -2,6 +2,7 @@
 #include "Fuzz.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -10,7 +11,7 @@ QString shape(const Outline &outline)
 {
     QString text;
     for (const Element &element : outline.elements())
-        text += QStringLiteral("%1 %2 %3\n").arg(int(element.kind)).arg(element.parent).arg(element.block);
+        text += u"%1 %2 %3\n"_s.arg(int(element.kind)).arg(element.parent).arg(element.block);
     return text;
 }
 
@@ -40,7 +41,7 @@ void fuzz(const Input &input)
           "the word lies in the text, around the caret", text);
     QStringList entries = found.entries;
     if (found.of == Completion::Of::Name)
-        entries.append(QStringLiteral("name"));
+        entries.append(u"name"_s);
     check(entries.isEmpty() == (found.of == Completion::Of::Nothing), "there is something to offer", text);
     for (const QString &entry : std::as_const(entries)) {
         const TakenEntry taken = takeEntry(outline, found, entry);

@@ -4,6 +4,7 @@
 #include "i18n/LiteralTranslation.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // Translations are filled in as line by line; what is copied and pasted stays. Strings are lines, those that
 // begin with "*" are checked.
@@ -19,7 +20,7 @@ void fuzz(const Input &input)
     const int before = countStrings(strings).checked;
     const int filled = fillFromDictionary(strings, dictionary);
     if (!dictionary.contains(u"\r\n"))
-        dictionary.replace(u'\n', QStringLiteral("\r\n"));
+        dictionary.replace(u'\n', u"\r\n"_s);
     twins::fill(expected, dictionary);
     same(asText(strings.rows()), asText(expected), "fills in");
     check(countStrings(strings).checked == before + filled, "tells how many");

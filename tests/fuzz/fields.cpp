@@ -4,13 +4,13 @@
 #include "markup/mndIni.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
 QString literalTag(const QString &document, const QString &name)
 {
-    const QStringList pieces =
-        document.split(QStringLiteral("<widget "), Qt::KeepEmptyParts, Qt::CaseInsensitive);
+    const QStringList pieces = document.split(u"<widget "_s, Qt::KeepEmptyParts, Qt::CaseInsensitive);
     for (const QString &piece : pieces.mid(1)) {
         if (piece.contains(QString(u"name=\"" + name + u'"')))
             return u"<widget " + piece.left(std::max<qsizetype>(piece.indexOf(u"/>"), 0)) + u"/>";

@@ -6,6 +6,7 @@
 #include "files/TestFiles.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // A row an image element; what is written is read again as the same rows, and written again as the same
 // bytes, unless a name holds what ends a name or is closed up.
@@ -13,11 +14,11 @@ void fuzz(const Input &input)
 {
     static const TestFiles files({"a.png", "sub/b.png"});
     const QString folder = files.folder() + separator();
-    const QString name = QStringLiteral("image.xml");
+    const QString name = u"image.xml"_s;
     const QString path = files.write(name, input.bytes(0));
     FileList list;
     Files disk;
-    disk.backups().setFolder(files.path(QStringLiteral("backup")));
+    disk.backups().setFolder(files.path(u"backup"_s));
     ImageCatalogue images;
     images.LoadImageList(Document::open(disk, path, files.folder()), folder, list);
     const QString read = asText(images.rows.rows());

@@ -5,6 +5,7 @@
 #include "markup/LiteralTwins.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -25,7 +26,7 @@ void fuzz(const Input &input)
 {
     static const TestFiles files;
     Files disk;
-    const QString path = files.write(QStringLiteral("keymap.xml"), input.bytes(0)), name = input.text(1);
+    const QString path = files.write(u"keymap.xml"_s, input.bytes(0)), name = input.text(1);
     if (hasSurrogates(name))
         return;
     const QString text = twins::closeUpEquals(input.text(0));

@@ -5,6 +5,7 @@
 #include "i18n/LiteralTranslation.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // The strings are those of the slow form; what is written is read again as the same strings, but for the
 // ellipsis, and sources that hold a ">".
@@ -17,8 +18,7 @@ void fuzz(const Input &input)
     OpenLgXml(strings, file.text);
     same(asText(strings.rows()), asText(twins::openLgXml(file.text)), "the strings of a file");
 
-    const QByteArray written =
-        encodeText(languageFileText(QStringLiteral("N"), strings, {file.page}), file.page);
+    const QByteArray written = encodeText(languageFileText(u"N"_s, strings, {file.page}), file.page);
     bool plain = !holdsAny(file.text, u"\u2026\u00A6");
     for (const ListRows::Row &row : strings.rows())
         plain = plain && !row.sub(1).contains(u'>');
@@ -27,13 +27,12 @@ void fuzz(const Input &input)
     OpenLgXml(again, reread.text);
     if (plain) {
         same(asText(again.rows()), asText(strings.rows()), "what is written is read");
-        check(encodeText(languageFileText(QStringLiteral("N"), again, {reread.page}), reread.page) == written,
+        check(encodeText(languageFileText(u"N"_s, again, {reread.page}), reread.page) == written,
               "written again the same", reread.text);
     }
 
     ListRows languages = makeLanguageRows();
-    LoadLanguageList(languages, Document::open(disk, files.write(QStringLiteral("i18n.xml"), input.bytes(1))),
-                     QStringLiteral("dir/"));
+    LoadLanguageList(languages, Document::open(disk, files.write(u"i18n.xml"_s, input.bytes(1))), u"dir/"_s);
     for (const ListRows::Row &row : languages.rows())
         same(row.text, u"dir/" + row.sub(2).replace(u'\\', u'/'), "path of a language");
 }

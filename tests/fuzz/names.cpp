@@ -5,6 +5,7 @@
 #include "theme/ThemeIndex.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // Every definition and use is found again by its text, at its line and column, and an index that is brought
 // up to date says what a new one says. The parts are the files of a theme, then new texts for the first
@@ -14,23 +15,22 @@ void fuzz(const Input &input)
     static const TestFiles files;
     int part = 0;
     files.write(
-        QStringLiteral("theme/theme.xml"),
+        u"theme/theme.xml"_s,
         "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image><file_color>"
         "color.xml</file_color><file_i18n>i18n.xml</file_i18n><file_font>font.xml</file_font></config>");
-    files.write(QStringLiteral("theme/widget.xml"), "<widget class=\"window\" name=\"a\"/>");
-    files.write(QStringLiteral("theme/i18n.xml"), "<language id=\"l\">l.xml</language>");
+    files.write(u"theme/widget.xml"_s, "<widget class=\"window\" name=\"a\"/>");
+    files.write(u"theme/i18n.xml"_s, "<language id=\"l\">l.xml</language>");
     for (const char *name : {"a", "image", "color", "font", "l"})
-        files.write(QStringLiteral("theme/%1.xml").arg(QLatin1String(name)), input.bytes(part++));
+        files.write(u"theme/%1.xml"_s.arg(QLatin1String(name)), input.bytes(part++));
     ThemeSources sources;
-    sources.folder = files.path(QStringLiteral("theme"));
+    sources.folder = files.path(u"theme"_s);
     ThemeIndex index = *ThemeIndex::build(sources);
 
     const auto everything = [](const ThemeIndex &names) {
         QString text;
         for (qint32 file = 0; file < names.files().size(); ++file) {
             for (const NamePlace &place : names.placesIn(file))
-                text += place.name + QStringLiteral(" %1 %2 %3 %4 %5\n")
-                                         .arg(file)
+                text += place.name + u" %1 %2 %3 %4 %5\n"_s.arg(file)
                                          .arg(place.range.start)
                                          .arg(place.range.end)
                                          .arg(place.line)

@@ -6,6 +6,7 @@
 #include <memory>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -63,7 +64,7 @@ Nodes nodesOf(const QJsonArray &trees)
         Node &node = *nodes.back();
         node.isComment = tree.isObject();
         if (!tree.isArray()) {
-            node.data = node.isComment ? tree[QStringLiteral("comment")].toString() : tree.toString();
+            node.data = node.isComment ? tree[u"comment"_s].toString() : tree.toString();
             continue;
         }
         node.name = tree[0].toString();

@@ -4,6 +4,7 @@
 #include "files/TestFiles.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // Settings of any file: a percentage is that of its value, a choice is one of the entries or what an earlier
 // list of the file has left, and the zone is an entry or the number of entries.
@@ -12,7 +13,7 @@ void fuzz(const Input &input)
     static const TestFiles files;
     Files disk;
     const auto settings =
-        LoadPanelConfig(Document::open(disk, files.write(QStringLiteral("default.xml"), input.bytes(0))));
+        LoadPanelConfig(Document::open(disk, files.write(u"default.xml"_s, input.bytes(0))));
     check(settings.has_value() != input.bytes(0).isEmpty(), "set where there is a file");
     if (!settings)
         return;

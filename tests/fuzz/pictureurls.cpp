@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -30,10 +31,9 @@ QString literallyAdmitted(const QUrl &url, const QString &theme)
 void fuzz(const Input &input)
 {
     static const TestFiles files({"theme/a.png", "theme/sub/b.jpg", "theme/c.txt", "theme2/a.png", "a.png"});
-    static const QString theme = QFileInfo(files.path(QStringLiteral("theme"))).canonicalFilePath();
-    static const bool linked =
-        QFile::link(files.path(QStringLiteral("a.png")), theme + QStringLiteral("/l.png")) &&
-        QFile::link(files.path(QStringLiteral("theme2")), theme + QStringLiteral("/d"));
+    static const QString theme = QFileInfo(files.path(u"theme"_s)).canonicalFilePath();
+    static const bool linked = QFile::link(files.path(u"a.png"_s), theme + u"/l.png"_s) &&
+                               QFile::link(files.path(u"theme2"_s), theme + u"/d"_s);
     check(linked, "links can be made");
     const QString path = input.text(0);
     same(picturePath(pictureUrl(u'/' + path)), withOwnSeparators(QString(u'/' + path)), "path of its URL");
@@ -47,18 +47,18 @@ void fuzz(const Input &input)
               "the same as by looking everywhere", QString(file + u'|' + literally));
     }
 
-    static const QRegularExpression urls(QStringLiteral("(url\\(')(.*?)('\\))"),
+    static const QRegularExpression urls(u"(url\\(')(.*?)('\\))"_s,
                                          QRegularExpression::CaseInsensitiveOption |
                                              QRegularExpression::DotMatchesEverythingOption);
-    static const QRegularExpression harmless(QStringLiteral("^[A-Za-z0-9:/%._~-]*(\\?[0-9]+)?$"));
+    static const QRegularExpression harmless(u"^[A-Za-z0-9:/%._~-]*(\\?[0-9]+)?$"_s);
     const QString page = input.text(1), shown = withPictureUrls(page, {});
     PictureUrlPieces pieces(page, {});
     QString together;
     while (!pieces.atEnd())
         together += pieces.next(1 + (together.size() + page.size()) % 9);
     same(together, shown, "wherever a long page is cut");
-    same(QString(shown).replace(urls, QStringLiteral("\\1\\3")),
-         QString(page).replace(urls, QStringLiteral("\\1\\3")), "nothing but URLs changes");
+    same(QString(shown).replace(urls, u"\\1\\3"_s), QString(page).replace(urls, u"\\1\\3"_s),
+         "nothing but URLs changes");
     for (auto match = urls.globalMatch(shown); match.hasNext();) {
         const QString url = match.next().captured(2);
         check(harmless.match(url).hasMatch(), "a URL in one piece", url);

@@ -3,6 +3,7 @@
 #include "widgets/LiteralProperties.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -27,7 +28,7 @@ void fuzz(const Input &input)
     const QString document = u"\"n\"<property>" + properties + u"</property>";
     if (!properties.contains(u"property>", Qt::CaseInsensitive) && !properties.contains(u"<widget ") &&
         !properties.isEmpty()) {
-        const auto cut = GetProperty(document, QStringLiteral("n"));
+        const auto cut = GetProperty(document, u"n"_s);
         check(cut.has_value(), "an element", document);
         same(asText(cut->rows), asText(literal::propertyRows(properties)), "its rows");
     }

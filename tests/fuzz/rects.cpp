@@ -5,24 +5,24 @@
 #include <QRegularExpression>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // Rects are scaled and moved as one by one, and nothing but rects changes. The slow form knows numbers of
 // thirty digits.
 void fuzz(const Input &input)
 {
     const QString text = input.text(0);
-    static const QRegularExpression rect(QStringLiteral("<rect>\\[(?:(?!<rect>\\[|\\]</rect>).)*\\]</rect>"),
+    static const QRegularExpression rect(u"<rect>\\[(?:(?!<rect>\\[|\\]</rect>).)*\\]</rect>"_s,
                                          QRegularExpression::CaseInsensitiveOption |
                                              QRegularExpression::DotMatchesEverythingOption);
-    static const QRegularExpression notSimple(QStringLiteral("[0-9.]{30}|[^\\x01-\\x7f]"));
+    static const QRegularExpression notSimple(u"[0-9.]{30}|[^\\x01-\\x7f]"_s);
     const bool simple = !notSimple.match(text).hasMatch();
     const auto others = [](QString rest) { return rest.remove(rect); };
     const bool larger = input.choice(1, 2);
     const int numerator = larger ? 5 : 4, denominator = larger ? 4 : 5;
 
     QString fast = text, slow = text;
-    const ScaleResult result =
-        ScaleRects(fast, numerator, denominator, QStringLiteral("1280"), QStringLiteral("720"));
+    const ScaleResult result = ScaleRects(fast, numerator, denominator, u"1280"_s, u"720"_s);
     check(result == ScaleResult::Scaled || fast == text, "all or nothing", text);
     same(others(fast), others(text), "scales nothing but rects");
     if (simple) {

@@ -7,6 +7,7 @@
 #include <utility>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -23,7 +24,7 @@ void comparePages(const QString &html, const QString &name, const QString &size,
 {
     ListRows block(QStringList(2), ListRows::Checks::Yes);
     block.add({}, {name});
-    QString sheet = BuildPreviewPage(QStringLiteral("<!--stye-->"), options, QStringLiteral("@"), block);
+    QString sheet = BuildPreviewPage(u"<!--stye-->"_s, options, u"@"_s, block);
     sheet.replace(u'@', size);
     for (const bool changed : {false, true}) {
         options.fixed = changed;
@@ -67,7 +68,7 @@ void fuzz(const Input &input)
          "rows of the clipboard");
 
     const ViewOptions options = optionsOf(input);
-    const QStringList harmless = {QStringLiteral("a"), QStringLiteral("b")};
+    const QStringList harmless = {u"a"_s, u"b"_s};
     for (int row = 0; row < blocks.count(); ++row)
         blocks.setChecked(row, true);
     const QString shown = BuildPreviewPage(page, options, defaultFontSize(fonts), blocks);

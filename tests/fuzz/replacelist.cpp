@@ -2,13 +2,14 @@
 #include "Fuzz.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // A list that was written is read as the same pairs, but for what an INI value cannot hold at its ends.
 void fuzz(const Input &input)
 {
     const QString text = input.text(0);
     // A list of a hundred thousand empty pairs shows nothing new and takes its time.
-    if (ReplaceIni(text).ReadReplaceIni(QStringLiteral("total")).toDouble() > 500)
+    if (ReplaceIni(text).ReadReplaceIni(u"total"_s).toDouble() > 500)
         return;
     const QList<Replacement> pairs = readReplaceList(text);
     bool plain = true;

@@ -3,6 +3,7 @@
 #include "files/TestFiles.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // A file that is loaded and saved stays the same byte for byte; another text is read as it was written, and
 // the bytes it replaced come back from the backup folder. Nothing else is left beside the file.
@@ -10,10 +11,10 @@ void fuzz(const Input &input)
 {
     static const TestFiles files;
     const QByteArray old = input.bytes(0);
-    const QString name = QStringLiteral("theme/a.xml");
+    const QString name = u"theme/a.xml"_s;
     const QString path = files.write(name, old);
     Files disk;
-    disk.backups().setFolder(files.path(QStringLiteral("backup")));
+    disk.backups().setFolder(files.path(u"backup"_s));
 
     disk.saveOwn(path, LoadFile(path));
     check(files.read(name) == old, "an untouched file stays as it was", LoadFile(path));

@@ -5,6 +5,7 @@
 #include "theme/ThemeProject.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -34,10 +35,10 @@ void fuzz(const Input &input)
     Files disk;
     int part = 0;
     for (const char *name : {"theme", "widget", "image", "color", "i18n", "font", "keymap", "default"})
-        files.write(QStringLiteral("theme/%1.xml").arg(QLatin1String(name)), input.bytes(part++));
+        files.write(u"theme/%1.xml"_s.arg(QLatin1String(name)), input.bytes(part++));
 
     ThemeProject theme(disk);
-    const QString folder = files.path(QStringLiteral("theme"));
+    const QString folder = files.path(u"theme"_s);
     check(theme.LoadTheme(folder) != input.bytes(0).isEmpty(), "opens where there is a theme.xml");
     const QString lists = everyList(theme);
     theme.LoadTheme(folder);

@@ -3,13 +3,14 @@
 #include "files/TestFiles.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // An edit changes its ranges and nothing else, and its inverse gives back the very bytes. The parts are two
 // files, the ranges as bytes (start and length by turns, for the files by turns), and what is put there.
 void fuzz(const Input &input)
 {
     static const TestFiles files;
-    const QString names[] = {QStringLiteral("theme/a.xml"), QStringLiteral("theme/b.xml")};
+    const QString names[] = {u"theme/a.xml"_s, u"theme/b.xml"_s};
     QString paths[2], texts[2];
     for (int i = 0; i < 2; ++i) {
         paths[i] = files.write(names[i], input.bytes(i));
@@ -17,8 +18,8 @@ void fuzz(const Input &input)
     }
     const QString put = input.text(3);
     Files door;
-    door.backups().setFolder(files.path(QStringLiteral("backup")));
-    const EditTargets targets = {door, files.path(QStringLiteral("theme")), {}, {}};
+    door.backups().setFolder(files.path(u"backup"_s));
+    const EditTargets targets = {door, files.path(u"theme"_s), {}, {}};
     ThemeEdit edit;
     const QByteArray places = input.bytes(2);
     for (qsizetype i = 0; i + 1 < places.size(); i += 2) {

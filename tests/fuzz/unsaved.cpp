@@ -4,13 +4,14 @@
 #include "rows/RowsText.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // An unsaved text comes back to the letter, for whatever document; a damaged file of such a text is no text
 // or some text. The same for rows.
 void fuzz(const Input &input)
 {
     static const TestFiles files;
-    const QString folder = files.path(QStringLiteral("recovery"));
+    const QString folder = files.path(u"recovery"_s);
     const QString document = input.text(0);
     const QByteArray units = input.bytes(1);
     QString text(units.size() / 2, Qt::Uninitialized); // halves of pairs and all

@@ -4,6 +4,7 @@
 #include "files/TestFiles.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 // The rows that are checked are those that a search for each name finds. Names are lines.
 void fuzz(const Input &input)
@@ -13,7 +14,7 @@ void fuzz(const Input &input)
     const QStringList documents = {input.text(1), input.text(2)};
     ListRows windows({QString()}), images({QString()}), colours({QString()}), both({QString()});
     for (int i = 0; i < 2; ++i)
-        windows.add(files.write(QStringLiteral("%1.xml").arg(i), input.bytes(i + 1)));
+        windows.add(files.write(u"%1.xml"_s.arg(i), input.bytes(i + 1)));
     for (const QString &name : names) {
         images.add({}, {name});
         colours.add({}, {name});

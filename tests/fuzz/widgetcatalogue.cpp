@@ -7,6 +7,7 @@
 #include "markup/TagWidget.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -15,9 +16,8 @@ QString literalWithout(QString text, const QString &name)
     const QString tag = GetTagWidget(text, name);
     if (!tag.isEmpty())
         text.replace(tag, QString(), Qt::CaseInsensitive);
-    text.replace(QStringLiteral("  "), QStringLiteral(" "))
-        .replace(QStringLiteral("  "), QStringLiteral(" "));
-    return text.remove(QStringLiteral("\r\n")).remove(u'\n');
+    text.replace(u"  "_s, u" "_s).replace(u"  "_s, u" "_s);
+    return text.remove(u"\r\n"_s).remove(u'\n');
 }
 
 } // namespace
@@ -29,7 +29,7 @@ void fuzz(const Input &input)
     static const TestFiles files({"A.xml", "b.xml", "sub/A.xml"});
     Files disk;
     const QString text = input.text(0), folder = files.folder() + separator();
-    const QString path = files.write(QStringLiteral("widget.xml"), input.bytes(0));
+    const QString path = files.write(u"widget.xml"_s, input.bytes(0));
     FileList list;
     WidgetCatalogue catalogue;
     const auto names = [&] {
@@ -42,13 +42,12 @@ void fuzz(const Input &input)
 
     const QStringList before = names();
     QStringList expected;
-    for (const QString &piece :
-         text.split(QStringLiteral("<widget "), Qt::KeepEmptyParts, Qt::CaseInsensitive).mid(1)) {
+    for (const QString &piece : text.split(u"<widget "_s, Qt::KeepEmptyParts, Qt::CaseInsensitive).mid(1)) {
         if (piece.contains(u"class=\"window\""))
             expected.append(
                 piece.contains(u"name=\"")
-                    ? piece.split(QStringLiteral("name=\""), Qt::KeepEmptyParts, Qt::CaseInsensitive)[1]
-                          .section(u'"', 0, 0)
+                    ? piece.split(u"name=\""_s, Qt::KeepEmptyParts, Qt::CaseInsensitive)[1].section(u'"', 0,
+                                                                                                    0)
                     : QString());
     }
     check(before == expected, "a row a window", before.join(u'|'));
@@ -67,7 +66,7 @@ void fuzz(const Input &input)
     const bool ends = text.contains(u"</interface>", Qt::CaseInsensitive);
     if (ends)
         same(WidgetCatalogue::withWindow(with, name), with, "adding again changes nothing");
-    files.write(QStringLiteral("widget.xml"), with.toUtf8());
+    files.write(u"widget.xml"_s, with.toUtf8());
     const QStringList after = names();
     check(!ends || after.contains(name), "an added window is a row", name);
     check(with.endsWith(u"\r\n") && after.size() >= before.size(), "no window goes", with);

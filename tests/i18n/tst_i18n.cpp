@@ -6,6 +6,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -36,15 +37,15 @@ void TestI18n::languages()
 {
     const TestFiles files;
     Files disk;
-    const QString path = files.write(QStringLiteral("i18n.xml"),
-                                     "id=\"no\"<language id = \"ENG\" >english.xml</language>\r\n"
-                                     "<LANGUAGE  id=\"x\"></language><language name=\"y\">y.xml</language>"
-                                     "<language ID=\"z\">sub/z.xml</language>");
+    const QString path =
+        files.write(u"i18n.xml"_s, "id=\"no\"<language id = \"ENG\" >english.xml</language>\r\n"
+                                   "<LANGUAGE  id=\"x\"></language><language name=\"y\">y.xml</language>"
+                                   "<language ID=\"z\">sub/z.xml</language>");
     ListRows rows = makeLanguageRows();
-    LoadLanguageList(rows, Document::open(disk, path), QStringLiteral("dir/"));
+    LoadLanguageList(rows, Document::open(disk, path), u"dir/"_s);
     QCOMPARE(rowsAsText(rows.rows()),
-             QStringLiteral("dir/english.xml|ENG|english.xml\ndir/|x|\ndir/sub/z.xml||sub/z.xml\n"));
-    LoadLanguageList(rows, Document::open(disk, files.path(QStringLiteral("none.xml"))), QString());
+             u"dir/english.xml|ENG|english.xml\ndir/|x|\ndir/sub/z.xml||sub/z.xml\n"_s);
+    LoadLanguageList(rows, Document::open(disk, files.path(u"none.xml"_s)), QString());
     QVERIFY(rows.isEmpty());
 }
 
@@ -80,7 +81,7 @@ void TestI18n::roundTrip()
     const DecodedText file = decodeText(head + read);
     ListRows rows = makeStringRows();
     OpenLgXml(rows, file.text);
-    const QByteArray bytes = encodeText(languageFileText(QStringLiteral("N"), rows, {file.page}), file.page);
+    const QByteArray bytes = encodeText(languageFileText(u"N"_s, rows, {file.page}), file.page);
     const int count = rows.count();
     OpenLgXml(rows, QString()); // a file that is not there
     QCOMPARE(rows.count(), count);
@@ -93,15 +94,15 @@ void TestI18n::copyAndPaste()
     for (const char *source : {"One", "OK", "Yes", "Done"})
         rows.add(QString(), {QLatin1String(source), QLatin1String(source).sliced(1)});
     rows.setChecked(3, true);
-    QCOMPARE(linesToCopy(rows, 2, CopiedColumn::Source), QStringLiteral("Yes\r\nDone\r\n"));
-    QCOMPARE(linesToCopy(rows, 0, CopiedColumn::NotTranslated), QStringLiteral("One[*]\r\nYes[*]\r\n"));
+    QCOMPARE(linesToCopy(rows, 2, CopiedColumn::Source), u"Yes\r\nDone\r\n"_s);
+    QCOMPARE(linesToCopy(rows, 0, CopiedColumn::NotTranslated), u"One[*]\r\nYes[*]\r\n"_s);
     // The line end behind the last line makes an empty line.
-    QCOMPARE(pasteLines(rows, 0, QStringLiteral("1\r\n2\r\n")), 3);
-    QCOMPARE(rowsAsText(rows.rows()), QStringLiteral("|One|1\n|OK|2\n|Yes|\n*|Done|one\n"));
-    QCOMPARE(linesToCopy(rows, 0, CopiedColumn::Trans), QStringLiteral("1\r\n2\r\none\r\n"));
-    QCOMPARE(pasteLines(rows, 2, QStringLiteral("3\n4\n5\n6")), 2);
+    QCOMPARE(pasteLines(rows, 0, u"1\r\n2\r\n"_s), 3);
+    QCOMPARE(rowsAsText(rows.rows()), u"|One|1\n|OK|2\n|Yes|\n*|Done|one\n"_s);
+    QCOMPARE(linesToCopy(rows, 0, CopiedColumn::Trans), u"1\r\n2\r\none\r\n"_s);
+    QCOMPARE(pasteLines(rows, 2, u"3\n4\n5\n6"_s), 2);
     QCOMPARE(pasteLines(rows, 0, QString()), 0);
-    QCOMPARE(rowsAsText(rows.rows()), QStringLiteral("|One|1\n|OK|2\n|Yes|3\n*|Done|4\n"));
+    QCOMPARE(rowsAsText(rows.rows()), u"|One|1\n|OK|2\n|Yes|3\n*|Done|4\n"_s);
 }
 
 QTEST_APPLESS_MAIN(TestI18n)

@@ -7,6 +7,7 @@
 #include <QWindow>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -18,34 +19,33 @@ public:
     TypedWindow()
     {
         openAll(*this);
-        files.write(QStringLiteral("theme/image.xml"),
+        files.write(u"theme/image.xml"_s,
                     "<image id=\"Logo\">logo.png</image><image id=\"big_logo\">none.png</image>"
                     "<image id=\"back\">../back.png</image>");
-        files.write(QStringLiteral("theme/font.xml"),
-                    "<font><name>small</name><file>s.ttf</file><size>12</size></font>");
-        files.write(QStringLiteral("theme/color.xml"),
+        files.write(u"theme/font.xml"_s, "<font><name>small</name><file>s.ttf</file><size>12</size></font>");
+        files.write(u"theme/color.xml"_s,
                     "<color name=\"navy\">#000080</color><color name=\"red\">#FF0000</color>");
         files.write(
-            QStringLiteral("theme/theme.xml"),
+            u"theme/theme.xml"_s,
             "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image><file_font>"
             "font.xml</file_font><file_color>color.xml</file_color><file_i18n>lang.xml</file_i18n>"
             "</config>");
         QImage picture(40, 30, QImage::Format_ARGB32);
         picture.fill(Qt::red);
-        picture.save(files.path(QStringLiteral("theme/logo.png")));
-        picture.save(files.path(QStringLiteral("back.png")));
+        picture.save(files.path(u"theme/logo.png"_s));
+        picture.save(files.path(u"back.png"_s));
         skin->openTheme(files.folder());
-        skin->openTheme(files.path(QStringLiteral("theme")));
+        skin->openTheme(files.path(u"theme"_s));
         find<QTabBar>("TabStrip4")->setCurrentIndex(8);
         source = find<SourceBox>("txtSnippet");
         // The names are listed once their list opens.
-        set(QStringLiteral("<img>|"));
+        set(u"<img>|"_s);
         if (!QTest::qWaitFor([this] {
-                keys(QStringLiteral("{Ask}"));
+                keys(u"{Ask}"_s);
                 return list() != nullptr;
             }))
             qFatal("No list of images opens");
-        keys(QStringLiteral("{Esc}"));
+        keys(u"{Esc}"_s);
     }
 
     // "|" is the caret.
@@ -59,19 +59,18 @@ public:
     QString get() const { return source->text().insert(source->selectionStart(), u'|'); }
     void keys(const QString &script)
     {
-        static const QHash<QString, QKeyCombination> named = {
-            {QStringLiteral("Tab"), Qt::Key_Tab},
-            {QStringLiteral("Enter"), Qt::Key_Return},
-            {QStringLiteral("Esc"), Qt::Key_Escape},
-            {QStringLiteral("Down"), Qt::Key_Down},
-            {QStringLiteral("Up"), Qt::Key_Up},
-            {QStringLiteral("Left"), Qt::Key_Left},
-            {QStringLiteral("Home"), Qt::Key_Home},
-            {QStringLiteral("Back"), Qt::Key_Backspace},
-            {QStringLiteral("Undo"), Qt::CTRL | Qt::Key_Z},
-            {QStringLiteral("Tell"), Qt::CTRL | Qt::Key_F1},
-            {QStringLiteral("Ask"), Qt::CTRL | Qt::Key_Space},
-            {QStringLiteral("Ask too"), Qt::ALT | Qt::Key_Slash}};
+        static const QHash<QString, QKeyCombination> named = {{u"Tab"_s, Qt::Key_Tab},
+                                                              {u"Enter"_s, Qt::Key_Return},
+                                                              {u"Esc"_s, Qt::Key_Escape},
+                                                              {u"Down"_s, Qt::Key_Down},
+                                                              {u"Up"_s, Qt::Key_Up},
+                                                              {u"Left"_s, Qt::Key_Left},
+                                                              {u"Home"_s, Qt::Key_Home},
+                                                              {u"Back"_s, Qt::Key_Backspace},
+                                                              {u"Undo"_s, Qt::CTRL | Qt::Key_Z},
+                                                              {u"Tell"_s, Qt::CTRL | Qt::Key_F1},
+                                                              {u"Ask"_s, Qt::CTRL | Qt::Key_Space},
+                                                              {u"Ask too"_s, Qt::ALT | Qt::Key_Slash}};
         for (qsizetype at = 0; at < script.size(); ++at) {
             QWindow *const window = skin->windowHandle();
             if (script[at] != u'{') {
@@ -104,7 +103,7 @@ public:
         const auto text = [this](const char *name) { return find<QLabel>(name)->text(); };
         if (!find<QWidget>("frHover")->isVisible())
             return {};
-        const QString look = find<QLabel>("picHover")->isHidden() ? QString() : QStringLiteral(" [picture]");
+        const QString look = find<QLabel>("picHover")->isHidden() ? QString() : u" [picture]"_s;
         return QString(text("lblHoverTitle") + look + u'\n' + text("lblHoverText")).trimmed();
     }
 
@@ -184,50 +183,50 @@ void TestCompleting::keys()
     m_window->keys(keys);
     QTEST(m_window->get(), "after");
     QTEST(TypedWindow::entries(), "offered");
-    m_window->keys(QStringLiteral("{Esc}"));
+    m_window->keys(u"{Esc}"_s);
 }
 
 void TestCompleting::entriesTell()
 {
     const auto told = [&](const char *text) {
         m_window->set(QString::fromUtf8(text));
-        m_window->keys(QStringLiteral("{Ask}"));
+        m_window->keys(u"{Ask}"_s);
         QStringList names;
         for (int row = 0; row < TypedWindow::list()->model()->rowCount(); ++row)
             names.append(TypedWindow::list()->model()->index(row, 0).data(Qt::AccessibleTextRole).toString());
-        m_window->keys(QStringLiteral("{Esc}"));
+        m_window->keys(u"{Esc}"_s);
         return names.join(u'|');
     };
-    QCOMPARE(told("<forecolor>[|]</forecolor>"), QStringLiteral("navy, #000080|red, #FF0000"));
-    QCOMPARE(told("<font>|</font>"), QStringLiteral("small, s.ttf, 12 pixels"));
-    QTRY_COMPARE(told("<string>|</string>"), QStringLiteral("Yes, Ja"));
+    QCOMPARE(told("<forecolor>[|]</forecolor>"), u"navy, #000080|red, #FF0000"_s);
+    QCOMPARE(told("<font>|</font>"), u"small, s.ttf, 12 pixels"_s);
+    QTRY_COMPARE(told("<string>|</string>"), u"Yes, Ja"_s);
     // Nothing from outside of the theme is read.
     QTRY_COMPARE(told("<img>|</img>"),
-                 QStringLiteral("back, This file is outside of the theme.|big_logo, There is no such file.|"
-                                "Logo, 40 × 30"));
+                 u"back, This file is outside of the theme.|big_logo, There is no such file.|"
+                 "Logo, 40 × 30"_s);
 }
 
 void TestCompleting::mouse()
 {
-    m_window->set(QStringLiteral("<img>|</img>"));
-    m_window->keys(QStringLiteral("{Ask}"));
+    m_window->set(u"<img>|</img>"_s);
+    m_window->keys(u"{Ask}"_s);
     QAbstractItemView *list = TypedWindow::list();
     QVERIFY(list);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                       list->visualRect(list->model()->index(1, 0)).center());
-    QCOMPARE(m_window->get(), QStringLiteral("<img>big_logo|</img>"));
+    QCOMPARE(m_window->get(), u"<img>big_logo|</img>"_s);
     QVERIFY(!TypedWindow::list());
 }
 
 void TestCompleting::turnedOff()
 {
     m_window->choose("mnuCompletion");
-    m_window->set(QStringLiteral("<img>|</img>"));
-    m_window->keys(QStringLiteral("lo"));
+    m_window->set(u"<img>|</img>"_s);
+    m_window->keys(u"lo"_s);
     QVERIFY(!TypedWindow::list());
-    m_window->keys(QStringLiteral("{Ask}g"));
-    QCOMPARE(TypedWindow::entries(), QStringLiteral("Logo big_logo"));
-    m_window->keys(QStringLiteral("{Esc}"));
+    m_window->keys(u"{Ask}g"_s);
+    QCOMPARE(TypedWindow::entries(), u"Logo big_logo"_s);
+    m_window->keys(u"{Esc}"_s);
     m_window->start();
     QVERIFY(!m_window->find<QAction>("mnuCompletion")->isChecked());
     m_window = std::make_unique<TypedWindow>();
@@ -236,11 +235,10 @@ void TestCompleting::turnedOff()
 // Of a very long line the middle stands in the box as one character.
 void TestCompleting::longLine()
 {
-    const QString text =
-        QStringLiteral("%1\r\n%2<img>%3|</img>").arg(QString(30000, u'x'), QString(30000, u'y'));
+    const QString text = u"%1\r\n%2<img>%3|</img>"_s.arg(QString(30000, u'x'), QString(30000, u'y'));
     m_window->set(text.arg(QString()));
-    m_window->keys(QStringLiteral("lo{Tab}"));
-    QCOMPARE(m_window->get(), text.arg(QStringLiteral("Logo")));
+    m_window->keys(u"lo{Tab}"_s);
+    QCOMPARE(m_window->get(), text.arg(u"Logo"_s));
 }
 
 // A key does not wait for a text of megabytes to be read; the list comes when typing pauses.
@@ -298,26 +296,26 @@ void TestCompleting::hovers()
 {
     QFETCH(QString, text);
     QFETCH(QString, told);
-    const qint64 bytes = QFileInfo(m_window->files.path(QStringLiteral("theme/logo.png"))).size();
+    const qint64 bytes = QFileInfo(m_window->files.path(u"theme/logo.png"_s)).size();
     m_window->set(text);
-    m_window->keys(QStringLiteral("{Tell}"));
+    m_window->keys(u"{Tell}"_s);
     QTRY_COMPARE(m_window->told(), told.contains(u'%') ? told.arg(bytes) : told);
     for (const char *label : {"lblHoverTitle", "lblHoverText"})
         QCOMPARE(m_window->find<QLabel>(label)->textFormat(), Qt::PlainText);
-    m_window->keys(QStringLiteral("{Left}"));
+    m_window->keys(u"{Left}"_s);
     QCOMPARE(m_window->told(), QString());
 }
 
 void TestCompleting::hoverOfTheMouse()
 {
-    m_window->set(QStringLiteral("|\r\n<img>Logo</img>"));
+    m_window->set(u"|\r\n<img>Logo</img>"_s);
     const auto rest = [&](int position, int right) {
         const QPoint point = m_window->source->placeOf(position).center() + QPoint(right, 0);
         QHelpEvent event(QEvent::ToolTip, point, m_window->source->viewport()->mapToGlobal(point));
         QApplication::sendEvent(m_window->source->viewport(), &event);
         return m_window->told().section(u'\n', 0, 0).section(u' ', 0, 1);
     };
-    QCOMPARE(rest(8, 2), QStringLiteral("Image Logo"));
+    QCOMPARE(rest(8, 2), u"Image Logo"_s);
     QTest::mouseMove(m_window->source->viewport(), m_window->source->placeOf(3).center());
     QTRY_COMPARE(m_window->told(), QString());
     QCOMPARE(rest(3, 2), QString());

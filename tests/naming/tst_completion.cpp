@@ -6,6 +6,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -16,19 +17,19 @@ public:
     SmallTheme()
     {
         files.write(
-            QStringLiteral("theme/theme.xml"),
+            u"theme/theme.xml"_s,
             "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image></config>");
-        files.write(QStringLiteral("theme/image.xml"),
+        files.write(u"theme/image.xml"_s,
                     "<image id=\"Logo\">l.png</image><image id=\"art_logo\">a.png</image>");
-        files.write(QStringLiteral("theme/widget.xml"), "<widget class=\"window\" name=\"main\"/>");
+        files.write(u"theme/widget.xml"_s, "<widget class=\"window\" name=\"main\"/>");
         files.write(
-            QStringLiteral("theme/main.xml"),
+            u"theme/main.xml"_s,
             "<widget class=\"window\" name=\"main\"><property><rect>[0,0,9,9]</rect></property><children>"
             "<widget class=\"text\"><property><string>a</string><font>f</font></property></widget>"
             "<widget class=\"text\"><property><font>f</font></property></widget>"
             "<widget class=\"clock\"><property><!-- <state>hide</state> --></property></widget>");
         ThemeSources sources;
-        sources.folder = files.path(QStringLiteral("theme"));
+        sources.folder = files.path(u"theme"_s);
         index = *ThemeIndex::build(sources);
     }
     TestFiles files;
@@ -142,36 +143,33 @@ void tst_Completion::offersElementsByUse()
         return completionAt(Outline(all), all.size(), &theme.index).entries;
     };
     QCOMPARE(offered("<widget class=\"text\"><property><").first(3),
-             QStringList({QStringLiteral("font"), QStringLiteral("string"), QStringLiteral("imgs")}));
-    QCOMPARE(offered("<widget class=\"window\"><property><").first(), QStringLiteral("rect"));
-    QCOMPARE(offered("<widget class=\"clock\"><property><").first(), QStringLiteral("imgs"));
-    QCOMPARE(offered("<widget class=\"").first(3),
-             QStringList({QStringLiteral("text"), QStringLiteral("clock"), QStringLiteral("window")}));
+             QStringList({u"font"_s, u"string"_s, u"imgs"_s}));
+    QCOMPARE(offered("<widget class=\"window\"><property><").first(), u"rect"_s);
+    QCOMPARE(offered("<widget class=\"clock\"><property><").first(), u"imgs"_s);
+    QCOMPARE(offered("<widget class=\"").first(3), QStringList({u"text"_s, u"clock"_s, u"window"_s}));
 }
 
 void tst_Completion::counts()
 {
     SmallTheme theme;
-    const QString path = theme.files.path(QStringLiteral("theme/main.xml"));
-    const QString text = QStringLiteral("text");
+    const QString path = theme.files.path(u"theme/main.xml"_s);
+    const QString text = u"text"_s;
     const qint64 images = theme.index.stamp(NameKind::Image);
     const ThemeIndex before = theme.index;
-    theme.index.update(path, QStringLiteral("<widget class=\"text\"><img>a</img></widget>"));
+    theme.index.update(path, u"<widget class=\"text\"><img>a</img></widget>"_s);
     QCOMPARE(theme.index.elementsIn(text, Kind::Font), 0);
     QCOMPARE(theme.index.elementsIn(text, Kind::Img), 1);
     QCOMPARE(theme.index.classes(), QStringList(text));
     QCOMPARE(before.elementsIn(text, Kind::Font), 2);
     QCOMPARE(theme.index.stamp(NameKind::Image), images);
-    theme.index.update(theme.files.path(QStringLiteral("theme/image.xml")),
-                       QStringLiteral("<image id=\"a\">l.png</image>"));
+    theme.index.update(theme.files.path(u"theme/image.xml"_s), u"<image id=\"a\">l.png</image>"_s);
     QVERIFY(theme.index.stamp(NameKind::Image) != images);
     QCOMPARE(before.stamp(NameKind::Image), images);
 }
 
 void tst_Completion::narrows()
 {
-    const Candidates names({QStringLiteral("art_logo"), QStringLiteral("Logo"), QStringLiteral("LOGO_big"),
-                            QStringLiteral("other")});
+    const Candidates names({u"art_logo"_s, u"Logo"_s, u"LOGO_big"_s, u"other"_s});
     QCOMPARE(names.matching(u"lo"), std::vector<qint32>({1, 2, 0}));
     QCOMPARE(names.matching(u"").size(), size_t(4));
     QVERIFY(names.matching(u"x").empty());

@@ -8,6 +8,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -39,9 +40,9 @@ public:
         write("font.xml", "<font><name>big</name><file>b.ttf</file></font>");
         write("lang.xml", "<language id=\"English\">en.xml</language>");
         write("en.xml", "<language name=\"English\"><font>big</font><tran id=\"Yes\">Ja</tran></language>");
-        sources.folder = files.path(QStringLiteral("theme"));
+        sources.folder = files.path(u"theme"_s);
         index = ThemeIndex::build(sources);
-        door.backups().setFolder(files.path(QStringLiteral("backup")));
+        door.backups().setFolder(files.path(u"backup"_s));
     }
     void write(const char *name, const QByteArray &bytes) const
     {
@@ -125,7 +126,7 @@ void TestPlaces::thingAtCaret()
     QFETCH(QByteArray, text);
     QFETCH(QString, thing);
     const auto [plain, caret] = caretIn(text);
-    const auto found = thingAt(Outline(plain), caret, QStringLiteral("w.xml"), nullptr);
+    const auto found = thingAt(Outline(plain), caret, u"w.xml"_s, nullptr);
     QCOMPARE(found ? QString(wordFor(found->kind) + u' ' + found->name) : QString(), thing);
 }
 
@@ -150,13 +151,12 @@ void TestPlaces::partner()
     QFETCH(QString, expected);
     const auto [plain, caret] = caretIn(text);
     const QString style = QString::fromLatin1(kStyle);
-    const auto found =
-        partnerAt(Outline(plain), caret, QStringLiteral("w.xml"), QStringLiteral("style.xml"), style);
+    const auto found = partnerAt(Outline(plain), caret, u"w.xml"_s, u"style.xml"_s, style);
     QString said;
     if (found && found->file == u"w.xml")
-        said = QStringLiteral("w.xml %1 %2").arg(found->range.in(plain)).arg(found->range.start);
+        said = u"w.xml %1 %2"_s.arg(found->range.in(plain)).arg(found->range.start);
     else if (found)
-        said = QStringLiteral("style.xml ") + found->range.in(style);
+        said = u"style.xml "_s + found->range.in(style);
     QCOMPARE(said, expected);
 }
 
@@ -230,20 +230,18 @@ void TestPlaces::rename()
 void TestPlaces::rowsThatAreOpen()
 {
     SmallTheme theme;
-    const QList<ListRows::Row> rows = {
-        {QStringLiteral("i.png"), {QStringLiteral("icon")}},
-        {QStringLiteral("l.png"), {QStringLiteral(" logo\t"), QStringLiteral("Y")}}};
+    const QList<ListRows::Row> rows = {{u"i.png"_s, {u"icon"_s}}, {u"l.png"_s, {u" logo\t"_s, u"Y"_s}}};
     const auto open = [&](const QString &path) {
         return path == theme.path("image.xml") ? std::optional(rows) : std::nullopt;
     };
-    const NamedThing thing = {NameKind::Image, QStringLiteral("logo")};
+    const NamedThing thing = {NameKind::Image, u"logo"_s};
     const FoundPlaces found = placesOf(thing, *theme.index, theme.sources, open);
-    const ThemeEdit edit = editOf(found, QList<bool>(found.places.size(), true), QStringLiteral("L"));
+    const ThemeEdit edit = editOf(found, QList<bool>(found.places.size(), true), u"L"_s);
     QVERIFY(edit.changesOf(theme.path("image.xml")).isEmpty());
     const auto changed = changedRows(rows, edit.rowChangesOf(theme.path("image.xml")));
     QVERIFY(changed);
-    QCOMPARE(changed->at(1).subItems.join(u'|'), QStringLiteral(" L\t|Y"));
-    QCOMPARE(changed->at(0).sub(1), QStringLiteral("icon"));
+    QCOMPARE(changed->at(1).subItems.join(u'|'), u" L\t|Y"_s);
+    QCOMPARE(changed->at(0).sub(1), u"icon"_s);
 }
 
 void TestPlaces::whyNot_data()
@@ -287,12 +285,12 @@ void TestPlaces::whyNot()
 void TestPlaces::movesAllOrNone()
 {
     SmallTheme theme;
-    const NamedThing thing = {NameKind::Window, QStringLiteral("main")};
+    const NamedThing thing = {NameKind::Window, u"main"_s};
     const FoundPlaces found = placesOf(thing, *theme.index, theme.sources, {});
-    const ThemeEdit edit = editOf(found, QList<bool>(found.places.size(), true), QStringLiteral("first"));
+    const ThemeEdit edit = editOf(found, QList<bool>(found.places.size(), true), u"first"_s);
     theme.write("w/first.xml", "somebody else's");
     QVERIFY_EXCEPTION_THROWN(edit.apply({theme.door, theme.sources.folder}), RunTimeError);
-    QCOMPARE(theme.changes(), QStringLiteral("w/first.xml: somebody else's\n"));
+    QCOMPARE(theme.changes(), u"w/first.xml: somebody else's\n"_s);
 }
 
 void TestPlaces::searches_data()
@@ -343,13 +341,13 @@ void TestPlaces::searches()
 // Places of a text that has changed since are those of the same number, where it is clear which is which.
 void TestPlaces::findsAgain()
 {
-    const TextSearch search = {QStringLiteral("a")};
-    const QString file = QStringLiteral("w.xml");
-    FoundPlaces found = placesIn(search, file, QStringLiteral("a\na"));
-    QVERIFY(!found.renew(file, placesIn(search, file, QStringLiteral("a a a"))));
-    QVERIFY(!found.renew(file, placesIn(search, file, QStringLiteral("A a"))));
+    const TextSearch search = {u"a"_s};
+    const QString file = u"w.xml"_s;
+    FoundPlaces found = placesIn(search, file, u"a\na"_s);
+    QVERIFY(!found.renew(file, placesIn(search, file, u"a a a"_s)));
+    QVERIFY(!found.renew(file, placesIn(search, file, u"A a"_s)));
     QCOMPARE(found.places[1].range, (Range{2, 3}));
-    const QString now = QStringLiteral("\n  a\n  a");
+    const QString now = u"\n  a\n  a"_s;
     QVERIFY(found.renew(file, placesIn(search, file, now)));
     QCOMPARE(found.places[1].range, (Range{7, 8}));
     QCOMPARE(found.marks.value(file), ThemeEdit::markOf(now));
@@ -359,13 +357,13 @@ void TestPlaces::linesAreFitToShow_data()
 {
     QTest::addColumn<QString>("text"); // "|" at both ends of the range
     QTest::addColumn<QString>("shown");
-    const QString dots = QStringLiteral("\u2026");
-    QTest::newRow("between lines") << QStringLiteral("x\r\n  a |b| c \r\ny") << QStringLiteral("a [b] c");
-    QTest::newRow("at the ends") << QStringLiteral("|b|") << QStringLiteral("[b]");
-    QTest::newRow("empty") << QStringLiteral("a\n||\nb") << QStringLiteral("[]");
+    const QString dots = u"\u2026"_s;
+    QTest::newRow("between lines") << u"x\r\n  a |b| c \r\ny"_s << u"a [b] c"_s;
+    QTest::newRow("at the ends") << u"|b|"_s << u"[b]"_s;
+    QTest::newRow("empty") << u"a\n||\nb"_s << u"[]"_s;
     QTest::newRow("long") << QString(QString(900, u'x') + u"|b|" + QString(900, u'y'))
                           << QString(dots + QString(60, u'x') + u"[b]" + QString(140, u'y') + dots);
-    QTest::newRow("turned round") << QStringLiteral("a\u202E\t\u0007|b|") << QStringLiteral("a   [b]");
+    QTest::newRow("turned round") << u"a\u202E\t\u0007|b|"_s << u"a   [b]"_s;
 }
 
 void TestPlaces::linesAreFitToShow()

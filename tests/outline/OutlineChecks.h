@@ -54,11 +54,11 @@ inline QList<qint32> blockPlaces(const QString &text)
     TrackedText tracked(text);
     tracked.replace(u"<children>", {});
     tracked.replace(u"</children>", {});
-    tracked.replace(u"<signal>", QStringLiteral("<!--"));
-    tracked.replace(u"</signal>", QStringLiteral("-->"));
-    tracked.replace(u"</widget>", QStringLiteral("</div>"));
-    tracked.replace(u" name=\"", QStringLiteral(" id=\""));
-    tracked.replace(u"<style ", QStringLiteral("<widget "));
+    tracked.replace(u"<signal>", u"<!--"_s);
+    tracked.replace(u"</signal>", u"-->"_s);
+    tracked.replace(u"</widget>", u"</div>"_s);
+    tracked.replace(u" name=\"", u" id=\""_s);
+    tracked.replace(u"<style ", u"<widget "_s);
     return tracked.placesOf(u"<widget ");
 }
 
@@ -66,6 +66,7 @@ inline QList<qint32> blockPlaces(const QString &text)
 inline QString brokenPromise(const quillmere::Outline &outline)
 {
     using namespace quillmere;
+    using namespace Qt::StringLiterals;
     const QString &text = outline.text();
     const std::vector<Element> &elements = outline.elements();
     const auto isIn = [](Range inner, Range outer) {
@@ -74,38 +75,38 @@ inline QString brokenPromise(const quillmere::Outline &outline)
     QList<qint32> places;
     for (const qint32 block : outline.blocks()) {
         if (outline.element(block).block != places.size())
-            return QStringLiteral("a block knows its row");
+            return u"a block knows its row"_s;
         places.append(outline.element(block).tag.start);
     }
     if (places != blockPlaces(text))
-        return QStringLiteral("blocks are those of the cutting");
+        return u"blocks are those of the cutting"_s;
     const qint32 count = qint32(elements.size());
     for (qint32 i = 0; i < count; ++i) {
         const Element &element = elements[size_t(i)];
         if (!isIn(element.range(), {0, qint32(text.size())}) || text[element.tag.start] != u'<' ||
             !isIn(element.tag, element.range()) || !isIn(element.closing, element.range()) ||
             !isIn(element.content(), element.range()))
-            return QStringLiteral("ranges lie in the text");
+            return u"ranges lie in the text"_s;
         if (element.next <= i || element.next > count || element.parent >= i)
-            return QStringLiteral("elements are in order");
+            return u"elements are in order"_s;
         if (i > 0 && elements[size_t(i - 1)].tag.start >= element.tag.start)
-            return QStringLiteral("elements are in the order of the text");
+            return u"elements are in the order of the text"_s;
         if (element.next < count && elements[size_t(element.next)].tag.start < element.closing.end)
-            return QStringLiteral("the next element is behind");
+            return u"the next element is behind"_s;
         if (element.parent >= 0 && (!isIn(element.range(), outline.element(element.parent).content()) ||
                                     element.next > outline.element(element.parent).next))
-            return QStringLiteral("ranges nest");
+            return u"ranges nest"_s;
         if (element.end == End::Tag && text[element.closing.end - 1] != u'>' &&
             element.closing.end < text.size() && text[element.closing.end].unicode() > 32 &&
             text[element.closing.end] != u'<')
-            return QStringLiteral("a closing tag is whole");
+            return u"a closing tag is whole"_s;
         for (const Attribute &attribute : outline.attributesOf(i)) {
             if (!isIn(attribute.name, element.tag) || !isIn(attribute.value, element.tag))
-                return QStringLiteral("attributes lie in the tag");
+                return u"attributes lie in the tag"_s;
         }
         for (const Range &entry : entriesOf(outline, i)) {
             if (!isIn(entry, element.content()))
-                return QStringLiteral("entries lie in the value");
+                return u"entries lie in the value"_s;
         }
     }
     return {};

@@ -8,6 +8,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -23,7 +24,7 @@ QString asText(const Outline &outline)
             text += u'.';
         text += outline.at(element.name());
         if (element.block >= 0)
-            text += QStringLiteral("#%1").arg(element.block);
+            text += u"#%1"_s.arg(element.block);
         text += QLatin1String(kEnds[int(element.end)]);
         text += element.inComment ? u"c" : element.inSignal ? u"s" : u"";
         if (isValue(element.kind) && element.end != End::Self)
@@ -120,15 +121,14 @@ private slots:
 
     void attributes()
     {
-        const Outline outline(
-            QStringLiteral("<widget CLASS = \"te xt\" id=a/b  x \"\" name=\"n\" open=\"o>\n<img/>"));
+        const Outline outline(u"<widget CLASS = \"te xt\" id=a/b  x \"\" name=\"n\" open=\"o>\n<img/>"_s);
         QStringList found;
         for (const Attribute &attribute : outline.attributesOf(0))
             found += outline.at(attribute.name) + u'=' + outline.at(attribute.value) +
                      (attribute.closed ? u"" : u"...");
-        QCOMPARE(found.join(u'|'), QStringLiteral("CLASS=te xt|id=a/b|x=|name=n|open=o..."));
-        QCOMPARE(outline.at(outline.attribute(0, u"class")->value), QStringLiteral("te xt"));
-        QCOMPARE(outline.at(outline.nameAttribute(0)->value), QStringLiteral("a/b"));
+        QCOMPARE(found.join(u'|'), u"CLASS=te xt|id=a/b|x=|name=n|open=o..."_s);
+        QCOMPARE(outline.at(outline.attribute(0, u"class")->value), u"te xt"_s);
+        QCOMPARE(outline.at(outline.nameAttribute(0)->value), u"a/b"_s);
         QVERIFY(!outline.attribute(1, u"class"));
     }
 
@@ -165,26 +165,25 @@ private slots:
 
     void places()
     {
-        const Outline outline(QStringLiteral(
-            "<widget w><property><rect>[10,20,500,400]</rect></property><children>"
+        const Outline outline(
+            u"<widget w><property><rect>[10,20,500,400]</rect></property><children>"
             "<widget a><property><rect>[1,2,30,40]</rect></property><children>"
             "<widget b><property><rect>[3,4,5,6]</rect></property></widget></children></widget>"
             "<!-- <widget c> <rect>[1,1,1,1]</rect> --><widget "
             "d><property><rect>[]</rect></property><children>"
             "<widget e><property><rect>[1,1,1,1]</rect></property></widget></children></widget>"
-            "</children></widget>"));
+            "</children></widget>"_s);
         QStringList boxes;
         for (const std::optional<Box> &box : placesOnScreen(outline))
-            boxes += box ? QStringLiteral("%1,%2,%3,%4").arg(box->x).arg(box->y).arg(box->w).arg(box->h)
-                         : QStringLiteral("-");
-        QCOMPARE(boxes.join(u' '), QStringLiteral("10,20,500,400 11,22,30,40 14,26,5,6 - - -"));
+            boxes += box ? u"%1,%2,%3,%4"_s.arg(box->x).arg(box->y).arg(box->w).arg(box->h) : u"-"_s;
+        QCOMPARE(boxes.join(u' '), u"10,20,500,400 11,22,30,40 14,26,5,6 - - -"_s);
         QStringList blocks;
-        for (const QChar unit : QStringLiteral("wabde")) {
+        for (const QChar unit : u"wabde"_s) {
             const qint32 block = outline.blockOf(
                 outline.elementAt(outline.text().indexOf(QString(u"<widget " + QString(unit)))));
             blocks += QString::number(outline.element(block).block);
         }
-        QCOMPARE(blocks.join(u' '), QStringLiteral("0 1 2 4 5"));
+        QCOMPARE(blocks.join(u' '), u"0 1 2 4 5"_s);
         QCOMPARE(outline.blockOf(outline.elementAt(outline.text().indexOf(u"[3,4"))), outline.blocks()[2]);
     }
 

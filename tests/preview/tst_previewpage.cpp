@@ -5,6 +5,7 @@
 #include "source/SavedText.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 class TestPreviewPage : public QObject
 {
@@ -40,25 +41,23 @@ private slots:
         QFETCH(QString, html);
         QFETCH(QString, page);
         QFETCH(QString, ticked);
-        page.replace(
-            u'[', QStringLiteral("body{background-color:#fff;}.window{margin:0;}div{font-size:16px;margin:0;"
-                                 "padding:0;font-family:arial;}"));
-        page.replace(u']',
-                     QStringLiteral("div{border:1px solid #000000;}.image{border:1px solid #FF0000;}"
-                                    ".text{border:1px solid #0000FF;}.progbar{border:1px solid #106c00;}"
-                                    ".window{border:1px solid #c0c0c0;}.button{border:1px solid #710d71;}"
-                                    ".boxitem{border:1px solid #152f81;}"));
+        page.replace(u'[', u"body{background-color:#fff;}.window{margin:0;}div{font-size:16px;margin:0;"
+                           "padding:0;font-family:arial;}"_s);
+        page.replace(u']', u"div{border:1px solid #000000;}.image{border:1px solid #FF0000;}"
+                           ".text{border:1px solid #0000FF;}.progbar{border:1px solid #106c00;}"
+                           ".window{border:1px solid #c0c0c0;}.button{border:1px solid #710d71;}"
+                           ".boxitem{border:1px solid #152f81;}"_s);
         ListRows lvBlock(QStringList(2), ListRows::Checks::Yes);
-        lvBlock.add(QStringLiteral("text"), {QStringLiteral("shown")});
+        lvBlock.add(u"text"_s, {u"shown"_s});
         for (const QString &name : ticked.split(u',', Qt::SkipEmptyParts)) {
-            lvBlock.add(QStringLiteral("text"), {name});
+            lvBlock.add(u"text"_s, {name});
             lvBlock.setChecked(lvBlock.count() - 1, true);
         }
         ViewOptions options;
         for (size_t item = 0; item < options.shown.size(); ++item)
             options.shown[item] = checked[qsizetype(item)] != u'-';
         options.fixed = checked.back() != u'-';
-        QCOMPARE(BuildPreviewPage(html, options, QStringLiteral("16"), lvBlock), page);
+        QCOMPARE(BuildPreviewPage(html, options, u"16"_s, lvBlock), page);
     }
 
     void screens()
@@ -82,11 +81,11 @@ private slots:
 
     void savesText()
     {
-        QCOMPARE(textToSave(QStringLiteral("a\r\n\r\nb\nc\r\r\n")), QStringLiteral("a\n\nb\nc\n\r\n"));
-        QCOMPARE(textToSave(QStringLiteral("<w CLASS = \"Text\" class= \"TEXT\">")),
-                 QStringLiteral("<w class=\"text\" class= \"TEXT\">\r\n"));
-        QCOMPARE(textToSave(QStringLiteral("Class = \r\"TEXT\"<Str\ring></STRING><string> </string>")),
-                 QStringLiteral("class=\"text\"<string/><string> </string>\r\n"));
+        QCOMPARE(textToSave(u"a\r\n\r\nb\nc\r\r\n"_s), u"a\n\nb\nc\n\r\n"_s);
+        QCOMPARE(textToSave(u"<w CLASS = \"Text\" class= \"TEXT\">"_s),
+                 u"<w class=\"text\" class= \"TEXT\">\r\n"_s);
+        QCOMPARE(textToSave(u"Class = \r\"TEXT\"<Str\ring></STRING><string> </string>"_s),
+                 u"class=\"text\"<string/><string> </string>\r\n"_s);
     }
 
     void cutsBlocks()
@@ -100,11 +99,11 @@ private slots:
         };
         QCOMPARE(blocks("<interface><widgets></widget></interface>"), QString());
         QCOMPARE(blocks("<widget name=\"a\" Name=\"b\" rename=\"c\"\tname=\"d\"><Style e>"),
-                 QStringLiteral("|id=\"a\" id=\"b\" rename=\"c\"\tname=\"d\">|e>"));
+                 u"|id=\"a\" id=\"b\" rename=\"c\"\tname=\"d\">|e>"_s);
         QCOMPARE(blocks("<widget a><!-- <widget <SIGNAL>s</signal><signals>"),
-                 QStringLiteral("|a><!-- |<!--s--><signals>"));
+                 u"|a><!-- |<!--s--><signals>"_s);
         QCOMPARE(blocks("<wid<children>get a</wid</children>get><st</Children>yle b<chi<children>ldren>"),
-                 QStringLiteral("|a</div>|b<children>"));
+                 u"|a</div>|b<children>"_s);
     }
 
     void findsLineOfBlock()

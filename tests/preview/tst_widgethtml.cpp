@@ -2,6 +2,7 @@
 #include "preview/WidgetHtml.h"
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 using S = QStringView;
 
 class TestWidgetHtml : public QObject
@@ -15,7 +16,7 @@ private:
         lvFont.clear();
         for (const QString &font : fonts.split(u',', Qt::SkipEmptyParts)) {
             const QStringList parts = font.split(u' ');
-            lvFont.add(QString(), {parts.value(0), QStringLiteral("file"), parts.value(1), parts.value(2)});
+            lvFont.add(QString(), {parts.value(0), u"file"_s, parts.value(1), parts.value(2)});
         }
     }
 
@@ -65,8 +66,7 @@ private slots:
               u"<rect>[1,2,3,4]</rect><backcolor>[r,g,b]</backcolor><forecolor>[x,y]</forecolor>-->"
               u"<div class=`box` STYLE=`S` id=`n`></div><!--s--></div>",
               u"window|w 1,box|n"},
-             {u"too few parts carry over",
-              carried.toString().replace(QStringLiteral("<div"), QStringLiteral("<widget")), u"#@#@#@",
+             {u"too few parts carry over", carried.toString().replace(u"<div"_s, u"<widget"_s), u"#@#@#@",
               carried, u"|,|,|"},
              {u"frame of eight pictures", frame, u"#{background-color:;}\n#~", frame, u"|",
               u"a,b,c,d,e,f,g,h"},
@@ -86,13 +86,11 @@ private slots:
         QFETCH(QString, block);
         QFETCH(QString, css);
         QFETCH(QString, body);
-        setFonts(m_fonts,
-                 QStringLiteral("font_prog 16 italic,f1 20 normal,f2 30 bold,f2 31 thin,font_prog 17"));
-        css.replace(u'@', QStringLiteral("{position:absolute;left:1;top:2;width:3;height:4;"
-                                         "background-color:r;color:x;}\n"));
-        css.replace(u'~', QStringLiteral(
-                              "{position:absolute;left:;top:;width:;height:;background-color:;color:;}\n"));
-        css.replace(u'\n', QStringLiteral("\r\n"));
+        setFonts(m_fonts, u"font_prog 16 italic,f1 20 normal,f2 30 bold,f2 31 thin,font_prog 17"_s);
+        css.replace(u'@', u"{position:absolute;left:1;top:2;width:3;height:4;"
+                          "background-color:r;color:x;}\n"_s);
+        css.replace(u'~', u"{position:absolute;left:;top:;width:;height:;background-color:;color:;}\n"_s);
+        css.replace(u'\n', u"\r\n"_s);
         // The second time nothing is left of the first: no value, no row, no tick.
         for (int time = 0; time < 2; ++time) {
             QStringList asked;

@@ -5,6 +5,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 class TestReplaceList : public QObject
 {
@@ -34,21 +35,21 @@ private slots:
                 pairs += pair.from + u'>' + pair.to + u';';
             QCOMPARE(pairs, QLatin1String(one.pairs));
         }
-        QCOMPARE(readReplaceList(QStringLiteral("[REPLACE]\nTotal=1e300")).size(), 100'000);
+        QCOMPARE(readReplaceList(u"[REPLACE]\nTotal=1e300"_s).size(), 100'000);
     }
 
     void writesWhatItReads()
     {
         const QString longText(10'000, u'x');
-        const QString surrogates = QString(253, u'x') + QStringLiteral("\U0001F600");
-        const QString file = replaceListText({{QStringLiteral("[a]=\"b"), QStringLiteral(" c ")},
-                                              {longText, QStringLiteral("one\r\ntwo\nthree\r[REPLACE]")},
+        const QString surrogates = QString(253, u'x') + u"\U0001F600"_s;
+        const QString file = replaceListText({{u"[a]=\"b"_s, u" c "_s},
+                                              {longText, u"one\r\ntwo\nthree\r[REPLACE]"_s},
                                               {surrogates, QString()}});
         QVERIFY(
             file.startsWith(u"[REPLACE]\r\nTotal = 3\r\nTextFind1=[a]=\"b\r\nReplace1= c \r\nTextFind2="));
         QVERIFY(file.contains(longText));
-        const QList<Replacement> expected = {{QStringLiteral("[a]=\"b"), QStringLiteral("c")},
-                                             {longText.first(254), QStringLiteral("one two three [REPLACE]")},
+        const QList<Replacement> expected = {{u"[a]=\"b"_s, u"c"_s},
+                                             {longText.first(254), u"one two three [REPLACE]"_s},
                                              {surrogates.first(253), QString()}};
         QVERIFY(readReplaceList(file) == expected);
     }
@@ -56,15 +57,14 @@ private slots:
     void fillsTheProgramFolder()
     {
         const TestFiles files;
-        files.write(QStringLiteral("from/a.txt"), "new");
-        QFile(files.write(QStringLiteral("from/trans/a/b.txt"), "b")).setPermissions(QFile::ReadOwner);
-        files.write(QStringLiteral("to/a.txt"), "mine");
-        copyMissing(files.path(QStringLiteral("from")), files.path(QStringLiteral("to")),
-                    {QStringLiteral("a.txt"), QStringLiteral("trans"), QStringLiteral("missing")});
-        QCOMPARE(files.read(QStringLiteral("to/a.txt")), "mine");
-        QCOMPARE(files.read(QStringLiteral("to/trans/a/b.txt")), "b");
-        QVERIFY(QFile(files.path(QStringLiteral("to/trans/a/b.txt"))).permissions() & QFile::WriteOwner);
-        QVERIFY(!QFileInfo::exists(files.path(QStringLiteral("to/missing"))));
+        files.write(u"from/a.txt"_s, "new");
+        QFile(files.write(u"from/trans/a/b.txt"_s, "b")).setPermissions(QFile::ReadOwner);
+        files.write(u"to/a.txt"_s, "mine");
+        copyMissing(files.path(u"from"_s), files.path(u"to"_s), {u"a.txt"_s, u"trans"_s, u"missing"_s});
+        QCOMPARE(files.read(u"to/a.txt"_s), "mine");
+        QCOMPARE(files.read(u"to/trans/a/b.txt"_s), "b");
+        QVERIFY(QFile(files.path(u"to/trans/a/b.txt"_s)).permissions() & QFile::WriteOwner);
+        QVERIFY(!QFileInfo::exists(files.path(u"to/missing"_s)));
     }
 };
 

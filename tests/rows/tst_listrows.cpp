@@ -6,6 +6,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 class TestListRows : public QObject
 {
@@ -22,24 +23,24 @@ void TestListRows::keepsTheRulesOfAModel()
     ListRows rows(QStringList(2), ListRows::Checks::Yes);
     const QAbstractItemModelTester tester(&rows, QAbstractItemModelTester::FailureReportingMode::QtTest);
     const QSignalSpy changed(&rows, &QAbstractItemModel::dataChanged);
-    rows.add(QStringLiteral("a"));
-    rows.add(QStringLiteral("b"), {QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")});
-    rows.setSub(0, 1, QStringLiteral("4"));
+    rows.add(u"a"_s);
+    rows.add(u"b"_s, {u"1"_s, u"2"_s, u"3"_s});
+    rows.setSub(0, 1, u"4"_s);
     // Whoever looks rows up by a sub-item that has no column has to hear of it.
-    rows.setSub(0, 4, QStringLiteral("far"));
+    rows.setSub(0, 4, u"far"_s);
     QCOMPARE(changed.count(), 2);
     QVERIFY(changed.at(1).at(0).toModelIndex().isValid());
-    QCOMPARE(rows.sub(0, 2) + rows.sub(0, 4) + rows.sub(0, 9), QStringLiteral("far"));
+    QCOMPARE(rows.sub(0, 2) + rows.sub(0, 4) + rows.sub(0, 9), u"far"_s);
     rows.setChecked(1, true);
     QCOMPARE(changed.count(), 3);
     rows.remove(0);
     QCOMPARE(rows.count(), 1);
     QVERIFY(rows.text(0) == u"b" && rows.isChecked(0));
-    rows.assign({{QStringLiteral("d"), {}, false}, {QStringLiteral("e"), {}, true}});
+    rows.assign({{u"d"_s, {}, false}, {u"e"_s, {}, true}});
     QCOMPARE(rows.index(0, 1).data().toString(), QString());
     QVERIFY(!rows.index(0, 1).data(Qt::ToolTipRole).isValid());
-    QCOMPARE(rows.index(0, 0).data(Qt::ToolTipRole).toString(), QStringLiteral("<qt>d</qt>"));
-    QVERIFY(!rows.setData(rows.index(0, 0), QStringLiteral("typed")));
+    QCOMPARE(rows.index(0, 0).data(Qt::ToolTipRole).toString(), u"<qt>d</qt>"_s);
+    QVERIFY(!rows.setData(rows.index(0, 0), u"typed"_s));
     rows.clear();
     QVERIFY(rows.isEmpty());
 }
@@ -82,12 +83,12 @@ void TestListRows::tellsWhatIsUpdated()
 void TestListRows::checkMarks()
 {
     ListRows rows(QStringList(1), ListRows::Checks::Yes), plain(QStringList(1));
-    rows.add(QStringLiteral("a"));
-    plain.add(QStringLiteral("a"));
+    rows.add(u"a"_s);
+    plain.add(u"a"_s);
     const QSignalSpy ticked(&rows, &ListRows::checkChanged);
     QVERIFY(rows.setData(rows.index(0, 0), Qt::Checked, Qt::CheckStateRole));
     rows.setChecked(0, true);
-    rows.assign({{QStringLiteral("b"), {}, true}});
+    rows.assign({{u"b"_s, {}, true}});
     QVERIFY(rows.isChecked(0));
     QCOMPARE(ticked.count(), 1);
     QVERIFY(!plain.index(0, 0).data(Qt::CheckStateRole).isValid());

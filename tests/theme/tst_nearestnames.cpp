@@ -6,6 +6,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -65,10 +66,10 @@ void tst_nearestnames::nearest_data()
     const auto row = [](const char *name, const QStringList &nearest) {
         QTest::newRow(name) << QString::fromLatin1(name) << nearest;
     };
-    row("bg_dimm", {QStringLiteral("bg_dim")});
-    row("BG_dim", {QStringLiteral("bg_dim")});
-    row("gb_dim", {QStringLiteral("bg_dim")});
-    row("icon_0", {QStringLiteral("icon_1"), QStringLiteral("icon_2"), QStringLiteral("Icon_3")});
+    row("bg_dimm", {u"bg_dim"_s});
+    row("BG_dim", {u"bg_dim"_s});
+    row("gb_dim", {u"bg_dim"_s});
+    row("icon_0", {u"icon_1"_s, u"icon_2"_s, u"Icon_3"_s});
     row("bg_dim", {});
     row("x", {});
     row("something else", {});
@@ -80,11 +81,11 @@ void tst_nearestnames::nearest()
     QFETCH(QStringList, nearest);
 
     const TestFiles files;
-    files.write(QStringLiteral("theme.xml"), "<config><file_image>i.xml</file_image></config>");
+    files.write(u"theme.xml"_s, "<config><file_image>i.xml</file_image></config>");
     QByteArray images;
     for (const char *id : {"bg_dim", "bg_main", "icon_1", "icon_2", "Icon_3", "q"})
         images += QByteArray("<image id=\"") + id + "\">x.png</image>";
-    files.write(QStringLiteral("i.xml"), images);
+    files.write(u"i.xml"_s, images);
     ThemeSources sources;
     sources.folder = files.folder();
     QStringList found = nearestNames(*ThemeIndex::build(sources), NameKind::Image, name);

@@ -5,6 +5,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -65,23 +66,20 @@ class TestThemeEdit : public QObject
         QVERIFY(edit.replace(path, text, {at, at + qint32(from.size())}, to));
     }
 
-    EditTargets targets() { return {m_door, m_files->path(QStringLiteral("theme")), {}, {}}; }
+    EditTargets targets() { return {m_door, m_files->path(u"theme"_s), {}, {}}; }
     QString write(const char *name, const QByteArray &bytes) const
     {
-        return m_files->write(QStringLiteral("theme/") + QLatin1String(name), bytes);
+        return m_files->write(u"theme/"_s + QLatin1String(name), bytes);
     }
-    QByteArray read(const char *name) const
-    {
-        return m_files->read(QStringLiteral("theme/") + QLatin1String(name));
-    }
+    QByteArray read(const char *name) const { return m_files->read(u"theme/"_s + QLatin1String(name)); }
     QString failureOf(const ThemeEdit &edit, const EditTargets &where) const
     {
         try {
             edit.apply(where);
         } catch (const RunTimeError &error) {
-            return QString(error.message()).replace(m_files->folder(), QStringLiteral("..."));
+            return QString(error.message()).replace(m_files->folder(), u"..."_s);
         }
-        return QStringLiteral("applied");
+        return u"applied"_s;
     }
 
     std::unique_ptr<TestFiles> m_files;
@@ -91,7 +89,7 @@ private slots:
     void init()
     {
         m_files = std::make_unique<TestFiles>();
-        m_door.backups().setFolder(m_files->path(QStringLiteral("backup")));
+        m_door.backups().setFolder(m_files->path(u"backup"_s));
     }
 
     // The bytes come back although the letter that showed the code page was gone in between.
@@ -100,16 +98,11 @@ private slots:
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("from");
         QTest::addColumn<QString>("to");
-        QTest::newRow("utf-8 to ascii")
-            << QByteArray("<img>\xC3\xA9</img>") << QStringLiteral("\u00E9") << QStringLiteral("e");
-        QTest::newRow("one byte to ascii")
-            << QByteArray("<img>\xE9</img>") << QStringLiteral("\u00E9") << QStringLiteral("e");
-        QTest::newRow("one byte to utf-8")
-            << QByteArray("<img>\xE9</img>") << QStringLiteral("\u00E9") << QStringLiteral("\u4E2D");
-        QTest::newRow("ascii to one byte")
-            << QByteArray("<img>e</img>") << QStringLiteral("e") << QStringLiteral("\u00E9");
-        QTest::newRow("with a mark") << QByteArray("\xEF\xBB\xBF<img>e</img>") << QStringLiteral("e")
-                                     << QStringLiteral("x");
+        QTest::newRow("utf-8 to ascii") << QByteArray("<img>\xC3\xA9</img>") << u"\u00E9"_s << u"e"_s;
+        QTest::newRow("one byte to ascii") << QByteArray("<img>\xE9</img>") << u"\u00E9"_s << u"e"_s;
+        QTest::newRow("one byte to utf-8") << QByteArray("<img>\xE9</img>") << u"\u00E9"_s << u"\u4E2D"_s;
+        QTest::newRow("ascii to one byte") << QByteArray("<img>e</img>") << u"e"_s << u"\u00E9"_s;
+        QTest::newRow("with a mark") << QByteArray("\xEF\xBB\xBF<img>e</img>") << u"e"_s << u"x"_s;
     }
     void codePages()
     {
@@ -128,14 +121,14 @@ private slots:
     void overlapsAreRefused()
     {
         const QString path = write("a.xml", "abcdef");
-        const QString text = QStringLiteral("abcdef");
+        const QString text = u"abcdef"_s;
         ThemeEdit edit;
-        QVERIFY(edit.replace(path, text, {2, 4}, QStringLiteral("X")));
+        QVERIFY(edit.replace(path, text, {2, 4}, u"X"_s));
         for (const Range range : {Range{3, 5}, Range{1, 3}, Range{2, 4}, Range{2, 2}, Range{3, 3},
                                   Range{0, 6}, Range{-1, 0}, Range{5, 7}, Range{5, 4}})
-            QVERIFY(!edit.replace(path, text, range, QStringLiteral("Y")));
-        QVERIFY(!edit.replace(path, QStringLiteral("abcdeg"), {0, 1}, QStringLiteral("Y")));
-        QVERIFY(edit.replace(path, text, {4, 5}, QStringLiteral("Y")));
+            QVERIFY(!edit.replace(path, text, range, u"Y"_s));
+        QVERIFY(!edit.replace(path, u"abcdeg"_s, {0, 1}, u"Y"_s));
+        QVERIFY(edit.replace(path, text, {4, 5}, u"Y"_s));
         QVERIFY(edit.replace(path, text, {0, 2}, QString()));
         edit.apply(targets());
         QCOMPARE(read("a.xml"), QByteArray("XYf"));
@@ -145,34 +138,30 @@ private slots:
     {
         QTest::addColumn<QString>("fault");
         QTest::addColumn<QString>("message");
-        QTest::newRow("changed since")
-            << QStringLiteral("changed")
-            << QStringLiteral("Cannot change \".../theme/b/b.xml\": it no longer holds what "
-                              "the change was made for.");
-        QTest::newRow("gone") << QStringLiteral("gone")
-                              << QStringLiteral(
-                                     "Cannot change \".../theme/b/b.xml\": there is no such file.");
-        QTest::newRow("outside") << QStringLiteral("outside")
-                                 << QStringLiteral(
-                                        "Cannot change \".../theme/b/b.xml\": it lies outside of the theme's "
-                                        "folder.");
-        QTest::newRow("letter") << QStringLiteral("letter") << QStringLiteral("Cannot write");
-        QTest::newRow("not to be written") << QStringLiteral("write") << QStringLiteral("Cannot back up");
+        QTest::newRow("changed since") << u"changed"_s
+                                       << u"Cannot change \".../theme/b/b.xml\": it no longer holds what "
+                                          "the change was made for."_s;
+        QTest::newRow("gone") << u"gone"_s
+                              << u"Cannot change \".../theme/b/b.xml\": there is no such file."_s;
+        QTest::newRow("outside") << u"outside"_s
+                                 << u"Cannot change \".../theme/b/b.xml\": it lies outside of the theme's "
+                                    "folder."_s;
+        QTest::newRow("letter") << u"letter"_s << u"Cannot write"_s;
+        QTest::newRow("not to be written") << u"write"_s << u"Cannot back up"_s;
     }
     void allOrNone()
     {
         QFETCH(QString, fault);
         const QByteArray bytes = "<img>old</img>";
         const QString a = write("a.xml", bytes), b = write("b/b.xml", bytes), c = write("c.xml", bytes);
-        TextInBox box(QStringLiteral("old"));
-        RowsOfList rows({QStringLiteral("old")});
+        TextInBox box(u"old"_s);
+        RowsOfList rows({u"old"_s});
         ThemeEdit edit;
         for (const QString &path : {a, b, c})
-            replaceIn(edit, path, QStringLiteral("old"),
-                      fault == u"letter" && path == b ? QString(QChar(0xD800)) : QStringLiteral("new"));
-        QVERIFY(edit.replace(QStringLiteral("box"), box.text(), {0, 3}, QStringLiteral("new")));
-        edit.changeRow(QStringLiteral("rows"),
-                       {0, rowOf(QStringLiteral("old")), rowOf(QStringLiteral("new"))});
+            replaceIn(edit, path, u"old"_s,
+                      fault == u"letter" && path == b ? QString(QChar(0xD800)) : u"new"_s);
+        QVERIFY(edit.replace(u"box"_s, box.text(), {0, 3}, u"new"_s));
+        edit.changeRow(u"rows"_s, {0, rowOf(u"old"_s), rowOf(u"new"_s)});
         EditTargets where = targets();
         where.text = [&](const QString &path) { return path == u"box" ? &box : nullptr; };
         where.rows = [&](const QString &) { return &rows; };
@@ -185,12 +174,12 @@ private slots:
             QFile::remove(b);
             expected = "(no file)";
             if (fault == u"outside") {
-                QVERIFY(QFile::link(m_files->write(QStringLiteral("elsewhere.xml"), bytes), b));
+                QVERIFY(QFile::link(m_files->write(u"elsewhere.xml"_s, bytes), b));
                 expected = bytes;
             }
         } else if (fault == u"write") {
             // Where the copies of the second file would go, there is a file.
-            m_files->write(u"backup" + m_files->path(QStringLiteral("theme/b")));
+            m_files->write(u"backup" + m_files->path(u"theme/b"_s));
         }
         QFETCH(QString, message);
         const QString failure = failureOf(edit, where);
@@ -198,37 +187,37 @@ private slots:
         QCOMPARE(read("a.xml"), bytes);
         QCOMPARE(read("b/b.xml"), expected);
         QCOMPARE(read("c.xml"), bytes);
-        QCOMPARE(box.text(), QStringLiteral("old"));
-        QCOMPARE(rows.asText(), QStringLiteral("old+"));
+        QCOMPARE(box.text(), u"old"_s);
+        QCOMPARE(rows.asText(), u"old+"_s);
     }
 
     void openTextsAndRows()
     {
         const QString path = write("a.xml", "old file");
-        TextInBox box(QStringLiteral("one old, two old"));
-        RowsOfList rows({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+        TextInBox box(u"one old, two old"_s);
+        RowsOfList rows({u"a"_s, u"b"_s, u"c"_s});
         EditTargets where = targets();
         where.text = [&](const QString &asked) { return asked == path ? &box : nullptr; };
         where.rows = [&](const QString &) { return &rows; };
         ThemeEdit edit;
-        QVERIFY(edit.replace(path, box.text(), {4, 7}, QStringLiteral("1")));
-        QVERIFY(edit.replace(path, box.text(), {13, 16}, QStringLiteral("2")));
-        edit.changeRow(path, {1, rowOf(QStringLiteral("b")), rowOf(QStringLiteral("B"))});
-        edit.changeRow(path, {0, rowOf(QStringLiteral("a")), {}});
-        edit.changeRow(path, {2, {}, rowOf(QStringLiteral("new"))});
+        QVERIFY(edit.replace(path, box.text(), {4, 7}, u"1"_s));
+        QVERIFY(edit.replace(path, box.text(), {13, 16}, u"2"_s));
+        edit.changeRow(path, {1, rowOf(u"b"_s), rowOf(u"B"_s)});
+        edit.changeRow(path, {0, rowOf(u"a"_s), {}});
+        edit.changeRow(path, {2, {}, rowOf(u"new"_s)});
         QCOMPARE(edit.paths(), QStringList(path));
         const ThemeEdit inverse = edit.apply(where);
-        QCOMPARE(box.text(), QStringLiteral("one 1, two 2"));
+        QCOMPARE(box.text(), u"one 1, two 2"_s);
         QCOMPARE(box.steps, 1);
-        QCOMPARE(rows.asText(), QStringLiteral("B+c+new-"));
+        QCOMPARE(rows.asText(), u"B+c+new-"_s);
         QCOMPARE(read("a.xml"), QByteArray("old file"));
         QVERIFY(failureOf(edit, where).startsWith(u"Cannot change"));
         inverse.apply(where);
-        QCOMPARE(box.text(), QStringLiteral("one old, two old"));
-        QCOMPARE(rows.asText(), QStringLiteral("a-b+c+"));
+        QCOMPARE(box.text(), u"one old, two old"_s);
+        QCOMPARE(rows.asText(), u"a-b+c+"_s);
 
         ThemeEdit wrong;
-        wrong.changeRow(path, {3, rowOf(QStringLiteral("c")), {}});
+        wrong.changeRow(path, {3, rowOf(u"c"_s), {}});
         QVERIFY(failureOf(wrong, where).startsWith(u"Cannot change"));
     }
 };

@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 class TestThemeProject : public QObject
 {
@@ -23,7 +24,7 @@ private:
             for (const ListRows::Row &row : rows->rows())
                 text += row.text + u'|' + row.subItems.value(0) + u'|' + row.subItems.constLast();
         }
-        return QDir::fromNativeSeparators(text.join(u'\n')).replace(files.folder(), QStringLiteral("~"));
+        return QDir::fromNativeSeparators(text.join(u'\n')).replace(files.folder(), u"~"_s);
     }
 
 private slots:
@@ -42,7 +43,7 @@ private slots:
         QFETCH(QString, xml);
         const TestFiles files;
         Files disk;
-        files.write(QStringLiteral("theme.xml"), xml.toLatin1());
+        files.write(u"theme.xml"_s, xml.toLatin1());
         ThemeProject project(disk);
         project.LoadTheme(files.folder());
         QStringList rows;
@@ -57,22 +58,22 @@ private slots:
         const TestFiles files;
         Files disk;
         files.write(
-            QStringLiteral("theme.xml"),
+            u"theme.xml"_s,
             "<config><file_color>a</file_color><file_image>b</file_image><file_font>c</file_font>"
             "<file_keymap>d</file_keymap><file_i18n>e</file_i18n><file_widget>w</file_widget></config>");
         for (const char *name : {"a", "b", "c", "d", "e", "default.xml"})
             QVERIFY(QFile::resize(files.write(QLatin1String(name)), qint64(100) << 30));
-        files.write(QStringLiteral("w"), "<widget class=\"window\" name=\"menu\"/>");
+        files.write(u"w"_s, "<widget class=\"window\" name=\"menu\"/>");
         ThemeProject project(disk);
         QVERIFY(project.LoadTheme(files.folder()));
         QCOMPARE(project.widgets.LvWidget.count(), 1);
         const QStringList problems = project.problems().text().split(u'\n');
         QCOMPARE(problems.size(), 6);
-        QCOMPARE(problems[0], QStringLiteral("Cannot read \"%1\": it is larger than 64 MB.")
-                                  .arg(QDir::toNativeSeparators(files.path(QStringLiteral("a")))));
-        QCOMPARE(problems[5], QStringLiteral("More files cannot be read: 1."));
+        QCOMPARE(problems[0], u"Cannot read \"%1\": it is larger than 64 MB."_s.arg(
+                                  QDir::toNativeSeparators(files.path(u"a"_s))));
+        QCOMPARE(problems[5], u"More files cannot be read: 1."_s);
         // What can no longer be read when it is loaded again stays in its list.
-        const QString windows = files.path(QStringLiteral("w"));
+        const QString windows = files.path(u"w"_s);
         QVERIFY(QFile::resize(windows, qint64(100) << 30));
         QVERIFY_EXCEPTION_THROWN(project.reload(project.widgets.document.path()), RunTimeError);
         QCOMPARE(project.widgets.LvWidget.count(), 1);
@@ -82,14 +83,14 @@ private slots:
     {
         const TestFiles files, second, empty;
         Files disk;
-        files.write(QStringLiteral("theme.xml"), "<file_font>outside.xml</file_font><config>"
-                                                 "<file_widget>Widgets/widget.xml</file_widget>"
-                                                 "<file_image>images\\image.xml</file_image>"
-                                                 "<file_font>fonts/font.xml</file_font></config>");
+        files.write(u"theme.xml"_s, "<file_font>outside.xml</file_font><config>"
+                                    "<file_widget>Widgets/widget.xml</file_widget>"
+                                    "<file_image>images\\image.xml</file_image>"
+                                    "<file_font>fonts/font.xml</file_font></config>");
         // The theme was made where letters of a folder's name may be large or small.
-        files.write(QStringLiteral("widgets/widget.xml"), "<widget class=\"window\" name=\"menu\"/>");
-        files.write(QStringLiteral("images/image.xml"), "<image id=\"LOGO\">png/logo.png</image>");
-        files.write(QStringLiteral("fonts/font.xml"), "<font><name>f</name></font>");
+        files.write(u"widgets/widget.xml"_s, "<widget class=\"window\" name=\"menu\"/>");
+        files.write(u"images/image.xml"_s, "<image id=\"LOGO\">png/logo.png</image>");
+        files.write(u"fonts/font.xml"_s, "<font><name>f</name></font>");
         for (const char *name : {"widgets/menu.xml", "images/png/logo.png", "fonts/a.ttf", "fonts/B.TTF",
                                  "fonts/c.ttf.bak", "fonts/.ttf"})
             files.write(QLatin1String(name));
@@ -99,8 +100,8 @@ private slots:
             project.LoadTheme(files.folder());
             QCOMPARE(loaded.count(), time);
             QCOMPARE(shown(project, files),
-                     QStringLiteral("~\n~/Widgets/\n~/images/\n~/fonts/font.xml\n~/fonts/\n.ttf a.ttf\n"
-                                    "~/Widgets/menu.xml|menu|Y\n~/images/png/logo.png|LOGO|Y\n|f|normal"));
+                     u"~\n~/Widgets/\n~/images/\n~/fonts/font.xml\n~/fonts/\n.ttf a.ttf\n"
+                     "~/Widgets/menu.xml|menu|Y\n~/images/png/logo.png|LOGO|Y\n|f|normal"_s);
         }
         // What is still shown still belongs to the folder that was opened before.
         const QString before = shown(project, files);
@@ -108,10 +109,9 @@ private slots:
         QVERIFY(project.lvTheme.isEmpty());
         QCOMPARE(shown(project, files), before);
         // A kind that is not named stays; one that is named and not there is emptied.
-        second.write(QStringLiteral("theme.xml"),
-                     "<config><file_font>none.xml</file_font><File_Widget>w.xml"
-                     "</File_Widget><file_image>image.xml</file_image></config>");
-        second.write(QStringLiteral("image.xml"), "<image id=\"NEW\">new.png</image>");
+        second.write(u"theme.xml"_s, "<config><file_font>none.xml</file_font><File_Widget>w.xml"
+                                     "</File_Widget><file_image>image.xml</file_image></config>");
+        second.write(u"image.xml"_s, "<image id=\"NEW\">new.png</image>");
         project.LoadTheme(second.folder());
         QCOMPARE(project.widgets.LvWidget.count(), 1);
         QVERIFY(project.lvFont.isEmpty() && project.cbFont.isEmpty());
@@ -120,7 +120,7 @@ private slots:
 
         // Cancelled at whatever step, all is as it was, and what is known of the files on disk too.
         const QString now = shown(project, second);
-        second.write(QStringLiteral("image.xml"), "<image id=\"NEWER\">newer.png</image>");
+        second.write(u"image.xml"_s, "<image id=\"NEWER\">newer.png</image>");
         const int loads = int(loaded.count());
         for (int steps = 0; loaded.count() == loads; ++steps) {
             int left = steps;

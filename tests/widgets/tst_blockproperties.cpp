@@ -3,6 +3,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -35,24 +36,24 @@ private slots:
                      {"class=\"a\" name=\"a\"<property><b>1</b></property>",
                       "\"a\" name=\"a\"<property><b>1</b>", "b=1\n"}};
         for (const auto &one : cases) {
-            const auto block = GetProperty(QString::fromLatin1(one.source), QStringLiteral("a"));
-            QCOMPARE(block ? block->segment : QStringLiteral("-"), QLatin1String(one.segment));
+            const auto block = GetProperty(QString::fromLatin1(one.source), u"a"_s);
+            QCOMPARE(block ? block->segment : u"-"_s, QLatin1String(one.segment));
             QCOMPARE(rowsAsLines(block ? block->rows : QList<ListRows::Row>()), QLatin1String(one.rows));
         }
     }
 
     void writesBack()
     {
-        const QString block = QStringLiteral(" name=\"a\">\r\n <property>  <rect>[1]</rect></property>\r\n");
+        const QString block = u" name=\"a\">\r\n <property>  <rect>[1]</rect></property>\r\n"_s;
         const QString source = QString(u"<W" + block + u"<X" + block.toUpper() + u"end");
-        auto cut = GetProperty(source, QStringLiteral("a"));
-        cut->rows[0].subItems[0] = QStringLiteral("$1\\1&amp;");
-        const QString rebuilt = QStringLiteral("\"a\">\r\n <property>\r\n<rect>$1\\1&amp;</rect>\r\n");
+        auto cut = GetProperty(source, u"a"_s);
+        cut->rows[0].subItems[0] = u"$1\\1&amp;"_s;
+        const QString rebuilt = u"\"a\">\r\n <property>\r\n<rect>$1\\1&amp;</rect>\r\n"_s;
         QCOMPARE(
             SaveProperty(source, cut->segment, cut->rows),
             QString(u"<W name=" + rebuilt + u"</property>\r\n<X NAME=" + rebuilt + u"</PROPERTY>\r\nend"));
         QCOMPARE(SaveProperty(source, QString(), cut->rows), source);
-        QCOMPARE(SaveProperty(source, QStringLiteral("end"), cut->rows), source); // no property in it
+        QCOMPARE(SaveProperty(source, u"end"_s, cut->rows), source); // no property in it
     }
 };
 

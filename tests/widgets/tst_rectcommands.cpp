@@ -3,6 +3,7 @@
 #include <QTest>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -68,10 +69,10 @@ void TestRectCommands::scale()
     QFETCH(QString, text);
     QFETCH(const QString, scaled);
     const QString before = text;
-    const ScaleResult result = ScaleRects(text, 4, 5, QStringLiteral("1280"), QStringLiteral("720"));
+    const ScaleResult result = ScaleRects(text, 4, 5, u"1280"_s, u"720"_s);
     QCOMPARE(result == ScaleResult::Scaled ? text : nameOf(result), scaled);
     QVERIFY((text == before) == (result != ScaleResult::Scaled));
-    QCOMPARE(ScaleRects(text, 4, 5, QStringLiteral("wide"), QStringLiteral("720")), ScaleResult::Nothing);
+    QCOMPARE(ScaleRects(text, 4, 5, u"wide"_s, u"720"_s), ScaleResult::Nothing);
 }
 
 void TestRectCommands::move_data()

@@ -8,6 +8,7 @@
 #include <QDateTime>
 
 using namespace quillmere;
+using namespace Qt::StringLiterals;
 
 class TestWidgetCatalogue : public QObject
 {
@@ -38,12 +39,12 @@ private slots:
         const TestFiles files(
             {"A.xml", "B.xml", ".dot", "widgets.txt", "sub/A.xml", "sub/C.xml", "sub/widget.xml"});
         Files disk;
-        xml.replace(u'!', QStringLiteral("class=\"window\" name="));
+        xml.replace(u'!', u"class=\"window\" name="_s);
         const QString folder = files.folder() + separator();
         FileList list;
         WidgetCatalogue catalogue;
-        catalogue.LoadWidgetList(
-            Document::open(disk, files.write(QStringLiteral("widget.xml"), xml.toLatin1())), folder, list);
+        catalogue.LoadWidgetList(Document::open(disk, files.write(u"widget.xml"_s, xml.toLatin1())), folder,
+                                 list);
         QStringList windows, unlisted;
         for (const ListRows::Row &row : catalogue.LvWidget.rows()) {
             QVERIFY(row.text.startsWith(folder) && row.sub(2).isEmpty() == row.sub(3).isEmpty());
@@ -67,25 +68,23 @@ private slots:
         WidgetCatalogue catalogue;
         catalogue.reload(disk, list);
         QCOMPARE(list.rowCount(), 0);
-        const QString path =
-            files.write(QStringLiteral("widget.xml"),
-                        "<width> 1280</width><height>720</height><bpp>32</bpp><width>9</width>"
-                        "<widget class=\"window\" name=\"A\"/>");
+        const QString path = files.write(
+            u"widget.xml"_s, "<width> 1280</width><height>720</height><bpp>32</bpp><width>9</width>"
+                             "<widget class=\"window\" name=\"A\"/>");
         catalogue.LoadWidgetList(Document::open(disk, path), files.folder() + separator(), list);
         QCOMPARE(QString(catalogue.width + u'x' + catalogue.height + u'x' + catalogue.bpp),
-                 QStringLiteral(" 1280x720x32"));
-        QFile document(files.write(QStringLiteral("A.xml")));
+                 u" 1280x720x32"_s);
+        QFile document(files.write(u"A.xml"_s));
         QVERIFY(document.open(QIODevice::ReadWrite));
         const QDateTime time(QDate(2009, 3, 4), QTime(15, 6, 7));
         QVERIFY(document.setFileTime(time, QFileDevice::FileModificationTime));
         document.close();
         QCOMPARE(catalogue.LvWidget.sub(0, 3), QString());
-        files.write(QStringLiteral("B.xml"));
+        files.write(u"B.xml"_s);
         catalogue.reload(disk, list);
-        QCOMPARE(catalogue.LvWidget.sub(0, 2) + catalogue.LvWidget.sub(0, 3),
-                 QStringLiteral("2009-03-04 15:06:07Y"));
+        QCOMPARE(catalogue.LvWidget.sub(0, 2) + catalogue.LvWidget.sub(0, 3), u"2009-03-04 15:06:07Y"_s);
         // A catalogue that is not there empties everything.
-        const QString missing = files.path(QStringLiteral("gone/widget.xml"));
+        const QString missing = files.path(u"gone/widget.xml"_s);
         catalogue.LoadWidgetList(Document::open(disk, missing), folderOf(missing).toString(), list);
         QVERIFY(catalogue.LvWidget.isEmpty() && catalogue.lvWidgetDel.isEmpty() && catalogue.width.isEmpty());
         QCOMPARE(catalogue.document.path() + catalogue.folder, missing + folderOf(missing));
@@ -93,18 +92,17 @@ private slots:
 
     void addsWindow()
     {
-        const QString line = QStringLiteral("<widget class=\"window\" style=\"default\" name=\"N\"/>");
+        const QString line = u"<widget class=\"window\" style=\"default\" name=\"N\"/>"_s;
         const auto extended = [&line](const char *text) {
             QString with = QString::fromLatin1(text).replace(u'%', line).replace(u'!', line.toLower());
-            with = WidgetCatalogue::withWindow(with, QStringLiteral("N"));
-            return with.replace(line, QStringLiteral("%")).replace(line.toLower(), QStringLiteral("!"));
+            with = WidgetCatalogue::withWindow(with, u"N"_s);
+            return with.replace(line, u"%"_s).replace(line.toLower(), u"!"_s);
         };
-        QCOMPARE(extended("<interface>\r\n</interface>\r\n"),
-                 QStringLiteral("<interface>\r\n%</interface>\r\n"));
-        QCOMPARE(extended("</interface>\n"), QStringLiteral("%</interface>\n\r\n"));
-        QCOMPARE(extended("</INTERFACE></interface>\r\n"), QStringLiteral("%</interface>%</interface>\r\n"));
-        QCOMPARE(extended("%</interface>"), QStringLiteral("%</interface>\r\n"));
-        QCOMPARE(extended("!</interface>\r\n"), QStringLiteral("!%</interface>\r\n"));
+        QCOMPARE(extended("<interface>\r\n</interface>\r\n"), u"<interface>\r\n%</interface>\r\n"_s);
+        QCOMPARE(extended("</interface>\n"), u"%</interface>\n\r\n"_s);
+        QCOMPARE(extended("</INTERFACE></interface>\r\n"), u"%</interface>%</interface>\r\n"_s);
+        QCOMPARE(extended("%</interface>"), u"%</interface>\r\n"_s);
+        QCOMPARE(extended("!</interface>\r\n"), u"!%</interface>\r\n"_s);
     }
 };
 
