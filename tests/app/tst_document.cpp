@@ -19,116 +19,111 @@ class TestDocument : public QObject
     Q_OBJECT
 
 private slots:
-    void ownCodePage_data();
-    void ownCodePage();
-    void cancelledChoice();
-    void windowOfAnotherTheme();
-};
-
-void TestDocument::ownCodePage_data()
-{
-    QTest::addColumn<QByteArray>("first");
-    QTest::addColumn<QByteArray>("then");
-    QTest::addColumn<QByteArray>("bytes");
-    const QByteArray automatic = "mnuCodePageAutomatic", single = "mnuCodePage1252";
-    QTest::newRow("UTF-8 as UTF-8") << automatic << single << QByteArray("\xC3\xA9");
-    QTest::newRow("UTF-8 as single bytes") << single << automatic << QByteArray("\xC3\xA9");
-    QTest::newRow("single bytes") << automatic << single << QByteArray("\xE9\xFF");
-}
-
-// Whatever is chosen after a file was opened, it is written as it was read.
-void TestDocument::ownCodePage()
-{
-    QFETCH(QByteArray, first);
-    QFETCH(QByteArray, then);
-    QFETCH(QByteArray, bytes);
-    Window window;
-    openAll(window);
-    window.choose(first);
-    window.write("theme/main.xml", "<a>" + bytes + "</a>\n");
-    window.write("theme/en.xml", "<language name=\"\"><tran id=\"y\">" + bytes + "</tran>");
-    window.openDocument("theme/main.xml");
-    // Choosing reads the catalogue again, and nothing is selected in it then.
-    auto *languages = window.find<ListView>("lvLang");
-    languages->setCurrentIndex(languages->model()->index(0, 0));
-    window.choose("mnuLangOpen");
-    type(window, "x");
-    window.choose(then);
-    for (const auto &[item, title, question] :
-         {std::tuple("mnuSave", "Simpan File", "Benar mau menyimpan file?"),
-          std::tuple("mnuLangSave", "Save File", "Save file translate?")}) {
-        window.prompts.expectQuestion(QLatin1String(title), QLatin1String(question), true);
-        languages->setCurrentIndex(languages->model()->index(0, 0));
-        window.choose(item);
+    void ownCodePage_data()
+    {
+        QTest::addColumn<QByteArray>("first");
+        QTest::addColumn<QByteArray>("then");
+        QTest::addColumn<QByteArray>("bytes");
+        const QByteArray automatic = "mnuCodePageAutomatic", single = "mnuCodePage1252";
+        QTest::newRow("UTF-8 as UTF-8") << automatic << single << QByteArray("\xC3\xA9");
+        QTest::newRow("UTF-8 as single bytes") << single << automatic << QByteArray("\xC3\xA9");
+        QTest::newRow("single bytes") << automatic << single << QByteArray("\xE9\xFF");
     }
-    const auto between = [&](const char *name, const QByteArray &open) {
-        const QByteArray all = window.files.read(u"theme/"_s + QLatin1String(name));
-        return all.mid(all.indexOf(open) + open.size()).split('<').first();
-    };
-    QCOMPARE(between("main.xml", "<a>"), bytes);
-    QCOMPARE(between("en.xml", "<tran id=\"y\">"), bytes);
-}
 
-void TestDocument::cancelledChoice()
-{
-    Window window;
-    openAll(window);
-    window.write("theme/main.xml", "<theirs/>");
-    const QString before = text(window);
-    QMainWindow host;
-    QStatusBar &bar = *host.statusBar();
-    StatusLine status(bar);
-    WindowTalk talk(host, &window.prompts);
-    ThemeProject theme(window.disk);
-    QVERIFY(theme.LoadTheme(window.path("theme")));
-    CodePageChoice choice(
-        status, theme, *window.skin->findChild<OpenDocument *>(), [] { throw Cancelled(); }, window.disk,
-        talk);
-    const auto item = [&](const char *name) {
-        for (QAction *rule : bar.findChild<QToolButton *>(u"cmdCodePage"_s)->menu()->actions()) {
-            if (rule->objectName() == QLatin1String(name))
-                return rule;
+    // Whatever is chosen after a file was opened, it is written as it was read.
+    void ownCodePage()
+    {
+        QFETCH(QByteArray, first);
+        QFETCH(QByteArray, then);
+        QFETCH(QByteArray, bytes);
+        Window window;
+        openAll(window);
+        window.choose(first);
+        window.write("theme/main.xml", "<a>" + bytes + "</a>\n");
+        window.write("theme/en.xml", "<language name=\"\"><tran id=\"y\">" + bytes + "</tran>");
+        window.openDocument("theme/main.xml");
+        // Choosing reads the catalogue again, and nothing is selected in it then.
+        auto *languages = window.find<ListView>("lvLang");
+        languages->setCurrentIndex(languages->model()->index(0, 0));
+        window.choose("mnuLangOpen");
+        type(window, "x");
+        window.choose(then);
+        for (const auto &[item, title, question] :
+             {std::tuple("mnuSave", "Simpan File", "Benar mau menyimpan file?"),
+              std::tuple("mnuLangSave", "Save File", "Save file translate?")}) {
+            window.prompts.expectQuestion(QLatin1String(title), QLatin1String(question), true);
+            languages->setCurrentIndex(languages->model()->index(0, 0));
+            window.choose(item);
         }
-        return static_cast<QAction *>(nullptr);
-    };
-    item("mnuCodePage1252")->trigger();
-    QCOMPARE(bar.currentMessage(), u"Cancelled."_s);
-    QCOMPARE(theme.rule, CodePageRule::Automatic);
-    QVERIFY(item("mnuCodePageAutomatic")->isChecked());
-    QVERIFY(!QSettings().contains(u"codePage"_s));
-    QCOMPARE(text(window), before);
-    // What was read and not shown does not count as known.
-    QVERIFY(offers(window, u"main.xml was changed by another program\\."_s));
-}
+        const auto between = [&](const char *name, const QByteArray &open) {
+            const QByteArray all = window.files.read(u"theme/"_s + QLatin1String(name));
+            return all.mid(all.indexOf(open) + open.size()).split('<').first();
+        };
+        QCOMPARE(between("main.xml", "<a>"), bytes);
+        QCOMPARE(between("en.xml", "<tran id=\"y\">"), bytes);
+    }
 
-void TestDocument::windowOfAnotherTheme()
-{
-    Window window;
-    openAll(window);
-    type(window, "mine");
-    const QString theme = window.path("second/theme");
-    window.write("second/theme/theme.xml", "<config></config>");
-    const QByteArray other = "<other/>";
-    window.write("second/theme/main.xml", other);
-    window.skin->openTheme(theme);
-    QVERIFY(text(window).contains(u"mine"_s));
-    const QString said = window.said();
-    QVERIFY2(said.endsWith(
-                 u"The source still holds main.xml of %1, and saves it there."_s.arg(window.path("theme"))),
-             qPrintable(said));
-    window.expectSave(true);
-    window.choose("mnuSave");
-    QVERIFY(window.read("theme/main.xml").contains("mine"));
-    QCOMPARE(window.read("second/theme/main.xml"), other);
-    // A window of the theme before, which the list still shows, is one of that theme.
-    QCOMPARE(window.model("LvWidget")->rowCount(), 1);
-    emit window.find<ListView>("LvWidget")->rowOpened(0);
-    QCOMPARE(window.skin->findChild<OpenDocument *>()->document().theme(), window.path("theme"));
-    window.skin->openDocument(joinPath(theme, u"main.xml"));
-    window.skin->openTheme(window.path("second"));
-    window.skin->openTheme(theme);
-    QVERIFY(!window.said().contains(u"still holds"_s));
-}
+    void cancelledChoice()
+    {
+        Window window;
+        openAll(window);
+        window.write("theme/main.xml", "<theirs/>");
+        const QString before = text(window);
+        QMainWindow host;
+        QStatusBar &bar = *host.statusBar();
+        StatusLine status(bar);
+        WindowTalk talk(host, &window.prompts);
+        ThemeProject theme(window.disk);
+        QVERIFY(theme.LoadTheme(window.path("theme")));
+        CodePageChoice choice(
+            status, theme, *window.skin->findChild<OpenDocument *>(), [] { throw Cancelled(); }, window.disk,
+            talk);
+        const auto item = [&](const char *name) {
+            for (QAction *rule : bar.findChild<QToolButton *>(u"cmdCodePage"_s)->menu()->actions()) {
+                if (rule->objectName() == QLatin1String(name))
+                    return rule;
+            }
+            return static_cast<QAction *>(nullptr);
+        };
+        item("mnuCodePage1252")->trigger();
+        QCOMPARE(bar.currentMessage(), u"Cancelled."_s);
+        QCOMPARE(theme.rule, CodePageRule::Automatic);
+        QVERIFY(item("mnuCodePageAutomatic")->isChecked());
+        QVERIFY(!QSettings().contains(u"codePage"_s));
+        QCOMPARE(text(window), before);
+        // What was read and not shown does not count as known.
+        QVERIFY(offers(window, u"main.xml was changed by another program\\."_s));
+    }
+
+    void windowOfAnotherTheme()
+    {
+        Window window;
+        openAll(window);
+        type(window, "mine");
+        const QString theme = window.path("second/theme");
+        window.write("second/theme/theme.xml", "<config></config>");
+        const QByteArray other = "<other/>";
+        window.write("second/theme/main.xml", other);
+        window.skin->openTheme(theme);
+        QVERIFY(text(window).contains(u"mine"_s));
+        const QString said = window.said();
+        QVERIFY2(said.endsWith(u"The source still holds main.xml of %1, and saves it there."_s.arg(
+                     window.path("theme"))),
+                 qPrintable(said));
+        window.expectSave(true);
+        window.choose("mnuSave");
+        QVERIFY(window.read("theme/main.xml").contains("mine"));
+        QCOMPARE(window.read("second/theme/main.xml"), other);
+        // A window of the theme before, which the list still shows, is one of that theme.
+        QCOMPARE(window.model("LvWidget")->rowCount(), 1);
+        emit window.find<ListView>("LvWidget")->rowOpened(0);
+        QCOMPARE(window.skin->findChild<OpenDocument *>()->document().theme(), window.path("theme"));
+        window.skin->openDocument(joinPath(theme, u"main.xml"));
+        window.skin->openTheme(window.path("second"));
+        window.skin->openTheme(theme);
+        QVERIFY(!window.said().contains(u"still holds"_s));
+    }
+};
 
 WINDOW_TEST_MAIN(TestDocument)
 #include "tst_document.moc"

@@ -60,505 +60,490 @@ class TestNothingLost : public QObject
     Q_OBJECT
 
 private slots:
-    void changedBehindOurBack_data();
-    void changedBehindOurBack();
-    void failedSave_data() { changedBehindOurBack_data(); }
-    void failedSave();
-    void reloadFromOutside();
-    void reloadKeepsWhatIsTyped();
-    void recovery_data();
-    void recovery();
-    void rows_data();
-    void rows();
-    void rowsInTurn();
-    void keepsTheCodePage_data();
-    void keepsTheCodePage();
-    void nothingLeftToOffer();
-    void olderTextIsNotReplaced();
-    void noRoomForTheText();
-    void twoPrograms_data();
-    void twoPrograms();
-    void oldTexts();
-};
-
-void TestNothingLost::changedBehindOurBack_data()
-{
-    QTest::addColumn<QByteArray>("item");
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("question");
-    const QString title = u"Simpan File"_s;
-    QTest::newRow("window") << QByteArray("mnuSave") << u"main.xml"_s << title
-                            << u"Benar mau menyimpan file?"_s;
-    QTest::newRow("colours") << QByteArray("mnuCSave") << u"color.xml"_s << title
-                             << u"Benar mau menyimpan file?"_s;
-    QTest::newRow("images") << QByteArray("mnuImgSave") << u"image.xml"_s << title
-                            << u"Benar mau menyimpan file widget image?"_s;
-    QTest::newRow("language") << QByteArray("mnuLangSave") << u"en.xml"_s << u"Save File"_s
-                              << u"Save file translate?"_s;
-    QTest::newRow("windows") << QByteArray("mnuWidgetDel") << u"widget.xml"_s << title
-                             << u"Benar mau menyimpan file?"_s;
-}
-
-void TestNothingLost::changedBehindOurBack()
-{
-    QFETCH(QByteArray, item);
-    QFETCH(QString, file);
-    QFETCH(QString, title);
-    QFETCH(QString, question);
-    Window window;
-    openAll(window);
-    type(window, "x");
-    const QString name = u"theme/"_s + file;
-    const QByteArray other = window.files.read(name) + "\n<!-- theirs -->";
-
-    window.prompts.expectQuestion(title, question, true);
-    window.choose(item);
-    window.files.write(name, other);
-    window.prompts.expectQuestion(title, question + kLine, true);
-    window.choose(item);
-    QVERIFY(window.files.read(name) != other);
-    QVERIFY(isBackedUp(window, other));
-    window.prompts.expectQuestion(title, question, true);
-    window.choose(item);
-}
-
-void TestNothingLost::failedSave()
-{
-    QFETCH(QByteArray, item);
-    QFETCH(QString, file);
-    QFETCH(QString, title);
-    QFETCH(QString, question);
-    Window window;
-    openAll(window);
-    type(window, "x");
-    const auto state = [&window] {
-        QString all = text(window);
-        for (const char *list : {"LvWidget", "lvImage", "lvColor", "LvBhs"})
-            all += rowsAsText(window.find<ListView>(list)->model());
-        return all;
-    };
-    const QString before = state();
-    const QString path = window.files.path(u"theme/"_s + file);
-    QVERIFY(QFile::remove(path) && QDir().mkdir(path));
-
-    window.prompts.expectQuestion(title, question, true);
-    window.prompts.expectMessage(u"Quillmere"_s, u"Cannot open \"%1\": it is not a file."_s.arg(path));
-    window.choose(item);
-    QCOMPARE(state(), before);
-    QVERIFY(QDir().rmdir(path));
-}
-
-void TestNothingLost::reloadFromOutside()
-{
-    Window window;
-    openAll(window);
-    const auto *colours = window.model("lvColor");
-    const QString name = u"theme/color.xml"_s;
-    // Written beside and renamed over, as careful programs do; the file as such is another one then.
-    const QString beside =
-        window.write("theme/new", "<color name=\"a\">#1</color><color name=\"b\">#2</color>");
-    QVERIFY(std::rename(qPrintable(beside), qPrintable(window.files.path(name))) == 0);
-    QVERIFY(offers(window, u"color.xml was changed by another program\\."_s));
-    QCOMPARE(window.find<QWidget>("frOffer")->toolTip(), u"<qt>color.xml</qt>"_s);
-    QCOMPARE(colours->rowCount(), 1);
-    answer(window, "cmdOffer(0)");
-    QCOMPARE(colours->rowCount(), 2);
-    QCOMPARE(offer(window), QString());
-
-    // Once more, now with an edited list; the person keeps it.
-    window.find<ListView>("lvColor")->setCurrentIndex(colours->index(0, 0));
-    QTest::keyClick(window.find<ListView>("lvColor"), Qt::Key_Delete);
-    QCOMPARE(colours->rowCount(), 1);
-    window.files.write(name, "<color name=\"c\">#3</color>");
-    window.write("theme/main.xml", "<theirs/>");
-    QVERIFY(offers(window, u"(main|color).xml and (main|color).xml were changed by another program\\."_s));
-    answer(window, "cmdOffer(1)");
-    QCOMPARE(offer(window), QString());
-    QCOMPARE(colours->rowCount(), 1);
-    window.prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file?"_s + kLine, true);
-    window.choose("mnuCSave");
-}
-
-void TestNothingLost::reloadKeepsWhatIsTyped()
-{
-    Window window;
-    openAll(window);
-    type(window, "mine");
-    const QString mine = text(window);
-    window.write("theme/main.xml", "<theirs/>");
-    QVERIFY(offers(window, u"main.xml was changed by another program\\."_s));
-    QCOMPARE(text(window), mine);
-    answer(window, "cmdOffer(0)");
-    QVERIFY(text(window).contains(u"theirs"_s));
-    QVERIFY(offers(window, kUnsaved + u" The file has changed since\\."_s));
-    answer(window, "cmdOffer(0)");
-    QCOMPARE(text(window), mine);
-    auto *source = window.source();
-    QTest::keyClick(source, Qt::Key_Z, Qt::ControlModifier);
-    QVERIFY(text(window).contains(u"theirs"_s));
-    // Taken back, it is offered once more all the same, and is not written over by what is typed now.
-    QTest::keyClicks(source, u"other"_s);
-    const QString main = window.path("theme/main.xml");
-    window.skin->openDocument(main);
-    QCOMPARE(kept(window, main), 2);
-    answer(window, "cmdOffer(1)");
-    answer(window, "cmdOffer(0)");
-    QCOMPARE(text(window), mine);
-    // It was made from another file than what it would be written over now.
-    window.prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file?"_s + kLine, true);
-    window.choose("mnuSave");
-    QVERIFY(kept(window, main) == 0);
-}
-
-void TestNothingLost::recovery_data()
-{
-    QTest::addColumn<QString>("end");
-    for (const char *end : {"crash", "exit", "other window", "crash, emptied", "other window, emptied"})
-        QTest::newRow(end) << QString(QLatin1String(end));
-}
-
-void TestNothingLost::recovery()
-{
-    QFETCH(QString, end);
-    Window window;
-    openAll(window);
-    const QString main = window.path("theme/main.xml");
-    type(window, "typed");
-    window.source()->insertPlainText(QString(QChar(0xA0)) + QChar(0xE9) + QChar(0xD800));
-    const QString typed = text(window);
-    if (end.endsWith(u"emptied")) {
-        QTest::keyClick(window.source(), Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(window.source(), Qt::Key_Delete);
+    void changedBehindOurBack_data()
+    {
+        QTest::addColumn<QByteArray>("item");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("question");
+        const QString title = u"Simpan File"_s;
+        QTest::newRow("window") << QByteArray("mnuSave") << u"main.xml"_s << title
+                                << u"Benar mau menyimpan file?"_s;
+        QTest::newRow("colours") << QByteArray("mnuCSave") << u"color.xml"_s << title
+                                 << u"Benar mau menyimpan file?"_s;
+        QTest::newRow("images") << QByteArray("mnuImgSave") << u"image.xml"_s << title
+                                << u"Benar mau menyimpan file widget image?"_s;
+        QTest::newRow("language") << QByteArray("mnuLangSave") << u"en.xml"_s << u"Save File"_s
+                                  << u"Save file translate?"_s;
+        QTest::newRow("windows") << QByteArray("mnuWidgetDel") << u"widget.xml"_s << title
+                                 << u"Benar mau menyimpan file?"_s;
     }
-    const QString last = text(window);
-    if (end.startsWith(u"crash")) {
-        // Nothing tells the window that its end has come; the text is safe soon after the last key.
-        QVERIFY(QTest::qWaitFor([&] { return kept(window, main) > 0; }, 5000));
-        QCOMPARE(text(window), last);
-        window.start();
-    } else if (end == u"exit") {
-        window.skin->close();
-        window.start();
-    } else {
-        window.openDocument("theme/other.xml");
-        QCOMPARE(offer(window), QString());
-    }
-    window.skin->openDocument(main);
-    QVERIFY(text(window) != typed);
-    QVERIFY(offers(window, kUnsaved));
-    QCOMPARE(window.find<QToolButton>("cmdOffer(0)")->text(), u"Restore"_s);
-    QCOMPARE(window.find<QToolButton>("cmdOffer(1)")->text(), u"Discard"_s);
-    answer(window, "cmdOffer(0)");
-    QCOMPARE(text(window), typed);
-    QCOMPARE(offer(window), QString());
-    QCOMPARE(kept(window, main), 1); // it is not saved yet
 
-    window.skin->openDocument(main);
-    QVERIFY(offers(window, kUnsaved));
-    answer(window, "cmdOffer(1)");
-    QVERIFY(kept(window, main) == 0);
-}
+    void changedBehindOurBack()
+    {
+        QFETCH(QByteArray, item);
+        QFETCH(QString, file);
+        QFETCH(QString, title);
+        QFETCH(QString, question);
+        Window window;
+        openAll(window);
+        type(window, "x");
+        const QString name = u"theme/"_s + file;
+        const QByteArray other = window.files.read(name) + "\n<!-- theirs -->";
 
-void TestNothingLost::rows_data()
-{
-    QTest::addColumn<UnsavedKind>("kind");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("list");
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("end");
-    const auto row = [](UnsavedKind kind, const char *name, const char *list, const char *file,
-                        const char *end) {
-        QTest::addRow("%s, %s", name, end) << kind << QString::fromLatin1(name) << QByteArray(list)
-                                           << QString::fromLatin1(file) << QString::fromLatin1(end);
-    };
-    for (const char *end : {"crash", "exit", "other theme", "reload", "code page"}) {
-        row(UnsavedKind::Colours, "colours", "lvColor", "color.xml", end);
-        row(UnsavedKind::Images, "images", "lvImage", "image.xml", end);
-    }
-    for (const char *end : {"crash", "exit", "other language", "reload"})
-        row(UnsavedKind::Translations, "translations", "LvBhs", "en.xml", end);
-}
-
-void TestNothingLost::rows()
-{
-    QFETCH(UnsavedKind, kind);
-    QFETCH(QString, name);
-    QFETCH(QByteArray, list);
-    QFETCH(QString, file);
-    QFETCH(QString, end);
-    Window window;
-    openAll(window);
-    const QString theme = window.path("theme"), path = joinPath(theme, file);
-    const auto rows = [&] { return qobject_cast<ListRows *>(window.find<ListView>(list)->model()); };
-    const QString loaded = rowsAsText(rows()), cell = rows()->sub(0, 2);
-    const auto open = [&] {
-        window.skin->openTheme(window.files.path(QString()));
-        window.skin->openTheme(theme);
-        openLanguage(window, 0);
-    };
-    rows()->setSub(0, 2, u"\\t\t\\\n"_s + QChar(0xE9) + QChar(0xD800));
-    rows()->setChecked(0, true);
-    rows()->add(u"new"_s, {QString(), u"*"_s});
-    const QString edited = rowsAsText(rows());
-    const QString offered = u"Unsaved %1 of \\d\\d:\\d\\d\\."_s.arg(name);
-    QVERIFY(edited != loaded);
-    if (end == u"crash") {
-        QVERIFY(QTest::qWaitFor([&] { return kept(window, path, kind) > 0; }, 5000));
-        window.start();
-    } else if (end == u"exit") {
-        window.skin->close();
-        window.start();
-    } else if (end == u"other theme") {
-        window.write("second/theme/theme.xml",
-                     "<config><file_color>c</file_color><file_image>i</file_image></config>");
-        window.skin->openTheme(window.path("second/theme"));
-        const QString said = window.said();
-        QVERIFY2(said.endsWith(u"The unsaved %1 of %2 are kept and offered when that is opened again."_s.arg(
-                     name, file)),
-                 qPrintable(said));
-    } else if (end == u"other language") {
-        openLanguage(window, 1);
-    } else if (end == u"code page") {
-        window.choose("mnuCodePage1252");
-        QVERIFY(offers(window, offered));
-    }
-    QVERIFY(end == u"crash" || end == u"exit" || end == u"reload" || rowsAsText(rows()) != edited);
-    open();
-    QCOMPARE(rowsAsText(rows()), loaded);
-    QVERIFY(offers(window, offered));
-    answer(window, "cmdOffer(0)");
-    QCOMPARE(rowsAsText(rows()), edited);
-    QCOMPARE(offer(window), QString());
-    QCOMPARE(kept(window, path, kind), 1); // not saved yet
-
-    open();
-    QVERIFY(offers(window, offered));
-    answer(window, "cmdOffer(1)");
-    QCOMPARE(kept(window, path, kind), 0);
-    rows()->setSub(0, 2, u"!"_s); // changed, and changed back by hand
-    rows()->setSub(0, 2, cell);
-    open();
-    QCOMPARE(offer(window), QString());
-    QCOMPARE(kept(window, path, kind), 0);
-}
-
-// Several offers are reached one after another, and what a restore replaces is offered in its turn.
-void TestNothingLost::rowsInTurn()
-{
-    Window window;
-    openAll(window);
-    const QString theme = window.path("theme");
-    const auto rows = [&](const char *list) {
-        return qobject_cast<ListRows *>(window.find<ListView>(list)->model());
-    };
-    rows("lvColor")->clear();
-    emit rows("lvColor")->edited(); // none at all is worth keeping too
-    rows("lvImage")->setSub(0, 1, u"first"_s);
-    window.skin->openTheme(window.files.path(QString()));
-    window.skin->openTheme(theme);
-    const QString colours = u"Unsaved colours .*"_s, images = u"Unsaved images .*"_s;
-    QVERIFY(offers(window, colours));
-    QTest::keyClick(window.skin->windowHandle(), Qt::Key_F6);
-    QVERIFY(offers(window, colours));
-    QTest::keyClick(window.skin->windowHandle(), Qt::Key_F6);
-    QVERIFY(offers(window, images));
-    QTest::mouseClick(window.find<QToolButton>("cmdOfferNext"), Qt::LeftButton);
-    QVERIFY(offers(window, colours));
-    answer(window, "cmdOffer(0)");
-    QVERIFY(rows("lvColor")->isEmpty());
-    QVERIFY(offers(window, images));
-
-    rows("lvImage")->setSub(0, 1, u"second"_s);
-    for (const char *id : {"first", "second"}) {
-        answer(window, "cmdOffer(0)");
-        QCOMPARE(rows("lvImage")->sub(0, 1), QLatin1String(id));
-        QVERIFY(offers(window, images));
-    }
-    window.prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file widget image?"_s, true);
-    window.choose("mnuImgSave");
-    answer(window, "cmdOffer(1)");
-    QCOMPARE(kept(window, joinPath(theme, u"image.xml"), UnsavedKind::Images), 0);
-}
-
-void TestNothingLost::keepsTheCodePage_data()
-{
-    QTest::addColumn<QByteArray>("before");
-    QTest::addColumn<QByteArray>("after");
-    const QByteArray automatic = "mnuCodePageAutomatic", single = "mnuCodePage1252";
-    QTest::newRow("byte for byte, then automatic") << single << automatic;
-    QTest::newRow("automatic, then byte for byte") << automatic << single;
-}
-
-// What is restored is saved as what it was made from was read.
-void TestNothingLost::keepsTheCodePage()
-{
-    QFETCH(QByteArray, before);
-    QFETCH(QByteArray, after);
-    Window window;
-    const QByteArray bytes = "\xC3\xA9";
-    openAll(window);
-    window.choose(before);
-    const QString main = window.write("theme/main.xml", "<a>" + bytes + "</a>\n");
-    window.write("theme/color.xml", "<color name=\"a\">" + bytes + "</color>");
-    window.choose("mnuCOpen");
-    window.skin->openDocument(main);
-    type(window, "x");
-    qobject_cast<ListRows *>(window.model("lvColor"))->add({}, {u"b"_s, {}});
-    window.choose(after);
-    window.skin->openDocument(main);
-    answer(window, "cmdOffer(0)");
-    answer(window, "cmdOffer(0)");
-    QCOMPARE(offer(window), QString());
-    for (const char *item : {"mnuSave", "mnuCSave"}) {
-        window.expectSave(true);
+        window.prompts.expectQuestion(title, question, true);
+        window.choose(item);
+        window.files.write(name, other);
+        window.prompts.expectQuestion(title, question + kLine, true);
+        window.choose(item);
+        QVERIFY(window.files.read(name) != other);
+        QVERIFY(isBackedUp(window, other));
+        window.prompts.expectQuestion(title, question, true);
         window.choose(item);
     }
-    QVERIFY(window.read("theme/main.xml").contains(QByteArray("<a>" + bytes + "<")));
-    QVERIFY(window.read("theme/color.xml").contains(QByteArray(">" + bytes + "<")));
-}
+    void failedSave_data() { changedBehindOurBack_data(); }
 
-void TestNothingLost::nothingLeftToOffer()
-{
-    Window window;
-    openAll(window);
-    const QString main = window.path("theme/main.xml");
-    type(window, "typed");
-    QVERIFY(QTest::qWaitFor([&] { return kept(window, main) > 0; }, 5000));
-    window.expectSave(true);
-    window.choose("mnuSave");
-    QVERIFY(kept(window, main) == 0);
-
-    // Typed and taken back.
-    type(window, "y");
-    QVERIFY(QTest::qWaitFor([&] { return kept(window, main) > 0; }, 5000));
-    QTest::keyClick(window.source(), Qt::Key_Z, Qt::ControlModifier);
-    QVERIFY(QTest::qWaitFor([&] { return kept(window, main) == 0; }, 5000));
-    window.start();
-    window.skin->openDocument(main);
-    QCOMPARE(offer(window), QString());
-}
-
-void TestNothingLost::olderTextIsNotReplaced()
-{
-    Window window;
-    openAll(window);
-    const QString main = window.path("theme/main.xml");
-    type(window, "first");
-    const QString first = text(window);
-    window.skin->openDocument(main);
-    type(window, "second"); // with the offer still there
-    const QString second = text(window);
-    window.skin->openDocument(main);
-    QCOMPARE(kept(window, main), 2);
-    answer(window, "cmdOffer(0)");
-    QCOMPARE(text(window), second);
-    QVERIFY(offers(window, kUnsaved));
-    answer(window, "cmdOffer(0)");
-    QCOMPARE(text(window), first);
-}
-
-void TestNothingLost::noRoomForTheText()
-{
-    Window window;
-    openAll(window);
-    type(window, "typed");
-    const QString typed = text(window);
-    window.disk.setRecoveryFolder(window.write("a file"));
-    const QString message = u"Cannot keep the unsaved text in \"%1/"_s.arg(window.disk.recoveryFolder());
-    QString told;
-    try {
-        window.openDocument("theme/other.xml");
-    } catch (const RunTimeError &error) {
-        told = error.message();
-    }
-    QVERIFY(told.startsWith(message));
-    QCOMPARE(text(window), typed);
-    // Rows stay likewise.
-    auto *colours = qobject_cast<ListRows *>(window.model("lvColor"));
-    colours->setSub(0, 2, u"#1"_s);
-    const QString toldOfRows = window.skin->findChild<KeptRows *>()->keepAll().join(u'\n');
-    QVERIFY(toldOfRows.startsWith(message));
-    window.write("second/theme/theme.xml", "<config><file_color>c</file_color></config>");
-    window.prompts.expectMessage(u"Quillmere"_s, toldOfRows);
-    window.skin->openTheme(window.path("second/theme"));
-    QCOMPARE(colours->sub(0, 2), u"#1"_s);
-    // Closing asks, and only Yes gives them up.
-    for (const bool leave : {false, true}) {
-        window.prompts.expectQuestion(
-            u"Quillmere"_s,
-            QString(told + u'\n' + toldOfRows + u"\nLeave all the same, and lose what is not saved?"), leave);
-        QCOMPARE(window.skin->close(), leave);
-        QCOMPARE(window.skin->isVisible(), !leave);
-        QCOMPARE(text(window), typed);
-    }
-}
-
-void TestNothingLost::twoPrograms_data()
-{
-    QTest::addColumn<QByteArray>("button");
-    QTest::newRow("restore") << QByteArray("cmdOffer(0)");
-    QTest::newRow("discard") << QByteArray("cmdOffer(1)");
-}
-
-void TestNothingLost::twoPrograms()
-{
-    QFETCH(QByteArray, button);
-    Window window;
-    openAll(window);
-    const QString main = window.path("theme/main.xml");
-    const QString before = text(window);
-    type(window, "typed");
-    const QString typed = text(window);
-    window.skin->openDocument(main);
-    const QString file = unsavedTextsOf(window.disk.recoveryFolder(), main).value(0).file;
-    const auto isRefused = [&] {
-        answer(window, button);
-        return text(window) == before && offer(window).isEmpty() && QFileInfo::exists(file);
-    };
-    QVERIFY(offers(window, kUnsaved));
+    void failedSave()
     {
-        const OtherProgram other(file);
-        QVERIFY(other.hasTaken && isRefused());
+        QFETCH(QByteArray, item);
+        QFETCH(QString, file);
+        QFETCH(QString, title);
+        QFETCH(QString, question);
+        Window window;
+        openAll(window);
+        type(window, "x");
+        const auto state = [&window] {
+            QString all = text(window);
+            for (const char *list : {"LvWidget", "lvImage", "lvColor", "LvBhs"})
+                all += rowsAsText(window.find<ListView>(list)->model());
+            return all;
+        };
+        const QString before = state();
+        const QString path = window.files.path(u"theme/"_s + file);
+        QVERIFY(QFile::remove(path) && QDir().mkdir(path));
+
+        window.prompts.expectQuestion(title, question, true);
+        window.prompts.expectMessage(u"Quillmere"_s, u"Cannot open \"%1\": it is not a file."_s.arg(path));
+        window.choose(item);
+        QCOMPARE(state(), before);
+        QVERIFY(QDir().rmdir(path));
+    }
+
+    void reloadFromOutside()
+    {
+        Window window;
+        openAll(window);
+        const auto *colours = window.model("lvColor");
+        const QString name = u"theme/color.xml"_s;
+        // Written beside and renamed over, as careful programs do; the file as such is another one then.
+        const QString beside =
+            window.write("theme/new", "<color name=\"a\">#1</color><color name=\"b\">#2</color>");
+        QVERIFY(std::rename(qPrintable(beside), qPrintable(window.files.path(name))) == 0);
+        QVERIFY(offers(window, u"color.xml was changed by another program\\."_s));
+        QCOMPARE(window.find<QWidget>("frOffer")->toolTip(), u"<qt>color.xml</qt>"_s);
+        QCOMPARE(colours->rowCount(), 1);
+        answer(window, "cmdOffer(0)");
+        QCOMPARE(colours->rowCount(), 2);
+        QCOMPARE(offer(window), QString());
+
+        // Once more, now with an edited list; the person keeps it.
+        window.find<ListView>("lvColor")->setCurrentIndex(colours->index(0, 0));
+        QTest::keyClick(window.find<ListView>("lvColor"), Qt::Key_Delete);
+        QCOMPARE(colours->rowCount(), 1);
+        window.files.write(name, "<color name=\"c\">#3</color>");
+        window.write("theme/main.xml", "<theirs/>");
+        QVERIFY(
+            offers(window, u"(main|color).xml and (main|color).xml were changed by another program\\."_s));
+        answer(window, "cmdOffer(1)");
+        QCOMPARE(offer(window), QString());
+        QCOMPARE(colours->rowCount(), 1);
+        window.prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file?"_s + kLine, true);
+        window.choose("mnuCSave");
+    }
+
+    void reloadKeepsWhatIsTyped()
+    {
+        Window window;
+        openAll(window);
+        type(window, "mine");
+        const QString mine = text(window);
+        window.write("theme/main.xml", "<theirs/>");
+        QVERIFY(offers(window, u"main.xml was changed by another program\\."_s));
+        QCOMPARE(text(window), mine);
+        answer(window, "cmdOffer(0)");
+        QVERIFY(text(window).contains(u"theirs"_s));
+        QVERIFY(offers(window, kUnsaved + u" The file has changed since\\."_s));
+        answer(window, "cmdOffer(0)");
+        QCOMPARE(text(window), mine);
+        auto *source = window.source();
+        QTest::keyClick(source, Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(text(window).contains(u"theirs"_s));
+        // Taken back, it is offered once more all the same, and is not written over by what is typed now.
+        QTest::keyClicks(source, u"other"_s);
+        const QString main = window.path("theme/main.xml");
+        window.skin->openDocument(main);
+        QCOMPARE(kept(window, main), 2);
+        answer(window, "cmdOffer(1)");
+        answer(window, "cmdOffer(0)");
+        QCOMPARE(text(window), mine);
+        // It was made from another file than what it would be written over now.
+        window.prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file?"_s + kLine, true);
+        window.choose("mnuSave");
+        QVERIFY(kept(window, main) == 0);
+    }
+
+    void recovery_data()
+    {
+        QTest::addColumn<QString>("end");
+        for (const char *end : {"crash", "exit", "other window", "crash, emptied", "other window, emptied"})
+            QTest::newRow(end) << QString(QLatin1String(end));
+    }
+
+    void recovery()
+    {
+        QFETCH(QString, end);
+        Window window;
+        openAll(window);
+        const QString main = window.path("theme/main.xml");
+        type(window, "typed");
+        window.source()->insertPlainText(QString(QChar(0xA0)) + QChar(0xE9) + QChar(0xD800));
+        const QString typed = text(window);
+        if (end.endsWith(u"emptied")) {
+            QTest::keyClick(window.source(), Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(window.source(), Qt::Key_Delete);
+        }
+        const QString last = text(window);
+        if (end.startsWith(u"crash")) {
+            // Nothing tells the window that its end has come; the text is safe soon after the last key.
+            QVERIFY(QTest::qWaitFor([&] { return kept(window, main) > 0; }, 5000));
+            QCOMPARE(text(window), last);
+            window.start();
+        } else if (end == u"exit") {
+            window.skin->close();
+            window.start();
+        } else {
+            window.openDocument("theme/other.xml");
+            QCOMPARE(offer(window), QString());
+        }
+        window.skin->openDocument(main);
+        QVERIFY(text(window) != typed);
+        QVERIFY(offers(window, kUnsaved));
+        QCOMPARE(window.find<QToolButton>("cmdOffer(0)")->text(), u"Restore"_s);
+        QCOMPARE(window.find<QToolButton>("cmdOffer(1)")->text(), u"Discard"_s);
+        answer(window, "cmdOffer(0)");
+        QCOMPARE(text(window), typed);
+        QCOMPARE(offer(window), QString());
+        QCOMPARE(kept(window, main), 1); // it is not saved yet
+
+        window.skin->openDocument(main);
+        QVERIFY(offers(window, kUnsaved));
+        answer(window, "cmdOffer(1)");
+        QVERIFY(kept(window, main) == 0);
+    }
+
+    void rows_data()
+    {
+        QTest::addColumn<UnsavedKind>("kind");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("list");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("end");
+        const auto row = [](UnsavedKind kind, const char *name, const char *list, const char *file,
+                            const char *end) {
+            QTest::addRow("%s, %s", name, end) << kind << QString::fromLatin1(name) << QByteArray(list)
+                                               << QString::fromLatin1(file) << QString::fromLatin1(end);
+        };
+        for (const char *end : {"crash", "exit", "other theme", "reload", "code page"}) {
+            row(UnsavedKind::Colours, "colours", "lvColor", "color.xml", end);
+            row(UnsavedKind::Images, "images", "lvImage", "image.xml", end);
+        }
+        for (const char *end : {"crash", "exit", "other language", "reload"})
+            row(UnsavedKind::Translations, "translations", "LvBhs", "en.xml", end);
+    }
+
+    void rows()
+    {
+        QFETCH(UnsavedKind, kind);
+        QFETCH(QString, name);
+        QFETCH(QByteArray, list);
+        QFETCH(QString, file);
+        QFETCH(QString, end);
+        Window window;
+        openAll(window);
+        const QString theme = window.path("theme"), path = joinPath(theme, file);
+        const auto rows = [&] { return qobject_cast<ListRows *>(window.find<ListView>(list)->model()); };
+        const QString loaded = rowsAsText(rows()), cell = rows()->sub(0, 2);
+        const auto open = [&] {
+            window.skin->openTheme(window.files.path(QString()));
+            window.skin->openTheme(theme);
+            openLanguage(window, 0);
+        };
+        rows()->setSub(0, 2, u"\\t\t\\\n"_s + QChar(0xE9) + QChar(0xD800));
+        rows()->setChecked(0, true);
+        rows()->add(u"new"_s, {QString(), u"*"_s});
+        const QString edited = rowsAsText(rows());
+        const QString offered = u"Unsaved %1 of \\d\\d:\\d\\d\\."_s.arg(name);
+        QVERIFY(edited != loaded);
+        if (end == u"crash") {
+            QVERIFY(QTest::qWaitFor([&] { return kept(window, path, kind) > 0; }, 5000));
+            window.start();
+        } else if (end == u"exit") {
+            window.skin->close();
+            window.start();
+        } else if (end == u"other theme") {
+            window.write("second/theme/theme.xml",
+                         "<config><file_color>c</file_color><file_image>i</file_image></config>");
+            window.skin->openTheme(window.path("second/theme"));
+            const QString said = window.said();
+            QVERIFY2(
+                said.endsWith(u"The unsaved %1 of %2 are kept and offered when that is opened again."_s.arg(
+                    name, file)),
+                qPrintable(said));
+        } else if (end == u"other language") {
+            openLanguage(window, 1);
+        } else if (end == u"code page") {
+            window.choose("mnuCodePage1252");
+            QVERIFY(offers(window, offered));
+        }
+        QVERIFY(end == u"crash" || end == u"exit" || end == u"reload" || rowsAsText(rows()) != edited);
+        open();
+        QCOMPARE(rowsAsText(rows()), loaded);
+        QVERIFY(offers(window, offered));
+        answer(window, "cmdOffer(0)");
+        QCOMPARE(rowsAsText(rows()), edited);
+        QCOMPARE(offer(window), QString());
+        QCOMPARE(kept(window, path, kind), 1); // not saved yet
+
+        open();
+        QVERIFY(offers(window, offered));
+        answer(window, "cmdOffer(1)");
+        QCOMPARE(kept(window, path, kind), 0);
+        rows()->setSub(0, 2, u"!"_s); // changed, and changed back by hand
+        rows()->setSub(0, 2, cell);
+        open();
+        QCOMPARE(offer(window), QString());
+        QCOMPARE(kept(window, path, kind), 0);
+    }
+
+    // Several offers are reached one after another, and what a restore replaces is offered in its turn.
+    void rowsInTurn()
+    {
+        Window window;
+        openAll(window);
+        const QString theme = window.path("theme");
+        const auto rows = [&](const char *list) {
+            return qobject_cast<ListRows *>(window.find<ListView>(list)->model());
+        };
+        rows("lvColor")->clear();
+        emit rows("lvColor")->edited(); // none at all is worth keeping too
+        rows("lvImage")->setSub(0, 1, u"first"_s);
+        window.skin->openTheme(window.files.path(QString()));
+        window.skin->openTheme(theme);
+        const QString colours = u"Unsaved colours .*"_s, images = u"Unsaved images .*"_s;
+        QVERIFY(offers(window, colours));
+        QTest::keyClick(window.skin->windowHandle(), Qt::Key_F6);
+        QVERIFY(offers(window, colours));
+        QTest::keyClick(window.skin->windowHandle(), Qt::Key_F6);
+        QVERIFY(offers(window, images));
+        QTest::mouseClick(window.find<QToolButton>("cmdOfferNext"), Qt::LeftButton);
+        QVERIFY(offers(window, colours));
+        answer(window, "cmdOffer(0)");
+        QVERIFY(rows("lvColor")->isEmpty());
+        QVERIFY(offers(window, images));
+
+        rows("lvImage")->setSub(0, 1, u"second"_s);
+        for (const char *id : {"first", "second"}) {
+            answer(window, "cmdOffer(0)");
+            QCOMPARE(rows("lvImage")->sub(0, 1), QLatin1String(id));
+            QVERIFY(offers(window, images));
+        }
+        window.prompts.expectQuestion(u"Simpan File"_s, u"Benar mau menyimpan file widget image?"_s, true);
+        window.choose("mnuImgSave");
+        answer(window, "cmdOffer(1)");
+        QCOMPARE(kept(window, joinPath(theme, u"image.xml"), UnsavedKind::Images), 0);
+    }
+
+    void keepsTheCodePage_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("after");
+        const QByteArray automatic = "mnuCodePageAutomatic", single = "mnuCodePage1252";
+        QTest::newRow("byte for byte, then automatic") << single << automatic;
+        QTest::newRow("automatic, then byte for byte") << automatic << single;
+    }
+
+    // What is restored is saved as what it was made from was read.
+    void keepsTheCodePage()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        Window window;
+        const QByteArray bytes = "\xC3\xA9";
+        openAll(window);
+        window.choose(before);
+        const QString main = window.write("theme/main.xml", "<a>" + bytes + "</a>\n");
+        window.write("theme/color.xml", "<color name=\"a\">" + bytes + "</color>");
+        window.choose("mnuCOpen");
+        window.skin->openDocument(main);
+        type(window, "x");
+        qobject_cast<ListRows *>(window.model("lvColor"))->add({}, {u"b"_s, {}});
+        window.choose(after);
+        window.skin->openDocument(main);
+        answer(window, "cmdOffer(0)");
+        answer(window, "cmdOffer(0)");
+        QCOMPARE(offer(window), QString());
+        for (const char *item : {"mnuSave", "mnuCSave"}) {
+            window.expectSave(true);
+            window.choose(item);
+        }
+        QVERIFY(window.read("theme/main.xml").contains(QByteArray("<a>" + bytes + "<")));
+        QVERIFY(window.read("theme/color.xml").contains(QByteArray(">" + bytes + "<")));
+    }
+
+    void nothingLeftToOffer()
+    {
+        Window window;
+        openAll(window);
+        const QString main = window.path("theme/main.xml");
+        type(window, "typed");
+        QVERIFY(QTest::qWaitFor([&] { return kept(window, main) > 0; }, 5000));
+        window.expectSave(true);
+        window.choose("mnuSave");
+        QVERIFY(kept(window, main) == 0);
+
+        // Typed and taken back.
+        type(window, "y");
+        QVERIFY(QTest::qWaitFor([&] { return kept(window, main) > 0; }, 5000));
+        QTest::keyClick(window.source(), Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(QTest::qWaitFor([&] { return kept(window, main) == 0; }, 5000));
+        window.start();
         window.skin->openDocument(main);
         QCOMPARE(offer(window), QString());
     }
-    // It has died; another one has come and gone with a newer text.
-    window.skin->openDocument(main);
-    QVERIFY(offers(window, kUnsaved));
-    keepUnsaved(file, main, QString(typed + u"newer"));
-    QVERIFY(isRefused());
 
-    window.skin->openDocument(main);
-    answer(window, "cmdOffer(0)");
-    QCOMPARE(text(window), QString(typed + u"newer"));
-    QVERIFY(!OtherProgram(file).hasTaken);
-}
+    void olderTextIsNotReplaced()
+    {
+        Window window;
+        openAll(window);
+        const QString main = window.path("theme/main.xml");
+        type(window, "first");
+        const QString first = text(window);
+        window.skin->openDocument(main);
+        type(window, "second"); // with the offer still there
+        const QString second = text(window);
+        window.skin->openDocument(main);
+        QCOMPARE(kept(window, main), 2);
+        answer(window, "cmdOffer(0)");
+        QCOMPARE(text(window), second);
+        QVERIFY(offers(window, kUnsaved));
+        answer(window, "cmdOffer(0)");
+        QCOMPARE(text(window), first);
+    }
 
-void TestNothingLost::oldTexts()
-{
-    Window window;
-    openAll(window);
-    const QString main = window.path("theme/main.xml"), shown = text(window);
-    const auto keep = [&](const QString &document, const QString &unsaved, int days) {
-        UnsavedFile kept = UnsavedFile::forNew(window.disk.recoveryFolder(), document);
-        keepUnsaved(kept.path(), document, unsaved);
-        QFile file(kept.path());
-        const QDateTime time = QDateTime::currentDateTime().addDays(-days);
-        if (!file.open(QIODevice::ReadWrite) || !file.setFileTime(time, QFileDevice::FileModificationTime))
-            qFatal("cannot make %s older", qPrintable(kept.path()));
-        return kept;
-    };
-    const QString old = keep(main, shown, 61).path(), young = keep(main, shown, 59).path();
-    const QString other = keep(main, u"other"_s, 61).path();
-    const QString elsewhere = keep(window.path("theme/other.xml"), shown, 61).path();
-    const UnsavedFile used = keep(main, shown, 61);
-    window.start();
-    QThreadPool::globalInstance()->waitForDone();
-    QVERIFY(!QFileInfo::exists(old));
-    for (const QString &file : {young, other, elsewhere, used.path()})
-        QVERIFY2(QFileInfo::exists(file), qPrintable(file));
-}
+    void noRoomForTheText()
+    {
+        Window window;
+        openAll(window);
+        type(window, "typed");
+        const QString typed = text(window);
+        window.disk.setRecoveryFolder(window.write("a file"));
+        const QString message = u"Cannot keep the unsaved text in \"%1/"_s.arg(window.disk.recoveryFolder());
+        QString told;
+        try {
+            window.openDocument("theme/other.xml");
+        } catch (const RunTimeError &error) {
+            told = error.message();
+        }
+        QVERIFY(told.startsWith(message));
+        QCOMPARE(text(window), typed);
+        // Rows stay likewise.
+        auto *colours = qobject_cast<ListRows *>(window.model("lvColor"));
+        colours->setSub(0, 2, u"#1"_s);
+        const QString toldOfRows = window.skin->findChild<KeptRows *>()->keepAll().join(u'\n');
+        QVERIFY(toldOfRows.startsWith(message));
+        window.write("second/theme/theme.xml", "<config><file_color>c</file_color></config>");
+        window.prompts.expectMessage(u"Quillmere"_s, toldOfRows);
+        window.skin->openTheme(window.path("second/theme"));
+        QCOMPARE(colours->sub(0, 2), u"#1"_s);
+        // Closing asks, and only Yes gives them up.
+        for (const bool leave : {false, true}) {
+            window.prompts.expectQuestion(
+                u"Quillmere"_s,
+                QString(told + u'\n' + toldOfRows + u"\nLeave all the same, and lose what is not saved?"),
+                leave);
+            QCOMPARE(window.skin->close(), leave);
+            QCOMPARE(window.skin->isVisible(), !leave);
+            QCOMPARE(text(window), typed);
+        }
+    }
+
+    void twoPrograms_data()
+    {
+        QTest::addColumn<QByteArray>("button");
+        QTest::newRow("restore") << QByteArray("cmdOffer(0)");
+        QTest::newRow("discard") << QByteArray("cmdOffer(1)");
+    }
+
+    void twoPrograms()
+    {
+        QFETCH(QByteArray, button);
+        Window window;
+        openAll(window);
+        const QString main = window.path("theme/main.xml");
+        const QString before = text(window);
+        type(window, "typed");
+        const QString typed = text(window);
+        window.skin->openDocument(main);
+        const QString file = unsavedTextsOf(window.disk.recoveryFolder(), main).value(0).file;
+        const auto isRefused = [&] {
+            answer(window, button);
+            return text(window) == before && offer(window).isEmpty() && QFileInfo::exists(file);
+        };
+        QVERIFY(offers(window, kUnsaved));
+        {
+            const OtherProgram other(file);
+            QVERIFY(other.hasTaken && isRefused());
+            window.skin->openDocument(main);
+            QCOMPARE(offer(window), QString());
+        }
+        // It has died; another one has come and gone with a newer text.
+        window.skin->openDocument(main);
+        QVERIFY(offers(window, kUnsaved));
+        keepUnsaved(file, main, QString(typed + u"newer"));
+        QVERIFY(isRefused());
+
+        window.skin->openDocument(main);
+        answer(window, "cmdOffer(0)");
+        QCOMPARE(text(window), QString(typed + u"newer"));
+        QVERIFY(!OtherProgram(file).hasTaken);
+    }
+
+    void oldTexts()
+    {
+        Window window;
+        openAll(window);
+        const QString main = window.path("theme/main.xml"), shown = text(window);
+        const auto keep = [&](const QString &document, const QString &unsaved, int days) {
+            UnsavedFile kept = UnsavedFile::forNew(window.disk.recoveryFolder(), document);
+            keepUnsaved(kept.path(), document, unsaved);
+            QFile file(kept.path());
+            const QDateTime time = QDateTime::currentDateTime().addDays(-days);
+            if (!file.open(QIODevice::ReadWrite) ||
+                !file.setFileTime(time, QFileDevice::FileModificationTime))
+                qFatal("cannot make %s older", qPrintable(kept.path()));
+            return kept;
+        };
+        const QString old = keep(main, shown, 61).path(), young = keep(main, shown, 59).path();
+        const QString other = keep(main, u"other"_s, 61).path();
+        const QString elsewhere = keep(window.path("theme/other.xml"), shown, 61).path();
+        const UnsavedFile used = keep(main, shown, 61);
+        window.start();
+        QThreadPool::globalInstance()->waitForDone();
+        QVERIFY(!QFileInfo::exists(old));
+        for (const QString &file : {young, other, elsewhere, used.path()})
+            QVERIFY2(QFileInfo::exists(file), qPrintable(file));
+    }
+};
 
 // Run by a test of its own, as another program.
 int takeUnsaved(const QString &path)

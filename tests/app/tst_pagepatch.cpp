@@ -137,11 +137,104 @@ private slots:
         m_patched.reset();
         m_anew.reset();
     }
-    void sameDocument_data();
-    void sameDocument();
-    void patches_data();
-    void patches();
-    void longPage();
+
+    void sameDocument_data()
+    {
+        QTest::addColumn<bool>("isBody");
+        QTest::addColumn<quint32>("seed");
+        for (quint32 seed = 1; seed <= 4; ++seed) {
+            QTest::addRow("window %u", seed) << false << seed;
+            QTest::addRow("body %u", seed) << true << seed;
+        }
+    }
+
+    void sameDocument()
+    {
+        QFETCH(const bool, isBody);
+        QFETCH(const quint32, seed);
+        Edits edits(seed, isBody ? kBodyTokens : kBlockTokens);
+        QString text;
+        for (int block = 0; !isBody && block < 6; ++block)
+            text += u"<widget class=\"box\" style=\"default\" name=\"w%1\">\r\n<property><rect>[%1,20,30,40]"
+                    "</rect>\r\n<string>text %1</string></property>\r\n%2</widget>\r\n"_s.arg(block)
+                        .arg(block % 2 ? u"<!-- c -->"_s : QString());
+        QString good = text;
+        int patched = 0;
+        for (int step = 0; step < 40; ++step) {
+            // Most edits go on from a page that can be changed; broken ones are looked at and taken back.
+            QString next = good;
+            for (int count = edits.below(3); count >= 0; --count)
+                edits.edit(next);
+            m_patched->isMarked();
+            compare(isBody ? frameOf(next) : pageOf(next));
+            if (QTest::currentTestFailed()) {
+                qInfo("before {%s}\nafter {%s}", qPrintable(good), qPrintable(next));
+                return;
+            }
+            if (m_patched->isMarked()) {
+                ++patched;
+                good = next;
+            } else {
+                compare(isBody ? frameOf(good) : pageOf(good));
+            }
+        }
+        QVERIFY2(patched > 4, qPrintable(QString::number(patched)));
+    }
+
+    void patches_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("after");
+        const QString one = u"<interface><widget class=\"text\" name=\"a\"><property><rect>[1,2,3,4]</rect>"
+                            "<string>words</string></property></widget>\r\n</interface>\r\n"_s;
+        const auto row = [&one](const char *name, const QString &from, const QString &to) {
+            QTest::newRow(name) << one << QString(one).replace(from, to);
+        };
+        row("rect", u"[1,2"_s, u"[12,2"_s);
+        row("half a tag in the properties", u"<string>"_s, u"<str<string>"_s);
+        row("string", u"words"_s, u"words 😀"_s);
+        row("name", u"\"a\""_s, u"\"ab\""_s);
+        row("attribute", u" name"_s, u" x=\"1\" name"_s);
+        row("block", u"</interface>"_s,
+            u"<widget class=\"box\" name=\"b\"><property></property></widget></interface>"_s);
+        row("block in another", u"</widget>"_s,
+            u"<children><widget class=\"box\" name=\"b\"><property></property></widget></children></widget>"_s);
+        const QString other = QString(one).replace(u"words"_s, u"a &amp; b"_s);
+        QTest::newRow("beside an entity") << QString(one + other) << QString(u' ' + one + u' ' + other);
+    }
+
+    // Usual edits do not write the page anew, and leave it where it was scrolled to.
+    void patches()
+    {
+        QFETCH(const QString, before);
+        QFETCH(const QString, after);
+        const QString tall = u"<widget class=\"box\" name=\"tall\"><property><rect>[0,0,10,3000]</rect>"
+                             "</property></widget>"_s;
+        compare(pageOf(before + tall));
+        m_patched->isMarked();
+        m_patched->js(u"window.scrollTo(0,700)"_s);
+        for (const QString &text : {after, before}) {
+            compare(pageOf(text + tall));
+            QVERIFY(m_patched->isMarked());
+            QCOMPARE(m_patched->js(u"window.scrollY"_s), u"700"_s);
+        }
+    }
+
+    // A page that is sent in pieces is changed like others; its sheet is longer than any text of a body.
+    void longPage()
+    {
+        QString text;
+        for (int block = 0; block < 1200; ++block)
+            text +=
+                u"<widget class=\"text\" name=\"block_%1\"><property><rect>[1,2,3,4]</rect>"
+                "<string>text</string><alignment>hcentre|vcentre</alignment></property></widget>\r\n"_s.arg(
+                    block);
+        compare(pageOf(text));
+        QVERIFY(pageOf(text).size() > (1 << 19));
+        m_patched->isMarked();
+        compare(pageOf(text.replace(u"block_600"_s, u"other"_s)));
+        QVERIFY(m_patched->isMarked());
+    }
 
 private:
     void compare(const QString &page)
@@ -155,103 +248,6 @@ private:
 
     std::unique_ptr<Cell> m_patched, m_anew;
 };
-
-void TestPagePatch::sameDocument_data()
-{
-    QTest::addColumn<bool>("isBody");
-    QTest::addColumn<quint32>("seed");
-    for (quint32 seed = 1; seed <= 4; ++seed) {
-        QTest::addRow("window %u", seed) << false << seed;
-        QTest::addRow("body %u", seed) << true << seed;
-    }
-}
-
-void TestPagePatch::sameDocument()
-{
-    QFETCH(const bool, isBody);
-    QFETCH(const quint32, seed);
-    Edits edits(seed, isBody ? kBodyTokens : kBlockTokens);
-    QString text;
-    for (int block = 0; !isBody && block < 6; ++block)
-        text += u"<widget class=\"box\" style=\"default\" name=\"w%1\">\r\n<property><rect>[%1,20,30,40]"
-                "</rect>\r\n<string>text %1</string></property>\r\n%2</widget>\r\n"_s.arg(block)
-                    .arg(block % 2 ? u"<!-- c -->"_s : QString());
-    QString good = text;
-    int patched = 0;
-    for (int step = 0; step < 40; ++step) {
-        // Most edits go on from a page that can be changed; broken ones are looked at and taken back.
-        QString next = good;
-        for (int count = edits.below(3); count >= 0; --count)
-            edits.edit(next);
-        m_patched->isMarked();
-        compare(isBody ? frameOf(next) : pageOf(next));
-        if (QTest::currentTestFailed()) {
-            qInfo("before {%s}\nafter {%s}", qPrintable(good), qPrintable(next));
-            return;
-        }
-        if (m_patched->isMarked()) {
-            ++patched;
-            good = next;
-        } else {
-            compare(isBody ? frameOf(good) : pageOf(good));
-        }
-    }
-    QVERIFY2(patched > 4, qPrintable(QString::number(patched)));
-}
-
-void TestPagePatch::patches_data()
-{
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("after");
-    const QString one = u"<interface><widget class=\"text\" name=\"a\"><property><rect>[1,2,3,4]</rect>"
-                        "<string>words</string></property></widget>\r\n</interface>\r\n"_s;
-    const auto row = [&one](const char *name, const QString &from, const QString &to) {
-        QTest::newRow(name) << one << QString(one).replace(from, to);
-    };
-    row("rect", u"[1,2"_s, u"[12,2"_s);
-    row("half a tag in the properties", u"<string>"_s, u"<str<string>"_s);
-    row("string", u"words"_s, u"words 😀"_s);
-    row("name", u"\"a\""_s, u"\"ab\""_s);
-    row("attribute", u" name"_s, u" x=\"1\" name"_s);
-    row("block", u"</interface>"_s,
-        u"<widget class=\"box\" name=\"b\"><property></property></widget></interface>"_s);
-    row("block in another", u"</widget>"_s,
-        u"<children><widget class=\"box\" name=\"b\"><property></property></widget></children></widget>"_s);
-    const QString other = QString(one).replace(u"words"_s, u"a &amp; b"_s);
-    QTest::newRow("beside an entity") << QString(one + other) << QString(u' ' + one + u' ' + other);
-}
-
-// Usual edits do not write the page anew, and leave it where it was scrolled to.
-void TestPagePatch::patches()
-{
-    QFETCH(const QString, before);
-    QFETCH(const QString, after);
-    const QString tall = u"<widget class=\"box\" name=\"tall\"><property><rect>[0,0,10,3000]</rect>"
-                         "</property></widget>"_s;
-    compare(pageOf(before + tall));
-    m_patched->isMarked();
-    m_patched->js(u"window.scrollTo(0,700)"_s);
-    for (const QString &text : {after, before}) {
-        compare(pageOf(text + tall));
-        QVERIFY(m_patched->isMarked());
-        QCOMPARE(m_patched->js(u"window.scrollY"_s), u"700"_s);
-    }
-}
-
-// A page that is sent in pieces is changed like others; its sheet is longer than any text of a body.
-void TestPagePatch::longPage()
-{
-    QString text;
-    for (int block = 0; block < 1200; ++block)
-        text += u"<widget class=\"text\" name=\"block_%1\"><property><rect>[1,2,3,4]</rect>"
-                "<string>text</string><alignment>hcentre|vcentre</alignment></property></widget>\r\n"_s.arg(
-                    block);
-    compare(pageOf(text));
-    QVERIFY(pageOf(text).size() > (1 << 19));
-    m_patched->isMarked();
-    compare(pageOf(text.replace(u"block_600"_s, u"other"_s)));
-    QVERIFY(m_patched->isMarked());
-}
 
 WINDOW_TEST_MAIN(TestPagePatch)
 #include "tst_pagepatch.moc"

@@ -45,92 +45,90 @@ class TestTranslate : public QObject
     Q_OBJECT
 
 private slots:
-    void openEditAndSave();
-    void dictionaries();
-    void whatIsMissingIsSaid();
-};
+    void openEditAndSave()
+    {
+        LanguageWindow window;
+        window.press("lvLang", 0, Qt::Key_Return);
+        QCOMPARE(window.find<QLineEdit>("txtLangFile")->text(), window.path("theme/lang/sub/de.xml"));
+        QCOMPARE(window.strings(), u" | Channel list | Sender\n | Radio | \n | Menu | \n"_s);
 
-void TestTranslate::openEditAndSave()
-{
-    LanguageWindow window;
-    window.press("lvLang", 0, Qt::Key_Return);
-    QCOMPARE(window.find<QLineEdit>("txtLangFile")->text(), window.path("theme/lang/sub/de.xml"));
-    QCOMPARE(window.strings(), u" | Channel list | Sender\n | Radio | \n | Menu | \n"_s);
-
-    const auto title = u"Input Logo Channel"_s;
-    window.prompts.expectInput(title, u"Translate for Radio"_s, u"R\u00E4dio"_s);
-    window.press("LvBhs", 1, Qt::Key_Return);
-    for (const auto &answer : {std::optional(QString()), std::optional<QString>()}) {
-        window.prompts.expectInput(title, u"Translate for Channel list"_s, answer);
-        window.press("LvBhs", 0, Qt::Key_Return);
-    }
-    window.press("LvBhs", 2, Qt::Key_Space);
-    QCOMPARE(window.strings(), u" | Channel list | Sender\n | Radio | R\u00E4dio\n*  | Menu | \n"_s);
-    QTRY_COMPARE(window.find<QLabel>("lblLangCount")->text(), u"3 rows, 1 checked, 1 without translation"_s);
-
-    const auto file = u"theme/lang/sub/de.xml"_s;
-    for (const bool answer : {false, true}) {
-        QCOMPARE(window.files.read(file), kGerman);
-        window.prompts.expectQuestion(u"Save File"_s, u"Save file translate?"_s, answer);
-        window.choose("mnuLangSave");
-    }
-    // The file that was replaced was ASCII; the new one says that it is UTF-8, and is.
-    QCOMPARE(window.files.read(file),
-             QByteArray("<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\r\n"
-                        "<language name=\"German\">\r\n<font>font_prog</font>\r\n"
-                        "<tran id=\"Channel list\">Sender</tran>\r\n<tran id=\"Radio\">R\xC3\xA4"
-                        "dio</tran>\r\n<tran id=\"Menu\"></tran>\r\n</language>\r\n"));
-}
-
-void TestTranslate::dictionaries()
-{
-    LanguageWindow window;
-    window.press("lvLang", 0, Qt::Key_Return);
-    window.write("program/Indonesia.txt", "menu[*]Menu utama\r\n");
-    window.write("program/trans/b.TXT");
-    window.write("program/trans/A & O.txt", "MENU[*]x\r\nradio[*]Rundfunk[*]y\r\n");
-    window.write("program/trans/old.txt.bak");
-    window.write("program/trans/notes.md");
-    for (int time = 0; time < 2; ++time) {
-        window.choose("mnuLangTrans(0)");
-        QStringList items;
-        for (const QAction *item : window.find<QMenu>("mnuLang")->actions()) {
-            if (item->objectName().startsWith(u"mnuLangTrans("))
-                items.append(QString(item->objectName().mid(13) + item->text()));
+        const auto title = u"Input Logo Channel"_s;
+        window.prompts.expectInput(title, u"Translate for Radio"_s, u"R\u00E4dio"_s);
+        window.press("LvBhs", 1, Qt::Key_Return);
+        for (const auto &answer : {std::optional(QString()), std::optional<QString>()}) {
+            window.prompts.expectInput(title, u"Translate for Channel list"_s, answer);
+            window.press("LvBhs", 0, Qt::Key_Return);
         }
-        QCOMPARE(items.join(u' '), u"0)&Refrash 1)A && O 2)b 3)old.bak"_s);
-    }
-    window.choose("mnuLangTranslate");
-    window.choose("mnuLangTrans(1)");
-    QCOMPARE(window.strings(),
-             u" | Channel list | Sender\n*  | Radio | Rundfunk\n*  | Menu | Menu utama\n"_s);
-    window.prompts.expectInput(u"Search Text"_s, u"Translate for "_s, u"sEND"_s);
-    window.choose("mnuLangSearch");
-    QCOMPARE(window.strings(), u"*  | Channel list | Sender\n | Radio | Rundfunk\n | Menu | Menu utama\n"_s);
-    window.press("LvBhs", 1, Qt::Key_Shift);
-    window.choose("mnuLangCopy(3)");
-    window.choose("mnuLangPaste");
-    QCOMPARE(window.strings(), u"*  | Channel list | Sender\n | Radio | Radio[*]\n | Menu | Menu[*]\n"_s);
-}
+        window.press("LvBhs", 2, Qt::Key_Space);
+        QCOMPARE(window.strings(), u" | Channel list | Sender\n | Radio | R\u00E4dio\n*  | Menu | \n"_s);
+        QTRY_COMPARE(window.find<QLabel>("lblLangCount")->text(),
+                     u"3 rows, 1 checked, 1 without translation"_s);
 
-void TestTranslate::whatIsMissingIsSaid()
-{
-    LanguageWindow window;
-    const QString none = u"No language is selected: select one in the upper list of the Lang tab."_s;
-    window.prompts.expectMessage(u"Quillmere"_s, none);
-    window.choose("mnuLangOpen");
-    window.prompts.expectMessage(u"Quillmere"_s, none);
-    window.choose("mnuLangSave");
-    window.press("lvLang", 0, Qt::Key_Shift);
-    window.prompts.expectMessage(
-        u"Quillmere"_s, u"No language file is open: double-click a language on the Lang tab first."_s);
-    window.choose("mnuLangSave");
-    window.prompts.expectMessage(
-        u"Quillmere"_s, u"There is no folder %1 with dictionaries."_s.arg(window.path("program/trans")));
-    window.choose("mnuLangTrans(0)");
-    window.choose("mnuLangTranslate");
-    QCOMPARE(window.strings(), QString());
-}
+        const auto file = u"theme/lang/sub/de.xml"_s;
+        for (const bool answer : {false, true}) {
+            QCOMPARE(window.files.read(file), kGerman);
+            window.prompts.expectQuestion(u"Save File"_s, u"Save file translate?"_s, answer);
+            window.choose("mnuLangSave");
+        }
+        // The file that was replaced was ASCII; the new one says that it is UTF-8, and is.
+        QCOMPARE(window.files.read(file),
+                 QByteArray("<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\r\n"
+                            "<language name=\"German\">\r\n<font>font_prog</font>\r\n"
+                            "<tran id=\"Channel list\">Sender</tran>\r\n<tran id=\"Radio\">R\xC3\xA4"
+                            "dio</tran>\r\n<tran id=\"Menu\"></tran>\r\n</language>\r\n"));
+    }
+
+    void dictionaries()
+    {
+        LanguageWindow window;
+        window.press("lvLang", 0, Qt::Key_Return);
+        window.write("program/Indonesia.txt", "menu[*]Menu utama\r\n");
+        window.write("program/trans/b.TXT");
+        window.write("program/trans/A & O.txt", "MENU[*]x\r\nradio[*]Rundfunk[*]y\r\n");
+        window.write("program/trans/old.txt.bak");
+        window.write("program/trans/notes.md");
+        for (int time = 0; time < 2; ++time) {
+            window.choose("mnuLangTrans(0)");
+            QStringList items;
+            for (const QAction *item : window.find<QMenu>("mnuLang")->actions()) {
+                if (item->objectName().startsWith(u"mnuLangTrans("))
+                    items.append(QString(item->objectName().mid(13) + item->text()));
+            }
+            QCOMPARE(items.join(u' '), u"0)&Refrash 1)A && O 2)b 3)old.bak"_s);
+        }
+        window.choose("mnuLangTranslate");
+        window.choose("mnuLangTrans(1)");
+        QCOMPARE(window.strings(),
+                 u" | Channel list | Sender\n*  | Radio | Rundfunk\n*  | Menu | Menu utama\n"_s);
+        window.prompts.expectInput(u"Search Text"_s, u"Translate for "_s, u"sEND"_s);
+        window.choose("mnuLangSearch");
+        QCOMPARE(window.strings(),
+                 u"*  | Channel list | Sender\n | Radio | Rundfunk\n | Menu | Menu utama\n"_s);
+        window.press("LvBhs", 1, Qt::Key_Shift);
+        window.choose("mnuLangCopy(3)");
+        window.choose("mnuLangPaste");
+        QCOMPARE(window.strings(), u"*  | Channel list | Sender\n | Radio | Radio[*]\n | Menu | Menu[*]\n"_s);
+    }
+
+    void whatIsMissingIsSaid()
+    {
+        LanguageWindow window;
+        const QString none = u"No language is selected: select one in the upper list of the Lang tab."_s;
+        window.prompts.expectMessage(u"Quillmere"_s, none);
+        window.choose("mnuLangOpen");
+        window.prompts.expectMessage(u"Quillmere"_s, none);
+        window.choose("mnuLangSave");
+        window.press("lvLang", 0, Qt::Key_Shift);
+        window.prompts.expectMessage(
+            u"Quillmere"_s, u"No language file is open: double-click a language on the Lang tab first."_s);
+        window.choose("mnuLangSave");
+        window.prompts.expectMessage(
+            u"Quillmere"_s, u"There is no folder %1 with dictionaries."_s.arg(window.path("program/trans")));
+        window.choose("mnuLangTrans(0)");
+        window.choose("mnuLangTranslate");
+        QCOMPARE(window.strings(), QString());
+    }
+};
 
 WINDOW_TEST_MAIN(TestTranslate)
 #include "tst_translate.moc"

@@ -75,432 +75,417 @@ class TestWindow : public QObject
     Q_OBJECT
 
 private slots:
-    void everythingHasItsName();
-    void menuTree();
-    void layout_data();
-    void layout();
-    void smallWindow();
-    void comesBackAsItWasLeft();
-    void settlesOnTheScreenOfTheTheme();
-    void offerByKey();
-    void tabsRuleMenus();
-    void themeFillsLists();
-    void foldersThatAreNoTheme();
-    void addAndDeleteFiles();
-    void preview();
-    void sizes();
-    void jumpToBlock();
-    void commandsAreOneUndoStep();
-    void saveWritesInEveryCase();
-    void codePage();
-};
-
-void TestWindow::everythingHasItsName()
-{
-    const Window window;
-    QFile expected(QFINDTESTDATA("controls.txt")); // of a list with the captions of its columns
-    QVERIFY(expected.open(QIODevice::ReadOnly));
-    for (const QString &line : QString::fromUtf8(expected.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
-        const QString name = line.section(u':', 0, 0);
-        const auto found = window.skin->findChildren<QWidget *>(name);
-        QVERIFY2(found.size() == 1, qPrintable(name));
-        const auto *list = qobject_cast<ListView *>(found[0]);
-        QStringList captions;
-        for (int column = 0; list && column < list->model()->columnCount(); ++column)
-            captions.append(list->model()->headerData(column, Qt::Horizontal).toString());
-        const QString all = captions.join(u',');
-        QCOMPARE(all.isEmpty() ? name : QString(name + u": " + all), line);
-    }
-    QCOMPARE(window.skin->windowTitle(), u":: Quillmere ::"_s);
-    QCOMPARE(window.find<QGroupBox>("frBc")->title(), u"Block Compare"_s);
-}
-
-void TestWindow::menuTree()
-{
-    const Window window;
-    QFile expected(QFINDTESTDATA("menutree.txt"));
-    QVERIFY(expected.open(QIODevice::ReadOnly));
-    QCOMPARE(menuAsText(window.skin->menuBar()->actions()), QString::fromUtf8(expected.readAll()));
-}
-
-void TestWindow::layout_data()
-{
-    QTest::addColumn<QSize>("window");
-    QTest::addColumn<QSize>("laidOutAs"); // the window whose layout shows
-    QTest::newRow("large") << QSize(1600, 1000) << QSize(1600, 1000);
-    QTest::newRow("just large enough") << QSize(801, 601) << QSize(801, 601);
-    QTest::newRow("too narrow") << QSize(800, 900) << QSize(1400, 900);
-    QTest::newRow("too low") << QSize(1500, 600) << QSize(1400, 900);
-}
-
-void TestWindow::layout()
-{
-    QFETCH(const QSize, window);
-    QFETCH(const QSize, laidOutAs);
-    const Window on;
-    on.skin->resize(window);
-    const int H = laidOutAs.height() - 80;
-    const int W = laidOutAs.width() - 480;
-    const int F = H - 24;
-    QCOMPARE(on.find<QWidget>("frmWb")->size(), QSize(W, H));
-    QCOMPARE(on.find<QWidget>("wb")->size(), QSize(W - 16, H - 24));
-    QCOMPARE(on.find<QWidget>("TabStrip4")->height(), H + 16);
-    for (int i = 0; i < 9; ++i) {
-        const auto *frame = on.find<QWidget>(qPrintable(u"frYt(%1)"_s.arg(i)));
-        QCOMPARE(frame->pos(), QPoint(16, 40));
-        QCOMPARE(frame->height(), F);
-    }
-    const std::tuple<const char *, const char *, int> lists[] = {
-        {"Dir1", "lvTheme", 60},     {"LvWidget", "lvWidgetDel", 84}, {"lvImage", nullptr, 60},
-        {"lvColor", "Picture2", 60}, {"LvBhs", nullptr, 188},         {"lvFont", "Frame1", 72},
-        {"lvKeyMap", "Frame2", 64},  {"txtSnippet", nullptr, 248}};
-    for (const auto &[list, companion, less] : lists) {
-        const int beside = companion ? on.find<QWidget>(companion)->height() : 0;
-        QVERIFY2(on.find<QWidget>(list)->height() == F - beside - less, list);
-    }
-}
-
-// Whatever the size, everything comes into sight, by scrolling and by the keyboard.
-void TestWindow::smallWindow()
-{
-    const Window window;
-    const auto *scroll = window.find<QScrollArea>("pageScroll");
-    window.skin->resize(801, 601);
-    window.skin->resize(800, 600);
-    QCOMPARE(scroll->horizontalScrollBar()->maximum() + scroll->verticalScrollBar()->maximum(), 0);
-    for (const QSize size : {QSize(341, 256), QSize(800, 200)}) {
-        window.skin->resize(size);
-        QCOMPARE(window.skin->size(), size);
-        for (const char *corner : {"frmWb", "TabStrip4"}) {
-            const QRect place = window.find<QWidget>(corner)->geometry();
-            scroll->horizontalScrollBar()->setValue(scroll->horizontalScrollBar()->maximum());
-            scroll->verticalScrollBar()->setValue(scroll->verticalScrollBar()->maximum());
-            const QPoint end = scroll->widget()->mapTo(scroll, place.bottomRight());
-            QVERIFY(scroll->viewport()->geometry().right() >= end.x());
-            QVERIFY(scroll->viewport()->geometry().bottom() >= end.y());
+    void everythingHasItsName()
+    {
+        const Window window;
+        QFile expected(QFINDTESTDATA("controls.txt")); // of a list with the captions of its columns
+        QVERIFY(expected.open(QIODevice::ReadOnly));
+        for (const QString &line : QString::fromUtf8(expected.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
+            const QString name = line.section(u':', 0, 0);
+            const auto found = window.skin->findChildren<QWidget *>(name);
+            QVERIFY2(found.size() == 1, qPrintable(name));
+            const auto *list = qobject_cast<ListView *>(found[0]);
+            QStringList captions;
+            for (int column = 0; list && column < list->model()->columnCount(); ++column)
+                captions.append(list->model()->headerData(column, Qt::Horizontal).toString());
+            const QString all = captions.join(u',');
+            QCOMPARE(all.isEmpty() ? name : QString(name + u": " + all), line);
         }
-        for (int tab = 0; tab < 60; ++tab) {
-            QTest::keyClick(window.skin.get(), Qt::Key_Tab);
-            const QWidget *now = QApplication::focusWidget();
-            if (!scroll->widget()->isAncestorOf(now))
-                continue;
-            const QRect place(now->mapTo(scroll->viewport(), QPoint()), now->size());
-            QVERIFY2(scroll->viewport()->rect().intersects(place), qPrintable(now->objectName()));
+        QCOMPARE(window.skin->windowTitle(), u":: Quillmere ::"_s);
+        QCOMPARE(window.find<QGroupBox>("frBc")->title(), u"Block Compare"_s);
+    }
+
+    void menuTree()
+    {
+        const Window window;
+        QFile expected(QFINDTESTDATA("menutree.txt"));
+        QVERIFY(expected.open(QIODevice::ReadOnly));
+        QCOMPARE(menuAsText(window.skin->menuBar()->actions()), QString::fromUtf8(expected.readAll()));
+    }
+
+    void layout_data()
+    {
+        QTest::addColumn<QSize>("window");
+        QTest::addColumn<QSize>("laidOutAs"); // the window whose layout shows
+        QTest::newRow("large") << QSize(1600, 1000) << QSize(1600, 1000);
+        QTest::newRow("just large enough") << QSize(801, 601) << QSize(801, 601);
+        QTest::newRow("too narrow") << QSize(800, 900) << QSize(1400, 900);
+        QTest::newRow("too low") << QSize(1500, 600) << QSize(1400, 900);
+    }
+
+    void layout()
+    {
+        QFETCH(const QSize, window);
+        QFETCH(const QSize, laidOutAs);
+        const Window on;
+        on.skin->resize(window);
+        const int H = laidOutAs.height() - 80;
+        const int W = laidOutAs.width() - 480;
+        const int F = H - 24;
+        QCOMPARE(on.find<QWidget>("frmWb")->size(), QSize(W, H));
+        QCOMPARE(on.find<QWidget>("wb")->size(), QSize(W - 16, H - 24));
+        QCOMPARE(on.find<QWidget>("TabStrip4")->height(), H + 16);
+        for (int i = 0; i < 9; ++i) {
+            const auto *frame = on.find<QWidget>(qPrintable(u"frYt(%1)"_s.arg(i)));
+            QCOMPARE(frame->pos(), QPoint(16, 40));
+            QCOMPARE(frame->height(), F);
+        }
+        const std::tuple<const char *, const char *, int> lists[] = {
+            {"Dir1", "lvTheme", 60},     {"LvWidget", "lvWidgetDel", 84}, {"lvImage", nullptr, 60},
+            {"lvColor", "Picture2", 60}, {"LvBhs", nullptr, 188},         {"lvFont", "Frame1", 72},
+            {"lvKeyMap", "Frame2", 64},  {"txtSnippet", nullptr, 248}};
+        for (const auto &[list, companion, less] : lists) {
+            const int beside = companion ? on.find<QWidget>(companion)->height() : 0;
+            QVERIFY2(on.find<QWidget>(list)->height() == F - beside - less, list);
         }
     }
-}
 
-void TestWindow::comesBackAsItWasLeft()
-{
-    Window window;
-    QStringList folders;
-    for (int i = 0; i < 11; ++i) {
-        folders.prepend(window.files.path(u"a&b%1/theme"_s.arg(i)));
-        window.files.write(u"a&b%1/theme/theme.xml"_s.arg(i), "<config></config>");
-        window.skin->openTheme(folders[0]);
+    // Whatever the size, everything comes into sight, by scrolling and by the keyboard.
+    void smallWindow()
+    {
+        const Window window;
+        const auto *scroll = window.find<QScrollArea>("pageScroll");
+        window.skin->resize(801, 601);
+        window.skin->resize(800, 600);
+        QCOMPARE(scroll->horizontalScrollBar()->maximum() + scroll->verticalScrollBar()->maximum(), 0);
+        for (const QSize size : {QSize(341, 256), QSize(800, 200)}) {
+            window.skin->resize(size);
+            QCOMPARE(window.skin->size(), size);
+            for (const char *corner : {"frmWb", "TabStrip4"}) {
+                const QRect place = window.find<QWidget>(corner)->geometry();
+                scroll->horizontalScrollBar()->setValue(scroll->horizontalScrollBar()->maximum());
+                scroll->verticalScrollBar()->setValue(scroll->verticalScrollBar()->maximum());
+                const QPoint end = scroll->widget()->mapTo(scroll, place.bottomRight());
+                QVERIFY(scroll->viewport()->geometry().right() >= end.x());
+                QVERIFY(scroll->viewport()->geometry().bottom() >= end.y());
+            }
+            for (int tab = 0; tab < 60; ++tab) {
+                QTest::keyClick(window.skin.get(), Qt::Key_Tab);
+                const QWidget *now = QApplication::focusWidget();
+                if (!scroll->widget()->isAncestorOf(now))
+                    continue;
+                const QRect place(now->mapTo(scroll->viewport(), QPoint()), now->size());
+                QVERIFY2(scroll->viewport()->rect().intersects(place), qPrintable(now->objectName()));
+            }
+        }
     }
-    window.skin->openTheme(folders[2]);
-    window.skin->openTheme(window.path("a&b1")); // no theme
-    const QRect place(30, 40, 700, 650);
-    window.skin->setGeometry(place);
-    window.skin->close();
 
-    frmSkin next(window.disk, &window.prompts);
-    next.showFirst();
-    QTRY_COMPARE(next.geometry(), place);
-    folders.move(2, 0);
-    QStringList shown;
-    auto *recent = next.findChild<QMenu *>(u"mnuRecentThemes"_s);
-    for (const QAction *item : recent->actions())
-        shown.append(item->text().replace(QLatin1String("&&"), QLatin1String("&")));
-    QCOMPARE(shown, folders.mid(0, 10));
-    recent->actions()[3]->trigger();
-    QCOMPARE(next.windowTitle(), QString(u" :: Quillmere :: " + folders[3]));
-    QCOMPARE(recent->actions()[0]->text(), QString(folders[3]).replace(u'&', QLatin1String("&&")));
-}
-
-// A window manager that gives the window its size late does not take the screen of the theme away.
-void TestWindow::settlesOnTheScreenOfTheTheme()
-{
-    for (const QSize screen : {QSize(1280, 720), QSize(1024, 576)}) {
+    void comesBackAsItWasLeft()
+    {
         Window window;
-        writeTheme(window);
-        window.write("theme/widget/widget.xml", QByteArray(kCatalogue)
-                                                    .replace("1280", QByteArray::number(screen.width()))
-                                                    .replace("720", QByteArray::number(screen.height())));
-        window.openTheme();
-        QResizeEvent resized(window.skin->size(), QSize());
-        QSpontaneKeyEvent::setSpontaneous(&resized);
-        qApp->notify(window.skin.get(), &resized);
-        QCOMPARE(window.find<QWidget>("wb")->size(), screen);
+        QStringList folders;
+        for (int i = 0; i < 11; ++i) {
+            folders.prepend(window.files.path(u"a&b%1/theme"_s.arg(i)));
+            window.files.write(u"a&b%1/theme/theme.xml"_s.arg(i), "<config></config>");
+            window.skin->openTheme(folders[0]);
+        }
+        window.skin->openTheme(folders[2]);
+        window.skin->openTheme(window.path("a&b1")); // no theme
+        const QRect place(30, 40, 700, 650);
+        window.skin->setGeometry(place);
+        window.skin->close();
+
+        frmSkin next(window.disk, &window.prompts);
+        next.showFirst();
+        QTRY_COMPARE(next.geometry(), place);
+        folders.move(2, 0);
+        QStringList shown;
+        auto *recent = next.findChild<QMenu *>(u"mnuRecentThemes"_s);
+        for (const QAction *item : recent->actions())
+            shown.append(item->text().replace(QLatin1String("&&"), QLatin1String("&")));
+        QCOMPARE(shown, folders.mid(0, 10));
+        recent->actions()[3]->trigger();
+        QCOMPARE(next.windowTitle(), QString(u" :: Quillmere :: " + folders[3]));
+        QCOMPARE(recent->actions()[0]->text(), QString(folders[3]).replace(u'&', QLatin1String("&&")));
     }
-}
 
-void TestWindow::offerByKey()
-{
-    const Window window;
-    auto *offers = window.find<OfferBar>("frOffer");
-    int taken = 0;
-    const auto take = [&taken] { ++taken; };
-    offers->offer(u"first"_s, u"First"_s, {{u"Go"_s, take}});
-    offers->offer(u"last"_s, u"Last"_s, {{u"Go"_s, take}, {u"No"_s, [] {}}});
-    for (int i = 1; i <= 2; ++i) { // the one before comes back
-        QTest::keyClick(window.skin->windowHandle(), Qt::Key_F6);
-        QCOMPARE(window.skin->focusWidget(), window.find<QWidget>("cmdOffer(0)"));
-        QTest::keyClick(window.skin->focusWidget(), Qt::Key_Space);
-        QCOMPARE(taken, i);
+    // A window manager that gives the window its size late does not take the screen of the theme away.
+    void settlesOnTheScreenOfTheTheme()
+    {
+        for (const QSize screen : {QSize(1280, 720), QSize(1024, 576)}) {
+            Window window;
+            writeTheme(window);
+            window.write("theme/widget/widget.xml", QByteArray(kCatalogue)
+                                                        .replace("1280", QByteArray::number(screen.width()))
+                                                        .replace("720", QByteArray::number(screen.height())));
+            window.openTheme();
+            QResizeEvent resized(window.skin->size(), QSize());
+            QSpontaneKeyEvent::setSpontaneous(&resized);
+            qApp->notify(window.skin.get(), &resized);
+            QCOMPARE(window.find<QWidget>("wb")->size(), screen);
+        }
     }
-    QVERIFY(!offers->isVisible());
-}
 
-void TestWindow::tabsRuleMenus()
-{
-    Window window;
-    auto *tabs = window.find<QTabBar>("TabStrip4");
-    const auto enabled = [&] {
-        QString names;
-        for (const char *name : {"mnuCblock", "mnuView", "mnuSave", "mnuScan"})
-            names += window.find<QAction>(name)->isEnabled() ? QLatin1String(name) + u' ' : QString();
-        return names;
-    };
-    QCOMPARE(enabled(), u"mnuScan "_s);
-    for (int tab = 1; tab < 9; ++tab) {
-        tabs->setCurrentIndex(tab);
-        QCOMPARE(enabled(), QString());
-        for (int frame = 0; frame < 9; ++frame)
-            QCOMPARE(window.find<QWidget>(qPrintable(u"frYt(%1)"_s.arg(frame)))->isVisible(), frame == tab);
+    void offerByKey()
+    {
+        const Window window;
+        auto *offers = window.find<OfferBar>("frOffer");
+        int taken = 0;
+        const auto take = [&taken] { ++taken; };
+        offers->offer(u"first"_s, u"First"_s, {{u"Go"_s, take}});
+        offers->offer(u"last"_s, u"Last"_s, {{u"Go"_s, take}, {u"No"_s, [] {}}});
+        for (int i = 1; i <= 2; ++i) { // the one before comes back
+            QTest::keyClick(window.skin->windowHandle(), Qt::Key_F6);
+            QCOMPARE(window.skin->focusWidget(), window.find<QWidget>("cmdOffer(0)"));
+            QTest::keyClick(window.skin->focusWidget(), Qt::Key_Space);
+            QCOMPARE(taken, i);
+        }
+        QVERIFY(!offers->isVisible());
     }
-    auto *source = window.source();
-    source->setText(u"no widget"_s);
-    QCOMPARE(enabled(), u"mnuView mnuSave "_s);
-    source->setText(u"<widget name=\"a\">"_s);
-    QCOMPARE(enabled(), u"mnuCblock mnuView mnuSave "_s);
-    window.choose("mnuCblock");
-    QCOMPARE(QApplication::clipboard()->text(), u"a\r\n"_s);
-    tabs->setCurrentIndex(0);
-    QCOMPARE(enabled(), u"mnuScan "_s);
-}
 
-void TestWindow::themeFillsLists()
-{
-    Window window;
-    openTheme(window);
-    const QString theme = window.path("theme");
-    QCOMPARE(window.skin->windowTitle(), QString(u" :: Quillmere :: " + theme));
-    QCOMPARE(window.shown("lvTheme"), u"file_widget | widget/widget.xml\nfile_image | images/image.xml\n"
-                                      "file_font | font/font.xml\n | \n"_s);
-    const auto *widgets = window.find<ListView>("LvWidget");
-    QCOMPARE(widgets->model()->index(0, 0).data().toString(), QString(theme + u"/widget/main.xml"));
-    QCOMPARE(widgets->model()->index(0, 3).data().toString(), u"Y"_s);
-    QCOMPARE(window.find<QGroupBox>("frWidget")->title(), QString(theme + u"/widget/widget.xml"));
-    QCOMPARE(window.find<QLabel>("LblWidgetPath")->text(), QString(theme + u"/widget/"));
-    QCOMPARE(window.find<QLabel>("lblWidth")->text(), u"1280"_s);
-    QCOMPARE(window.find<QLabel>("lblbpp")->text(), u"32"_s);
-    QCOMPARE(window.find<QLabel>("lbImagePath")->text(), QString(theme + u"/images/"));
-
-    window.choose("mnuWidgetSel");
-    QCOMPARE(window.find<ListView>("LvWidget")->selectedRow(), 1);
-
-    // The Font Editor: a style of the catalogue's own, the entry that is the file.
-    window.turnTo(5);
-    auto *fonts = window.find<ListView>("lvFont");
-    QTest::mouseClick(fonts->viewport(), Qt::LeftButton, {},
-                      fonts->visualRect(fonts->model()->index(0, 1)).center());
-    QCOMPARE(window.find<QComboBox>("cbFont")->currentText(), u"b.ttf"_s);
-    QCOMPARE(window.find<QComboBox>("cbStyle")->currentText(), u"normal"_s);
-    QCOMPARE(window.find<QLineEdit>("txtSize")->text(), u"18"_s);
-}
-
-void TestWindow::foldersThatAreNoTheme()
-{
-    Window window;
-    window.write("Theme/theme.xml", kThemeXml);
-    window.write("themes/theme.xml", kThemeXml);
-    for (const char *name : {"Theme", "themes"}) {
-        const QString folder = window.files.path(QLatin1String(name));
-        window.skin->openTheme(folder);
-        QCOMPARE(window.skin->windowTitle(), QString(u" :: Quillmere :: " + folder));
-        QCOMPARE(window.model("lvTheme")->rowCount(), 0);
+    void tabsRuleMenus()
+    {
+        Window window;
+        auto *tabs = window.find<QTabBar>("TabStrip4");
+        const auto enabled = [&] {
+            QString names;
+            for (const char *name : {"mnuCblock", "mnuView", "mnuSave", "mnuScan"})
+                names += window.find<QAction>(name)->isEnabled() ? QLatin1String(name) + u' ' : QString();
+            return names;
+        };
+        QCOMPARE(enabled(), u"mnuScan "_s);
+        for (int tab = 1; tab < 9; ++tab) {
+            tabs->setCurrentIndex(tab);
+            QCOMPARE(enabled(), QString());
+            for (int frame = 0; frame < 9; ++frame)
+                QCOMPARE(window.find<QWidget>(qPrintable(u"frYt(%1)"_s.arg(frame)))->isVisible(),
+                         frame == tab);
+        }
+        auto *source = window.source();
+        source->setText(u"no widget"_s);
+        QCOMPARE(enabled(), u"mnuView mnuSave "_s);
+        source->setText(u"<widget name=\"a\">"_s);
+        QCOMPARE(enabled(), u"mnuCblock mnuView mnuSave "_s);
+        window.choose("mnuCblock");
+        QCOMPARE(QApplication::clipboard()->text(), u"a\r\n"_s);
+        tabs->setCurrentIndex(0);
+        QCOMPARE(enabled(), u"mnuScan "_s);
     }
-    const QString before = window.find<DirListBox>("Dir1")->path();
-    window.skin->openTheme(window.path("nowhere/theme"));
-    QCOMPARE(window.find<DirListBox>("Dir1")->path(), before);
-}
 
-void TestWindow::addAndDeleteFiles()
-{
-    Window window;
-    openTheme(window);
-    window.choose("mnuWidgetDelFile"); // nothing selected: nothing asked, nothing done
-    const auto select = [&] {
-        auto *files = window.find<ListView>("lvWidgetDel");
-        QCOMPARE(rowsAsText(files->model()), u"draft.xml\n"_s);
-        files->setCurrentIndex(files->model()->index(0, 0));
-    };
-    const QString catalogue = u"theme/widget/widget.xml"_s;
-    const QString add = u"Benar mau menambahkan widget file?"_s;
+    void themeFillsLists()
+    {
+        Window window;
+        openTheme(window);
+        const QString theme = window.path("theme");
+        QCOMPARE(window.skin->windowTitle(), QString(u" :: Quillmere :: " + theme));
+        QCOMPARE(window.shown("lvTheme"), u"file_widget | widget/widget.xml\nfile_image | images/image.xml\n"
+                                          "file_font | font/font.xml\n | \n"_s);
+        const auto *widgets = window.find<ListView>("LvWidget");
+        QCOMPARE(widgets->model()->index(0, 0).data().toString(), QString(theme + u"/widget/main.xml"));
+        QCOMPARE(widgets->model()->index(0, 3).data().toString(), u"Y"_s);
+        QCOMPARE(window.find<QGroupBox>("frWidget")->title(), QString(theme + u"/widget/widget.xml"));
+        QCOMPARE(window.find<QLabel>("LblWidgetPath")->text(), QString(theme + u"/widget/"));
+        QCOMPARE(window.find<QLabel>("lblWidth")->text(), u"1280"_s);
+        QCOMPARE(window.find<QLabel>("lblbpp")->text(), u"32"_s);
+        QCOMPARE(window.find<QLabel>("lbImagePath")->text(), QString(theme + u"/images/"));
 
-    select();
-    window.prompts.expectQuestion(u"Simpan File"_s, add, false);
-    window.choose("mnuWidgetFile");
-    QCOMPARE(window.files.read(catalogue), kCatalogue);
+        window.choose("mnuWidgetSel");
+        QCOMPARE(window.find<ListView>("LvWidget")->selectedRow(), 1);
 
-    select();
-    window.prompts.expectQuestion(u"Simpan File"_s, add, true);
-    window.choose("mnuWidgetFile");
-    QByteArray added = kCatalogue + "\r\n";
-    added.replace("</interface>", "<widget class=\"window\" style=\"default\" name=\"draft\"/></interface>");
-    QCOMPARE(window.files.read(catalogue), added);
-    QCOMPARE(window.model("LvWidget")->rowCount(), 3);
-    QCOMPARE(window.model("lvWidgetDel")->rowCount(), 0);
+        // The Font Editor: a style of the catalogue's own, the entry that is the file.
+        window.turnTo(5);
+        auto *fonts = window.find<ListView>("lvFont");
+        QTest::mouseClick(fonts->viewport(), Qt::LeftButton, {},
+                          fonts->visualRect(fonts->model()->index(0, 1)).center());
+        QCOMPARE(window.find<QComboBox>("cbFont")->currentText(), u"b.ttf"_s);
+        QCOMPARE(window.find<QComboBox>("cbStyle")->currentText(), u"normal"_s);
+        QCOMPARE(window.find<QLineEdit>("txtSize")->text(), u"18"_s);
+    }
 
-    // The last window says whose folder's files are shown; that of the catalogue has one of the same name.
-    window.files.write(catalogue, QByteArray(added).replace("\"draft\"", "\"low/last\""));
-    const QString path = window.write("theme/widget/low/draft.xml");
-    window.choose("mnuWidgetOpen");
-    select();
-    window.prompts.expectQuestion(u"Delete File"_s, QString(u"Delete file " + path + u" ?"), false);
-    window.choose("mnuWidgetDelFile");
-    QVERIFY(!QFileInfo::exists(path));
-    QVERIFY(QFileInfo::exists(window.path("theme/widget/draft.xml")));
-    QCOMPARE(window.model("lvWidgetDel")->rowCount(), 0);
-}
+    void foldersThatAreNoTheme()
+    {
+        Window window;
+        window.write("Theme/theme.xml", kThemeXml);
+        window.write("themes/theme.xml", kThemeXml);
+        for (const char *name : {"Theme", "themes"}) {
+            const QString folder = window.files.path(QLatin1String(name));
+            window.skin->openTheme(folder);
+            QCOMPARE(window.skin->windowTitle(), QString(u" :: Quillmere :: " + folder));
+            QCOMPARE(window.model("lvTheme")->rowCount(), 0);
+        }
+        const QString before = window.find<DirListBox>("Dir1")->path();
+        window.skin->openTheme(window.path("nowhere/theme"));
+        QCOMPARE(window.find<DirListBox>("Dir1")->path(), before);
+    }
 
-void TestWindow::preview()
-{
-    Window window;
-    openTheme(window);
-    window.turnTo(1);
-    doubleClick(window.find<ListView>("LvWidget"), 0);
-    QCOMPARE(window.find<QGroupBox>("frmWb")->title(), window.path("theme/widget/main.xml"));
-    QCOMPARE(window.shown("lvBlock"), u"window | main\ntext | title\n"_s);
-    QCOMPARE(window.js(u"document.compatMode"_s).toString(), u"BackCompat"_s);
-    QCOMPARE(window.style(u"title"_s, u"left"_s), u"40px"_s);
-    QCOMPARE(window.style(u"title"_s, u"color"_s), u"rgb(255, 255, 255)"_s);
-    QCOMPARE(window.style(u"title"_s, u"fontSize"_s), u"18px"_s);
+    void addAndDeleteFiles()
+    {
+        Window window;
+        openTheme(window);
+        window.choose("mnuWidgetDelFile"); // nothing selected: nothing asked, nothing done
+        const auto select = [&] {
+            auto *files = window.find<ListView>("lvWidgetDel");
+            QCOMPARE(rowsAsText(files->model()), u"draft.xml\n"_s);
+            files->setCurrentIndex(files->model()->index(0, 0));
+        };
+        const QString catalogue = u"theme/widget/widget.xml"_s;
+        const QString add = u"Benar mau menambahkan widget file?"_s;
 
-    // A key in the source moves the block; the caret stays in the box.
-    auto *source = window.source();
-    window.turnTo(8);
-    source->setFocus();
-    const qsizetype at = source->text().indexOf(u"[40,50"_s);
-    source->select(at + 1, 1);
-    QTest::keyClicks(source, u"9"_s);
-    QCOMPARE(window.style(u"title"_s, u"left"_s), u"90px"_s);
-    QCOMPARE(source->selectionStart(), at + 2);
-    QVERIFY(source->hasFocus());
+        select();
+        window.prompts.expectQuestion(u"Simpan File"_s, add, false);
+        window.choose("mnuWidgetFile");
+        QCOMPARE(window.files.read(catalogue), kCatalogue);
 
-    // A tick hides a block; the View menu changes the style sheet alone.
-    auto *blocks = window.model("lvBlock");
-    blocks->setData(blocks->index(1, 0), Qt::Checked, Qt::CheckStateRole);
-    QCOMPARE(window.style(u"title"_s, u"display"_s), u"none"_s);
-    blocks->setData(blocks->index(1, 0), Qt::Unchecked, Qt::CheckStateRole);
-    const auto stringShown = [&] {
-        return window.js(u"getComputedStyle(document.querySelector('#title .string')).display"_s).toString();
-    };
-    QCOMPARE(stringShown(), u"inline"_s);
-    window.choose("mnuV(3)");
-    QCOMPARE(stringShown(), u"none"_s);
+        select();
+        window.prompts.expectQuestion(u"Simpan File"_s, add, true);
+        window.choose("mnuWidgetFile");
+        QByteArray added = kCatalogue + "\r\n";
+        added.replace("</interface>",
+                      "<widget class=\"window\" style=\"default\" name=\"draft\"/></interface>");
+        QCOMPARE(window.files.read(catalogue), added);
+        QCOMPARE(window.model("LvWidget")->rowCount(), 3);
+        QCOMPARE(window.model("lvWidgetDel")->rowCount(), 0);
 
-    // Opening a window without a document: its path shows, the text is empty.
-    doubleClick(window.find<ListView>("LvWidget"), 1);
-    window.turnTo(1);
-    doubleClick(window.find<ListView>("LvWidget"), 1);
-    QCOMPARE(window.find<QGroupBox>("frmWb")->title(), window.path("theme/widget/gone.xml"));
-    QCOMPARE(source->text(), QString());
-    QCOMPARE(blocks->rowCount(), 0);
-}
+        // The last window says whose folder's files are shown; that of the catalogue has one of the same
+        // name.
+        window.files.write(catalogue, QByteArray(added).replace("\"draft\"", "\"low/last\""));
+        const QString path = window.write("theme/widget/low/draft.xml");
+        window.choose("mnuWidgetOpen");
+        select();
+        window.prompts.expectQuestion(u"Delete File"_s, QString(u"Delete file " + path + u" ?"), false);
+        window.choose("mnuWidgetDelFile");
+        QVERIFY(!QFileInfo::exists(path));
+        QVERIFY(QFileInfo::exists(window.path("theme/widget/draft.xml")));
+        QCOMPARE(window.model("lvWidgetDel")->rowCount(), 0);
+    }
 
-void TestWindow::sizes()
-{
-    Window window;
-    const auto *wb = window.find<QWidget>("wb");
-    openTheme(window);
-    QCOMPARE(wb->size(), QSize(1280, 720));
-    window.choose("mnuWwbZ3");
-    QCOMPARE(wb->size(), QSize(1320, 760));
-    window.choose("mnuWwbZ1");
-    QCOMPARE(wb->size(), QSize(1064, 616));
-    window.choose("mnuWwbZ3");
-    QCOMPARE(wb->size(), QSize(1024, 576));
-    window.choose("mnuWwbZ2");
-    QCOMPARE(wb->size(), QSize(1280, 720));
-}
+    void preview()
+    {
+        Window window;
+        openTheme(window);
+        window.turnTo(1);
+        doubleClick(window.find<ListView>("LvWidget"), 0);
+        QCOMPARE(window.find<QGroupBox>("frmWb")->title(), window.path("theme/widget/main.xml"));
+        QCOMPARE(window.shown("lvBlock"), u"window | main\ntext | title\n"_s);
+        QCOMPARE(window.js(u"document.compatMode"_s).toString(), u"BackCompat"_s);
+        QCOMPARE(window.style(u"title"_s, u"left"_s), u"40px"_s);
+        QCOMPARE(window.style(u"title"_s, u"color"_s), u"rgb(255, 255, 255)"_s);
+        QCOMPARE(window.style(u"title"_s, u"fontSize"_s), u"18px"_s);
 
-void TestWindow::jumpToBlock()
-{
-    Window window;
-    auto *source = window.source();
-    window.turnTo(8);
-    source->setText(u"<a>\r\n<string>B2</string>\r\n<widget class=\"x\" name=\"b1\">\r\n"
-                    "<widget class=\"y\" name=\"b2\">\r\n"_s);
-    auto *blocks = window.find<ListView>("lvBlock");
-    doubleClick(blocks, 0);
-    QCOMPARE(source->selectionStart(), source->text().indexOf(u"<widget class=\"x\""_s));
-    QCOMPARE(source->textCursor().blockNumber(), 2);
-    doubleClick(blocks, 1); // its name stands earlier, in another block's string
-    QCOMPARE(source->textCursor().blockNumber(), 1);
-    QVERIFY(source->hasFocus());
-}
+        // A key in the source moves the block; the caret stays in the box.
+        auto *source = window.source();
+        window.turnTo(8);
+        source->setFocus();
+        const qsizetype at = source->text().indexOf(u"[40,50"_s);
+        source->select(at + 1, 1);
+        QTest::keyClicks(source, u"9"_s);
+        QCOMPARE(window.style(u"title"_s, u"left"_s), u"90px"_s);
+        QCOMPARE(source->selectionStart(), at + 2);
+        QVERIFY(source->hasFocus());
 
-void TestWindow::commandsAreOneUndoStep()
-{
-    Window window;
-    auto *source = window.source();
-    const QString given = u"<a>\r\n\r\n\t<widget name=\"x\">\u00a0end\rlone</widget>"_s;
-    source->setText(given);
-    QCOMPARE(source->text(), given);
-    QVERIFY(!source->document()->isUndoAvailable());
+        // A tick hides a block; the View menu changes the style sheet alone.
+        auto *blocks = window.model("lvBlock");
+        blocks->setData(blocks->index(1, 0), Qt::Checked, Qt::CheckStateRole);
+        QCOMPARE(window.style(u"title"_s, u"display"_s), u"none"_s);
+        blocks->setData(blocks->index(1, 0), Qt::Unchecked, Qt::CheckStateRole);
+        const auto stringShown = [&] {
+            return window.js(u"getComputedStyle(document.querySelector('#title .string')).display"_s)
+                .toString();
+        };
+        QCOMPARE(stringShown(), u"inline"_s);
+        window.choose("mnuV(3)");
+        QCOMPARE(stringShown(), u"none"_s);
 
-    window.turnTo(8);
-    source->select(given.indexOf(u"end"_s), 0);
-    window.choose("mnuFormat");
-    QCOMPARE(source->text(), u"     <a>\r\n<widget name=\"x\">\u00a0end\rlone</widget>"_s);
-    source->undo();
-    QCOMPARE(source->text(), given);
-    QVERIFY(!source->document()->isUndoAvailable());
+        // Opening a window without a document: its path shows, the text is empty.
+        doubleClick(window.find<ListView>("LvWidget"), 1);
+        window.turnTo(1);
+        doubleClick(window.find<ListView>("LvWidget"), 1);
+        QCOMPARE(window.find<QGroupBox>("frmWb")->title(), window.path("theme/widget/gone.xml"));
+        QCOMPARE(source->text(), QString());
+        QCOMPARE(blocks->rowCount(), 0);
+    }
 
-    source->setPlainText(u"ab\ncd"_s); // as somebody would who knows only the control
-    QCOMPARE(source->text(), u"ab\r\ncd"_s);
-    source->select(4, 1);
-    window.skin->InsertCode(u"<b>"_s, u"</b>"_s);
-    QCOMPARE(source->text(), u"ab\r\n<b>c</b>d"_s);
-    QCOMPARE(source->selectionStart(), 7);
-    QCOMPARE(source->selectionLength(), 1);
-}
+    void sizes()
+    {
+        Window window;
+        const auto *wb = window.find<QWidget>("wb");
+        openTheme(window);
+        QCOMPARE(wb->size(), QSize(1280, 720));
+        window.choose("mnuWwbZ3");
+        QCOMPARE(wb->size(), QSize(1320, 760));
+        window.choose("mnuWwbZ1");
+        QCOMPARE(wb->size(), QSize(1064, 616));
+        window.choose("mnuWwbZ3");
+        QCOMPARE(wb->size(), QSize(1024, 576));
+        window.choose("mnuWwbZ2");
+        QCOMPARE(wb->size(), QSize(1280, 720));
+    }
 
-void TestWindow::saveWritesInEveryCase()
-{
-    Window window;
-    openTheme(window);
-    window.turnTo(8);
-    window.source()->setText(u"new"_s);
-    window.prompts.expectMessage(u"Simpan File"_s,
-                                 u"No file is open: double-click a window on the Widget tab first."_s);
-    window.choose("mnuSave");
+    void jumpToBlock()
+    {
+        Window window;
+        auto *source = window.source();
+        window.turnTo(8);
+        source->setText(u"<a>\r\n<string>B2</string>\r\n<widget class=\"x\" name=\"b1\">\r\n"
+                        "<widget class=\"y\" name=\"b2\">\r\n"_s);
+        auto *blocks = window.find<ListView>("lvBlock");
+        doubleClick(blocks, 0);
+        QCOMPARE(source->selectionStart(), source->text().indexOf(u"<widget class=\"x\""_s));
+        QCOMPARE(source->textCursor().blockNumber(), 2);
+        doubleClick(blocks, 1); // its name stands earlier, in another block's string
+        QCOMPARE(source->textCursor().blockNumber(), 1);
+        QVERIFY(source->hasFocus());
+    }
 
-    window.openDocument("theme/widget/main.xml");
-    const QString question = u"Benar mau menyimpan file?"_s;
-    window.prompts.expectQuestion(u"Simpan File"_s, question, false);
-    window.choose("mnuSave");
-    const QByteArray saved = window.read("theme/widget/main.xml");
-    QVERIFY(saved.startsWith("     <interface>\n<widget class=\"window\""));
-    QVERIFY(saved.endsWith("\r\n") && saved.count('\r') == 1);
-}
+    void commandsAreOneUndoStep()
+    {
+        Window window;
+        auto *source = window.source();
+        const QString given = u"<a>\r\n\r\n\t<widget name=\"x\">\u00a0end\rlone</widget>"_s;
+        source->setText(given);
+        QCOMPARE(source->text(), given);
+        QVERIFY(!source->document()->isUndoAvailable());
 
-void TestWindow::codePage()
-{
-    Window window;
-    openTheme(window);
-    window.write("theme/widget/main.xml", "<widget name=\"\xc3\xa4\">");
-    window.openDocument("theme/widget/main.xml");
-    auto *source = window.source();
-    QVERIFY(source->text().contains(u"\u00e4"_s));
-    window.choose("mnuCodePage1252");
-    QVERIFY(source->text().contains(u"\u00c3\u00a4"_s));
-    window.choose("mnuCodePageAutomatic");
-    QVERIFY(source->text().contains(u"\u00e4"_s));
-}
+        window.turnTo(8);
+        source->select(given.indexOf(u"end"_s), 0);
+        window.choose("mnuFormat");
+        QCOMPARE(source->text(), u"     <a>\r\n<widget name=\"x\">\u00a0end\rlone</widget>"_s);
+        source->undo();
+        QCOMPARE(source->text(), given);
+        QVERIFY(!source->document()->isUndoAvailable());
+
+        source->setPlainText(u"ab\ncd"_s); // as somebody would who knows only the control
+        QCOMPARE(source->text(), u"ab\r\ncd"_s);
+        source->select(4, 1);
+        window.skin->InsertCode(u"<b>"_s, u"</b>"_s);
+        QCOMPARE(source->text(), u"ab\r\n<b>c</b>d"_s);
+        QCOMPARE(source->selectionStart(), 7);
+        QCOMPARE(source->selectionLength(), 1);
+    }
+
+    void saveWritesInEveryCase()
+    {
+        Window window;
+        openTheme(window);
+        window.turnTo(8);
+        window.source()->setText(u"new"_s);
+        window.prompts.expectMessage(u"Simpan File"_s,
+                                     u"No file is open: double-click a window on the Widget tab first."_s);
+        window.choose("mnuSave");
+
+        window.openDocument("theme/widget/main.xml");
+        const QString question = u"Benar mau menyimpan file?"_s;
+        window.prompts.expectQuestion(u"Simpan File"_s, question, false);
+        window.choose("mnuSave");
+        const QByteArray saved = window.read("theme/widget/main.xml");
+        QVERIFY(saved.startsWith("     <interface>\n<widget class=\"window\""));
+        QVERIFY(saved.endsWith("\r\n") && saved.count('\r') == 1);
+    }
+
+    void codePage()
+    {
+        Window window;
+        openTheme(window);
+        window.write("theme/widget/main.xml", "<widget name=\"\xc3\xa4\">");
+        window.openDocument("theme/widget/main.xml");
+        auto *source = window.source();
+        QVERIFY(source->text().contains(u"\u00e4"_s));
+        window.choose("mnuCodePage1252");
+        QVERIFY(source->text().contains(u"\u00c3\u00a4"_s));
+        window.choose("mnuCodePageAutomatic");
+        QVERIFY(source->text().contains(u"\u00e4"_s));
+    }
+};
 
 WINDOW_TEST_MAIN(TestWindow)
 #include "tst_window.moc"

@@ -47,28 +47,26 @@ class TestUsageScan : public QObject
     Q_OBJECT
 
 private slots:
-    void marks();
+    void marks()
+    {
+        const QStringList names = {u"Logo"_s, u"red"_s, u"x"_s, QString()};
+        Theme theme({u"<img>logo</img> <img> x </img> [a,RED,red]"_s, QString()}, names);
+        theme.windows.add(theme.files.path(u"missing.xml"_s));
+        theme.images.setChecked(2, true);
+        theme.colours.setChecked(2, true);
+        theme.scan();
+        QCOMPARE(checks(theme.images), QList<bool>({true, false, false, false}));
+        QCOMPARE(checks(theme.colours), QList<bool>({false, true, false, false}));
+
+        QCOMPARE(checkNamesIn(QString(), {&theme.images}), QList({0}));
+        QCOMPARE(checkNamesIn(u"aXa"_s, {&theme.images}), QList({2})); // the empty name stands everywhere
+        QCOMPARE(checks(theme.images), QList<bool>({true, false, true, true}));
+
+        theme.windows.setChecked(1, true);
+        QCOMPARE(checkWindowsWith(u"LOGO"_s, theme.windows, [](int, int) {}), 1);
+        QCOMPARE(checks(theme.windows), QList<bool>({true, false, false}));
+    }
 };
-
-void TestUsageScan::marks()
-{
-    const QStringList names = {u"Logo"_s, u"red"_s, u"x"_s, QString()};
-    Theme theme({u"<img>logo</img> <img> x </img> [a,RED,red]"_s, QString()}, names);
-    theme.windows.add(theme.files.path(u"missing.xml"_s));
-    theme.images.setChecked(2, true);
-    theme.colours.setChecked(2, true);
-    theme.scan();
-    QCOMPARE(checks(theme.images), QList<bool>({true, false, false, false}));
-    QCOMPARE(checks(theme.colours), QList<bool>({false, true, false, false}));
-
-    QCOMPARE(checkNamesIn(QString(), {&theme.images}), QList({0}));
-    QCOMPARE(checkNamesIn(u"aXa"_s, {&theme.images}), QList({2})); // the empty name stands everywhere
-    QCOMPARE(checks(theme.images), QList<bool>({true, false, true, true}));
-
-    theme.windows.setChecked(1, true);
-    QCOMPARE(checkWindowsWith(u"LOGO"_s, theme.windows, [](int, int) {}), 1);
-    QCOMPARE(checks(theme.windows), QList<bool>({true, false, false}));
-}
 
 QTEST_APPLESS_MAIN(TestUsageScan)
 #include "tst_usagescan.moc"

@@ -90,305 +90,295 @@ class TestSourceBox : public QObject
     Q_OBJECT
 
 private slots:
-    void keepsOddCharacters_data();
-    void keepsOddCharacters();
-    void indents_data();
-    void indents();
-    void typingIsAStepOfItsOwn();
-    void commandsKeepTheCaret();
-    void numbersAreWideEnough();
-    void shortensLongLine();
-    void keyInLongLine();
-    void marksBlockAndBrackets();
-    void coloursOverLines();
-    void darkPalette();
-};
+    void keepsOddCharacters_data()
+    {
+        QTest::addColumn<QString>("odd");
+        QTest::newRow("CR") << u"\r"_s;
+        QTest::newRow("two CR") << u"\r\r"_s;
+        QTest::newRow("paragraph separator") << u"\u2029"_s;
+        QTest::newRow("line separator") << u"\u2028"_s;
+        QTest::newRow("frame") << QString(QChar(0xfdd0)) + QChar(0xfdd1);
+        QTest::newRow("object") << u"\ufffc"_s;
+        QTest::newRow("no-break space") << u"\u00a0"_s;
+    }
 
-void TestSourceBox::keepsOddCharacters_data()
-{
-    QTest::addColumn<QString>("odd");
-    QTest::newRow("CR") << u"\r"_s;
-    QTest::newRow("two CR") << u"\r\r"_s;
-    QTest::newRow("paragraph separator") << u"\u2029"_s;
-    QTest::newRow("line separator") << u"\u2028"_s;
-    QTest::newRow("frame") << QString(QChar(0xfdd0)) + QChar(0xfdd1);
-    QTest::newRow("object") << u"\ufffc"_s;
-    QTest::newRow("no-break space") << u"\u00a0"_s;
-}
-
-void TestSourceBox::keepsOddCharacters()
-{
-    QFETCH(const QString, odd);
-    Box box;
-    const QString given = u"one"_s + odd + u"two\r\nthree"_s + odd;
-    box.setText(given);
-    QCOMPARE(box.text(), given);
-    box.select(3, 0);
-    box.type(u"x"_s);
-    QTest::keyClick(&box, Qt::Key_Right);
-    box.type(u"y"_s);
-    const QString typed = u"onex"_s + odd[0] + u'y' + odd.mid(1) + u"two\r\nthree"_s + odd;
-    QCOMPARE(box.text(), typed);
-
-    // Commands, copying and undo have it too.
-    box.rewrite(QString(typed).replace(u"three"_s, u"3"_s + odd));
-    QCOMPARE(box.text(), QString(typed).replace(u"three"_s, u"3"_s + odd));
-    box.undo();
-    QCOMPARE(box.text(), typed);
-    box.selectAll();
-    box.cut();
-    QCOMPARE(box.text(), QString());
-    box.paste();
-    QCOMPARE(box.text(), typed);
-    box.select(0, 0);
-    for (qsizetype key = 0; key < 5 + odd.size(); ++key)
-        QTest::keyClick(&box, Qt::Key_Delete);
-    QCOMPARE(box.text(), typed.mid(5 + odd.size()));
-}
-
-void TestSourceBox::indents_data()
-{
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("tab");
-    QTest::addColumn<QString>("backTab"); // after the Tab
-    QTest::newRow("lines") << u"a\n|b\n  c|\nd"_s << u"a\n|     b\n       c|\nd"_s << u"a\n|b\n  c|\nd"_s;
-    QTest::newRow("within a line") << u"one t|w|o"_s << u"     one t|w|o"_s << u"one t|w|o"_s;
-    QTest::newRow("up to the start of a line") << u"|a\n\n|b"_s << u"|     a\n\n|b"_s << u"|a\n\n|b"_s;
-    QTest::newRow("no selection") << u"ab|c"_s << u"ab   |c"_s << u"ab   |c"_s;
-}
-
-void TestSourceBox::indents()
-{
-    QFETCH(const QString, before);
-    QFETCH(const QString, tab);
-    QFETCH(const QString, backTab);
-    Box box;
-    box.setText(QString(before).remove(u'|').replace(u"\n"_s, u"\r\n"_s));
-    const qsizetype start = before.indexOf(u'|');
-    const auto breaks = [&](qsizetype to) { return QStringView(before).first(to).count(u'\n'); };
-    const qsizetype end = before.indexOf(u'|', start + 1);
-    box.select(start + breaks(start), end < 0 ? 0 : end - start - 1 + breaks(end) - breaks(start));
-    QCOMPARE(box.shown(), before);
-    QTest::keyClick(&box, Qt::Key_Tab);
-    QCOMPARE(box.shown(), tab);
-    QTest::keyClick(&box, Qt::Key_Backtab, Qt::ShiftModifier);
-    QCOMPARE(box.shown(), backTab);
-    if (end >= 0)
-        box.undoByKey();
-    box.undoByKey();
-    QCOMPARE(box.text().replace(u"\r\n"_s, u"\n"_s), QString(before).remove(u'|'));
-    QVERIFY(!box.document()->isUndoAvailable());
-
-    Box tabbed;
-    tabbed.setText(u"\tx\r\n   y"_s);
-    tabbed.selectAll();
-    QTest::keyClick(&tabbed, Qt::Key_Backtab, Qt::ShiftModifier);
-    QCOMPARE(tabbed.text(), u"x\r\ny"_s);
-}
-
-void TestSourceBox::typingIsAStepOfItsOwn()
-{
-    Box box;
-    box.setText(u"one two"_s);
-    box.select(0, 0);
-    box.rewrite(u"ONE two"_s);
-    box.select(3, 0); // where the command ended
-    box.type(u"xy"_s);
-    QCOMPARE(box.text(), u"ONExy two"_s);
-    box.undoByKey();
-    QCOMPARE(box.text(), u"ONE two"_s);
-    box.undoByKey();
-    QCOMPARE(box.text(), u"one two"_s);
-    QVERIFY(!box.document()->isUndoAvailable());
-}
-
-void TestSourceBox::commandsKeepTheCaret()
-{
-    Box box;
-    const QString given = u"<rect>[10,20,30,40]</rect> <string>word2</string> <rect>[10,20,30,40]</rect>"_s;
-    box.setText(given);
-    box.select(given.indexOf(u"word2"_s), 0);
-    box.rewrite(QString(given).replace(u"[10,20,30,40]"_s, u"[8,16,24,32]"_s));
-    QVERIFY(box.text().mid(box.selectionStart()).startsWith(u"word2"_s));
-    box.undoByKey();
-    QCOMPARE(box.text(), given);
-    QCOMPARE(box.selectionStart(), given.indexOf(u"word2"_s));
-}
-
-void TestSourceBox::numbersAreWideEnough()
-{
-    Box box;
-    box.setText(QString(20000, u'\n'));
-    QCOMPARE(box.numbers()->width(), box.numbers()->widthNeeded());
-    QCOMPARE(box.viewport()->x(), box.numbers()->geometry().right() + 1);
-    const int wide = box.numbers()->width();
-    box.setText(u"x"_s);
-    QVERIFY(box.numbers()->width() < wide);
-}
-
-void TestSourceBox::shortensLongLine()
-{
-    const QString line = megabyteLine();
-    const QString given = u"<a>\r\n"_s + line + u"\r\n<b>"_s;
-    const auto isShort = [](const Box &box) { return box.longestLine() < 30000; };
-    Box box;
-    box.setText(given);
-    QVERIFY(isShort(box));
-    QCOMPARE(box.blockCount(), 3);
-    QVERIFY(box.text() == given && !box.document()->isUndoAvailable());
-
-    // A place in the hidden part is shown when it is asked for, and what is typed there comes to stand there.
-    const QString name = u"name=\"n500"_s;
-    QString typed = given;
-    const qsizetype at = typed.indexOf(name);
-    const QSignalSpy changed(&box, &SourceBox::changed);
-    box.select(at, name.size());
-    QCOMPARE(box.textCursor().selectedText(), name);
-    QCOMPARE(box.selectionStart(), at);
-    QCOMPARE(box.selectionLength(), name.size());
-    QCOMPARE(box.caretColumn(), at - 5 + name.size() + 1);
-    QVERIFY(isShort(box) && box.text() == given && !box.document()->isModified());
-    QCOMPARE(changed.count(), 0);
-    box.type(u"Z"_s);
-    typed.replace(at, name.size(), u"Z"_s);
-    QVERIFY(box.text() == typed);
-    box.select(typed.size() - 300000, 0);
-    box.type(u"Y"_s);
-    box.undoByKey();
-    QVERIFY(box.text() == typed);
-    box.undoByKey();
-    QVERIFY(box.text() == given && !box.document()->isUndoAvailable());
-
-    // A command changes the hidden part too, and the caret stays.
-    box.select(at, 0);
-    box.rewrite(QString(given).replace(u",2,3,4]"_s, u",22,33,44]"_s));
-    QVERIFY(box.text() == QString(given).replace(u",2,3,4]"_s, u",22,33,44]"_s));
-    QVERIFY(isShort(box));
-    QVERIFY(box.text().mid(box.selectionStart()).startsWith(name));
-    box.undoByKey();
-    QVERIFY(box.text() == given);
-
-    // Copied it is whole, and pasted it is shortened again, also bit by bit.
-    box.selectAll();
-    box.copy();
-    Box other;
-    other.paste();
-    QVERIFY(other.text() == given && isShort(other));
-    other.setText(QString());
-    QGuiApplication::clipboard()->setText(QString(9000, u'x'));
-    for (int i = 0; i < 10; ++i)
-        other.paste();
-    QVERIFY(isShort(other));
-    QCOMPARE(other.text(), QString(90000, u'x'));
-    QCOMPARE(other.selectionStart(), 90000);
-}
-
-void TestSourceBox::keyInLongLine()
-{
-    Box box;
-    box.setText(megabyteLine());
-    box.select(500000, 0);
-    box.grab();
-    double most = 0;
-    for (int key = 0; key < 10; ++key) {
-        const double before = worked();
+    void keepsOddCharacters()
+    {
+        QFETCH(const QString, odd);
+        Box box;
+        const QString given = u"one"_s + odd + u"two\r\nthree"_s + odd;
+        box.setText(given);
+        QCOMPARE(box.text(), given);
+        box.select(3, 0);
         box.type(u"x"_s);
+        QTest::keyClick(&box, Qt::Key_Right);
+        box.type(u"y"_s);
+        const QString typed = u"onex"_s + odd[0] + u'y' + odd.mid(1) + u"two\r\nthree"_s + odd;
+        QCOMPARE(box.text(), typed);
+
+        // Commands, copying and undo have it too.
+        box.rewrite(QString(typed).replace(u"three"_s, u"3"_s + odd));
+        QCOMPARE(box.text(), QString(typed).replace(u"three"_s, u"3"_s + odd));
+        box.undo();
+        QCOMPARE(box.text(), typed);
+        box.selectAll();
+        box.cut();
+        QCOMPARE(box.text(), QString());
+        box.paste();
+        QCOMPARE(box.text(), typed);
+        box.select(0, 0);
+        for (qsizetype key = 0; key < 5 + odd.size(); ++key)
+            QTest::keyClick(&box, Qt::Key_Delete);
+        QCOMPARE(box.text(), typed.mid(5 + odd.size()));
+    }
+
+    void indents_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("tab");
+        QTest::addColumn<QString>("backTab"); // after the Tab
+        QTest::newRow("lines") << u"a\n|b\n  c|\nd"_s << u"a\n|     b\n       c|\nd"_s << u"a\n|b\n  c|\nd"_s;
+        QTest::newRow("within a line") << u"one t|w|o"_s << u"     one t|w|o"_s << u"one t|w|o"_s;
+        QTest::newRow("up to the start of a line") << u"|a\n\n|b"_s << u"|     a\n\n|b"_s << u"|a\n\n|b"_s;
+        QTest::newRow("no selection") << u"ab|c"_s << u"ab   |c"_s << u"ab   |c"_s;
+    }
+
+    void indents()
+    {
+        QFETCH(const QString, before);
+        QFETCH(const QString, tab);
+        QFETCH(const QString, backTab);
+        Box box;
+        box.setText(QString(before).remove(u'|').replace(u"\n"_s, u"\r\n"_s));
+        const qsizetype start = before.indexOf(u'|');
+        const auto breaks = [&](qsizetype to) { return QStringView(before).first(to).count(u'\n'); };
+        const qsizetype end = before.indexOf(u'|', start + 1);
+        box.select(start + breaks(start), end < 0 ? 0 : end - start - 1 + breaks(end) - breaks(start));
+        QCOMPARE(box.shown(), before);
+        QTest::keyClick(&box, Qt::Key_Tab);
+        QCOMPARE(box.shown(), tab);
+        QTest::keyClick(&box, Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(box.shown(), backTab);
+        if (end >= 0)
+            box.undoByKey();
+        box.undoByKey();
+        QCOMPARE(box.text().replace(u"\r\n"_s, u"\n"_s), QString(before).remove(u'|'));
+        QVERIFY(!box.document()->isUndoAvailable());
+
+        Box tabbed;
+        tabbed.setText(u"\tx\r\n   y"_s);
+        tabbed.selectAll();
+        QTest::keyClick(&tabbed, Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(tabbed.text(), u"x\r\ny"_s);
+    }
+
+    void typingIsAStepOfItsOwn()
+    {
+        Box box;
+        box.setText(u"one two"_s);
+        box.select(0, 0);
+        box.rewrite(u"ONE two"_s);
+        box.select(3, 0); // where the command ended
+        box.type(u"xy"_s);
+        QCOMPARE(box.text(), u"ONExy two"_s);
+        box.undoByKey();
+        QCOMPARE(box.text(), u"ONE two"_s);
+        box.undoByKey();
+        QCOMPARE(box.text(), u"one two"_s);
+        QVERIFY(!box.document()->isUndoAvailable());
+    }
+
+    void commandsKeepTheCaret()
+    {
+        Box box;
+        const QString given =
+            u"<rect>[10,20,30,40]</rect> <string>word2</string> <rect>[10,20,30,40]</rect>"_s;
+        box.setText(given);
+        box.select(given.indexOf(u"word2"_s), 0);
+        box.rewrite(QString(given).replace(u"[10,20,30,40]"_s, u"[8,16,24,32]"_s));
+        QVERIFY(box.text().mid(box.selectionStart()).startsWith(u"word2"_s));
+        box.undoByKey();
+        QCOMPARE(box.text(), given);
+        QCOMPARE(box.selectionStart(), given.indexOf(u"word2"_s));
+    }
+
+    void numbersAreWideEnough()
+    {
+        Box box;
+        box.setText(QString(20000, u'\n'));
+        QCOMPARE(box.numbers()->width(), box.numbers()->widthNeeded());
+        QCOMPARE(box.viewport()->x(), box.numbers()->geometry().right() + 1);
+        const int wide = box.numbers()->width();
+        box.setText(u"x"_s);
+        QVERIFY(box.numbers()->width() < wide);
+    }
+
+    void shortensLongLine()
+    {
+        const QString line = megabyteLine();
+        const QString given = u"<a>\r\n"_s + line + u"\r\n<b>"_s;
+        const auto isShort = [](const Box &box) { return box.longestLine() < 30000; };
+        Box box;
+        box.setText(given);
+        QVERIFY(isShort(box));
+        QCOMPARE(box.blockCount(), 3);
+        QVERIFY(box.text() == given && !box.document()->isUndoAvailable());
+
+        // A place in the hidden part is shown when it is asked for, and what is typed there comes to stand
+        // there.
+        const QString name = u"name=\"n500"_s;
+        QString typed = given;
+        const qsizetype at = typed.indexOf(name);
+        const QSignalSpy changed(&box, &SourceBox::changed);
+        box.select(at, name.size());
+        QCOMPARE(box.textCursor().selectedText(), name);
+        QCOMPARE(box.selectionStart(), at);
+        QCOMPARE(box.selectionLength(), name.size());
+        QCOMPARE(box.caretColumn(), at - 5 + name.size() + 1);
+        QVERIFY(isShort(box) && box.text() == given && !box.document()->isModified());
+        QCOMPARE(changed.count(), 0);
+        box.type(u"Z"_s);
+        typed.replace(at, name.size(), u"Z"_s);
+        QVERIFY(box.text() == typed);
+        box.select(typed.size() - 300000, 0);
+        box.type(u"Y"_s);
+        box.undoByKey();
+        QVERIFY(box.text() == typed);
+        box.undoByKey();
+        QVERIFY(box.text() == given && !box.document()->isUndoAvailable());
+
+        // A command changes the hidden part too, and the caret stays.
+        box.select(at, 0);
+        box.rewrite(QString(given).replace(u",2,3,4]"_s, u",22,33,44]"_s));
+        QVERIFY(box.text() == QString(given).replace(u",2,3,4]"_s, u",22,33,44]"_s));
+        QVERIFY(isShort(box));
+        QVERIFY(box.text().mid(box.selectionStart()).startsWith(name));
+        box.undoByKey();
+        QVERIFY(box.text() == given);
+
+        // Copied it is whole, and pasted it is shortened again, also bit by bit.
+        box.selectAll();
+        box.copy();
+        Box other;
+        other.paste();
+        QVERIFY(other.text() == given && isShort(other));
+        other.setText(QString());
+        QGuiApplication::clipboard()->setText(QString(9000, u'x'));
+        for (int i = 0; i < 10; ++i)
+            other.paste();
+        QVERIFY(isShort(other));
+        QCOMPARE(other.text(), QString(90000, u'x'));
+        QCOMPARE(other.selectionStart(), 90000);
+    }
+
+    void keyInLongLine()
+    {
+        Box box;
+        box.setText(megabyteLine());
+        box.select(500000, 0);
         box.grab();
-        most = std::max(most, worked() - before);
+        double most = 0;
+        for (int key = 0; key < 10; ++key) {
+            const double before = worked();
+            box.type(u"x"_s);
+            box.grab();
+            most = std::max(most, worked() - before);
+        }
+        QVERIFY2(most < 250, qPrintable(QString::number(most))); // laid out as a whole it takes a second
     }
-    QVERIFY2(most < 250, qPrintable(QString::number(most))); // laid out as a whole it takes a second
-}
 
-void TestSourceBox::marksBlockAndBrackets()
-{
-    Box box;
-    box.setText(u"<x>\r\n<widget name=\"a\">\r\n<rect>\r\n</widget>\r\n<STYLE name=\"b\">\r\n</style>"_s);
-    const auto marked = [&](const QString &before) {
-        box.select(box.text().indexOf(before), 0);
-        const LineRange lines = box.numbers()->marked();
-        return u"%1-%2"_s.arg(lines.first).arg(lines.last);
-    };
-    QCOMPARE(marked(u"<x>"_s), u"0--1"_s);
-    QCOMPARE(marked(u"rect"_s), u"1-3"_s);
-    QCOMPARE(marked(u"/style"_s), u"4-5"_s);
+    void marksBlockAndBrackets()
+    {
+        Box box;
+        box.setText(u"<x>\r\n<widget name=\"a\">\r\n<rect>\r\n</widget>\r\n<STYLE name=\"b\">\r\n</style>"_s);
+        const auto marked = [&](const QString &before) {
+            box.select(box.text().indexOf(before), 0);
+            const LineRange lines = box.numbers()->marked();
+            return u"%1-%2"_s.arg(lines.first).arg(lines.last);
+        };
+        QCOMPARE(marked(u"<x>"_s), u"0--1"_s);
+        QCOMPARE(marked(u"rect"_s), u"1-3"_s);
+        QCOMPARE(marked(u"/style"_s), u"4-5"_s);
 
-    // The bar is seen beside these lines and no others.
-    const QImage column = box.numbers()->grab().toImage();
-    const auto barAt = [&](int line) {
-        const QRect rect = box.cursorRect(QTextCursor(box.document()->findBlockByNumber(line)));
-        return column.pixelColor(column.width() - 2, rect.center().y()) ==
-               box.palette().color(QPalette::Highlight);
-    };
-    for (int line = 0; line < 6; ++line)
-        QCOMPARE(barAt(line), line >= 4);
+        // The bar is seen beside these lines and no others.
+        const QImage column = box.numbers()->grab().toImage();
+        const auto barAt = [&](int line) {
+            const QRect rect = box.cursorRect(QTextCursor(box.document()->findBlockByNumber(line)));
+            return column.pixelColor(column.width() - 2, rect.center().y()) ==
+                   box.palette().color(QPalette::Highlight);
+        };
+        for (int line = 0; line < 6; ++line)
+            QCOMPARE(barAt(line), line >= 4);
 
-    const auto brackets = [&](const QString &before) {
-        box.select(box.text().indexOf(before), 0);
-        QString all;
-        for (const QTextEdit::ExtraSelection &mark : box.extraSelections()) {
-            if (mark.cursor.hasSelection())
-                all += mark.cursor.selectedText() + QString::number(mark.cursor.positionInBlock());
-        }
-        return all;
-    };
-    QCOMPARE(brackets(u"<rect>"_s), u"<1>6"_s);
-    QCOMPARE(brackets(u"rect>"_s), u"<1>6"_s);
-    QCOMPARE(brackets(u"ect>"_s), QString());
-    const QTextEdit::ExtraSelection line = box.extraSelections().value(0);
-    QVERIFY(line.format.boolProperty(QTextFormat::FullWidthSelection));
-}
+        const auto brackets = [&](const QString &before) {
+            box.select(box.text().indexOf(before), 0);
+            QString all;
+            for (const QTextEdit::ExtraSelection &mark : box.extraSelections()) {
+                if (mark.cursor.hasSelection())
+                    all += mark.cursor.selectedText() + QString::number(mark.cursor.positionInBlock());
+            }
+            return all;
+        };
+        QCOMPARE(brackets(u"<rect>"_s), u"<1>6"_s);
+        QCOMPARE(brackets(u"rect>"_s), u"<1>6"_s);
+        QCOMPARE(brackets(u"ect>"_s), QString());
+        const QTextEdit::ExtraSelection line = box.extraSelections().value(0);
+        QVERIFY(line.format.boolProperty(QTextFormat::FullWidthSelection));
+    }
 
-void TestSourceBox::coloursOverLines()
-{
-    Box box;
-    box.setText(u"<a b=\"1\r\n2\r\n3\" c=\"4\">\r\n<!-- 5\r\n6 -->"_s);
-    const auto colourAt = [&](int line, int position) {
-        for (const QTextLayout::FormatRange &range : box.coloursOf(line)) {
-            if (position >= range.start && position < range.start + range.length)
-                return range.format.foreground().color().name();
-        }
-        return QString();
-    };
-    QVERIFY(QTest::qWaitFor([&] { return !colourAt(4, 0).isEmpty(); }));
-    const QString value = colourAt(0, 5), attribute = colourAt(0, 3), comment = colourAt(3, 0);
-    QCOMPARE(QSet<QString>({value, attribute, comment, QString()}).size(), 4);
-    QCOMPARE(colourAt(1, 0), value);
-    QCOMPARE(colourAt(2, 0), value);
-    QCOMPARE(colourAt(2, 3), attribute);
-    QCOMPARE(colourAt(4, 0), comment);
-    box.select(box.text().indexOf(u"1\r\n"_s), 0);
-    box.type(u"\""_s); // the value ends here, and the lines below are something else
-    QVERIFY(QTest::qWaitFor([&] { return colourAt(1, 0) == attribute; }));
-}
+    void coloursOverLines()
+    {
+        Box box;
+        box.setText(u"<a b=\"1\r\n2\r\n3\" c=\"4\">\r\n<!-- 5\r\n6 -->"_s);
+        const auto colourAt = [&](int line, int position) {
+            for (const QTextLayout::FormatRange &range : box.coloursOf(line)) {
+                if (position >= range.start && position < range.start + range.length)
+                    return range.format.foreground().color().name();
+            }
+            return QString();
+        };
+        QVERIFY(QTest::qWaitFor([&] { return !colourAt(4, 0).isEmpty(); }));
+        const QString value = colourAt(0, 5), attribute = colourAt(0, 3), comment = colourAt(3, 0);
+        QCOMPARE(QSet<QString>({value, attribute, comment, QString()}).size(), 4);
+        QCOMPARE(colourAt(1, 0), value);
+        QCOMPARE(colourAt(2, 0), value);
+        QCOMPARE(colourAt(2, 3), attribute);
+        QCOMPARE(colourAt(4, 0), comment);
+        box.select(box.text().indexOf(u"1\r\n"_s), 0);
+        box.type(u"\""_s); // the value ends here, and the lines below are something else
+        QVERIFY(QTest::qWaitFor([&] { return colourAt(1, 0) == attribute; }));
+    }
 
-void TestSourceBox::darkPalette()
-{
-    Box box;
-    box.setText(u"<a b=\"1\">text</a><!-- c -->"_s);
-    const auto contrast = [](const QColor &a, const QColor &b) {
-        const auto light = [](const QColor &colour) {
-            const auto part = [](double c) {
-                return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    void darkPalette()
+    {
+        Box box;
+        box.setText(u"<a b=\"1\">text</a><!-- c -->"_s);
+        const auto contrast = [](const QColor &a, const QColor &b) {
+            const auto light = [](const QColor &colour) {
+                const auto part = [](double c) {
+                    return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+                };
+                return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) +
+                       0.0722 * part(colour.blueF());
             };
-            return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) +
-                   0.0722 * part(colour.blueF());
+            return (std::max(light(a), light(b)) + 0.05) / (std::min(light(a), light(b)) + 0.05);
         };
-        return (std::max(light(a), light(b)) + 0.05) / (std::min(light(a), light(b)) + 0.05);
-    };
-    for (const auto &[ground, ink] : {std::pair(Qt::black, Qt::white), std::pair(Qt::white, Qt::black)}) {
-        QPalette palette = box.palette();
-        palette.setColor(QPalette::Base, ground);
-        palette.setColor(QPalette::Text, ink);
-        box.setPalette(palette);
-        const auto isReadable = [&] {
-            const QList<QTextLayout::FormatRange> colours = box.coloursOf(0);
-            return colours.size() > 5 && std::all_of(colours.begin(), colours.end(), [&](const auto &range) {
-                       return contrast(range.format.foreground().color(), ground) >= 4.5;
-                   });
-        };
-        QVERIFY(QTest::qWaitFor(isReadable));
+        for (const auto &[ground, ink] : {std::pair(Qt::black, Qt::white), std::pair(Qt::white, Qt::black)}) {
+            QPalette palette = box.palette();
+            palette.setColor(QPalette::Base, ground);
+            palette.setColor(QPalette::Text, ink);
+            box.setPalette(palette);
+            const auto isReadable = [&] {
+                const QList<QTextLayout::FormatRange> colours = box.coloursOf(0);
+                return colours.size() > 5 &&
+                       std::all_of(colours.begin(), colours.end(), [&](const auto &range) {
+                           return contrast(range.format.foreground().color(), ground) >= 4.5;
+                       });
+            };
+            QVERIFY(QTest::qWaitFor(isReadable));
+        }
     }
-}
+};
 
 QTEST_MAIN(TestSourceBox)
 #include "tst_sourcebox.moc"
