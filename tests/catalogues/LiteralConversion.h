@@ -10,7 +10,8 @@ namespace literal {
 // Colours converted row by row, three passes over the text for each.
 inline QString convert(QString text, const quillmere::ListRows &lvColor, quillmere::ColourForm to)
 {
-    text.replace(u"> "_s, u">"_s).replace(u" <"_s, u"<"_s);
+    text.replace(QStringLiteral("> "), QStringLiteral(">"))
+        .replace(QStringLiteral(" <"), QStringLiteral("<"));
     for (const auto &row : lvColor.rows()) {
         const QString from = row.sub(to == quillmere::ColourForm::Code ? 1 : 2);
         const QString by = row.sub(to == quillmere::ColourForm::Code ? 2 : 1);

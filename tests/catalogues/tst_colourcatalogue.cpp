@@ -1,10 +1,10 @@
+#include "RowsAsText.h"
 #include "catalogues/ColourCatalogue.h"
 #include "colorpicker/ColourValue.h"
 #include "files/Files.h"
 #include "files/TestFiles.h"
 #include "files/TextFile.h"
 #include "markup/ColourCode.h"
-#include "rows/ListRows.h"
 
 #include <QTest>
 
@@ -17,14 +17,6 @@ struct Colours
 {
     ListRows rows{{{}, u"Nama"_s, u"Code"_s}, ListRows::Checks::Yes};
     ColourCatalogue catalogue{rows};
-
-    QString asText() const
-    {
-        QString text;
-        for (const ListRows::Row &row : rows.rows())
-            text += QString(row.text + row.subItems.join(u'|') + u'\n');
-        return text;
-    }
 };
 
 } // namespace
@@ -37,12 +29,12 @@ private slots:
     void load()
     {
         const std::pair<QByteArray, QString> catalogues[] = {
-            {"<colors>\r\n<color name=\"White\">#FFFFFF</color>\r\n</colors>", u"White|#FFFFFF\n"_s},
-            {"<COLOR  NAME=\"a\">1</COLOR>", u"|1\n"_s},
-            {"<color  name   =  \"a\"> 1 </color>", u"a| 1 \n"_s},
+            {"<colors>\r\n<color name=\"White\">#FFFFFF</color>\r\n</colors>", u"|White|#FFFFFF\n"_s},
+            {"<COLOR  NAME=\"a\">1</COLOR>", u"||1\n"_s},
+            {"<color  name   =  \"a\"> 1 </color>", u"|a| 1 \n"_s},
             {"<color id=\"a\">1</color><color/>", {}},
-            {"<color name=\"a\"/<color name=\"b\"> 1 ", u"a|\nb| 1 \n"_s},
-            {"<color name=\"a\">1</color><color name=\"a\">2</color>", u"a|1\na|2\n"_s},
+            {"<color name=\"a\"/<color name=\"b\"> 1 ", u"|a|\n|b| 1 \n"_s},
+            {"<color name=\"a\">1</color><color name=\"a\">2</color>", u"|a|1\n|a|2\n"_s},
             {QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16), {}},
             {"", {}}};
         const TestFiles files;
@@ -50,7 +42,7 @@ private slots:
         Colours colours;
         for (const auto &[xml, rows] : catalogues) {
             colours.catalogue.LoadColorList(Document::open(disk, files.write(u"color.xml"_s, xml)));
-            QCOMPARE(colours.asText(), rows);
+            QCOMPARE(rowsAsText(colours.rows.rows()), rows);
         }
         colours.catalogue.LoadColorList(Document::open(disk, u"none"_s));
         QCOMPARE(colours.catalogue.document.path(), u"none"_s);

@@ -1,3 +1,4 @@
+#include "RowsAsText.h"
 #include "TextTable.h"
 #include "catalogues/FontCatalogue.h"
 #include "catalogues/ImageCatalogue.h"
@@ -203,10 +204,8 @@ private slots:
         lvFont.add(u"old"_s, {u"Font_prog"_s, {}, u"10"_s});
         QCOMPARE(defaultFontSize(lvFont), QString());
         LoadFontList(lvFont, Document::open(disk, path));
-        QString rows;
-        for (const ListRows::Row &row : lvFont.rows())
-            rows += row.text + u'|' + row.subItems.join(u'|') + u'\n';
-        QCOMPARE(rows, u"|font_prog|a.ttf| 18 |bold\n|||1|normal\n||||normal\n|i</font>|||normal\n"_s);
+        QCOMPARE(::rowsAsText(lvFont.rows()),
+                 u"|font_prog|a.ttf| 18 |bold\n|||1|normal\n||||normal\n|i</font>|||normal\n"_s);
         lvFont.add({}, {u"font_prog"_s, {}, u"30"_s});
         QCOMPARE(defaultFontSize(lvFont), u" 18 "_s);
         LoadFontList(lvFont, Document::open(disk, files.path(u"none.xml"_s)));

@@ -21,15 +21,16 @@ inline QStringList problemsOf(const ThemeFiles &theme)
 {
     const TestFiles files;
     for (auto file = theme.cbegin(); file != theme.cend(); ++file)
-        files.write(u"theme/"_s + file.key(), *file);
+        files.write(QStringLiteral("theme/") + file.key(), *file);
     quillmere::ThemeSources sources;
-    sources.folder = files.path(u"theme"_s);
+    sources.folder = files.path(QStringLiteral("theme"));
     quillmere::PictureStore pictures(readTextPicture);
     const auto index = quillmere::ThemeIndex::build(sources);
     QStringList lines;
     const quillmere::CheckedTheme checked = checkTheme(sources, *index, pictures).value();
     for (const quillmere::Problem &problem : checked.problems)
-        lines.append(u"%1:%2 %3 %4"_s.arg(problem.file.mid(sources.folder.size() + 1))
+        lines.append(QStringLiteral("%1:%2 %3 %4")
+                         .arg(problem.file.mid(sources.folder.size() + 1))
                          .arg(problem.line)
                          .arg(QLatin1String(textOf(problem.rule).id), problem.name));
     return lines;

@@ -45,7 +45,9 @@ constexpr int kLines = 131'072;
 // A megabyte or a little less, all lines the same, so that any mixture and any part of two of them shows.
 QString textOf(int number)
 {
-    return u"%1\n"_s.arg(number, kLine - 1, 10, QLatin1Char('0')).repeated(kLines - number % 5000);
+    return QStringLiteral("%1\n")
+        .arg(number, kLine - 1, 10, QLatin1Char('0'))
+        .repeated(kLines - number % 5000);
 }
 
 bool isWhole(const QByteArray &bytes)
@@ -71,8 +73,8 @@ void tell(char what)
 [[noreturn]] void saveForEver(const QString &folder)
 {
     quillmere::Files files;
-    files.backups().setFolder(folder + u"/backup"_s);
-    const QString path = folder + u"/theme/a.xml"_s;
+    files.backups().setFolder(folder + QStringLiteral("/backup"));
+    const QString path = folder + QStringLiteral("/theme/a.xml");
     for (int number = read(path).left(kLine - 1).toInt() + 1;; ++number) {
         const QString text = textOf(number);
         tell('b');
@@ -100,15 +102,15 @@ int main(int argc, char **argv)
 
     const int kills = arguments.size() > 1 ? arguments[1].toInt() : 200;
     const TestFiles files;
-    const QString path = files.write(u"theme/a.xml"_s, textOf(1).toLatin1());
+    const QString path = files.write(QStringLiteral("theme/a.xml"), textOf(1).toLatin1());
     const QDir folder(QFileInfo(path).path());
-    static const QRegularExpression leftover(u"^a\\.xml\\.[A-Za-z]{6}$"_s);
-    static const QRegularExpression unfinishedCopy(u"Z\\.[A-Za-z]{6}$"_s);
+    static const QRegularExpression leftover(QStringLiteral("^a\\.xml\\.[A-Za-z]{6}$"));
+    static const QRegularExpression unfinishedCopy(QStringLiteral("Z\\.[A-Za-z]{6}$"));
     qsizetype saves = 0, midway = 0, left = 0;
     for (int kill = 1; kill <= kills; ++kill) {
         QProcess child;
-        child.start(app.applicationFilePath(),
-                    {u"save"_s, files.folder(), kill % 2 ? u"nameless"_s : QString()});
+        child.start(app.applicationFilePath(), {QStringLiteral("save"), files.folder(),
+                                                kill % 2 ? QStringLiteral("nameless") : QString()});
         if (!child.waitForReadyRead())
             fail(kill, "the saving program does not start", child.errorString());
         QThread::usleep(ulong(QRandomGenerator::global()->bounded(60'000)));
@@ -122,13 +124,13 @@ int main(int argc, char **argv)
 
         if (!isWhole(read(path)))
             fail(kill, "the file is not whole", QString::fromLatin1(read(path).left(40)));
-        for (QDirIterator it(files.path(u"backup"_s), QDir::Files, QDirIterator::Subdirectories);
+        for (QDirIterator it(files.path(QStringLiteral("backup")), QDir::Files, QDirIterator::Subdirectories);
              it.hasNext();) {
             const QString copy = it.next();
             if (!unfinishedCopy.match(copy).hasMatch() && !isWhole(read(copy)))
                 fail(kill, "a backup is not whole", copy);
         }
-        QDir(files.path(u"backup"_s)).removeRecursively();
+        QDir(files.path(QStringLiteral("backup"))).removeRecursively();
         const QStringList entries = folder.entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
         for (const QString &entry : entries) {
             if (entry == u"a.xml")

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "RowsAsText.h"
 #include "files/TextFile.h"
-#include "rows/ListRows.h"
 
 #include <QByteArray>
 #include <QString>
@@ -54,15 +54,6 @@ inline void same(const QString &actual, const QString &expected, const char *pro
 {
     check(actual == expected, promise,
           QString(u"is:        {" + actual + u"}\nshould be: {" + expected + u'}'));
-}
-
-// One line a row: a "*" where checked, the text, the sub-items.
-inline QString asText(const QList<quillmere::ListRows::Row> &rows)
-{
-    QString text;
-    for (const auto &row : rows)
-        text += (row.checked ? u"*" : u"") + row.text + u'|' + row.subItems.join(u'|') + u'\n';
-    return text;
 }
 
 // The library folds the two halves of such a letter as one, the program one by one: comparing the two says

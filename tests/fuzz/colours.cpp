@@ -20,7 +20,7 @@ void fuzz(const Input &input)
     disk.backups().setFolder(files.path(u"backup"_s));
     ColourCatalogue colours(rows);
     colours.LoadColorList(Document::open(disk, path, files.folder()));
-    const QString read = asText(rows.rows());
+    const QString read = rowsAsText(rows.rows());
     bool plain = true;
     for (const ListRows::Row &row : rows.rows()) {
         plain = plain && !holdsAny(row.sub(1), u">=") && !row.sub(2).contains(u'=');
@@ -33,7 +33,7 @@ void fuzz(const Input &input)
     const QByteArray written = files.read(name);
     colours.LoadColorList(Document::open(disk, path, files.folder()));
     if (plain) {
-        same(asText(rows.rows()), read, "what is written is read");
+        same(rowsAsText(rows.rows()), read, "what is written is read");
         colours.save(disk);
         check(files.read(name) == written, "written again the same", read);
     }

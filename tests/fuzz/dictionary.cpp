@@ -22,7 +22,7 @@ void fuzz(const Input &input)
     if (!dictionary.contains(u"\r\n"))
         dictionary.replace(u'\n', u"\r\n"_s);
     twins::fill(expected, dictionary);
-    same(asText(strings.rows()), asText(expected), "fills in");
+    same(rowsAsText(strings.rows()), rowsAsText(expected), "fills in");
     check(countStrings(strings).checked == before + filled, "tells how many");
 
     bool oneLineEach = true;
@@ -30,7 +30,7 @@ void fuzz(const Input &input)
         oneLineEach = oneLineEach && !row.sub(2).isEmpty() && !row.sub(2).contains(u'\n');
     if (oneLineEach) {
         pasteLines(strings, 0, linesToCopy(strings, 0, CopiedColumn::Trans));
-        same(asText(strings.rows()), asText(expected), "pastes what it copies");
+        same(rowsAsText(strings.rows()), rowsAsText(expected), "pastes what it copies");
     }
     const QString pasted = input.text(2);
     const int start = input.choice(3, 4), count = strings.count();

@@ -33,6 +33,6 @@ void fuzz(const Input &input)
         }
         expected.append({QString(), fields});
     }
-    same(asText(rows.rows()), asText(expected), "a row a font");
+    same(rowsAsText(rows.rows()), rowsAsText(expected), "a row a font");
     same(defaultFontSize(rows), size, "default size");
 }

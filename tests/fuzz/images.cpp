@@ -21,7 +21,7 @@ void fuzz(const Input &input)
     disk.backups().setFolder(files.path(u"backup"_s));
     ImageCatalogue images;
     images.LoadImageList(Document::open(disk, path, files.folder()), folder, list);
-    const QString read = asText(images.rows.rows());
+    const QString read = rowsAsText(images.rows.rows());
     bool plain = true;
     for (const ListRows::Row &row : images.rows.rows()) {
         const QString id = row.sub(1), file = row.text.mid(folder.size());
@@ -34,7 +34,7 @@ void fuzz(const Input &input)
     const QByteArray written = files.read(name);
     images.LoadImageList(Document::open(disk, path, files.folder()), folder, list);
     if (plain) {
-        same(asText(images.rows.rows()), read, "what is written is read");
+        same(rowsAsText(images.rows.rows()), read, "what is written is read");
         images.SaveImageList(disk);
         check(files.read(name) == written, "written again the same", read);
     }

@@ -16,7 +16,7 @@ void fuzz(const Input &input)
     const DecodedText file = decodeText(input.bytes(0));
     ListRows strings = makeStringRows();
     OpenLgXml(strings, file.text);
-    same(asText(strings.rows()), asText(twins::openLgXml(file.text)), "the strings of a file");
+    same(rowsAsText(strings.rows()), rowsAsText(twins::openLgXml(file.text)), "the strings of a file");
 
     const QByteArray written = encodeText(languageFileText(u"N"_s, strings, {file.page}), file.page);
     bool plain = !holdsAny(file.text, u"\u2026\u00A6");
@@ -26,7 +26,7 @@ void fuzz(const Input &input)
     const DecodedText reread = decodeText(written);
     OpenLgXml(again, reread.text);
     if (plain) {
-        same(asText(again.rows()), asText(strings.rows()), "what is written is read");
+        same(rowsAsText(again.rows()), rowsAsText(strings.rows()), "what is written is read");
         check(encodeText(languageFileText(u"N"_s, again, {reread.page}), reread.page) == written,
               "written again the same", reread.text);
     }

@@ -30,7 +30,7 @@ void fuzz(const Input &input)
         !properties.isEmpty()) {
         const auto cut = GetProperty(document, u"n"_s);
         check(cut.has_value(), "an element", document);
-        same(asText(cut->rows), asText(literal::propertyRows(properties)), "its rows");
+        same(rowsAsText(cut->rows), rowsAsText(literal::propertyRows(properties)), "its rows");
     }
     if (const auto cut = GetProperty(source, name)) {
         const QString written = SaveProperty(source, cut->segment, cut->rows);
@@ -41,7 +41,7 @@ void fuzz(const Input &input)
         if (cut->segment.contains(u"<property>") && isPlain(cut->rows)) {
             const auto again = GetProperty(written, name);
             check(again.has_value(), "still an element", written);
-            same(asText(again->rows), asText(cut->rows), "what is written is read");
+            same(rowsAsText(again->rows), rowsAsText(cut->rows), "what is written is read");
         }
     }
     const QStringList values = bracketedValues(input.text(3), 4);

@@ -58,13 +58,14 @@ void fuzz(const Input &input)
     const QStringList pictures = std::exchange(asked, {});
     same(page, twins::buildWidgetHtml(markup, find, fonts, expectedRows), "the page");
     same(pictures.join(u'|'), asked.join(u'|'), "the pictures");
-    same(asText(blocks.rows()), asText(expectedRows), "the rows");
+    same(rowsAsText(blocks.rows()), rowsAsText(expectedRows), "the rows");
     check(cutBlocks(markup).blocks.size() == blocks.count(), "a row a block", markup);
-    same(asText(blocksOfLines(linesOfBlocks(blocks))),
-         holdsAny(asText(expectedRows), u"\r") || asText(expectedRows).count(u'\n') != expectedRows.size() ||
-                 asText(expectedRows).contains(u"[*]")
-             ? asText(blocksOfLines(linesOfBlocks(blocks)))
-             : asText(expectedRows),
+    same(rowsAsText(blocksOfLines(linesOfBlocks(blocks))),
+         holdsAny(rowsAsText(expectedRows), u"\r") ||
+                 rowsAsText(expectedRows).count(u'\n') != expectedRows.size() ||
+                 rowsAsText(expectedRows).contains(u"[*]")
+             ? rowsAsText(blocksOfLines(linesOfBlocks(blocks)))
+             : rowsAsText(expectedRows),
          "rows of the clipboard");
 
     const ViewOptions options = optionsOf(input);

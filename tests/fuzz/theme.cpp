@@ -20,7 +20,7 @@ QString everyList(const ThemeProject &theme)
     for (const ListRows *rows :
          {&theme.lvTheme, &theme.widgets.LvWidget, &theme.widgets.lvWidgetDel, &theme.images.rows,
           &theme.lvColor, &theme.lvFont, &theme.lvKeyGroup, &theme.lvLang})
-        text += asText(rows->rows()) + u'\n';
+        text += rowsAsText(rows->rows()) + u'\n';
     return text + theme.widgets.width + theme.fontFile.path() + theme.keymapFile.path() +
            theme.languageList.path() + theme.images.folder();
 }

@@ -32,9 +32,9 @@ struct Recipe
     explicit Recipe(const QString &line)
     {
         rounds = line.section(u' ', 1, 1).toInt();
-        for (const QString &part : line.section(u' ', 2).split(u"%%"_s)) {
+        for (const QString &part : line.section(u' ', 2).split(QStringLiteral("%%"))) {
             parts.append(QList<Tokens>());
-            for (const QString &row : part.split(u"&&"_s))
+            for (const QString &row : part.split(QStringLiteral("&&")))
                 parts.last().append(
                     {row.section(u':', 0, 0).toInt(), row.section(u':', 1).split(QChar(0xA6))});
         }
@@ -50,7 +50,7 @@ struct Recipe
                     texts.last() += tokens[random.bounded(int(tokens.size()))];
             }
         }
-        return texts.join(u"%%"_s).toUtf8();
+        return texts.join(QStringLiteral("%%")).toUtf8();
     }
 
     int rounds;

@@ -109,7 +109,7 @@ inline QString getRemoveComment(QString html)
         if (state == Inside) {
             collected += c;
         } else if (state == Ended) {
-            html.replace(collected + u"-->"_s, QString(), Qt::CaseInsensitive);
+            html.replace(collected + QStringLiteral("-->"), QString(), Qt::CaseInsensitive);
             break;
         }
     }
@@ -119,7 +119,7 @@ inline QString getRemoveComment(QString html)
 inline QString removeComment(QString html)
 {
     for (qsizetype times = html.size(); times > 0; --times) {
-        if (html.contains(u"<!--"_s))
+        if (html.contains(QStringLiteral("<!--")))
             html = getRemoveComment(html);
     }
     return html;

@@ -38,13 +38,14 @@ public:
         replaceAll(text, u"</widget>", u"</div>");
         replaceAll(text, u" name=\"", u" id=\"");
         replaceAll(text, u"<style ", u"<widget ");
-        const QStringList blocks = text.split(u"<widget "_s, Qt::KeepEmptyParts, Qt::CaseInsensitive);
+        const QStringList blocks =
+            text.split(QStringLiteral("<widget "), Qt::KeepEmptyParts, Qt::CaseInsensitive);
         rows.clear();
         for (QString block : blocks.mid(1)) {
             QString image;
             name = between(block, u"id=\"", u"\"");
             style = between(block, u"style=\"", u"\"");
-            replace(block, u"style=\"" + style + u"\"", u"style=\"default\""_s);
+            replace(block, u"style=\"" + style + u"\"", QStringLiteral("style=\"default\""));
             string = between(block, u"<string>", u"</string>");
             rows.append({between(block, u"class=\"", u"\""), {name}});
 
@@ -63,7 +64,7 @@ public:
             if (forecolor.contains(u','))
                 fore = forecolor.split(u',');
 
-            if (block.indexOf(u"<imgs"_s, 0, Qt::CaseInsensitive) + 1 > 1) {
+            if (block.indexOf(QStringLiteral("<imgs"), 0, Qt::CaseInsensitive) + 1 > 1) {
                 rule(u"background-color:" + back[0] + u";");
                 if (found(block, u"<mode>single</mode>")) {
                     image = GetImg(between(block, u"<img>", u"</img>"));
@@ -84,11 +85,11 @@ public:
                 rule(u"background:url('" + image + u"') no-repeat left top;");
             }
             if (found(block, u"hcentre"))
-                rule(u"text-align: center;"_s);
+                rule(QStringLiteral("text-align: center;"));
             if (found(block, u"vcentre"))
                 rule(u"height:" + h + u"px;line-height:" + h + u"px;");
             if (found(block, u"hcentre"))
-                rule(u"text-align: center;"_s);
+                rule(QStringLiteral("text-align: center;"));
             if (found(block, u"class=\"text\"")) {
                 bool flag = false;
                 for (int row = 0; row < lvFont.count() && !flag; ++row) {
@@ -105,7 +106,7 @@ public:
                     rule(u"font-size: " + defaultSize + u"px;font-style:" + defaultStyle + u";");
             }
             block = u"<div " + block;
-            replace(block, u"<property>"_s,
+            replace(block, QStringLiteral("<property>"),
                     u"<span class=\"nama\">" + name + u"</span><span class=\"string\">" + string +
                         u"</span><span class=\"posisi\">" + x + u" , " + y +
                         u"</span><span class=\"ukuran\">" + w + u" , " + h + u"</span><!--");
@@ -130,12 +131,13 @@ inline QString buildPreviewPage(QString page, const QString &sheet, const quillm
         page.replace(from, to, Qt::CaseInsensitive);
     };
     if (options.shown[V::Position] && options.shown[V::Size])
-        replace(u"</span><span class=\"ukuran\">"_s, u"</span> , <span class=\"ukuran\">"_s);
-    replace(u"<!--stye-->"_s, sheet);
-    replace(u"#00ff00"_s, u"transparent"_s);
-    replace(u"#ff00ff"_s, u"transparent"_s);
+        replace(QStringLiteral("</span><span class=\"ukuran\">"),
+                QStringLiteral("</span> , <span class=\"ukuran\">"));
+    replace(QStringLiteral("<!--stye-->"), sheet);
+    replace(QStringLiteral("#00ff00"), QStringLiteral("transparent"));
+    replace(QStringLiteral("#ff00ff"), QStringLiteral("transparent"));
     if (options.fixed)
-        replace(u"</style>"_s, u"body{overflow:hidden;}</style>"_s);
+        replace(QStringLiteral("</style>"), QStringLiteral("body{overflow:hidden;}</style>"));
     return page;
 }
 

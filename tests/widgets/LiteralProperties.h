@@ -18,7 +18,7 @@ inline QList<quillmere::ListRows::Row> propertyRows(const QString &properties)
         if (!ofTag)
             buffer += properties[i];
         if (found) {
-            const QStringList parts = twins::splitField(buffer, u"<"_s, {}, 1, 0).split(u'>');
+            const QStringList parts = twins::splitField(buffer, QStringLiteral("<"), {}, 1, 0).split(u'>');
             rows.append({parts.value(0), {parts.value(1)}});
             buffer.clear();
         }

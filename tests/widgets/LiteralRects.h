@@ -71,16 +71,16 @@ inline QStringList valuesOf(QString rect)
 // "" where all went well, else what was wrong.
 inline QString scaleRects(QString &text, int numerator, int denominator, int screenWidth, int screenHeight)
 {
-    const QString start = u"<rect>"_s, end = u"</rect>"_s;
+    const QString start = QStringLiteral("<rect>"), end = QStringLiteral("</rect>");
     const QStringList screen = valuesOf(twins::splitField(text, start, end, 1, 0));
     if (!areNumbers(screen))
-        return u"Nothing"_s;
+        return QStringLiteral("Nothing");
     const Integer width = scaled(screen[2], numerator, denominator);
     const Integer height = scaled(screen[3], numerator, denominator);
     if (width > screenWidth || height > screenHeight)
-        return u"TooLarge"_s;
+        return QStringLiteral("TooLarge");
     if (width < 100 || height < 10)
-        return u"TooSmall"_s;
+        return QStringLiteral("TooSmall");
     const QStringList pieces = text.split(start, Qt::KeepEmptyParts, Qt::CaseInsensitive);
     for (int i = 1; i < pieces.size(); ++i) {
         if (!pieces[i].contains(end))
@@ -100,17 +100,17 @@ inline QString scaleRects(QString &text, int numerator, int denominator, int scr
 // `moved` is the index of the number that the distance is added to.
 inline void moveRects(QString &text, int moved, int distance)
 {
-    const QStringList pieces = text.split(u"<rect>"_s);
+    const QStringList pieces = text.split(QStringLiteral("<rect>"));
     for (int i = 1; i < pieces.size(); ++i) {
-        QStringList old = pieces[i].section(u"</rect>"_s, 0, 0).split(u',').mid(0, 4);
-        if (!pieces[i].contains(u"</rect>"_s) || old.size() < 4 || !old[0].contains(u'['))
+        QStringList old = pieces[i].section(QStringLiteral("</rect>"), 0, 0).split(u',').mid(0, 4);
+        if (!pieces[i].contains(QStringLiteral("</rect>")) || old.size() < 4 || !old[0].contains(u'['))
             continue;
         old[0] = old[0].section(u'[', 1);
         old[3] = old[3].section(u']', 0, 0);
         const std::optional<Decimal> number = decimal(old[moved]);
         const QString all = old.join(u',');
-        if (!number || all.contains(u"<rect>["_s, Qt::CaseInsensitive) ||
-            all.contains(u"]</rect>"_s, Qt::CaseInsensitive))
+        if (!number || all.contains(QStringLiteral("<rect>["), Qt::CaseInsensitive) ||
+            all.contains(QStringLiteral("]</rect>"), Qt::CaseInsensitive))
             continue;
         Integer floor = number->units / number->scale;
         if (number->units % number->scale < 0)
