@@ -80,7 +80,7 @@ private slots:
         QCOMPARE(linesToCopy(rows, 0, CopiedColumn::NotTranslated), u"One[*]\r\nYes[*]\r\n"_s);
         // The line end behind the last line makes an empty line.
         QCOMPARE(pasteLines(rows, 0, u"1\r\n2\r\n"_s), 3);
-        QCOMPARE(rowsAsText(rows.rows()), u"|One|1\n|OK|2\n|Yes\n*|Done|one\n"_s);
+        QCOMPARE(rowsAsText(rows.rows()), u"|One|1\n|OK|2\n|Yes|\n*|Done|one\n"_s);
         QCOMPARE(linesToCopy(rows, 0, CopiedColumn::Trans), u"1\r\n2\r\none\r\n"_s);
         QCOMPARE(pasteLines(rows, 2, u"3\n4\n5\n6"_s), 2);
         QCOMPARE(pasteLines(rows, 0, QString()), 0);

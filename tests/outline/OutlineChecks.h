@@ -7,6 +7,8 @@
 // What holds for the outline of any text, and the slow way to number its blocks.
 namespace twins {
 
+using namespace Qt::StringLiterals;
+
 // Where the blocks begin: the text is rewritten step by step as it is for the cutting, and each unit keeps
 // the place that it came from.
 class TrackedText
@@ -66,7 +68,6 @@ inline QList<qint32> blockPlaces(const QString &text)
 inline QString brokenPromise(const quillmere::Outline &outline)
 {
     using namespace quillmere;
-    using namespace Qt::StringLiterals;
     const QString &text = outline.text();
     const std::vector<Element> &elements = outline.elements();
     const auto isIn = [](Range inner, Range outer) {
