@@ -59,6 +59,10 @@ class TestResources : public QObject
 {
     Q_OBJECT
 
+public:
+    // The system's own plugin for drawings, where it has one, would be asked before ours.
+    TestResources() { QCoreApplication::setLibraryPaths({}); }
+
 private slots:
     void images()
     {
