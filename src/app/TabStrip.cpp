@@ -1,12 +1,16 @@
 #include "app/TabStrip.h"
 
+#include <QApplication>
 #include <QProxyStyle>
+#include <QResizeEvent>
 #include <QStyleOption>
 #include <QStylePainter>
 
 namespace quillmere {
 
 namespace {
+
+constexpr double kLeastPoints = 5, kStep = 0.5;
 
 class NarrowTabs : public QProxyStyle
 {
@@ -28,13 +32,46 @@ TabStrip::TabStrip(QWidget *parent) : QTabBar(parent), m_narrow(std::make_unique
     setStyle(m_narrow.get());
     setDrawBase(false);
     setExpanding(false);
+    setUsesScrollButtons(false); // they would stand below, the strip being as high as the panel
     setElideMode(Qt::ElideNone);
     for (const char *caption :
          {"Theme", "Widget", "Image", "Color", "Lang", "Font", "Keymap", "Panel", "Source", "Check"})
         addTab(QLatin1String(caption));
+    fit();
 }
 
 TabStrip::~TabStrip() = default;
+
+// The width is given. Where the letters of the system are too large for it, those of the tabs are smaller.
+void TabStrip::fit()
+{
+    QFont font = QApplication::font(this);
+    setFont(font);
+    const auto needed = [this] {
+        int sum = 0;
+        for (int tab = 0; tab < count(); ++tab)
+            sum += tabSizeHint(tab).width();
+        return sum;
+    };
+    while (needed() > width() && font.pointSizeF() > kLeastPoints) {
+        font.setPointSizeF(font.pointSizeF() - kStep);
+        setFont(font);
+    }
+}
+
+void TabStrip::resizeEvent(QResizeEvent *event)
+{
+    QTabBar::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width())
+        fit();
+}
+
+void TabStrip::changeEvent(QEvent *event)
+{
+    QTabBar::changeEvent(event);
+    if (event->type() == QEvent::ApplicationFontChange)
+        fit();
+}
 
 void TabStrip::paintEvent(QPaintEvent *event)
 {

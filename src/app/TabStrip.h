@@ -16,8 +16,12 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
+    void fit();
+
     std::unique_ptr<QStyle> m_narrow;
 };
 

@@ -170,6 +170,20 @@ private slots:
         }
     }
 
+    // Whatever the font of the system: every tab stands in the strip, which does not grow.
+    void largeLetters()
+    {
+        const Window window;
+        const auto *strip = window.find<QTabBar>("TabStrip4");
+        const QFont before = QApplication::font();
+        for (const int points : {9, 16}) {
+            QApplication::setFont(QFont(before.family(), points));
+            QTRY_VERIFY(strip->tabRect(strip->count() - 1).right() < strip->width());
+            QVERIFY(strip->tabRect(0).left() >= 0 && strip->tabRect(0).width() > 20);
+        }
+        QApplication::setFont(before);
+    }
+
     void comesBackAsItWasLeft()
     {
         Window window;
