@@ -133,6 +133,10 @@ int main(int argc, char **argv)
     source->setFocus();
     source->select(source->text().indexOf(QStringLiteral("<img>"), source->text().size() / 2) + 5, 0);
     QElapsedTimer patience;
+    for (patience.start(); !QApplication::focusWidget(); settle(20)) {
+        if (patience.elapsed() > 30000)
+            qFatal("The window does not get the keyboard");
+    }
     for (patience.start(); !list() && patience.elapsed() < 30000; settle(20))
         press(nullptr, Qt::Key_Space, {}, Qt::ControlModifier);
     press(nullptr, Qt::Key_Escape, {});
