@@ -5,11 +5,9 @@
 //
 //   QT_QPA_PLATFORM=offscreen bench_checks THEME [BLOCKS]
 
+#include "BenchWindow.h"
+
 #include "app/ThemeChecks.h"
-#include "app/frmSkin.h"
-#include "asking/Prompts.h"
-#include "browser/forms/WebBrowser.h"
-#include "files/Files.h"
 #include "files/Paths.h"
 #include "source/forms/SourceBox.h"
 #include "source/forms/SourceMarks.h"
@@ -19,7 +17,6 @@
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QTabBar>
-#include <QTemporaryDir>
 #include <QTextStream>
 
 #include <algorithm>
@@ -38,14 +35,6 @@ double workSoFar()
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
     return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
 }
-
-class NoPrompts : public Prompts
-{
-public:
-    bool ask(const QString &, const QString &) override { return true; }
-    void tell(const QString &, const QString &, Icon) override {}
-    std::optional<QString> input(const QString &, const QString &, const QString &) override { return {}; }
-};
 
 // Knows the longest event, those within others not counted for themselves.
 class Measured : public QApplication
@@ -140,23 +129,12 @@ void reportWork(QTextStream &out, LiveIndex &live, LiveCheck &check, SourceBox &
 int main(int argc, char **argv)
 {
     const QTemporaryDir folder;
-    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
-    qputenv("XDG_DATA_HOME", folder.path().toUtf8());
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
-    QCoreApplication::setApplicationName(QStringLiteral("quillmere-bench"));
-    WebBrowser::prepare();
+    prepareBench(folder);
     Measured app(argc, argv);
     if (app.arguments().size() < 2)
         qFatal("bench_checks THEME [BLOCKS]");
-    Files disk;
-    disk.backups().setFolder(folder.filePath(QStringLiteral("backup")));
-    disk.setRecoveryFolder(folder.filePath(QStringLiteral("recovery")));
-    disk.setProgramFolder(folder.path());
-    NoPrompts prompts;
-    frmSkin skin(disk, &prompts);
-    skin.resize(1400, 900);
-    skin.show();
-    skin.activateWindow();
+    const BenchWindow window(folder);
+    frmSkin &skin = window.skin();
     QTextStream out(stdout);
     auto *tabs = skin.findChild<QTabBar *>(QStringLiteral("TabStrip4"));
     auto &live = *skin.findChild<LiveIndex *>();

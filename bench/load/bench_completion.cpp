@@ -5,10 +5,8 @@
 //
 //   QT_QPA_PLATFORM=offscreen bench_completion THEME [BLOCKS]
 
-#include "app/frmSkin.h"
-#include "asking/Prompts.h"
-#include "browser/forms/WebBrowser.h"
-#include "files/Files.h"
+#include "BenchWindow.h"
+
 #include "source/forms/SourceBox.h"
 
 #include <QAbstractItemView>
@@ -17,10 +15,7 @@
 #include <QFile>
 #include <QKeyEvent>
 #include <QTabBar>
-#include <QTemporaryDir>
 #include <QTextStream>
-
-#include <algorithm>
 
 using namespace quillmere;
 
@@ -28,14 +23,6 @@ namespace {
 
 constexpr int kRounds = 40;
 constexpr int kWarm = 3; // rounds before, which do not count
-
-class NoPrompts : public Prompts
-{
-public:
-    bool ask(const QString &, const QString &) override { return true; }
-    void tell(const QString &, const QString &, Icon) override {}
-    std::optional<QString> input(const QString &, const QString &, const QString &) override { return {}; }
-};
 
 QString windowOf(int blocks)
 {
@@ -63,14 +50,6 @@ struct Times
 {
     QList<double> shown, work;
 };
-
-QString spread(QList<double> times)
-{
-    std::ranges::sort(times);
-    return QStringLiteral("p50 %1 ms, p95 %2 ms")
-        .arg(times[times.size() / 2], 6, 'f', 1)
-        .arg(times[times.size() * 95 / 100], 6, 'f', 1);
-}
 
 QAbstractItemView *list()
 {
@@ -108,23 +87,12 @@ void press(Times *times, int code, const QString &text, Qt::KeyboardModifiers mo
 int main(int argc, char **argv)
 {
     const QTemporaryDir folder;
-    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
-    qputenv("XDG_DATA_HOME", folder.path().toUtf8());
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
-    QCoreApplication::setApplicationName(QStringLiteral("quillmere-bench"));
-    WebBrowser::prepare();
+    prepareBench(folder);
     QApplication app(argc, argv);
     if (app.arguments().size() < 2)
         qFatal("bench_completion THEME [BLOCKS]");
-    Files disk;
-    disk.backups().setFolder(folder.filePath(QStringLiteral("backup")));
-    disk.setRecoveryFolder(folder.filePath(QStringLiteral("recovery")));
-    disk.setProgramFolder(folder.path());
-    NoPrompts prompts;
-    frmSkin skin(disk, &prompts);
-    skin.resize(1400, 900);
-    skin.show();
-    skin.activateWindow();
+    const BenchWindow window(folder);
+    frmSkin &skin = window.skin();
     skin.openTheme(app.arguments().at(1));
     auto *source = skin.findChild<SourceBox *>(QStringLiteral("txtSnippet"));
     skin.findChild<QTabBar *>(QStringLiteral("TabStrip4"))->setCurrentIndex(8);

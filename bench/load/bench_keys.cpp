@@ -1,14 +1,12 @@
 // From a key in the source to its page, in the real window: with the page changed where it differs, and, key
 // by key in turn, with the page written anew. "written" is when the browser has the document, "painted" when
-// it has drawn a frame of it; a frame comes every 17 ms at most. "work" is what the window's thread and that
+// it has drawn a frame of it. "work" is what the window's thread and that
 // of the browser's renderer did meanwhile, which says something on a busy machine, too.
 //
 //   QT_QPA_PLATFORM=offscreen bench_keys [BLOCKS...]
 
-#include "app/frmSkin.h"
-#include "asking/Prompts.h"
-#include "browser/forms/WebBrowser.h"
-#include "files/Files.h"
+#include "BenchWindow.h"
+
 #include "source/forms/SourceBox.h"
 
 #include <QApplication>
@@ -17,13 +15,10 @@
 #include <QFile>
 #include <QKeyEvent>
 #include <QTabBar>
-#include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
 #include <QWebEnginePage>
 #include <QWebEngineScript>
-
-#include <algorithm>
 
 using namespace quillmere;
 
@@ -31,14 +26,6 @@ namespace {
 
 constexpr int kKeys = 40; // of each way
 constexpr int kWarm = 10; // and these before, which do not count
-
-class NoPrompts : public Prompts
-{
-public:
-    bool ask(const QString &, const QString &) override { return true; }
-    void tell(const QString &, const QString &, Icon) override {}
-    std::optional<QString> input(const QString &, const QString &, const QString &) override { return {}; }
-};
 
 QByteArray windowOf(int blocks)
 {
@@ -70,28 +57,12 @@ double workOf(qint64 process)
     return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(0).toDouble() / 1e6 : 0;
 }
 
-QString spread(QList<double> times)
-{
-    std::ranges::sort(times);
-    return QStringLiteral("p50 %1 ms, p95 %2 ms")
-        .arg(times[times.size() / 2], 6, 'f', 1)
-        .arg(times[times.size() * 95 / 100], 6, 'f', 1);
-}
-
 class Bench
 {
 public:
-    explicit Bench(const QTemporaryDir &folder) : m_folder(folder)
+    explicit Bench(const QTemporaryDir &folder) : m_folder(folder), m_window(folder)
     {
-        m_disk.backups().setFolder(folder.filePath(QStringLiteral("backup")));
-        m_disk.setRecoveryFolder(folder.filePath(QStringLiteral("recovery")));
-        m_disk.setProgramFolder(folder.path());
-        m_skin = std::make_unique<frmSkin>(m_disk, &m_prompts);
-        m_skin->resize(1400, 900);
-        m_skin->show();
-        m_wb = m_skin->findChild<WebBrowser *>(QStringLiteral("wb"));
-        m_source = m_skin->findChild<SourceBox *>(QStringLiteral("txtSnippet"));
-        m_skin->findChild<QTabBar *>(QStringLiteral("TabStrip4"))->setCurrentIndex(8);
+        m_window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
         m_source->setFocus();
         QObject::connect(&m_patience, &QTimer::timeout, &m_loop, &QEventLoop::quit);
         QObject::connect(m_wb, &WebBrowser::written, m_wb, [this] { pageIsWritten(); });
@@ -110,7 +81,7 @@ public:
         if (!file.open(QIODevice::WriteOnly) || file.write(windowOf(blocks)) < 0)
             qFatal("%s cannot be written", qPrintable(path));
         file.close();
-        waitForPage([&] { m_skin->openDocument(path); });
+        waitForPage([&] { m_window.skin().openDocument(path); });
         const QString place = QStringLiteral("<string>text %1").arg(blocks / 2);
         m_source->select(m_source->text().indexOf(place) + place.size(), 0);
         Times patched, anew;
@@ -178,11 +149,9 @@ private:
     }
 
     const QTemporaryDir &m_folder;
-    Files m_disk;
-    NoPrompts m_prompts;
-    std::unique_ptr<frmSkin> m_skin;
-    WebBrowser *m_wb = nullptr;
-    SourceBox *m_source = nullptr;
+    BenchWindow m_window;
+    WebBrowser *m_wb = m_window.find<WebBrowser>("wb");
+    SourceBox *m_source = m_window.find<SourceBox>("txtSnippet");
     QEventLoop m_loop;
     QTimer m_patience;
     QElapsedTimer m_clock;
@@ -196,11 +165,7 @@ private:
 int main(int argc, char **argv)
 {
     const QTemporaryDir folder;
-    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
-    qputenv("XDG_DATA_HOME", folder.path().toUtf8());
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
-    QCoreApplication::setApplicationName(QStringLiteral("quillmere-bench"));
-    WebBrowser::prepare();
+    prepareBench(folder);
     QApplication app(argc, argv);
     QStringList counts = app.arguments().mid(1);
     if (counts.isEmpty())
