@@ -103,6 +103,7 @@ std::optional<ThemeEdit> ThemeEditing::apply(const ThemeEdit &edit)
         if (!rowsAt(path) && m_theme.files().contains(path))
             m_theme.reload(path);
     }
+    emit applied();
     return inverse;
 }
 

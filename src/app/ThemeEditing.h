@@ -36,6 +36,10 @@ public:
     // The rows in which the file at `path` is edited; they have to be changed and not the file.
     std::optional<QList<ListRows::Row>> openRows(const QString &path) const;
 
+signals:
+    // After the text, the rows and the files have changed: what shows them together is to be drawn again.
+    void applied();
+
 private:
     class Source;
     class Rows;

@@ -151,6 +151,8 @@ void frmSkin::connectTabs()
             [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); });
     connect(m_outside, &OutsideChanges::reloaded, this,
             [this] { BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
+    connect(&m_names->editing, &ThemeEditing::applied, this,
+            [this] { m_sourceTab->BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
     connect(TabStrip4, &TabStrip::currentChanged, this, &frmSkin::TabStrip4_Click);
     connect(TabStrip4, &TabStrip::tabBarClicked, this, [this](int index) {
         if (index == TabStrip4->currentIndex())

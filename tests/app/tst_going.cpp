@@ -149,6 +149,7 @@ private slots:
     void goesThroughUses();
     void renames_data();
     void renames();
+    void drawsWhatWasRenamed();
     void renamedWindowStaysOpen();
     void undoOnlyWhatIsStillThere();
     void searchesAndReplaces();
@@ -401,6 +402,28 @@ void TestGoing::renames()
     QCOMPARE(text(window), source);
     if (!list.isEmpty())
         QCOMPARE(window.shown(list.toLatin1()), rowsBefore);
+}
+
+// The text and the catalogue change one after the other, and the page is that of both.
+void TestGoing::drawsWhatWasRenamed()
+{
+    Window window;
+    openIndexed(window);
+    window.find<SourceBox>("txtSnippet")
+        ->setText(
+            QStringLiteral("<widget class=\"image\" name=\"p\"><property><rect>[0,0,9,9]</rect><imgs><mode>"
+                           "single</mode><img>logo</img></imgs></property></widget>"));
+    const auto page = [&] { return window.find<QWidget>("txtHtml")->property("plainText").toString(); };
+    QVERIFY(page().contains(u"l.png"));
+    putCaret(window, "logo<");
+    press(window, Qt::Key_F2);
+    QTest::keyClicks(in<QLineEdit>("frmRename", "txtRename"), QStringLiteral("fresh"));
+    QTest::keyClick(in<QLineEdit>("frmRename", "txtRename"), Qt::Key_Return);
+    QVERIFY(text(window).contains(u"<img>fresh<"));
+    QVERIFY(page().contains(u"l.png"));
+    window.choose("mnuUndoRename");
+    QVERIFY(text(window).contains(u"<img>logo<"));
+    QVERIFY(page().contains(u"l.png"));
 }
 
 void TestGoing::renamedWindowStaysOpen()
