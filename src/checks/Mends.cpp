@@ -205,6 +205,13 @@ private:
             changeText(title, m_file, m_text, range, written);
     }
 
+    static qsizetype startOfBlanks(QStringView text, qsizetype end)
+    {
+        while (end > 0 && (text[end - 1] == u' ' || text[end - 1] == u'\t'))
+            --end;
+        return end;
+    }
+
     void addDocument()
     {
         const IndexedFile *catalogue = catalogueOf(FileRole::WindowCatalogue);
@@ -218,10 +225,14 @@ private:
         QString name = m_problem.file.sliced(folder.size()).chopped(4);
         name.replace(separator(), u'/');
         const QString ends = text.contains(u"\r\n") ? QStringLiteral("\r\n") : QStringLiteral("\n");
-        const bool beginsLine = end == 0 || text[end - 1] == u'\n';
-        changeText(u"Add " + quoted(name) + u" to " + fileName(catalogue->path), *catalogue, text,
-                   {qint32(end), qint32(end)},
-                   QString((beginsLine ? QString() : ends) +
+        const qsizetype line = startOfBlanks(text, end);
+        const bool beginsLine = line == 0 || text[line - 1] == u'\n';
+        const qint32 at = qint32(beginsLine ? line : end);
+        const qsizetype before = text.lastIndexOf(u"<widget ", end, Qt::CaseInsensitive);
+        const qsizetype blanks = before < 0 ? before : startOfBlanks(text, before);
+        const QString indent = before < 0 ? QString() : text.sliced(blanks, before - blanks);
+        changeText(u"Add " + quoted(name) + u" to " + fileName(catalogue->path), *catalogue, text, {at, at},
+                   QString((beginsLine ? QString() : ends) + indent +
                            u"<widget class=\"window\" style=\"default\" name=\"" + name + u"\"/>" + ends));
     }
 

@@ -120,8 +120,13 @@ void tst_check::leadsToThePlace()
     QVERIFY(QTest::qWaitFor([&] { return !check->isBehind(); }));
     QSignalSpy shown(&rows(window), &QAbstractItemModel::modelReset);
     QVERIFY(shown.wait());
+    auto *list = window.find<ListView>("lvCheck");
+    window.find<QTabBar>("TabStrip4")->setCurrentIndex(9);
+    list->clearSelection();
+    list->setFocus(Qt::TabFocusReason);
+    QVERIFY(list->selectedRow() >= 0); // for the keys that follow
     select(window, kMissing);
-    QTest::keyClick(window.find<ListView>("lvCheck"), Qt::Key_Return);
+    QTest::keyClick(list, Qt::Key_Return);
     QVERIFY(source->isVisible());
     QCOMPARE(source->textCursor().selectedText(), QStringLiteral("icom"));
 

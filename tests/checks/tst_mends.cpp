@@ -14,7 +14,7 @@ ThemeFiles smallTheme()
              "<config><file_widget>widget.xml</file_widget><file_image>i.xml</file_image>"
              "<file_font>f.xml</file_font><file_color>c.xml</file_color></config>"},
             {QStringLiteral("widget.xml"),
-             "<interface>\r\n<widget class=\"window\" name=\"w\"/>\r\n</interface>\r\n"},
+             "<interface>\r\n    <widget class=\"window\" name=\"w\"/>\r\n</interface>\r\n"},
             {QStringLiteral("w.xml"), "<widget name=\"b\">\r\n  <img>bg_main</img></widget>"},
             {QStringLiteral("i.xml"), "<image id=\"bg_main\">p.png</image>"},
             {QStringLiteral("p.png"), "1x1"},
@@ -67,8 +67,8 @@ void tst_mends::mends_data()
         "<interface><widget class=\"window\" name=\"w\"/></interface>");
     row("document", "new.xml", "<interface/>", "unlisted-document", "Add \"new\" to \"widget.xml\"",
         "widget.xml",
-        "<interface>\r\n<widget class=\"window\" name=\"w\"/>\r\n"
-        "<widget class=\"window\" style=\"default\" name=\"new\"/>\r\n</interface>\r\n");
+        "<interface>\r\n    <widget class=\"window\" name=\"w\"/>\r\n"
+        "    <widget class=\"window\" style=\"default\" name=\"new\"/>\r\n</interface>\r\n");
     row("nothing mends it", "w.xml", "<widget><rect>1</rect></widget>", "bad-rect", "", "", "");
 }
 

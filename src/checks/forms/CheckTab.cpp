@@ -4,6 +4,7 @@
 #include "controls/Named.h"
 
 #include <QAction>
+#include <QFocusEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScopedValueRollback>
@@ -76,6 +77,7 @@ CheckTab::CheckTab(LiveCheck &check, QWidget *parent)
         showDetail();
     });
 
+    lvCheck->installEventFilter(this);
     lvCheck->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(lvCheck, &QWidget::customContextMenuRequested, this, &CheckTab::askForMenu);
     auto *mend = new QAction(tr("Mend"), lvCheck);
@@ -105,6 +107,17 @@ void CheckTab::layOut(int height)
     const int listHeight = toPixels(height) - top - kDetail - 2 * kMargin;
     place(lvCheck, kMargin, top, inner, listHeight);
     place(m_detail, kMargin, top + listHeight + kMargin, inner, kDetail);
+}
+
+// Who comes by the keyboard has a row to press Enter on.
+bool CheckTab::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn && lvCheck->selectedRow() < 0 &&
+        static_cast<QFocusEvent *>(event)->reason() != Qt::MouseFocusReason) {
+        const QModelIndex current = lvCheck->currentIndex();
+        lvCheck->setCurrentIndex(current.isValid() ? current : m_rows.index(0, 0));
+    }
+    return TabFrame::eventFilter(object, event);
 }
 
 QString CheckTab::summary() const

@@ -34,6 +34,7 @@ signals:
 
 protected:
     void layOut(int height) override;
+    bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
     void checked();
