@@ -61,6 +61,24 @@ private:
     std::unique_ptr<frmSkin> m_skin;
 };
 
+// A window of so many blocks, each with an image of this name and the block's number; without a name, of
+// none.
+inline QString windowOf(int blocks, const QString &image)
+{
+    QString text = QStringLiteral("<interface>\r\n<widget class=\"window\" name=\"screen\"><property>"
+                                  "<rect>[0,0,1280,720]</rect></property><children>\r\n");
+    for (int block = 0; block < blocks; ++block)
+        text += QStringLiteral("    <widget class=\"text\" name=\"block_%1\">\r\n        <property>\r\n"
+                               "            <rect>[%2,%3,120,40]</rect>\r\n"
+                               "            <string>text %1</string>\r\n            <img>%4</img>\r\n"
+                               "        </property>\r\n    </widget>\r\n")
+                    .arg(block)
+                    .arg(block % 40 * 30)
+                    .arg(block / 40 % 40 * 17)
+                    .arg(image.isEmpty() ? image : image + u'_' + QString::number(block));
+    return text + QStringLiteral("</children></widget>\r\n</interface>\r\n");
+}
+
 inline QString spread(QList<double> milliseconds)
 {
     std::ranges::sort(milliseconds);

@@ -67,21 +67,6 @@ private:
     bool m_inside = false;
 };
 
-QString windowOf(int blocks)
-{
-    QString text = QStringLiteral("<interface>\r\n<widget class=\"window\" name=\"screen\"><property>"
-                                  "<rect>[0,0,1280,720]</rect></property><children>\r\n");
-    for (int block = 0; block < blocks; ++block)
-        text += QStringLiteral("    <widget class=\"text\" name=\"block_%1\">\r\n        <property>\r\n"
-                               "            <rect>[%2,%3,120,40]</rect>\r\n"
-                               "            <string>text %1</string>\r\n            <img>none_%1</img>\r\n"
-                               "        </property>\r\n    </widget>\r\n")
-                    .arg(block)
-                    .arg(block % 40 * 30)
-                    .arg(block / 40 % 40 * 17);
-    return text + QStringLiteral("</children></widget>\r\n</interface>\r\n");
-}
-
 void waitUntil(const std::function<bool()> &condition)
 {
     for (QElapsedTimer patience; !condition(); QApplication::processEvents(QEventLoop::AllEvents, 20)) {
@@ -155,7 +140,8 @@ int main(int argc, char **argv)
     skin.openDocument(path);
     auto *source = skin.findChild<SourceBox *>(QStringLiteral("txtSnippet"));
     tabs->setCurrentIndex(8);
-    source->rewrite(windowOf(app.arguments().value(2, QStringLiteral("200")).toInt()));
+    source->rewrite(
+        windowOf(app.arguments().value(2, QStringLiteral("200")).toInt(), QStringLiteral("none")));
     source->setFocus();
     waitUntil([&] { return !check.isBehind() && source->marks().count() > 0; });
     QElapsedTimer clock;

@@ -24,21 +24,6 @@ namespace {
 constexpr int kRounds = 40;
 constexpr int kWarm = 3; // rounds before, which do not count
 
-QString windowOf(int blocks)
-{
-    QString text = QStringLiteral("<interface>\r\n<widget class=\"window\" name=\"screen\"><property>"
-                                  "<rect>[0,0,1280,720]</rect></property><children>\r\n");
-    for (int block = 0; block < blocks; ++block)
-        text += QStringLiteral("    <widget class=\"text\" name=\"block_%1\">\r\n        <property>\r\n"
-                               "            <rect>[%2,%3,120,40]</rect>\r\n"
-                               "            <string>text %1</string>\r\n            <img></img>\r\n"
-                               "        </property>\r\n    </widget>\r\n")
-                    .arg(block)
-                    .arg(block % 40 * 30)
-                    .arg(block / 40 % 40 * 17);
-    return text + QStringLiteral("</children></widget>\r\n</interface>\r\n");
-}
-
 // The processor time that the thread has had, ms.
 double workSoFar()
 {
@@ -97,7 +82,7 @@ int main(int argc, char **argv)
     auto *source = skin.findChild<SourceBox *>(QStringLiteral("txtSnippet"));
     skin.findChild<QTabBar *>(QStringLiteral("TabStrip4"))->setCurrentIndex(8);
     const int blocks = app.arguments().value(2, QStringLiteral("200")).toInt();
-    source->setText(windowOf(blocks));
+    source->setText(windowOf(blocks, {}));
     source->setFocus();
     source->select(source->text().indexOf(QStringLiteral("<img>"), source->text().size() / 2) + 5, 0);
     QElapsedTimer patience;
