@@ -195,17 +195,17 @@ void LiveCheck::finish(const std::shared_ptr<Found> &found, qint64 revision, con
 {
     if (found->isStopped || !m_index.index())
         return;
-    m_facts = found->facts;
     m_open = std::move(found->open);
     m_openRevision = revision;
     m_openFile = openFile;
     m_counts = found->counts;
-    // Many problems take their time to go.
-    m_worker.start(
-        [all = std::exchange(m_all, found->all), shown = std::exchange(m_shown, found->shown)]() mutable {
-            all.reset();
-            shown.reset();
-        });
+    // Many problems take their time to go, and so does what is known of many pictures.
+    m_worker.start([facts = std::exchange(m_facts, found->facts), all = std::exchange(m_all, found->all),
+                    shown = std::exchange(m_shown, found->shown)]() mutable {
+        facts.reset();
+        all.reset();
+        shown.reset();
+    });
     emit changed();
 }
 

@@ -7,6 +7,8 @@
 #include <QApplication>
 #include <QStyle>
 
+#include <utility>
+
 namespace quillmere {
 
 namespace {
@@ -83,14 +85,16 @@ void ProblemRows::show(std::shared_ptr<const QList<Problem>> problems, const Pro
     m_givenUp = std::make_shared<std::atomic_bool>(false);
     m_worker.start([this, problems = std::move(problems), filter, givenUp = m_givenUp] {
         const auto made = std::make_shared<std::pair<Chosen, qsizetype>>(choose(*problems, filter, *givenUp));
-        const auto take = [this, made, problems, givenUp] {
-            if (*givenUp)
-                return;
-            beginResetModel();
-            m_problems = problems;
-            m_chosen = std::move(made->first);
-            m_others = made->second;
-            endResetModel();
+        const auto take = [this, made, problems, givenUp]() mutable {
+            if (!*givenUp) {
+                beginResetModel();
+                m_problems.swap(problems);
+                m_chosen = std::move(made->first);
+                m_others = made->second;
+                endResetModel();
+            }
+            // Many problems take their time to go.
+            m_worker.start([old = std::move(problems)]() mutable { old.reset(); });
         };
         QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
     });
