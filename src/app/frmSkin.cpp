@@ -29,6 +29,7 @@
 #include "naming/forms/SourceHelp.h"
 #include "preview/forms/PreviewFrame.h"
 #include "source/forms/SourceBox.h"
+#include "stage/forms/Stage.h"
 #include "theme/forms/LiveIndex.h"
 #include "widgets/forms/SourceTab.h"
 #include "widgets/forms/WidgetTab.h"
@@ -138,6 +139,7 @@ void frmSkin::makeTabs()
                        *m_index, m_theme, m_files, m_talk, *this);
     m_checks->connectTo({*m_names, *m_sourceTab->txtSnippet, m_sourceHelp->hovers, *m_status, *m_outside,
                          *TabStrip4, int(frYt.indexOf(m_checks->tab)), m_talk});
+    m_stage = new Stage(*m_sourceTab, *frmWb, *m_index, this);
     connectTabs();
 }
 

@@ -30,6 +30,7 @@ class ScanCommands;
 class RecentThemes;
 class SourceHelp;
 class SourceTab;
+class Stage;
 class StatusLine;
 class TabFrame;
 class TabStrip;
@@ -116,6 +117,7 @@ private:
     ThemeChecks *m_checks = nullptr;
     ThemeNames *m_names = nullptr;
     SourceHelp *m_sourceHelp = nullptr;
+    Stage *m_stage = nullptr;
     int CurrentTab = 1; // 1-based
     QElapsedTimer m_sinceTheme;
     std::unique_ptr<Dialogs> m_dialogs;

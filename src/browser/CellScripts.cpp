@@ -66,6 +66,25 @@ QString overflowScript(bool scrollable)
         .arg(scrollable ? QStringLiteral("auto") : QString());
 }
 
+// Every div of ours is placed absolutely, so that the div around it is what its box is cut by.
+QString placesScript()
+{
+    return QStringLiteral(
+        "(function(){var e=document.documentElement,o=e.getBoundingClientRect(),"
+        "k=e.offsetWidth?o.width/e.offsetWidth:1,ids=[],boxes=[],clips=new Map();"
+        "function cut(a,b){return b?[Math.max(a[0],b[0]),Math.max(a[1],b[1]),Math.min(a[2],b[2]),"
+        "Math.min(a[3],b[3])]:a;}"
+        "function put(b){boxes.push(b[0],b[1],Math.max(0,b[2]-b[0]),Math.max(0,b[3]-b[1]));}"
+        "for(const d of document.getElementsByTagName('div')){ids.push(d.getAttribute('id')||'');"
+        "if(!d.getClientRects().length){boxes.push(0,0,-1,0,0,0,-1,0);continue;}"
+        "var r=d.getBoundingClientRect(),l=(r.left-o.left)/k,t=(r.top-o.top)/k,"
+        "b=[l,t,l+r.width/k,t+r.height/k],around=d.parentElement.closest('div'),"
+        "clip=around?clips.get(around):null;put(b);put(cut(b,clip));"
+        "if(getComputedStyle(d).overflow!='visible'){var x=l+d.clientLeft,y=t+d.clientTop;"
+        "clip=cut([x,y,x+d.clientWidth,y+d.clientHeight],clip);}clips.set(d,clip);}"
+        "return JSON.stringify([ids,boxes]);})()");
+}
+
 // Loads the pictures that the style rules name once more (from the cache) to learn when they are there, and
 // waits two frames.
 QString watchingScript()

@@ -28,6 +28,11 @@ bool bindsDocument(const QString &page);
 // Lets what lies beyond the view be scrolled to, although the page itself forbids it.
 QString overflowScript(bool scrollable);
 
+// What stands where: for each div of the page, in order, its id and eight numbers: left, top, width and
+// height of its box, and of what the divs around it let be seen of it. Pixels of the page as it is laid out,
+// however it is scaled or scrolled. Widths are -1 where nothing is drawn.
+QString placesScript();
+
 // Sets window.__drawn once the page's pictures are loaded and it has been laid out since.
 QString watchingScript();
 

@@ -11,6 +11,7 @@
 #include <QDialog>
 #include <QDragEnterEvent>
 #include <QMetaMethod>
+#include <QPointer>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
@@ -280,6 +281,16 @@ void WebBrowser::put(const QString &script, Way way)
                                   page()->runJavaScript(watchingScript(), QWebEngineScript::ApplicationWorld);
                                   pollDrawn();
                               }
+                          });
+}
+
+void WebBrowser::findPlaces(const std::function<void(const QList<PagePlace> &)> &use)
+{
+    page()->runJavaScript(placesScript(), QWebEngineScript::ApplicationWorld,
+                          [number = m_writes, use, self = QPointer(this)](const QVariant &answer) {
+                              if (self)
+                                  use(number == self->m_writes ? placesOf(answer.toString())
+                                                               : QList<PagePlace>());
                           });
 }
 

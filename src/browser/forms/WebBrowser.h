@@ -1,5 +1,6 @@
 #pragma once
 
+#include "browser/PagePlace.h"
 #include "browser/PageTree.h"
 #include "browser/PictureUrls.h"
 
@@ -46,6 +47,8 @@ public:
     void setPatience(int milliseconds) { m_patience.setInterval(milliseconds); }
     // Whether what lies beyond the view can be scrolled to, although the page itself forbids it.
     void setScrollable(bool scrollable);
+    // Asks where the divs of the page are. The answer is empty where the page has been written over by then.
+    void findPlaces(const std::function<void(const QList<PagePlace> &places)> &use);
     bool isBusy() const { return m_busy || m_waiting.has_value(); }
 
 signals:

@@ -70,6 +70,16 @@ void PreviewFrame::setFrameSize(int width, int height)
     wb->setScrollable(wb->width() < toPixels(screen.width) || wb->height() < toPixels(screen.height));
 }
 
+QPointF PreviewFrame::toPage(QPointF point) const
+{
+    return point + wb->page()->scrollPosition();
+}
+
+QPointF PreviewFrame::fromPage(QPointF point) const
+{
+    return point - wb->page()->scrollPosition();
+}
+
 void PreviewFrame::showScreen(Screen screen)
 {
     const TwipSize size = browserSize(screen, m_fixed);

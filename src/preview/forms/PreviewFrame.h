@@ -24,6 +24,13 @@ public:
     void setFrameSize(int width, int height);
     void showScreen(Screen screen);
 
+    // Between pixels of the browser and those of the page as it is laid out, however it is scaled and
+    // scrolled.
+    QPointF toPage(QPointF point) const;
+    QPointF fromPage(QPointF point) const;
+    // Pixels of the browser that one of the page takes.
+    double zoom() const { return 1; }
+
     WebBrowser *wb;
 
 signals:

@@ -66,6 +66,7 @@ SourceBox::SourceBox(const QString &name, const QString &accessibleName, QWidget
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
         if (m_colours->isAtWork() || m_showing)
             return; // only the looks are others
+        ++m_revision;
         emit changed();
     });
     connect(this, &QPlainTextEdit::blockCountChanged, this, &SourceBox::placeNumbers);
@@ -110,6 +111,7 @@ void SourceBox::setText(ReadyText ready)
     m_text = text;
     m_isText = true;
     placeNumbers();
+    ++m_revision;
     emit cursorPositionChanged();
     emit changed();
 }
@@ -133,7 +135,7 @@ void SourceBox::takeDocument(ReadyText ready)
     takePaletteColours();
 }
 
-void SourceBox::rewrite(const QString &text)
+void SourceBox::rewrite(const QString &text, Keyboard keyboard)
 {
     const QString now = m_held->text();
     const QString next = withLineFeeds(text);
@@ -149,8 +151,8 @@ void SourceBox::rewrite(const QString &text)
     setTextCursor(back);
     verticalScrollBar()->setValue(scrolled);
     m_commands.insert(document()->availableUndoSteps());
-    if (window()->isActiveWindow())
-        setFocus(); // so that Ctrl+Z takes it back
+    if (keyboard == Keyboard::Taken && window()->isActiveWindow())
+        setFocus();
 }
 
 void SourceBox::replace(qsizetype start, qsizetype length, const QString &with, qsizetype caret)

@@ -43,10 +43,14 @@ public:
     void setText(const QString &text) { setText(makeReady(text)); }
     void setText(ReadyText ready);
     // The same document, rewritten by a command: one undo step, the caret stays at its place in the text.
-    void rewrite(const QString &text);
+    // The box takes the keyboard, so that Ctrl+Z takes the step back, unless it stays where it is.
+    enum class Keyboard { Taken, Stays };
+    void rewrite(const QString &text, Keyboard keyboard = Keyboard::Taken);
     // The same for a stretch of text() that something the person takes stands for: the caret goes to `caret`
     // in the text that comes of it. To all that listens it is a key.
     void replace(qsizetype start, qsizetype length, const QString &with, qsizetype caret);
+    // A number that each change of the text makes another.
+    qint64 revision() const { return m_revision; }
     // True while a key (of the keyboard or of an input method) is being handled: the next one waits for all
     // that changed() leads to.
     bool isTyping() const { return m_typing; }
@@ -102,6 +106,7 @@ private:
 
     QSet<int> m_commands; // the undo steps that commands made
     bool m_typing = false;
+    qint64 m_revision = 0;
     mutable QString m_text; // what the document is, where m_isText
     mutable bool m_isText = false;
     bool m_showing = false;     // hidden text is being shown; the text stays the same

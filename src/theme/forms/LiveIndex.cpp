@@ -55,10 +55,14 @@ LiveIndex::~LiveIndex()
 
 const Outline &LiveIndex::outline()
 {
-    if (!m_isOutlined)
-        m_outline = Outline(m_source.text(), m_revision);
-    m_isOutlined = true;
+    if (m_outline.revision() != revision())
+        m_outline = Outline(m_source.text(), revision());
     return m_outline;
+}
+
+qint64 LiveIndex::revision() const
+{
+    return m_source.revision();
 }
 
 ThemeSources LiveIndex::sources() const
@@ -97,8 +101,6 @@ void LiveIndex::themeLoaded()
 // While keys come, nothing of this is done; the page of the window waits as long.
 void LiveIndex::textChanged()
 {
-    ++m_revision;
-    m_isOutlined = false;
     m_late.insert(m_openFile());
     if (m_source.isTyping())
         m_pause.changed(0, LateWork::Wait::Always);
@@ -133,7 +135,7 @@ void LiveIndex::start()
     work->before = m_index;
     work->stamps = m_stamps;
     work->openFile = m_openFile();
-    work->revision = m_revision;
+    work->revision = revision();
     work->isAnew = std::exchange(m_isAnew, false) || !m_index;
     work->looks = std::exchange(m_looks, false);
     QSet<QString> inHand;
@@ -211,10 +213,9 @@ void LiveIndex::finish(const std::shared_ptr<Made> &made)
         start();
         return;
     }
-    if (made->outline.revision() == m_revision && !m_isOutlined) {
+    if (made->outline.revision() == revision() && m_outline.revision() != revision() &&
+        !made->outline.text().isEmpty())
         m_outline = std::move(made->outline);
-        m_isOutlined = !m_outline.text().isEmpty();
-    }
     m_stamps = std::move(made->stamps);
     // A whole index takes its time to go.
     m_worker.start([before = std::exchange(m_index, std::move(made->index))]() mutable { before.reset(); });

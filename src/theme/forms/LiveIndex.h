@@ -38,7 +38,7 @@ public:
     // Of the text in the source box as it stands now; made when it is first asked for after a change.
     const Outline &outline();
     // A number that each change of that text makes another.
-    qint64 revision() const { return m_revision; }
+    qint64 revision() const;
     QString openFile() const { return m_openFile(); }
     // Of the theme.
     const QString &folder() const { return m_folder; }
@@ -86,8 +86,6 @@ private:
     bool m_isAnew = false, m_looks = false, m_again = false, m_running = false;
     std::stop_source m_stop;
     Outline m_outline;
-    bool m_isOutlined = false;
-    qint64 m_revision = 0;
     QThreadPool m_worker; // last: nothing of the above may go while it works
 };
 

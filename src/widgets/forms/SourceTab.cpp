@@ -44,7 +44,10 @@ SourceTab::SourceTab(std::function<ImageLookup()> pictures, const ListRows &font
       txtHtml(named(new TextHolder(this), "txtHtml", tr("Generated page"))),
       m_work(
           kMostInKey, [this] { draw(txtSnippet->text()); },
-          [this] { m_late.start(inputOf(txtSnippet->text())); })
+          [this] {
+              m_trying = false;
+              m_late.start(inputOf(txtSnippet->text()));
+          })
 {
     frBc->setCaption(QStringLiteral("Block Compare"));
     frBc->setToolTip(tr("Double-click the frame to close it."));
@@ -128,15 +131,27 @@ void SourceTab::BuildWidgetHtml(const QString &markup)
     draw(markup);
 }
 
+void SourceTab::tryOut(const QString &markup)
+{
+    if (markup.size() <= kLarge) {
+        draw(markup);
+        return;
+    }
+    m_work.forget();
+    m_trying = markup != txtSnippet->text();
+    m_late.start(inputOf(markup));
+}
+
 void SourceTab::draw(const QString &markup)
 {
     m_work.forget();
     m_late.giveUp();
-    show(renderPage(inputOf(markup)));
+    show(renderPage(inputOf(markup)), markup == txtSnippet->text() ? txtSnippet->revision() : -1);
 }
 
-void SourceTab::show(const Rendered &rendered)
+void SourceTab::show(const Rendered &rendered, qint64 revision)
 {
+    m_pageRevision = revision;
     txtHtml->setText(rendered.widgets.html);
     if (std::exchange(m_sameList, true))
         blocks.update(rendered.widgets.blocks);
@@ -152,7 +167,8 @@ void SourceTab::showLate(const Rendered &rendered)
 {
     QElapsedTimer clock;
     clock.start();
-    show(rendered);
+    const bool isOfText = !m_late.isBusy() && !m_trying;
+    show(rendered, isOfText ? txtSnippet->revision() : -1);
     m_work.measured(rendered.milliseconds + double(clock.nsecsElapsed()) / 1e6,
                     txtSnippet->document()->characterCount());
 }

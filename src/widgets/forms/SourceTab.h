@@ -29,6 +29,11 @@ public:
     void addCommands(Commands &menu);
     // Draws markup without changing the source box: refills lvBlock and txtHtml and shows the page.
     void BuildWidgetHtml(const QString &markup);
+    // The same for a text that is about to become that of the source box; lvBlock keeps its place.
+    void tryOut(const QString &markup);
+    // SourceBox::revision() of the text that pageReady() was last sent for; -1 where that was no text of the
+    // source box.
+    qint64 pageRevision() const { return m_pageRevision; }
     // Makes the browser's page from txtHtml, the options and the ticks of lvBlock.
     void ShowPreview();
     // True while the page and lvBlock are those of an older text: what takes too long for a key waits until
@@ -59,7 +64,7 @@ private:
     void txtSnippet_Change();
     RenderInput inputOf(const QString &markup) const;
     void draw(const QString &markup);
-    void show(const Rendered &rendered);
+    void show(const Rendered &rendered, qint64 revision);
     void showLate(const Rendered &rendered);
     // True where it had to draw.
     bool catchUp();
@@ -82,6 +87,8 @@ private:
     TextHolder *txtHtml;
     LateRender m_late{this};
     LateWork m_work; // the page of the text
+    qint64 m_pageRevision = -1;
+    bool m_trying = false; // what is made late is of a text that is tried out
     bool m_behind = false;
     bool m_saidBehind = false; // which is for a pause, not for the moment that a page is being made
     bool m_sameList = false;   // nothing but keys has come between lvBlock and the text

@@ -1,0 +1,180 @@
+#include "stage/forms/Stage.h"
+
+#include "browser/forms/WebBrowser.h"
+#include "preview/forms/PreviewFrame.h"
+#include "source/forms/SourceBox.h"
+#include "stage/BlockPlaces.h"
+#include "stage/RectChanges.h"
+#include "theme/forms/LiveIndex.h"
+#include "widgets/forms/SourceTab.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <utility>
+
+namespace quillmere {
+
+Stage::Stage(SourceTab &tab, PreviewFrame &frame, LiveIndex &index, QObject *parent)
+    : QObject(parent), m_tab(tab), m_frame(frame), m_index(index)
+{
+    connect(&tab, &SourceTab::pageReady, this, &Stage::onPageReady);
+    connect(tab.txtSnippet, &SourceBox::changed, this, &Stage::onTextChanged);
+    connect(frame.wb, &WebBrowser::written, this, &Stage::onWritten);
+    connect(frame.wb, &WebBrowser::failed, this, [this] { m_drawing = false; });
+}
+
+const Outline &Stage::outline() const
+{
+    return m_index.outline();
+}
+
+qint64 Stage::revision() const
+{
+    return m_tab.txtSnippet->revision();
+}
+
+const QList<int> &Stage::selection()
+{
+    followText();
+    return m_selection;
+}
+
+void Stage::select(const QList<int> &blocks, By by)
+{
+    QList<int> next;
+    const int count = int(outline().blocks().size());
+    for (const int block : blocks) {
+        if (block >= 0 && block < count && !next.contains(block))
+            next.append(block);
+    }
+    followText();
+    if (next == m_selection)
+        return;
+    m_selection = next;
+    emit selectionChanged(by);
+}
+
+// The rows of an older text are no rows of this one.
+void Stage::followText()
+{
+    const QTextDocument *document = m_tab.txtSnippet->document();
+    if (m_selectedIn == revision() && m_document == document)
+        return;
+    const auto count = qint32(outline().blocks().size());
+    const bool isSame = m_document == document && count == m_blocks;
+    m_selectedIn = revision();
+    m_document = document;
+    m_blocks = count;
+    if (!isSame && !std::exchange(m_selection, {}).isEmpty())
+        emit selectionChanged(By::Text);
+}
+
+const QList<Place> *Stage::places()
+{
+    if (m_placesOf == revision() && !m_trying)
+        return &m_places;
+    m_wanted = true;
+    askPlaces();
+    return nullptr;
+}
+
+std::optional<Place> Stage::placeOf(int block)
+{
+    const QList<Place> *known = places();
+    if (!known)
+        return {};
+    const auto found = std::lower_bound(known->begin(), known->end(), block,
+                                        [](const Place &place, int row) { return place.block < row; });
+    return found != known->end() && found->block == block ? std::optional(*found) : std::nullopt;
+}
+
+void Stage::askPlaces()
+{
+    if (m_asked || !m_pageThere || m_pageOf != revision())
+        return;
+    m_asked = true;
+    m_frame.wb->findPlaces([self = QPointer(this), of = m_pageOf](const QList<PagePlace> &divs) {
+        if (!self)
+            return;
+        self->m_asked = false;
+        if (of != self->m_pageOf || of != self->revision() || !self->m_pageThere)
+            return; // the page that came in between asks again
+        self->m_places = placesOfBlocks(self->outline(), divs);
+        self->m_placesOf = of;
+        self->m_wanted = false;
+        emit self->placesChanged();
+    });
+}
+
+bool Stage::write(const QList<TextChange> &changes, qint64 revision, const QList<int> &selected)
+{
+    if (revision != this->revision())
+        return false;
+    if (changes.isEmpty()) {
+        endTrying();
+    } else {
+        SourceBox &source = *m_tab.txtSnippet;
+        source.rewrite(withChanges(source.text(), changes), SourceBox::Keyboard::Stays);
+        m_selectedIn = -1; // the rows before say nothing of those after
+        m_selection.clear();
+    }
+    select(selected, By::Picture);
+    return true;
+}
+
+bool Stage::tryOut(const QList<TextChange> &changes, qint64 revision)
+{
+    if (revision != this->revision())
+        return false;
+    m_trying = true;
+    m_next = withChanges(m_tab.txtSnippet->text(), changes);
+    if (!m_drawing)
+        drawNext();
+    return true;
+}
+
+void Stage::drawNext()
+{
+    if (!m_next)
+        return;
+    m_drawing = true;
+    m_tab.tryOut(*std::exchange(m_next, {}));
+}
+
+void Stage::endTrying()
+{
+    if (!std::exchange(m_trying, false))
+        return;
+    m_next.reset();
+    m_tab.tryOut(m_tab.txtSnippet->text());
+}
+
+void Stage::onPageReady()
+{
+    m_pageOf = m_tab.pageRevision();
+    m_pageThere = false;
+    m_placesOf = -1;
+}
+
+void Stage::onWritten()
+{
+    m_pageThere = true;
+    m_drawing = false;
+    if (m_trying) {
+        drawNext();
+        return;
+    }
+    if (m_wanted || !selection().isEmpty())
+        askPlaces();
+}
+
+// The page of the new text is drawn by whoever draws pages.
+void Stage::onTextChanged()
+{
+    m_trying = m_drawing = false;
+    m_next.reset();
+    emit textChanged();
+}
+
+} // namespace quillmere

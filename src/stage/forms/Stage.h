@@ -1,0 +1,85 @@
+#pragma once
+
+#include "outline/Outline.h"
+#include "source/TextChanges.h"
+#include "stage/Hits.h"
+
+#include <QObject>
+
+#include <optional>
+
+class QTextDocument;
+
+namespace quillmere {
+
+class LiveIndex;
+class PreviewFrame;
+class SourceTab;
+
+// What those who work in the picture share: the blocks that are selected, where each block is in the picture,
+// and the one way in which the picture changes the text. Blocks are rows of the block list; all that comes
+// from a text is of one revision of it, and what is of an older one is dropped.
+class Stage : public QObject
+{
+    Q_OBJECT
+
+public:
+    Stage(SourceTab &tab, PreviewFrame &frame, LiveIndex &index, QObject *parent = nullptr);
+
+    // Of the text in the source box as it stands now.
+    const Outline &outline() const;
+    qint64 revision() const;
+
+    // The block selected first comes first; it is the one that others are aligned to.
+    const QList<int> &selection();
+    // Who selected, so that nobody is told what they said themselves.
+    enum class By { Picture, List, Source, Dialog, Text };
+    void select(const QList<int> &blocks, By by);
+
+    // Where the blocks are, in the order of the document, while the browser has the page of this very text;
+    // nullptr otherwise, and until the browser has answered. placesChanged() tells when that changes. Asking
+    // is what makes the browser be asked.
+    const QList<Place> *places();
+    std::optional<Place> placeOf(int block);
+
+    // Writes into the source box, as one step that can be undone. Afterwards these rows are selected. False,
+    // and nothing is written, where the changes are of another revision.
+    bool write(const QList<TextChange> &changes, qint64 revision, const QList<int> &selected);
+    // Draws the page of the text with the changes and leaves the text as it is. One page is under way at a
+    // time, and of those asked for meanwhile only the newest is drawn. False as above.
+    bool tryOut(const QList<TextChange> &changes, qint64 revision);
+    // Draws the page of the text again, where another has been tried out.
+    void endTrying();
+    bool isTrying() const { return m_trying; }
+
+signals:
+    void selectionChanged(quillmere::Stage::By by);
+    void placesChanged();
+    // The text is another one than before; gestures of the one before are over.
+    void textChanged();
+
+private:
+    void onPageReady();
+    void onWritten();
+    void onTextChanged();
+    void followText();
+    void askPlaces();
+    void drawNext();
+
+    SourceTab &m_tab;
+    PreviewFrame &m_frame;
+    LiveIndex &m_index;
+    QList<int> m_selection;
+    qint64 m_selectedIn = 0; // the revision that the selection is of
+    const QTextDocument *m_document = nullptr;
+    qint32 m_blocks = 0;
+    QList<Place> m_places;
+    qint64 m_placesOf = -1; // revisions; -1 for none
+    qint64 m_pageOf = -1;   // of the page that is in the browser, or on its way there
+    bool m_pageThere = false;
+    bool m_asked = false, m_wanted = false;
+    bool m_trying = false, m_drawing = false;
+    std::optional<QString> m_next; // the text to be tried out
+};
+
+} // namespace quillmere
