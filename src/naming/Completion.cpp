@@ -1,5 +1,6 @@
 #include "naming/Completion.h"
 
+#include "naming/TypedText.h"
 #include "outline/Values.h"
 
 #include <algorithm>
@@ -10,29 +11,6 @@ namespace {
 
 using In = CaretPlace::In;
 using Of = Completion::Of;
-
-constexpr qsizetype kColours = 3; // entries of a list of colours
-constexpr qsizetype kWords = 2;   // words of an alignment
-
-bool isNamePart(QChar c)
-{
-    return c.isLetterOrNumber() || c == u'_';
-}
-
-bool isBlank(QChar c)
-{
-    return c.unicode() <= 32;
-}
-
-bool isList(Kind kind)
-{
-    return kind == Kind::BackColor || kind == Kind::ForeColor || kind == Kind::Rect;
-}
-
-bool hasNoEnd(const Element &element)
-{
-    return element.end == End::Missing || element.end == End::Open;
-}
 
 // The element that a new one at the caret would stand in. A value that is not closed holds none: it ends
 // there.
@@ -65,8 +43,9 @@ QString classOf(const Outline &outline, qint32 block)
 class CompletionFinder
 {
 public:
-    CompletionFinder(const Outline &outline, qint32 caret, const ThemeIndex *index)
-        : m_outline(outline), m_text(outline.text()), m_index(index), m_place(caretPlace(outline, caret))
+    CompletionFinder(const Outline &outline, qint32 caret, const ThemeIndex *index, FileRole role)
+        : m_outline(outline), m_text(outline.text()), m_index(index), m_role(role),
+          m_place(caretPlace(outline, caret))
     {
         m_found.element = m_place.element;
         m_found.word = m_place.word;
@@ -109,7 +88,7 @@ private:
         case In::AttributeName:
             return fillAttribute();
         case In::AttributeValue:
-            return fillClass();
+            return fillAttributeValue();
         case In::Comment:
             return;
         }
@@ -124,6 +103,20 @@ private:
             ++word.end;
     }
 
+    // Whether a second one of a kind would say nothing: the element at the caret does not count.
+    bool isThere(Kind kind, qint32 parent) const
+    {
+        if (parent < 0 || kind == Kind::Widget || kind == Kind::Style || kind == Kind::Signal)
+            return false;
+        const qint32 behind = m_outline.element(parent).next;
+        for (qint32 child = parent + 1; child < behind; child = m_outline.element(child).next) {
+            const Element &element = m_outline.element(child);
+            if (element.kind == kind && !element.inComment && element.tag.start + 1 != m_found.word.start)
+                return true;
+        }
+        return false;
+    }
+
     void fillElement()
     {
         const qint32 parent = parentAt(m_outline, m_place);
@@ -134,6 +127,7 @@ private:
                 return m_index->elementsIn(name, a) > m_index->elementsIn(name, b);
             });
         }
+        std::stable_partition(kinds.begin(), kinds.end(), [&](Kind kind) { return !isThere(kind, parent); });
         for (const Kind kind : kinds)
             m_found.entries.append(nameOf(kind).toString());
         m_found.of = kinds.isEmpty() ? Of::Nothing : Of::Element;
@@ -162,24 +156,38 @@ private:
         m_found.of = m_found.entries.isEmpty() ? Of::Nothing : Of::Attribute;
     }
 
-    void fillClass()
+    void fillAttributeValue()
     {
-        if (m_outline.at(m_place.attribute.name).compare(u"class", Qt::CaseInsensitive) != 0 ||
-            m_outline.element(m_place.element).block < 0)
+        if (m_outline.element(m_place.element).block < 0)
             return;
-        // Where the second quote is missing, the value goes on to one of another attribute.
+        const QStringView attribute = m_outline.at(m_place.attribute.name);
+        if (attribute.compare(u"class", Qt::CaseInsensitive) == 0) {
+            m_found.of = Of::Class;
+            m_found.entries = m_index ? m_index->classes() : QStringList();
+            for (const QString &name : knownClasses()) {
+                if (!m_found.entries.contains(name))
+                    m_found.entries.append(name);
+            }
+        } else if (m_role == FileRole::WindowCatalogue &&
+                   attribute.compare(u"name", Qt::CaseInsensitive) == 0 &&
+                   classOf(m_outline, m_place.element) == u"window") {
+            m_found.of = Of::Name;
+            m_found.kind = NameKind::Window;
+        } else {
+            return;
+        }
+        endAttributeValue();
+    }
+
+    // Where the second quote is missing, the value goes on to one of another attribute.
+    void endAttributeValue()
+    {
         const QStringView value = m_outline.at(m_found.word);
-        if (!m_place.attribute.closed || value.contains(u'=') || value.contains(u'\n')) {
-            m_found.word = {m_found.caret, m_found.caret};
-            takeWordAround();
-            m_found.word.start = std::max(m_found.word.start, m_place.word.start);
-        }
-        m_found.entries = m_index ? m_index->classes() : QStringList();
-        for (const QString &name : knownClasses()) {
-            if (!m_found.entries.contains(name))
-                m_found.entries.append(name);
-        }
-        m_found.of = Of::Class;
+        if (m_place.attribute.closed && !value.contains(u'=') && !value.contains(u'\n'))
+            return;
+        m_found.word = {m_found.caret, m_found.caret};
+        takeWordAround();
+        m_found.word.start = std::max(m_found.word.start, m_place.word.start);
     }
 
     void fillValue()
@@ -224,188 +232,17 @@ private:
     const Outline &m_outline;
     QStringView m_text;
     const ThemeIndex *m_index;
+    FileRole m_role;
     CaretPlace m_place;
     Completion m_found;
 };
 
-class EntryTaker
-{
-public:
-    EntryTaker(const Outline &outline, const Completion &completion, const QString &entry)
-        : m_outline(outline), m_text(outline.text()), m_from(completion),
-          m_entry(entry), m_taken{completion.word, entry, 0}
-    {
-    }
-
-    TakenEntry take()
-    {
-        switch (m_from.of) {
-        case Of::Element:
-            takeElement();
-            break;
-        case Of::Closing:
-            if (!follows(u'>'))
-                m_taken.text += u'>';
-            break;
-        case Of::Attribute:
-            takeAttribute();
-            break;
-        case Of::Class:
-            takeClass();
-            break;
-        case Of::Word:
-        case Of::Name:
-            takeValue();
-            break;
-        case Of::Nothing:
-            m_taken = {{m_from.caret, m_from.caret}, {}, 0};
-            break;
-        }
-        m_taken.caret = m_taken.range.start + (m_caret < 0 ? qint32(m_taken.text.size()) : m_caret);
-        return m_taken;
-    }
-
-private:
-    bool follows(QChar unit) const
-    {
-        return m_taken.range.end < m_text.size() && m_text[m_taken.range.end] == unit;
-    }
-
-    // What stands behind the range in its line, without the blanks before it.
-    QStringView rest() const
-    {
-        const QStringView behind = m_text.sliced(m_taken.range.end);
-        const qsizetype lineEnd = behind.indexOf(u'\n');
-        return (lineEnd < 0 ? behind : behind.first(lineEnd)).trimmed();
-    }
-
-    void put(const QString &before, const QString &behind)
-    {
-        m_taken.text += before;
-        m_caret = qint32(m_taken.text.size());
-        m_taken.text += behind;
-    }
-
-    void takeElement()
-    {
-        if (m_from.bringsBracket)
-            m_taken.text.prepend(u'<');
-        else if (!takesWholeTag())
-            return;
-        const Kind kind = kindOf(m_entry);
-        const QString closing = isClosedFurtherOn() ? QString() : u"</" + m_entry + u'>';
-        m_taken.goesOn = true;
-        if (kind == Kind::Widget || kind == Kind::Style)
-            put(QStringLiteral(" class=\""), u"\" name=\"\">" + closing);
-        else if (isList(kind))
-            put(QStringLiteral(">["), u']' + closing);
-        else
-            put(QStringLiteral(">"), closing);
-    }
-
-    // Whether the tag is but begun, or says nothing more than its name: the range goes to its end then.
-    bool takesWholeTag()
-    {
-        if (m_from.element < 0)
-            return true;
-        const Element &element = m_outline.element(m_from.element);
-        if (element.tag.start + 1 != m_taken.range.start || m_taken.range.isEmpty())
-            return true;
-        const QStringView behind = m_outline.at({element.name().end, element.tag.end}).trimmed();
-        if (!behind.isEmpty() && (behind != u">" || !hasNoEnd(element)))
-            return false;
-        m_taken.range.end = element.tag.end;
-        return true;
-    }
-
-    // A closing tag of the name that nothing opened, and no other before it.
-    bool isClosedFurtherOn() const
-    {
-        const std::vector<Range> &tags = m_outline.strayTags();
-        const auto next =
-            std::find_if(tags.begin(), tags.end(), [this](Range tag) { return tag.start >= m_from.caret; });
-        return next != tags.end() && m_outline.at(*next).sliced(2).startsWith(m_entry, Qt::CaseInsensitive) &&
-               next->size() == m_entry.size() + 3;
-    }
-
-    void takeAttribute()
-    {
-        if (rest().startsWith(u'=') && !m_taken.range.isEmpty())
-            return;
-        if (m_taken.range.start > 0 && !isBlank(m_text[m_taken.range.start - 1]))
-            m_taken.text.prepend(u' ');
-        const bool touchesNext = m_taken.range.end < m_text.size() && isNamePart(m_text[m_taken.range.end]);
-        put(QStringLiteral("=\""), touchesNext ? QStringLiteral("\" ") : QStringLiteral("\""));
-        m_taken.goesOn = m_entry == u"class";
-    }
-
-    void takeClass()
-    {
-        const qint32 start = m_taken.range.start;
-        if (start > 0 && m_text[start - 1] == u'=')
-            m_taken.text.prepend(u'"');
-        if (!follows(u'"'))
-            m_taken.text += u'"';
-    }
-
-    void takeValue()
-    {
-        const Element &element = m_outline.element(m_from.element);
-        Range value = trimmed(element.content(), m_text);
-        const bool isOpen = hasNoEnd(element) && !rest().startsWith(u"</");
-        if (value.isEmpty() || hasNoEnd(element))
-            value = {std::min(value.start, m_taken.range.start), m_taken.range.end};
-        const QList<Range> entries = entriesOf(m_outline, m_from.element);
-        const qsizetype number =
-            std::count_if(entries.begin(), entries.end(),
-                          [this](Range entry) { return entry.end < m_taken.range.start; }) +
-            1;
-        const bool isColour = isList(element.kind);
-        if (isColour && number == 1 && (value.start >= m_taken.range.start || m_text[value.start] != u'['))
-            m_taken.text.prepend(u'[');
-        const qint32 behindEntry = qint32(m_taken.text.size());
-        const QStringView behind =
-            hasNoEnd(element) ? rest() : m_outline.at({m_taken.range.end, element.content().end}).trimmed();
-        const bool isLast = behind.isEmpty() || behind.startsWith(u'<') || behind.startsWith(u']');
-        if (isColour && isLast) {
-            if (behind.startsWith(u']') && isOpen)
-                takeBracket();
-            else if (!behind.startsWith(u']'))
-                m_taken.text += u']';
-        }
-        if (isOpen && isLast)
-            m_taken.text += u"</" + m_outline.at(element.name()).toString() + u'>';
-        if (number < (isColour ? kColours : element.kind == Kind::Alignment ? kWords : 0))
-            m_caret = behindEntry;
-    }
-
-    void takeBracket()
-    {
-        while (m_text[m_taken.range.end] != u']')
-            ++m_taken.range.end;
-        ++m_taken.range.end;
-        m_taken.text += u']';
-    }
-
-    const Outline &m_outline;
-    QStringView m_text;
-    const Completion &m_from;
-    const QString &m_entry;
-    TakenEntry m_taken;
-    qint32 m_caret = -1; // in the new text; behind it where negative
-};
-
 } // namespace
 
-Completion completionAt(const Outline &outline, qsizetype caret, const ThemeIndex *index)
+Completion completionAt(const Outline &outline, qsizetype caret, const ThemeIndex *index, FileRole role)
 {
     const qint32 at = qint32(std::clamp<qsizetype>(caret, 0, outline.text().size()));
-    return CompletionFinder(outline, at, index).find();
-}
-
-TakenEntry takeEntry(const Outline &outline, const Completion &completion, const QString &entry)
-{
-    return EntryTaker(outline, completion, entry).take();
+    return CompletionFinder(outline, at, index, role).find();
 }
 
 } // namespace quillmere

@@ -17,7 +17,7 @@ struct Completion
         Attribute, // the name of one
         Class,     // the value of `class`
         Word,      // one of a few words: a mode, an alignment, a state
-        Name,      // what the table of names knows
+        Name,      // what the table of names knows; a window in an attribute, all others in an element
     };
 
     Of of = Of::Nothing;
@@ -37,8 +37,10 @@ struct Completion
     bool bringsBracket = false; // an element where there is no "<" yet
 };
 // `index` may be missing: then there are no names, and elements come in the order of the vocabulary. Nothing
-// is offered in comments and signals. Time is that of caretPlace.
-Completion completionAt(const Outline &outline, qsizetype caret, const ThemeIndex *index);
+// is offered in comments and signals. In the catalogue of windows, windows have the names of documents. Time
+// is that of caretPlace.
+Completion completionAt(const Outline &outline, qsizetype caret, const ThemeIndex *index,
+                        FileRole role = FileRole::Window);
 
 // How the text changes when an entry is taken.
 struct TakenEntry

@@ -27,14 +27,15 @@ bool isInComment(const Outline &outline, qint32 caret)
 } // namespace
 
 // What gives way to an entry lies in the text, around the caret, and nothing is offered in a comment. An
-// entry taken in a closed value leaves all elements as they are. The parts are a text and the caret's place
-// in it.
+// entry taken in a closed value leaves all elements as they are. The parts are a text, the caret's place in
+// it, and whether the text is the catalogue of windows.
 void fuzz(const Input &input)
 {
     const QString text = input.text(0);
     const Outline outline(text);
     const qint32 caret = input.choice(1, 256) * qint32(text.size()) / 255;
-    const Completion found = completionAt(outline, caret, nullptr);
+    const Completion found = completionAt(
+        outline, caret, nullptr, input.choice(2, 2) == 0 ? FileRole::Window : FileRole::WindowCatalogue);
     check(found.of == Completion::Of::Nothing || !isInComment(outline, caret), "nothing in comments", text);
     check(found.word.start >= 0 && found.word.start <= caret && found.word.end >= caret &&
               found.word.end <= text.size(),
@@ -51,7 +52,8 @@ void fuzz(const Input &input)
         check(taken.caret >= taken.range.start && taken.caret <= taken.range.start + taken.text.size(),
               "the caret is in what was taken", text);
         check(taken.text.contains(entry), "the entry is taken", text);
-        if (found.of != Completion::Of::Name && found.of != Completion::Of::Word)
+        if ((found.of != Completion::Of::Name && found.of != Completion::Of::Word) ||
+            found.kind == NameKind::Window)
             continue;
         if (outline.element(found.element).end != End::Tag || taken.range != found.word)
             continue;

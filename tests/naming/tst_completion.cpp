@@ -107,6 +107,12 @@ void tst_Completion::takes_data()
     row("class without quotes", "<widget class=te|>", "text", "<widget class=\"text\"|>");
     row("class of no block", "<img class=\"|\">", "", "");
     row("another attribute", "<widget name=\"|\">", "", "");
+    row("name of a window", "<widget class=\"window\" name=\"|\"/>", "", "");
+    row("catalogue: window", "<widget class=\"window\" style=\"a\" name=\"ma|x\"/>", "main",
+        "<widget class=\"window\" style=\"a\" name=\"main|\"/>");
+    row("catalogue: before the class", "<widget name=\"|\" class=\"window\"/>", "main",
+        "<widget name=\"main|\" class=\"window\"/>");
+    row("catalogue: block", "<widget class=\"text\" name=\"|\"/>", "", "");
     row("attribute", "<widget na|>", "name", "<widget name=\"|\">");
     row("attribute with a value", "<widget na|=\"a\">", "name", "<widget name|=\"a\">");
 }
@@ -119,7 +125,9 @@ void tst_Completion::takes()
     const qsizetype caret = text.lastIndexOf(u'|');
     text.remove(caret, 1);
     const Outline outline(text);
-    const Completion found = completionAt(outline, caret, nullptr);
+    const bool isCatalogue = QByteArray(QTest::currentDataTag()).startsWith("catalogue");
+    const Completion found =
+        completionAt(outline, caret, nullptr, isCatalogue ? FileRole::WindowCatalogue : FileRole::Window);
     if (taken.isEmpty() && entry.isEmpty()) {
         QCOMPARE(found.of, Completion::Of::Nothing);
         return;
@@ -146,6 +154,11 @@ void tst_Completion::offersElementsByUse()
              QStringList({u"font"_s, u"string"_s, u"imgs"_s}));
     QCOMPARE(offered("<widget class=\"window\"><property><").first(), u"rect"_s);
     QCOMPARE(offered("<widget class=\"clock\"><property><").first(), u"imgs"_s);
+    // What is there already goes last, and what may come again does not.
+    QCOMPARE(offered("<property><imgs><mode>single</mode><!-- <img> --><").last(), u"mode"_s);
+    QCOMPARE(offered("<imgs><img>a</img><mode>single</mode><").last(2), QStringList({u"mode"_s, u"img"_s}));
+    QCOMPARE(offered("<imgs><mode").first(), u"mode"_s);
+    QCOMPARE(offered("<children><widget/><").first(), u"widget"_s);
     QCOMPARE(offered("<widget class=\"").first(3), QStringList({u"text"_s, u"clock"_s, u"window"_s}));
 }
 

@@ -128,7 +128,8 @@ void Completer::listNames()
     const std::shared_ptr<const ThemeIndex> index = m_live.sharedIndex();
     if (!index)
         m_names = {};
-    for (const NameKind kind : {NameKind::Image, NameKind::Colour, NameKind::Font, NameKind::String}) {
+    for (const NameKind kind :
+         {NameKind::Image, NameKind::Colour, NameKind::Font, NameKind::String, NameKind::Window}) {
         const qint64 stamp = index ? index->stamp(kind) : -1;
         if (!index || m_names[size_t(kind)].stamp == stamp)
             continue;
@@ -231,7 +232,7 @@ void Completer::refresh()
     const qint32 before = isOpen() ? m_found.word.start : -1;
     m_found = m_source.textCursor().hasSelection()
                   ? Completion()
-                  : completionAt(outline, m_source.selectionStart(), m_live.index());
+                  : completionAt(outline, m_source.selectionStart(), m_live.index(), roleOfOpenFile());
     if (m_found.word.start != m_escaped)
         m_escaped = -1;
     if (before >= 0 && before != m_found.word.start) {
@@ -252,6 +253,16 @@ void Completer::refresh()
         close();
     else
         openList(candidates, std::move(rows));
+}
+
+FileRole Completer::roleOfOpenFile() const
+{
+    if (const ThemeIndex *index = m_live.index()) {
+        const QList<qint32> numbers = index->numbersOf(m_live.openFile());
+        if (!numbers.isEmpty())
+            return index->files().at(numbers.first()).role;
+    }
+    return FileRole::Window;
 }
 
 std::shared_ptr<const Candidates> Completer::candidatesFor(const Completion &completion) const

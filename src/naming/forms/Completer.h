@@ -45,6 +45,7 @@ private:
     bool popupKey(QKeyEvent &key);
     void keyHandled(bool isText);
     void refresh();
+    FileRole roleOfOpenFile() const;
     // nullptr where the names are not listed yet.
     std::shared_ptr<const Candidates> candidatesFor(const Completion &completion) const;
     bool isTaken(const Candidates &candidates, const std::vector<qint32> &rows) const;

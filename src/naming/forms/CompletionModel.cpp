@@ -78,6 +78,8 @@ QString CompletionModel::detailOf(const QString &name) const
         return {};
     case NameKind::String:
         return m_facts.translations().shortly(name);
+    case NameKind::Window:
+        return m_facts.isListed(name) ? QString() : tr("not in the catalogue");
     default:
         return {};
     }

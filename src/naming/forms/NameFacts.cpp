@@ -48,6 +48,11 @@ std::optional<NameFacts::Font> NameFacts::font(const QString &name) const
     return std::nullopt;
 }
 
+bool NameFacts::isListed(const QString &window) const
+{
+    return m_live.index() && m_live.index()->isUsed(NameKind::Window, window);
+}
+
 const Translations &NameFacts::translations()
 {
     if (m_isOld && !m_reading)

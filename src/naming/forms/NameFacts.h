@@ -33,6 +33,9 @@ public:
     };
     std::optional<Font> font(const QString &name) const;
 
+    // Whether the catalogue has the window.
+    bool isListed(const QString &window) const;
+
     // What is known of the translations. They are read beside the window's thread, again when something may
     // have changed since; translationsArrived() tells.
     const Translations &translations();
