@@ -32,10 +32,10 @@ void ThemeChecks::connectTo(const Parts &parts)
             [&strip = parts.strip, number = parts.tab] { strip.setCurrentIndex(number); });
     new ProblemMarks(check, parts.source, this);
     parts.hovers.problemsAt = [this](qsizetype position) {
-        QStringList messages;
+        QList<Hovers::Fault> faults;
         for (const Problem &problem : check.problemsAt(position))
-            messages.append(problem.message);
-        return messages;
+            faults.append({problem.range, problem.message});
+        return faults;
     };
 
     ThemeEditing &editing = parts.names.editing;

@@ -130,6 +130,7 @@ private slots:
     void hovers_data();
     void hovers();
     void hoverOfTheMouse();
+    void hoverSaysEachThingOnce();
 
 private:
     std::unique_ptr<TypedWindow> m_window;
@@ -281,6 +282,8 @@ void TestCompleting::hovers_data()
         "Colour pink\nThis is neither a colour of the catalogue nor a code.");
     row("font", "<font>|small</font>", "Font small\n12 pixels, normal\ns.ttf\nThere is no such file.");
     row("string", "<string>Yes|</string>", "String Yes\nEnglish: Ja\nx: (not translated)");
+    row("unknown string", "<string>Yess|</string>",
+        "String Yess\nNo language has this string.\nNearest: Yes");
     row("markup is text", "<string>&lt;b&gt;|</string>", "String &lt;b&gt;\nNo language has this string.");
     row("block",
         "<widget class=\"a\" name=\"o\"><rect>[5,5,90,90]</rect><children><widget class=\"text\" name=\"n|\">"
@@ -320,6 +323,24 @@ void TestCompleting::hoverOfTheMouse()
     QTRY_COMPARE(m_window->told(), QString());
     QCOMPARE(rest(3, 2), QString());
     QCOMPARE(rest(m_window->source->text().size(), 20), QString());
+}
+
+// With the problems that the checks find a moment later.
+void TestCompleting::hoverSaysEachThingOnce()
+{
+    const auto told = [&](const char *text, const QString &problem) {
+        m_window->set(QString::fromLatin1(text));
+        (void)QTest::qWaitFor([&] {
+            m_window->keys(u"{Tell}"_s);
+            return m_window->told().contains(problem);
+        });
+        return m_window->told();
+    };
+    QCOMPARE(told("<img>log|</img>", u"\"log\""_s), u"Image log\nThere is no image \"log\"\nNearest: Logo"_s);
+    QCOMPARE(
+        told("<string>Yess|</string>", u"lacks"_s),
+        u"String Yess\nNo language has this string.\n\"English\" lacks 1 string of the window, \"Yess\"\n"
+        "\"x\" lacks 1 string of the window, \"Yess\"\nNearest: Yes"_s);
 }
 
 int main(int argc, char **argv)

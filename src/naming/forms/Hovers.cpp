@@ -14,6 +14,8 @@
 #include <QLocale>
 #include <QScrollBar>
 
+#include <algorithm>
+
 namespace quillmere {
 
 namespace {
@@ -123,10 +125,12 @@ void Hovers::asked()
     show(hoverAtCaret(m_live.outline(), caret, m_live.index()), caret, place);
 }
 
-void Hovers::show(const Hover &hover, qsizetype position, const QRect &at)
+void Hovers::show(const Hover &hover, qsizetype position, const QRect &place)
 {
     m_hover = hover;
-    m_problems = problemsAt ? problemsAt(position) : QStringList();
+    // A caret behind the last letter is still at the name.
+    const qsizetype at = hover.of == Hover::Of::Name ? hover.range.start : position;
+    m_problems = problemsAt ? problemsAt(at) : QList<Fault>();
     if (hover.of == Hover::Of::Nothing && m_problems.isEmpty()) {
         hide();
         return;
@@ -135,7 +139,7 @@ void Hovers::show(const Hover &hover, qsizetype position, const QRect &at)
         m_hover.range = {qint32(position), qint32(position + 1)};
     m_pictures.setThemeFolder(m_facts.themeFolder());
     m_pictures.lookAgain();
-    m_box->showAt(contents(), at);
+    m_box->showAt(contents(), place);
 }
 
 void Hovers::hide()
@@ -157,9 +161,8 @@ HoverContents Hovers::contents()
     } else if (m_hover.of == Hover::Of::Name) {
         said.title = captionOf(m_hover.kind) + u' ' + m_hover.name;
         if (!m_hover.isDefined) {
-            said.lines = m_problems.isEmpty() ? QStringList(notDefined(m_hover.kind)) : m_problems;
-            if (!m_hover.nearest.isEmpty())
-                said.lines.append(tr("Nearest: %1").arg(m_hover.nearest.join(QLatin1String(", "))));
+            if (!saysUndefined())
+                said.lines.append(notDefined(m_hover.kind));
         } else if (m_hover.kind == NameKind::Image) {
             sayImage(said);
         } else if (m_hover.kind == NameKind::Colour) {
@@ -172,9 +175,20 @@ HoverContents Hovers::contents()
     } else {
         said.title = tr("Problem");
     }
-    if (m_hover.of != Hover::Of::Name || m_hover.isDefined)
-        said.lines += m_problems;
+    for (const Fault &fault : m_problems)
+        said.lines.append(fault.message);
+    if (!m_hover.nearest.isEmpty())
+        said.lines.append(tr("Nearest: %1").arg(m_hover.nearest.join(QLatin1String(", "))));
     return said;
+}
+
+// Whether a problem says that the name is not defined. That of a string is about a language that lacks it,
+// and another may have it.
+bool Hovers::saysUndefined() const
+{
+    return m_hover.kind != NameKind::String &&
+           std::any_of(m_problems.begin(), m_problems.end(),
+                       [this](const Fault &fault) { return fault.range == m_hover.range; });
 }
 
 void Hovers::sayImage(HoverContents &said)

@@ -22,8 +22,13 @@ class Hovers : public QObject
 public:
     Hovers(SourceBox &source, LiveIndex &live, NameFacts &facts, QObject *parent = nullptr);
 
-    // What is wrong with the text at a position; messages as they are shown.
-    std::function<QStringList(qsizetype position)> problemsAt;
+    // What is wrong with the text at a position, and with what range of it; messages as they are shown.
+    struct Fault
+    {
+        Range range;
+        QString message;
+    };
+    std::function<QList<Fault>(qsizetype position)> problemsAt;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -31,10 +36,11 @@ protected:
 private:
     bool pointed(QPoint point, QPoint onScreen);
     void asked();
-    void show(const Hover &hover, qsizetype position, const QRect &at);
+    void show(const Hover &hover, qsizetype position, const QRect &place);
     void hide();
     void sayAnew();
     HoverContents contents();
+    bool saysUndefined() const;
     void sayImage(HoverContents &contents);
     void sayColour(HoverContents &contents) const;
     void sayFont(HoverContents &contents);
@@ -48,7 +54,7 @@ private:
     Pictures m_pictures;
     FontSample m_sample;
     Hover m_hover;
-    QStringList m_problems;
+    QList<Fault> m_problems;
 };
 
 } // namespace quillmere
