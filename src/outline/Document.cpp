@@ -1,6 +1,9 @@
 #include "outline/Document.h"
 
 #include "files/Files.h"
+#include "rows/RowsText.h"
+
+#include <utility>
 
 namespace quillmere {
 
@@ -43,7 +46,19 @@ void Document::saved(CodePage page, const QString &text)
 
 RowsDocument::RowsDocument(ListRows &rows) : m_rows(rows)
 {
-    QObject::connect(&rows, &ListRows::edited, &m_listener, [this] { setEdited(true); });
+    QObject::connect(&rows, &ListRows::edited, &m_listener, [this] {
+        setEdited(true);
+        m_isCompared = false;
+    });
+}
+
+bool RowsDocument::isEdited() const
+{
+    if (!Document::isEdited())
+        return false;
+    if (!std::exchange(m_isCompared, true))
+        m_differs = !isSameButForChecks(m_rows.rows(), m_saved);
+    return m_differs;
 }
 
 void RowsDocument::keep()
@@ -56,6 +71,7 @@ void RowsDocument::replace(const Document &file, QList<ListRows::Row> rows)
 {
     keep();
     Document::operator=(file);
+    m_saved = rows;
     m_rows.assign(std::move(rows));
     if (m_keeper)
         m_keeper->replaced();
@@ -64,6 +80,7 @@ void RowsDocument::replace(const Document &file, QList<ListRows::Row> rows)
 void RowsDocument::save(Files &files, const QString &text)
 {
     Document::save(files, text);
+    m_saved = m_rows.rows();
     if (m_keeper)
         m_keeper->saved();
 }

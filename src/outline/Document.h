@@ -62,7 +62,8 @@ private:
     bool m_edited = false;
 };
 
-// A document whose content stands in the rows of a list: it is edited when a row is.
+// A document whose content stands in the rows of a list: it is edited while they say something else than its
+// file.
 class RowsDocument : public Document
 {
 public:
@@ -84,6 +85,8 @@ public:
     void replace(const Document &file, QList<ListRows::Row> rows);
     // See Document::save.
     void save(Files &files, const QString &text);
+    // An edit that was taken back leaves nothing to save. The rows are compared when this is asked for.
+    bool isEdited() const;
 
     ListRows &rows() const { return m_rows; }
     // Must outlive the document, unless another takes its place.
@@ -93,6 +96,8 @@ public:
 
 private:
     ListRows &m_rows;
+    QList<ListRows::Row> m_saved; // what the file says
+    mutable bool m_isCompared = true, m_differs = false;
     Keeper *m_keeper = nullptr;
     QObject m_listener; // ends the connection with the document
 };

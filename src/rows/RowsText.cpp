@@ -1,5 +1,7 @@
 #include "rows/RowsText.h"
 
+#include <algorithm>
+
 namespace quillmere {
 
 namespace {
@@ -26,6 +28,14 @@ QString unescaped(QStringView cell)
 }
 
 } // namespace
+
+bool isSameButForChecks(const QList<ListRows::Row> &a, const QList<ListRows::Row> &b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](const ListRows::Row &one, const ListRows::Row &other) {
+                          return one.text == other.text && one.subItems == other.subItems;
+                      });
+}
 
 QString rowsToText(const QList<ListRows::Row> &rows)
 {

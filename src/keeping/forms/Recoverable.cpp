@@ -6,8 +6,6 @@
 #include <QCoreApplication>
 #include <QSignalBlocker>
 
-#include <algorithm>
-
 namespace quillmere {
 
 namespace {
@@ -24,15 +22,6 @@ QString textBefore(SourceBox &emptied)
     for (; steps > 0; --steps)
         document.redo();
     return text;
-}
-
-// A file knows nothing of check marks.
-bool isSameButForChecks(const QList<ListRows::Row> &a, const QList<ListRows::Row> &b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](const ListRows::Row &one, const ListRows::Row &other) {
-                          return one.text == other.text && one.subItems == other.subItems;
-                      });
 }
 
 } // namespace
