@@ -7,20 +7,48 @@
 #include "source/forms/SourceBox.h"
 #include "theme/ThemeProject.h"
 
+#include <QPointer>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+
+#include <utility>
+
 namespace quillmere {
 
+// The box takes the new text when everything else has changed: that draws the page, and once is enough.
 class ThemeEditing::Source : public OpenText
 {
 public:
     explicit Source(SourceBox &box) : m_box(box) {}
     QString text() const override { return m_box.text(); }
-    void apply(const QList<RangeChange> &changes) override
+    void apply(const QList<RangeChange> &changes) override { m_after = changedText(m_box.text(), changes); }
+    // False where there is none.
+    bool takeText()
     {
-        m_box.rewrite(changedText(m_box.text(), changes));
+        const std::optional<QString> after = std::exchange(m_after, {});
+        if (!after)
+            return false;
+        const bool wasModified = isModified();
+        const QString before = m_box.text();
+        m_box.rewrite(*after);
+        if (!wasModified)
+            m_saved = {before, m_box.document()};
+        else if (m_saved.document == m_box.document() && m_saved.text == m_box.text())
+            m_box.document()->setModified(false);
+        return true;
     }
+    bool isModified() const { return m_box.document()->isModified(); }
+    void fileWritten() { m_saved = {}; }
 
 private:
     SourceBox &m_box;
+    std::optional<QString> m_after;
+    // The text of the last edit that found nothing unsaved. What takes that edit back has nothing to save.
+    struct
+    {
+        QString text;
+        QPointer<QTextDocument> document; // another window brings its own
+    } m_saved;
 };
 
 class ThemeEditing::Rows : public OpenRows
@@ -28,6 +56,7 @@ class ThemeEditing::Rows : public OpenRows
 public:
     explicit Rows(const RowsDocument &document) : m_document(document) {}
     const QString &path() const { return m_document.path(); }
+    bool isEdited() const { return m_document.isEdited(); }
     bool isEmpty() const { return m_document.rows().isEmpty(); }
     QList<ListRows::Row> rows() const override { return m_document.rows().rows(); }
     void apply(const QList<RowChange> &changes) override
@@ -47,6 +76,10 @@ ThemeEditing::ThemeEditing(SourceBox &source, OpenDocument &document, ThemeProje
       m_colours(std::make_unique<Rows>(theme.colours.document)),
       m_strings(std::make_unique<Rows>(theme.language.document))
 {
+    files.onWritten(this, [this](const QString &path) {
+        if (!m_isApplying && isOpenText(path)) // an edit gives it another name at most
+            m_source->fileWritten();
+    });
 }
 
 ThemeEditing::~ThemeEditing() = default;
@@ -73,6 +106,12 @@ std::optional<QList<ListRows::Row>> ThemeEditing::openRows(const QString &path) 
     return rows ? std::optional(rows->rows()) : std::nullopt;
 }
 
+bool ThemeEditing::isUnsaved(const QString &path) const
+{
+    const Rows *rows = rowsAt(path);
+    return rows ? rows->isEdited() : isOpenText(path) && m_source->isModified();
+}
+
 bool ThemeEditing::mayWrite(const QStringList &paths) const
 {
     for (const QString &path : paths) {
@@ -91,9 +130,15 @@ std::optional<ThemeEdit> ThemeEditing::apply(const ThemeEdit &edit)
     }
     if (!mayWrite(closed))
         return std::nullopt;
+    const QScopedValueRollback applying(m_isApplying, true);
     const auto text = [this](const QString &path) { return isOpenText(path) ? m_source.get() : nullptr; };
     const auto rows = [this](const QString &path) { return rowsAt(path); };
     const ThemeEdit inverse = edit.apply({m_files, m_theme.folder(), text, rows, m_theme.rule});
+    // What follows may fail, and the files are written.
+    const auto takeText = qScopeGuard([this] {
+        if (!m_source->takeText())
+            emit othersChanged();
+    });
     for (const ThemeEdit::Move &move : edit.moves()) {
         if (m_document.path() == move.from)
             m_document.moved(move.to);
@@ -103,7 +148,6 @@ std::optional<ThemeEdit> ThemeEditing::apply(const ThemeEdit &edit)
         if (!rowsAt(path) && m_theme.files().contains(path))
             m_theme.reload(path);
     }
-    emit applied();
     return inverse;
 }
 

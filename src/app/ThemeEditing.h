@@ -33,12 +33,15 @@ public:
 
     // Whether the file at `path` is edited in the source box.
     bool isOpenText(const QString &path) const;
+    // Whether the file is open and something else than its text or rows as they are now.
+    bool isUnsaved(const QString &path) const;
     // The rows in which the file at `path` is edited; they have to be changed and not the file.
     std::optional<QList<ListRows::Row>> openRows(const QString &path) const;
 
 signals:
-    // After the text, the rows and the files have changed: what shows them together is to be drawn again.
-    void applied();
+    // Rows or files have changed and the text in the source box has not: what shows them together is to be
+    // drawn again.
+    void othersChanged();
 
 private:
     class Source;
@@ -50,6 +53,7 @@ private:
     ThemeProject &m_theme;
     Files &m_files;
     Talk &m_talk;
+    bool m_isApplying = false;
     std::unique_ptr<Source> m_source;
     std::unique_ptr<Rows> m_images, m_colours, m_strings;
 };

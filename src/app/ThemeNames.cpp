@@ -9,6 +9,7 @@
 #include "files/RunTimeError.h"
 #include "markup/mndIni.h"
 #include "naming/Destination.h"
+#include "naming/SamePlaces.h"
 #include "naming/TextSearch.h"
 #include "naming/forms/PlaceRows.h"
 #include "naming/forms/frmRename.h"
@@ -24,6 +25,7 @@
 #include <QMouseEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace quillmere {
 
@@ -71,25 +73,26 @@ void ThemeNames::addCommands(Commands &menu)
     add("mnuUndoRename", {}, [this] { undoRename(); });
     m_undo = menu.action("mnuUndoRename");
     m_undo->setEnabled(false);
-    addListCommands(menu);
+    for (const char *name : {"mnuBack", "mnuForward", "mnuSearch"})
+        m_dialogActions.append(menu.action(name));
+    for (const char *name : {"mnuGoTo", "mnuUses", "mnuRename"})
+        m_nameActions.append(menu.action(name));
+    addListCommands();
 }
 
-void ThemeNames::addListCommands(Commands &menu)
+void ThemeNames::addListCommands()
 {
     for (const NamedList &named : kLists) {
         auto *list = m_tabs[named.tab]->findChild<ListView *>(QLatin1String(named.name));
-        QList<QAction *> items;
-        for (const char *name : {"mnuGoTo", "mnuUses", "mnuRename"})
-            items.append(menu.action(name));
         list->setContextMenuPolicy(Qt::CustomContextMenu);
-        connect(list, &QWidget::customContextMenuRequested, this, [list, items](const QPoint &at) {
+        connect(list, &QWidget::customContextMenuRequested, this, [this, list](const QPoint &at) {
             if (list->selectedRow() < 0)
                 return;
             list->setFocus(); // the commands are about the list that has it
             auto *popup = new QMenu(list);
             popup->setObjectName(QStringLiteral("mnuRow"));
             popup->setAttribute(Qt::WA_DeleteOnClose);
-            popup->addActions(items);
+            popup->addActions(m_nameActions);
             popup->popup(list->viewport()->mapToGlobal(at));
         });
     }
@@ -144,6 +147,11 @@ std::optional<NamedThing> ThemeNames::thingOf(const ListView &list) const
     return thing.name.isEmpty() ? std::nullopt : std::optional(thing);
 }
 
+bool ThemeNames::isInUses() const
+{
+    return m_frmUses && m_frmUses->isActiveWindow();
+}
+
 std::optional<NamedThing> ThemeNames::hint(const QString &text) const
 {
     m_talk.say(text);
@@ -152,6 +160,8 @@ std::optional<NamedThing> ThemeNames::hint(const QString &text) const
 
 std::optional<NamedThing> ThemeNames::thingHere() const
 {
+    if (isInUses())
+        return m_frmUses->thing();
     if (const ListView *list = listInUse()) {
         const auto thing = thingOf(*list);
         return thing ? thing : hint(tr("Select a row with a name first."));
@@ -197,16 +207,20 @@ bool ThemeNames::goToPartner()
 void ThemeNames::goToDefinition()
 {
     const ThemeIndex *names = index();
-    if (!names || (!listInUse() && m_strip.currentIndex() == kSourceTab && goToPartner()))
+    if (!names || (!isInUses() && !listInUse() && m_strip.currentIndex() == kSourceTab && goToPartner()))
         return;
     const auto thing = thingHere();
     if (!thing)
         return;
+    if (isInUses())
+        m_window.activateWindow();
     if (!thing->kind) {
-        const FoundPlaces block = find(*thing, *names);
-        for (const FoundPlace &place : block.places) {
-            if (place.isSure)
-                going.goTo(place.file, place.range, -1);
+        const QList<FoundPlace> blocks = find(*thing, *names).places;
+        const auto sure =
+            std::find_if(blocks.begin(), blocks.end(), [](const FoundPlace &place) { return place.isSure; });
+        if (sure != blocks.end() || !blocks.isEmpty()) {
+            const FoundPlace &place = sure != blocks.end() ? *sure : blocks.first();
+            going.goTo(place.file, place.range, -1);
         }
         return;
     }
@@ -227,55 +241,47 @@ void ThemeNames::showUses()
     const auto thing = names ? thingHere() : std::nullopt;
     if (!thing)
         return;
-    m_listed = *thing;
-    m_uses = find(*thing, *names);
-    if (thing->kind)
-        m_uses.places.removeIf([](const FoundPlace &place) { return place.isDefinition; });
+    const FoundPlaces uses = frmUses::usesOf(*thing, find(*thing, *names));
     if (!m_frmUses) {
-        m_frmUses = std::make_unique<frmUses>(m_window);
-        connect(m_frmUses.get(), &frmUses::placeChosen, this, [this](int row) {
+        m_frmUses = std::make_unique<frmUses>(m_index, m_window);
+        m_frmUses->addActions(m_dialogActions + m_nameActions);
+        connect(m_frmUses.get(), &frmUses::placeChosen, this, [this](const FoundPlaces &listed, int row) {
             m_talk.run([&] {
-                goToPlace(m_uses, row, [this](const QString &file, const QString &) {
-                    FoundPlaces now = m_index.index() ? find(m_listed, *m_index.index()) : FoundPlaces();
-                    now.places.removeIf([&](const FoundPlace &place) {
-                        return place.file != file || (m_listed.kind && place.isDefinition);
-                    });
-                    return now;
+                goToPlace(listed, row, [this](const QString &file, const QString &) {
+                    const NamedThing &named = m_frmUses->thing();
+                    FoundPlaces now = m_index.index() ? find(named, *m_index.index()) : FoundPlaces();
+                    now.places.removeIf([&](const FoundPlace &place) { return place.file != file; });
+                    return frmUses::usesOf(named, now);
                 });
             });
         });
     }
-    const QString name = shownName(thing->name);
-    const QString summary =
-        m_uses.places.isEmpty()
-            ? tr("Nothing uses the %1 \"%2\".").arg(wordFor(thing->kind), name)
-            : tr("The %1 \"%2\" stands in %3.").arg(wordFor(thing->kind), name, placesInFiles(m_uses));
-    m_frmUses->showPlaces(tr("Uses"), summary, rowsOf(m_uses, m_theme.folder()));
+    m_frmUses->showUses(*thing, uses);
 }
 
-// A list of places may stay open while its files change: then the place is looked for again, and the one
-// taken that has the same number in the file.
+// A list of places may be a moment behind its files: then the place is looked for again.
 void ThemeNames::goToPlace(const FoundPlaces &found, int number,
                            const std::function<FoundPlaces(const QString &, const QString &)> &again)
 {
     FoundPlace place = found.places.value(number);
-    if (place.of == FoundPlace::Of::Text && place.row < 0) {
-        const auto text = textOf(m_index.sources(), {place.file, findFile(place.file)});
-        if (!text)
-            throw RunTimeError(
-                tr("\"%1\" can no longer be read.").arg(shownPath(place.file, m_theme.folder())));
-        if (ThemeEdit::markOf(*text) != found.marks.value(place.file)) {
-            const auto first = std::find_if(found.places.begin(), found.places.end(),
-                                            [&](const FoundPlace &each) { return each.file == place.file; });
-            const FoundPlaces now = again(place.file, *text);
-            if (now.places.isEmpty())
-                throw RunTimeError(tr("That place is no longer there."));
-            place = now.places[std::min<qsizetype>(number - (first - found.places.begin()),
-                                                   now.places.size() - 1)];
-        }
+    const auto text = textOf(m_index.sources(), {place.file, findFile(place.file)});
+    if (!text)
+        throw RunTimeError(tr("\"%1\" can no longer be read.").arg(shownPath(place.file, m_theme.folder())));
+    if (ThemeEdit::markOf(*text) != found.marks.value(place.file)) {
+        FoundPlaces before = found;
+        before.places.removeIf([&](const FoundPlace &each) { return each.file != place.file; });
+        const auto first = std::find_if(found.places.begin(), found.places.end(),
+                                        [&](const FoundPlace &each) { return each.file == place.file; });
+        const FoundPlaces now = again(place.file, *text);
+        const qsizetype there = SamePlaces(before, now).numberOf(number - (first - found.places.begin()));
+        if (there < 0)
+            throw RunTimeError(tr("That place is no longer there."));
+        place = now.places[there];
     }
-    const bool isFile = place.of == FoundPlace::Of::FileName;
-    going.goTo(place.file, isFile ? Range() : place.range, place.row);
+    // The list of windows may be behind its file as well.
+    if (m_theme.widgets.LvWidget.rows().value(place.row).sub(1) != place.text)
+        place.row = -1;
+    going.goTo(place.file, place.range, place.row);
     m_window.activateWindow();
 }
 
@@ -297,6 +303,8 @@ void ThemeNames::rename()
                                     .arg(shownName(thing->name), shownName(newName),
                                          counted(edit.paths().size(), tr("file"), tr("files"))));
         });
+        if (made)
+            m_renamed = followRename(*thing, newName);
         return made;
     };
     auto *dialog = new frmRename(*thing, found, m_index.sharedIndex(), m_theme.folder(), make, &m_window);
@@ -304,15 +312,25 @@ void ThemeNames::rename()
     dialog->open();
 }
 
+// The list of uses goes on showing those of the thing.
+ThemeNames::Renamed ThemeNames::followRename(const NamedThing &thing, const QString &newName)
+{
+    if (m_frmUses && m_frmUses->thing() == thing)
+        m_frmUses->renamed(newName);
+    Renamed renamed = {thing, thing.name};
+    renamed.now.name = newName;
+    return renamed;
+}
+
 bool ThemeNames::change(const ThemeEdit &edit, const QString &done)
 {
-    const QString unsaved = unsavedAfter(edit);
     std::optional<ThemeEdit> inverse = editing.apply(edit);
     if (!inverse)
         return false;
     m_inverse = std::move(inverse);
+    m_renamed.reset();
     m_undo->setEnabled(true);
-    m_talk.say(QString(done + u' ' + unsaved).trimmed());
+    m_talk.say(QString(done + u' ' + unsavedAfter(edit)).trimmed());
     return true;
 }
 
@@ -320,10 +338,9 @@ QString ThemeNames::unsavedAfter(const ThemeEdit &edit) const
 {
     QStringList unsaved;
     for (const QString &path : edit.paths()) {
-        if (!edit.changesOf(path).isEmpty() && editing.isOpenText(path))
-            unsaved.append(shownPath(edit.pathAfter(path), m_theme.folder()));
-        else if (!edit.rowChangesOf(path).isEmpty())
-            unsaved.append(shownPath(path, m_theme.folder()));
+        const QString now = edit.pathAfter(path);
+        if (editing.isUnsaved(now))
+            unsaved.append(shownPath(now, m_theme.folder()));
     }
     return unsaved.isEmpty() ? QString() : tr("Not saved yet: %1.").arg(unsaved.join(QStringLiteral(", ")));
 }
@@ -333,12 +350,13 @@ void ThemeNames::undoRename()
     if (!m_inverse)
         return;
     const ThemeEdit edit = *m_inverse;
-    const QString unsaved = unsavedAfter(edit);
     if (!editing.apply(edit))
         return;
     m_inverse.reset();
     m_undo->setEnabled(false);
-    m_talk.say(QString(tr("Taken back.") + u' ' + unsaved).trimmed());
+    if (const auto renamed = std::exchange(m_renamed, {}))
+        followRename(renamed->now, renamed->before);
+    m_talk.say(QString(tr("Taken back.") + u' ' + unsavedAfter(edit)).trimmed());
 }
 
 void ThemeNames::search()
@@ -346,6 +364,7 @@ void ThemeNames::search()
     if (!m_frmSearch) {
         const auto make = [this](const ThemeEdit &edit) { return change(edit, tr("Replaced.")); };
         m_frmSearch = std::make_unique<frmSearch>(m_index, make, m_talk, m_window);
+        m_frmSearch->addActions(m_dialogActions);
         connect(m_frmSearch.get(), &frmSearch::placeChosen, this,
                 [this](const FoundPlaces &found, int number, const TextSearch &search) {
                     m_talk.run([&] {

@@ -41,11 +41,12 @@ private:
     static const NamedList kLists[];
 
     void themeLoaded();
-    void addListCommands(Commands &menu);
+    void addListCommands();
     ListView *listInUse() const;
     std::optional<NamedThing> thingOf(const ListView &list) const;
     // What the caret or the selected row stands at; nothing, after a hint, where it is nothing with a name.
     std::optional<NamedThing> thingHere() const;
+    bool isInUses() const;
     std::optional<NamedThing> hint(const QString &text) const;
     // nullptr, after a hint, while the theme is still being read.
     const ThemeIndex *index() const;
@@ -56,11 +57,17 @@ private:
     void goToPlace(const FoundPlaces &found, int number,
                    const std::function<FoundPlaces(const QString &file, const QString &text)> &again);
     void rename();
+    struct Renamed
+    {
+        NamedThing now;
+        QString before;
+    };
+    Renamed followRename(const NamedThing &thing, const QString &newName);
     void undoRename();
     void search();
     // False where the person would rather not; see ThemeEditing::apply.
     bool change(const ThemeEdit &edit, const QString &done);
-    // A sentence on what is open and will be changed and not saved.
+    // A sentence on what an edit has left open and not saved.
     QString unsavedAfter(const ThemeEdit &edit) const;
 
     LiveIndex &m_index;
@@ -71,10 +78,11 @@ private:
     Talk &m_talk;
     QWidget &m_window;
     QAction *m_undo = nullptr;
+    QList<QAction *> m_dialogActions;   // with keys that work in the dialogs as well
+    QList<QAction *> m_nameActions;     // about the name that is selected, or listed
     std::optional<ThemeEdit> m_inverse; // of the last rename
+    std::optional<Renamed> m_renamed;   // what it was about; nothing for a replacement
     QString m_folder;                   // of the theme
-    NamedThing m_listed;                // in frmUses
-    FoundPlaces m_uses;
     std::unique_ptr<frmUses> m_frmUses; // made when they are first wanted
     std::unique_ptr<frmSearch> m_frmSearch;
 };

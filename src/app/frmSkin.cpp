@@ -153,7 +153,7 @@ void frmSkin::connectTabs()
             [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); });
     connect(m_outside, &OutsideChanges::reloaded, this,
             [this] { BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
-    connect(&m_names->editing, &ThemeEditing::applied, this,
+    connect(&m_names->editing, &ThemeEditing::othersChanged, this,
             [this] { m_sourceTab->BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
     connect(TabStrip4, &TabStrip::currentChanged, this, &frmSkin::TabStrip4_Click);
     connect(TabStrip4, &TabStrip::tabBarClicked, this, [this](int index) {

@@ -23,14 +23,15 @@ public:
     void findIn(const IndexedFile &file, bool isDefined)
     {
         const std::optional<QList<ListRows::Row>> rows = m_openRows ? m_openRows(file.path) : std::nullopt;
-        if (rows)
-            findInRows(file, *rows);
         const std::optional<QString> text = textOf(m_sources, file);
+        const FoundNames names = text ? findNames(file.role, *text) : FoundNames();
+        if (rows)
+            findInRows(file, *rows, names);
         if (!text)
             return;
-        for (const FoundName &name : findNames(file.role, *text).names) {
+        for (const FoundName &name : names.names) {
             // What is a row has been found in the rows.
-            if (name.kind != m_thing.kind || name.name != m_thing.name || (rows && name.row >= 0))
+            if (!isMeant(name) || (rows && name.row >= 0))
                 continue;
             found.addText(file.path, *text, name.range, name.place.line);
             found.places.last().row = name.row;
@@ -84,11 +85,23 @@ private:
         found.places.last().isDefinition = true;
     }
 
-    void findInRows(const IndexedFile &file, const QList<ListRows::Row> &rows)
+    bool isMeant(const FoundName &name) const
     {
+        return name.kind == m_thing.kind && name.name == m_thing.name;
+    }
+
+    // The lines are those of the file, where it has the name as often.
+    void findInRows(const IndexedFile &file, const QList<ListRows::Row> &rows, const FoundNames &inFile)
+    {
+        QList<qint32> lines;
+        for (const FoundName &name : inFile.names) {
+            if (isMeant(name) && name.row >= 0)
+                lines.append(name.place.line);
+        }
         const QList<ListRows::Row> &all = found.rows.insert(file.path, rows).value();
+        const qsizetype first = found.places.size();
         for (const FoundName &name : findNames(file.role, all).names) {
-            if (name.kind != m_thing.kind || name.name != m_thing.name)
+            if (!isMeant(name))
                 continue;
             const QString whole = all.at(name.row).sub(1);
             const qint32 start = qint32(whole.indexOf(name.name)); // blanks may stand around it
@@ -96,6 +109,8 @@ private:
             found.places.append({FoundPlace::Of::Row, file.path, range, m_thing.name, name.row,
                                  lineAround(whole, range, 0), name.isDefinition, true});
         }
+        for (qsizetype i = 0; i < lines.size() && lines.size() == found.places.size() - first; ++i)
+            found.places[first + i].line.number = lines[i];
     }
 
     const NamedThing &m_thing;
@@ -146,11 +161,13 @@ bool FoundPlaces::renew(const QString &file, const FoundPlaces &now)
     return true;
 }
 
-qsizetype FoundPlaces::files() const
+qsizetype FoundPlaces::files(const QList<bool> &isTaken) const
 {
     QSet<QString> seen;
-    for (const FoundPlace &place : places)
-        seen.insert(place.file);
+    for (qsizetype i = 0; i < places.size(); ++i) {
+        if (isTaken.isEmpty() || isTaken.value(i))
+            seen.insert(places[i].file);
+    }
     return seen.size();
 }
 

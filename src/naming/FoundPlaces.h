@@ -45,8 +45,8 @@ struct FoundPlaces
     // Puts those that were found in a file by now in place of those found before. False, and nothing has
     // changed, where it cannot be told which is which.
     bool renew(const QString &file, const FoundPlaces &now);
-    // How many files the places are in.
-    qsizetype files() const;
+    // How many files the places are in; of those for which `isTaken` holds a true, where it is given.
+    qsizetype files(const QList<bool> &isTaken = {}) const;
 };
 
 // The edit that puts `after` in those of the places for which `isTaken` holds a true.

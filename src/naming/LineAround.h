@@ -11,7 +11,7 @@ namespace quillmere {
 // round) as blanks.
 struct LineAround
 {
-    qint32 number = 0; // from 1; 0 where it is of no text
+    qint32 number = 0; // from 1; 0 where it is of no file
     QString text;
     qint32 start = 0, length = 0; // of the range in `text`
 

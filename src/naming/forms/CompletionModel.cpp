@@ -41,8 +41,10 @@ QVariant CompletionModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
     case Qt::EditRole:
         return name;
-    case Qt::AccessibleTextRole:
-        return QString(name + u", " + detailOf(name));
+    case Qt::AccessibleTextRole: {
+        const QString detail = detailOf(name);
+        return detail.isEmpty() ? name : QString(name + u", " + detail);
+    }
     case Detail:
         return detailOf(name);
     case Colour:

@@ -1,6 +1,12 @@
 #include "naming/forms/PlaceRows.h"
 
+#include "controls/ListView.h"
 #include "files/Paths.h"
+#include "naming/SamePlaces.h"
+
+#include <QScrollBar>
+
+#include <algorithm>
 
 namespace quillmere {
 
@@ -23,6 +29,20 @@ QString placesInFiles(const FoundPlaces &found)
              counted(found.files(), QObject::tr("file"), QObject::tr("files")));
 }
 
+QString placesInFiles(const FoundPlaces &found, const QList<bool> &isTaken)
+{
+    const qsizetype taken = isTaken.count(true);
+    if (taken == found.places.size())
+        return placesInFiles(found);
+    const QString places = QObject::tr("%1 of %2")
+                               .arg(QString::number(taken), counted(found.places.size(), QObject::tr("place"),
+                                                                    QObject::tr("places")));
+    return taken == 0
+               ? places
+               : QObject::tr("%1, in %2")
+                     .arg(places, counted(found.files(isTaken), QObject::tr("file"), QObject::tr("files")));
+}
+
 QList<ListRows::Row> rowsOf(const FoundPlaces &found, const QString &folder, const QString *after)
 {
     QList<ListRows::Row> rows;
@@ -33,15 +53,35 @@ QList<ListRows::Row> rowsOf(const FoundPlaces &found, const QString &folder, con
             file = place.file;
             shown = shownPath(file, folder);
         }
-        ListRows::Row row = {
-            shown,
-            {place.line.number > 0 ? QString::number(place.line.number) : QString(), place.line.text},
-            place.isSure};
+        const QString line = place.line.number > 0 ? QString::number(place.line.number)
+                             : place.row >= 0      ? QObject::tr("row %1").arg(place.row + 1)
+                                                   : QString();
+        ListRows::Row row = {shown, {line, place.line.text}, place.isSure};
         if (after)
             row.subItems.append(place.line.with(*after));
         rows.append(row);
     }
     return rows;
+}
+
+void renewRows(ListView &list, ListRows &rows, const FoundPlaces &before, const FoundPlaces &now,
+               const QString &folder)
+{
+    const SamePlaces same(before, now);
+    QList<ListRows::Row> next = rowsOf(now, folder);
+    for (int row = 0; row < rows.count(); ++row) {
+        const qsizetype number = rows.isChecked(row) ? -1 : same.numberOf(row);
+        if (number >= 0)
+            next[number].checked = false;
+    }
+    const int scrolled = list.verticalScrollBar()->value(), selected = list.selectedRow();
+    qsizetype current = same.numberOf(selected);
+    rows.edit(std::move(next));
+    if (current < 0)
+        current = std::min(selected, rows.count() - 1);
+    if (current >= 0 && current != list.selectedRow())
+        list.setCurrentIndex(rows.index(int(current), 0));
+    list.verticalScrollBar()->setValue(scrolled);
 }
 
 } // namespace quillmere

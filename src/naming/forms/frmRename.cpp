@@ -12,7 +12,6 @@
 #include <QPushButton>
 #include <QScreen>
 
-#include <algorithm>
 #include <limits>
 
 namespace quillmere {
@@ -96,20 +95,22 @@ void frmRename::txtRename_Change()
 
 void frmRename::showCount()
 {
-    const auto &rows = m_rows.rows();
-    const qsizetype ticked =
-        std::count_if(rows.begin(), rows.end(), [](const ListRows::Row &row) { return row.checked; });
-    lblRenameCount->setText(ticked == rows.size() ? placesInFiles(m_found)
-                                                  : tr("%1 of %2").arg(ticked).arg(placesInFiles(m_found)));
-    cmdRename->setEnabled(ticked > 0 && lblRenameWhy->text().isEmpty());
+    const QList<bool> isTaken = ticks();
+    lblRenameCount->setText(placesInFiles(m_found, isTaken));
+    cmdRename->setEnabled(isTaken.contains(true) && lblRenameWhy->text().isEmpty());
 }
 
-void frmRename::cmdRename_Click()
+QList<bool> frmRename::ticks() const
 {
     QList<bool> isTaken;
     for (const ListRows::Row &row : m_rows.rows())
         isTaken.append(row.checked);
-    if (m_rename(txtRename->text(), editOf(m_found, isTaken, txtRename->text())))
+    return isTaken;
+}
+
+void frmRename::cmdRename_Click()
+{
+    if (m_rename(txtRename->text(), editOf(m_found, ticks(), txtRename->text())))
         accept();
 }
 

@@ -31,6 +31,7 @@ private:
     QLayout *makeButtons();
     void txtRename_Change();
     void showCount();
+    QList<bool> ticks() const;
     void cmdRename_Click();
 
     NamedThing m_thing;

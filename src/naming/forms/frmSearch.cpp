@@ -55,8 +55,11 @@ frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> ch
     lvUses->setColumnShares({5, 1, 9});
     lvUses->setTextElideMode(Qt::ElideRight);
     lvUses->setToolTip(tr("Double-click a place, or press Enter, to go there."));
-    connect(lvUses, &ListView::rowOpened, this,
-            [this](int row) { emit placeChosen(m_found, row, m_search); });
+    connect(lvUses, &ListView::rowOpened, this, [this](int row) {
+        const FoundPlaces found = m_found; // what is shown may change on the way
+        emit placeChosen(found, row, m_search);
+    });
+    connect(&index, &LiveIndex::changed, this, &frmSearch::lookAgain);
     connect(&m_rows, &ListRows::checkChanged, this, &frmSearch::showTicked);
 
     auto *column = new QVBoxLayout(this);
@@ -132,13 +135,14 @@ void frmSearch::openFor(const QString &text)
     txtSearch->selectAll();
     txtSearch->setFocus();
     present(Keyboard::Takes);
+    lookAgain(); // nothing was kept up to date while it was closed
 }
 
 void frmSearch::forget()
 {
-    m_stop.request_stop();
-    ++m_run;
+    stop();
     finish(FoundPlaces());
+    m_isListed = false;
     lblSearch->setText(tr("Type a text and press Enter."));
 }
 
@@ -161,16 +165,23 @@ void frmSearch::cmdSearch_Click()
                                                       : tr("Open a window first."));
         return;
     }
-    m_stop.request_stop();
-    m_stop = std::stop_source();
     m_search = search;
-    m_openThen = m_index.openFile();
     m_found = {};
     m_rows.assign({});
     barSearch->setValue(0);
     barSearch->show();
     cmdSearchStop->show();
     lblSearch->setText(tr("Searching..."));
+    start(true);
+}
+
+void frmSearch::start(bool isFirst)
+{
+    m_stop.request_stop();
+    m_stop = std::stop_source();
+    m_openThen = m_index.openFile();
+    m_isSearching = true;
+    m_again = false;
     const int run = ++m_run;
     const auto tellDone = [this, run](int percent) {
         QMetaObject::invokeMethod(this, [this, run, percent] {
@@ -178,30 +189,41 @@ void frmSearch::cmdSearch_Click()
                 barSearch->setValue(percent);
         });
     };
-    m_worker.start(
-        [this, run, search, sources, tellDone, index = m_index.sharedIndex(), stop = m_stop.get_token()] {
-            int shown = 0;
-            const auto progress = [&](qsizetype done, qsizetype all) {
-                const int percent = int(done * kPercent / std::max<qsizetype>(all, 1));
-                if (std::exchange(shown, percent) != percent)
-                    tellDone(percent);
-            };
-            // A theme that has only just been opened has no index yet.
-            const auto own = index ? std::nullopt : ThemeIndex::build(sources, stop);
-            const ThemeIndex *files = index ? index.get() : own ? &*own : nullptr;
-            auto found = files ? searchTexts(search, *files, sources, stop, progress) : std::nullopt;
-            QMetaObject::invokeMethod(this, [this, run, found = std::move(found)] {
-                if (run == m_run)
-                    finish(found);
-            });
+    m_worker.start([this, run, isFirst, tellDone, search = m_search, sources = m_index.sources(),
+                    index = m_index.sharedIndex(), stop = m_stop.get_token()] {
+        int shown = 0;
+        const auto progress = [&](qsizetype done, qsizetype all) {
+            const int percent = int(done * kPercent / std::max<qsizetype>(all, 1));
+            if (std::exchange(shown, percent) != percent && isFirst)
+                tellDone(percent);
+        };
+        // A theme that has only just been opened has no index yet.
+        const auto own = index ? std::nullopt : ThemeIndex::build(sources, stop);
+        const ThemeIndex *files = index ? index.get() : own ? &*own : nullptr;
+        auto found = files ? searchTexts(search, *files, sources, stop, progress) : std::nullopt;
+        QMetaObject::invokeMethod(this, [this, run, isFirst, found = std::move(found)] {
+            if (run != m_run)
+                return;
+            m_isSearching = false;
+            if (isFirst)
+                finish(found);
+            else
+                renew(found);
         });
+    });
 }
 
 void frmSearch::cmdSearchStop_Click()
 {
+    stop();
+    finish(std::nullopt);
+}
+
+void frmSearch::stop()
+{
     m_stop.request_stop();
     ++m_run;
-    finish(std::nullopt);
+    m_isSearching = m_isListed = false;
 }
 
 void frmSearch::finish(std::optional<FoundPlaces> found)
@@ -209,15 +231,48 @@ void frmSearch::finish(std::optional<FoundPlaces> found)
     barSearch->hide();
     cmdSearchStop->hide();
     const bool isStopped = !found;
+    m_isListed = found.has_value();
     m_found = std::move(found).value_or(FoundPlaces());
     showFound();
     if (isStopped)
         lblSearch->setText(tr("Stopped."));
+    else if (m_again)
+        lookAgain();
+}
+
+// After an edit.
+void frmSearch::lookAgain()
+{
+    m_again = m_isSearching;
+    if (isVisible() && m_isListed && !m_isSearching && m_index.index())
+        start(false);
+}
+
+void frmSearch::renew(const std::optional<FoundPlaces> &found)
+{
+    if (!found)
+        return;
+    renewRows(*lvUses, m_rows, m_found, *found, m_index.folder());
+    m_found = *found;
+    say();
+    showTicked();
+    if (m_again)
+        lookAgain();
 }
 
 void frmSearch::showFound()
 {
-    m_rows.assign(rowsOf(m_found, m_index.sources().folder));
+    m_rows.assign(rowsOf(m_found, m_index.folder()));
+    say();
+    if (!m_rows.isEmpty() && isActiveWindow()) {
+        lvUses->setCurrentIndex(m_rows.index(0, 0));
+        lvUses->setFocus();
+    }
+    showTicked();
+}
+
+void frmSearch::say()
+{
     const qsizetype listed = m_found.places.size();
     if (listed == 0)
         lblSearch->setText(tr("Nothing found."));
@@ -227,11 +282,6 @@ void frmSearch::showFound()
                                .arg(listed));
     else
         lblSearch->setText(placesInFiles(m_found) + u'.');
-    if (listed > 0 && isActiveWindow()) {
-        lvUses->setCurrentIndex(m_rows.index(0, 0));
-        lvUses->setFocus();
-    }
-    showTicked();
 }
 
 void frmSearch::showTicked()
@@ -278,6 +328,7 @@ void frmSearch::cmdSearchReplace_Click()
     const qsizetype files = edit.paths().size(), places = isTaken.count(true);
     if (!m_change(edit))
         return;
+    stop();
     m_found = {};
     m_rows.assign({});
     showTicked();

@@ -22,7 +22,7 @@ class LiveIndex;
 class Talk;
 
 // Looks for a text in all windows or in the open one, beside the window's own thread, and replaces it in the
-// places that are ticked.
+// places that are ticked. What is listed is kept up to date with what is edited.
 class frmSearch : public ModelessDialog
 {
     Q_OBJECT
@@ -48,8 +48,14 @@ private:
     TextSearch asked() const;
     void cmdSearch_Click();
     void cmdSearchStop_Click();
+    // `isFirst` is false where the places are those of a list that is shown.
+    void start(bool isFirst);
     void finish(std::optional<FoundPlaces> found);
+    void stop();
+    void lookAgain();
+    void renew(const std::optional<FoundPlaces> &found);
     void showFound();
+    void say();
     void showTicked();
     void tickAll(bool ticked);
     void cmdSearchReplace_Click();
@@ -75,6 +81,8 @@ private:
     QPushButton *cmdSearchAll, *cmdSearchNone, *cmdSearchReplace;
     std::stop_source m_stop;
     int m_run = 0; // what an older one finds comes too late
+    bool m_isSearching = false, m_again = false;
+    bool m_isListed = false; // something was searched for, and what was found is still shown
     QThreadPool m_worker;
 };
 
