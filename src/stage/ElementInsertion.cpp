@@ -1,0 +1,403 @@
+#include "stage/ElementChanges.h"
+#include "stage/FreeNames.h"
+#include "stage/WholeElements.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace quillmere {
+
+namespace {
+
+// Where elements come in, and what has to stand around them there.
+struct Spot
+{
+    qsizetype at = -1;    // -1: nowhere
+    qsizetype length = 0; // of what gives way
+    QString before, between, after;
+    QString indent; // of lines, in a nested text
+};
+
+qsizetype inkEnd(QStringView text, Range range)
+{
+    qsizetype end = range.end;
+    while (end > range.start && text[end - 1].unicode() <= 32)
+        --end;
+    return end;
+}
+
+// Finds the places in a window where elements can be put.
+class Places
+{
+public:
+    Places(const Outline &outline)
+        : m_outline(outline), m_lines(outline.text()), m_layout(outline), m_break(m_lines.lineBreak())
+    {
+    }
+
+    const TextLayout &layout() const { return m_layout; }
+    const QString &lineBreak() const { return m_break; }
+
+    Spot behind(qint32 block) const
+    {
+        const Range range = m_outline.element(block).range();
+        const std::optional<QString> indent = m_lines.indentAt(range.start);
+        if (!indent || m_lines.behindLine(range.end) < 0)
+            return {range.end, 0, {}, {}, {}, indent.value_or(QString())};
+        const QString line = m_break + *indent;
+        return {range.end, 0, line, line, {}, *indent};
+    }
+
+    Spot lastIn(qint32 block) const
+    {
+        const qint32 children = lastInside(
+            block, [](const Element &inner) { return inner.kind == Kind::Children && !inner.inComment; });
+        const qint32 child = lastBlock(children >= 0 ? children : block);
+        if (child >= 0)
+            return behindLast(children >= 0 ? children : block, child);
+        return children >= 0 ? intoEmpty(children) : withChildren(block);
+    }
+
+    bool holdsBlocks(qint32 block) const
+    {
+        return lastBlock(block) >= 0 || lastInside(block, [](const Element &inner) {
+                                            return inner.kind == Kind::Children && !inner.inComment;
+                                        }) >= 0;
+    }
+
+    // Of a text without a window.
+    Spot atEnd() const
+    {
+        const qsizetype size = m_outline.text().size();
+        const qsizetype root = lastInside(-1, [](const Element &e) { return e.kind == Kind::Interface; });
+        if (root >= 0 && m_outline.element(qint32(root)).end == End::Tag)
+            return intoEmpty(qint32(root));
+        const bool beginsLine = m_lines.indentAt(size).has_value();
+        return {size, 0, beginsLine ? QString() : m_break, m_break, {}, {}};
+    }
+
+private:
+    template <typename Is>
+    qint32 lastInside(qint32 outer, Is is) const
+    {
+        const qint32 end = outer < 0 ? qint32(m_outline.elements().size()) : m_outline.element(outer).next;
+        qint32 found = -1;
+        for (qint32 inner = outer + 1; inner < end; inner = m_outline.element(inner).next) {
+            if (is(m_outline.element(inner)))
+                found = inner;
+        }
+        return found;
+    }
+    qint32 lastBlock(qint32 outer) const
+    {
+        return lastInside(outer, [](const Element &inner) { return inner.block >= 0 && !inner.inComment; });
+    }
+
+    QString indentOf(qint32 element) const
+    {
+        return m_lines.indentAt(m_outline.element(element).tag.start).value_or(QString());
+    }
+
+    // The content ends with a line of its own, or is given one for what closes the element.
+    Spot atEndOf(qint32 outer, const QString &indent, const QString &closingIndent) const
+    {
+        const Range content = m_outline.element(outer).content();
+        const qsizetype at = inkEnd(m_outline.text(), content);
+        const QString line = m_break + indent;
+        Spot spot = {at, 0, line, line, {}, indent};
+        if (m_lines.behindLine(at) < 0 || m_lines.behindLine(at) > content.end) {
+            spot.length = content.end - at;
+            spot.after = m_break + closingIndent;
+        }
+        return spot;
+    }
+
+    Spot behindLast(qint32 outer, qint32 child) const
+    {
+        const std::optional<QString> indent = m_lines.indentAt(m_outline.element(child).tag.start);
+        if (!indent) // all on one line
+            return {m_outline.element(child).closing.end, 0, {}, {}, {}, {}};
+        return atEndOf(outer, *indent, closingIndent(outer));
+    }
+
+    // Before the tag that closes an element.
+    QString closingIndent(qint32 element) const { return m_layout.isFlat() ? QString() : indentOf(element); }
+
+    // Blocks are indented by their own tags in a flat text; see laidOut.
+    Spot intoEmpty(qint32 children) const
+    {
+        const QString outer = indentOf(children);
+        const QString indent = m_layout.indent(u"<widget ", outer, 1);
+        const Element &element = m_outline.element(children);
+        if (element.end != End::Self)
+            return atEndOf(children, indent, closingIndent(children));
+        const QString line = m_break + indent;
+        return {element.tag.start,
+                element.tag.size(),
+                u"<children>" + line,
+                line,
+                m_break + closingIndent(children) + u"</children>",
+                indent};
+    }
+
+    Spot withChildren(qint32 block) const
+    {
+        const Element &element = m_outline.element(block);
+        const QString outer = indentOf(block);
+        const QString indent = m_layout.indent(u"<widget ", outer, 2);
+        const QString line = m_break + indent;
+        const QString opening = m_break + m_layout.indent(u"<children>", outer, 1) + u"<children>" + line;
+        const QString closing = m_break + m_layout.indent(u"</children>", outer, 1) + u"</children>";
+        if (element.end != End::Self) {
+            Spot spot = atEndOf(block, indent, closingIndent(block));
+            spot.before = opening;
+            spot.after.prepend(closing);
+            return spot;
+        }
+        const QStringView tag = m_outline.at(element.tag);
+        const qsizetype slash = tag.lastIndexOf(u'/');
+        const qsizetype at = inkEnd(m_outline.text(), {element.tag.start, qint32(element.tag.start + slash)});
+        return {at,
+                element.tag.end - at,
+                u'>' + opening,
+                line,
+                closing + m_break + closingIndent(block) + u"</" + m_outline.at(element.name()) + u'>',
+                indent};
+    }
+
+    const Outline &m_outline;
+    TextLines m_lines;
+    TextLayout m_layout;
+    QString m_break;
+};
+
+// Puts texts of elements in at a spot, and selects those that are blocks.
+Edited putAt(const Outline &outline, const Spot &spot, const QStringList &texts, const QList<bool> &areBlocks)
+{
+    if (spot.at < 0 || texts.isEmpty())
+        return {};
+    QString text = spot.before;
+    QList<qsizetype> selected;
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        text += i > 0 ? spot.between : QString();
+        if (areBlocks[i])
+            selected.append(spot.at + text.size());
+        text += texts[i];
+    }
+    ChangeList changes;
+    changes.add(spot.at, spot.length, text + spot.after);
+    return edited(outline, changes, selected);
+}
+
+bool isWindow(const Outline &outline, qint32 element)
+{
+    const std::optional<Attribute> kind = outline.attribute(element, u"class");
+    return kind && outline.at(kind->value).compare(u"window", Qt::CaseInsensitive) == 0;
+}
+
+// The window, else what is outermost; a row, or -1.
+int windowOf(const Outline &outline)
+{
+    int found = -1;
+    for (size_t row = 0; row < outline.blocks().size(); ++row) {
+        const qint32 element = outline.blocks()[row];
+        if (!whyNotWhole(outline, int(row)).isEmpty() || outline.element(element).kind != Kind::Widget ||
+            outline.blockOf(outline.element(element).parent) >= 0)
+            continue;
+        if (isWindow(outline, element))
+            return int(row);
+        found = found < 0 ? int(row) : found;
+    }
+    return found;
+}
+
+// The elements of a text from anywhere, with the comments between them.
+class Clip
+{
+public:
+    explicit Clip(const QString &text) : m_outline(text)
+    {
+        QList<int> rows;
+        for (size_t row = 0; row < m_outline.blocks().size(); ++row)
+            rows.append(int(row));
+        for (const int row : wholeBlocks(m_outline, rows))
+            m_elements.append(m_outline.blocks()[size_t(row)]);
+    }
+
+    bool isEmpty() const { return m_elements.isEmpty(); }
+
+    // Gives the blocks names that are free, first come first served; then reads what came of it.
+    void rename(FreeNames &names)
+    {
+        QList<Attribute> taken;
+        for (const qint32 block : m_outline.blocks()) {
+            const std::optional<Attribute> name = m_outline.nameAttribute(block);
+            if (name && !name->value.isEmpty() && isInside(block) &&
+                !names.take(m_outline.at(name->value).toString()))
+                taken.append(*name);
+        }
+        ChangeList changes;
+        for (const Attribute &name : std::as_const(taken))
+            changes.add(name.value.start, name.value.size(),
+                        names.after(m_outline.at(name.value).toString()));
+        if (!taken.isEmpty())
+            *this = Clip(withChanges(m_outline.text(), changes.changes()));
+    }
+
+    // One each, as they are to stand where they go.
+    QStringList texts(const TextLayout &there, const Spot &spot, QList<bool> &areBlocks) const
+    {
+        const TextLines lines(m_outline.text());
+        const Element &first = m_outline.element(m_elements.first());
+        const QString base = lines.indentAt(first.closing.isEmpty() ? first.tag.start : first.closing.start)
+                                 .value_or(QString());
+        const TextLayout here(m_outline, base);
+        const bool isAlike = !here.isKnown() || here.isFlat() == there.isFlat();
+        QStringList texts;
+        qsizetype done = first.tag.start;
+        auto comment = m_outline.comments().begin();
+        for (const qint32 index : m_elements) {
+            const Element &element = m_outline.element(index);
+            for (; comment != m_outline.comments().end() && comment->range.start < element.tag.start;
+                 ++comment) {
+                if (comment->range.start >= done) {
+                    texts.append(m_outline.at(comment->range).toString());
+                    areBlocks.append(false);
+                }
+            }
+            texts.append(isAlike ? movedLines(m_outline.at(element.range()), base, spot.indent)
+                                 : laidOut(m_outline, index, there, spot.indent));
+            areBlocks.append(true);
+            done = element.closing.end;
+        }
+        return texts;
+    }
+
+private:
+    bool isInside(qint32 block) const
+    {
+        const auto behind = std::upper_bound(m_elements.begin(), m_elements.end(), block);
+        return behind != m_elements.begin() && block < m_outline.element(*(behind - 1)).next;
+    }
+
+    Outline m_outline;
+    QList<qint32> m_elements; // outermost, in order
+};
+
+struct NewBlockRow
+{
+    QStringView name;
+    QStringView string;
+    bool hasFont;
+    QStringView alignment;
+    bool hasPicture;
+};
+constexpr NewBlockRow kNewBlocks[] = {{u"text", u"Text", true, u"vcentre", false},
+                                      {u"image", {}, false, {}, true},
+                                      {u"boxitem", {}, false, {}, true},
+                                      {u"button", u"Button", false, u"hcentre|vcentre", true},
+                                      {u"progbar", {}, false, {}, true}};
+
+// What the last block of a class says in an element of this kind; else what any block says. The ground of a
+// window is not for others.
+QString usualValue(const Outline &outline, QStringView className, Kind kind)
+{
+    QString found;
+    bool isOfClass = false;
+    for (const qint32 block : outline.blocks()) {
+        const std::optional<Attribute> own = outline.attribute(block, u"class");
+        const bool isSame = own && outline.at(own->value).compare(className, Qt::CaseInsensitive) == 0;
+        const bool counts = isSame || (!isOfClass && !(kind == Kind::BackColor && isWindow(outline, block)));
+        const qint32 property = counts ? outline.property(block, kind) : -1;
+        if (property < 0 || outline.element(property).end != End::Tag)
+            continue;
+        const QStringView value = outline.valueOf(property);
+        if (value.isEmpty() || value.contains(u'<') || value.contains(u'\n'))
+            continue;
+        found = value.toString();
+        isOfClass = isSame;
+    }
+    return found;
+}
+
+QString newElement(const Outline &outline, const NewBlockRow &row, const QString &name, const Box &box)
+{
+    constexpr qint64 most = std::numeric_limits<qint32>::max();
+    QStringList lines;
+    const auto value = [&lines](QStringView tag, const QString &text) {
+        lines.append(u"<" + tag + u'>' + text + u"</" + tag + u'>');
+    };
+    const auto usual = [&](QStringView tag, Kind kind, const QString &otherwise) {
+        const QString text = usualValue(outline, row.name, kind);
+        if (!text.isEmpty() || !otherwise.isEmpty())
+            value(tag, text.isEmpty() ? otherwise : text);
+    };
+    lines.append(u"<widget class=\"" + row.name + u"\" style=\"default\" name=\"" + name + u"\">");
+    lines.append(QStringLiteral("<property>"));
+    if (!row.string.isEmpty())
+        value(u"string", row.string.toString());
+    value(u"rect", QStringLiteral("[%1,%2,%3,%4]")
+                       .arg(std::clamp(box.x, -most, most))
+                       .arg(std::clamp(box.y, -most, most))
+                       .arg(std::clamp(box.w, -most, most))
+                       .arg(std::clamp(box.h, -most, most)));
+    usual(u"backcolor", Kind::BackColor, QStringLiteral("[gui_trans,gui_trans,gui_trans]"));
+    usual(u"forecolor", Kind::ForeColor, QStringLiteral("[#ffffff,#ffffff,#ffffff]"));
+    if (row.hasFont)
+        usual(u"font", Kind::Font, {});
+    if (!row.alignment.isEmpty())
+        value(u"alignment", row.alignment.toString());
+    if (row.hasPicture)
+        lines += {QStringLiteral("<imgs>"), QStringLiteral("<mode>single</mode>"),
+                  QStringLiteral("<img></img>"), QStringLiteral("</imgs>")};
+    lines += {QStringLiteral("</property>"), QStringLiteral("</widget>")};
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+Edited pasted(const Outline &outline, const QList<int> &blocks, const QString &elements)
+{
+    const Places places(outline);
+    Clip clip(withLineBreaks(elements, places.lineBreak()));
+    if (clip.isEmpty())
+        return {};
+    const QList<int> selected = wholeBlocks(outline, blocks);
+    const int row =
+        selected.isEmpty() ? windowOf(outline) : *std::max_element(selected.begin(), selected.end());
+    Spot spot;
+    if (row < 0) {
+        spot = places.atEnd();
+    } else {
+        const qint32 element = outline.blocks()[size_t(row)];
+        spot = selected.isEmpty() || isWindow(outline, element) || places.holdsBlocks(element)
+                   ? places.lastIn(element)
+                   : places.behind(element);
+    }
+    FreeNames names(outline);
+    clip.rename(names);
+    QList<bool> areBlocks;
+    const QStringList texts = clip.texts(places.layout(), spot, areBlocks);
+    return putAt(outline, spot, texts, areBlocks);
+}
+
+int parentForNew(const Outline &outline, const QList<int> &selected)
+{
+    const QList<int> whole = wholeBlocks(outline, selected);
+    return whole.isEmpty() ? windowOf(outline) : whole.first();
+}
+
+Edited inserted(const Outline &outline, NewBlock kind, int parent, const Box &box)
+{
+    const int row = parent < 0 ? windowOf(outline) : parent;
+    if (row < 0 || !whyNotWhole(outline, row).isEmpty())
+        return {};
+    const Places places(outline);
+    const Spot spot = places.lastIn(outline.blocks()[size_t(row)]);
+    const NewBlockRow &what = kNewBlocks[size_t(kind)];
+    const QString name = FreeNames(outline).numbered(what.name.toString());
+    const Outline element(withLineBreaks(newElement(outline, what, name, box), places.lineBreak()));
+    return putAt(outline, spot, {laidOut(element, 0, places.layout(), spot.indent)}, {true});
+}
+
+} // namespace quillmere
