@@ -27,7 +27,7 @@ Dialogs::Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &them
     QObject::connect(m_findNext, &QAction::triggered, &window,
                      [this] { m_talk.run([this] { findNext(); }); });
     QObject::connect(&sourceTab, &SourceTab::blockOpened, &window,
-                     [this](const QString &name, const QString &className) {
+                     [this](const QString &name, const QString &className, int) {
                          m_talk.run([&] { openBlock(name, className); });
                      });
 }

@@ -102,6 +102,8 @@ constexpr Item kItems[] = {
     {"mnuView", "mnuVCompare", "&Compare", Kind::Menu},
     {"mnuVCompare", "mnuVCopy", "&Copy"},
     {"mnuVCompare", "mnuVPaste", "&Paste"},
+    {"mnuView", "hrLink", "", Kind::Separator},
+    {"mnuView", "mnuLink", "Link", Kind::Check},
 
     {nullptr, "mnuAbout", "&About"},
 };

@@ -30,6 +30,7 @@
 #include "preview/forms/PreviewFrame.h"
 #include "source/forms/SourceBox.h"
 #include "stage/forms/Stage.h"
+#include "stage/forms/StageTools.h"
 #include "theme/forms/LiveIndex.h"
 #include "widgets/forms/SourceTab.h"
 #include "widgets/forms/WidgetTab.h"
@@ -140,6 +141,7 @@ void frmSkin::makeTabs()
     m_checks->connectTo({*m_names, *m_sourceTab->txtSnippet, m_sourceHelp->hovers, *m_status, *m_outside,
                          *TabStrip4, int(frYt.indexOf(m_checks->tab)), m_talk});
     m_stage = new Stage(*m_sourceTab, *frmWb, *m_index, this);
+    m_stageTools = new StageTools(*m_stage, *m_sourceTab, *frmWb, m_talk, *this);
     connectTabs();
 }
 
@@ -180,13 +182,10 @@ void frmSkin::connectTabs()
     connect(frmWb->wb, &WebBrowser::failed, this, [this](const QString &why) { m_talk.say(why); });
     connect(m_sourceTab, &SourceTab::textChanged, this, &frmSkin::enableSourceMenus);
     m_status->watchPreview(*m_sourceTab, *frmWb->wb);
-    const auto blocksListed = [this] {
+    connect(m_sourceTab, &SourceTab::blocksListed, this, [this] {
         m_status->showBlocks(m_sourceTab->blocks.count());
         enableSourceMenus();
-    };
-    connect(&m_sourceTab->blocks, &QAbstractItemModel::modelReset, this, blocksListed);
-    connect(&m_sourceTab->blocks, &QAbstractItemModel::rowsInserted, this, blocksListed);
-    connect(&m_sourceTab->blocks, &QAbstractItemModel::rowsRemoved, this, blocksListed);
+    });
     connect(m_sourceTab->txtSnippet, &SourceBox::cursorPositionChanged, this, [this] {
         const SourceBox &source = *m_sourceTab->txtSnippet;
         m_status->showCaret(source.textCursor().blockNumber() + 1, int(source.caretColumn()));
@@ -209,6 +208,7 @@ void frmSkin::makeMenu()
     m_sourceTab->addCommands(m_menu);
     m_sourceHelp->addCommands(m_menu);
     frmWb->addCommands(m_menu);
+    m_stageTools->addCommands(m_menu);
     m_menu.on("mnuColCode(1)", [this] { mnuColCode_Click(ColourForm::Code); });
     m_menu.on("mnuColCode(2)", [this] { mnuColCode_Click(ColourForm::Name); });
     m_dialogs = std::make_unique<Dialogs>(

@@ -31,6 +31,7 @@ class RecentThemes;
 class SourceHelp;
 class SourceTab;
 class Stage;
+class StageTools;
 class StatusLine;
 class TabFrame;
 class TabStrip;
@@ -118,6 +119,7 @@ private:
     ThemeNames *m_names = nullptr;
     SourceHelp *m_sourceHelp = nullptr;
     Stage *m_stage = nullptr;
+    StageTools *m_stageTools = nullptr;
     int CurrentTab = 1; // 1-based
     QElapsedTimer m_sinceTheme;
     std::unique_ptr<Dialogs> m_dialogs;

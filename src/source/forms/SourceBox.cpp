@@ -144,6 +144,7 @@ void SourceBox::rewrite(const QString &text, Keyboard keyboard)
     const QList<TextChange> changes = changesBetween(now, next);
     const qsizetype caret = caretAfter(changes, now, m_held->fromDocument(textCursor().position()));
     const int scrolled = verticalScrollBar()->value();
+    const QScopedValueRollback rewriting(m_rewriting, true);
     applyChanges(*m_held, now, changes);
     showHidden({caret});
     QTextCursor back = textCursor();

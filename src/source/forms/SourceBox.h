@@ -54,9 +54,13 @@ public:
     // True while a key (of the keyboard or of an input method) is being handled: the next one waits for all
     // that changed() leads to.
     bool isTyping() const { return m_typing; }
+    // True while a command rewrites the text: the caret stays at its place, though it is told to have moved.
+    bool isRewriting() const { return m_rewriting; }
 
     // 1-based, in the text of the caret's line.
     qsizetype caretColumn() const;
+    // Of the caret in text(), 0-based.
+    qsizetype caretPosition() const { return fromDocument(textCursor().position()); }
     // Selection as 0-based position and length in text().
     qsizetype selectionStart() const;
     qsizetype selectionLength() const;
@@ -105,7 +109,7 @@ private:
     bool stepQuietly(QKeyEvent *event);
 
     QSet<int> m_commands; // the undo steps that commands made
-    bool m_typing = false;
+    bool m_typing = false, m_rewriting = false;
     qint64 m_revision = 0;
     mutable QString m_text; // what the document is, where m_isText
     mutable bool m_isText = false;

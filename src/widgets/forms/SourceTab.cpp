@@ -16,6 +16,7 @@
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QScopedValueRollback>
 
 namespace quillmere {
 
@@ -37,8 +38,8 @@ SourceTab::SourceTab(std::function<ImageLookup()> pictures, const ListRows &font
     : TabFrame(QStringLiteral("frYt(8)"), parent), blocks(kBlockColumns, ListRows::Checks::Yes),
       otherBlocks(kBlockColumns),
       txtSnippet(new SourceBox(QStringLiteral("txtSnippet"), tr("Source text"), this)),
-      m_pictures(std::move(pictures)), m_fonts(fonts), m_screen(screen), m_talk(talk),
       lvBlock(new ListView(QStringLiteral("lvBlock"), tr("Blocks"), blocks, this)),
+      m_pictures(std::move(pictures)), m_fonts(fonts), m_screen(screen), m_talk(talk),
       frBc(new CaptionBox(QStringLiteral("frBc"), this)),
       LvBlock2(new ListView(QStringLiteral("LvBlock2"), tr("Blocks to compare with"), otherBlocks, frBc)),
       txtHtml(named(new TextHolder(this), "txtHtml", tr("Generated page"))),
@@ -55,6 +56,7 @@ SourceTab::SourceTab(std::function<ImageLookup()> pictures, const ListRows &font
     connect(frBc, &CaptionBox::doubleClicked, this, [this] { showComparison(false); });
 
     lvBlock->setColumnShares({2, 3});
+    lvBlock->setSelectionMode(QAbstractItemView::ExtendedSelection);
     lvBlock->setToolTip(
         tr("Tick a block to hide it in the preview; double-click it to find it in the source."));
     connect(lvBlock, &ListView::rowOpened, this, &SourceTab::lvBlock_DblClick);
@@ -153,12 +155,16 @@ void SourceTab::show(const Rendered &rendered, qint64 revision)
 {
     m_pageRevision = revision;
     txtHtml->setText(rendered.widgets.html);
-    if (std::exchange(m_sameList, true))
-        blocks.update(rendered.widgets.blocks);
-    else
-        blocks.assign(rendered.widgets.blocks);
+    {
+        const QScopedValueRollback listing(m_listing, true);
+        if (std::exchange(m_sameList, true))
+            blocks.update(rendered.widgets.blocks);
+        else
+            blocks.assign(rendered.widgets.blocks);
+    }
     emit pageReady(rendered.page);
     m_behind = m_late.isBusy();
+    emit blocksListed();
     if (!m_behind && std::exchange(m_saidBehind, false))
         emit caughtUp();
 }
@@ -283,10 +289,11 @@ void SourceTab::lvBlock_DblClick(int row)
 {
     if (blocks.isEmpty())
         return;
+    const QScopedValueRollback opening(m_opening, true);
     const ListRows::Row block = blocks.row(row); // by its name, whatever text the list is of
     txtSnippet->showFrom(lineOfBlock(txtSnippet->text(), block.sub(1)));
     txtSnippet->setFocus();
-    emit blockOpened(block.sub(1), block.text);
+    emit blockOpened(block.sub(1), block.text, row);
 }
 
 } // namespace quillmere

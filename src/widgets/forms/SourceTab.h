@@ -39,6 +39,10 @@ public:
     // True while the page and lvBlock are those of an older text: what takes too long for a key waits until
     // typing pauses. Whatever needs them before that brings them up to date first.
     bool isBehind() const { return m_behind; }
+    // True while the rows of lvBlock are replaced: nobody selects or deselects any then.
+    bool isListing() const { return m_listing; }
+    // True while a block is being opened, which puts the caret where its name first occurs.
+    bool isOpening() const { return m_opening; }
     // The "Fixed" mark of the Window menu.
     void setFixed(bool fixed);
     // Puts two texts around the selection; the same text stays selected.
@@ -48,14 +52,17 @@ public:
     ListRows otherBlocks; // LvBlock2: the same of another window
     ViewOptions options;
     SourceBox *txtSnippet;
+    ListView *lvBlock;
 
 signals:
     void pageReady(const QString &page);
     void textChanged();
     void fellBehind();
     void caughtUp();
+    // The rows of lvBlock are those of a text that was drawn.
+    void blocksListed();
     // A block of lvBlock was opened; the caret is on the line that holds its name.
-    void blockOpened(const QString &name, const QString &className);
+    void blockOpened(const QString &name, const QString &className, int row);
 
 protected:
     void layOut(int height) override;
@@ -81,7 +88,6 @@ private:
     const ListRows &m_fonts;
     const WidgetCatalogue &m_screen;
     Talk &m_talk;
-    ListView *lvBlock;
     CaptionBox *frBc;
     ListView *LvBlock2;
     TextHolder *txtHtml;
@@ -91,7 +97,8 @@ private:
     bool m_trying = false; // what is made late is of a text that is tried out
     bool m_behind = false;
     bool m_saidBehind = false; // which is for a pause, not for the moment that a page is being made
-    bool m_sameList = false;   // nothing but keys has come between lvBlock and the text
+    bool m_listing = false, m_opening = false;
+    bool m_sameList = false; // nothing but keys has come between lvBlock and the text
 };
 
 } // namespace quillmere
