@@ -38,10 +38,12 @@ void ThemeChecks::connectTo(const Parts &parts)
         return faults;
     };
 
-    ThemeEditing &editing = parts.names.editing;
-    const ThemeEditor editor = {[&editing](const ThemeEdit &edit) { editing.apply(edit); },
-                                [&editing](const QString &path) { return editing.isOpenText(path); },
-                                [&editing](const QString &path) { return editing.openRows(path); }};
+    ThemeNames &names = parts.names;
+    const ThemeEditor editor = {
+        [&names](const ThemeEdit &edit, const QString &done) { return names.mend(edit, done); },
+        [&names](const QString &path, qint32 row) { names.going.goTo(path, {}, row); },
+        [&names](const QString &path) { return names.editing.isOpenText(path); },
+        [&names](const QString &path) { return names.editing.openRows(path); }};
     auto *menu = new ProblemMenu(check, m_index, editor, parts.talk, this);
     connect(tab, &CheckTab::menuWanted, menu, &ProblemMenu::popup);
     auto *mend = new QAction(tr("Mend"), &parts.source);

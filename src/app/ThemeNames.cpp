@@ -299,9 +299,11 @@ void ThemeNames::rename()
     const auto make = [this, thing](const QString &newName, const ThemeEdit &edit) {
         bool made = false;
         m_talk.run([&] {
-            made = change(edit, tr("\"%1\" is \"%2\" now, in %3.")
-                                    .arg(shownName(thing->name), shownName(newName),
-                                         counted(edit.paths().size(), tr("file"), tr("files"))));
+            made = change(edit,
+                          tr("\"%1\" is \"%2\" now, in %3.")
+                              .arg(shownName(thing->name), shownName(newName),
+                                   counted(edit.paths().size(), tr("file"), tr("files"))),
+                          tr("Undo Rename"));
         });
         if (made)
             m_renamed = followRename(*thing, newName);
@@ -322,13 +324,27 @@ ThemeNames::Renamed ThemeNames::followRename(const NamedThing &thing, const QStr
     return renamed;
 }
 
-bool ThemeNames::change(const ThemeEdit &edit, const QString &done)
+bool ThemeNames::mend(const ThemeEdit &edit, const QString &done)
+{
+    const QStringList paths = edit.paths();
+    if (std::any_of(paths.begin(), paths.end(), [&](const QString &path) {
+            return !edit.changesOf(path).isEmpty() && !editing.isOpenText(path);
+        }))
+        return change(edit, done, tr("Undo Mend"));
+    if (!editing.apply(edit))
+        return false;
+    m_talk.say(QString(done + u' ' + unsavedAfter(edit)).trimmed());
+    return true;
+}
+
+bool ThemeNames::change(const ThemeEdit &edit, const QString &done, const QString &undo)
 {
     std::optional<ThemeEdit> inverse = editing.apply(edit);
     if (!inverse)
         return false;
     m_inverse = std::move(inverse);
     m_renamed.reset();
+    m_undo->setText(undo);
     m_undo->setEnabled(true);
     m_talk.say(QString(done + u' ' + unsavedAfter(edit)).trimmed());
     return true;
@@ -362,7 +378,9 @@ void ThemeNames::undoRename()
 void ThemeNames::search()
 {
     if (!m_frmSearch) {
-        const auto make = [this](const ThemeEdit &edit) { return change(edit, tr("Replaced.")); };
+        const auto make = [this](const ThemeEdit &edit) {
+            return change(edit, tr("Replaced."), tr("Undo Replace"));
+        };
         m_frmSearch = std::make_unique<frmSearch>(m_index, make, m_talk, m_window);
         m_frmSearch->addActions(m_dialogActions);
         connect(m_frmSearch.get(), &frmSearch::placeChosen, this,

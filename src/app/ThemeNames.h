@@ -29,6 +29,10 @@ public:
 
     void addCommands(Commands &menu);
 
+    // Makes an edit that mends a problem, and says so. Where it writes files, and so has no undo of its own,
+    // it is what Undo in the Tool menu takes back. False where the person would rather not.
+    bool mend(const ThemeEdit &edit, const QString &done);
+
     Going going;
     ThemeEditing editing;
 
@@ -66,7 +70,7 @@ private:
     void undoRename();
     void search();
     // False where the person would rather not; see ThemeEditing::apply.
-    bool change(const ThemeEdit &edit, const QString &done);
+    bool change(const ThemeEdit &edit, const QString &done, const QString &undo);
     // A sentence on what an edit has left open and not saved.
     QString unsavedAfter(const ThemeEdit &edit) const;
 
@@ -80,8 +84,8 @@ private:
     QAction *m_undo = nullptr;
     QList<QAction *> m_dialogActions;   // with keys that work in the dialogs as well
     QList<QAction *> m_nameActions;     // about the name that is selected, or listed
-    std::optional<ThemeEdit> m_inverse; // of the last rename
-    std::optional<Renamed> m_renamed;   // what it was about; nothing for a replacement
+    std::optional<ThemeEdit> m_inverse; // of the last change of several places
+    std::optional<Renamed> m_renamed;   // what it was about; nothing for another change
     QString m_folder;                   // of the theme
     std::unique_ptr<frmUses> m_frmUses; // made when they are first wanted
     std::unique_ptr<frmSearch> m_frmSearch;

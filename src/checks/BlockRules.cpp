@@ -33,12 +33,6 @@ bool isBorder(Kind kind)
     return kind >= Kind::TopImg && kind <= Kind::RightBottomImg;
 }
 
-QString capital(QString text)
-{
-    text[0] = text[0].toUpper();
-    return text;
-}
-
 class BlockRules
 {
 public:
@@ -73,6 +67,13 @@ private:
         m_report.add(rule, range, message, m_report.blockName(block.element));
     }
 
+    // A block at the beginning of a message.
+    QString subject(const Block &block) const
+    {
+        const QString name = m_report.blockName(block.element);
+        return name.isEmpty() ? QStringLiteral("A block without a name") : quoted(name);
+    }
+
     void checkName(const Block &block)
     {
         const std::optional<Attribute> name = m_outline.nameAttribute(block.element);
@@ -81,7 +82,8 @@ private:
         const QStringView text = m_outline.at(name->value);
         const QString key = QString::fromRawData(text.data(), text.size());
         if (m_names.contains(key))
-            add(Rule::DuplicateBlock, block, name->value, u"The window has another block " + quoted(text));
+            add(Rule::DuplicateBlock, block, name->value,
+                quoted(text) + u" is the name of another block, too");
         m_names.insert(key);
     }
 
@@ -96,14 +98,14 @@ private:
             block.parent < 0 ? std::nullopt : rectOfBlock(m_outline, block.parent);
         if (outer && !isInside(box, outer->box.w, outer->box.h)) {
             add(Rule::OutsideParent, block, range,
-                capital(m_report.block(block.element)) + u" reaches out of " + m_report.block(block.parent) +
-                    u", which is " + sizeText(outer->box.w, outer->box.h));
+                subject(block) + u" reaches out of " + m_report.block(block.parent) + u", which is " +
+                    sizeText(outer->box.w, outer->box.h));
             return;
         }
         const std::optional<QSize> &screen = m_report.facts.screen;
         if (screen && block.onScreen && !isInside(*block.onScreen, screen->width(), screen->height()))
             add(Rule::OutsideScreen, block, range,
-                capital(m_report.block(block.element)) + u" reaches out of the screen, which is " +
+                subject(block) + u" reaches out of the screen, which is " +
                     sizeText(screen->width(), screen->height()));
     }
 
@@ -128,8 +130,8 @@ private:
             const QSize size = m_report.facts.pictures.value(id);
             if (size.width() > box.w + kFrame || size.height() > box.h + kFrame)
                 add(Rule::PictureSize, block, m_outline.element(property).range(),
-                    u"The picture " + quoted(id) + u" is " + sizeText(size.width(), size.height()) + u", " +
-                        m_report.block(block.element) + u" only " + sizeText(box.w, box.h));
+                    sizeText(size.width(), size.height()) + u" is larger than " + sizeText(box.w, box.h) +
+                        u": the picture " + quoted(id) + u" in " + m_report.block(block.element));
         }
     }
 
@@ -152,15 +154,16 @@ private:
             const QList<Range> colours = entriesOf(m_outline, property);
             if (!colours.isEmpty() && colours.size() != 3)
                 add(Rule::ColourList, block, m_outline.element(property).range(),
-                    QStringLiteral("The list holds %1 of three colours").arg(colours.size()));
+                    colours.size() == 1 ? QStringLiteral("1 colour instead of 3")
+                                        : QStringLiteral("%1 colours instead of 3").arg(colours.size()));
             if (!isText || !drawsText(block))
                 continue;
             for (const Range &colour : colours) {
                 const QStringView name = m_outline.at(colour);
                 if (isKeyColour(name))
                     m_report.add(Rule::KeyColour, colour,
-                                 u"The text of " + m_report.block(block.element) +
-                                     u" is drawn in the key colour " + quoted(name),
+                                 u"Text in the key colour " + quoted(name) + u", in " +
+                                     m_report.block(block.element),
                                  name.toString());
             }
         }
@@ -179,11 +182,10 @@ private:
             const bool isSingle = mode.compare(u"single", Qt::CaseInsensitive) == 0;
             if (isSingle && hasBorders)
                 add(Rule::Mode, block, m_outline.element(property).range(),
-                    capital(m_report.block(block.element)) + u" has border images, but its mode is single");
+                    u"Mode single, but " + m_report.block(block.element) + u" has border images");
             else if (!isSingle && !hasBorders && mode.compare(u"multiple", Qt::CaseInsensitive) == 0)
                 add(Rule::Mode, block, m_outline.element(property).range(),
-                    capital(m_report.block(block.element)) +
-                        u" has no border image, but its mode is multiple");
+                    u"Mode multiple, but " + m_report.block(block.element) + u" has no border image");
         }
     }
 

@@ -80,16 +80,14 @@ void checkTwins(ThemeReport &report)
         },
         [&](qsizetype row, const QString &first) {
             report.add(Rule::SamePicture, images, row,
-                       u"The image " + quoted(images.rows.at(row).name) + u" holds the same picture as " +
-                           quoted(first));
+                       quoted(images.rows.at(row).name) + u" is the same picture as " + quoted(first));
         });
     const Catalogue &colours = report.catalogues.of(FileRole::ColourCatalogue);
     eachTwin(
         colours, [&](qsizetype row) { return colourKey(colours.rows.at(row).value); },
         [&](qsizetype row, const QString &first) {
             report.add(Rule::SameColour, colours, row,
-                       u"The colour " + quoted(colours.rows.at(row).name) + u" has the same code as " +
-                           quoted(first));
+                       quoted(colours.rows.at(row).name) + u" is the same colour as " + quoted(first));
         });
 }
 
@@ -121,7 +119,7 @@ void checkRow(ThemeReport &report, const UnusedKind &unused, const Catalogue &ca
     if (row.name.isEmpty() || !row.isFirst || (unused.kind == NameKind::Colour && isKeyColour(row.name)) ||
         isUsed(report.index, unused.kind, row.name))
         return;
-    QString message = u"Nothing uses the " + QLatin1String(unused.what) + u' ' + quoted(row.name);
+    QString message = u"Unused " + QLatin1String(unused.what) + u' ' + quoted(row.name);
     const qint64 bytes = unused.kind == NameKind::Image ? report.pictures.value(number).bytes : 0;
     if (unused.kind == NameKind::Image)
         message += QStringLiteral(" (%1 bytes)").arg(bytes);
@@ -149,7 +147,7 @@ void checkUnused(ThemeReport &report)
             const QString &name = language.rows.at(row).name;
             if (!name.isEmpty() && language.rows.at(row).isFirst &&
                 !report.index.isUsed(NameKind::String, name))
-                report.add(Rule::UnusedString, language, row, u"No window has the string " + quoted(name));
+                report.add(Rule::UnusedString, language, row, u"Unused string " + quoted(name));
         }
     }
 }

@@ -33,12 +33,13 @@ void checkEntry(ThemeReport &report, const IndexedFile &config, const ConfigEntr
     const bool isMissing = (found.isEmpty() && !isOpen) || !isReadable;
     if (!isMissing && !isOtherLetters(path, found))
         return;
-    const QString file = u"The file " + quoted(entry.value) + u" of " + quoted(entry.name);
-    QString message = file + u" is missing";
+    const QString whose = u", the file of " + quoted(entry.name);
+    QString message = quoted(entry.value) + u" is missing" + whose;
     if (!isMissing)
-        message = file + u" is " + quoted(partInOtherLetters(path, found)) + u" on disk";
+        message =
+            quoted(entry.value) + u" is " + quoted(partInOtherLetters(path, found)) + u" on disk" + whose;
     else if (!found.isEmpty())
-        message = file + u" cannot be read";
+        message = quoted(entry.value) + u" cannot be read" + whose;
     Problem &problem = report.addForFile(isMissing ? Rule::ThemeConfig : Rule::LetterCase, config, message);
     problem.name = entry.name;
     problem.range = entry.range;
@@ -73,7 +74,7 @@ constexpr FileKind kFileKinds[] = {{FileRole::ImageCatalogue, Rule::MissingImage
                                    {FileRole::LanguageCatalogue, Rule::ThemeConfig, "language"}};
 
 // A document or a language that is there, and cannot be read.
-bool isUnreadable(const ThemeReport &report, const CatalogueRow &row, FileRole role)
+bool cannotBeRead(const ThemeReport &report, const CatalogueRow &row, FileRole role)
 {
     for (const qint32 number : report.index.numbersOf(row.path)) {
         const IndexedFile &file = report.index.files().at(number);
@@ -87,24 +88,26 @@ bool isUnreadable(const ThemeReport &report, const CatalogueRow &row, FileRole r
 void checkRow(ThemeReport &report, const FileKind &kind, const Catalogue &catalogue, qsizetype number)
 {
     const CatalogueRow &row = catalogue.rows.at(number);
-    const QString what = u"the " + QLatin1String(kind.what) + u' ' + quoted(row.name);
     if (kind.role == FileRole::WindowCatalogue && row.name.isEmpty())
         return;
-    const bool isOpen = report.sources.texts.contains(row.path);
-    const bool unreadable = isUnreadable(report, row, kind.role);
-    if ((!row.found.isEmpty() || isOpen) && !unreadable) {
-        if (isOtherLetters(row.path, row.found))
-            report.add(Rule::LetterCase, catalogue, number,
-                       u"The file of " + what + u" is " + quoted(partInOtherLetters(row.path, row.found)) +
-                           u" on disk");
+    const bool isUnreadable = cannotBeRead(report, row, kind.role);
+    const bool isThere = !isUnreadable && (!row.found.isEmpty() || report.sources.texts.contains(row.path));
+    if (isThere && !isOtherLetters(row.path, row.found))
+        return;
+    const QString what = u"the " + QLatin1String(kind.what) + u' ' + quoted(row.name);
+    const QString file =
+        quoted(kind.role == FileRole::WindowCatalogue ? fileNameOf(row.path).toString() : row.value);
+    if (isThere) {
+        report.add(Rule::LetterCase, catalogue, number,
+                   file + u" is " + quoted(partInOtherLetters(row.path, row.found)) +
+                       u" on disk, the file of " + what);
         return;
     }
-    const QString file = kind.role == FileRole::WindowCatalogue ? fileNameOf(row.path).toString() : row.value;
-    QString message = u"The file " + quoted(file) + u" of " + what + u" is missing";
+    QString message = file + u" is missing, the file of " + what;
     if (row.path.isEmpty())
         message = u"No file is named for " + what;
-    else if (unreadable && !row.found.isEmpty())
-        message = u"The file " + quoted(file) + u" of " + what + u" cannot be read";
+    else if (isUnreadable && !row.found.isEmpty())
+        message = file + u" cannot be read, the file of " + what;
     if (kind.role == FileRole::LanguageCatalogue)
         report.addForRow(kind.missing, catalogue, number, message);
     else
@@ -117,8 +120,8 @@ void checkPicture(ThemeReport &report, const Catalogue &images, qsizetype number
         report.pictures.at(number).isReadable)
         return;
     report.add(Rule::UnreadablePicture, images, number,
-               u"The picture " + quoted(images.rows.at(number).value) + u" of the image " +
-                   quoted(images.rows.at(number).name) + u" cannot be read");
+               quoted(images.rows.at(number).value) + u" cannot be read, the picture of the image " +
+                   quoted(images.rows.at(number).name));
 }
 
 } // namespace
@@ -138,12 +141,9 @@ void checkFiles(ThemeReport &report)
     for (const IndexedFile &file : report.index.files()) {
         const QString name = fileNameOf(file.path).toString();
         if (!file.isReadable && !file.found.isEmpty() && (!file.isListed || file.role == FileRole::Style))
-            report.addForFile(Rule::MissingDocument, file, u"The file " + quoted(name) + u" cannot be read")
-                .name = name;
+            report.addForFile(Rule::MissingDocument, file, quoted(name) + u" cannot be read").name = name;
         else if (!file.isListed)
-            report
-                .addForFile(Rule::UnlistedDocument, file,
-                            u"The window catalogue does not name the document " + quoted(name))
+            report.addForFile(Rule::UnlistedDocument, file, quoted(name) + u" is not in the window catalogue")
                 .name = name;
     }
 }

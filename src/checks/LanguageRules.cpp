@@ -1,3 +1,4 @@
+#include "checks/NameRules.h"
 #include "checks/WindowReport.h"
 
 namespace quillmere {
@@ -21,14 +22,11 @@ bool hasLetter(QStringView text)
 
 } // namespace
 
-// A draft that the catalogue does not name yet, and what widgets take over, need no translation.
-void checkTranslations(WindowReport &report)
+std::vector<FoundName> stringsToTranslate(const std::vector<FoundName> &names)
 {
-    if (report.file.role != FileRole::Window || !report.file.isListed || report.facts.languages.isEmpty())
-        return;
     std::vector<FoundName> strings;
     QSet<QString> known;
-    for (const FoundName &name : report.used) {
+    for (const FoundName &name : names) {
         if (name.kind != NameKind::String || !hasLetter(name.name))
             continue;
         const QString text = QString::fromRawData(name.name.data(), name.name.size());
@@ -36,6 +34,15 @@ void checkTranslations(WindowReport &report)
             strings.push_back(name);
         known.insert(text);
     }
+    return strings;
+}
+
+// A draft that the catalogue does not name yet, and what widgets take over, need no translation.
+void checkTranslations(WindowReport &report)
+{
+    if (report.file.role != FileRole::Window || !report.file.isListed || report.facts.languages.isEmpty())
+        return;
+    const std::vector<FoundName> strings = stringsToTranslate(report.used);
     for (const LanguageTexts &language : report.facts.languages) {
         Range first;
         int missing = 0;
@@ -46,13 +53,13 @@ void checkTranslations(WindowReport &report)
                 first = string.range;
         }
         if (missing > 0)
-            report.add(Rule::Untranslated, first,
-                       quoted(language.name) + u" lacks " +
-                           (missing == 1
-                                ? QStringLiteral("1 string of the window, ")
-                                : QStringLiteral("%1 strings of the window, the first is ").arg(missing)) +
-                           quoted(first.in(report.outline.text())),
-                       language.name);
+            report.add(
+                Rule::Untranslated, first,
+                (missing == 1 ? QStringLiteral("1 string") : QStringLiteral("%1 strings").arg(missing)) +
+                    u" not in " + quoted(language.name) +
+                    (missing == 1 ? QStringLiteral(": ") : QStringLiteral("; the first is ")) +
+                    quoted(first.in(report.outline.text())),
+                language.name);
     }
 }
 

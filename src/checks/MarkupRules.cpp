@@ -10,16 +10,15 @@ void checkElement(WindowReport &report, qint32 index)
     const Element &element = report.outline.element(index);
     const QString name = report.outline.at(element.name()).toString();
     if (element.end == End::Missing)
-        report.add(Rule::UnclosedElement, element.tag, u"The element " + quoted(name) + u" is not closed",
-                   name);
+        report.add(Rule::UnclosedElement, element.tag, quoted(name) + u" is not closed", name);
     // Where its value ends is not known of one that is not closed.
     const bool isWhole = element.end == End::Tag || element.end == End::Self;
     if (element.kind != Kind::Rect || !isWhole || !report.counts(element) || rectOf(report.outline, index))
         return;
     const qint32 block = report.outline.blockOf(index);
-    const QString whose = block < 0 ? QString() : QString(u" of " + report.block(block));
+    const QString whose = block < 0 ? QString() : QString(u", the rect of " + report.block(block));
     report.add(Rule::BadRect, element.range(),
-               u"The rect" + whose + u" is not four whole numbers: " + quoted(report.outline.valueOf(index)),
+               u"Not four whole numbers: " + quoted(report.outline.valueOf(index)) + whose,
                block < 0 ? QString() : report.blockName(block));
 }
 
@@ -44,8 +43,7 @@ void checkMarkup(WindowReport &report)
     }
     for (const Range &tag : outline.strayTags()) {
         const QString name = closingName(outline.at(tag));
-        report.add(Rule::UnclosedElement, tag, u"The closing tag of " + quoted(name) + u" has no opening one",
-                   name);
+        report.add(Rule::UnclosedElement, tag, quoted(name) + u" is closed, but not opened", name);
     }
     for (const Comment &comment : outline.comments()) {
         if (!comment.closed)

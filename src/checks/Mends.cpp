@@ -1,8 +1,10 @@
 #include "checks/Mends.h"
 
+#include "checks/MendMaker.h"
 #include "checks/WindowReport.h"
 #include "files/Paths.h"
 #include "theme/NearestNames.h"
+#include "theme/ThemeConfig.h"
 
 #include <QFileInfo>
 
@@ -12,242 +14,190 @@ namespace quillmere {
 
 namespace {
 
-class MendMaker
+void changeNameTo(MendMaker &maker, const QString &name)
 {
-public:
-    MendMaker(const Problem &problem, const MendedTheme &theme) : m_problem(problem), m_theme(theme)
-    {
-        const QList<qint32> numbers = theme.index.numbersOf(problem.file);
-        m_file = numbers.isEmpty() ? IndexedFile{problem.file, problem.file}
-                                   : theme.index.files().at(numbers.first());
-        // A file may have several roles; a row is one of a catalogue.
-        for (const qint32 number : numbers) {
-            if (problem.row >= 0 && theme.index.files().at(number).role <= FileRole::Language)
-                m_file = theme.index.files().at(number);
-        }
-        m_text = textOf(theme.sources, m_file).value_or(QString());
+    const Problem &problem = maker.problem;
+    if (problem.range.end <= maker.text.size() && problem.range.in(maker.text) == problem.name)
+        maker.changeText(maker.wordsToChange(name), maker.file, maker.text, problem.range, name);
+}
+
+void changeName(MendMaker &maker, NameKind kind)
+{
+    for (const QString &name : nearestNames(maker.theme.index, kind, maker.problem.name))
+        changeNameTo(maker, name);
+}
+
+void addRow(MendMaker &maker, FileRole role)
+{
+    const IndexedFile *catalogue = maker.catalogueOf(role);
+    const auto rows = catalogue ? maker.theme.openRows(catalogue->path) : std::nullopt;
+    if (!rows)
+        return;
+    const QString &name = maker.problem.name;
+    ListRows::Row row{{}, {name, QStringLiteral("#000000")}};
+    if (role == FileRole::ImageCatalogue) {
+        const QString picture = folderOf(catalogue->path) + name + QStringLiteral(".png");
+        row = {picture, {name, QFileInfo::exists(picture) ? QStringLiteral("Y") : QString()}};
     }
+    const QString what = quoted(name) + u" to " + quotedFile(catalogue->path);
+    maker.changeRows({u"Add " + what, u"Added " + what + u'.'}, catalogue->path,
+                     {{int(rows->size()), std::nullopt, row}});
+}
 
-    QList<Mend> mends()
-    {
-        switch (m_problem.rule) {
-        case Rule::UnknownImage:
-            changeName(NameKind::Image);
-            addRow(FileRole::ImageCatalogue);
-            break;
-        case Rule::UnknownColour:
-            changeName(NameKind::Colour);
-            addRow(FileRole::ColourCatalogue);
-            break;
-        case Rule::UnknownFont:
-            changeName(NameKind::Font);
-            break;
-        case Rule::LetterCase:
-            if (!m_problem.meant.isEmpty())
-                changeNameTo(m_problem.meant);
-            else if (m_problem.row >= 0)
-                changeFileOfRow();
-            break;
-        case Rule::UnusedImage:
-        case Rule::UnusedColour:
-        case Rule::UnusedFont:
-        case Rule::UnusedString:
-        case Rule::MissingImageFile:
-        case Rule::MissingFontFile:
-        case Rule::MissingDocument:
-        case Rule::DuplicateId:
-        case Rule::ThemeConfig:
-            if (m_problem.row >= 0)
-                takeOut();
-            break;
-        case Rule::UnlistedDocument:
-            addDocument();
-            break;
-        default:
-            break;
-        }
-        return m_mends;
+MendMaker::Words wordsToTakeOut(const MendMaker &maker)
+{
+    const QString what = quoted(maker.problem.name) + u" out of " + quotedFile(maker.file.path);
+    return {u"Take " + what, u"Took " + what + u'.'};
+}
+
+// Of an element that stands alone in its line, the line goes with it.
+Range withItsLine(const QString &text, Range element)
+{
+    const Range line = linesAround(text, element);
+    if (line.in(text).trimmed() != element.in(text))
+        return element;
+    return {line.start, std::min(line.end + 1, qint32(text.size()))};
+}
+
+void takeOutRow(MendMaker &maker)
+{
+    const qint32 row = maker.problem.row;
+    if (const auto rows = maker.theme.openRows(maker.file.path)) {
+        if (maker.isMeant(*rows))
+            maker.changeRows(wordsToTakeOut(maker), maker.file.path, {{row, rows->at(row), std::nullopt}});
+        return;
     }
+    const auto found = maker.entry();
+    if (!found)
+        return;
+    MendMaker::Rows rows = maker.rowsIn(maker.file, maker.text);
+    rows.removeAt(row);
+    maker.changeCatalogue(wordsToTakeOut(maker), maker.file, maker.text,
+                          withItsLine(maker.text, found->element), {}, rows);
+}
 
-private:
-    static QString fileName(const QString &path) { return quoted(fileNameOf(path)); }
+// An entry of theme.xml.
+void takeOutEntry(MendMaker &maker)
+{
+    const QList<ConfigEntry> entries = configEntries(maker.text);
+    const auto found = std::find_if(entries.begin(), entries.end(), [&](const ConfigEntry &each) {
+        return each.range == maker.problem.range && each.name == maker.problem.name;
+    });
+    MendMaker::Rows rows = maker.rowsIn(maker.file, maker.text);
+    const qsizetype row = found - entries.begin();
+    if (row >= rows.size())
+        return;
+    rows.removeAt(row);
+    maker.changeCatalogue(wordsToTakeOut(maker), maker.file, maker.text,
+                          withItsLine(maker.text, found->range), {}, rows);
+}
 
-    // The whole lines that the range stands in.
-    static Range linesAround(const QString &text, Range range)
-    {
-        const qsizetype start = range.start > 0 ? text.lastIndexOf(u'\n', range.start - 1) + 1 : 0;
-        const qsizetype end = text.indexOf(u'\n', range.end);
-        return {qint32(start), qint32(end < 0 ? text.size() : end)};
+void takeOut(MendMaker &maker)
+{
+    if (maker.problem.row >= 0)
+        takeOutRow(maker);
+    else if (maker.isOfConfig())
+        takeOutEntry(maker);
+}
+
+void addDocument(MendMaker &maker)
+{
+    const IndexedFile *catalogue = maker.catalogueOf(FileRole::WindowCatalogue);
+    if (!catalogue)
+        return;
+    const QString folder = joinPath(findFolder(folderOf(catalogue->path).toString()), u"");
+    if (!maker.problem.file.startsWith(folder))
+        return;
+    QString name = maker.problem.file.sliced(folder.size()).chopped(4);
+    name.replace(separator(), u'/');
+    const QString what = quoted(name) + u" to " + quotedFile(catalogue->path);
+    maker.addToCatalogue({u"Add " + what, u"Added " + what + u'.'}, *catalogue, u"</interface>", u"<widget ",
+                         {u"<widget class=\"window\" style=\"default\" name=\"" + name + u"\"/>"},
+                         {{name, QString()}});
+}
+
+// A closing tag too many.
+void takeOutTag(MendMaker &maker)
+{
+    const Range range = maker.problem.range;
+    if (range.end > maker.text.size() || !range.in(maker.text).startsWith(u"</"))
+        return;
+    const QString what = quoted(range.in(maker.text)) + u" out";
+    maker.changeText({u"Take " + what, u"Took " + what + u'.'}, maker.file, maker.text,
+                     withItsLine(maker.text, range), {});
+}
+
+void changeMode(MendMaker &maker)
+{
+    const Outline outline(maker.text);
+    const qint32 index = outline.elementAt(maker.problem.range.start);
+    if (index < 0 || outline.element(index).kind != Kind::Mode ||
+        outline.element(index).range() != maker.problem.range)
+        return;
+    const Range value = trimmed(outline.element(index).content(), maker.text);
+    const bool isSingle = value.in(maker.text).compare(u"single", Qt::CaseInsensitive) == 0;
+    const QString mode = isSingle ? QStringLiteral("multiple") : QStringLiteral("single");
+    maker.changeText(maker.wordsToChange(mode), maker.file, maker.text, value, mode);
+}
+
+void makeMends(MendMaker &maker)
+{
+    switch (maker.problem.rule) {
+    case Rule::UnknownImage:
+        changeName(maker, NameKind::Image);
+        addRow(maker, FileRole::ImageCatalogue);
+        break;
+    case Rule::UnknownColour:
+        changeName(maker, NameKind::Colour);
+        addRow(maker, FileRole::ColourCatalogue);
+        break;
+    case Rule::UnknownFont:
+        changeName(maker, NameKind::Font);
+        break;
+    case Rule::LetterCase:
+        if (!maker.problem.meant.isEmpty())
+            changeNameTo(maker, maker.problem.meant);
+        else
+            mendNamedFile(maker);
+        break;
+    case Rule::MissingImageFile:
+    case Rule::MissingFontFile:
+    case Rule::MissingDocument:
+    case Rule::ThemeConfig:
+        mendNamedFile(maker);
+        takeOut(maker);
+        break;
+    case Rule::UnusedImage:
+    case Rule::UnusedColour:
+    case Rule::UnusedFont:
+    case Rule::UnusedString:
+    case Rule::DuplicateId:
+        takeOut(maker);
+        break;
+    case Rule::UnlistedDocument:
+        addDocument(maker);
+        break;
+    case Rule::Untranslated:
+        addTranslations(maker);
+        break;
+    case Rule::UnclosedElement:
+        takeOutTag(maker);
+        break;
+    case Rule::Mode:
+        changeMode(maker);
+        break;
+    default:
+        break;
     }
-
-    void changeText(const QString &title, const IndexedFile &file, const QString &text, Range range,
-                    const QString &after)
-    {
-        Mend mend{title, {}, file.found.isEmpty() ? file.path : file.found, {}, {}};
-        if (!mend.edit.replace(mend.file, text, range, after))
-            return;
-        const Range lines = linesAround(text, range);
-        mend.before = lines.in(text).trimmed().toString();
-        mend.after = QString(text.sliced(lines.start, range.start - lines.start) + after +
-                             text.sliced(range.end, lines.end - range.end))
-                         .trimmed();
-        m_mends.append(mend);
-    }
-
-    void changeNameTo(const QString &name)
-    {
-        if (m_problem.range.end <= m_text.size() && m_problem.range.in(m_text) == m_problem.name)
-            changeText(u"Change to " + quoted(name), m_file, m_text, m_problem.range, name);
-    }
-
-    void changeName(NameKind kind)
-    {
-        for (const QString &name : nearestNames(m_theme.index, kind, m_problem.name))
-            changeNameTo(name);
-    }
-
-    void changeRow(const QString &title, const QString &catalogue, const RowChange &change)
-    {
-        Mend mend{title, {}, catalogue, {}, {}};
-        mend.edit.changeRow(catalogue, change);
-        m_mends.append(mend);
-    }
-
-    const IndexedFile *catalogueOf(FileRole role) const
-    {
-        const auto found = std::find_if(m_theme.index.files().begin(), m_theme.index.files().end(),
-                                        [&](const IndexedFile &file) { return file.role == role; });
-        return found == m_theme.index.files().end() ? nullptr : &*found;
-    }
-
-    void addRow(FileRole role)
-    {
-        const IndexedFile *catalogue = catalogueOf(role);
-        const auto rows = catalogue ? m_theme.openRows(catalogue->path) : std::nullopt;
-        if (!rows)
-            return;
-        ListRows::Row row{{}, {m_problem.name, QStringLiteral("#000000")}};
-        if (role == FileRole::ImageCatalogue) {
-            const QString picture = folderOf(catalogue->path) + m_problem.name + QStringLiteral(".png");
-            row = {picture, {m_problem.name, QFileInfo::exists(picture) ? QStringLiteral("Y") : QString()}};
-        }
-        changeRow(u"Add " + quoted(m_problem.name) + u" to " + fileName(catalogue->path), catalogue->path,
-                  {int(rows->size()), std::nullopt, row});
-    }
-
-    std::optional<CatalogueEntry> entry() const
-    {
-        const QList<CatalogueEntry> entries = catalogueEntries(m_file.role, m_text);
-        return m_problem.row < entries.size() ? std::optional(entries.at(m_problem.row)) : std::nullopt;
-    }
-
-    // Rows may have come and gone since the theme was checked.
-    bool isMeant(const QList<ListRows::Row> &rows) const
-    {
-        return m_problem.row < rows.size() &&
-               rows.at(m_problem.row).sub(1).trimmed() == m_problem.name.trimmed();
-    }
-
-    // Of a row that stands alone in its line, the line goes with it.
-    void takeOut()
-    {
-        const QString title = u"Take " + quoted(m_problem.name) + u" out of " + fileName(m_file.path);
-        if (const auto rows = m_theme.openRows(m_file.path)) {
-            if (isMeant(*rows))
-                changeRow(title, m_file.path, {m_problem.row, rows->at(m_problem.row), std::nullopt});
-            return;
-        }
-        const auto found = entry();
-        if (!found || found->name.in(m_text) != m_problem.name)
-            return;
-        const Range lines = linesAround(m_text, found->element);
-        Range out = found->element;
-        if (lines.in(m_text).trimmed() == found->element.in(m_text))
-            out = {lines.start, std::min(lines.end + 1, qint32(m_text.size()))};
-        changeText(title, m_file, m_text, out, {});
-    }
-
-    // As the disk has it, with the separators of what stands there.
-    static QString inLettersOf(QStringView value, const QString &found)
-    {
-        QString written = found.right(value.size());
-        for (qsizetype i = 0; i < written.size(); ++i) {
-            if (value[i] == u'/' || value[i] == u'\\')
-                written[i] = value[i];
-        }
-        return written;
-    }
-
-    void changeFileOfRow()
-    {
-        const QString title = u"Write the file of " + quoted(m_problem.name) + u" as it is on disk";
-        if (const auto rows = m_theme.openRows(m_file.path)) {
-            if (!isMeant(*rows) || m_file.role != FileRole::ImageCatalogue)
-                return;
-            ListRows::Row row = rows->at(m_problem.row);
-            row.text = findFile(row.text);
-            row.subItems = {row.sub(1), QStringLiteral("Y")};
-            if (!row.text.isEmpty())
-                changeRow(title, m_file.path, {m_problem.row, rows->at(m_problem.row), row});
-            return;
-        }
-        const auto found = entry();
-        if (!found)
-            return;
-        const bool isWindow = m_file.role == FileRole::WindowCatalogue;
-        const QString suffix = isWindow ? QStringLiteral(".xml") : QString();
-        const Range range = isWindow ? found->name : found->value;
-        const QString value = range.in(m_text).toString();
-        QString path = findFile(folderOf(m_file.path) + withOwnSeparators(value) + suffix);
-        path.chop(suffix.size());
-        const QString written = inLettersOf(value, path);
-        if (written.size() == value.size() && written.compare(value, Qt::CaseInsensitive) == 0)
-            changeText(title, m_file, m_text, range, written);
-    }
-
-    static qsizetype startOfBlanks(QStringView text, qsizetype end)
-    {
-        while (end > 0 && (text[end - 1] == u' ' || text[end - 1] == u'\t'))
-            --end;
-        return end;
-    }
-
-    void addDocument()
-    {
-        const IndexedFile *catalogue = catalogueOf(FileRole::WindowCatalogue);
-        if (!catalogue)
-            return;
-        const QString folder = joinPath(findFolder(folderOf(catalogue->path).toString()), u"");
-        const QString text = textOf(m_theme.sources, *catalogue).value_or(QString());
-        const qsizetype end = text.lastIndexOf(u"</interface>", -1, Qt::CaseInsensitive);
-        if (end < 0 || !m_problem.file.startsWith(folder))
-            return;
-        QString name = m_problem.file.sliced(folder.size()).chopped(4);
-        name.replace(separator(), u'/');
-        const QString ends = text.contains(u"\r\n") ? QStringLiteral("\r\n") : QStringLiteral("\n");
-        const qsizetype line = startOfBlanks(text, end);
-        const bool beginsLine = line == 0 || text[line - 1] == u'\n';
-        const qint32 at = qint32(beginsLine ? line : end);
-        const qsizetype before = text.lastIndexOf(u"<widget ", end, Qt::CaseInsensitive);
-        const qsizetype blanks = before < 0 ? before : startOfBlanks(text, before);
-        const QString indent = before < 0 ? QString() : text.sliced(blanks, before - blanks);
-        changeText(u"Add " + quoted(name) + u" to " + fileName(catalogue->path), *catalogue, text, {at, at},
-                   QString((beginsLine ? QString() : ends) + indent +
-                           u"<widget class=\"window\" style=\"default\" name=\"" + name + u"\"/>" + ends));
-    }
-
-    const Problem &m_problem;
-    const MendedTheme &m_theme;
-    IndexedFile m_file;
-    QString m_text;
-    QList<Mend> m_mends;
-};
+}
 
 } // namespace
 
 QList<Mend> mendsFor(const Problem &problem, const MendedTheme &theme)
 {
-    return MendMaker(problem, theme).mends();
+    MendMaker maker(problem, theme);
+    makeMends(maker);
+    return maker.mends;
 }
 
 } // namespace quillmere

@@ -10,9 +10,11 @@ namespace quillmere {
 struct Mend
 {
     QString title; // for a menu
+    QString done;  // a sentence for afterwards
     ThemeEdit edit;
     QString file;          // that it changes
-    QString before, after; // the lines of a text that change, without blanks around them; empty for rows
+    QString before, after; // what is taken out of a text, and what is put there; both empty for rows
+    qint32 row = -1;       // of the file, where the person goes on with it
 };
 
 // What a theme holds at the moment; see ThemeSources. The rows that are open for editing come by the path of

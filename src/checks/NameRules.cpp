@@ -39,23 +39,22 @@ std::optional<NameFault> faultOf(NameKind kind, QStringView name, const ThemeInd
         const QString meant = inOtherLetters(kind, name, index);
         if (meant.isEmpty())
             return NameFault{unknown, message, {}};
-        return NameFault{Rule::LetterCase,
-                         u"The " + QLatin1String(what) + u' ' + quoted(name) + u" is " + quoted(meant) +
-                             u" in the catalogue",
-                         meant};
+        return NameFault{
+            Rule::LetterCase,
+            quoted(name) + u" should be " + quoted(meant) + u", the name of " + QLatin1String(what), meant};
     };
     if (index.isDefined(kind, name))
         return std::nullopt;
     switch (kind) {
     case NameKind::Image:
-        return found("image", Rule::UnknownImage, u"There is no image " + quoted(name));
+        return found("an image", Rule::UnknownImage, u"There is no image " + quoted(name));
     case NameKind::Colour:
         if (isKeyColour(name) || isColourCode(name))
             return std::nullopt;
-        return found("colour", Rule::UnknownColour,
+        return found("a colour", Rule::UnknownColour,
                      quoted(name) + u" is neither a colour of the catalogue nor a code");
     case NameKind::Font:
-        return found("font", Rule::UnknownFont, u"There is no font " + quoted(name));
+        return found("a font", Rule::UnknownFont, u"There is no font " + quoted(name));
     default:
         return std::nullopt;
     }

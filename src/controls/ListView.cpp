@@ -14,7 +14,7 @@ constexpr int kMostDrawn = 1000; // characters; more than any column shows
 class RowDelegate : public QStyledItemDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit RowDelegate(ListView *list) : QStyledItemDelegate(list), m_list(list) {}
 
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
@@ -25,6 +25,7 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
+        option->textElideMode = m_list->columnElideMode(index.column());
         // Fitting a text of a damaged file into a column takes time for all of it, at every repaint.
         if (option->text.size() > kMostDrawn)
             option->text = option->textElideMode == Qt::ElideLeft ? option->text.right(kMostDrawn)
@@ -32,6 +33,9 @@ protected:
         if (option->text.isRightToLeft())
             option->direction = Qt::RightToLeft;
     }
+
+private:
+    const ListView *m_list;
 };
 
 } // namespace
@@ -77,6 +81,16 @@ void ListView::setColumnShares(const QList<int> &shares)
     m_shares = shares;
     for (int column = 0; column < model()->columnCount(); ++column)
         setColumnHidden(column, m_shares.value(column, 1) == 0);
+}
+
+void ListView::setColumnElideMode(int column, Qt::TextElideMode mode)
+{
+    m_elideModes.insert(column, mode);
+}
+
+Qt::TextElideMode ListView::columnElideMode(int column) const
+{
+    return m_elideModes.value(column, textElideMode());
 }
 
 void ListView::keyPressEvent(QKeyEvent *event)

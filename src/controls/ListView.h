@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QTreeView>
 
 namespace quillmere {
@@ -18,6 +19,9 @@ public:
     int selectedRow() const;
     // Shares of the width for the columns, in order; a share of 0 hides the column. Missing ones are 1.
     void setColumnShares(const QList<int> &shares);
+    // Where the texts of a column are cut that do not fit; the others are as textElideMode() says.
+    void setColumnElideMode(int column, Qt::TextElideMode mode);
+    Qt::TextElideMode columnElideMode(int column) const;
 
 signals:
     // A click on a row, or the arrow keys reached it.
@@ -33,6 +37,7 @@ protected:
 
 private:
     QList<int> m_shares;
+    QHash<int, Qt::TextElideMode> m_elideModes;
 };
 
 } // namespace quillmere

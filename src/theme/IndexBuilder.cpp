@@ -90,7 +90,7 @@ private:
         }
         listLanguages(languages);
         add(joinPath(m_sources.folder, u"style.xml"), FileRole::Style);
-        listWindows(windows);
+        listWindows(windows, entries);
     }
 
     // A file is read once for each role, however often it is named.
@@ -127,7 +127,7 @@ private:
         }
     }
 
-    void listWindows(const QString &catalogue)
+    void listWindows(const QString &catalogue, const QList<ConfigEntry> &entries)
     {
         if (catalogue.isEmpty())
             return;
@@ -138,8 +138,11 @@ private:
         for (const FoundName &name : found.names)
             addWindow(folder, folder + withOwnSeparators(name.name) + QStringLiteral(".xml"), true,
                       name.name);
-        QSet<QString> others = {joinPath(m_sources.folder, u"theme.xml"),
-                                joinPath(m_sources.folder, u"default.xml")};
+        // Windows may lie in one folder with all that theme.xml names.
+        QSet<QString> others = {m_listings.find(joinPath(m_sources.folder, u"theme.xml")),
+                                m_listings.find(joinPath(m_sources.folder, u"default.xml"))};
+        for (const ConfigEntry &entry : entries)
+            others.insert(m_listings.find(joinPath(m_sources.folder, u"") + withOwnSeparators(entry.value)));
         for (const IndexedFile &file : std::as_const(m_index.m_files))
             others.insert(file.found);
         for (const QString &name : filesOf(folder)) {

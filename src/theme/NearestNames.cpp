@@ -51,7 +51,7 @@ int lettersApart(QStringView a, QStringView b, int most)
     return std::min(rows[size_t(a.size() % 3)][size_t(b.size())], most + 1);
 }
 
-QStringList nearestNames(const ThemeIndex &index, NameKind kind, QStringView name, qsizetype most)
+QStringList nearestOf(const QStringList &names, QStringView name, qsizetype most)
 {
     struct Near
     {
@@ -60,22 +60,29 @@ QStringList nearestNames(const ThemeIndex &index, NameKind kind, QStringView nam
     };
     std::vector<Near> near;
     const int mostApart = int(std::clamp<qsizetype>(name.size() / kLettersAFault, 1, kMostApart));
-    index.eachName(kind, [&](const QString &other) {
+    for (const QString &other : names) {
         const int apart = lettersApart(name, other, mostApart);
         // All that differs has nothing to do with it.
         if (apart <= mostApart && apart < other.size() && other != name)
             near.push_back({apart, other});
-    });
+    }
     std::sort(near.begin(), near.end(), [](const Near &a, const Near &b) {
         return a.apart != b.apart ? a.apart < b.apart : a.name < b.name;
     });
-    QStringList names;
+    QStringList nearest;
     for (const Near &each : near) {
-        if (names.size() == most)
+        if (nearest.size() == most)
             break;
-        names.append(each.name);
+        nearest.append(each.name);
     }
-    return names;
+    return nearest;
+}
+
+QStringList nearestNames(const ThemeIndex &index, NameKind kind, QStringView name, qsizetype most)
+{
+    QStringList names;
+    index.eachName(kind, [&](const QString &each) { names.append(each); });
+    return nearestOf(names, name, most);
 }
 
 } // namespace quillmere

@@ -8,9 +8,10 @@ namespace quillmere {
 // the other, ignoring letter case; more than `most` counts as `most` + 1.
 int lettersApart(QStringView a, QStringView b, int most);
 
-// The defined names of a kind that somebody may have meant by this one, the nearest first: those that differ
-// in letter case alone, then those that a few letters make it, the fewer the shorter the name is. Takes a few
-// milliseconds for 20,000 names.
+// Those names that somebody may have meant by this one, the nearest first: those that differ in letter case
+// alone, then those that a few letters make it, the fewer the shorter the name is.
+QStringList nearestOf(const QStringList &names, QStringView name, qsizetype most = 3);
+// The same of the defined names of a kind. Takes a few milliseconds for 20,000 names.
 QStringList nearestNames(const ThemeIndex &index, NameKind kind, QStringView name, qsizetype most = 3);
 
 } // namespace quillmere

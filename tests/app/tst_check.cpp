@@ -130,7 +130,7 @@ void tst_check::leadsToThePlace()
     QVERIFY(source->isVisible());
     QCOMPARE(source->textCursor().selectedText(), QStringLiteral("icom"));
 
-    const QString unlisted = QStringLiteral("The window catalogue does not name the document \"other.xml\"");
+    const QString unlisted = QStringLiteral("\"other.xml\" is not in the window catalogue");
     QVERIFY(tells(window, unlisted));
 }
 
@@ -171,21 +171,25 @@ void tst_check::mendsAClosedFile()
 {
     Window window;
     openFaulty(window);
-    const QString unlisted = QStringLiteral("The window catalogue does not name the document \"other.xml\"");
+    const QString unlisted = QStringLiteral("\"other.xml\" is not in the window catalogue");
     select(window, unlisted);
-    const QString catalogue = window.files.path(QStringLiteral("theme/widget.xml"));
     const QByteArray before = window.files.read(QStringLiteral("theme/widget.xml"));
-    const QString line = QString::fromLatin1(before);
-    QString after = line;
-    after.replace(
-        QStringLiteral("</interface>"),
-        QStringLiteral("\n<widget class=\"window\" style=\"default\" name=\"other\"/>\n</interface>"));
-    window.prompts.expectQuestion(
-        QStringLiteral("Change"),
-        QStringLiteral("%1:\n\n- %2\n+ %3\n\nChange this file?").arg(catalogue, line, after), true);
+    const QByteArray row = "<widget class=\"window\" style=\"default\" name=\"other\"/>";
+    QByteArray after = before;
+    after.replace("</interface>", QByteArray('\n' + row + "\n</interface>"));
+    window.prompts.expectQuestion(QStringLiteral("Change File"),
+                                  QStringLiteral("Change this in \"widget.xml\"?\n\n%1\n\nIt becomes:\n\n%2")
+                                      .arg(QLatin1String(before), QLatin1String(after)),
+                                  true);
     mend(window, window.find<ListView>("lvCheck"), "mnuMend");
-    QCOMPARE(QString::fromLatin1(window.files.read(QStringLiteral("theme/widget.xml"))), after);
+    QCOMPARE(window.files.read(QStringLiteral("theme/widget.xml")), after);
     QVERIFY(tells(window, unlisted, false));
+    // A file that is closed has no other undo.
+    auto *undo = window.find<QAction>("mnuUndoRename");
+    QCOMPARE(undo->text(), QStringLiteral("Undo Mend"));
+    undo->trigger();
+    QCOMPARE(window.files.read(QStringLiteral("theme/widget.xml")), before);
+    QVERIFY(tells(window, unlisted));
 }
 
 void tst_check::ignores()
@@ -198,7 +202,7 @@ void tst_check::ignores()
     // Remembered, for this theme.
     window.start();
     window.skin->openTheme(window.files.path(QStringLiteral("theme")));
-    QVERIFY(tells(window, QStringLiteral("Nothing uses the image \"icon\" (0 bytes)")));
+    QVERIFY(tells(window, QStringLiteral("Unused image \"icon\" (0 bytes)")));
     QVERIFY(!messages(window).contains(kMissing));
     select(window, messages(window).value(0));
     mend(window, window.find<ListView>("lvCheck"), "mnuTellAgain");

@@ -77,9 +77,9 @@ void tst_checkreport::text()
 {
     const FaultyTheme theme;
     QCOMPARE(QString::fromUtf8(run({u"check"_s, theme.folder()}).out),
-             u"i.xml:1:12: note: Nothing uses the image \"x y\" (3 bytes) [unused-image]\n"
+             u"i.xml:1:12: note: Unused image \"x y\" (3 bytes) [unused-image]\n"
              "w.xml:2:8: error: There is no image \"\u00c4?-\" [unknown-image]\n"
-             "w.xml:2:17: warning: The list holds 1 of three colours [colour-list]\n"
+             "w.xml:2:17: warning: 1 colour instead of 3 [colour-list]\n"
              "unused images take 3 bytes\n"
              "1 errors, 1 warnings, 1 notes\n"_s);
 }

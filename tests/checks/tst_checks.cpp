@@ -163,6 +163,13 @@ void tst_checks::files_data()
         {{f("theme.xml"), theme[f("theme.xml")] + "<config>" /* a second one does not count */},
          {f("f.ttf"), "other"}},
         "");
+    row("all in one folder",
+        {{f("theme.xml"), QByteArray(theme[f("theme.xml")])
+                              .replace("widget/widget.xml", "windows.xml")
+                              .replace("<name>", "<file_keymap>keys.xml</file_keymap><name>")},
+         {f("windows.xml"), "<width>9</width>"},
+         {f("keys.xml"), "keys"}},
+        "");
     row("missing entries",
         {{f("theme.xml"), QByteArray(theme[f("theme.xml")])
                               .replace("<name>", "<file_keymap>keys.xml</file_keymap>\n"

@@ -10,16 +10,19 @@ namespace {
 
 ThemeFiles smallTheme()
 {
-    return {{QStringLiteral("theme.xml"),
-             "<config><file_widget>widget.xml</file_widget><file_image>i.xml</file_image>"
-             "<file_font>f.xml</file_font><file_color>c.xml</file_color></config>"},
-            {QStringLiteral("widget.xml"),
-             "<interface>\r\n    <widget class=\"window\" name=\"w\"/>\r\n</interface>\r\n"},
-            {QStringLiteral("w.xml"), "<widget name=\"b\">\r\n  <img>bg_main</img></widget>"},
-            {QStringLiteral("i.xml"), "<image id=\"bg_main\">p.png</image>"},
-            {QStringLiteral("p.png"), "1x1"},
-            {QStringLiteral("f.xml"), "<fonts>\n</fonts>"},
-            {QStringLiteral("c.xml"), "<color name=\"navy\">#000080</color>"}};
+    return {
+        {QStringLiteral("theme.xml"),
+         "<config><file_widget>widget.xml</file_widget><file_image>i.xml</file_image>"
+         "<file_font>f.xml</file_font><file_color>c.xml</file_color><file_i18n>l.xml</file_i18n></config>"},
+        {QStringLiteral("l.xml"), "<language id=\"German\">g.xml</language>"},
+        {QStringLiteral("g.xml"), "<language name=\"German\">\n\t<tran id=\"A\">x</tran>\n</language>"},
+        {QStringLiteral("widget.xml"),
+         "<interface>\r\n    <widget class=\"window\" name=\"w\"/>\r\n</interface>\r\n"},
+        {QStringLiteral("w.xml"), "<widget name=\"b\">\r\n  <img>bg_main</img></widget>"},
+        {QStringLiteral("i.xml"), "<image id=\"bg_main\">p.png</image>"},
+        {QStringLiteral("p.png"), "1x1"},
+        {QStringLiteral("f.xml"), "<fonts>\n</fonts>"},
+        {QStringLiteral("c.xml"), "<color name=\"navy\">#000080</color>"}};
 }
 
 } // namespace
@@ -57,7 +60,24 @@ void tst_mends::mends_data()
     row("letter case", "w.xml", "<widget><img>BG_main</img></widget>", "letter-case", "Change to \"bg_main\"",
         "w.xml", "<widget><img>bg_main</img></widget>");
     row("file in other letters", "f.xml", "<font><name>n</name><file>P.PNG</file></font>", "letter-case",
-        "Write the file of \"n\" as it is on disk", "f.xml", "<font><name>n</name><file>p.png</file></font>");
+        "Change to \"p.png\"", "f.xml", "<font><name>n</name><file>p.png</file></font>");
+    row("file of theme.xml in other letters", "theme.xml", "<config><file_x>P.png</file_x></config>",
+        "letter-case", "Change to \"p.png\"", "theme.xml", "<config><file_x>p.png</file_x></config>");
+    row("entry of theme.xml", "theme.xml", "<config>\n<file_x>nothing</file_x>\n</config>", "theme-config",
+        "Take \"file_x\" out of \"theme.xml\"", "theme.xml", "<config>\n</config>");
+    row("nearest file", "f.xml", "<font><name>n</name><file>./q.png</file></font>", "missing-font-file",
+        "Change to \"./p.png\"|Take \"n\" out of \"f.xml\"", "f.xml",
+        "<font><name>n</name><file>./p.png</file></font>");
+    row("strings that a language lacks", "w.xml",
+        "<widget><string>One</string><string>A</string><string>Two</string></widget>", "untranslated",
+        "Add 2 rows to \"g.xml\" and go there", "g.xml",
+        "<language name=\"German\">\n\t<tran id=\"A\">x</tran>\n\t<tran id=\"One\"></tran>\n"
+        "\t<tran id=\"Two\"></tran>\n</language>");
+    row("closing tag", "w.xml", "<widget>\n</x>\n</widget>", "unclosed-element", "Take \"</x>\" out", "w.xml",
+        "<widget>\n</widget>");
+    row("mode", "w.xml", "<widget name=\"b\"><mode>single</mode><l_img>bg_main</l_img></widget>", "mode",
+        "Change to \"multiple\"", "w.xml",
+        "<widget name=\"b\"><mode>multiple</mode><l_img>bg_main</l_img></widget>");
     row("row with its line", "f.xml", "<fonts>\n  <font><name>n</name><file>p.png</file></font>\n</fonts>",
         "unused-font", "Take \"n\" out of \"f.xml\"", "f.xml", "<fonts>\n</fonts>");
     row("row among others", "widget.xml",

@@ -63,8 +63,9 @@ CheckTab::CheckTab(LiveCheck &check, QWidget *parent)
     }
     setTabOrder(before, lvCheck);
 
-    lvCheck->setColumnShares({16, 7, 6});
-    lvCheck->setTextElideMode(Qt::ElideMiddle); // the line stands at the end of a place
+    lvCheck->setColumnShares({18, 6, 5});
+    lvCheck->setTextElideMode(Qt::ElideRight);
+    lvCheck->setColumnElideMode(1, Qt::ElideMiddle); // the line stands at the end of a place
     lvCheck->setIconSize({kIcon, kIcon});
     connect(lvCheck, &ListView::rowOpened, this, &CheckTab::open);
     connect(lvCheck->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &CheckTab::showDetail);

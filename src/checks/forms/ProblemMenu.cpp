@@ -65,17 +65,30 @@ void ProblemMenu::addMends(QMenu &menu, const Problem &problem)
     }
 }
 
-// What is open can be undone there; a file that is closed is shown before it is written.
+// What is open is seen to change; a file that is closed is shown before it is written.
+bool ProblemMenu::mayChange(const Mend &mend)
+{
+    if ((mend.before.isEmpty() && mend.after.isEmpty()) || m_editor.isOpenText(mend.file))
+        return true;
+    const QString file = quoted(fileNameOf(mend.file)), before = shortened(mend.before),
+                  after = shortened(mend.after);
+    QString question = tr("Change this in %1?\n\n%2\n\nIt becomes:\n\n%3").arg(file, before, after);
+    if (mend.before.isEmpty())
+        question = tr("Add this to %1?\n\n%2").arg(file, after);
+    else if (mend.after.isEmpty())
+        question = tr("Take this out of %1?\n\n%2").arg(file, before);
+    return m_talk.ask(tr("Change File"), question);
+}
+
 void ProblemMenu::mend(const Mend &mend)
 {
-    const bool isOpen = mend.before.isEmpty() || m_editor.isOpenText(mend.file);
-    if (!isOpen &&
-        !m_talk.ask(tr("Change"), tr("%1:\n\n- %2\n+ %3\n\nChange this file?")
-                                      .arg(mend.file, shortened(mend.before), shortened(mend.after))))
+    if (!mayChange(mend))
         return;
     m_talk.run([&] {
-        m_editor.apply(mend.edit);
-        m_talk.say(tr("%1: done.").arg(mend.title));
+        if (!m_editor.apply(mend.edit, mend.done))
+            return;
+        if (mend.row >= 0)
+            m_editor.goTo(mend.file, mend.row);
     });
 }
 

@@ -16,7 +16,10 @@ class Talk;
 // How edits of the theme are made in the running program.
 struct ThemeEditor
 {
-    std::function<void(const ThemeEdit &edit)> apply;
+    // False where the person would rather not; `done` is said afterwards.
+    std::function<bool(const ThemeEdit &edit, const QString &done)> apply;
+    // Leads to a row of a catalogue.
+    std::function<void(const QString &path, qint32 row)> goTo;
     std::function<bool(const QString &path)> isOpenText;
     std::function<std::optional<QList<ListRows::Row>>(const QString &path)> openRows;
 };
@@ -37,6 +40,7 @@ private:
     void addMends(QMenu &menu, const Problem &problem);
     void addIgnoring(QMenu &menu, const Problem &problem);
     void addIgnored(QMenu &menu);
+    bool mayChange(const Mend &mend);
     void mend(const Mend &mend);
     void ignore(const IgnoredRule &rule);
 
