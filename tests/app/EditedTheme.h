@@ -2,44 +2,43 @@
 
 #include "app/WindowFixture.h"
 
-#include "controls/ListView.h"
-#include "source/forms/SourceBox.h"
-
-#include <QLabel>
 #include <QRegularExpression>
 #include <QToolButton>
 
 namespace quillmere {
 
-using namespace Qt::StringLiterals;
-
 inline void openLanguage(const Window &window, int row)
 {
-    auto *languages = window.find<ListView>("lvLang");
-    languages->setCurrentIndex(languages->model()->index(row, 0));
+    window.select("lvLang", row);
     window.choose("mnuLangOpen");
 }
 
 // A theme with a file of each kind that is written back, opened with its window "main" and its language.
 inline void openAll(const Window &window)
 {
-    const auto write = [&](const char *name, const QByteArray &bytes) {
-        window.files.write(u"theme/"_s + QLatin1String(name), bytes);
-    };
-    write("theme.xml", "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image>"
-                       "<file_color>color.xml</file_color><file_i18n>lang.xml</file_i18n></config>");
-    write("widget.xml", "<interface><widget class=\"window\" style=\"default\" name=\"main\"/></interface>");
-    write("main.xml", "<interface>\n</interface>\n");
-    write("other.xml", "<x/>\n");
-    write("image.xml", "<image id=\"i\">i.png</image>");
-    write("color.xml", "<color name=\"navy\">#000080</color>");
-    write("lang.xml", "<language id=\"English\">en.xml</language><language id=\"x\">x.xml</language>");
-    write("en.xml", "<language name=\"English\"><tran id=\"Yes\">Ja</tran></language>");
-    write("x.xml", "<language name=\"x\"></language>");
+    window.write("theme/theme.xml",
+                 "<config><file_widget>widget.xml</file_widget><file_image>image.xml</file_image>"
+                 "<file_color>color.xml</file_color><file_i18n>lang.xml</file_i18n></config>");
+    window.write("theme/widget.xml",
+                 "<interface><widget class=\"window\" style=\"default\" name=\"main\"/></interface>");
+    window.write("theme/main.xml", "<interface>\n</interface>\n");
+    window.write("theme/other.xml", "<x/>\n");
+    window.write("theme/image.xml", "<image id=\"i\">i.png</image>");
+    window.write("theme/color.xml", "<color name=\"navy\">#000080</color>");
+    window.write("theme/lang.xml",
+                 "<language id=\"English\">en.xml</language><language id=\"x\">x.xml</language>");
+    window.write("theme/en.xml", "<language name=\"English\"><tran id=\"Yes\">Ja</tran></language>");
+    window.write("theme/x.xml", "<language name=\"x\"></language>");
     window.openTheme();
     window.openDocument("theme/main.xml");
     openLanguage(window, 0);
 }
+
+class EditedWindow : public Window
+{
+public:
+    EditedWindow() { openAll(*this); }
+};
 
 inline void type(const Window &window, const char *text)
 {

@@ -3,15 +3,26 @@
 #include "app/frmSkin.h"
 #include "asking/Prompts.h"
 #include "browser/forms/WebBrowser.h"
+#include "controls/ListView.h"
 #include "files/Files.h"
 #include "files/TestFiles.h"
 #include "source/forms/SourceBox.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
 #include <QEventLoop>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
 #include <QPointer>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTest>
@@ -85,6 +96,30 @@ inline QString rowsAsText(const QAbstractItemModel *rows)
     return text;
 }
 
+// A control of a window or a dialog, by its name.
+template <typename Kind>
+Kind *childOf(const QWidget &parent, const char *name)
+{
+    Kind *found = parent.findChild<Kind *>(QLatin1String(name));
+    if (!found)
+        qFatal("There is no %s", name);
+    return found;
+}
+
+// A dialog beside the main window, once it is shown.
+inline QWidget *dialogNamed(const char *name)
+{
+    QWidget *found = nullptr;
+    const auto isShown = [&] {
+        for (QWidget *each : QApplication::topLevelWidgets())
+            found = each->objectName() == QLatin1String(name) && each->isVisible() ? each : found;
+        return found != nullptr;
+    };
+    if (!QTest::qWaitFor(isShown))
+        qFatal("There is no %s", name);
+    return found;
+}
+
 // A main window on a theme of its own, with settings and backups of its own.
 class Window
 {
@@ -112,15 +147,18 @@ public:
     template <typename Kind>
     Kind *find(const char *name) const
     {
-        Kind *found = skin->findChild<Kind *>(QLatin1String(name));
-        if (!found)
-            qFatal("There is no %s", name);
-        return found;
+        return childOf<Kind>(*skin, name);
     }
     void choose(const char *item) const { find<QAction>(item)->trigger(); }
     SourceBox *source() const { return find<SourceBox>("txtSnippet"); }
     QAbstractItemModel *model(const char *list) const { return find<QAbstractItemView>(list)->model(); }
     QString shown(const char *list) const { return rowsAsText(model(list)); }
+    ListView *select(const char *list, int row) const
+    {
+        auto *view = find<ListView>(list);
+        view->setCurrentIndex(view->model()->index(row, 0));
+        return view;
+    }
     QString said() const { return skin->statusBar()->currentMessage(); }
     void turnTo(int tab) const { find<QTabBar>("TabStrip4")->setCurrentIndex(tab); }
 
@@ -174,10 +212,17 @@ public:
     std::unique_ptr<frmSkin> skin;
 };
 
+inline void click(QAbstractItemView *list, int row)
+{
+    const QModelIndex cell = list->model()->index(row, 1);
+    list->scrollTo(cell);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(cell).center());
+}
+
 inline void doubleClick(QAbstractItemView *list, int row)
 {
+    click(list, row);
     const QPoint place = list->visualRect(list->model()->index(row, 1)).center();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
 }
 
