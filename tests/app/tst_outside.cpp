@@ -1,14 +1,9 @@
-#include "WindowFixture.h"
-#include "controls/ListView.h"
-
-#include <QLabel>
-#include <QLineEdit>
-#include <QStatusBar>
+#include "TextTable.h"
+#include "app/WindowFixture.h"
 
 #include <sys/stat.h>
 
 using namespace quillmere;
-using namespace Qt::StringLiterals;
 
 // Themes of strangers, whose files lead elsewhere.
 class TestOutside : public QObject
@@ -18,30 +13,23 @@ class TestOutside : public QObject
 private slots:
     void asksBeforeItWritesOutside_data()
     {
-        QTest::addColumn<QByteArray>("config");
-        QTest::addColumn<QString>("command");
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("question");
-        const QString save = u"Simpan File"_s, sure = u"Benar mau menyimpan file?"_s;
-        QTest::newRow("colours") << QByteArray("<file_color>../out.xml</file_color>") << u"mnuCSave"_s << save
-                                 << sure;
-        QTest::newRow("colours by a link")
-            << QByteArray("<file_color>link.xml</file_color>") << u"mnuCSave"_s << save << sure;
-        QTest::newRow("images") << QByteArray("<file_image>../out.xml</file_image>") << u"mnuImgSave"_s
-                                << save << u"Benar mau menyimpan file widget image?"_s;
-        QTest::newRow("windows") << QByteArray("<file_widget>../out.xml</file_widget>") << u"mnuWidgetDel"_s
-                                 << save << sure;
-        QTest::newRow("a window") << QByteArray("<file_widget>w.xml</file_widget>") << u"mnuSave"_s << save
-                                  << sure;
-        QTest::newRow("a language") << QByteArray("<file_i18n>l.xml</file_i18n>") << u"mnuLangSave"_s
-                                    << u"Save File"_s << u"Save file translate?"_s;
+        const auto save = u"Simpan File", sure = u"Benar mau menyimpan file?";
+        textTable({"config", "command", "title", "question"},
+                  {{u"colours", u"<file_color>../out.xml</file_color>", u"mnuCSave", save, sure},
+                   {u"colours by a link", u"<file_color>link.xml</file_color>", u"mnuCSave", save, sure},
+                   {u"images", u"<file_image>../out.xml</file_image>", u"mnuImgSave", save,
+                    u"Benar mau menyimpan file widget image?"},
+                   {u"windows", u"<file_widget>../out.xml</file_widget>", u"mnuWidgetDel", save, sure},
+                   {u"a window", u"<file_widget>w.xml</file_widget>", u"mnuSave", save, sure},
+                   {u"a language", u"<file_i18n>l.xml</file_i18n>", u"mnuLangSave", u"Save File",
+                    u"Save file translate?"}});
     }
 
     // "No" to the first question counts, whatever the command does with it elsewhere; "No" to the second,
     // which names the place, leaves the file; "Yes" is for the rest of the program.
     void asksBeforeItWritesOutside()
     {
-        QFETCH(QByteArray, config);
+        QFETCH(QString, config);
         QFETCH(QString, command);
         QFETCH(QString, title);
         QFETCH(QString, question);
@@ -52,39 +40,34 @@ private slots:
         window.write("theme/w.xml", "<widget class=\"window\" name=\"../out\"/>");
         window.write("theme/l.xml", "<language id=\"de\">../out.xml</language>");
         QVERIFY(QFile::link(place, window.path("theme/link.xml")));
-        openTheme(window, config);
+        openTheme(window, config.toLatin1());
         if (command == u"mnuLangSave") {
-            auto *languages = window.find<ListView>("lvLang");
-            languages->setCurrentIndex(languages->model()->index(0, 0));
+            window.select("lvLang", 0);
             window.choose("mnuLangOpen");
         }
         if (command == u"mnuSave") {
-            auto *windows = window.find<ListView>("LvWidget");
-            emit windows->rowOpened(0);
+            emit window.find<ListView>("LvWidget")->rowOpened(0);
             QTRY_VERIFY(!window.source()->document()->isEmpty());
             window.source()->setText(u"new"_s);
             window.turnTo(8);
         }
-        const QString refusal =
-            u"Not written: the theme leads outside of its own folder, to\n\n%1\n\nAllow this file "
-            "to be written and deleted until you leave Quillmere?"_s.arg(
-                QFileInfo(place).canonicalFilePath());
-        window.prompts.expectQuestion(title, question, false);
-        window.choose(command.toLatin1().constData());
+        const auto save = [&](bool yes, std::optional<bool> outside) {
+            window.prompts.expectQuestion(title, question, yes);
+            if (outside)
+                window.prompts.expectQuestion(title, refusal(u"written"_s, place), *outside);
+            window.choose(command.toLatin1());
+        };
+        save(false, {});
         QCOMPARE(window.read("out.xml"), old);
-        window.prompts.expectQuestion(title, question, true);
-        window.prompts.expectQuestion(title, refusal, false);
-        window.choose(command.toLatin1().constData());
+        save(true, false);
         QCOMPARE(window.read("out.xml"), old);
-        window.prompts.expectQuestion(title, question, true);
-        window.prompts.expectQuestion(title, refusal, true);
-        window.choose(command.toLatin1().constData());
+        save(true, true);
         const QByteArray written = window.read("out.xml");
         QVERIFY(written != old);
         window.write("out.xml", written + '\n');
         const QString changed = question + u"\nThe file was changed by another program."_s;
         window.prompts.expectQuestion(title, changed, true);
-        window.choose(command.toLatin1().constData());
+        window.choose(command.toLatin1());
         QVERIFY(window.read("out.xml") != written + '\n');
     }
 
@@ -96,16 +79,10 @@ private slots:
         QVERIFY(QFile::link(window.path("out"), window.path("theme/folder")));
         QVERIFY(QFile::link(place, window.path("theme/link.xml")));
         openTheme(window, "<file_widget>w.xml</file_widget>");
-        auto *files = window.find<ListView>("lvWidgetDel");
-        files->setCurrentIndex(files->model()->index(0, 0));
+        auto *files = window.select("lvWidgetDel", 0);
         window.prompts.expectQuestion(u"Delete File"_s,
                                       u"Delete file %1 ?"_s.arg(window.path("theme/folder/a.xml")), true);
-        window.prompts.expectQuestion(
-            u"Delete File"_s,
-            u"Not deleted: the theme leads outside of its own folder, to\n\n%1\n\nAllow this "
-            "file to be written and deleted until you leave Quillmere?"_s.arg(
-                QFileInfo(place).canonicalFilePath()),
-            false);
+        window.prompts.expectQuestion(u"Delete File"_s, refusal(u"deleted"_s, place), false);
         window.choose("mnuWidgetDelFile");
         QCOMPARE(window.read("out/a.xml"), QByteArray("kept"));
 
@@ -114,7 +91,7 @@ private slots:
         window.write("theme/w.xml", "<widget class=\"window\" name=\"m\"/>");
         window.choose("mnuWidgetOpen");
         QCOMPARE(files->model()->index(0, 0).data().toString(), u"link.xml"_s);
-        files->setCurrentIndex(files->model()->index(0, 0));
+        window.select("lvWidgetDel", 0);
         window.prompts.expectQuestion(u"Delete File"_s,
                                       u"Delete file %1 ?"_s.arg(window.path("theme/link.xml")), false);
         window.choose("mnuWidgetDelFile");
@@ -158,12 +135,9 @@ private slots:
         QCOMPARE(window.model("lvKeyGroup")->rowCount(), 1);
         QVERIFY(QFile::remove(keys) && QFile::link(u"/dev/full"_s, keys));
         emit window.find<ListView>("lvKeyGroup")->rowClicked(0);
-        QCOMPARE(window.skin->statusBar()->currentMessage(),
-                 problem("theme/keys.xml", "it is not a regular file"));
+        QCOMPARE(window.said(), problem("theme/keys.xml", "it is not a regular file"));
 
-        auto *images = window.find<ListView>("lvImage");
-        emit images->rowClicked(0);
-        images->setCurrentIndex(images->model()->index(0, 0));
+        emit window.select("lvImage", 0)->rowClicked(0);
         window.choose("mnuImgRubah");
         QCOMPARE(window.find<QLabel>("lblPicture")->text(), u"big.png: it is larger than 64 MB."_s);
 
@@ -178,6 +152,12 @@ private slots:
     }
 
 private:
+    static QString refusal(const QString &done, const QString &place)
+    {
+        return u"Not %1: the theme leads outside of its own folder, to\n\n%2\n\nAllow this file to be "
+               u"written "
+               "and deleted until you leave Quillmere?"_s.arg(done, QFileInfo(place).canonicalFilePath());
+    }
     static void openTheme(Window &window, const char *config)
     {
         window.write("theme/theme.xml", QByteArray("<config>") + config + "</config>");
