@@ -1,12 +1,6 @@
 #include "app/WindowFixture.h"
 
-#include "controls/ListView.h"
-
-#include <QClipboard>
-#include <QGroupBox>
-
 using namespace quillmere;
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,19 +1,14 @@
 #include "app/WindowFixture.h"
 
 #include "asking/forms/WindowTalk.h"
-#include "controls/ListView.h"
 
 #include <QDialog>
 #include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMainWindow>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 using namespace quillmere;
-using namespace Qt::StringLiterals;
 
 class TestRestore : public QObject
 {

@@ -1,14 +1,6 @@
 #include "app/WindowFixture.h"
 
-#include "controls/ListView.h"
-
-#include <QClipboard>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-
 using namespace quillmere;
-using namespace Qt::StringLiterals;
 
 namespace {
 
