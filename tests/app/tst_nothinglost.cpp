@@ -1,7 +1,8 @@
+#include "Failure.h"
+#include "TextTable.h"
 #include "app/EditedTheme.h"
 
 #include "files/Paths.h"
-#include "files/RunTimeError.h"
 #include "files/TextFile.h"
 #include "keeping/UnsavedTexts.h"
 #include "keeping/forms/KeptRows.h"
@@ -13,7 +14,6 @@
 #include <cstdio>
 
 using namespace quillmere;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -62,77 +62,55 @@ class TestNothingLost : public QObject
 private slots:
     void changedBehindOurBack_data()
     {
-        QTest::addColumn<QByteArray>("item");
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("question");
-        const QString title = u"Simpan File"_s;
-        QTest::newRow("window") << QByteArray("mnuSave") << u"main.xml"_s << title
-                                << u"Benar mau menyimpan file?"_s;
-        QTest::newRow("colours") << QByteArray("mnuCSave") << u"color.xml"_s << title
-                                 << u"Benar mau menyimpan file?"_s;
-        QTest::newRow("images") << QByteArray("mnuImgSave") << u"image.xml"_s << title
-                                << u"Benar mau menyimpan file widget image?"_s;
-        QTest::newRow("language") << QByteArray("mnuLangSave") << u"en.xml"_s << u"Save File"_s
-                                  << u"Save file translate?"_s;
-        QTest::newRow("windows") << QByteArray("mnuWidgetDel") << u"widget.xml"_s << title
-                                 << u"Benar mau menyimpan file?"_s;
+        textTable(
+            {"item", "file", "title", "question"},
+            {{u"window", u"mnuSave", u"main.xml", u"Simpan File", u"Benar mau menyimpan file?"},
+             {u"colours", u"mnuCSave", u"color.xml", u"Simpan File", u"Benar mau menyimpan file?"},
+             {u"images", u"mnuImgSave", u"image.xml", u"Simpan File",
+              u"Benar mau menyimpan file widget image?"},
+             {u"language", u"mnuLangSave", u"en.xml", u"Save File", u"Save file translate?"},
+             {u"windows", u"mnuWidgetDel", u"widget.xml", u"Simpan File", u"Benar mau menyimpan file?"}});
     }
 
     void changedBehindOurBack()
     {
-        QFETCH(QByteArray, item);
+        QFETCH(QString, item);
         QFETCH(QString, file);
         QFETCH(QString, title);
         QFETCH(QString, question);
-        Window window;
-        openAll(window);
+        EditedWindow window;
         type(window, "x");
-        const QString name = u"theme/"_s + file;
-        const QByteArray other = window.files.read(name) + "\n<!-- theirs -->";
-
-        window.prompts.expectQuestion(title, question, true);
-        window.choose(item);
-        window.files.write(name, other);
-        window.prompts.expectQuestion(title, question + kLine, true);
-        window.choose(item);
-        QVERIFY(window.files.read(name) != other);
+        const QString path = window.files.path(u"theme/" + file);
+        const auto save = [&](const QString &asked) {
+            window.prompts.expectQuestion(title, asked, true);
+            window.choose(item.toLatin1());
+        };
+        const QByteArray other = window.files.read(u"theme/" + file) + "\n<!-- theirs -->";
+        save(question);
+        window.files.write(u"theme/" + file, other);
+        save(question + kLine);
+        QVERIFY(window.files.read(u"theme/" + file) != other);
         QVERIFY(isBackedUp(window, other));
-        window.prompts.expectQuestion(title, question, true);
-        window.choose(item);
-    }
-    void failedSave_data() { changedBehindOurBack_data(); }
+        save(question);
 
-    void failedSave()
-    {
-        QFETCH(QByteArray, item);
-        QFETCH(QString, file);
-        QFETCH(QString, title);
-        QFETCH(QString, question);
-        Window window;
-        openAll(window);
-        type(window, "x");
+        // What cannot be saved stays as it is.
         const auto state = [&window] {
             QString all = text(window);
             for (const char *list : {"LvWidget", "lvImage", "lvColor", "LvBhs"})
-                all += rowsAsText(window.find<ListView>(list)->model());
+                all += window.shown(list);
             return all;
         };
         const QString before = state();
-        const QString path = window.files.path(u"theme/"_s + file);
         QVERIFY(QFile::remove(path) && QDir().mkdir(path));
-
         window.prompts.expectQuestion(title, question, true);
         window.prompts.expectMessage(u"Quillmere"_s, u"Cannot open \"%1\": it is not a file."_s.arg(path));
-        window.choose(item);
+        window.choose(item.toLatin1());
         QCOMPARE(state(), before);
-        QVERIFY(QDir().rmdir(path));
     }
 
     void reloadFromOutside()
     {
-        Window window;
-        openAll(window);
+        EditedWindow window;
         const auto *colours = window.model("lvColor");
         const QString name = u"theme/color.xml"_s;
         // Written beside and renamed over, as careful programs do; the file as such is another one then.
@@ -163,8 +141,7 @@ private slots:
 
     void reloadKeepsWhatIsTyped()
     {
-        Window window;
-        openAll(window);
+        EditedWindow window;
         type(window, "mine");
         const QString mine = text(window);
         window.write("theme/main.xml", "<theirs/>");
@@ -202,8 +179,7 @@ private slots:
     void recovery()
     {
         QFETCH(QString, end);
-        Window window;
-        openAll(window);
+        EditedWindow window;
         const QString main = window.path("theme/main.xml");
         type(window, "typed");
         window.source()->insertPlainText(QString(QChar(0xA0)) + QChar(0xE9) + QChar(0xD800));
@@ -244,32 +220,27 @@ private slots:
     void rows_data()
     {
         QTest::addColumn<UnsavedKind>("kind");
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("list");
-        QTest::addColumn<QString>("file");
         QTest::addColumn<QString>("end");
-        const auto row = [](UnsavedKind kind, const char *name, const char *list, const char *file,
-                            const char *end) {
-            QTest::addRow("%s, %s", name, end) << kind << QString::fromLatin1(name) << QByteArray(list)
-                                               << QString::fromLatin1(file) << QString::fromLatin1(end);
+        const auto row = [](UnsavedKind kind, const char *name, const char *end) {
+            QTest::addRow("%s, %s", name, end) << kind << QString::fromLatin1(end);
         };
         for (const char *end : {"crash", "exit", "other theme", "reload", "code page"}) {
-            row(UnsavedKind::Colours, "colours", "lvColor", "color.xml", end);
-            row(UnsavedKind::Images, "images", "lvImage", "image.xml", end);
+            row(UnsavedKind::Colours, "colours", end);
+            row(UnsavedKind::Images, "images", end);
         }
         for (const char *end : {"crash", "exit", "other language", "reload"})
-            row(UnsavedKind::Translations, "translations", "LvBhs", "en.xml", end);
+            row(UnsavedKind::Translations, "translations", end);
     }
 
     void rows()
     {
         QFETCH(UnsavedKind, kind);
-        QFETCH(QString, name);
-        QFETCH(QByteArray, list);
-        QFETCH(QString, file);
         QFETCH(QString, end);
-        Window window;
-        openAll(window);
+        const QString name = QString::fromLatin1(QTest::currentDataTag()).section(u',', 0, 0);
+        const bool isColours = kind == UnsavedKind::Colours, isImages = kind == UnsavedKind::Images;
+        const char *list = isColours ? "lvColor" : isImages ? "lvImage" : "LvBhs";
+        const QString file = isColours ? u"color.xml"_s : isImages ? u"image.xml"_s : u"en.xml"_s;
+        EditedWindow window;
         const QString theme = window.path("theme"), path = joinPath(theme, file);
         const auto rows = [&] { return qobject_cast<ListRows *>(window.find<ListView>(list)->model()); };
         const QString loaded = rowsAsText(rows()), cell = rows()->sub(0, 2);
@@ -328,8 +299,7 @@ private slots:
     // Several offers are reached one after another, and what a restore replaces is offered in its turn.
     void rowsInTurn()
     {
-        Window window;
-        openAll(window);
+        EditedWindow window;
         const QString theme = window.path("theme");
         const auto rows = [&](const char *list) {
             return qobject_cast<ListRows *>(window.find<ListView>(list)->model());
@@ -365,29 +335,27 @@ private slots:
 
     void keepsTheCodePage_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("after");
-        const QByteArray automatic = "mnuCodePageAutomatic", single = "mnuCodePage1252";
-        QTest::newRow("byte for byte, then automatic") << single << automatic;
-        QTest::newRow("automatic, then byte for byte") << automatic << single;
+        textTable({"before", "after"},
+                  {{u"byte for byte, then automatic", u"mnuCodePage1252", u"mnuCodePageAutomatic"},
+                   {u"automatic, then byte for byte", u"mnuCodePageAutomatic", u"mnuCodePage1252"}});
     }
 
     // What is restored is saved as what it was made from was read.
     void keepsTheCodePage()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(QByteArray, after);
+        QFETCH(QString, before);
+        QFETCH(QString, after);
         Window window;
         const QByteArray bytes = "\xC3\xA9";
         openAll(window);
-        window.choose(before);
+        window.choose(before.toLatin1());
         const QString main = window.write("theme/main.xml", "<a>" + bytes + "</a>\n");
         window.write("theme/color.xml", "<color name=\"a\">" + bytes + "</color>");
         window.choose("mnuCOpen");
         window.skin->openDocument(main);
         type(window, "x");
         qobject_cast<ListRows *>(window.model("lvColor"))->add({}, {u"b"_s, {}});
-        window.choose(after);
+        window.choose(after.toLatin1());
         window.skin->openDocument(main);
         answer(window, "cmdOffer(0)");
         answer(window, "cmdOffer(0)");
@@ -402,8 +370,7 @@ private slots:
 
     void nothingLeftToOffer()
     {
-        Window window;
-        openAll(window);
+        EditedWindow window;
         const QString main = window.path("theme/main.xml");
         type(window, "typed");
         QVERIFY(QTest::qWaitFor([&] { return kept(window, main) > 0; }, 5000));
@@ -423,8 +390,7 @@ private slots:
 
     void olderTextIsNotReplaced()
     {
-        Window window;
-        openAll(window);
+        EditedWindow window;
         const QString main = window.path("theme/main.xml");
         type(window, "first");
         const QString first = text(window);
@@ -442,18 +408,12 @@ private slots:
 
     void noRoomForTheText()
     {
-        Window window;
-        openAll(window);
+        EditedWindow window;
         type(window, "typed");
         const QString typed = text(window);
         window.disk.setRecoveryFolder(window.write("a file"));
         const QString message = u"Cannot keep the unsaved text in \"%1/"_s.arg(window.disk.recoveryFolder());
-        QString told;
-        try {
-            window.openDocument("theme/other.xml");
-        } catch (const RunTimeError &error) {
-            told = error.message();
-        }
+        const QString told = failureOf([&] { window.openDocument("theme/other.xml"); });
         QVERIFY(told.startsWith(message));
         QCOMPARE(text(window), typed);
         // Rows stay likewise.
@@ -479,16 +439,13 @@ private slots:
 
     void twoPrograms_data()
     {
-        QTest::addColumn<QByteArray>("button");
-        QTest::newRow("restore") << QByteArray("cmdOffer(0)");
-        QTest::newRow("discard") << QByteArray("cmdOffer(1)");
+        textTable({"button"}, {{u"restore", u"cmdOffer(0)"}, {u"discard", u"cmdOffer(1)"}});
     }
 
     void twoPrograms()
     {
-        QFETCH(QByteArray, button);
-        Window window;
-        openAll(window);
+        QFETCH(QString, button);
+        EditedWindow window;
         const QString main = window.path("theme/main.xml");
         const QString before = text(window);
         type(window, "typed");
@@ -496,7 +453,7 @@ private slots:
         window.skin->openDocument(main);
         const QString file = unsavedTextsOf(window.disk.recoveryFolder(), main).value(0).file;
         const auto isRefused = [&] {
-            answer(window, button);
+            answer(window, button.toLatin1());
             return text(window) == before && offer(window).isEmpty() && QFileInfo::exists(file);
         };
         QVERIFY(offers(window, kUnsaved));
@@ -520,8 +477,7 @@ private slots:
 
     void oldTexts()
     {
-        Window window;
-        openAll(window);
+        EditedWindow window;
         const QString main = window.path("theme/main.xml"), shown = text(window);
         const auto keep = [&](const QString &document, const QString &unsaved, int days) {
             UnsavedFile kept = UnsavedFile::forNew(window.disk.recoveryFolder(), document);
