@@ -1,20 +1,13 @@
+#include "Failure.h"
 #include "app/WindowFixture.h"
 
 #include "asking/forms/MessagePrompts.h"
 #include "catalogues/forms/ColourTab.h"
-#include "controls/ListView.h"
-#include "files/RunTimeError.h"
 
-#include <QComboBox>
-#include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QScreen>
-#include <QScrollArea>
-#include <QScrollBar>
 
 using namespace quillmere;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -29,22 +22,11 @@ const QString kSource =
 class Dialog
 {
 public:
-    explicit Dialog(const char *name)
-    {
-        for (QWidget *candidate : QApplication::topLevelWidgets()) {
-            if (candidate->objectName() == QLatin1String(name))
-                widget = candidate;
-        }
-        if (!widget)
-            qFatal("There is no %s", name);
-    }
+    explicit Dialog(const char *name) : widget(dialogNamed(name)) {}
     template <typename Kind>
     Kind *find(const char *name) const
     {
-        Kind *found = widget->findChild<Kind *>(QLatin1String(name));
-        if (!found)
-            qFatal("There is no %s", name);
-        return found;
+        return childOf<Kind>(*widget, name);
     }
     void click(const char *button) const { QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton); }
     QString rows(const char *list) const { return rowsAsText(find<ListView>(list)->model()); }
@@ -59,7 +41,7 @@ public:
         QTest::keyClicks(line(box), text);
     }
 
-    QWidget *widget = nullptr;
+    QWidget *widget;
 };
 
 SourceBox *openSource(const Window &window, const QString &text)
@@ -253,12 +235,7 @@ private slots:
         // A file that cannot be written: one message, the list stays.
         const QString list = window.path("replace.ini");
         QVERIFY(QFile::remove(list) && QDir().mkdir(list));
-        QString reason;
-        try {
-            window.disk.saveOwn(list, QString());
-        } catch (const RunTimeError &error) {
-            reason = error.message();
-        }
+        const QString reason = failureOf([&] { window.disk.saveOwn(list, QString()); });
         QVERIFY(reason.contains(list));
         window.prompts.expectQuestion(u"Simpan Text"_s, question, true);
         window.prompts.expectMessage(u"Quillmere"_s, reason);
