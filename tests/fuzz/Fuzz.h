@@ -10,6 +10,9 @@
 #include <cstdio>
 #include <cstdlib>
 
+using namespace quillmere;
+using namespace Qt::StringLiterals;
+
 // What the fuzz targets share. A target is one function, `fuzz`, that feeds its input to a routine and aborts
 // through check() or same() where a promise is broken. Include this in one file of each program only.
 
@@ -30,7 +33,7 @@ public:
 
     QByteArray bytes(int part) const { return m_parts.value(part); }
     // As the program reads a file: UTF-8 or Windows-1252, whatever the bytes look like.
-    QString text(int part) const { return quillmere::decodeText(bytes(part)).text; }
+    QString text(int part) const { return decodeText(bytes(part)).text; }
     QStringList lines(int part) const { return text(part).split(u'\n', Qt::SkipEmptyParts); }
     // 0 to below - 1, by the first byte of the part.
     int choice(int part, int below) const

@@ -2,9 +2,6 @@
 #include "checks/ThemeCheck.h"
 #include "files/TestFiles.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // Every problem lies in the text of its file, at its line and column; messages are one line; problems are in
 // order; and a window alone gives what it gives in its theme. The parts are the files of a theme.
 void fuzz(const Input &input)

@@ -2,8 +2,6 @@
 #include "Fuzz.h"
 #include "catalogues/LiteralConversion.h"
 
-using namespace quillmere;
-
 // Colours turn into the other form as row by row. Rows are lines NAME|CODE.
 void fuzz(const Input &input)
 {

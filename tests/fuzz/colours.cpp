@@ -5,9 +5,6 @@
 #include "files/TestFiles.h"
 #include "markup/ColourCode.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // The same for colours; a code that stands for a colour comes back from its channels, and of digits as many
 // may stand as make 255 at most.
 void fuzz(const Input &input)

@@ -1,9 +1,6 @@
 #include "naming/Completion.h"
 #include "Fuzz.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 namespace {
 
 // What stands in a text, without its places: a line an element.

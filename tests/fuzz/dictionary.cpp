@@ -3,9 +3,6 @@
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/LiteralTranslation.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // Translations are filled in as line by line; what is copied and pasted stays. Strings are lines, those that
 // begin with "*" are checked.
 void fuzz(const Input &input)

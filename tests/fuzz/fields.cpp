@@ -3,9 +3,6 @@
 #include "markup/TagWidget.h"
 #include "markup/mndIni.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QString literalTag(const QString &document, const QString &name)

@@ -5,9 +5,6 @@
 #include "markup/LiteralTwins.h"
 #include "preview/PreviewPage.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // A row a font element, with its four fields.
 void fuzz(const Input &input)
 {

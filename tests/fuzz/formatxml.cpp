@@ -3,8 +3,6 @@
 #include "markup/LiteralTwins.h"
 #include "markup/Matching.h"
 
-using namespace quillmere;
-
 namespace {
 
 // True for a unit of a short form, tabs in it or not: others come in for it.

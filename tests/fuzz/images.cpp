@@ -5,9 +5,6 @@
 #include "files/Paths.h"
 #include "files/TestFiles.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // A row an image element; what is written is read again as the same rows, and written again as the same
 // bytes, unless a name holds what ends a name or is closed up.
 void fuzz(const Input &input)

@@ -4,9 +4,6 @@
 #include "files/TestFiles.h"
 #include "markup/LiteralTwins.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QStringList pieces(const QString &text, const char16_t *separator)

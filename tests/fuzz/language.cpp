@@ -4,9 +4,6 @@
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/LiteralTranslation.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // The strings are those of the slow form; what is written is read again as the same strings, but for the
 // ellipsis, and sources that hold a ">".
 void fuzz(const Input &input)

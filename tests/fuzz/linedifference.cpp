@@ -1,8 +1,6 @@
 #include "Fuzz.h"
 #include "markup/LiteralDifference.h"
 
-using namespace quillmere;
-
 namespace {
 
 QStringList linesOf(const QString &text)

@@ -1,8 +1,6 @@
 #include "markup/Matching.h"
 #include "Fuzz.h"
 
-using namespace quillmere;
-
 namespace {
 
 bool matches(QStringView text, QStringView marker, qsizetype at, bool folded)

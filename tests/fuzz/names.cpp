@@ -4,9 +4,6 @@
 #include "naming/FoundPlaces.h"
 #include "theme/ThemeIndex.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // Every definition and use is found again by its text, at its line and column, and an index that is brought
 // up to date says what a new one says. The parts are the files of a theme, then new texts for the first
 // window and the images.

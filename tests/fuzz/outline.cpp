@@ -2,8 +2,6 @@
 #include "outline/CaretPlace.h"
 #include "outline/OutlineChecks.h"
 
-using namespace quillmere;
-
 // Ranges lie in the text and nest, and blocks are those of the cutting. An edit of a value changes nothing
 // else, and the value is found again where it was put. Carets stand in what is found for them. The parts are
 // the text, which value, and what is put there.

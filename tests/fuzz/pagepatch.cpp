@@ -5,9 +5,6 @@
 
 #include <memory>
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 namespace {
 
 using Tree = PageTree;

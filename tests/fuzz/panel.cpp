@@ -3,9 +3,6 @@
 #include "files/Files.h"
 #include "files/TestFiles.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // Settings of any file: a percentage is that of its value, a choice is one of the entries or what an earlier
 // list of the file has left, and the zone is an entry or the number of entries.
 void fuzz(const Input &input)

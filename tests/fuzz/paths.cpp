@@ -3,8 +3,6 @@
 #include "files/FileList.h"
 #include "files/TestFiles.h"
 
-using namespace quillmere;
-
 // A path is its folder and its name; joining leaves one separator; what is found is there, has the name that
 // was asked for but for letter case, and is found again as it stands.
 void fuzz(const Input &input)

@@ -6,9 +6,6 @@
 
 #include <QRegularExpression>
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 namespace {
 
 // The picture of a URL as the person's own files are looked up, wherever the way leads.

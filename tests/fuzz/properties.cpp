@@ -2,9 +2,6 @@
 #include "widgets/BlockProperties.h"
 #include "widgets/LiteralProperties.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 namespace {
 
 // No row holds a mark of an element or has the name of the element that holds them all.

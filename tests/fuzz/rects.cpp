@@ -4,9 +4,6 @@
 
 #include <QRegularExpression>
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // Rects are scaled and moved as one by one, and nothing but rects changes. The slow form knows numbers of
 // thirty digits.
 void fuzz(const Input &input)

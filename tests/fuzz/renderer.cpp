@@ -6,9 +6,6 @@
 
 #include <utility>
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 namespace {
 
 ViewOptions optionsOf(const Input &input)

@@ -1,9 +1,6 @@
 #include "replace/ReplaceList.h"
 #include "Fuzz.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // A list that was written is read as the same pairs, but for what an INI value cannot hold at its ends.
 void fuzz(const Input &input)
 {

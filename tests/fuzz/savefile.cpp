@@ -2,9 +2,6 @@
 #include "files/Files.h"
 #include "files/TestFiles.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // A file that is loaded and saved stays the same byte for byte; another text is read as it was written, and
 // the bytes it replaced come back from the backup folder. Nothing else is left beside the file.
 void fuzz(const Input &input)

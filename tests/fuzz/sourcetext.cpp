@@ -3,8 +3,6 @@
 #include "markup/WidgetDocument.h"
 #include "source/SavedText.h"
 
-using namespace quillmere;
-
 // What goes around a selection leaves the rest and the selection alone; a saved text has one line end, at its
 // end, and saving it again changes nothing; a block is found at the beginning of a line.
 void fuzz(const Input &input)

@@ -1,8 +1,6 @@
 #include "source/TextChanges.h"
 #include "Fuzz.h"
 
-using namespace quillmere;
-
 namespace {
 
 void compare(const QString &now, const QString &next)

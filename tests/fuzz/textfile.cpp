@@ -1,8 +1,6 @@
 #include "Fuzz.h"
 #include "files/RunTimeError.h"
 
-using namespace quillmere;
-
 // Bytes come back as they were, and a text that could be written reads the same again, in whatever code page.
 void fuzz(const Input &input)
 {

@@ -4,9 +4,6 @@
 #include "markup/mndIni.h"
 #include "theme/ThemeProject.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QString stripped(QString name)

@@ -2,9 +2,6 @@
 #include "Fuzz.h"
 #include "files/TestFiles.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // An edit changes its ranges and nothing else, and its inverse gives back the very bytes. The parts are two
 // files, the ranges as bytes (start and length by turns, for the files by turns), and what is put there.
 void fuzz(const Input &input)

@@ -1,8 +1,6 @@
 #include "Fuzz.h"
 #include "source/SourceTokens.h"
 
-using namespace quillmere;
-
 // The spans of a line are in order, do not overlap and stay inside; text outside tags has none; the partner
 // of a bracket's partner is the bracket.
 void fuzz(const Input &input)

@@ -3,9 +3,6 @@
 #include "keeping/UnsavedTexts.h"
 #include "rows/RowsText.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // An unsaved text comes back to the letter, for whatever document; a damaged file of such a text is no text
 // or some text. The same for rows.
 void fuzz(const Input &input)

@@ -3,9 +3,6 @@
 #include "catalogues/LiteralScan.h"
 #include "files/TestFiles.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 // The rows that are checked are those that a search for each name finds. Names are lines.
 void fuzz(const Input &input)
 {

@@ -6,9 +6,6 @@
 #include "files/TestFiles.h"
 #include "markup/TagWidget.h"
 
-using namespace quillmere;
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QString literalWithout(QString text, const QString &name)
