@@ -1,6 +1,5 @@
+#include "TextTable.h"
 #include "source/TextChanges.h"
-
-#include <QTest>
 
 using namespace quillmere;
 
@@ -23,23 +22,20 @@ private slots:
     // The caret is "|" in both texts.
     void caretStays_data()
     {
-        QTest::addColumn<QString>("before");
-        QTest::addColumn<QString>("after");
-        const auto row = [](const char *name, const QByteArray &before, const QByteArray &after) {
-            QTest::newRow(name) << QString::fromUtf8(before) << QString::fromUtf8(after);
-        };
-        row("rects on both sides", "<rect>[10,20,30,40]</rect> |word2 <rect>[10,20,30,40]</rect>",
-            "<rect>[8,16,24,32]</rect> |word2 <rect>[8,16,24,32]</rect>");
-        row("colours on both sides", "<a>[Red,x]</a><b>wo|rd</b><a>[navy,x]</a>",
-            "<a>[#FF0000,x]</a><b>wo|rd</b><a>[#000080,x]</a>");
-        row("lines come above and go below", "<a><b>\nx\n\n\n|y\n\n\nz", "<a>\n<b>\nx\n|y\nz");
-        row("blanks come before it", "<a>\n|<b>", "<a>\n     |<b>");
-        row("inside blanks that go", "<a>   |   <b>", "<a>|<b>");
-        row("what it stood in goes", "aaaa <old>in|side</old> bbbb", "aaaa <new>in|side</new> bbbb");
-        row("at the end", "<rect>[1,2]</rect> tail|", "<rect>[11,12]</rect> tail|");
-        const QByteArray one(3000, 'x'), other(3000, 'y');
-        row("more than is looked through", QByteArray("<a>1</a>\n" + one + "\n<a>1</a>w|w<a>1</a>"),
-            QByteArray("<a>2</a>\n" + other + "\n<a>2</a>w|w<a>2</a>"));
+        const QString one(3000, u'x'), other(3000, u'y');
+        textTable(
+            {"before", "after"},
+            {{u"rects on both sides", u"<rect>[10,20,30,40]</rect> |word2 <rect>[10,20,30,40]</rect>",
+              u"<rect>[8,16,24,32]</rect> |word2 <rect>[8,16,24,32]</rect>"},
+             {u"colours on both sides", u"<a>[Red,x]</a><b>wo|rd</b><a>[navy,x]</a>",
+              u"<a>[#FF0000,x]</a><b>wo|rd</b><a>[#000080,x]</a>"},
+             {u"lines come above and go below", u"<a><b>\nx\n\n\n|y\n\n\nz", u"<a>\n<b>\nx\n|y\nz"},
+             {u"blanks come before it", u"<a>\n|<b>", u"<a>\n     |<b>"},
+             {u"inside blanks that go", u"<a>   |   <b>", u"<a>|<b>"},
+             {u"what it stood in goes", u"aaaa <old>in|side</old> bbbb", u"aaaa <new>in|side</new> bbbb"},
+             {u"at the end", u"<rect>[1,2]</rect> tail|", u"<rect>[11,12]</rect> tail|"},
+             {u"more than is looked through", QString(u"<a>1</a>\n" + one + u"\n<a>1</a>w|w<a>1</a>"),
+              QString(u"<a>2</a>\n" + other + u"\n<a>2</a>w|w<a>2</a>")}});
     }
 
     void caretStays()

@@ -1,6 +1,5 @@
+#include "TextTable.h"
 #include "widgets/RectCommands.h"
-
-#include <QTest>
 
 using namespace quillmere;
 using namespace Qt::StringLiterals;
@@ -22,41 +21,32 @@ class TestRectCommands : public QObject
 private slots:
     void scale_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("scaled"); // by 0.8 on a screen of 1280 x 720
-        const auto one = [](const char *name, const char *rect, const char *scaled) {
-            const QString outcome = QLatin1String(scaled);
-            QTest::newRow(name) << QString(QLatin1String("<rect>") + QLatin1String(rect) +
-                                           QLatin1String("</rect>"))
-                                << (outcome.startsWith(u'[') ? QString(u"<rect>" + outcome + u"</rect>")
-                                                             : outcome);
-        };
-        one("whole results stay whole", "[35,45,500,400]", "[28,36,400,320]");
-        one("cut, not rounded", "[-9,9,501,400]", "[-7,7,400,320]");
-        one("fractions and blanks", "[1.5,+2,500.0, 400]", "[1,1,400,320]");
-        one("just wide enough", "[0,0,125,13]", "[0,0,100,10]");
-        one("too narrow", "[0,0,124,100]", "TooSmall");
-        one("too low", "[0,0,500,12]", "TooSmall");
-        one("too wide", "[0,0,1602,100]", "TooLarge");
-        one("too high", "[0,0,100,902]", "TooLarge");
-        one("three numbers", "[1,2,3]", "Nothing");
-        one("text", "[a,2,300,400]", "Nothing");
-        one("thirty digits of x", "[100000000000000000000000000001,2,300,400]",
-            "[80000000000000000000000000000,1,240,320]");
-        one("thirty digits of width", "[0,2,100000000000000000000000000000,400]", "TooLarge");
-        one("thirty digits below", "[0,2,300,-100000000000000000000000000000]", "TooSmall");
-        QTest::newRow("any letter case") << "<rect>[0,0,1000,500]</rect><RECT>[10,20,30,40]</rect>"
-                                         << "<rect>[0,0,800,400]</rect><rect>[8,16,24,32]</rect>";
-        QTest::newRow("the screen in any letter case")
-            << "<Rect>[0,0,2000,1200]</rect><rect>[0,0,1000,500]</rect>"
-            << "TooLarge";
-        QTest::newRow("none in small letters") << "<Rect>[0,0,1000,500]</rect>"
-                                               << "Nothing";
-        QTest::newRow("no end in small letters") << "<rect>[0,0,1000,500]</RECT>"
-                                                 << "Nothing";
-        QTest::newRow("blanks around the brackets")
-            << "<rect> [0,0,1000,500] </rect><rect>[10,20,30,40]</rect>"
-            << "<rect> [0,0,1000,500] </rect><rect>[8,16,24,32]</rect>";
+        // By 0.8 on a screen of 1280 x 720.
+        textTable(
+            {"text", "scaled"},
+            {{u"whole results stay whole", u"<rect>[35,45,500,400]</rect>", u"<rect>[28,36,400,320]</rect>"},
+             {u"cut, not rounded", u"<rect>[-9,9,501,400]</rect>", u"<rect>[-7,7,400,320]</rect>"},
+             {u"fractions and blanks", u"<rect>[1.5,+2,500.0, 400]</rect>", u"<rect>[1,1,400,320]</rect>"},
+             {u"just wide enough", u"<rect>[0,0,125,13]</rect>", u"<rect>[0,0,100,10]</rect>"},
+             {u"too narrow", u"<rect>[0,0,124,100]</rect>", u"TooSmall"},
+             {u"too low", u"<rect>[0,0,500,12]</rect>", u"TooSmall"},
+             {u"too wide", u"<rect>[0,0,1602,100]</rect>", u"TooLarge"},
+             {u"too high", u"<rect>[0,0,100,902]</rect>", u"TooLarge"},
+             {u"three numbers", u"<rect>[1,2,3]</rect>", u"Nothing"},
+             {u"text", u"<rect>[a,2,300,400]</rect>", u"Nothing"},
+             {u"thirty digits of x", u"<rect>[100000000000000000000000000001,2,300,400]</rect>",
+              u"<rect>[80000000000000000000000000000,1,240,320]</rect>"},
+             {u"thirty digits of width", u"<rect>[0,2,100000000000000000000000000000,400]</rect>",
+              u"TooLarge"},
+             {u"thirty digits below", u"<rect>[0,2,300,-100000000000000000000000000000]</rect>", u"TooSmall"},
+             {u"any letter case", u"<rect>[0,0,1000,500]</rect><RECT>[10,20,30,40]</rect>",
+              u"<rect>[0,0,800,400]</rect><rect>[8,16,24,32]</rect>"},
+             {u"the screen in any letter case", u"<Rect>[0,0,2000,1200]</rect><rect>[0,0,1000,500]</rect>",
+              u"TooLarge"},
+             {u"none in small letters", u"<Rect>[0,0,1000,500]</rect>", u"Nothing"},
+             {u"no end in small letters", u"<rect>[0,0,1000,500]</RECT>", u"Nothing"},
+             {u"blanks around the brackets", u"<rect> [0,0,1000,500] </rect><rect>[10,20,30,40]</rect>",
+              u"<rect> [0,0,1000,500] </rect><rect>[8,16,24,32]</rect>"}});
     }
 
     void scale()
@@ -72,21 +62,18 @@ private slots:
 
     void move_data()
     {
-        QTest::addColumn<QString>("rect");
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<QString>("moved"); // to the top
-        const auto row = [](const char *name, const char *rect, const char *answer, const char *moved) {
-            QTest::newRow(name) << rect << answer << moved;
-        };
-        row("down", "<rect>[10,20.9,30,40]</rect>", "5", "<rect>[10,25,30,40]</rect>");
-        row("up, rounded down", "<rect>[10,20.9,30,40]</rect>", "-5.5", "<rect>[10,14,30,40]</rect>");
-        row("no number", "<rect>[10,20,30,40]</rect>", "5px", "<rect>[10,20,30,40]</rect>");
-        row("nothing", "<rect>[10,20,30,40]</rect>", "", "<rect>[10,20,30,40]</rect>");
-        row("others are no numbers", "<rect>[x,20,<w>,100000000000000000000]</rect>", "5",
-            "<rect>[x,25,<w>,100000000000000000000]</rect>");
-        row("others in another letter case", "<rect>[x,20,w,h]</rect><RECT>[X,20,W,H]</rect>", "5",
-            "<rect>[x,25,w,h]</rect><rect>[x,25,w,h]</rect>");
-        row("capital letters", "<RECT>[10,20,30,40]</RECT>", "5", "<RECT>[10,20,30,40]</RECT>");
+        // To the top.
+        textTable(
+            {"rect", "answer", "moved"},
+            {{u"down", u"<rect>[10,20.9,30,40]</rect>", u"5", u"<rect>[10,25,30,40]</rect>"},
+             {u"up, rounded down", u"<rect>[10,20.9,30,40]</rect>", u"-5.5", u"<rect>[10,14,30,40]</rect>"},
+             {u"no number", u"<rect>[10,20,30,40]</rect>", u"5px", u"<rect>[10,20,30,40]</rect>"},
+             {u"nothing", u"<rect>[10,20,30,40]</rect>", u"", u"<rect>[10,20,30,40]</rect>"},
+             {u"others are no numbers", u"<rect>[x,20,<w>,100000000000000000000]</rect>", u"5",
+              u"<rect>[x,25,<w>,100000000000000000000]</rect>"},
+             {u"others in another letter case", u"<rect>[x,20,w,h]</rect><RECT>[X,20,W,H]</rect>", u"5",
+              u"<rect>[x,25,w,h]</rect><rect>[x,25,w,h]</rect>"},
+             {u"capital letters", u"<RECT>[10,20,30,40]</RECT>", u"5", u"<RECT>[10,20,30,40]</RECT>"}});
     }
 
     void move()
