@@ -6,16 +6,15 @@
 // A key is timed from the moment it is due until the window has handled it, so that whatever else keeps the
 // window from handling it counts.
 
-#include "app/frmSkin.h"
-#include "asking/Prompts.h"
-#include "browser/forms/WebBrowser.h"
+#include "BenchWindow.h"
+#include "Measured.h"
+
 #include "controls/ListView.h"
 #include "files/Memory.h"
 #include "source/forms/SourceBox.h"
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QApplication>
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QFile>
@@ -24,13 +23,8 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QTabBar>
-#include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
-
-#include <algorithm>
-#include <ctime>
-#include <utility>
 
 using namespace quillmere;
 
@@ -52,56 +46,6 @@ public:
     {
         return QStringLiteral("1");
     }
-};
-
-// A line of /proc/self/status, in MB; 0 where the system has no such file.
-double statusMegabytes(const char *line)
-{
-    QFile file(QStringLiteral("/proc/self/status"));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray &text : file.readAll().split('\n')) {
-        if (text.startsWith(line))
-            return text.simplified().split(' ').value(1).toDouble() / 1024;
-    }
-    return 0;
-}
-
-// What this thread has worked so far, in ms: on a busy machine the rest of the time went to others.
-double workOfThread()
-{
-    timespec worked{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &worked);
-    return double(worked.tv_sec) * 1e3 + double(worked.tv_nsec) / 1e6;
-}
-
-// Notes the event that took most work since it was asked last: a key may have to wait for any of them.
-class TimedApplication : public QApplication
-{
-public:
-    using QApplication::QApplication;
-
-    bool notify(QObject *receiver, QEvent *event) override
-    {
-        if (m_depth > 0)
-            return QApplication::notify(receiver, event);
-        ++m_depth;
-        const double before = workOfThread();
-        const bool result = QApplication::notify(receiver, event);
-        m_most = std::max(m_most, workOfThread() - before);
-        --m_depth;
-        return result;
-    }
-    double takeMost() { return std::exchange(m_most, 0); }
-
-private:
-    int m_depth = 0;
-    double m_most = 0; // ms
-};
-
-struct Blocked
-{
-    double time = 0, work = 0; // ms, for one key
 };
 
 struct Key
@@ -232,20 +176,7 @@ private:
 
     void report(const char *what, const QList<Blocked> &keys)
     {
-        const auto line = [&](double Blocked::*part) {
-            QList<double> sorted;
-            for (const Blocked &key : keys)
-                sorted.append(key.*part);
-            std::sort(sorted.begin(), sorted.end());
-            const auto at = [&](double share) {
-                return sorted[qsizetype(share * double(sorted.size() - 1))];
-            };
-            return QStringLiteral("p50 %1 ms, p95 %2 ms, most %3 ms")
-                .arg(at(0.5), 6, 'f', 1)
-                .arg(at(0.95), 6, 'f', 1)
-                .arg(sorted.last(), 6, 'f', 1);
-        };
-        m_out << line(&Blocked::time) << "; worked " << line(&Blocked::work)
+        m_out << percentiles(keys, &Blocked::time) << "; worked " << percentiles(keys, &Blocked::work)
               << QStringLiteral(", for any event %1 ms: ").arg(m_mostOfEvents, 5, 'f', 1) << what << " ("
               << keys.size() << " keys)" << Qt::endl;
         m_mostOfEvents = 0;
@@ -314,34 +245,28 @@ private:
         time("open the properties of a block", [&] { emit blocks->rowOpened(5002); });
         report("typing with the properties open", type(letters(QString(200, u'w')), kTyping));
         settle();
-        for (QWidget *dialog : QApplication::topLevelWidgets()) {
-            if (dialog->objectName() == u"frmWidget")
-                dialog->close();
-        }
+        dialogNamed("frmWidget")->close();
     }
 
     void views()
     {
         for (int index = 0; index < 9; ++index)
             time(QString(u"to the tab " + find<QTabBar>("TabStrip4")->tabText(index)), [&] { tab(index); });
-        time("scroll the source by 200 pages", [&] {
-            for (int page = 0; page < 200; ++page) {
-                m_source->verticalScrollBar()->setValue(m_source->verticalScrollBar()->maximum() * page /
-                                                        200);
-                QApplication::processEvents();
-            }
-        });
+        scroll(QStringLiteral("the source"), m_source->verticalScrollBar());
         for (const auto &[name, index] :
              {std::pair("lvBlock", 8), std::pair("LvWidget", 1), std::pair("lvImage", 2)}) {
             tab(index);
-            QScrollBar *bar = find<ListView>(name)->verticalScrollBar();
-            time(QString(u"scroll " + QLatin1String(name) + u" by 200 pages"), [&] {
-                for (int page = 0; page < 200; ++page) {
-                    bar->setValue(bar->maximum() * page / 200);
-                    QApplication::processEvents();
-                }
-            });
+            scroll(QString(QLatin1String(name)), find<ListView>(name)->verticalScrollBar());
         }
+    }
+    void scroll(const QString &what, QScrollBar *bar)
+    {
+        time(QString(u"scroll " + what + u" by 200 pages"), [&] {
+            for (int page = 0; page < 200; ++page) {
+                bar->setValue(bar->maximum() * page / 200);
+                QApplication::processEvents();
+            }
+        });
     }
 
     void menu(const char *item)
@@ -382,16 +307,19 @@ private:
             menu(item);
     }
 
+    static QWidget *dialogNamed(const char *name)
+    {
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            if (window->objectName() == QLatin1String(name))
+                return window;
+        }
+        qFatal("there is no %s", name);
+    }
+
     void replaceAll()
     {
         find<QAction>("mnuTReplace")->trigger();
-        QWidget *dialog = nullptr;
-        for (QWidget *window : QApplication::topLevelWidgets()) {
-            if (window->objectName() == u"frmReplace")
-                dialog = window;
-        }
-        if (!dialog)
-            qFatal("there is no frmReplace");
+        QWidget *dialog = dialogNamed("frmReplace");
         dialog->findChild<QLineEdit *>(QStringLiteral("Text1"))->setText(QStringLiteral("Message"));
         dialog->findChild<QLineEdit *>(QStringLiteral("Text2"))->setText(QStringLiteral("Report"));
         time("replace 3,333 words",
@@ -424,13 +352,9 @@ private:
 
 int main(int argc, char **argv)
 {
-    keepLargeTextsApart();    // as the program does
-    const QTemporaryDir home; // nothing of the person's own settings is touched
-    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
-    qputenv("XDG_DATA_HOME", home.path().toUtf8());
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
-    QCoreApplication::setApplicationName(QStringLiteral("load_window"));
-    WebBrowser::prepare();
+    keepLargeTextsApart(); // as the program does
+    const QTemporaryDir home;
+    prepareBench(home);
     const TimedApplication app(argc, argv);
     const QString theme = QApplication::arguments().value(1);
     if (theme.isEmpty()) {
