@@ -1,11 +1,11 @@
+#include "Failure.h"
+#include "TextTable.h"
 #include "files/Files.h"
 #include "files/LoadedFiles.h"
 #include "files/Paths.h"
-#include "files/RunTimeError.h"
 #include "files/TestFiles.h"
 
 #include <QDirIterator>
-#include <QTest>
 
 #include <functional>
 #include <memory>
@@ -39,37 +39,34 @@ private slots:
 
     void touchesOnlyTheTheme_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("place"); // below the folder; with a "!" where it is refused
-        const auto row = [](const char *name, const char *place) {
-            QTest::newRow(name) << QString::fromLatin1(name) << QString::fromLatin1(place);
-        };
-        row("theme/in.xml", "theme/in.xml");
-        row("theme/new.xml", "theme/new.xml");
-        row("theme/SUB/IN.xml", "theme/sub/in.xml");
-        row("theme/sub/../in.xml", "theme/in.xml");
-        row("theme/../theme/in.xml", "theme/in.xml");
-        row("theme/in2.xml", "theme/sub/in.xml");
-        row("theme/new2.xml", "theme/sub/new.xml");
-        row("opened/in.xml", "theme/in.xml");
-        row("theme/../out.xml", "!out.xml");
-        row("theme/../theme2/out.xml", "!theme2/out.xml"); // begins as the theme's folder does
-        row("theme/../new.xml", "!new.xml");
-        row("theme/out.xml", "!out.xml");
-        row("theme/dangling.xml", "!gone.xml");
-        row("theme/twice.xml", "!gone.xml");
-        row("theme/folder/out.xml", "!theme2/out.xml");
-        row("theme/folder/new.xml", "!theme2/new.xml");
-        row("theme/folder/../out.xml", "!out.xml"); // the folder above the link's target, not above the link
-        row("theme/circle.xml", "!theme/circle.xml");
-        row("theme/..", "!");
+        // The place lies below the folder; with a "!" it is refused.
+        textTable({"place"},
+                  {{u"theme/in.xml", u"theme/in.xml"},
+                   {u"theme/new.xml", u"theme/new.xml"},
+                   {u"theme/SUB/IN.xml", u"theme/sub/in.xml"},
+                   {u"theme/sub/../in.xml", u"theme/in.xml"},
+                   {u"theme/../theme/in.xml", u"theme/in.xml"},
+                   {u"theme/in2.xml", u"theme/sub/in.xml"},
+                   {u"theme/new2.xml", u"theme/sub/new.xml"},
+                   {u"opened/in.xml", u"theme/in.xml"},
+                   {u"theme/../out.xml", u"!out.xml"},
+                   {u"theme/../theme2/out.xml", u"!theme2/out.xml"}, // begins as the theme's folder does
+                   {u"theme/../new.xml", u"!new.xml"},
+                   {u"theme/out.xml", u"!out.xml"},
+                   {u"theme/dangling.xml", u"!gone.xml"},
+                   {u"theme/twice.xml", u"!gone.xml"},
+                   {u"theme/folder/out.xml", u"!theme2/out.xml"},
+                   {u"theme/folder/new.xml", u"!theme2/new.xml"},
+                   {u"theme/folder/../out.xml", u"!out.xml"}, // above the target, not above the link
+                   {u"theme/circle.xml", u"!theme/circle.xml"},
+                   {u"theme/..", u"!"}});
     }
 
     // For the theme's folder, and the same opened through a link.
     void touchesOnlyTheTheme()
     {
-        QFETCH(QString, name);
         QFETCH(QString, place);
+        const QString name = QString::fromLatin1(QTest::currentDataTag());
         const bool refused = place.startsWith(u'!');
         const QString before = all();
         for (const QString &opened : {u"theme"_s, u"opened"_s, QString()}) {
@@ -120,25 +117,24 @@ private slots:
 
     void readsWhatIsBounded_data()
     {
-        QTest::addColumn<QString>("leadsTo"); // a link's target; else what the file is
-        QTest::addColumn<QString>("reason");
-        const auto row = [](const char *leadsTo, const char *reason) {
-            QTest::newRow(leadsTo) << QString::fromLatin1(leadsTo) << QString::fromLatin1(reason);
-        };
-        row("pipe", "it is not a regular file");
-        row("sparse", "it is larger than 64 MB");
+        // A link's target, or what the file is.
+        textTable({"reason"},
+                  {
+                      {u"pipe", u"it is not a regular file"},
+                      {u"sparse", u"it is larger than 64 MB"},
 #ifdef Q_OS_LINUX
-        row("/dev/zero", "it is not a regular file");
-        row("/dev/full", "it is not a regular file");
-        row("/proc/self/pagemap", "it is larger than 64 MB"); // and says that it is empty
+                      {u"/dev/zero", u"it is not a regular file"},
+                      {u"/dev/full", u"it is not a regular file"},
+                      {u"/proc/self/pagemap", u"it is larger than 64 MB"}, // and says that it is empty
 #endif
+                  });
     }
 
     // At once, without more than the limit, and the message says which file and why.
     void readsWhatIsBounded()
     {
 #ifdef Q_OS_UNIX
-        QFETCH(QString, leadsTo);
+        const QString leadsTo = QString::fromLatin1(QTest::currentDataTag());
         QFETCH(QString, reason);
         const QString name = path(u"theme/a.xml"_s);
         if (leadsTo == u"pipe")
@@ -150,13 +146,7 @@ private slots:
         const QString expected = u"Cannot read \"%1\": %2."_s.arg(name, reason);
         for (const auto &read :
              {std::function([&] { LoadFile(name); }), std::function([&] { LoadedFiles().load(name); })}) {
-            QString message;
-            try {
-                read();
-            } catch (const RunTimeError &error) {
-                message = error.message();
-            }
-            QCOMPARE(message, expected);
+            QCOMPARE(failureOf(read), expected);
         }
         // Neither does it hang what looks whether a file has changed, nor is it written over without a copy.
         QVERIFY(!fingerprintOf(name).isEmpty());
@@ -173,10 +163,8 @@ private slots:
 
     void neverInAFolderOfAnotherCase_data()
     {
-        QTest::addColumn<QString>("gone"); // the folder that is renamed
-        QTest::addColumn<QString>("beside");
-        QTest::newRow("the theme's") << u"above/theme"_s << u"above/THEME"_s;
-        QTest::newRow("above it") << u"above"_s << u"ABOVE"_s;
+        textTable({"gone", "beside"}, // the folder is renamed
+                  {{u"the theme's", u"above/theme", u"above/THEME"}, {u"above it", u"above", u"ABOVE"}});
     }
 
     // Found there and read, as themes are made on systems that do not mind; never written.
