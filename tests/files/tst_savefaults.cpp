@@ -1,5 +1,5 @@
+#include "Failure.h"
 #include "files/Files.h"
-#include "files/RunTimeError.h"
 #include "files/TestFiles.h"
 #include "files/TextFile.h"
 #include "keeping/UnsavedTexts.h"
@@ -183,13 +183,8 @@ private slots:
             QList<Files::Change> changes;
             for (const char *name : {"a.xml", "b.xml", "c.xml"})
                 changes.append({files.write(QLatin1String(name), "old"), "old", "new"});
-            bool failed = false;
             fault = {halfway ? "write" : QTest::currentDataTag(), turn, error, false, halfway};
-            try {
-                disk.saveAll(changes, files.folder());
-            } catch (const RunTimeError &) {
-                failed = true;
-            }
+            const bool failed = !failureOf([&] { disk.saveAll(changes, files.folder()); }).isEmpty();
             hit = fault.isHit();
             fault = {};
             QString found;
@@ -205,13 +200,8 @@ private slots:
         const TestFiles files;
         const QString file = files.path(u"recovery/a.txt"_s);
         for (const Fault &wanted : {Fault{"mkdir", 1, EROFS}, Fault{"write", 1, ENOSPC, true, true}}) {
-            QString message;
             fault = wanted;
-            try {
-                keepUnsaved(file, {}, QString(100'000, u'n'));
-            } catch (const RunTimeError &error) {
-                message = error.message();
-            }
+            const QString message = failureOf([&] { keepUnsaved(file, {}, QString(100'000, u'n')); });
             fault = {};
             QCOMPARE(message, u"Cannot keep the unsaved text in \"%1\": %2."_s.arg(
                                   file, qt_error_string(wanted.error)));
@@ -239,13 +229,8 @@ private:
         const QString unicode = QString::fromLatin1(text);
         const QString about = u"%1 %2"_s.arg(QLatin1String(wanted.call)).arg(wanted.turn);
 
-        QString message;
         fault = wanted;
-        try {
-            disk.saveOwn(files.path(name), unicode);
-        } catch (const RunTimeError &error) {
-            message = error.message();
-        }
+        const QString message = failureOf([&] { disk.saveOwn(files.path(name), unicode); });
         hit = fault.isHit();
         fault = {};
 

@@ -1,5 +1,5 @@
+#include "Failure.h"
 #include "files/Files.h"
-#include "files/RunTimeError.h"
 #include "files/TestFiles.h"
 
 #include <QDirIterator>
@@ -42,12 +42,7 @@ private:
     {
         const QString before = entries();
         const QByteArray old = m_files->read(name);
-        QString message;
-        try {
-            command(name.isEmpty() ? name : m_files->path(name));
-        } catch (const RunTimeError &error) {
-            message = error.message();
-        }
+        const QString message = failureOf([&] { command(name.isEmpty() ? name : m_files->path(name)); });
         const QString start = u"Cannot %1 \""_s.arg(QLatin1String(step));
         QVERIFY2(message.startsWith(start) && message.contains(QFileInfo(name).fileName()),
                  qPrintable(message));
