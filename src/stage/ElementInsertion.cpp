@@ -1,5 +1,5 @@
-#include "stage/ElementChanges.h"
 #include "stage/FreeNames.h"
+#include "stage/InsertPlaces.h"
 #include "stage/WholeElements.h"
 
 #include <algorithm>
@@ -8,168 +8,6 @@
 namespace quillmere {
 
 namespace {
-
-// Where elements come in, and what has to stand around them there.
-struct Spot
-{
-    qsizetype at = -1;    // -1: nowhere
-    qsizetype length = 0; // of what gives way
-    QString before, between, after;
-    QString indent; // of lines, in a nested text
-};
-
-qsizetype inkEnd(QStringView text, Range range)
-{
-    qsizetype end = range.end;
-    while (end > range.start && text[end - 1].unicode() <= 32)
-        --end;
-    return end;
-}
-
-// Finds the places in a window where elements can be put.
-class Places
-{
-public:
-    Places(const Outline &outline)
-        : m_outline(outline), m_lines(outline.text()), m_layout(outline), m_break(m_lines.lineBreak())
-    {
-    }
-
-    const TextLayout &layout() const { return m_layout; }
-    const QString &lineBreak() const { return m_break; }
-
-    Spot behind(qint32 block) const
-    {
-        const Range range = m_outline.element(block).range();
-        const std::optional<QString> indent = m_lines.indentAt(range.start);
-        if (!indent || m_lines.behindLine(range.end) < 0)
-            return {range.end, 0, {}, {}, {}, indent.value_or(QString())};
-        const QString line = m_break + *indent;
-        return {range.end, 0, line, line, {}, *indent};
-    }
-
-    Spot lastIn(qint32 block) const
-    {
-        const qint32 children = lastInside(
-            block, [](const Element &inner) { return inner.kind == Kind::Children && !inner.inComment; });
-        const qint32 child = lastBlock(children >= 0 ? children : block);
-        if (child >= 0)
-            return behindLast(children >= 0 ? children : block, child);
-        return children >= 0 ? intoEmpty(children) : withChildren(block);
-    }
-
-    bool holdsBlocks(qint32 block) const
-    {
-        return lastBlock(block) >= 0 || lastInside(block, [](const Element &inner) {
-                                            return inner.kind == Kind::Children && !inner.inComment;
-                                        }) >= 0;
-    }
-
-    // Of a text without a window.
-    Spot atEnd() const
-    {
-        const qsizetype size = m_outline.text().size();
-        const qsizetype root = lastInside(-1, [](const Element &e) { return e.kind == Kind::Interface; });
-        if (root >= 0 && m_outline.element(qint32(root)).end == End::Tag)
-            return intoEmpty(qint32(root));
-        const bool beginsLine = m_lines.indentAt(size).has_value();
-        return {size, 0, beginsLine ? QString() : m_break, m_break, {}, {}};
-    }
-
-private:
-    template <typename Is>
-    qint32 lastInside(qint32 outer, Is is) const
-    {
-        const qint32 end = outer < 0 ? qint32(m_outline.elements().size()) : m_outline.element(outer).next;
-        qint32 found = -1;
-        for (qint32 inner = outer + 1; inner < end; inner = m_outline.element(inner).next) {
-            if (is(m_outline.element(inner)))
-                found = inner;
-        }
-        return found;
-    }
-    qint32 lastBlock(qint32 outer) const
-    {
-        return lastInside(outer, [](const Element &inner) { return inner.block >= 0 && !inner.inComment; });
-    }
-
-    QString indentOf(qint32 element) const
-    {
-        return m_lines.indentAt(m_outline.element(element).tag.start).value_or(QString());
-    }
-
-    // The content ends with a line of its own, or is given one for what closes the element.
-    Spot atEndOf(qint32 outer, const QString &indent, const QString &closingIndent) const
-    {
-        const Range content = m_outline.element(outer).content();
-        const qsizetype at = inkEnd(m_outline.text(), content);
-        const QString line = m_break + indent;
-        Spot spot = {at, 0, line, line, {}, indent};
-        if (m_lines.behindLine(at) < 0 || m_lines.behindLine(at) > content.end) {
-            spot.length = content.end - at;
-            spot.after = m_break + closingIndent;
-        }
-        return spot;
-    }
-
-    Spot behindLast(qint32 outer, qint32 child) const
-    {
-        const std::optional<QString> indent = m_lines.indentAt(m_outline.element(child).tag.start);
-        if (!indent) // all on one line
-            return {m_outline.element(child).closing.end, 0, {}, {}, {}, {}};
-        return atEndOf(outer, *indent, closingIndent(outer));
-    }
-
-    // Before the tag that closes an element.
-    QString closingIndent(qint32 element) const { return m_layout.isFlat() ? QString() : indentOf(element); }
-
-    // Blocks are indented by their own tags in a flat text; see laidOut.
-    Spot intoEmpty(qint32 children) const
-    {
-        const QString outer = indentOf(children);
-        const QString indent = m_layout.indent(u"<widget ", outer, 1);
-        const Element &element = m_outline.element(children);
-        if (element.end != End::Self)
-            return atEndOf(children, indent, closingIndent(children));
-        const QString line = m_break + indent;
-        return {element.tag.start,
-                element.tag.size(),
-                u"<children>" + line,
-                line,
-                m_break + closingIndent(children) + u"</children>",
-                indent};
-    }
-
-    Spot withChildren(qint32 block) const
-    {
-        const Element &element = m_outline.element(block);
-        const QString outer = indentOf(block);
-        const QString indent = m_layout.indent(u"<widget ", outer, 2);
-        const QString line = m_break + indent;
-        const QString opening = m_break + m_layout.indent(u"<children>", outer, 1) + u"<children>" + line;
-        const QString closing = m_break + m_layout.indent(u"</children>", outer, 1) + u"</children>";
-        if (element.end != End::Self) {
-            Spot spot = atEndOf(block, indent, closingIndent(block));
-            spot.before = opening;
-            spot.after.prepend(closing);
-            return spot;
-        }
-        const QStringView tag = m_outline.at(element.tag);
-        const qsizetype slash = tag.lastIndexOf(u'/');
-        const qsizetype at = inkEnd(m_outline.text(), {element.tag.start, qint32(element.tag.start + slash)});
-        return {at,
-                element.tag.end - at,
-                u'>' + opening,
-                line,
-                closing + m_break + closingIndent(block) + u"</" + m_outline.at(element.name()) + u'>',
-                indent};
-    }
-
-    const Outline &m_outline;
-    TextLines m_lines;
-    TextLayout m_layout;
-    QString m_break;
-};
 
 // Puts texts of elements in at a spot, and selects those that are blocks.
 Edited putAt(const Outline &outline, const Spot &spot, const QStringList &texts, const QList<bool> &areBlocks)
@@ -358,7 +196,7 @@ QString newElement(const Outline &outline, const NewBlockRow &row, const QString
 
 Edited pasted(const Outline &outline, const QList<int> &blocks, const QString &elements)
 {
-    const Places places(outline);
+    const InsertPlaces places(outline);
     Clip clip(withLineBreaks(elements, places.lineBreak()));
     if (clip.isEmpty())
         return {};
@@ -392,7 +230,7 @@ Edited inserted(const Outline &outline, NewBlock kind, int parent, const Box &bo
     const int row = parent < 0 ? windowOf(outline) : parent;
     if (row < 0 || !whyNotWhole(outline, row).isEmpty())
         return {};
-    const Places places(outline);
+    const InsertPlaces places(outline);
     const Spot spot = places.lastIn(outline.blocks()[size_t(row)]);
     const NewBlockRow &what = kNewBlocks[size_t(kind)];
     const QString name = FreeNames(outline).numbered(what.name.toString());
