@@ -1,5 +1,7 @@
 #include "naming/SamePlaces.h"
 
+#include <algorithm>
+
 namespace quillmere {
 
 namespace {
@@ -8,6 +10,12 @@ QString keyOf(const FoundPlace &place)
 {
     return place.file + u'\n' + QString::number(int(place.of)) + u' ' + QString::number(place.line.start) +
            u' ' + place.line.text;
+}
+
+// The lists are in order.
+qsizetype rankOf(qsizetype number, const QList<qsizetype> &numbers)
+{
+    return std::lower_bound(numbers.begin(), numbers.end(), number) - numbers.begin();
 }
 
 } // namespace
@@ -30,13 +38,13 @@ qsizetype SamePlaces::numberOf(qsizetype before) const
     const QString key = keyOf(place);
     const QList<qsizetype> same = m_before.of(key), sameNow = m_now.of(key);
     if (same.size() == sameNow.size())
-        return sameNow[same.indexOf(before)];
+        return sameNow[rankOf(before, same)];
     const QList<qsizetype> inFile = m_before.byFile.value(place.file),
                            inFileNow = m_now.byFile.value(place.file);
     if (inFile.size() != inFileNow.size())
         return -1;
     // Unless the one with that number is the same as another.
-    const qsizetype number = inFileNow[inFile.indexOf(before)];
+    const qsizetype number = inFileNow[rankOf(before, inFile)];
     const QString keyNow = keyOf(m_now.found.places[number]);
     return m_before.of(keyNow).size() == m_now.of(keyNow).size() ? -1 : number;
 }

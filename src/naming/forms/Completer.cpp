@@ -293,7 +293,20 @@ void Completer::openList(std::shared_ptr<const Candidates> candidates, std::vect
     place.translate(m_source.viewport()->pos());
     place.setWidth(m_found.of == Completion::Of::Name ? kWidth : kShortWidth);
     m_completer->complete(place);
+    closeUpBelow(m_source.mapToGlobal(place.topLeft()).y());
     m_list->setCurrentIndex(m_completer->completionModel()->index(0, 0));
+}
+
+// The completer leaves a strip below the last entry.
+void Completer::closeUpBelow(int caretTop)
+{
+    QRect place = m_list->geometry();
+    const int height = std::min(kRows, m_model->rowCount()) * m_list->sizeHintForRow(0) + m_list->height() -
+                       m_list->viewport()->height();
+    if (place.top() < caretTop) // where there was no room below the line
+        place.setTop(place.bottom() + 1 - height);
+    place.setHeight(height);
+    m_list->setGeometry(place);
 }
 
 void Completer::close()

@@ -50,6 +50,7 @@ private:
     std::shared_ptr<const Candidates> candidatesFor(const Completion &completion) const;
     bool isTaken(const Candidates &candidates, const std::vector<qint32> &rows) const;
     void openList(std::shared_ptr<const Candidates> candidates, std::vector<qint32> rows);
+    void closeUpBelow(int caretTop);
     void close();
     void ask();
     void take(int row);

@@ -67,6 +67,8 @@ QList<ListRows::Row> rowsOf(const FoundPlaces &found, const QString &folder, con
 void renewRows(ListView &list, ListRows &rows, const FoundPlaces &before, const FoundPlaces &now,
                const QString &folder)
 {
+    if (before.marks == now.marks && before.places.size() == now.places.size())
+        return; // other files have changed
     const SamePlaces same(before, now);
     QList<ListRows::Row> next = rowsOf(now, folder);
     for (int row = 0; row < rows.count(); ++row) {
