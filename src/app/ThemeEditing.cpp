@@ -130,7 +130,8 @@ std::optional<ThemeEdit> ThemeEditing::apply(const ThemeEdit &edit)
     }
     if (!mayWrite(closed))
         return std::nullopt;
-    const QScopedValueRollback applying(m_isApplying, true);
+    emit applying();
+    const QScopedValueRollback inHand(m_isApplying, true);
     const auto text = [this](const QString &path) { return isOpenText(path) ? m_source.get() : nullptr; };
     const auto rows = [this](const QString &path) { return rowsAt(path); };
     const ThemeEdit inverse = edit.apply({m_files, m_theme.folder(), text, rows, m_theme.rule});
@@ -138,6 +139,7 @@ std::optional<ThemeEdit> ThemeEditing::apply(const ThemeEdit &edit)
     const auto takeText = qScopeGuard([this] {
         if (!m_source->takeText())
             emit othersChanged();
+        emit applied();
     });
     for (const ThemeEdit::Move &move : edit.moves()) {
         if (m_document.path() == move.from)

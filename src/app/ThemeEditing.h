@@ -39,6 +39,9 @@ public:
     std::optional<QList<ListRows::Row>> openRows(const QString &path) const;
 
 signals:
+    // Around an edit, the second one only where it was made.
+    void applying();
+    void applied();
     // Rows or files have changed and the text in the source box has not: what shows them together is to be
     // drawn again.
     void othersChanged();

@@ -1,5 +1,6 @@
 #include "app/ThemeNames.h"
 
+#include "app/SelectedRows.h"
 #include "app/TabStrip.h"
 #include "asking/Talk.h"
 #include "controls/Commands.h"
@@ -82,8 +83,10 @@ void ThemeNames::addCommands(Commands &menu)
 
 void ThemeNames::addListCommands()
 {
+    QList<ListView *> lists;
     for (const NamedList &named : kLists) {
         auto *list = m_tabs[named.tab]->findChild<ListView *>(QLatin1String(named.name));
+        lists.append(list);
         list->setContextMenuPolicy(Qt::CustomContextMenu);
         connect(list, &QWidget::customContextMenuRequested, this, [this, list](const QPoint &at) {
             if (list->selectedRow() < 0)
@@ -96,6 +99,7 @@ void ThemeNames::addListCommands()
             popup->popup(list->viewport()->mapToGlobal(at));
         });
     }
+    new SelectedRows(editing, lists, this);
 }
 
 // What was found in another theme is of no use in this one.
@@ -215,13 +219,11 @@ void ThemeNames::goToDefinition()
     if (isInUses())
         m_window.activateWindow();
     if (!thing->kind) {
-        const QList<FoundPlace> blocks = find(*thing, *names).places;
-        const auto sure =
-            std::find_if(blocks.begin(), blocks.end(), [](const FoundPlace &place) { return place.isSure; });
-        if (sure != blocks.end() || !blocks.isEmpty()) {
-            const FoundPlace &place = sure != blocks.end() ? *sure : blocks.first();
-            going.goTo(place.file, place.range, -1);
-        }
+        QList<FoundPlace> blocks = find(*thing, *names).places;
+        std::stable_partition(blocks.begin(), blocks.end(),
+                              [](const FoundPlace &place) { return place.isSure; });
+        if (!blocks.isEmpty())
+            going.goTo(blocks.first().file, blocks.first().range, -1);
         return;
     }
     const auto there = definitionOf(*thing, *names, m_theme.language.document.path());

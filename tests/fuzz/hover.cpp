@@ -1,8 +1,6 @@
 #include "naming/Hover.h"
 #include "Fuzz.h"
 
-using namespace quillmere;
-
 // What is told of a place lies in the text, and at the place; a name is what stands there. The parts are a
 // text, a place in it, and whether there is an index, of a theme that defines nothing.
 void fuzz(const Input &input)

@@ -3,6 +3,7 @@
 #include "files/TestFiles.h"
 #include "naming/Destination.h"
 #include "naming/Rename.h"
+#include "naming/SamePlaces.h"
 #include "naming/TextSearch.h"
 
 #include <QTest>
@@ -338,6 +339,32 @@ private slots:
         QVERIFY(found.renew(file, placesIn(search, file, now)));
         QCOMPARE(found.places[1].range, (Range{7, 8}));
         QCOMPARE(found.marks.value(file), ThemeEdit::markOf(now));
+    }
+
+    void staysTheSame_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("now");
+        QTest::addColumn<QString>("numbers"); // of the places of "a", those of before in turn
+        QTest::newRow("line above") << u"a\nb a"_s << u"x a y\na\nb a"_s << u"1 2"_s;
+        QTest::newRow("another line") << u"a\nb a"_s << u"a\nc a"_s << u"0 1"_s;
+        QTest::newRow("gone") << u"a\nb a"_s << u"b a"_s << u"-1 0"_s;
+        QTest::newRow("gone, and another came") << u"x a\nb a"_s << u"b a\ny a"_s << u"-1 0"_s;
+        QTest::newRow("laid out anew") << u"a a\na"_s << u"a\na\na"_s << u"0 1 2"_s;
+        QTest::newRow("one more of many") << u"a\na"_s << u"a\na\na"_s << u"-1 -1"_s;
+    }
+
+    void staysTheSame()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, now);
+        const FoundPlaces old = placesIn({u"a"_s}, u"w.xml"_s, before),
+                          found = placesIn({u"a"_s}, u"w.xml"_s, now);
+        const SamePlaces same(old, found);
+        QStringList numbers;
+        for (qsizetype number = 0; number < old.places.size(); ++number)
+            numbers.append(QString::number(same.numberOf(number)));
+        QTEST(numbers.join(u' '), "numbers");
     }
 
     void linesAreFitToShow_data()

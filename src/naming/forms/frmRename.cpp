@@ -17,7 +17,7 @@
 namespace quillmere {
 
 namespace {
-constexpr QSize kFirstSize{1000, 520}; // pixels
+constexpr QSize kFirstSize{1160, 520}; // pixels
 }
 
 frmRename::frmRename(const NamedThing &thing, const FoundPlaces &found,
@@ -34,7 +34,7 @@ frmRename::frmRename(const NamedThing &thing, const FoundPlaces &found,
 {
     setObjectName(QStringLiteral("frmRename"));
     setWindowTitle(tr("Rename %1").arg(wordFor(thing.kind)));
-    lvRename->setColumnShares({5, 1, 8, 8});
+    lvRename->setColumnShares({10, 3, 21, 21});
     lvRename->setTextElideMode(Qt::ElideRight);
     lblRenameWhy->setTextFormat(Qt::PlainText);
     lblRenameWhy->setWordWrap(true);
