@@ -109,6 +109,7 @@ QList<CatalogueRow> Catalogues::fromText(const IndexedFile &file, const QString 
 
 QList<CatalogueRow> Catalogues::fromRows(const IndexedFile &file, const QList<ListRows::Row> &rows) const
 {
+    const QString folder = folderOf(file.path).toString();
     QList<CatalogueRow> result;
     for (const ListRows::Row &given : rows) {
         CatalogueRow row;
@@ -116,6 +117,8 @@ QList<CatalogueRow> Catalogues::fromRows(const IndexedFile &file, const QList<Li
         if (!names.names.empty())
             row.name = names.names.front().name.toString();
         row.value = given.sub(2);
+        if (file.role == FileRole::ImageCatalogue)
+            row.value = given.text.startsWith(folder) ? given.text.sliced(folder.size()) : given.text;
         row.path = file.role == FileRole::FontCatalogue ? pathIn(file, row.value)
                    : file.role == FileRole::ColourCatalogue || file.role == FileRole::Language ? QString()
                                                                                                : given.text;

@@ -63,7 +63,7 @@ CheckTab::CheckTab(LiveCheck &check, QWidget *parent)
     }
     setTabOrder(before, lvCheck);
 
-    lvCheck->setColumnShares({18, 6, 5});
+    lvCheck->setColumnShares({16, 8, 5});
     lvCheck->setTextElideMode(Qt::ElideRight);
     lvCheck->setColumnElideMode(1, Qt::ElideMiddle); // the line stands at the end of a place
     lvCheck->setIconSize({kIcon, kIcon});
