@@ -173,6 +173,39 @@ private slots:
         QVERIFY(window.source()->document()->isModified());
     }
 
+    // The boxes of a tab do not go on with the old name, nor does a rename elsewhere turn to the tab.
+    void rowsStaySelected()
+    {
+        ListedWindow window;
+        window.turnTo(2);
+        auto *images = window.find<ListView>("lvImage");
+        images->setFocus();
+        QTest::mouseClick(images->viewport(), Qt::LeftButton, {},
+                          images->visualRect(images->model()->index(0, 1)).center());
+        const auto rename = [&](const QString &name) {
+            window.press(Qt::Key_F2);
+            QTest::keyClicks(window.in<QLineEdit>("frmRename", "txtRename"), name);
+            window.press(Qt::Key_Return);
+            window.toFront();
+        };
+        rename(u"one"_s);
+        QCOMPARE(window.find<QLineEdit>("txtID")->text(), u"one"_s);
+        window.turnTo(8);
+        window.putCaret("one</img>");
+        rename(u"two"_s);
+        QCOMPARE(window.place(), u"8:2"_s);
+        window.turnTo(2);
+        QTRY_COMPARE(window.find<QLineEdit>("txtID")->text(), u"two"_s);
+        // The catalogue of languages is not edited here, so its list is read again.
+        window.turnTo(4);
+        auto *languages = window.find<ListView>("lvLang");
+        languages->setCurrentIndex(languages->model()->index(1, 1));
+        languages->setFocus();
+        rename(u"y"_s);
+        QCOMPARE(languages->selectedRow(), 1);
+        QCOMPARE(languages->model()->index(1, 1).data().toString(), u"y"_s);
+    }
+
     // Documents are offered where the catalogue of windows is typed.
     void windowsAreOffered()
     {
