@@ -41,6 +41,7 @@ public:
     void run()
     {
         const std::vector<std::optional<Box>> places = placesOnScreen(m_outline);
+        m_names.reserve(qsizetype(places.size()));
         for (size_t row = 0; row < places.size() && !m_report.stop.stop_requested(); ++row) {
             Block block;
             block.element = m_outline.blocks()[row];
@@ -81,10 +82,11 @@ private:
             return;
         const QStringView text = m_outline.at(name->value);
         const QString key = QString::fromRawData(text.data(), text.size());
-        if (m_names.contains(key))
+        const qsizetype before = m_names.size();
+        m_names.insert(key);
+        if (m_names.size() == before)
             add(Rule::DuplicateBlock, block, name->value,
                 quoted(text) + u" is the name of another block, too");
-        m_names.insert(key);
     }
 
     // What reaches out of the block around it is not told to reach out of the screen as well.

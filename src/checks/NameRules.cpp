@@ -62,10 +62,15 @@ std::optional<NameFault> faultOf(NameKind kind, QStringView name, const ThemeInd
 
 void checkNames(WindowReport &report)
 {
+    const FoundName *known = nullptr;
     for (const FoundName &name : report.used) {
         if (report.stop.stop_requested())
             return;
+        // Most lists of colours say one three times.
+        if (known && known->kind == name.kind && known->name == name.name)
+            continue;
         const std::optional<NameFault> fault = faultOf(name.kind, name.name, report.index);
+        known = fault ? nullptr : &name;
         if (fault)
             report.add(fault->rule, name.range, fault->message, name.name.toString(), fault->meant);
     }

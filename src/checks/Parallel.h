@@ -8,7 +8,22 @@
 #include <thread>
 #include <vector>
 
+#ifdef Q_OS_LINUX
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
+
 namespace quillmere {
+
+// From now on the calling thread, and those that it starts, work when the window's own thread has no use for
+// the processor.
+inline void giveWay()
+{
+#ifdef Q_OS_LINUX
+    constexpr int niceness = 10;
+    setpriority(PRIO_PROCESS, id_t(gettid()), niceness); // of this thread alone
+#endif
+}
 
 // Calls `work` with every number below `count`, on as many threads as there are processors, at most four,
 // until it is told to stop. `work` must not throw.

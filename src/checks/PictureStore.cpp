@@ -2,7 +2,6 @@
 
 #include "checks/Parallel.h"
 #include "files/Paths.h"
-#include "files/RegularFile.h"
 
 #include <QFileInfo>
 #include <QHashFunctions>
@@ -35,12 +34,11 @@ public:
     }
 
     // The path of the file itself, empty where it is not in the theme.
-    QString inTheme(const QString &path)
+    QString inTheme(const QString &path, bool isLink)
     {
-        const QFileInfo info(path);
         QString real;
-        if (info.isSymLink()) {
-            real = info.canonicalFilePath();
+        if (isLink) {
+            real = QFileInfo(path).canonicalFilePath();
         } else {
             const QString folder = folderOf(path).toString();
             const std::lock_guard lock(m_mutex);
@@ -64,25 +62,31 @@ QList<PictureFacts> PictureStore::facts(const QStringList &paths, const QString 
     Folders folders(themeFolder);
     QList<PictureFacts> facts(paths.size());
     PictureFacts *const each = facts.data();
+    {
+        const std::lock_guard lock(m_mutex);
+        m_known.reserve(paths.size());
+    }
     inParallel(paths.size(), stop, [&](qsizetype i) {
-        if (!paths.at(i).isEmpty())
-            each[i] = factsOf(paths.at(i), folders.inTheme(paths.at(i)));
+        const QString &path = paths.at(i);
+        if (path.isEmpty())
+            return;
+        const FileState state = stateOf(path);
+        each[i] = factsOf(folders.inTheme(path, state.isLink), state);
     });
     return facts;
 }
 
-PictureFacts PictureStore::factsOf(const QString &path, const QString &inTheme)
+PictureFacts PictureStore::factsOf(const QString &inTheme, const FileState &state)
 {
-    const QFileInfo info(inTheme.isEmpty() ? path : inTheme);
     PictureFacts facts;
-    facts.bytes = info.size();
+    facts.bytes = state.bytes;
     if (inTheme.isEmpty())
         return facts;
-    const QDateTime time = info.lastModified();
     {
         const std::lock_guard lock(m_mutex);
         const auto known = m_known.constFind(inTheme);
-        if (known != m_known.constEnd() && known->time == time && known->facts.bytes == facts.bytes)
+        if (known != m_known.constEnd() && known->changed == state.changed &&
+            known->facts.bytes == facts.bytes)
             return known->facts;
     }
     QString reason;
@@ -99,7 +103,7 @@ PictureFacts PictureStore::factsOf(const QString &path, const QString &inTheme)
         }
     }
     const std::lock_guard lock(m_mutex);
-    m_known.insert(inTheme, {time, facts});
+    m_known.insert(inTheme, {state.changed, facts});
     return facts;
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "files/RegularFile.h"
+
 #include <QByteArray>
-#include <QDateTime>
 #include <QHash>
 #include <QSize>
 #include <QString>
@@ -43,12 +44,12 @@ public:
 private:
     struct Known
     {
-        QDateTime time;
+        qint64 changed; // when; see FileState
         PictureFacts facts;
     };
     class Folders;
 
-    PictureFacts factsOf(const QString &path, const QString &inTheme);
+    PictureFacts factsOf(const QString &inTheme, const FileState &state);
 
     PictureReader m_reader;
     std::mutex m_mutex; // of what is known

@@ -10,6 +10,7 @@
 #include <QUrl>
 
 #include <array>
+#include <charconv>
 
 namespace quillmere {
 
@@ -23,9 +24,21 @@ QString relativeFile(const Problem &problem, const QString &folder)
     return QDir::fromNativeSeparators(path);
 }
 
+void addNumber(QByteArray &text, qint32 number)
+{
+    std::array<char, 16> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    text.append(digits.data(), end - digits.data());
+}
+
 QByteArray asText(const QList<Problem> &problems, const QString &folder)
 {
+    std::array<QByteArray, 3> severities;
+    for (size_t i = 0; i < severities.size(); ++i)
+        severities[i] = ": " + nameOf(Severity(i)).toLatin1() + ": ";
     QByteArray text;
+    constexpr qsizetype usualLine = 160; // bytes
+    text.reserve(problems.size() * usualLine);
     std::array<int, 3> counts = {};
     qint64 unused = 0;
     QString path;
@@ -36,8 +49,11 @@ QByteArray asText(const QList<Problem> &problems, const QString &folder)
         path = problem.file;
         const Severity severity = problem.severity();
         text += file;
-        text += ':' + QByteArray::number(problem.line) + ':' + QByteArray::number(problem.column) + ": ";
-        text += nameOf(severity).toLatin1() + ": ";
+        text += ':';
+        addNumber(text, problem.line);
+        text += ':';
+        addNumber(text, problem.column);
+        text += severities[size_t(severity)];
         text += printable(problem.message).toUtf8();
         text += " [";
         text += textOf(problem.rule).id;

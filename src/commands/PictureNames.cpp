@@ -1,5 +1,7 @@
 #include "commands/PictureNames.h"
 
+#include <algorithm>
+
 namespace quillmere {
 
 namespace {
@@ -41,6 +43,8 @@ QString PictureNames::next(const QString &window)
 
 QString printable(QString text)
 {
+    if (std::none_of(text.cbegin(), text.cend(), obeyed))
+        return text;
     for (QChar &letter : text) {
         if (obeyed(letter))
             letter = u'?';

@@ -11,6 +11,9 @@ namespace quillmere {
 // The files of one folder in name order (ignoring case): names only, no folders, names beginning with a dot
 // too. A folder that cannot be listed has no files.
 QStringList filesOf(const QString &folder);
+// The same in the order of the system, which takes half the time.
+QStringList unsortedFilesOf(const QString &folder);
+void sortByName(QStringList &names);
 
 // A file list box: points at a folder and shows its files. The listing is made when it is first read, so a
 // loader may point the list at a thousand folders and pay for the last.

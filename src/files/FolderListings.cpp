@@ -12,6 +12,7 @@ QString FolderListings::find(const QString &path)
     if (listing->names.contains(name))
         return joinPath(listing->folder, name);
     std::call_once(listing->foldedOnce, [&] {
+        sortByName(listing->files);
         for (const QString &file : std::as_const(listing->files)) {
             const QString folded = file.toCaseFolded();
             if (!listing->folded.contains(folded))
@@ -34,7 +35,7 @@ std::shared_ptr<FolderListings::Listing> FolderListings::of(const QString &folde
     }
     std::call_once(listing->listed, [&] {
         listing->folder = findFolder(folder);
-        listing->files = filesOf(folder);
+        listing->files = unsortedFilesOf(folder);
         listing->names = QSet<QString>(listing->files.begin(), listing->files.end());
     });
     return listing;

@@ -13,6 +13,18 @@ inline void keepLargeTextsApart()
 {
 #ifdef __GLIBC__
     mallopt(M_MMAP_THRESHOLD, 1 << 18); // bytes; naming it also keeps it from growing
+    // Every thread would get a heap of its own and keep what it once needed; there are dozens of threads in
+    // the browser alone.
+    mallopt(M_ARENA_MAX, 2);
+#endif
+}
+
+// For the end of work that took much memory for a while, beside the window's thread: what lies between blocks
+// that are still in use is not given back to the system by itself.
+inline void giveMemoryBack()
+{
+#ifdef __GLIBC__
+    malloc_trim(0);
 #endif
 }
 

@@ -23,4 +23,14 @@ std::unique_ptr<QFile> openRegular(const QString &path, qint64 most, QString &re
 // The bytes; empty, with the reason, where they are not to be read.
 QByteArray readRegular(const QString &path, qint64 most, QString &reason, const Progress &progress = {});
 
+// What the system says of a file without opening it; of a link's target where it is a link.
+struct FileState
+{
+    qint64 bytes = 0;
+    qint64 changed = 0; // when it was written last; only to be compared
+    bool isLink = false;
+};
+// All 0 where there is no file.
+FileState stateOf(const QString &path);
+
 } // namespace quillmere

@@ -18,6 +18,7 @@ Range withoutBrackets(Range range, QStringView text)
 QList<Range> divided(Range range, QStringView text, QChar divider)
 {
     QList<Range> parts;
+    parts.reserve(4);
     qint32 start = range.start;
     for (qint32 at = range.start; at <= range.end; ++at) {
         if (at < range.end && text[at] != divider)

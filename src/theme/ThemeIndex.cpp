@@ -185,9 +185,14 @@ bool ThemeIndex::replace(qint32 file, const FoundNames &found, From from)
     const FileRole role = m_files.at(file).role;
     std::vector<Entry> entries = keptBeside(file, from);
     entries.reserve(entries.size() + found.names.size());
-    for (const FoundName &name : found.names)
-        entries.push_back({intern(name.kind, name.name), name.range, name.place.line, name.place.column,
-                           name.row, name.isDefinition});
+    const FoundName *last = nullptr;
+    for (const FoundName &name : found.names) {
+        // Most lists of colours say one three times.
+        const bool isSame = last && last->kind == name.kind && last->name == name.name;
+        entries.push_back({isSame ? entries.back().name : intern(name.kind, name.name), name.range,
+                           name.place.line, name.place.column, name.row, name.isDefinition});
+        last = &name;
+    }
     const Entries before = m_entries.at(file);
     put(file, std::move(entries));
     if (from == From::Text)

@@ -1,5 +1,7 @@
 #include "checks/forms/LiveCheck.h"
 
+#include "checks/Parallel.h"
+#include "files/Memory.h"
 #include "theme/forms/LiveIndex.h"
 
 #include <QCryptographicHash>
@@ -137,6 +139,7 @@ void LiveCheck::start(Extent extent)
                                             m_index.sharedIndex(), m_facts, m_all, m_pictures, m_ignored});
     const qint64 revision = m_index.revision();
     m_worker.start([this, work = std::move(work), revision, stop = m_stop.get_token()] {
+        giveWay();
         const QString openFile = work->openFile;
         const auto found = std::make_shared<Found>(find(*work, stop));
         const auto hand = [this, found, revision, openFile] { finish(found, revision, openFile); };
@@ -180,14 +183,19 @@ LiveCheck::Found LiveCheck::find(Work &work, const std::stop_token &stop)
         sortByPlace(all);
         found.all = std::make_shared<const QList<Problem>>(std::move(all));
     }
-    found.shown = std::make_shared<const QList<Problem>>(withoutIgnored(*found.all, work.ignored));
+    found.shown = work.ignored.isEmpty()
+                      ? found.all
+                      : std::make_shared<const QList<Problem>>(withoutIgnored(*found.all, work.ignored));
     for (const Problem &problem : *found.shown) {
         ++found.counts[size_t(problem.severity())];
         if (open && isOf(problem, *open) && !problem.range.isEmpty())
             found.open.append(problem);
     }
     found.isStopped = stop.stop_requested();
+    const bool isLarge = work.extent == Extent::Theme;
     work = Work(); // here, since it is not the window's thread that has to clear it away
+    if (isLarge)
+        giveMemoryBack();
     return found;
 }
 
