@@ -11,6 +11,7 @@ namespace quillmere {
 namespace {
 
 constexpr double kLeastPoints = 5, kStep = 0.5;
+constexpr int kBelowTabs = 16; // pixels, further down than any style draws a tab
 
 class NarrowTabs : public QProxyStyle
 {
@@ -75,10 +76,13 @@ void TabStrip::changeEvent(QEvent *event)
 
 void TabStrip::paintEvent(QPaintEvent *event)
 {
-    QTabBar::paintEvent(event);
+    const QRect selected = tabRect(currentIndex());
+    // What changes on a page is drawn on top of this, with each key; the tabs take longer than the key's
+    // line.
+    if (event->rect().top() <= selected.bottom() + kBelowTabs)
+        QTabBar::paintEvent(event);
     // The panel is drawn over the tabs: styles let the selected one reach further down than a tab alone
     // would.
-    const QRect selected = tabRect(currentIndex());
     QStylePainter painter(this);
     QStyleOptionTabWidgetFrame panel;
     panel.initFrom(this);

@@ -5,6 +5,7 @@
 #include "preview/forms/LateRender.h"
 #include "widgets/forms/SourceTab.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
@@ -63,12 +64,19 @@ public:
     QString html() const { return find<QWidget>("txtHtml")->property("plainText").toString(); }
 };
 
+// Those of a line, which are made when it is shown.
+QList<QTextLayout::FormatRange> coloursOf(const SourceBox &box, const QTextBlock &line)
+{
+    box.document()->documentLayout()->blockBoundingRect(line);
+    return line.layout()->formats();
+}
+
 // The colours of all lines.
 QList<QList<QTextLayout::FormatRange>> coloursOf(const SourceBox &box)
 {
     QList<QList<QTextLayout::FormatRange>> colours;
     for (QTextBlock line = box.document()->begin(); line.isValid(); line = line.next())
-        colours.append(line.layout()->formats());
+        colours.append(coloursOf(box, line));
     return colours;
 }
 
@@ -196,14 +204,14 @@ private slots:
         const QString text = largeText();
         const auto isColoured = [&](const SourceBox &coloured) {
             const QTextBlock line = coloured.document()->lastBlock().previous();
-            return !line.layout()->formats().isEmpty() && line.userState() >= 0;
+            return line.userState() >= 0 && !coloursOf(coloured, line).isEmpty();
         };
         box.setText(text);
         plain.setText(text);
         QVERIFY(QTest::qWaitFor([&] { return isColoured(box) && isColoured(plain); }, 20000));
         const QSignalSpy changed(&box, &SourceBox::changed);
-        const auto isComment = [](const QTextBlock &line) {
-            const auto formats = line.layout()->formats();
+        const auto isComment = [&](const QTextBlock &line) {
+            const auto formats = coloursOf(box, line);
             return formats.size() == 1 && formats[0].format.fontItalic();
         };
         const auto asComment = [&] { return isComment(box.document()->lastBlock().previous()); };
@@ -222,8 +230,8 @@ private slots:
         box.setText(text);
         box.rewrite(QString(text).replace(u"Text"_s, u"\"T"_s));
         plain.setText(QString(text).replace(u"Text"_s, u"\"T"_s));
-        QVERIFY(
-            QTest::qWaitFor([&] { return coloursOf(box) == coloursOf(plain) && isColoured(plain); }, 20000));
+        QVERIFY(QTest::qWaitFor([&] { return isColoured(box) && isColoured(plain); }, 20000));
+        QVERIFY(QTest::qWaitFor([&] { return coloursOf(box) == coloursOf(plain); }, 20000));
     }
 
     void cancelsScan()

@@ -3,6 +3,7 @@
 #include "source/forms/LineNumbers.h"
 #include "source/forms/SourceBox.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QApplication>
 #include <QClipboard>
 #include <QElapsedTimer>
@@ -58,7 +59,9 @@ public:
     }
     QList<QTextLayout::FormatRange> coloursOf(int line) const
     {
-        return document()->findBlockByNumber(line).layout()->formats();
+        const QTextBlock shown = document()->findBlockByNumber(line);
+        document()->documentLayout()->blockBoundingRect(shown); // a line is coloured when it is shown
+        return shown.layout()->formats();
     }
     LineNumbers *numbers() const
     {

@@ -14,6 +14,7 @@ Rendered renderPage(const RenderInput &input)
     rendered.widgets = drawWidgets(input.markup, input.GetImg, input.fonts);
     rendered.page =
         BuildPreviewPage(rendered.widgets.html, input.options, input.fontSize, rendered.widgets.blocks);
+    rendered.widgets.html.squeeze(); // it is kept, and was made with room to spare
     rendered.milliseconds = double(clock.nsecsElapsed()) / 1e6;
     return rendered;
 }

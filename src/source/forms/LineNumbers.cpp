@@ -28,7 +28,11 @@ int LineNumbers::widthNeeded() const
 
 void LineNumbers::setMarked(LineRange lines)
 {
+    const int caretLine = m_box->textCursor().blockNumber();
+    if (lines.first == m_marked.first && lines.last == m_marked.last && caretLine == m_caretLine)
+        return; // as with most keys
     m_marked = lines;
+    m_caretLine = caretLine;
     update();
 }
 
@@ -43,6 +47,8 @@ void LineNumbers::paintEvent(QPaintEvent *event)
             m_box->blockBoundingGeometry(block).translated(m_box->contentOffset()).toAlignedRect();
         if (line.top() > event->rect().bottom())
             break;
+        if (line.bottom() < event->rect().top())
+            continue;
         const int number = block.blockNumber();
         if (number >= m_marked.first && number <= m_marked.last)
             painter.fillRect(width() - kBar, line.top(), kBar, line.height(), colours.highlight());

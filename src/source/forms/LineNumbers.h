@@ -25,6 +25,7 @@ protected:
 private:
     SourceBox *m_box;
     LineRange m_marked;
+    int m_caretLine = -1; // when it was marked
 };
 
 } // namespace quillmere

@@ -5,13 +5,13 @@
 #include "source/forms/HeldText.h"
 #include "source/forms/LineNumbers.h"
 #include "source/forms/SourceHighlighter.h"
+#include "source/forms/SourceLayout.h"
 #include "source/forms/SourceMarks.h"
 
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPaintEvent>
-#include <QPlainTextDocumentLayout>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -36,7 +36,7 @@ QString withLineFeeds(const QString &text)
 ReadyText makeReady(const QString &text, const Progress &progress)
 {
     ReadyText ready{text, std::make_unique<QTextDocument>(), nullptr};
-    ready.document->setDocumentLayout(new QPlainTextDocumentLayout(ready.document.get()));
+    ready.document->setDocumentLayout(new SourceLayout(ready.document.get()));
     ready.document->setUndoRedoEnabled(false);
     ready.held = new HeldText(ready.document.get());
     const QString lines = withLineFeeds(text);

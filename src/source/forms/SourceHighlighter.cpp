@@ -1,6 +1,7 @@
 #include "source/forms/SourceHighlighter.h"
 
 #include "source/forms/HeldText.h"
+#include "source/forms/SourceLayout.h"
 
 #include <QElapsedTimer>
 #include <QScopedValueRollback>
@@ -8,6 +9,7 @@
 #include <QTextDocument>
 
 #include <algorithm>
+#include <optional>
 
 namespace quillmere {
 
@@ -15,21 +17,39 @@ namespace {
 
 constexpr qint64 kMostInPass = 8'000'000; // ns
 
-// A line keeps the state that it leaves to the next one.
-LineState stateOf(const QTextBlock &line)
+// A line keeps the state that it leaves to the next one, and whether it has been shown. A new one has -1.
+constexpr int kShown = 1 << 8;
+constexpr int kShownUnread = -2; // without a state yet
+
+bool isShown(const QTextBlock &line)
 {
-    return line.isValid() && line.userState() >= 0 ? LineState(line.userState()) : LineState::Text;
+    const int state = line.userState();
+    return state == kShownUnread || (state >= 0 && (state & kShown) != 0);
+}
+
+std::optional<LineState> knownState(const QTextBlock &line)
+{
+    return line.isValid() && line.userState() >= 0 ? std::optional(LineState(line.userState() & ~kShown))
+                                                   : std::nullopt;
 }
 
 } // namespace
 
 SourceHighlighter::SourceHighlighter(QTextDocument *document, const HeldText &held)
-    : QObject(document), m_document(document), m_held(held)
+    : QObject(document), m_document(document),
+      m_layout(static_cast<SourceLayout *>(document->documentLayout())), m_held(held)
 {
+    m_layout->setBeforeShown([this](const QTextBlock &line) { prepare(line); });
     m_next.setInterval(0);
     connect(&m_next, &QTimer::timeout, this, &SourceHighlighter::colourWaiting);
     connect(document, &QTextDocument::contentsChange, this, &SourceHighlighter::textChanged);
     setDark(false);
+}
+
+SourceHighlighter::~SourceHighlighter()
+{
+    if (m_layout)
+        m_layout->setBeforeShown({});
 }
 
 void SourceHighlighter::setDark(bool dark)
@@ -96,8 +116,20 @@ bool SourceHighlighter::colourStretch(Stretch &stretch, const QElapsedTimer &clo
 // Whether the line leaves another state to the next one than before.
 bool SourceHighlighter::colourLine(const QTextBlock &block)
 {
+    const LineState state = readLine(block);
+    if (isShown(block))
+        show(block);
+    if (knownState(block) == state)
+        return false;
+    QTextBlock(block).setUserState(int(state) | (isShown(block) ? kShown : 0));
+    return true;
+}
+
+// Sets m_ranges, and gives the state behind the line.
+LineState SourceHighlighter::readLine(const QTextBlock &block)
+{
     const QString line = block.text();
-    LineState state = stateOf(block.previous());
+    LineState state = knownState(block.previous()).value_or(LineState::Text);
     m_ranges.clear();
     qsizetype done = 0;
     for (qsizetype at = line.indexOf(QChar::ObjectReplacementCharacter); at >= 0;
@@ -107,11 +139,18 @@ bool SourceHighlighter::colourLine(const QTextBlock &block)
         done = at + 1;
     }
     colourPart(line, done, line.size(), state);
-    show(block);
-    if (block.userState() == int(state))
-        return false;
-    QTextBlock(block).setUserState(int(state));
-    return true;
+    return state;
+}
+
+void SourceHighlighter::prepare(const QTextBlock &line)
+{
+    // While a line is read, what it holds is looked for with a cursor, which lays the line out.
+    if (m_atWork || isShown(line))
+        return;
+    const QScopedValueRollback working(m_atWork, true);
+    QTextBlock(line).setUserState(line.userState() < 0 ? kShownUnread : line.userState() | kShown);
+    readLine(line);
+    show(line);
 }
 
 void SourceHighlighter::colourPart(QStringView line, qsizetype from, qsizetype to, LineState &state)
@@ -139,12 +178,8 @@ void SourceHighlighter::show(const QTextBlock &line)
                 m_ranges.append(range);
         }
     }
-    if (before == m_ranges)
-        return;
-    const bool isLaidOut = layout->lineCount() > 0;
-    layout->setFormats(m_ranges);
-    if (isLaidOut)
-        m_document->markContentsDirty(line.position(), line.length());
+    if (before != m_ranges)
+        m_layout->setFormats(line, m_ranges);
 }
 
 } // namespace quillmere

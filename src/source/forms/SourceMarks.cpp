@@ -88,7 +88,7 @@ void SourceMarks::show(const QList<SourceMark> &marks)
 
 void SourceMarks::follow(int from, int removed, int added)
 {
-    if (removed == added)
+    if (removed == added || m_marks.empty())
         return; // mostly colours
     const auto moved = [&](int position) {
         if (position <= from)

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QPlainTextDocumentLayout>
+#include <QTextLayout>
+
+#include <functional>
+
+class QTextBlock;
+
+namespace quillmere {
+
+// The layout of an editor's document, which tells when a line is about to be shown. A line that is laid out
+// keeps close to a kilobyte, and a window may have 100,000 of them, of which a person sees some hundred: what
+// only the looks of a line need is therefore not done before. And of a change, only its lines are drawn.
+class SourceLayout : public QPlainTextDocumentLayout
+{
+public:
+    using QPlainTextDocumentLayout::QPlainTextDocumentLayout;
+
+    // Called with a line before it is laid out, each time; without one where whoever is called goes.
+    void setBeforeShown(std::function<void(const QTextBlock &line)> prepare)
+    {
+        m_prepare = std::move(prepare);
+    }
+    // Gives the line its formats. Draws it again where it is laid out already.
+    void setFormats(const QTextBlock &line, const QList<QTextLayout::FormatRange> &formats);
+
+    QRectF blockBoundingRect(const QTextBlock &line) const override;
+
+protected:
+    void documentChanged(int from, int removed, int added) override;
+
+private:
+    std::function<void(const QTextBlock &line)> m_prepare;
+    int m_quietFrom = -1, m_quietLength = 0; // of a line whose formats change unseen
+    int m_lines = -1;                        // when the document told of a change last
+};
+
+} // namespace quillmere
