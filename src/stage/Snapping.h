@@ -48,8 +48,9 @@ Box constrained(const Box &before, const Box &sized, Qt::Edges edges);
 class Snapping
 {
 public:
-    // Of blocks in one another the outer is dragged; those that cannot be moved stay. What the first one's
-    // edges meet decides for all where there are several: `blocks` begins with the one that was pressed.
+    // Of blocks in one another the outer is dragged; those that cannot be moved stay. `blocks` begins with
+    // the one that was pressed: its siblings and its parent are what the box around all of them snaps to, and
+    // its numbers are those that the grid counts.
     Snapping(const Outline &outline, const QList<int> &blocks, const SnapTargets &targets = {});
 
     // Everything is asked for as from the beginning of the drag: `by` is the whole distance in screen pixels.
