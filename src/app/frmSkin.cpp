@@ -30,6 +30,7 @@
 #include "preview/forms/PreviewFrame.h"
 #include "source/forms/SourceBox.h"
 #include "stage/forms/Stage.h"
+#include "stage/forms/StageBar.h"
 #include "stage/forms/StageTools.h"
 #include "theme/forms/LiveIndex.h"
 #include "widgets/forms/SourceTab.h"
@@ -44,7 +45,6 @@
 #include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
-#include <QTextBlock>
 
 namespace quillmere {
 
@@ -142,6 +142,7 @@ void frmSkin::makeTabs()
                          *TabStrip4, int(frYt.indexOf(m_checks->tab)), m_talk});
     m_stage = new Stage(*m_sourceTab, *frmWb, *m_index, this);
     m_stageTools = new StageTools(*m_stage, *m_sourceTab, *frmWb, m_talk, *this);
+    new StageBar(*frmWb, [this](const QString &code) { return m_theme.colours.nameOf(code); });
     connectTabs();
 }
 
@@ -232,7 +233,7 @@ void frmSkin::resizeEvent(QResizeEvent *event)
     QMainWindow::resizeEvent(event);
     Form_Resize(toTwips(width()), toTwips(height()));
     if (event->spontaneous() && m_sinceTheme.isValid() && m_sinceTheme.elapsed() < kSettling)
-        frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
+        frmWb->startWith(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
 }
 
 void frmSkin::closeEvent(QCloseEvent *event)
@@ -315,7 +316,7 @@ void frmSkin::themeLoaded()
     m_langTab->showCatalogue();
     m_fontTab->showCatalogue(m_theme.fontFile.path(), m_theme.cbFont);
     m_keymapTab->showCatalogue();
-    frmWb->showScreen(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
+    frmWb->startWith(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
     m_recent->add(m_theme.folder());
     const QString news = m_keptRows->takeNews(), left = m_document->leftFromAnother(m_theme.folder());
     m_talk.say(tr("Theme opened: %1 windows, %2 images, %3 colours, %4 fonts. %5 %6")

@@ -16,14 +16,14 @@ QString untouchedScript()
 
 // The last refresh that a document is told of counts, and that to "about:blank" is the one navigation nobody
 // is asked about. Ours leads nowhere: the cell refuses it.
-QString writingScript(const QString &pageExpression, int number, bool scrollable)
+QString writingScript(const QString &pageExpression, int number, const PageView &view)
 {
     return u"(function(){var p=" + pageExpression +
            u",x=window.scrollX,y=window.scrollY;window.__pieces=[];document.open();document.write(p);"
            u"document.close();"
            u"if(/http-equiv/i.test(p)){var m=document.createElement('meta');m.httpEquiv='refresh';"
            u"m.content='0;url=quillmere:/';document.documentElement.appendChild(m);m.remove();}" +
-           overflowScript(scrollable) + u"if(x||y)window.scrollTo(x,y);window.__page=" +
+           (view.isPlain() ? QString() : viewScript(view)) + u"if(x||y)window.scrollTo(x,y);window.__page=" +
            QString::number(number) + u";return true;})()";
 }
 
@@ -58,12 +58,33 @@ bool bindsDocument(const QString &page)
     return page.contains(QLatin1String("http-equiv"), Qt::CaseInsensitive);
 }
 
-// The window of a page scrolls by the rule of its root element; without one there it goes by that of the
-// body, which is where pages forbid it.
-QString overflowScript(bool scrollable)
+// Opening the document for another page drops the sheet. With the size the page is laid out as it is when it
+// is plain, whatever room the browser has. What the root element overflows with is seen all the same.
+QString viewScript(const PageView &view)
 {
-    return QStringLiteral("document.documentElement.style.overflow='%1';")
-        .arg(scrollable ? QStringLiteral("auto") : QString());
+    if (view.isPlain())
+        return QStringLiteral("document.adoptedStyleSheets=[];");
+    constexpr double kPixelsFrom = 3; // above it the pixels of a picture are what one looks at
+    const QString rule =
+        QStringLiteral(
+            "html{transform-origin:0 0!important;transform:translate(%1px,%2px) scale(%3)!important;"
+            "width:%4px!important;height:%5px!important;%6}body{overflow:hidden!important}")
+            .arg(-view.pan.x())
+            .arg(-view.pan.y())
+            .arg(view.zoom, 0, 'f', 6)
+            .arg(view.size.width())
+            .arg(view.size.height())
+            .arg(view.zoom > kPixelsFrom ? QStringLiteral("image-rendering:pixelated!important;")
+                                         : QString());
+    return u"(function(){var s=document.adoptedStyleSheets[0];if(!s){s=new CSSStyleSheet();"
+           u"document.adoptedStyleSheets=[s];window.scrollTo(0,0);}s.replaceSync('" +
+           rule + u"');})();";
+}
+
+QString extentScript()
+{
+    return QStringLiteral("(function(){var e=document.documentElement;"
+                          "return JSON.stringify([e.scrollWidth,e.scrollHeight]);})()");
 }
 
 // Every div of ours is placed absolutely, so that the div around it is what its box is cut by.

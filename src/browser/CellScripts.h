@@ -1,5 +1,7 @@
 #pragma once
 
+#include "browser/PageView.h"
+
 #include <QJsonArray>
 #include <QString>
 
@@ -13,9 +15,9 @@ QString quoted(const QString &text);
 // Whether nothing has been written into the document: true or false.
 QString untouchedScript();
 
-// Writes the page into the document, where it replaces all there was, and keeps its number. The scroll
-// position stays.
-QString writingScript(const QString &pageExpression, int number, bool scrollable);
+// Writes the page into the document, where it replaces all there was, and keeps its number. It is seen first
+// as `view` says. The scroll position stays.
+QString writingScript(const QString &pageExpression, int number, const PageView &view);
 
 // Makes the changes of changesBetween() in the document of the page with the number `from`, which gets the
 // other. True when done; false, and nothing is changed, where the document is not what it should be.
@@ -25,8 +27,11 @@ QString patchingScript(const QJsonArray &changes, int from, int number);
 // it. True where the page's markup may do so.
 bool bindsDocument(const QString &page);
 
-// Lets what lies beyond the view be scrolled to, although the page itself forbids it.
-QString overflowScript(bool scrollable);
+// Shows the page like this. The document itself stays as it is: the rule lies in a style sheet beside it.
+QString viewScript(const PageView &view);
+
+// How far the page reaches, as it is laid out: width and height in pixels, as JSON.
+QString extentScript();
 
 // What stands where: for each div of the page, in order, its id and eight numbers: left, top, width and
 // height of its box, and of what the divs around it let be seen of it. Pixels of the page as it is laid out,

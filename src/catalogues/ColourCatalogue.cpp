@@ -45,6 +45,16 @@ QString ColourCatalogue::GetColor(const QString &NamaColor) const
     return row < 0 ? QString() : m_rows.sub(row, 2);
 }
 
+QString ColourCatalogue::nameOf(const QString &code) const
+{
+    for (const ListRows::Row &row : m_rows.rows()) {
+        QString name = row.sub(1), its = row.sub(2);
+        if (StripControlChars(its).compare(code, Qt::CaseInsensitive) == 0)
+            return StripControlChars(name);
+    }
+    return {};
+}
+
 QString ColourFileText(const ListRows &lvColor)
 {
     QString text =

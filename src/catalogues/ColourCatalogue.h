@@ -28,6 +28,9 @@ public:
     // The code of the first row with this name, both stripped of control characters, letter case minded;
     // empty when there is none. Constant time.
     QString GetColor(const QString &NamaColor) const;
+    // The name of the first row with this code, stripped; empty when there is none. Letter case does not
+    // matter.
+    QString nameOf(const QString &code) const;
 
     RowsDocument document;
 

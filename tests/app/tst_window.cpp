@@ -218,6 +218,7 @@ private slots:
     {
         for (const QSize screen : {QSize(1280, 720), QSize(1024, 576)}) {
             Window window;
+            window.skin->resize(1800, 900);
             writeTheme(window);
             window.write("theme/widget/widget.xml", QByteArray(kCatalogue)
                                                         .replace("1280", QByteArray::number(screen.width()))
@@ -413,6 +414,7 @@ private slots:
     {
         Window window;
         const auto *wb = window.find<QWidget>("wb");
+        window.skin->resize(1800, 900);
         openTheme(window);
         QCOMPARE(wb->size(), QSize(1280, 720));
         window.choose("mnuWwbZ3");

@@ -28,7 +28,8 @@ CellPage::CellPage(QWebEngineProfile *profile, QObject *parent) : QWebEnginePage
           QWebEngineSettings::HyperlinkAuditingEnabled, QWebEngineSettings::ErrorPageEnabled,
           QWebEngineSettings::FullScreenSupportEnabled, QWebEngineSettings::FocusOnNavigationEnabled,
           QWebEngineSettings::AutoLoadIconsForPage, QWebEngineSettings::PdfViewerEnabled,
-          QWebEngineSettings::NavigateOnDropEnabled, QWebEngineSettings::DnsPrefetchEnabled})
+          QWebEngineSettings::NavigateOnDropEnabled, QWebEngineSettings::DnsPrefetchEnabled,
+          QWebEngineSettings::ShowScrollBars}) // those around the browser do for all of the page
         settings()->setAttribute(off, false);
     settings()->setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
     connect(this, &QWebEnginePage::featurePermissionRequested, this,

@@ -10,6 +10,8 @@
 #include <QContextMenuEvent>
 #include <QDialog>
 #include <QDragEnterEvent>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QMetaMethod>
 #include <QPointer>
 #include <QWebEngineDownloadRequest>
@@ -106,6 +108,7 @@ WebBrowser::~WebBrowser()
 {
     // A dying page answers every script that is under way; nothing may come of it.
     ++m_writes;
+    m_ready = false;
     m_waiting.reset();
     stopPreparing();
     delete m_cell; // before its profile goes
@@ -116,14 +119,28 @@ void WebBrowser::setThemeFolder(const QString &folder)
     m_pictures->setThemeFolder(folder);
 }
 
-void WebBrowser::setScrollable(bool scrollable)
+void WebBrowser::setView(const PageView &view)
 {
-    if (m_scrollable == scrollable)
+    if (m_view == view)
         return;
-    m_scrollable = scrollable;
-    m_shown.reset(); // the root element has got an attribute
-    if (m_ready && !m_busy)
-        page()->runJavaScript(overflowScript(scrollable), QWebEngineScript::ApplicationWorld);
+    m_view = view;
+    showView();
+}
+
+// One at a time, so that a picture that is dragged is never behind by more than one.
+void WebBrowser::showView()
+{
+    if (!m_ready || m_viewing)
+        return;
+    m_viewing = true;
+    page()->runJavaScript(viewScript(m_view), QWebEngineScript::ApplicationWorld,
+                          [self = QPointer(this), sent = m_view](const QVariant &) {
+                              if (!self)
+                                  return;
+                              self->m_viewing = false;
+                              if (self->m_view != sent)
+                                  self->showView();
+                          });
 }
 
 void WebBrowser::beginDocument()
@@ -209,7 +226,7 @@ void WebBrowser::bring(const QString &text)
     if (changes)
         put(patchingScript(*changes, m_writes, number), Way::Patch);
     else
-        put(writingScript(quoted(text), number, m_scrollable), Way::Anew);
+        put(writingScript(quoted(text), number, m_view), Way::Anew);
 }
 
 void WebBrowser::startPieces()
@@ -243,7 +260,7 @@ void WebBrowser::putPieces()
 {
     const QString sent = std::exchange(m_sent, {});
     stopPreparing();
-    put(writingScript(QStringLiteral("window.__pieces.join('')"), m_writes + 1, m_scrollable), Way::Anew);
+    put(writingScript(QStringLiteral("window.__pieces.join('')"), m_writes + 1, m_view), Way::Anew);
     if (m_patching && m_current.size() <= kMostPatched)
         m_shown = PageTree::read(sent);
 }
@@ -294,6 +311,16 @@ void WebBrowser::findPlaces(const std::function<void(const QList<PagePlace> &)> 
                           });
 }
 
+void WebBrowser::findExtent(const std::function<void(QSize)> &use)
+{
+    page()->runJavaScript(extentScript(), QWebEngineScript::ApplicationWorld,
+                          [use, number = m_writes, self = QPointer(this)](const QVariant &answer) {
+                              const QJsonArray size = QJsonDocument::fromJson(answer.toByteArray()).array();
+                              if (self && number == self->m_writes)
+                                  use(QSize(size.at(0).toInt(), size.at(1).toInt()));
+                          });
+}
+
 void WebBrowser::pollDrawn()
 {
     const int number = m_writes;
@@ -316,7 +343,7 @@ void WebBrowser::forgetWrite()
     ++m_writes; // whatever was under way is not going to answer
     stopPreparing();
     m_shown.reset();
-    m_ready = m_busy = m_overdue = false;
+    m_ready = m_busy = m_overdue = m_viewing = false;
     m_patience.stop();
 }
 

@@ -2,6 +2,7 @@
 
 #include "browser/PagePlace.h"
 #include "browser/PageTree.h"
+#include "browser/PageView.h"
 #include "browser/PictureUrls.h"
 
 #include <QTimer>
@@ -45,8 +46,11 @@ public:
     void setPatching(bool patching) { m_patching = patching; }
     // How long the renderer may take for a page, ms.
     void setPatience(int milliseconds) { m_patience.setInterval(milliseconds); }
-    // Whether what lies beyond the view can be scrolled to, although the page itself forbids it.
-    void setScrollable(bool scrollable);
+    // How this page and those after it are shown.
+    void setView(const PageView &view);
+    // Asks how far the page reaches as it is laid out, pixels. No answer where it has been written over by
+    // then.
+    void findExtent(const std::function<void(QSize extent)> &use);
     // Asks where the divs of the page are. The answer is empty where the page has been written over by then.
     void findPlaces(const std::function<void(const QList<PagePlace> &places)> &use);
     bool isBusy() const { return m_busy || m_waiting.has_value(); }
@@ -80,6 +84,7 @@ private:
     void put(const QString &script, Way way);
     void stopPreparing();
     void forgetWrite();
+    void showView();
     void pollDrawn();
     void onPatienceEnded();
     void onTerminated();
@@ -94,7 +99,8 @@ private:
     bool m_busy = false;
     bool m_overdue = false; // the page under way has used up the patience
     QTimer m_patience;
-    bool m_scrollable = false;
+    PageView m_view;
+    bool m_viewing = false; // a change of it is under way
     int m_deaths = 0;
     int m_writes = 0;
     std::optional<QString> m_waiting;

@@ -3,11 +3,11 @@
 #include "browser/forms/WebBrowser.h"
 #include "controls/Commands.h"
 #include "controls/Twips.h"
+#include "preview/Zoom.h"
+#include "preview/forms/PreviewArea.h"
+#include "preview/forms/ViewInput.h"
 
 #include <QAction>
-#include <QChildEvent>
-#include <QCoreApplication>
-#include <QScrollArea>
 
 namespace quillmere {
 
@@ -19,31 +19,38 @@ constexpr int kTop = 18;    // pixels
 } // namespace
 
 PreviewFrame::PreviewFrame(QWidget *parent)
-    : CaptionBox(QStringLiteral("frmWb"), parent), wb(new WebBrowser), m_scroll(new QScrollArea(this))
+    : CaptionBox(QStringLiteral("frmWb"), parent), wb(new WebBrowser), m_area(new PreviewArea(*wb, this)),
+      m_input(new ViewInput(*wb, *m_area, this))
 {
     wb->setObjectName(QStringLiteral("wb"));
     wb->setAccessibleName(tr("Preview"));
     wb->setFocusPolicy(Qt::ClickFocus);
-    m_scroll->setObjectName(QStringLiteral("previewScroll"));
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setBackgroundRole(QPalette::Mid);
-    m_scroll->setWidgetResizable(false);
-    m_scroll->setWidget(wb);
-    // The wheel goes to a child that the browser makes when it first needs it.
-    wb->installEventFilter(this);
-    for (QObject *child : wb->children())
-        child->installEventFilter(this);
+    m_area->setObjectName(QStringLiteral("previewScroll"));
+    connect(m_area, &PreviewArea::viewChanged, this, &PreviewFrame::viewChanged);
+    connect(m_area, &PreviewArea::zoomChanged, this, &PreviewFrame::askExtent);
+    connect(wb, &WebBrowser::written, this, &PreviewFrame::askExtent);
+    connect(m_input, &ViewInput::pointerMoved, this, &PreviewFrame::pointerMoved);
+    connect(m_input, &ViewInput::zoomTurned, this, &PreviewFrame::stepZoom);
+
+    const auto add = [this](const char *name, const QString &text, const QList<QKeySequence> &keys,
+                            const std::function<void()> &command) {
+        auto *action = new QAction(text, this);
+        action->setObjectName(QLatin1String(name));
+        action->setShortcuts(keys);
+        connect(action, &QAction::triggered, this, command);
+        addAction(action);
+    };
+    add("zoomIn", tr("Zoom In"), {Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal},
+        [this] { stepZoom(1); });
+    add("zoomOut", tr("Zoom Out"), {Qt::CTRL | Qt::Key_Minus}, [this] { stepZoom(-1); });
+    add("zoomActual", tr("100 %"), {Qt::CTRL | Qt::Key_0}, [this] { setZoom(1); });
+    add("zoomFit", tr("Fit"), {Qt::CTRL | Qt::Key_9}, [this] { fit(); });
 }
 
-bool PreviewFrame::eventFilter(QObject *watched, QEvent *event)
+// The browser is told that the pointer has left while it goes; nobody must ask it for anything then.
+PreviewFrame::~PreviewFrame()
 {
-    if (event->type() == QEvent::ChildAdded)
-        static_cast<QChildEvent *>(event)->child()->installEventFilter(this);
-    if (event->type() == QEvent::Wheel && m_fixed && wb->size() != m_scroll->size()) {
-        QCoreApplication::sendEvent(m_scroll->viewport(), event);
-        return true;
-    }
-    return CaptionBox::eventFilter(watched, event);
+    delete m_input;
 }
 
 void PreviewFrame::addCommands(Commands &menu)
@@ -62,30 +69,82 @@ void PreviewFrame::addCommands(Commands &menu)
 void PreviewFrame::setFrameSize(int width, int height)
 {
     resize(toPixels(width), toPixels(height));
-    m_scroll->setGeometry(kLeft, kTop, toPixels(width - kSide), toPixels(height - kAbove));
-    wb->resize(m_scroll->size());
-    // The browser now is as large as the frame; where that is smaller than the screen, the page scrolls in
-    // it.
-    const TwipSize screen = browserSize(m_screen, true);
-    wb->setScrollable(wb->width() < toPixels(screen.width) || wb->height() < toPixels(screen.height));
+    m_area->setRoom({kLeft, kTop, toPixels(width - kSide), toPixels(height - kAbove)});
 }
 
-QPointF PreviewFrame::toPage(QPointF point) const
+QSize PreviewFrame::pageSize() const
 {
-    return point + wb->page()->scrollPosition();
+    const TwipSize size = browserSize(m_screen, m_fixed);
+    return {toPixels(size.width), toPixels(size.height)};
 }
 
-QPointF PreviewFrame::fromPage(QPointF point) const
+QSize PreviewFrame::screenSize() const
 {
-    return point - wb->page()->scrollPosition();
+    const TwipSize size = browserSize(m_screen, true);
+    return {toPixels(size.width), toPixels(size.height)};
 }
 
 void PreviewFrame::showScreen(Screen screen)
 {
-    const TwipSize size = browserSize(screen, m_fixed);
     m_screen = screen;
-    wb->setScrollable(false);
-    wb->resize(toPixels(size.width), toPixels(size.height));
+    m_area->showWhole(pageSize());
+}
+
+void PreviewFrame::startWith(Screen screen)
+{
+    m_screen = screen;
+    m_area->showFitting(pageSize());
+}
+
+// Only a page that is not cut off at the screen reaches beyond it.
+void PreviewFrame::askExtent()
+{
+    if (m_fixed)
+        return;
+    wb->findExtent([this](QSize extent) {
+        if (!m_fixed)
+            m_area->setExtent(extent);
+    });
+}
+
+QPointF PreviewFrame::toPage(QPointF point) const
+{
+    return m_area->toPage(point);
+}
+
+QPointF PreviewFrame::fromPage(QPointF point) const
+{
+    return m_area->fromPage(point);
+}
+
+double PreviewFrame::zoom() const
+{
+    return m_area->zoom();
+}
+
+bool PreviewFrame::isFitted() const
+{
+    return m_area->isFitted();
+}
+
+void PreviewFrame::setZoom(double zoom)
+{
+    m_area->zoomTo(zoom, m_input->pointer().value_or(m_area->middle()));
+}
+
+void PreviewFrame::stepZoom(int by)
+{
+    setZoom(nextZoom(zoom(), by));
+}
+
+void PreviewFrame::fit()
+{
+    m_area->fit();
+}
+
+void PreviewFrame::pan(QPoint by)
+{
+    m_area->pan(by);
 }
 
 } // namespace quillmere

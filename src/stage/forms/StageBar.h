@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+
+#include <functional>
+
+class QComboBox;
+class QLabel;
+
+namespace quillmere {
+
+class PreviewFrame;
+class Swatch;
+
+// The line below the picture: its scale, where the pointer is, and the colour there.
+class StageBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // `nameOf` knows the name that a colour's code, "#rrggbb", has; empty for none.
+    StageBar(PreviewFrame &frame, std::function<QString(const QString &code)> nameOf);
+
+protected:
+    // Keeps its place below the frame; a click on the colour copies its code.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void layOut();
+    void choose(int index);
+    void showZoom();
+    void showPointer(QPointF point);
+    void showPixel();
+
+    PreviewFrame &m_frame;
+    std::function<QString(const QString &)> m_nameOf;
+    QComboBox *cboZoom;
+    QLabel *lblPointer;
+    Swatch *m_chip;
+    QLabel *lblPixel;
+    QTimer m_soon;  // the colour is looked for when the pointer comes to rest
+    QPoint m_point; // of the browser
+    QString m_code;
+};
+
+} // namespace quillmere
