@@ -104,6 +104,7 @@ constexpr Item kItems[] = {
     {"mnuVCompare", "mnuVPaste", "&Paste"},
     {"mnuView", "hrLink", "", Kind::Separator},
     {"mnuView", "mnuLink", "Link", Kind::Check},
+    {"mnuView", "mnuRulers", "&Rulers", Kind::Check},
 
     {nullptr, "mnuAbout", "&About"},
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "stage/forms/BlockLink.h"
+#include "stage/forms/Rulers.h"
 
 namespace quillmere {
 
@@ -20,6 +21,7 @@ public:
 private:
     QWidget &m_window;
     BlockLink m_link;
+    Rulers m_rulers;
 };
 
 } // namespace quillmere
