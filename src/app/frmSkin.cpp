@@ -29,6 +29,7 @@
 #include "naming/forms/SourceHelp.h"
 #include "preview/forms/PreviewFrame.h"
 #include "source/forms/SourceBox.h"
+#include "stage/forms/Picture.h"
 #include "stage/forms/Stage.h"
 #include "stage/forms/StageBar.h"
 #include "stage/forms/StageTools.h"
@@ -143,6 +144,7 @@ void frmSkin::makeTabs()
     m_stage = new Stage(*m_sourceTab, *frmWb, *m_index, this);
     m_stageTools = new StageTools(*m_stage, *m_sourceTab, *frmWb, m_talk, *this);
     new StageBar(*frmWb, [this](const QString &code) { return m_theme.colours.nameOf(code); });
+    m_picture = new Picture(*m_stage, *m_sourceTab, *frmWb, m_talk, this);
     connectTabs();
 }
 
@@ -158,6 +160,13 @@ void frmSkin::connectTabs()
             [this] { BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
     connect(&m_names->editing, &ThemeEditing::othersChanged, this,
             [this] { m_sourceTab->BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
+    connect(&m_picture->commands, &PictureCommands::sourceWanted, this,
+            [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); });
+    connect(m_picture, &Picture::blockOpened, this, [this](int row) {
+        const ListRows &blocks = m_sourceTab->blocks;
+        if (row < blocks.count())
+            emit m_sourceTab->blockOpened(blocks.sub(row, 1), blocks.text(row), row);
+    });
     connect(TabStrip4, &TabStrip::currentChanged, this, &frmSkin::TabStrip4_Click);
     connect(TabStrip4, &TabStrip::tabBarClicked, this, [this](int index) {
         if (index == TabStrip4->currentIndex())

@@ -111,7 +111,7 @@ WebBrowser::~WebBrowser()
     m_ready = false;
     m_waiting.reset();
     stopPreparing();
-    delete m_cell; // before its profile goes
+    delete std::exchange(m_cell, nullptr); // before its profile goes
 }
 
 void WebBrowser::setThemeFolder(const QString &folder)
@@ -305,7 +305,7 @@ void WebBrowser::findPlaces(const std::function<void(const QList<PagePlace> &)> 
 {
     page()->runJavaScript(placesScript(), QWebEngineScript::ApplicationWorld,
                           [number = m_writes, use, self = QPointer(this)](const QVariant &answer) {
-                              if (self)
+                              if (self && self->m_cell)
                                   use(number == self->m_writes ? placesOf(answer.toString())
                                                                : QList<PagePlace>());
                           });

@@ -64,7 +64,7 @@ void endStep(QTextCursor &edit)
     edit.endEditBlock();
 }
 
-void applyChanges(HeldText &held, const QString &now, const QList<TextChange> &changes)
+void applyChanges(HeldText &held, const QString &now, const QList<TextChange> &changes, bool joins)
 {
     const std::vector<HeldText::Place> places = held.places();
     QList<Edit> edits = wholeObjects(places, now, changes);
@@ -80,7 +80,10 @@ void applyChanges(HeldText &held, const QString &now, const QList<TextChange> &c
         edit.end = inDocument(edit.end);
     }
     QTextCursor edit(held.document());
-    edit.beginEditBlock();
+    if (joins)
+        edit.joinPreviousEditBlock();
+    else
+        edit.beginEditBlock();
     QTextCursor last(held.document());
     last.setPosition(edits.isEmpty() ? 0 : int(edits.last().end));
     for (auto next = edits.crbegin(); next != edits.crend(); ++next) {

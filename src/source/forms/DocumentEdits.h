@@ -12,8 +12,9 @@ class HeldText;
 // follow each other, but none to a removal.
 void endStep(QTextCursor &edit);
 
-// Makes the changes of a text (see HeldText::text()) in its document, as one undo step.
-void applyChanges(HeldText &held, const QString &now, const QList<TextChange> &changes);
+// Makes the changes of a text (see HeldText::text()) in its document, as one undo step, or as part of the
+// last one.
+void applyChanges(HeldText &held, const QString &now, const QList<TextChange> &changes, bool joins = false);
 
 // Moves the lines of the selection by `blanks` to the right or, as far as they begin with blanks, to the
 // left, as one undo step. They stay selected.

@@ -135,7 +135,7 @@ void SourceBox::takeDocument(ReadyText ready)
     takePaletteColours();
 }
 
-void SourceBox::rewrite(const QString &text, Keyboard keyboard)
+void SourceBox::rewrite(const QString &text, Keyboard keyboard, Step step)
 {
     const QString now = m_held->text();
     const QString next = withLineFeeds(text);
@@ -145,13 +145,17 @@ void SourceBox::rewrite(const QString &text, Keyboard keyboard)
     const qsizetype caret = caretAfter(changes, now, m_held->fromDocument(textCursor().position()));
     const int scrolled = verticalScrollBar()->value();
     const QScopedValueRollback rewriting(m_rewriting, true);
-    applyChanges(*m_held, now, changes);
+    const bool joins = step == Step::OfLast && m_rewritten == m_revision;
+    if (joins)
+        m_commands.remove(document()->availableUndoSteps());
+    applyChanges(*m_held, now, changes, joins);
     showHidden({caret});
     QTextCursor back = textCursor();
     back.setPosition(m_held->toDocument(caret));
     setTextCursor(back);
     verticalScrollBar()->setValue(scrolled);
     m_commands.insert(document()->availableUndoSteps());
+    m_rewritten = m_revision;
     if (keyboard == Keyboard::Taken && window()->isActiveWindow())
         setFocus();
 }
@@ -272,11 +276,23 @@ bool SourceBox::stepQuietly(QKeyEvent *event)
     const bool undoes = event->matches(QKeySequence::Undo);
     if (!undoes || !m_commands.contains(document()->availableUndoSteps()))
         return false;
+    stepBack();
+    event->accept();
+    return true;
+}
+
+void SourceBox::stepBack()
+{
     const int scrolled = verticalScrollBar()->value();
     document()->undo(); // with a cursor it would end up where the first change was
     verticalScrollBar()->setValue(scrolled);
-    event->accept();
-    return true;
+}
+
+void SourceBox::stepForward()
+{
+    const int scrolled = verticalScrollBar()->value();
+    document()->redo();
+    verticalScrollBar()->setValue(scrolled);
 }
 
 void SourceBox::inputMethodEvent(QInputMethodEvent *event)

@@ -45,10 +45,15 @@ public:
     // The same document, rewritten by a command: one undo step, the caret stays at its place in the text.
     // The box takes the keyboard, so that Ctrl+Z takes the step back, unless it stays where it is.
     enum class Keyboard { Taken, Stays };
-    void rewrite(const QString &text, Keyboard keyboard = Keyboard::Taken);
+    // A step of the last one is undone with it; that must be a rewrite, and nothing may have changed since.
+    enum class Step { Own, OfLast };
+    void rewrite(const QString &text, Keyboard keyboard = Keyboard::Taken, Step step = Step::Own);
     // The same for a stretch of text() that something the person takes stands for: the caret goes to `caret`
     // in the text that comes of it. To all that listens it is a key.
     void replace(qsizetype start, qsizetype length, const QString &with, qsizetype caret);
+    // Undo and redo for whoever does not type: the caret stays at its place and the view where it is.
+    void stepBack();
+    void stepForward();
     // A number that each change of the text makes another.
     qint64 revision() const { return m_revision; }
     // True while a key (of the keyboard or of an input method) is being handled: the next one waits for all
@@ -108,7 +113,8 @@ private:
     // Undoing a command leaves the caret and the view where they are.
     bool stepQuietly(QKeyEvent *event);
 
-    QSet<int> m_commands; // the undo steps that commands made
+    QSet<int> m_commands;    // the undo steps that commands made
+    qint64 m_rewritten = -1; // revision that the last rewrite left
     bool m_typing = false, m_rewriting = false;
     qint64 m_revision = 0;
     mutable QString m_text; // what the document is, where m_isText

@@ -2,7 +2,6 @@
 
 #include "browser/forms/WebBrowser.h"
 #include "preview/forms/PreviewFrame.h"
-#include "source/forms/SourceBox.h"
 #include "stage/BlockPlaces.h"
 #include "stage/RectChanges.h"
 #include "theme/forms/LiveIndex.h"
@@ -107,19 +106,22 @@ void Stage::askPlaces()
     });
 }
 
-bool Stage::write(const QList<TextChange> &changes, qint64 revision, const QList<int> &selected)
+bool Stage::write(const QList<TextChange> &changes, qint64 revision, const QList<int> &selected,
+                  SourceBox::Step step)
 {
     if (revision != this->revision())
         return false;
+    const QList<int> next = selected; // it may be the present selection itself
     if (changes.isEmpty()) {
         endTrying();
     } else {
         SourceBox &source = *m_tab.txtSnippet;
-        source.rewrite(withChanges(source.text(), changes), SourceBox::Keyboard::Stays);
+        source.rewrite(withChanges(source.text(), changes), SourceBox::Keyboard::Stays, step);
         m_selectedIn = -1; // the rows before say nothing of those after
-        m_selection.clear();
+        if (!std::exchange(m_selection, {}).isEmpty() && next.isEmpty())
+            emit selectionChanged(By::Picture);
     }
-    select(selected, By::Picture);
+    select(next, By::Picture);
     return true;
 }
 

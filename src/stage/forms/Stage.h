@@ -2,6 +2,7 @@
 
 #include "outline/Outline.h"
 #include "source/TextChanges.h"
+#include "source/forms/SourceBox.h"
 #include "stage/Hits.h"
 
 #include <QObject>
@@ -44,7 +45,8 @@ public:
 
     // Writes into the source box, as one step that can be undone. Afterwards these rows are selected. False,
     // and nothing is written, where the changes are of another revision.
-    bool write(const QList<TextChange> &changes, qint64 revision, const QList<int> &selected);
+    bool write(const QList<TextChange> &changes, qint64 revision, const QList<int> &selected,
+               SourceBox::Step step = SourceBox::Step::Own);
     // Draws the page of the text with the changes and leaves the text as it is. One page is under way at a
     // time, and of those asked for meanwhile only the newest is drawn. False as above.
     bool tryOut(const QList<TextChange> &changes, qint64 revision);

@@ -18,6 +18,8 @@
 #include <QGuiApplication>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 namespace quillmere {
 
 namespace {
@@ -46,7 +48,7 @@ SourceTab::SourceTab(std::function<ImageLookup()> pictures, const ListRows &font
       m_work(
           kMostInKey, [this] { draw(txtSnippet->text()); },
           [this] {
-              m_trying = false;
+              m_tried.reset();
               m_late.start(inputOf(txtSnippet->text()));
           })
 {
@@ -135,13 +137,23 @@ void SourceTab::BuildWidgetHtml(const QString &markup)
 
 void SourceTab::tryOut(const QString &markup)
 {
+    catchUp();
+    const qint64 revision = markup == txtSnippet->text() ? txtSnippet->revision() : -1;
     if (markup.size() <= kLarge) {
-        draw(markup);
+        m_late.giveUp();
+        showTried(renderPage(inputOf(markup)), revision);
         return;
     }
-    m_work.forget();
-    m_trying = markup != txtSnippet->text();
+    m_tried = revision;
     m_late.start(inputOf(markup));
+}
+
+void SourceTab::showTried(const Rendered &rendered, qint64 revision)
+{
+    m_pageRevision = revision;
+    const bool hides = std::ranges::any_of(blocks.rows(), &ListRows::Row::checked);
+    emit pageReady(hides ? BuildPreviewPage(rendered.widgets.html, options, defaultFontSize(m_fonts), blocks)
+                         : rendered.page);
 }
 
 void SourceTab::draw(const QString &markup)
@@ -171,9 +183,13 @@ void SourceTab::show(const Rendered &rendered, qint64 revision)
 
 void SourceTab::showLate(const Rendered &rendered)
 {
+    if (m_tried) {
+        showTried(rendered, m_late.isBusy() ? -1 : *m_tried);
+        return;
+    }
     QElapsedTimer clock;
     clock.start();
-    const bool isOfText = !m_late.isBusy() && !m_trying;
+    const bool isOfText = !m_late.isBusy();
     show(rendered, isOfText ? txtSnippet->revision() : -1);
     m_work.measured(rendered.milliseconds + double(clock.nsecsElapsed()) / 1e6,
                     txtSnippet->document()->characterCount());

@@ -29,7 +29,8 @@ public:
     void addCommands(Commands &menu);
     // Draws markup without changing the source box: refills lvBlock and txtHtml and shows the page.
     void BuildWidgetHtml(const QString &markup);
-    // The same for a text that is about to become that of the source box; lvBlock keeps its place.
+    // Shows the page of a text that is about to become that of the source box, or may; lvBlock and txtHtml
+    // stay, and with them the ticks.
     void tryOut(const QString &markup);
     // SourceBox::revision() of the text that pageReady() was last sent for; -1 where that was no text of the
     // source box.
@@ -73,6 +74,7 @@ private:
     void draw(const QString &markup);
     void show(const Rendered &rendered, qint64 revision);
     void showLate(const Rendered &rendered);
+    void showTried(const Rendered &rendered, qint64 revision);
     // True where it had to draw.
     bool catchUp();
     void blockTicked(int row);
@@ -94,7 +96,8 @@ private:
     LateRender m_late{this};
     LateWork m_work; // the page of the text
     qint64 m_pageRevision = -1;
-    bool m_trying = false; // what is made late is of a text that is tried out
+    // What is made late is of a text that is tried out, or of the text after one.
+    std::optional<qint64> m_tried;
     bool m_behind = false;
     bool m_saidBehind = false; // which is for a pause, not for the moment that a page is being made
     bool m_listing = false, m_opening = false;

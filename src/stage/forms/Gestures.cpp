@@ -1,0 +1,454 @@
+#include "stage/forms/Gestures.h"
+
+#include "asking/Talk.h"
+#include "browser/forms/WebBrowser.h"
+#include "preview/forms/PreviewFrame.h"
+#include "stage/Handles.h"
+#include "stage/forms/StageOverlay.h"
+
+#include <QApplication>
+#include <QScopedValueRollback>
+
+namespace quillmere {
+
+namespace {
+
+constexpr double kSnap = 6; // pixels of the glass
+
+Qt::CursorShape cursorOf(Qt::Edges edges)
+{
+    switch (edges.toInt()) {
+    case Qt::LeftEdge | Qt::TopEdge:
+    case Qt::RightEdge | Qt::BottomEdge:
+        return Qt::SizeFDiagCursor;
+    case Qt::RightEdge | Qt::TopEdge:
+    case Qt::LeftEdge | Qt::BottomEdge:
+        return Qt::SizeBDiagCursor;
+    case Qt::LeftEdge:
+    case Qt::RightEdge:
+        return Qt::SizeHorCursor;
+    case Qt::TopEdge:
+    case Qt::BottomEdge:
+        return Qt::SizeVerCursor;
+    default:
+        return Qt::ArrowCursor;
+    }
+}
+
+QString numbersOf(const Box &box)
+{
+    return QStringLiteral("%1, %2, %3, %4").arg(box.x).arg(box.y).arg(box.w).arg(box.h);
+}
+
+} // namespace
+
+Gestures::Gestures(Stage &stage, PreviewFrame &frame, StageOverlay &overlay, Talk &talk, QObject *parent)
+    : QObject(parent), m_stage(stage), m_frame(frame), m_overlay(overlay), m_talk(talk)
+{
+    connect(&stage, &Stage::selectionChanged, this, &Gestures::refresh);
+    connect(&stage, &Stage::placesChanged, this, &Gestures::refresh);
+    connect(&stage, &Stage::textChanged, this, &Gestures::textChanged);
+}
+
+QList<int> Gestures::blocksUnder(QPointF at)
+{
+    const QList<Place> *places = m_stage.places();
+    return places ? blocksAt(*places, m_frame.toPage(at)) : QList<int>();
+}
+
+void Gestures::textChanged()
+{
+    m_round.end();
+    if (m_isWriting || m_doing == Doing::Nothing)
+        return;
+    m_doing = Doing::Over; // what it would write is of the text before
+    Sketch sketch = m_overlay.sketch();
+    sketch.band.reset();
+    sketch.guides.clear();
+    m_overlay.draw(sketch);
+}
+
+void Gestures::insertNext(NewBlock kind)
+{
+    m_insert = kind;
+    m_talk.say(tr("Draw the place of the new block with the mouse; Esc gives it up."));
+    showCursor();
+}
+
+void Gestures::press(const Pointer &pointer)
+{
+    m_press = pointer;
+    m_pointer = pointer.at;
+    m_from = m_frame.toPage(pointer.at);
+    m_under = blocksUnder(pointer.at);
+    m_edges = m_insert ? Qt::Edges() : handleUnder(pointer.at);
+    m_revision = m_stage.revision();
+    m_doing = Doing::Pressed;
+}
+
+void Gestures::move(const Pointer &pointer)
+{
+    m_pointer = pointer.at;
+    if (m_doing == Doing::Pressed &&
+        (pointer.at - m_press.at).manhattanLength() >= QApplication::startDragDistance())
+        begin();
+    if (isUnderWay())
+        step(pointer, false);
+    else
+        refresh();
+}
+
+void Gestures::release(const Pointer &pointer)
+{
+    if (m_doing == Doing::Pressed)
+        move(pointer);
+    const Doing done = m_doing;
+    if (done == Doing::Pressed)
+        click(pointer);
+    else if (isUnderWay())
+        step(pointer, true);
+    m_doing = Doing::Nothing;
+    m_snapping.reset();
+    m_now = {};
+    if (done != Doing::Moving && done != Doing::Sizing)
+        refresh();
+    showCursor();
+}
+
+bool Gestures::cancel()
+{
+    const bool inserts = m_insert.has_value();
+    m_insert.reset();
+    if (!isUnderWay())
+        return inserts;
+    m_doing = Doing::Over;
+    m_stage.endTrying();
+    Sketch sketch = m_overlay.sketch();
+    for (qsizetype i = 0; i < m_dragged.size() && i < sketch.selected.size(); ++i)
+        sketch.selected[i] = m_dragged[i].place;
+    sketch.band.reset();
+    sketch.guides.clear();
+    sketch.label.clear();
+    m_overlay.draw(sketch);
+    return true;
+}
+
+void Gestures::leave()
+{
+    m_pointer.reset();
+    if (!isUnderWay())
+        refresh();
+}
+
+// ---- clicks
+
+ClickRound::Click Gestures::clickAt(const Pointer &pointer, const QList<int> &blocks)
+{
+    const bool isQuick = pointer.time > 0 && m_lastClick > 0 && pointer.time >= m_lastClick &&
+                         pointer.time - m_lastClick < quint64(QApplication::doubleClickInterval());
+    return {pointer.at, m_revision, blocks, m_stage.selection(), isQuick};
+}
+
+void Gestures::click(const Pointer &pointer)
+{
+    if (m_insert || m_revision != m_stage.revision())
+        return;
+    const Qt::KeyboardModifiers held = m_press.modifiers & (Qt::ControlModifier | Qt::ShiftModifier);
+    const ClickRound::Click found = clickAt(m_press, m_under);
+    const int seen = m_under.value(0, -1);
+    QList<int> next = m_stage.selection();
+    if (held == (Qt::ControlModifier | Qt::ShiftModifier)) {
+        const bool climbs = m_round.isAt(found) && next.size() == 1;
+        const int parent = parentOf(m_stage.outline(), climbs ? next.first() : seen);
+        if (parent >= 0) {
+            next = {parent};
+            m_round.jump(found, parent);
+        }
+    } else if (held != Qt::NoModifier) {
+        if (seen >= 0 && !next.removeOne(seen))
+            next.append(seen);
+    } else {
+        const int block = m_round.clicked(found);
+        next = block < 0 ? QList<int>() : QList<int>{block};
+    }
+    m_lastClick = pointer.time;
+    m_stage.select(next, Stage::By::Picture);
+}
+
+void Gestures::doubleClick(const Pointer &pointer)
+{
+    m_revision = m_stage.revision();
+    m_doing = Doing::Over; // until the button is let go
+    const int block = m_round.doubleClicked(clickAt(pointer, blocksUnder(pointer.at)));
+    if (block < 0)
+        return;
+    m_stage.select({block}, Stage::By::Picture);
+    emit blockOpened(block);
+}
+
+// ---- drags
+
+Qt::Edges Gestures::handleUnder(QPointF at) const
+{
+    const Sketch &sketch = m_overlay.sketch();
+    if (!sketch.hasHandles || sketch.selected.isEmpty())
+        return {};
+    return handleAt(m_overlay.onGlass(sketch.selected.first()), at);
+}
+
+// Nothing has been decided when the button goes down: that may become a click.
+void Gestures::begin()
+{
+    if (m_revision != m_stage.revision()) {
+        m_doing = Doing::Over;
+        return;
+    }
+    const QList<int> selection = m_stage.selection();
+    const auto isSelected = [&selection](int block) { return selection.contains(block); };
+    const bool isOnSelected = std::any_of(m_under.begin(), m_under.end(), isSelected);
+    const bool isEmptyGround =
+        m_under.isEmpty() || (m_under.size() == 1 && parentOf(m_stage.outline(), m_under.first()) < 0);
+    if (m_insert) {
+        m_doing = Doing::Inserting;
+    } else if (m_edges) {
+        beginSize();
+    } else if (m_press.modifiers & Qt::ShiftModifier || (!isOnSelected && isEmptyGround)) {
+        m_doing = Doing::Banding;
+    } else {
+        if (!isOnSelected)
+            m_stage.select({m_under.first()}, Stage::By::Picture);
+        beginMove();
+    }
+    m_round.end();
+}
+
+// What is dragged comes with its rects, what is selected with its outline.
+void Gestures::beginDrag(Doing doing, const QList<int> &blocks)
+{
+    const Outline &outline = m_stage.outline();
+    QString why;
+    m_before.clear();
+    QList<int> movable;
+    for (const int block : blocks) {
+        const std::optional<RectValue> rect = rectOfRow(outline, block);
+        if (rect) {
+            movable.append(block);
+            m_before.append({block, rect->box});
+        } else if (why.isEmpty()) {
+            why = whyFixed(outline, block);
+        }
+    }
+    if (!why.isEmpty())
+        m_talk.say(why);
+    m_doing = movable.isEmpty() ? Doing::Refused : doing;
+    if (movable.isEmpty())
+        return;
+    SnapTargets snapTo = targets ? targets() : SnapTargets();
+    snapTo.screen = m_frame.screenSize();
+    m_snapping.emplace(outline, movable, snapTo);
+    m_now = {m_before, {}};
+    m_dragged.clear();
+    for (const int block : m_stage.selection()) {
+        const std::optional<Place> place = m_stage.placeOf(block);
+        if (!place)
+            continue;
+        Dragged dragged{place->box, -1};
+        for (int around = block; around >= 0 && dragged.box < 0; around = parentOf(outline, around))
+            dragged.box = movable.indexOf(around);
+        m_dragged.append(dragged);
+    }
+    const std::optional<Place> place = m_stage.placeOf(movable.first());
+    const std::optional<Box> sum = placesOnScreen(outline)[size_t(movable.first())];
+    m_offset = place && sum ? place->box.topLeft() - QPointF(double(sum->x), double(sum->y)) : QPointF();
+}
+
+void Gestures::beginMove()
+{
+    QList<int> blocks = m_stage.selection();
+    const auto pressed =
+        std::find_if(m_under.begin(), m_under.end(), [&](int block) { return blocks.contains(block); });
+    if (pressed != m_under.end())
+        blocks.move(blocks.indexOf(*pressed), 0);
+    beginDrag(Doing::Moving, outermost(m_stage.outline(), blocks));
+}
+
+void Gestures::beginSize()
+{
+    beginDrag(Doing::Sizing, m_stage.selection());
+}
+
+Snapped Gestures::snapped(const Pointer &pointer) const
+{
+    const QPointF by = (m_frame.toPage(pointer.at) - m_from).toPoint();
+    const bool isFree = !snaps || pointer.modifiers & Qt::ControlModifier;
+    const bool keeps = pointer.modifiers & Qt::ShiftModifier;
+    const double tolerance = isFree ? 0 : kSnap / m_frame.zoom();
+    return m_doing == Doing::Sizing ? m_snapping->sized(m_edges, by, tolerance, keeps)
+                                    : m_snapping->moved(by, tolerance, keeps);
+}
+
+void Gestures::step(const Pointer &pointer, bool isLast)
+{
+    if (m_revision != m_stage.revision()) {
+        m_doing = Doing::Over;
+        return;
+    }
+    switch (m_doing) {
+    case Doing::Moving:
+    case Doing::Sizing:
+        take(snapped(pointer), isLast);
+        break;
+    case Doing::Banding:
+    case Doing::Inserting: {
+        m_band = QRectF(m_from, m_frame.toPage(pointer.at));
+        Sketch sketch = m_overlay.sketch();
+        sketch.hovered.reset();
+        sketch.label.clear();
+        sketch.band = m_band;
+        m_overlay.draw(sketch);
+        if (isLast && m_doing == Doing::Banding)
+            selectBand();
+        else if (isLast)
+            insert();
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void Gestures::take(const Snapped &snapped, bool isLast)
+{
+    if (!isLast && snapped.boxes == m_now.boxes && snapped.guides == m_now.guides)
+        return;
+    const bool isOther = snapped.boxes != m_now.boxes;
+    m_now = snapped;
+    Sketch sketch;
+    sketch.hasHandles = m_dragged.size() == 1;
+    for (const Dragged &dragged : std::as_const(m_dragged)) {
+        QRectF place = dragged.place;
+        if (dragged.box >= 0) {
+            const Box &was = m_before[dragged.box].box, &is = m_now.boxes[dragged.box].box;
+            place.translate(double(is.x - was.x), double(is.y - was.y));
+            place.setWidth(place.width() + double(is.w - was.w));
+            place.setHeight(place.height() + double(is.h - was.h));
+        }
+        sketch.selected.append(place);
+    }
+    if (!isLast) {
+        for (Guide guide : std::as_const(m_now.guides)) {
+            guide.line.translate(m_offset);
+            guide.text += m_offset;
+            sketch.guides.append(guide);
+        }
+        sketch.label = numbersOf(m_now.boxes.first().box);
+        sketch.labelled = sketch.selected.value(0);
+    }
+    m_overlay.draw(sketch);
+    const QList<TextChange> changes = rectChanges(m_stage.outline(), m_now.boxes);
+    if (isLast) {
+        const QScopedValueRollback writing(m_isWriting, true);
+        m_stage.write(changes, m_revision, m_stage.selection());
+    } else if (isOther) {
+        m_stage.tryOut(changes, m_revision);
+    }
+}
+
+void Gestures::selectBand()
+{
+    QList<int> next = m_press.modifiers & Qt::ControlModifier ? m_stage.selection() : QList<int>();
+    if (const QList<Place> *places = m_stage.places())
+        next += blocksInside(*places, m_band);
+    Sketch sketch = m_overlay.sketch();
+    sketch.band.reset();
+    m_overlay.draw(sketch);
+    m_stage.select(next, Stage::By::Picture);
+}
+
+// The new block's rect counts from where that of the block around it begins.
+void Gestures::insert()
+{
+    const Outline &outline = m_stage.outline();
+    const int parent = parentForNew(outline, m_stage.selection());
+    const std::optional<Box> around = parent < 0 ? Box() : placesOnScreen(outline)[size_t(parent)];
+    const QRect drawn = QRectF(m_band.normalized()).toRect();
+    const Box origin = around.value_or(Box());
+    const Edited edited =
+        inserted(outline, *std::exchange(m_insert, {}), parent,
+                 {drawn.x() - origin.x, drawn.y() - origin.y, drawn.width(), drawn.height()});
+    if (edited.changes.isEmpty()) {
+        m_talk.say(tr("There is no window to put the block into."));
+        return;
+    }
+    const QScopedValueRollback writing(m_isWriting, true);
+    m_stage.write(edited.changes, m_revision, edited.selection);
+}
+
+// ---- what is to be seen
+
+QString Gestures::described(int block) const
+{
+    const Outline &outline = m_stage.outline();
+    const qint32 element = outline.blocks()[size_t(block)];
+    const std::optional<Attribute> name = outline.nameAttribute(element);
+    const std::optional<Attribute> kind = outline.attribute(element, u"class");
+    QStringList parts;
+    if (name)
+        parts.append(outline.at(name->value).toString());
+    if (kind)
+        parts.append(outline.at(kind->value).toString());
+    if (const std::optional<RectValue> rect = rectOfRow(outline, block))
+        parts.append(numbersOf(rect->box));
+    return parts.join(QStringLiteral("   ")).simplified();
+}
+
+void Gestures::drawHover(Sketch &sketch)
+{
+    if (!m_pointer)
+        return;
+    const int block = blocksUnder(*m_pointer).value(0, -1);
+    if (block < 0 || handleUnder(*m_pointer))
+        return;
+    const std::optional<Place> place = m_stage.placeOf(block);
+    sketch.hovered = place->box;
+    sketch.label = described(block);
+    sketch.labelled = place->box;
+}
+
+// While the page is on its way the outlines stay: what was dragged is already drawn where it goes.
+void Gestures::refresh()
+{
+    if (isUnderWay() && m_doing != Doing::Pressed)
+        return;
+    const QList<int> selection = m_stage.selection();
+    if (selection.isEmpty() && !m_pointer) {
+        m_overlay.draw({});
+        return;
+    }
+    if (!m_stage.places()) {
+        if (selection.isEmpty())
+            m_overlay.draw({});
+        return;
+    }
+    Sketch sketch;
+    for (const int block : selection) {
+        if (const std::optional<Place> place = m_stage.placeOf(block))
+            sketch.selected.append(place->box);
+    }
+    sketch.hasHandles = selection.size() == 1 && sketch.selected.size() == 1;
+    drawHover(sketch);
+    m_overlay.draw(sketch);
+    showCursor();
+}
+
+void Gestures::showCursor()
+{
+    const Qt::Edges edges = m_pointer ? handleUnder(*m_pointer) : Qt::Edges();
+    const QCursor cursor(m_insert ? Qt::CrossCursor : cursorOf(edges));
+    for (QWidget *widget : {static_cast<QWidget *>(m_frame.wb), m_frame.wb->focusProxy()}) {
+        if (widget && widget->cursor().shape() != cursor.shape())
+            widget->setCursor(cursor);
+    }
+}
+
+} // namespace quillmere

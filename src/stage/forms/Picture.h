@@ -1,0 +1,58 @@
+#pragma once
+
+#include "stage/forms/Gestures.h"
+#include "stage/forms/PictureCommands.h"
+
+class QContextMenuEvent;
+class QKeyEvent;
+class QMouseEvent;
+
+namespace quillmere {
+
+// The picture as the person has it in hand: takes the mouse and the keys that come to the browser or to any
+// child of it, so that the page gets none of them. The wheel is left to the frame around it.
+class Picture : public QObject
+{
+    Q_OBJECT
+
+public:
+    Picture(Stage &stage, SourceTab &tab, PreviewFrame &frame, Talk &talk, QObject *parent = nullptr);
+
+    StageOverlay *overlay;
+    Gestures gestures;
+    PictureCommands commands;
+
+signals:
+    // The properties of a block of the list are to be shown.
+    void blockOpened(int row);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    struct Input
+    {
+        enum Kind { Press, Move, Release, DoubleClick, Menu, MenuKey, Key } kind = Move;
+        Gestures::Pointer pointer;
+        int key = 0;
+    };
+
+    void watch(QObject *object);
+    bool mouse(QWidget &widget, QMouseEvent &event);
+    bool key(QKeyEvent &event);
+    bool isKey(const QKeyEvent &event) const;
+    void take(const Input &input);
+    bool mayAct(const Input &input);
+    void takeHeld();
+    void act(const Input &input);
+    void actKey(int key, Qt::KeyboardModifiers modifiers);
+    bool escape();
+    void showMenu(QPointF at);
+
+    Stage &m_stage;
+    PreviewFrame &m_frame;
+    QList<Input> m_held; // until the places are known
+    bool m_acting = false;
+};
+
+} // namespace quillmere

@@ -1,0 +1,180 @@
+#include "stage/forms/StageOverlay.h"
+
+#include "browser/forms/WebBrowser.h"
+#include "controls/Named.h"
+#include "preview/forms/PreviewFrame.h"
+#include "stage/Handles.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace quillmere {
+
+namespace {
+
+// Every line is a dark or strong one with a light one on either side, so that it is seen on any ground.
+constexpr QRgb kLight = 0xffffffff;
+constexpr QRgb kDark = 0xff101418;
+constexpr QRgb kSelected = 0xff0a58d0;
+constexpr QRgb kGuide = 0xffc2185b;
+constexpr QRgb kBand = 0x280a58d0;
+constexpr int kHandle = 7;      // pixels, a side
+constexpr int kPad = 4;         // pixels around the text of a label
+constexpr int kAround = 6;      // pixels that lines and handles reach beyond a box
+constexpr double kFarOut = 1e6; // pixels; what lies further out is cut off
+
+QPen pen(QRgb colour, double width, Qt::PenStyle style = Qt::SolidLine)
+{
+    QPen made(QColor::fromRgba(colour), width, style, Qt::FlatCap, Qt::MiterJoin);
+    made.setCosmetic(true);
+    return made;
+}
+
+void drawBox(QPainter &painter, const QRectF &box, QRgb colour, double width,
+             Qt::PenStyle style = Qt::SolidLine)
+{
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(pen(kLight, width + 2));
+    painter.drawRect(box);
+    painter.setPen(pen(colour, width, style));
+    painter.drawRect(box);
+}
+
+// On whole pixels: the line of a box is drawn on its outermost pixels.
+QRectF lineOf(const QRectF &box)
+{
+    return QRectF(QPointF(qRound(box.left()), qRound(box.top())),
+                  QPointF(std::max(qRound(box.left()), qRound(box.right()) - 1),
+                          std::max(qRound(box.top()), qRound(box.bottom()) - 1)))
+        .translated(0.5, 0.5);
+}
+
+} // namespace
+
+StageOverlay::StageOverlay(PreviewFrame &frame) : QWidget(frame.wb), m_frame(frame)
+{
+    named(this, "stageOverlay", tr("Outlines of blocks"));
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::NoFocus);
+    resize(frame.wb->size());
+    show();
+}
+
+QRectF StageOverlay::onGlass(const QRectF &box) const
+{
+    const QRectF all(-kFarOut, -kFarOut, 2 * kFarOut, 2 * kFarOut);
+    const auto inside = [&all](QPointF point) {
+        return QPointF(std::clamp(point.x(), all.left(), all.right()),
+                       std::clamp(point.y(), all.top(), all.bottom()));
+    };
+    return {inside(m_frame.fromPage(box.topLeft())), inside(m_frame.fromPage(box.bottomRight()))};
+}
+
+void StageOverlay::draw(const Sketch &sketch)
+{
+    if (sketch == m_sketch)
+        return;
+    m_sketch = sketch;
+    drawAgain();
+}
+
+void StageOverlay::drawAgain()
+{
+    const QRect now = touched(m_sketch);
+    update(m_drawn.united(now));
+    m_drawn = now;
+}
+
+QRect StageOverlay::touched(const Sketch &sketch) const
+{
+    QRectF all;
+    const auto add = [&](const QRectF &box) {
+        all |= box.normalized().adjusted(-kAround, -kAround, kAround, kAround);
+    };
+    for (const QRectF &box : sketch.selected)
+        add(onGlass(box));
+    if (sketch.hovered)
+        add(onGlass(*sketch.hovered));
+    if (sketch.band)
+        add(onGlass(sketch.band->normalized()));
+    for (const Guide &guide : sketch.guides) {
+        add(onGlass(QRectF(guide.line.p1(), guide.line.p2())));
+        if (guide.distance >= 0)
+            add(onGlass(QRectF(guide.text, QSizeF())).adjusted(-60, -30, 60, 30));
+    }
+    if (!sketch.label.isEmpty())
+        add(labelBox(sketch));
+    return (all & QRectF(rect())).toAlignedRect();
+}
+
+// Above its box, below it where there is no room, and inside where there is none either.
+QRectF StageOverlay::labelBox(const Sketch &sketch) const
+{
+    const QFontMetrics metrics = fontMetrics();
+    const QSizeF size(std::min(metrics.horizontalAdvance(sketch.label) + 2 * kPad, width()),
+                      metrics.height() + kPad);
+    const QRectF box = onGlass(sketch.labelled);
+    double top = box.top() - kAround - size.height();
+    if (top < 0)
+        top = box.bottom() + kAround;
+    if (top + size.height() > height())
+        top = std::clamp(box.top() + kAround, 0., std::max(0., height() - size.height()));
+    return {QPointF(std::clamp(box.left(), 0., std::max(0., width() - size.width())), top), size};
+}
+
+void StageOverlay::drawLabel(QPainter &painter, const QString &text, const QRectF &box) const
+{
+    painter.fillRect(box, QColor::fromRgba(kDark));
+    painter.setPen(QColor::fromRgba(kLight));
+    painter.drawText(box.adjusted(kPad, 0, -kPad, 0), Qt::AlignVCenter | Qt::AlignLeft,
+                     fontMetrics().elidedText(text, Qt::ElideRight, int(box.width()) - 2 * kPad + 1));
+}
+
+void StageOverlay::drawGuides(QPainter &painter) const
+{
+    for (const Guide &guide : m_sketch.guides) {
+        const QRectF ends = onGlass(QRectF(guide.line.p1(), guide.line.p2()));
+        const QLineF line = QLineF(ends.topLeft(), ends.bottomRight()).translated(0.5, 0.5);
+        painter.setPen(pen(kLight, 3));
+        painter.drawLine(line);
+        painter.setPen(pen(kGuide, 1));
+        painter.drawLine(line);
+    }
+    for (const Guide &guide : m_sketch.guides) {
+        if (guide.distance < 0)
+            continue;
+        const QString text = QString::number(guide.distance);
+        QRectF box(0, 0, fontMetrics().horizontalAdvance(text) + 2 * kPad, fontMetrics().height());
+        box.moveCenter(onGlass(QRectF(guide.text, QSizeF())).topLeft());
+        drawLabel(painter, text, box);
+    }
+}
+
+void StageOverlay::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    if (m_sketch.hovered)
+        drawBox(painter, lineOf(onGlass(*m_sketch.hovered)), kDark, 1, Qt::DashLine);
+    for (qsizetype i = m_sketch.selected.size() - 1; i >= 0; --i)
+        drawBox(painter, lineOf(onGlass(m_sketch.selected[i])), kSelected,
+                i == 0 && m_sketch.selected.size() > 1 ? 2 : 1);
+    drawGuides(painter);
+    if (m_sketch.hasHandles && !m_sketch.selected.isEmpty()) {
+        for (const Handle &handle : handlesOf(onGlass(m_sketch.selected.first()))) {
+            QRectF box(0, 0, kHandle, kHandle);
+            box.moveCenter(handle.at);
+            painter.fillRect(box.adjusted(-1, -1, 1, 1), QColor::fromRgba(kLight));
+            painter.fillRect(box, QColor::fromRgba(kSelected));
+            painter.fillRect(box.adjusted(2, 2, -2, -2), QColor::fromRgba(kLight));
+        }
+    }
+    if (m_sketch.band) {
+        const QRectF band = lineOf(onGlass(m_sketch.band->normalized()));
+        painter.fillRect(band, QColor::fromRgba(kBand));
+        drawBox(painter, band, kDark, 1);
+    }
+    if (!m_sketch.label.isEmpty())
+        drawLabel(painter, m_sketch.label, labelBox(m_sketch));
+}
+
+} // namespace quillmere
