@@ -8,6 +8,7 @@
 #include "stage/forms/Picture.h"
 #include "stage/forms/StageOverlay.h"
 
+#include <QAction>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFile>
@@ -31,8 +32,9 @@ public:
     explicit Bench(const QTemporaryDir &folder) : m_folder(folder), m_window(folder)
     {
         m_window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
+        m_window.find<QAction>("mnuWwbZ2")->trigger(); // 100 %
         m_picture->overlay->installEventFilter(this);
-        connect(&m_patience, &QTimer::timeout, this, [] { qFatal("Nothing comes"); });
+        connect(&m_patience, &QTimer::timeout, this, [this] { qFatal("Nothing comes of \"%s\"", m_what); });
         connect(m_wb, &WebBrowser::written, this, &Bench::pageIsWritten);
         connect(m_wb, &QWebEngineView::titleChanged, this, [this](const QString &title) {
             if (title == QString::number(m_step))
@@ -52,12 +54,13 @@ public:
             qFatal("%s cannot be written", qPrintable(path));
         file.close();
         m_window.skin().openDocument(path, QString());
+        m_what = "places";
         waitForPlaces();
         QTextStream out(stdout);
         out << blocks << " blocks\n";
         out << "  pointer to outline          " << spread(hovers()) << "\n";
         out << "  selected elsewhere, to outline " << spread(selections(blocks)) << "\n";
-        out << "  step of a drag to picture   " << spread(drag()) << Qt::endl;
+        out << "  step of a drag to picture   " << spread(drag()) << ", most " << m_most << " ms" << Qt::endl;
     }
 
 protected:
@@ -101,6 +104,7 @@ private:
     }
     QList<double> hovers()
     {
+        m_what = "the pointer";
         QList<double> times;
         for (int i = 0; i < kSteps; ++i)
             times.append(untilPainted([&] {
@@ -110,6 +114,7 @@ private:
     }
     QList<double> selections(int blocks)
     {
+        m_what = "a selection";
         QList<double> times;
         for (int i = 0; i < kSteps; ++i)
             times.append(untilPainted(
@@ -118,6 +123,7 @@ private:
     }
     QList<double> drag()
     {
+        m_what = "a drag";
         mouse(QEvent::MouseButtonPress, {5, 10});
         mouse(QEvent::MouseButtonRelease, {5, 10});
         mouse(QEvent::MouseButtonPress, {5, 10});
@@ -127,7 +133,7 @@ private:
             clock.start();
             ++m_step;
             m_isDragging = true;
-            mouse(QEvent::MouseMove, {35 + i * 3, 30 + i});
+            mouse(QEvent::MouseMove, {35 + i * 17 % 700, 30 + i * 13 % 300});
             wait();
             m_isDragging = false;
             if (i >= kWarm)
@@ -135,6 +141,7 @@ private:
             for (int later = 0; later < 20; ++later)
                 QApplication::processEvents();
         }
+        m_most = *std::ranges::max_element(times);
         m_picture->gestures.cancel();
         mouse(QEvent::MouseButtonRelease, {5, 10});
         waitForPlaces();
@@ -157,6 +164,8 @@ private:
     Stage *m_stage = m_window.skin().findChild<Stage *>();
     QEventLoop m_loop;
     QTimer m_patience;
+    const char *m_what = "";
+    double m_most = 0;
     int m_step = 0;
     bool m_waitsForPlaces = false, m_waitsForPaint = false, m_isDragging = false;
 };
