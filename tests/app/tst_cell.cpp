@@ -300,6 +300,7 @@ private slots:
         red.fill(Qt::red);
         QVERIFY(red.save(path("secret.png")) && red.save(path("theme/in.png")));
         m_window->skin->openTheme(path("theme"));
+        m_window->choose("mnuWwbZ1"); // 100 %: a pixel of the browser is one of the page
     }
 
     void attempts_data()
