@@ -8,10 +8,8 @@
 #include "source/forms/SourceBox.h"
 #include "theme/ThemeProject.h"
 #include "widgets/forms/SourceTab.h"
-#include "widgets/forms/frmWidget.h"
 
 #include <QAction>
-#include <QGuiApplication>
 
 namespace quillmere {
 
@@ -26,10 +24,6 @@ Dialogs::Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &them
     m_window.addAction(m_findNext);
     QObject::connect(m_findNext, &QAction::triggered, &window,
                      [this] { m_talk.run([this] { findNext(); }); });
-    QObject::connect(&sourceTab, &SourceTab::blockOpened, &window,
-                     [this](const QString &name, const QString &className, int) {
-                         m_talk.run([&] { openBlock(name, className); });
-                     });
 }
 
 Dialogs::~Dialogs() = default;
@@ -44,19 +38,6 @@ void Dialogs::addCommands(Commands &menu)
         about->setAttribute(Qt::WA_DeleteOnClose);
         about->open();
     });
-}
-
-void Dialogs::openBlock(const QString &name, const QString &className)
-{
-    if (!m_properties)
-        m_properties = std::make_unique<frmWidget>(
-            *m_sourceTab.txtSnippet, PropertyChoices{m_theme.lvFont, m_theme.images.rows, m_theme.lvColor},
-            m_window);
-    m_properties->turnTo(name, className);
-    // A double click also puts the caret on the block's line, and one may go on typing there. Who came by the
-    // keyboard could not get into the dialog otherwise.
-    const bool byMouse = QGuiApplication::mouseButtons() != Qt::NoButton;
-    m_properties->present(byMouse ? ModelessDialog::Keyboard::Leaves : ModelessDialog::Keyboard::Takes);
 }
 
 frmReplace &Dialogs::replaceDialog()

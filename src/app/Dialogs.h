@@ -18,7 +18,6 @@ class Talk;
 class SourceTab;
 class ThemeProject;
 class frmReplace;
-class frmWidget;
 
 // The dialogs of the main window. Those that stay open beside it are made when they are first wanted.
 class Dialogs
@@ -33,7 +32,6 @@ public:
     void addCommands(Commands &menu);
 
 private:
-    void openBlock(const QString &name, const QString &className);
     frmReplace &replaceDialog();
     void findNext();
     void openRestore();
@@ -46,7 +44,6 @@ private:
     std::function<void()> m_showSource;
     std::function<void(const QString &)> m_restored;
     QAction *m_findNext; // F3
-    std::unique_ptr<frmWidget> m_properties;
     std::unique_ptr<frmReplace> m_replace;
 };
 

@@ -4,6 +4,7 @@
 
 #include "browser/forms/WebBrowser.h"
 #include "controls/Named.h"
+#include "source/forms/SourceBox.h"
 #include "widgets/forms/SourceTab.h"
 
 #include <QActionGroup>
@@ -74,8 +75,11 @@ void StatusLine::showBlocks(int count)
     m_blocks->setText(count == 1 ? tr("1 block") : tr("%1 blocks").arg(count));
 }
 
-void StatusLine::watchPreview(const SourceTab &source, const WebBrowser &browser)
+void StatusLine::watchSource(const SourceTab &source, const WebBrowser &browser)
 {
+    const SourceBox *text = source.txtSnippet;
+    connect(text, &SourceBox::cursorPositionChanged, this,
+            [this, text] { showCaret(text->textCursor().blockNumber() + 1, int(text->caretColumn())); });
     connect(&source, &SourceTab::fellBehind, m_behind,
             [this] { m_behind->setText(tr("Preview is behind")); });
     const auto caughtUp = [this, &source, &browser] {

@@ -3,6 +3,7 @@
 #include "app/CodePageChoice.h"
 #include "app/Dialogs.h"
 #include "app/OpenDocument.h"
+#include "app/PaneRound.h"
 #include "app/RecentThemes.h"
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
@@ -29,7 +30,6 @@
 #include "naming/forms/SourceHelp.h"
 #include "preview/forms/PreviewFrame.h"
 #include "source/forms/SourceBox.h"
-#include "stage/forms/Picture.h"
 #include "stage/forms/Stage.h"
 #include "stage/forms/StageBar.h"
 #include "stage/forms/StageTools.h"
@@ -142,9 +142,9 @@ void frmSkin::makeTabs()
     m_checks->connectTo({*m_names, *m_sourceTab->txtSnippet, m_sourceHelp->hovers, *m_status, *m_outside,
                          *TabStrip4, int(frYt.indexOf(m_checks->tab)), m_talk});
     m_stage = new Stage(*m_sourceTab, *frmWb, *m_index, this);
-    m_stageTools = new StageTools(*m_stage, *m_sourceTab, *frmWb, m_talk, *this);
+    m_stageTools = new StageTools(*m_stage, *m_sourceTab, *frmWb, m_theme, m_talk, *this);
     new StageBar(*frmWb, [this](const QString &code) { return m_theme.colours.nameOf(code); });
-    m_picture = new Picture(*m_stage, *m_sourceTab, *frmWb, m_talk, this);
+    new PaneRound(*this, *m_status->offers, [this] { return frYt[CurrentTab - 1]; });
     connectTabs();
 }
 
@@ -160,13 +160,8 @@ void frmSkin::connectTabs()
             [this] { BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
     connect(&m_names->editing, &ThemeEditing::othersChanged, this,
             [this] { m_sourceTab->BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
-    connect(&m_picture->commands, &PictureCommands::sourceWanted, this,
+    connect(m_stageTools, &StageTools::sourceWanted, this,
             [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); });
-    connect(m_picture, &Picture::blockOpened, this, [this](int row) {
-        const ListRows &blocks = m_sourceTab->blocks;
-        if (row < blocks.count())
-            emit m_sourceTab->blockOpened(blocks.sub(row, 1), blocks.text(row), row);
-    });
     connect(TabStrip4, &TabStrip::currentChanged, this, &frmSkin::TabStrip4_Click);
     connect(TabStrip4, &TabStrip::tabBarClicked, this, [this](int index) {
         if (index == TabStrip4->currentIndex())
@@ -191,14 +186,10 @@ void frmSkin::connectTabs()
     connect(frmWb, &PreviewFrame::fixedChanged, m_sourceTab, &SourceTab::setFixed);
     connect(frmWb->wb, &WebBrowser::failed, this, [this](const QString &why) { m_talk.say(why); });
     connect(m_sourceTab, &SourceTab::textChanged, this, &frmSkin::enableSourceMenus);
-    m_status->watchPreview(*m_sourceTab, *frmWb->wb);
+    m_status->watchSource(*m_sourceTab, *frmWb->wb);
     connect(m_sourceTab, &SourceTab::blocksListed, this, [this] {
         m_status->showBlocks(m_sourceTab->blocks.count());
         enableSourceMenus();
-    });
-    connect(m_sourceTab->txtSnippet, &SourceBox::cursorPositionChanged, this, [this] {
-        const SourceBox &source = *m_sourceTab->txtSnippet;
-        m_status->showCaret(source.textCursor().blockNumber() + 1, int(source.caretColumn()));
     });
 }
 

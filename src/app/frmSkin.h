@@ -24,7 +24,6 @@ class LangTab;
 class LiveIndex;
 class OpenDocument;
 class OutsideChanges;
-class Picture;
 class PreviewFrame;
 class Prompts;
 class ScanCommands;
@@ -121,7 +120,6 @@ private:
     SourceHelp *m_sourceHelp = nullptr;
     Stage *m_stage = nullptr;
     StageTools *m_stageTools = nullptr;
-    Picture *m_picture = nullptr;
     int CurrentTab = 1; // 1-based
     QElapsedTimer m_sinceTheme;
     std::unique_ptr<Dialogs> m_dialogs;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "outline/Outline.h"
 #include "rows/ListRows.h"
 
 #include <optional>
@@ -20,9 +21,25 @@ struct BlockProperties
 // "<" gathered since the row before; an element that closes itself has an empty content.
 std::optional<BlockProperties> GetProperty(const QString &source, const QString &name);
 
+// The name of a block of the block list with its quotes; its tag where it has none in quotes; empty for none.
+Range headOfBlock(const Outline &outline, int block);
+// The same of the block with this head, whatever others are called.
+std::optional<BlockProperties> propertiesAt(const QString &source, Range head);
+
 // `source` with every occurrence of `segment` (ignoring case) holding these rows, one element a line, in
 // place of what its property element held. Unchanged for a segment without a "<property>".
 QString SaveProperty(const QString &source, const QString &segment, const QList<ListRows::Row> &rows);
+
+// The same for the one segment that begins at `start`; unchanged where another text stands there.
+QString savePropertyAt(const QString &source, qsizetype start, const QString &segment,
+                       const QList<ListRows::Row> &rows);
+// What a segment would no longer hold with these rows.
+struct LostElements
+{
+    QStringList names;
+    qsizetype at = -1; // of the first one, in the segment
+};
+LostElements elementsLost(const QString &segment, const QList<ListRows::Row> &rows);
 
 // The values between "[" and "]" that "," divides, so many of them; missing ones are empty.
 QStringList bracketedValues(const QString &content, int count);

@@ -4,7 +4,6 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QShortcut>
 #include <QToolButton>
 
 namespace quillmere {
@@ -22,15 +21,6 @@ OfferBar::OfferBar(QWidget *parent)
     m_text->setForegroundRole(QPalette::ToolTipText);
     m_text->setMinimumWidth(1); // a long file name gives way, the buttons do not
     m_line->addWidget(m_text);
-    auto *go = new QShortcut(Qt::Key_F6, this);
-    go->setContext(Qt::WindowShortcut);
-    connect(go, &QShortcut::activated, this, [this] {
-        if (m_buttons.isEmpty())
-            return;
-        if (m_buttons.contains(window()->focusWidget()))
-            turn();
-        m_buttons.first()->setFocus(Qt::ShortcutFocusReason);
-    });
     hide();
 }
 
@@ -38,6 +28,7 @@ void OfferBar::offer(const QString &key, const QString &text, const QList<Choice
 {
     m_offers.removeIf([&](const Offer &other) { return other.key == key; });
     m_offers.append({key, text, choices});
+    m_isUnseen = true;
     showLast();
 }
 
@@ -50,8 +41,24 @@ void OfferBar::withdraw(const QString &key)
 void OfferBar::choose(int index)
 {
     const Choice chosen = m_offers.takeLast().choices.at(index);
+    m_isUnseen = true; // the one before it
     showLast();
     chosen.act();
+}
+
+bool OfferBar::goOn()
+{
+    m_isUnseen = false;
+    if (m_buttons.isEmpty())
+        return false;
+    if (!m_buttons.contains(window()->focusWidget()))
+        m_shown = 1;
+    else if (m_shown++ < m_offers.size())
+        turn();
+    else
+        return false;
+    m_buttons.first()->setFocus(Qt::ShortcutFocusReason);
+    return true;
 }
 
 // The one shown goes behind all others.

@@ -327,12 +327,40 @@ void SourceBox::handleKey(QKeyEvent *event)
         setTextCursor(selection);
         return;
     }
+    if (event->key() == Qt::Key_D && event->modifiers() == Qt::ControlModifier && !isReadOnly()) {
+        doubleText();
+        return;
+    }
     if (indents && !isReadOnly()) {
         const int column = textCursor().positionInBlock();
         insertPlainText(QString(kIndent - column % kIndent, u' '));
         return;
     }
     QPlainTextEdit::keyPressEvent(event);
+}
+
+// The copy of what is selected stands behind it and is selected then; that of a line stands below it.
+void SourceBox::doubleText()
+{
+    QTextCursor edit = textCursor();
+    const bool isLine = !edit.hasSelection();
+    const int column = edit.positionInBlock();
+    const int from = isLine ? edit.block().position() : edit.selectionStart();
+    const int to = isLine ? from + edit.block().length() - 1 : edit.selectionEnd();
+    const QString copy = m_held->text(from, to);
+    edit.beginEditBlock();
+    edit.setPosition(to);
+    if (isLine)
+        edit.insertBlock();
+    const int start = edit.position();
+    m_held->insert(edit, copy);
+    const int end = edit.position();
+    endStep(edit);
+    edit.setPosition(isLine ? std::min(start + column, end) : start);
+    if (!isLine)
+        edit.setPosition(end, QTextCursor::KeepAnchor);
+    setTextCursor(edit);
+    ensureCursorVisible();
 }
 
 QMimeData *SourceBox::createMimeDataFromSelection() const

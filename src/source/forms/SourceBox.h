@@ -110,6 +110,7 @@ private:
     void takePaletteColours();
 
     void handleKey(QKeyEvent *event);
+    void doubleText();
     // Undoing a command leaves the caret and the view where they are.
     bool stepQuietly(QKeyEvent *event);
 

@@ -22,10 +22,13 @@ BlockLink::BlockLink(Stage &stage, SourceTab &tab, QObject *parent)
     : QObject(parent), m_stage(stage), m_tab(tab), m_pause(0, [this] {
           followCaret(true);
           showInList();
+          emit textSettled();
       })
 {
-    m_soon.setSingleShot(true);
-    m_soon.setInterval(0);
+    for (QTimer *timer : {&m_soon, &m_changing}) {
+        timer->setSingleShot(true);
+        timer->setInterval(0);
+    }
     connect(&m_soon, &QTimer::timeout, this, [this] { followCaret(true); });
     connect(&stage, &Stage::selectionChanged, this, &BlockLink::onSelected);
     connect(tab.lvBlock->selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -62,6 +65,11 @@ QList<int> BlockLink::listed() const
     return rows;
 }
 
+QList<int> BlockLink::chosen() const
+{
+    return !m_isOn && m_tab.lvBlock->hasFocus() && isListOfText() ? listed() : m_stage.selection();
+}
+
 // The list may also be that of a window which is shown without being opened.
 bool BlockLink::isListOfText() const
 {
@@ -70,18 +78,21 @@ bool BlockLink::isListOfText() const
 
 void BlockLink::onSelected(Stage::By by)
 {
-    if (!m_isOn)
-        return;
-    if (by != Stage::By::List)
+    if (m_isOn && by != Stage::By::List)
         showInList();
-    if (by == Stage::By::Picture || by == Stage::By::List || by == Stage::By::Dialog)
+    if (m_isOn && (by == Stage::By::Picture || by == Stage::By::List || by == Stage::By::Dialog))
         showInSource();
+    emit chosenChanged();
 }
 
 void BlockLink::onListSelected()
 {
-    if (!m_isOn || m_showing || m_tab.isListing())
+    if (m_showing || m_tab.isListing())
         return;
+    if (!m_isOn) {
+        emit chosenChanged();
+        return;
+    }
     m_listWaits = !isListOfText();
     if (m_listWaits)
         return;
@@ -107,8 +118,14 @@ void BlockLink::onListed()
 void BlockLink::onTextChanged()
 {
     m_documentRevision = m_tab.txtSnippet->document()->revision();
-    if (m_tab.txtSnippet->isTyping())
+    if (m_tab.txtSnippet->isTyping()) {
         m_pause.changed(0, LateWork::Wait::Always);
+        return;
+    }
+    m_changing.start();
+    m_pause.forget();
+    showInList();
+    emit textSettled();
 }
 
 void BlockLink::onCaretMoved()
@@ -119,7 +136,7 @@ void BlockLink::onCaretMoved()
     if (source.isTyping())
         m_caretMoved = true;
     else if (source.document()->revision() == m_documentRevision)
-        followCaret(false);
+        followCaret(m_changing.isActive());
     else
         m_soon.start();
 }

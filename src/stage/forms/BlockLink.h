@@ -26,6 +26,15 @@ public:
     bool isOn() const { return m_isOn; }
     // The rows that are selected in lvBlock, in their order.
     QList<int> listed() const;
+    // What a command is for: what is selected, or, where the two are not the same, what is selected in the
+    // list while that has the keyboard.
+    QList<int> chosen() const;
+    void takeChosen() { m_stage.select(chosen(), Stage::By::List); }
+
+signals:
+    void chosenChanged();
+    // The text is another one, and nobody is typing.
+    void textSettled();
 
 private:
     bool isListOfText() const;
@@ -49,7 +58,8 @@ private:
     bool m_caretMoved = false;   // by the key that is being handled
     int m_documentRevision = -1; // when the text was last told to have changed
     LateWork m_pause;            // waits while one types
-    QTimer m_soon;               // the text is changing under the caret
+    QTimer m_soon;               // the caret is to be followed
+    QTimer m_changing;           // what the caret does now may come of a change, as of undoing one
 };
 
 } // namespace quillmere

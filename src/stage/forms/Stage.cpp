@@ -50,23 +50,28 @@ void Stage::select(const QList<int> &blocks, By by)
     followText();
     if (next == m_selection)
         return;
-    m_selection = next;
+    take(next);
     emit selectionChanged(by);
 }
 
 // The rows of an older text are no rows of this one.
 void Stage::followText()
 {
-    const QTextDocument *document = m_tab.txtSnippet->document();
-    if (m_selectedIn == revision() && m_document == document)
+    if (m_selection.isEmpty())
         return;
-    const auto count = qint32(outline().blocks().size());
-    const bool isSame = m_document == document && count == m_blocks;
-    m_selectedIn = revision();
-    m_document = document;
-    m_blocks = count;
-    if (!isSame && !std::exchange(m_selection, {}).isEmpty())
-        emit selectionChanged(By::Text);
+    const bool isSameText = m_document == m_tab.txtSnippet->document();
+    const QList<int> now = isSameText ? m_followed.rows(outline()) : QList<int>();
+    if (now == m_selection)
+        return;
+    take(now);
+    emit selectionChanged(By::Text);
+}
+
+void Stage::take(const QList<int> &blocks)
+{
+    m_selection = blocks;
+    m_followed.set(blocks, outline());
+    m_document = m_tab.txtSnippet->document();
 }
 
 const QList<Place> *Stage::places()
@@ -117,7 +122,7 @@ bool Stage::write(const QList<TextChange> &changes, qint64 revision, const QList
     } else {
         SourceBox &source = *m_tab.txtSnippet;
         source.rewrite(withChanges(source.text(), changes), SourceBox::Keyboard::Stays, step);
-        m_selectedIn = -1; // the rows before say nothing of those after
+        // The rows before say nothing of those after.
         if (!std::exchange(m_selection, {}).isEmpty() && next.isEmpty())
             emit selectionChanged(By::Picture);
     }

@@ -3,6 +3,7 @@
 #include "outline/Outline.h"
 #include "source/TextChanges.h"
 #include "source/forms/SourceBox.h"
+#include "stage/FollowedBlocks.h"
 #include "stage/Hits.h"
 
 #include <QObject>
@@ -65,6 +66,7 @@ private:
     void onWritten();
     void onTextChanged();
     void followText();
+    void take(const QList<int> &blocks);
     void askPlaces();
     void drawNext();
 
@@ -72,9 +74,8 @@ private:
     PreviewFrame &m_frame;
     LiveIndex &m_index;
     QList<int> m_selection;
-    qint64 m_selectedIn = 0; // the revision that the selection is of
+    FollowedBlocks m_followed;
     const QTextDocument *m_document = nullptr;
-    qint32 m_blocks = 0;
     QList<Place> m_places;
     qint64 m_placesOf = -1; // revisions; -1 for none
     qint64 m_pageOf = -1;   // of the page that is in the browser, or on its way there

@@ -1,18 +1,69 @@
 #include "stage/forms/StageTools.h"
 
-#include <QWidget>
+#include "browser/PictureFile.h"
+#include "browser/forms/WebBrowser.h"
+#include "catalogues/forms/ScaledPicture.h"
+#include "controls/ListView.h"
+#include "files/Paths.h"
+#include "preview/forms/PreviewFrame.h"
+#include "theme/ThemeProject.h"
+#include "widgets/forms/SourceTab.h"
+
+#include <QFileInfo>
+#include <QShortcut>
 
 namespace quillmere {
 
-StageTools::StageTools(Stage &stage, SourceTab &tab, PreviewFrame &frame, Talk &, QWidget &window)
-    : QObject(&window), m_window(window), m_link(stage, tab), m_rulers(frame, this)
+namespace {
+
+// Pixels; invalid for what is no picture of the theme.
+QSize sizeOfPicture(const ThemeProject &theme, const QString &name)
 {
+    const QString found = findFile(theme.images.GetImg(name));
+    if (found.isEmpty() || theme.folder().isEmpty() || !liesBelow(found, theme.folder()))
+        return {};
+    const std::unique_ptr<QFile> file = openPicture(QFileInfo(found).canonicalFilePath());
+    return file ? readScaled(*file, QSize(1, 1)).size : QSize();
+}
+
+} // namespace
+
+StageTools::StageTools(Stage &stage, SourceTab &tab, PreviewFrame &frame, const ThemeProject &theme,
+                       Talk &talk, QWidget &window)
+    : QObject(&window), m_tab(tab), m_frame(frame), m_window(window),
+      m_picture(*new Picture(stage, tab, frame, talk, this)), m_link(stage, tab), m_rulers(frame, this),
+      m_properties(stage, m_link, tab, {theme.lvFont, theme.images.rows, theme.lvColor}, window),
+      m_arrange(
+          stage, m_link, m_picture, [&theme](const QString &name) { return sizeOfPicture(theme, name); },
+          talk)
+{
+    m_picture.gestures.targets = [this, &theme] {
+        SnapTargets targets;
+        const TwipSize screen = browserSize(screenOfTheme(theme.widgets.width, theme.widgets.height), true);
+        targets.screen = {toPixels(screen.width), toPixels(screen.height)};
+        targets.grid = m_arrange.grid();
+        targets.columns = m_rulers.columns();
+        targets.rows = m_rulers.rows();
+        for (int row = 0; row < m_tab.blocks.count(); ++row) {
+            if (m_tab.blocks.isChecked(row))
+                targets.hidden.append(row);
+        }
+        return targets;
+    };
+    connect(&m_picture, &Picture::blockOpened, &m_properties, &PropertiesLink::open);
+    connect(&m_picture.commands, &PictureCommands::sourceWanted, this, &StageTools::sourceWanted);
+    connect(&m_properties, &PropertiesLink::sourceWanted, this, &StageTools::sourceWanted);
+    auto *nothing = new QShortcut(Qt::Key_Escape, tab.lvBlock);
+    nothing->setContext(Qt::WidgetShortcut);
+    connect(nothing, &QShortcut::activated, &m_picture.commands, &PictureCommands::selectNothing);
 }
 
 void StageTools::addCommands(Commands &menu)
 {
     m_link.addCommands(menu, m_window);
     m_rulers.addCommands(menu, m_window);
+    m_properties.addCommands(menu);
+    m_arrange.addCommands(menu, {m_tab.lvBlock, m_frame.wb});
 }
 
 } // namespace quillmere

@@ -8,9 +8,12 @@
 #include "outline/Vocabulary.h"
 #include "source/forms/SourceBox.h"
 #include "widgets/BlockProperties.h"
+#include "widgets/CommonProperties.h"
 #include "widgets/forms/ColourCombo.h"
 
+#include <QAction>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -53,7 +56,7 @@ CaptionBox *editorFrame(const char *name)
 
 frmWidget::frmWidget(SourceBox &source, const PropertyChoices &choices, QWidget &owner)
     : ModelessDialog(QStringLiteral("frmWidget"), owner), m_source(source), m_choices(choices),
-      m_capture(kMostInKey, [this] { GetProperty(m_name); }), m_rows({tr("Property"), tr("Value")}),
+      m_capture(kMostInKey, [this] { capture(); }), m_rows({tr("Property"), tr("Value")}),
       lvBlock(new ListView(QStringLiteral("lvBlock"), tr("Properties"), m_rows)),
       txtSnippet(new SourceBox(QStringLiteral("txtSnippet"), tr("Captured text"), this)),
       m_editors(new QStackedWidget), m_hint(new QLabel)
@@ -73,7 +76,9 @@ frmWidget::frmWidget(SourceBox &source, const PropertyChoices &choices, QWidget 
 
     auto *column = new QVBoxLayout(this);
     column->addWidget(lvBlock, 1);
+    column->addWidget(makeLost());
     column->addWidget(m_editors);
+    addKeys();
     scrollWhereSmall(*this);
     resize(kFirstSize);
 }
@@ -119,13 +124,16 @@ QWidget *frmWidget::makeColour()
 {
     frColor = editorFrame("frColor");
     cmdColor = setButton("cmdColor", &frmWidget::cmdColor_Click);
-    auto *column = new QVBoxLayout(frColor);
+    auto *grid = new QGridLayout(frColor);
+    const QString labels[kColours] = {tr("1st"), tr("2nd"), tr("3rd")};
     for (int i = 0; i < kColours; ++i) {
         cmbColor.append(named(new ColourCombo, "cmbColor", tr("Colour %1").arg(i + 1)));
         cmbColor[i]->setObjectName(QStringLiteral("cmbColor(%1)").arg(i));
-        column->addWidget(cmbColor[i]);
+        grid->addWidget(new QLabel(labels[i]), i, 0);
+        grid->addWidget(cmbColor[i], i, 1);
     }
-    column->addWidget(cmdColor, 0, Qt::AlignRight);
+    grid->setColumnStretch(1, 1);
+    grid->addWidget(cmdColor, kColours, 0, 1, 2, Qt::AlignRight);
     return frColor;
 }
 
@@ -157,33 +165,137 @@ QWidget *frmWidget::makeText()
     return frTxt;
 }
 
-void frmWidget::turnTo(const QString &name, const QString &className)
+QWidget *frmWidget::makeLost()
+{
+    lblLost = named(new QLabel, "lblLost", tr("What would be lost"));
+    lblLost->setWordWrap(true);
+    auto *edit = named(new QPushButton(tr("&Edit in Source")), "cmdEditInSource", tr("Edit in Source"));
+    connect(edit, &QPushButton::clicked, this, &frmWidget::editInSource);
+    m_lost = new QWidget;
+    auto *line = new QHBoxLayout(m_lost);
+    line->setContentsMargins({});
+    line->addWidget(lblLost, 1);
+    line->addWidget(edit);
+    m_lost->hide();
+    return m_lost;
+}
+
+void frmWidget::addKeys()
+{
+    const auto add = [this](const char *name, QKeySequence::StandardKey keys, auto &&command) {
+        auto *action = new QAction(this);
+        action->setObjectName(QLatin1String(name));
+        action->setShortcut(keys);
+        addAction(action);
+        connect(action, &QAction::triggered, this, command);
+    };
+    add("save", QKeySequence::Save, [this] { emit saveWanted(); });
+    add("undo", QKeySequence::Undo, [this] { m_source.stepBack(); });
+    for (QLineEdit *box : m_editors->findChildren<QLineEdit *>())
+        box->installEventFilter(this);
+}
+
+bool frmWidget::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *box = qobject_cast<QLineEdit *>(watched);
+    if (!box || (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride))
+        return ModelessDialog::eventFilter(watched, event);
+    const auto *key = static_cast<QKeyEvent *>(event);
+    if (event->type() == QEvent::ShortcutOverride) {
+        if (!key->matches(QKeySequence::Undo) || box->isUndoAvailable())
+            return false;
+        event->ignore();
+        return true;
+    }
+    const bool isNumber = box == txtL || box == txtT || box == txtW || box == txtH;
+    const bool isUp = key->key() == Qt::Key_Up;
+    const Qt::KeyboardModifiers held = key->modifiers() & ~Qt::KeypadModifier;
+    if (!isNumber || (!isUp && key->key() != Qt::Key_Down) || (held & ~Qt::ShiftModifier))
+        return false;
+    bool isWhole = false;
+    const int number = box->text().toInt(&isWhole);
+    if (isWhole) {
+        const qint64 step = held & Qt::ShiftModifier ? 10 : 1;
+        box->selectAll(); // what is inserted can be undone
+        box->insert(QString::number(number + (isUp ? step : -step)));
+    }
+    return true;
+}
+
+void frmWidget::turnTo(const QString &name, const QString &className, const ShownBlocks &blocks)
 {
     setWindowTitle(u" Property :: " + name + u" :: " + className);
     m_name = name;
+    m_blocks = blocks;
     lvBlock->clearSelection();
     lvBlock->setCurrentIndex({});
-    GetProperty(name);
+    capture();
     showHint();
+}
+
+void frmWidget::capture()
+{
+    m_isSeveral = false;
+    m_start = -1;
+    if (!m_blocks.rows) {
+        GetProperty(m_name);
+        return;
+    }
+    m_capture.forget();
+    const QList<int> blocks = m_blocks.rows();
+    m_isSeveral = blocks.size() > 1;
+    if (m_isSeveral)
+        captureSeveral(blocks);
+    else
+        captureAt(blocks.value(0, -1));
+}
+
+void frmWidget::captureAt(int block)
+{
+    const Range head = headOfBlock(m_blocks.outline(), block);
+    m_start = head.start;
+    take(head.isEmpty() ? std::nullopt : propertiesAt(m_source.text(), head));
+}
+
+void frmWidget::captureSeveral(const QList<int> &blocks)
+{
+    txtSnippet->setText(QString());
+    m_lost->hide();
+    showRows(commonProperties(m_blocks.outline(), blocks));
 }
 
 void frmWidget::GetProperty(const QString &name)
 {
     m_capture.forget();
-    const std::optional<BlockProperties> block = quillmere::GetProperty(m_source.text(), name);
+    take(quillmere::GetProperty(m_source.text(), name));
+}
+
+void frmWidget::take(const std::optional<BlockProperties> &block)
+{
     txtSnippet->setText(block ? block->segment : QString());
-    if (!block)
-        return;
+    const LostElements lost = block ? elementsLost(block->segment, block->rows) : LostElements();
+    m_lostAt = lost.at;
+    lblLost->setText(tr("Set would take out <%1>, which this list does not show.")
+                         .arg(lost.names.join(QStringLiteral(">, <"))));
+    m_lost->setHidden(lost.names.isEmpty());
+    if (block)
+        showRows(block->rows);
+}
+
+void frmWidget::showRows(const QList<ListRows::Row> &rows)
+{
     const int row = lvBlock->selectedRow();
     const QString selected = row >= 0 ? m_rows.text(row) : QString();
-    m_rows.assign(block->rows);
+    m_rows.assign(rows);
     if (row >= 0 && row < m_rows.count() && m_rows.text(row) == selected)
         lvBlock->setCurrentIndex(m_rows.index(row, 0));
 }
 
 void frmWidget::showHint()
 {
-    m_hint->setText(txtSnippet->document()->isEmpty()
+    m_hint->setText(m_isSeveral && m_rows.isEmpty() ? tr("There is no property that all these blocks have.")
+                    : m_isSeveral                   ? tr("Double-click a property to set it in all blocks.")
+                    : txtSnippet->document()->isEmpty()
                         ? tr("No properties of this block were found, so nothing can be written back.")
                         : tr("Double-click a property to edit it."));
     m_editors->setCurrentWidget(m_hint);
@@ -204,7 +316,8 @@ void frmWidget::lvBlock_DblClick(int row)
     catchUp();
     if (row >= m_rows.count() || m_rows.text(row) != name)
         return; // it was the row of a property that is there no longer
-    const QString value = m_rows.sub(row, 1);
+    const bool isInPart = m_isSeveral && m_rows.sub(row, 1).isEmpty();
+    const QString value = m_rows.sub(row, isInPart ? 2 : 1);
     if (containsExact(name, u"rect")) {
         const QStringList values = bracketedValues(value, 4);
         txtL->setText(values[0]);
@@ -281,16 +394,46 @@ void frmWidget::setContent(const QString &content)
 {
     catchUp();
     const int row = lvBlock->selectedRow();
-    if (row >= 0 && m_rows.text(row) == m_property)
-        m_rows.setSub(row, 1, content);
-    SaveProperty();
+    const bool isRow = row >= 0 && m_rows.text(row) == m_property;
+    if (m_isSeveral) {
+        if (isRow)
+            setForAll(row, content);
+    } else {
+        if (isRow)
+            m_rows.setSub(row, 1, content);
+        SaveProperty();
+    }
+    for (QLineEdit *box : m_editors->currentWidget()->findChildren<QLineEdit *>())
+        box->setText(QString(box->text())); // what can be undone now is the write-back
+}
+
+void frmWidget::setForAll(int row, const QString &content)
+{
+    const bool isInPart = m_rows.sub(row, 1).isEmpty();
+    const QList<TextChange> changes =
+        propertyChanges(m_blocks.outline(), m_blocks.rows(), m_rows.text(row), content, isInPart);
+    const QScopedValueRollback saving(m_saving, true);
+    m_blocks.write(changes);
+    capture();
+}
+
+void frmWidget::editInSource()
+{
+    const QString segment = txtSnippet->text();
+    const qsizetype start = m_start >= 0 ? m_start : indexOfIgnoringCase(m_source.text(), segment);
+    emit sourceWanted();
+    m_source.showFrom(start + m_lostAt);
+    m_source.window()->activateWindow();
+    m_source.setFocus();
 }
 
 void frmWidget::SaveProperty()
 {
     const QScopedValueRollback saving(m_saving, true);
-    m_source.rewrite(quillmere::SaveProperty(m_source.text(), txtSnippet->text(), m_rows.rows()));
-    GetProperty(m_name);
+    const QString source = m_source.text(), segment = txtSnippet->text();
+    m_source.rewrite(m_start < 0 ? quillmere::SaveProperty(source, segment, m_rows.rows())
+                                 : savePropertyAt(source, m_start, segment, m_rows.rows()));
+    capture();
 }
 
 // Typed over, undone, or another window opened: what was captured would no longer be found there.
@@ -305,7 +448,7 @@ void frmWidget::source_Change()
 void frmWidget::catchUp()
 {
     if (m_capture.isWaiting())
-        GetProperty(m_name);
+        capture();
 }
 
 } // namespace quillmere

@@ -2,9 +2,14 @@
 
 #include "controls/LateWork.h"
 #include "controls/ModelessDialog.h"
+#include "outline/Outline.h"
 #include "rows/ListRows.h"
+#include "source/TextChanges.h"
 
 #include <QList>
+
+#include <functional>
+#include <optional>
 
 class QComboBox;
 class QGroupBox;
@@ -19,6 +24,15 @@ class CaptionBox;
 class ColourCombo;
 class ListView;
 class SourceBox;
+struct BlockProperties;
+
+// Where the blocks that a dialog shows are now.
+struct ShownBlocks
+{
+    std::function<const Outline &()> outline;                    // of the source
+    std::function<QList<int>()> rows;                            // of the block list
+    std::function<void(const QList<TextChange> &changes)> write; // as one step
+};
 
 // The names that the theme offers for a property, as the rows of its catalogues: sub-item 1 of each; sub-item
 // 2 of a colour is its code.
@@ -39,12 +53,32 @@ public:
     frmWidget(SourceBox &source, const PropertyChoices &choices, QWidget &owner);
 
     // Turns to another block: its name and class go into the caption, its properties into the list.
-    void turnTo(const QString &name, const QString &className);
+    // Blocks that are given are known by their place; otherwise a block is the first place that holds its
+    // name in quotes. Of several the list shows what all have, and what is set goes to all.
+    void turnTo(const QString &name, const QString &className, const ShownBlocks &blocks = {});
     // Fills lvBlock and the captured text from the source. Where the block has no properties, the captured
     // text is empty and the list stays as it was.
     void GetProperty(const QString &name);
 
+signals:
+    // The Source tab is to be shown, with the caret where the dialog has put it.
+    void sourceWanted();
+    void saveWanted();
+
+protected:
+    // Up and Down count in the boxes of numbers; a box that has nothing to undo leaves that to the source.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    void addKeys();
+    QWidget *makeLost();
+    // The block or blocks anew, from the source as it is.
+    void capture();
+    void captureAt(int block);
+    void captureSeveral(const QList<int> &blocks);
+    void take(const std::optional<BlockProperties> &block);
+    void showRows(const QList<ListRows::Row> &rows);
+    void editInSource();
     QLineEdit *numberBox(const char *name, const QString &accessibleName);
     QPushButton *setButton(const char *name, void (frmWidget::*click)());
     QWidget *makeRect();
@@ -62,6 +96,7 @@ private:
     // Sets the content of the selected row, where that still is the property of the editor, and writes the
     // block back.
     void setContent(const QString &content);
+    void setForAll(int row, const QString &content);
     void SaveProperty();
     void source_Change();
     // Where the source is ahead: before anything is written back into it.
@@ -70,7 +105,11 @@ private:
     SourceBox &m_source;
     PropertyChoices m_choices;
     QString m_name; // of the block; the caption holds it too, but a name may hold what divides the caption
-    QString m_property; // that the editor is for
+    QString m_property;       // that the editor is for
+    ShownBlocks m_blocks;     // with functions where they are known by their place
+    bool m_isSeveral = false; // of them
+    qsizetype m_start = -1;   // of the captured text in the source, where the block is known by its place
+    qsizetype m_lostAt = -1;  // in the captured text
     bool m_saving = false;
     LateWork m_capture; // waits while the rows are those of an older text
     ListRows m_rows;    // text = element name, sub-item 1 = content
@@ -78,6 +117,8 @@ private:
     SourceBox *txtSnippet; // hidden: the text that a write-back replaces
     QStackedWidget *m_editors;
     QLabel *m_hint;
+    QWidget *m_lost; // what is said there is about what a write-back would take out
+    QLabel *lblLost;
     CaptionBox *frRect, *frColor, *frCombo, *frTxt;
     QLineEdit *txtL, *txtT, *txtW, *txtH, *txtTxt;
     QList<ColourCombo *> cmbColor;
