@@ -149,8 +149,8 @@ QList<TextChange> propertyChanges(const Outline &outline, const QList<int> &bloc
         }
     }
     std::ranges::sort(changes, {}, &TextChange::start);
-    const auto again = std::ranges::unique(changes, {}, &TextChange::start);
-    changes.erase(again.begin(), again.end());
+    const auto isSame = [](const TextChange &a, const TextChange &b) { return a.start == b.start; };
+    changes.erase(std::unique(changes.begin(), changes.end(), isSame), changes.end());
     return changes;
 }
 
