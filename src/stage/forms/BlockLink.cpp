@@ -21,6 +21,8 @@ const QString kSetting = QStringLiteral("stage/link");
 BlockLink::BlockLink(Stage &stage, SourceTab &tab, QObject *parent)
     : QObject(parent), m_stage(stage), m_tab(tab), m_pause(0, [this] {
           followCaret(true);
+          if (m_isLate)
+              return;
           showInList();
           emit textSettled();
       })
@@ -30,6 +32,15 @@ BlockLink::BlockLink(Stage &stage, SourceTab &tab, QObject *parent)
         timer->setInterval(0);
     }
     connect(&m_soon, &QTimer::timeout, this, [this] { followCaret(true); });
+    connect(&stage, &Stage::outlined, this, [this] {
+        if (!std::exchange(m_isLate, false))
+            return;
+        followCaret(true);
+        if (m_isLate)
+            return;
+        showInList();
+        emit textSettled();
+    });
     connect(&stage, &Stage::selectionChanged, this, &BlockLink::onSelected);
     connect(tab.lvBlock->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &BlockLink::onListSelected);
@@ -150,6 +161,9 @@ void BlockLink::onKeyHandled(bool isText)
 void BlockLink::followCaret(bool byText)
 {
     if (!m_isOn || m_pause.isWaiting())
+        return;
+    m_isLate = m_stage.isOutlineLate();
+    if (m_isLate)
         return;
     const int block = blockAtCaret(m_stage.outline(), m_tab.txtSnippet->caretPosition());
     if (byText && (block < 0 || m_stage.selection().contains(block)))

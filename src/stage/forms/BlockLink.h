@@ -54,6 +54,7 @@ private:
     SourceTab &m_tab;
     bool m_isOn = true;
     bool m_showing = false;      // what happens in list and source is its own doing
+    bool m_isLate = false;       // the caret is followed when the text has been outlined
     bool m_listWaits = false;    // something was selected in a list of an older text
     bool m_caretMoved = false;   // by the key that is being handled
     int m_documentRevision = -1; // when the text was last told to have changed

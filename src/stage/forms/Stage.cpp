@@ -14,12 +14,17 @@
 
 namespace quillmere {
 
+namespace {
+constexpr int kLarge = 300'000; // units of a text whose outline takes longer than a frame
+}
+
 Stage::Stage(SourceTab &tab, PreviewFrame &frame, LiveIndex &index, QObject *parent)
     : QObject(parent), m_tab(tab), m_frame(frame), m_index(index)
 {
     connect(&tab, &SourceTab::pageReady, this, &Stage::onPageReady);
     connect(tab.txtSnippet, &SourceBox::changed, this, &Stage::onTextChanged);
     connect(frame.wb, &WebBrowser::written, this, &Stage::onWritten);
+    connect(&index, &LiveIndex::changed, this, &Stage::onOutlined);
     connect(frame.wb, &WebBrowser::failed, this, [this] { m_drawing = false; });
 }
 
@@ -72,6 +77,18 @@ void Stage::take(const QList<int> &blocks)
     m_selection = blocks;
     m_followed.set(blocks, outline());
     m_document = m_tab.txtSnippet->document();
+}
+
+bool Stage::isOutlineLate() const
+{
+    return m_tab.txtSnippet->document()->characterCount() > kLarge && !m_index.isOutlined();
+}
+
+void Stage::onOutlined()
+{
+    if (m_pageThere && !m_trying && (m_wanted || !selection().isEmpty()))
+        askPlaces();
+    emit outlined();
 }
 
 const QList<Place> *Stage::places()
@@ -172,7 +189,7 @@ void Stage::onWritten()
         drawNext();
         return;
     }
-    if (m_wanted || !selection().isEmpty())
+    if (!isOutlineLate() && (m_wanted || !selection().isEmpty()))
         askPlaces();
 }
 

@@ -31,6 +31,9 @@ public:
     // Of the text in the source box as it stands now.
     const Outline &outline() const;
     qint64 revision() const;
+    // True while the outline of a large text is being made beside the window's thread: who would only follow
+    // what is typed waits for outlined().
+    bool isOutlineLate() const;
 
     // The block selected first comes first; it is the one that others are aligned to.
     const QList<int> &selection();
@@ -56,6 +59,7 @@ public:
     bool isTrying() const { return m_trying; }
 
 signals:
+    void outlined();
     void selectionChanged(quillmere::Stage::By by);
     void placesChanged();
     // The text is another one than before; gestures of the one before are over.
@@ -64,6 +68,7 @@ signals:
 private:
     void onPageReady();
     void onWritten();
+    void onOutlined();
     void onTextChanged();
     void followText();
     void take(const QList<int> &blocks);

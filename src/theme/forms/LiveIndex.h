@@ -37,6 +37,8 @@ public:
     std::shared_ptr<const ThemeIndex> sharedIndex() const { return m_index; }
     // Of the text in the source box as it stands now; made when it is first asked for after a change.
     const Outline &outline();
+    // Whether that is made already.
+    bool isOutlined() const { return m_outline.revision() == revision(); }
     // A number that each change of that text makes another.
     qint64 revision() const;
     QString openFile() const { return m_openFile(); }
