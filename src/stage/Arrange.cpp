@@ -238,9 +238,17 @@ QList<BlockBox> arranged(Arrange command, const Outline &outline, const QList<in
     return arranger.withoutThoseThatStay(arranger.wanted(command));
 }
 
-bool canArrange(Arrange command, const Outline &outline, const QList<int> &blocks, const PictureSize &sizeOf)
+QSet<Arrange> arrangeable(const Outline &outline, const QList<int> &blocks, const PictureSize &sizeOf)
 {
-    return !Arranger(outline, blocks, sizeOf).wanted(command).isEmpty();
+    if (blocks.isEmpty())
+        return {};
+    Arranger arranger(outline, blocks, sizeOf);
+    QSet<Arrange> commands;
+    for (int i = 0; i <= int(Arrange::FitToPicture); ++i) {
+        if (!arranger.wanted(Arrange(i)).isEmpty())
+            commands.insert(Arrange(i));
+    }
+    return commands;
 }
 
 } // namespace quillmere

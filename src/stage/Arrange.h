@@ -2,6 +2,7 @@
 
 #include "stage/RectChanges.h"
 
+#include <QSet>
 #include <QSize>
 
 #include <functional>
@@ -35,8 +36,7 @@ using PictureSize = std::function<QSize(const QString &name)>;
 // stay. Blocks whose rect cannot be read are passed over.
 QList<BlockBox> arranged(Arrange command, const Outline &outline, const QList<int> &blocks,
                          const PictureSize &sizeOf = {});
-// Whether the command makes sense for these blocks, also where all are in place already.
-bool canArrange(Arrange command, const Outline &outline, const QList<int> &blocks,
-                const PictureSize &sizeOf = {});
+// The commands that make sense for these blocks, also where all are in place already.
+QSet<Arrange> arrangeable(const Outline &outline, const QList<int> &blocks, const PictureSize &sizeOf = {});
 
 } // namespace quillmere

@@ -245,7 +245,7 @@ void TestCompleting::longLine()
 // A key does not wait for a text of megabytes to be read; the list comes when typing pauses.
 void TestCompleting::largeText()
 {
-    m_window->set(QStringLiteral("<a>\r\n").repeated(100'000) + QStringLiteral("<img>|</img>"));
+    m_window->set(QStringLiteral("<a>\r\n").repeated(400'000) + QStringLiteral("<img>|</img>"));
     m_window->keys(QStringLiteral("b"));
     QVERIFY(!TypedWindow::list());
     QTRY_COMPARE(TypedWindow::entries(), QStringLiteral("back big_logo"));

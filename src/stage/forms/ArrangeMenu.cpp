@@ -109,11 +109,8 @@ void ArrangeMenu::addArranging(Commands &menu)
 {
     for (const Arranging &item : kArranging) {
         const QString caption = menu.action(item.name)->text().remove(u'&');
-        add(
-            menu, item.name, item.key, [this, &item, caption] { arrange(item.command, caption); },
-            [this, &item](const QList<int> &blocks) {
-                return canArrange(item.command, m_stage.outline(), blocks, kAnySize);
-            });
+        add(menu, item.name, item.key, [this, &item, caption] { arrange(item.command, caption); });
+        m_arranging.insert(item.command, menu.action(item.name));
     }
 }
 
@@ -206,7 +203,12 @@ void ArrangeMenu::arrange(Arrange command, const QString &caption)
 
 void ArrangeMenu::enable()
 {
+    if (m_stage.isOutlineSlow())
+        return; // textSettled() comes when it is there
     const QList<int> blocks = m_link.chosen();
+    const QSet<Arrange> commands = arrangeable(m_stage.outline(), blocks, kAnySize);
+    for (auto item = m_arranging.cbegin(); item != m_arranging.cend(); ++item)
+        item.value()->setEnabled(commands.contains(item.key()));
     for (const Item &item : std::as_const(m_items))
         item.action->setEnabled(item.applies(blocks));
 }

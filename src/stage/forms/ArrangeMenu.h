@@ -2,6 +2,7 @@
 
 #include "stage/Arrange.h"
 
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QTimer>
@@ -55,6 +56,7 @@ private:
     PictureSize m_sizeOf;
     Talk &m_talk;
     QList<QWidget *> m_places; // where the keys count
+    QHash<Arrange, QAction *> m_arranging;
     QList<Item> m_items;
     QTimer m_soon; // what can be done is to be found out
     int m_grid = 0;

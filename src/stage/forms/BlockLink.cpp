@@ -19,13 +19,7 @@ const QString kSetting = QStringLiteral("stage/link");
 }
 
 BlockLink::BlockLink(Stage &stage, SourceTab &tab, QObject *parent)
-    : QObject(parent), m_stage(stage), m_tab(tab), m_pause(0, [this] {
-          followCaret(true);
-          if (m_isLate)
-              return;
-          showInList();
-          emit textSettled();
-      })
+    : QObject(parent), m_stage(stage), m_tab(tab), m_pause(0, [this] { settle(); })
 {
     for (QTimer *timer : {&m_soon, &m_changing}) {
         timer->setSingleShot(true);
@@ -33,13 +27,8 @@ BlockLink::BlockLink(Stage &stage, SourceTab &tab, QObject *parent)
     }
     connect(&m_soon, &QTimer::timeout, this, [this] { followCaret(true); });
     connect(&stage, &Stage::outlined, this, [this] {
-        if (!std::exchange(m_isLate, false))
-            return;
-        followCaret(true);
-        if (m_isLate)
-            return;
-        showInList();
-        emit textSettled();
+        if (std::exchange(m_isLate, false))
+            settle();
     });
     connect(&stage, &Stage::selectionChanged, this, &BlockLink::onSelected);
     connect(tab.lvBlock->selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -129,11 +118,13 @@ void BlockLink::onListed()
 void BlockLink::onTextChanged()
 {
     m_documentRevision = m_tab.txtSnippet->document()->revision();
-    if (m_tab.txtSnippet->isTyping()) {
+    const bool isTyping = m_tab.txtSnippet->isTyping();
+    if (!isTyping)
+        m_changing.start();
+    if (isTyping || m_stage.isOutlineSlow()) {
         m_pause.changed(0, LateWork::Wait::Always);
         return;
     }
-    m_changing.start();
     m_pause.forget();
     showInList();
     emit textSettled();
@@ -158,13 +149,25 @@ void BlockLink::onKeyHandled(bool isText)
         followCaret(false);
 }
 
-void BlockLink::followCaret(bool byText)
+void BlockLink::settle()
 {
-    if (!m_isOn || m_pause.isWaiting())
-        return;
     m_isLate = m_stage.isOutlineLate();
     if (m_isLate)
         return;
+    m_stage.outline(); // made here where nobody else makes it
+    followCaret(true);
+    showInList();
+    emit textSettled();
+}
+
+void BlockLink::followCaret(bool byText)
+{
+    if (!m_isOn || m_isLate || m_pause.isWaiting())
+        return;
+    if (m_stage.isOutlineSlow()) {
+        m_pause.changed(0, LateWork::Wait::Always);
+        return;
+    }
     const int block = blockAtCaret(m_stage.outline(), m_tab.txtSnippet->caretPosition());
     if (byText && (block < 0 || m_stage.selection().contains(block)))
         return;

@@ -47,6 +47,8 @@ private:
     // `byText`: it was a change of the text that moved the caret. Then whoever stands in a selected block
     // leaves the others selected.
     void followCaret(bool byText);
+    // Typing pauses, or the text has been outlined.
+    void settle();
     void showInList();
     void showInSource();
 

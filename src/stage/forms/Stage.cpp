@@ -24,7 +24,7 @@ Stage::Stage(SourceTab &tab, PreviewFrame &frame, LiveIndex &index, QObject *par
     connect(&tab, &SourceTab::pageReady, this, &Stage::onPageReady);
     connect(tab.txtSnippet, &SourceBox::changed, this, &Stage::onTextChanged);
     connect(frame.wb, &WebBrowser::written, this, &Stage::onWritten);
-    connect(&index, &LiveIndex::changed, this, &Stage::onOutlined);
+    connect(&index, &LiveIndex::outlined, this, &Stage::onOutlined);
     connect(frame.wb, &WebBrowser::failed, this, [this] { m_drawing = false; });
 }
 
@@ -79,9 +79,14 @@ void Stage::take(const QList<int> &blocks)
     m_document = m_tab.txtSnippet->document();
 }
 
-bool Stage::isOutlineLate() const
+bool Stage::isOutlineSlow() const
 {
     return m_tab.txtSnippet->document()->characterCount() > kLarge && !m_index.isOutlined();
+}
+
+bool Stage::isOutlineLate() const
+{
+    return isOutlineSlow() && m_index.isOutlineComing();
 }
 
 void Stage::onOutlined()
@@ -189,7 +194,7 @@ void Stage::onWritten()
         drawNext();
         return;
     }
-    if (!isOutlineLate() && (m_wanted || !selection().isEmpty()))
+    if (!isOutlineSlow() && (m_wanted || !selection().isEmpty()))
         askPlaces();
 }
 

@@ -31,8 +31,9 @@ public:
     // Of the text in the source box as it stands now.
     const Outline &outline() const;
     qint64 revision() const;
-    // True while the outline of a large text is being made beside the window's thread: who would only follow
-    // what is typed waits for outlined().
+    // True for a large text that is not outlined yet: who would only follow what is typed waits for a pause.
+    bool isOutlineSlow() const;
+    // True where it also is being made beside the window's thread; then outlined() tells.
     bool isOutlineLate() const;
 
     // The block selected first comes first; it is the one that others are aligned to.

@@ -60,6 +60,12 @@ const Outline &LiveIndex::outline()
     return m_outline;
 }
 
+bool LiveIndex::isOutlineComing() const
+{
+    const bool isAtWork = m_running || m_soon.isActive() || m_pause.isWaiting();
+    return isAtWork && !isOutlined() && !m_folder.isEmpty() && !m_openFile().isEmpty();
+}
+
 qint64 LiveIndex::revision() const
 {
     return m_source.revision();
@@ -224,6 +230,8 @@ void LiveIndex::finish(const std::shared_ptr<Made> &made)
         start();
     if (isOther)
         emit changed();
+    if (!isOutlineComing())
+        emit outlined();
 }
 
 } // namespace quillmere

@@ -39,6 +39,8 @@ public:
     const Outline &outline();
     // Whether that is made already.
     bool isOutlined() const { return m_outline.revision() == revision(); }
+    // Whether it is being made, or is about to be, beside the window's thread; then outlined() follows.
+    bool isOutlineComing() const;
     // A number that each change of that text makes another.
     qint64 revision() const;
     QString openFile() const { return m_openFile(); }
@@ -53,6 +55,8 @@ public:
 signals:
     // The index is new or brought up to date; or it is nullptr, as another theme was opened.
     void changed();
+    // What was being made when the text last changed is there.
+    void outlined();
 
 private:
     using Stamp = std::pair<QDateTime, qint64>; // time and size of a file
