@@ -50,18 +50,19 @@ int rowAt(const Outline &outline, qsizetype position)
                                                                               : -1;
 }
 
-QString nameOf(const Outline &outline, int row)
+QStringView nameOf(const Outline &outline, int row)
 {
     const std::optional<Attribute> name = outline.nameAttribute(outline.blocks()[size_t(row)]);
-    return name ? outline.at(name->value).toString() : QString();
+    return name ? outline.at(name->value) : QStringView();
 }
 
 // The rows of names, -1 for one that there are several of.
-QHash<QString, int> rowsByName(const Outline &outline)
+QHash<QStringView, int> rowsByName(const Outline &outline)
 {
-    QHash<QString, int> rows;
+    QHash<QStringView, int> rows;
+    rows.reserve(qsizetype(outline.blocks().size()));
     for (size_t row = 0; row < outline.blocks().size(); ++row) {
-        const QString name = nameOf(outline, int(row));
+        const QStringView name = nameOf(outline, int(row));
         const auto known = rows.find(name);
         if (known != rows.end())
             *known = -1;
@@ -109,7 +110,7 @@ QList<int> selectionAfter(const Outline &before, const QList<int> &blocks, const
                           const QList<TextChange> &changes)
 {
     const Moved moved(changes);
-    std::optional<QHash<QString, int>> old, now;
+    std::optional<QHash<QStringView, int>> old, now;
     QList<int> rows;
     QSet<int> found;
     for (const int block : blocks) {
@@ -117,7 +118,7 @@ QList<int> selectionAfter(const Outline &before, const QList<int> &blocks, const
             continue;
         const qsizetype place = moved(before.element(before.blocks()[size_t(block)]).tag.start);
         int row = place < 0 ? -1 : rowAt(after, place);
-        const QString name = nameOf(before, block);
+        const QStringView name = nameOf(before, block);
         if (row < 0 || nameOf(after, row) != name) {
             old = old ? old : rowsByName(before);
             now = now ? now : rowsByName(after);

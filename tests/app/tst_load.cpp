@@ -32,7 +32,7 @@ QString largeText()
     return text;
 }
 
-class LargeWindow : public Window
+class LargeWindow : public QObject, public Window
 {
 public:
     LargeWindow()
@@ -48,9 +48,14 @@ public:
     QString block(int row) const { return blocks->index(row, 1).data().toString(); }
     bool isBehind() const { return find<SourceTab>("frYt(8)")->isBehind() || !label->text().isEmpty(); }
     bool isDrawing() const { return worker->activeThreadCount() > 0; }
-    bool beginsToDraw() const
+    // Looks at every event, since a page may be made while another event keeps the window's thread busy.
+    bool beginsToDraw()
     {
-        return QTest::qWaitFor([this] { return isDrawing(); }, 20000);
+        m_sawDrawing = isDrawing();
+        qApp->installEventFilter(this);
+        const bool begins = QTest::qWaitFor([this] { return m_sawDrawing; }, 20000);
+        qApp->removeEventFilter(this);
+        return begins;
     }
     bool catchesUp() const
     {
@@ -62,6 +67,15 @@ public:
     QLabel *label = find<QLabel>("lblPreview");
     QThreadPool *worker = skin->findChild<LateRender *>()->findChild<QThreadPool *>();
     QString html() const { return find<QWidget>("txtHtml")->property("plainText").toString(); }
+
+private:
+    bool eventFilter(QObject *, QEvent *) override
+    {
+        m_sawDrawing = m_sawDrawing || isDrawing();
+        return false;
+    }
+
+    bool m_sawDrawing = false;
 };
 
 // Those of a line, which are made when it is shown.
