@@ -16,7 +16,8 @@ namespace quillmere {
 
 namespace {
 constexpr int kLarge = 300'000; // units of a text whose outline takes longer than a frame
-}
+constexpr int kPainting = 40;   // ms from a page that is written to one that is on the screen
+} // namespace
 
 Stage::Stage(SourceTab &tab, PreviewFrame &frame, LiveIndex &index, QObject *parent)
     : QObject(parent), m_tab(tab), m_frame(frame), m_index(index)
@@ -26,6 +27,9 @@ Stage::Stage(SourceTab &tab, PreviewFrame &frame, LiveIndex &index, QObject *par
     connect(frame.wb, &WebBrowser::written, this, &Stage::onWritten);
     connect(&index, &LiveIndex::outlined, this, &Stage::onOutlined);
     connect(frame.wb, &WebBrowser::failed, this, [this] { m_drawing = false; });
+    m_painted.setSingleShot(true);
+    m_painted.setInterval(kPainting);
+    connect(&m_painted, &QTimer::timeout, this, &Stage::askForSelected);
 }
 
 const Outline &Stage::outline() const
@@ -91,9 +95,14 @@ bool Stage::isOutlineLate() const
 
 void Stage::onOutlined()
 {
-    if (m_pageThere && !m_trying && (m_wanted || !selection().isEmpty()))
-        askPlaces();
+    askForSelected();
     emit outlined();
+}
+
+void Stage::askForSelected()
+{
+    if (!m_trying && !isOutlineSlow() && (m_wanted || !selection().isEmpty()))
+        askPlaces();
 }
 
 const QList<Place> *Stage::places()
@@ -117,6 +126,7 @@ std::optional<Place> Stage::placeOf(int block)
 
 void Stage::askPlaces()
 {
+    m_painted.stop();
     if (m_asked || !m_pageThere || m_pageOf != revision())
         return;
     m_asked = true;
@@ -194,8 +204,7 @@ void Stage::onWritten()
         drawNext();
         return;
     }
-    if (!isOutlineSlow() && (m_wanted || !selection().isEmpty()))
-        askPlaces();
+    m_painted.start();
 }
 
 // The page of the new text is drawn by whoever draws pages.

@@ -7,6 +7,7 @@
 #include "stage/Hits.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <optional>
 
@@ -74,6 +75,7 @@ private:
     void followText();
     void take(const QList<int> &blocks);
     void askPlaces();
+    void askForSelected();
     void drawNext();
 
     SourceTab &m_tab;
@@ -86,6 +88,7 @@ private:
     qint64 m_placesOf = -1; // revisions; -1 for none
     qint64 m_pageOf = -1;   // of the page that is in the browser, or on its way there
     bool m_pageThere = false;
+    QTimer m_painted; // it is likely painted by then; asking before would put that off
     bool m_asked = false, m_wanted = false;
     bool m_trying = false, m_drawing = false;
     std::optional<QString> m_next; // the text to be tried out
