@@ -1,13 +1,18 @@
 #include "app/WindowFixture.h"
 
 #include "controls/ListView.h"
+#include "source/forms/SourceBox.h"
 
+#include <QClipboard>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QProcess>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QWebEngineProfile>
+#include <QWebEngineUrlRequestInterceptor>
 #include <QWheelEvent>
 
 using namespace quillmere;
@@ -48,6 +53,15 @@ QByteArray theme(const QByteArray &windows, const QByteArray &images = {})
 
 } // namespace
 
+class Requests : public QWebEngineUrlRequestInterceptor
+{
+public:
+    void interceptRequest(QWebEngineUrlRequestInfo &info) override { urls.append(info.requestUrl().path()); }
+    qsizetype of(const QString &picture) const { return urls.filter(picture).size(); }
+
+    QStringList urls;
+};
+
 class TestPreview : public QObject
 {
     Q_OBJECT
@@ -84,6 +98,31 @@ private slots:
                          Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(wb->focusProxy(), &turn);
         QVERIFY(bar->value() > 0);
+    }
+
+    // What is typed asks for no picture but the one that it brings.
+    void picturesStay()
+    {
+        Requests requests; // outlives the browser
+        Window window;
+        auto *wb = window.find<WebBrowser>("wb");
+        auto *source = window.find<SourceBox>("txtSnippet");
+        wb->page()->profile()->setUrlRequestInterceptor(&requests);
+        window.skin->openTheme(kExample);
+        openWindow(window, u"wnd_epg"_s);
+        window.turnTo(8);
+        const QString image = u"art_orchard_184x102"_s;
+        QTRY_VERIFY(requests.of(image) == 1 && !wb->isBusy());
+        source->setFocus();
+        source->select(source->text().indexOf(u"<string>"_s) + 8, 0);
+        QTest::keyClicks(source, u"some words"_s);
+        QTRY_VERIFY(!wb->isBusy());
+        QGuiApplication::clipboard()->setText(u"art_vinyl_320x320"_s);
+        source->select(source->text().indexOf(image), image.size());
+        source->paste();
+        QTRY_COMPARE(requests.of(u"art_vinyl_320x320"_s), 1);
+        QVERIFY(requests.urls.size() > 10);
+        QCOMPARE(requests.urls.removeDuplicates(), 0);
     }
 
     void brokenTheme()
