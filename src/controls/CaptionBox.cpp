@@ -2,6 +2,7 @@
 
 #include "rows/ToolTip.h"
 
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QStyleOptionGroupBox>
 #include <QStylePainter>
@@ -21,6 +22,17 @@ void CaptionBox::setCaption(const QString &caption)
 {
     setTitle(caption);
     setToolTip(plainToolTip(caption));
+}
+
+// What is in the frame asks the frame for a tooltip where it has none; the caption is no answer there.
+bool CaptionBox::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip &&
+        static_cast<QHelpEvent *>(event)->pos().y() > fontMetrics().height()) {
+        event->ignore();
+        return true;
+    }
+    return QGroupBox::event(event);
 }
 
 void CaptionBox::paintEvent(QPaintEvent *)
