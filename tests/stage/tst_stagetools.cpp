@@ -113,6 +113,16 @@ private slots:
         QVERIFY(window.find<QAction>("mnuGrid(8)")->isChecked());
         QTest::keyClick(window.list, Qt::Key_Escape);
         QCOMPARE(window.rows(), QString());
+
+        // In an open menu a key is the menu's.
+        window.click(3);
+        const QString text = window.source->text();
+        auto *menu = window.find<QMenu>("mnuArrange");
+        menu->popup({});
+        QTest::keyClick(menu, Qt::Key_Delete);
+        QCOMPARE(window.source->text(), text);
+        QTest::keyClick(menu, Qt::Key_U); // "D&uplicate"; Select Parent where no menu is open
+        QCOMPARE(window.source->text().count(u"<widget"_s), text.count(u"<widget"_s) + 1);
     }
 
     // The dialog is at the block that is selected, also where another has its name.

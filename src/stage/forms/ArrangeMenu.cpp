@@ -8,6 +8,9 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMenu>
 #include <QSettings>
 #include <QWidget>
 
@@ -79,6 +82,19 @@ ArrangeMenu::ArrangeMenu(Stage &stage, BlockLink &link, Picture &picture, Pictur
     connect(&m_soon, &QTimer::timeout, this, &ArrangeMenu::enable);
     connect(&link, &BlockLink::chosenChanged, this, &ArrangeMenu::enable);
     connect(&link, &BlockLink::textSettled, &m_soon, qOverload<>(&QTimer::start));
+    qApp->installEventFilter(this);
+}
+
+// A menu takes no focus: to the keys it is the picture that is in use, and a letter that chooses in the menu,
+// or Delete, would be taken for a command before the menu sees it.
+bool ArrangeMenu::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::ShortcutOverride || !qobject_cast<QMenu *>(watched))
+        return false;
+    const Qt::KeyboardModifiers held = static_cast<QKeyEvent *>(event)->modifiers();
+    const bool isPlain = !(held & ~(Qt::ShiftModifier | Qt::KeypadModifier));
+    event->setAccepted(isPlain);
+    return isPlain;
 }
 
 void ArrangeMenu::addCommands(Commands &menu, const QList<QWidget *> &places)

@@ -34,6 +34,10 @@ public:
     // Pixels; 0 for none.
     int grid() const { return m_grid; }
 
+protected:
+    // Keeps the keys out of menus that are open.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     struct Item
     {
