@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QSettings>
 
 #include <algorithm>
@@ -206,7 +207,11 @@ void BlockLink::showInSource()
     if (blocks.isEmpty() || blocks.contains(blockAtCaret(outline, source.caretPosition())))
         return;
     const QScopedValueRollback showing(m_showing, true);
-    source.select(outline.element(outline.blocks()[size_t(blocks.first())]).tag.start, 0);
+    const qsizetype start = outline.element(outline.blocks()[size_t(blocks.first())]).tag.start;
+    const int scrolled = source.verticalScrollBar()->value();
+    source.select(start, 0);
+    if (source.verticalScrollBar()->value() != scrolled) // which brings in no more than the first line
+        source.showFrom(start);
 }
 
 } // namespace quillmere
