@@ -6,6 +6,7 @@
 #include "preview/Zoom.h"
 #include "preview/forms/PreviewFrame.h"
 
+#include <QAction>
 #include <QClipboard>
 #include <QComboBox>
 #include <QEvent>
@@ -13,6 +14,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSignalBlocker>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -27,7 +29,8 @@ constexpr int kRest = 60;   // ms
 
 } // namespace
 
-StageBar::StageBar(PreviewFrame &frame, std::function<QString(const QString &)> nameOf)
+StageBar::StageBar(PreviewFrame &frame, std::function<QString(const QString &)> nameOf,
+                   const QList<QAction *> &switches)
     : QWidget(frame.parentWidget()), m_frame(frame), m_nameOf(std::move(nameOf)),
       cboZoom(named(new QComboBox, "cboZoom", tr("Zoom"))),
       lblPointer(named(new QLabel, "lblPointer", tr("Pointer"))),
@@ -54,6 +57,16 @@ StageBar::StageBar(PreviewFrame &frame, std::function<QString(const QString &)> 
     line->addWidget(m_chip);
     line->addWidget(lblPixel);
     line->addStretch();
+    for (QAction *action : switches) {
+        auto *button = new QToolButton;
+        button->setObjectName(u"cmd" + action->objectName().sliced(3)); // behind "mnu"
+        button->setAccessibleName(action->iconText());
+        button->setDefaultAction(action);
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::NoFocus); // the picture keeps the keyboard
+        button->setFixedHeight(kHeight);
+        line->addWidget(button);
+    }
     lblPointer->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00000, 0000")));
 
     m_soon.setSingleShot(true);

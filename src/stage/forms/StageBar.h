@@ -19,8 +19,10 @@ class StageBar : public QWidget
     Q_OBJECT
 
 public:
-    // `nameOf` knows the name that a colour's code, "#rrggbb", has; empty for none.
-    StageBar(PreviewFrame &frame, std::function<QString(const QString &code)> nameOf);
+    // `nameOf` knows the name that a colour's code, "#rrggbb", has; empty for none. The switches stand at the
+    // end of the line, since their menu is not open to the mouse on every tab.
+    StageBar(PreviewFrame &frame, std::function<QString(const QString &code)> nameOf,
+             const QList<QAction *> &switches);
 
 protected:
     // Keeps its place below the frame; a click on the colour copies its code.
