@@ -140,9 +140,23 @@ void StageOverlay::drawGuides(QPainter &painter) const
         painter.setPen(pen(kGuide, 1));
         painter.drawLine(line);
     }
+    // Blocks of one height meet in three lines: the gap between them is the same in each.
+    struct Gap
+    {
+        qint64 distance;
+        bool isAcross;
+        int at; // along the line
+        bool operator==(const Gap &) const = default;
+    };
+    QList<Gap> told;
     for (const Guide &guide : m_sketch.guides) {
         if (guide.distance < 0)
             continue;
+        const bool isAcross = guide.line.dy() == 0;
+        const Gap gap{guide.distance, isAcross, qRound(isAcross ? guide.text.x() : guide.text.y())};
+        if (told.contains(gap))
+            continue;
+        told.append(gap);
         const QString text = QString::number(guide.distance);
         QRectF box(0, 0, fontMetrics().horizontalAdvance(text) + 2 * kPad, fontMetrics().height());
         box.moveCenter(onGlass(QRectF(guide.text, QSizeF())).topLeft());
@@ -158,7 +172,6 @@ void StageOverlay::paintEvent(QPaintEvent *)
     for (qsizetype i = m_sketch.selected.size() - 1; i >= 0; --i)
         drawBox(painter, lineOf(onGlass(m_sketch.selected[i])), kSelected,
                 i == 0 && m_sketch.selected.size() > 1 ? 2 : 1);
-    drawGuides(painter);
     if (m_sketch.hasHandles && !m_sketch.selected.isEmpty()) {
         for (const Handle &handle : handlesOf(onGlass(m_sketch.selected.first()))) {
             QRectF box(0, 0, kHandle, kHandle);
@@ -168,6 +181,7 @@ void StageOverlay::paintEvent(QPaintEvent *)
             painter.fillRect(box.adjusted(2, 2, -2, -2), QColor::fromRgba(kLight));
         }
     }
+    drawGuides(painter); // over the handles, which would hide the numbers
     if (m_sketch.band) {
         const QRectF band = lineOf(onGlass(m_sketch.band->normalized()));
         painter.fillRect(band, QColor::fromRgba(kBand));
