@@ -11,12 +11,15 @@
 #include "keeping/forms/OutsideChanges.h"
 #include "keeping/forms/Recovery.h"
 #include "markup/FormatXML.h"
+#include "markup/LineDifference.h"
 #include "preview/forms/PreviewFrame.h"
 #include "source/SavedText.h"
 #include "source/forms/SourceBox.h"
 
 #include <QFileInfo>
 #include <QThreadPool>
+
+#include <utility>
 
 namespace quillmere {
 
@@ -110,6 +113,7 @@ void OpenDocument::show(ReadyWindow window)
         m_frame.wb->beginDocument();
     }
     m_document = window.file;
+    m_inFile = m_document.text();
     m_frame.setCaption(path);
     m_status.showCodePage(m_document.encoding().page);
     m_source.setText(std::move(window.text));
@@ -148,11 +152,16 @@ void OpenDocument::save()
                                     QStringLiteral("Benar mau menyimpan file?"), path, m_document.theme()};
     if (!askToWrite(m_files, m_talk, question, No::IsIgnored))
         return;
-    m_document.save(m_files, textToSave(m_source.text()));
+    const QString text = textToSave(m_source.text());
+    m_document.save(m_files, text);
     m_source.document()->setModified(false);
     m_status.showCodePage(m_document.encoding().page);
     m_recovery->saved();
-    m_talk.say(tr("%1 saved.").arg(path));
+    const qsizetype indented = onlyIndented(std::exchange(m_inFile, text), text);
+    const QString saved = tr("%1 saved.").arg(path);
+    m_talk.say(indented == 0   ? saved
+               : indented == 1 ? tr("%1 1 line is only re-indented.").arg(saved)
+                               : tr("%1 %2 lines are only re-indented.").arg(saved).arg(indented));
 }
 
 bool OpenDocument::mayClose(KeptRows &rows)

@@ -72,6 +72,7 @@ private:
     Files &m_files;
     Talk &m_talk;
     Document m_document;
+    QString m_inFile; // as last read or saved
     Recovery *m_recovery;
 };
 

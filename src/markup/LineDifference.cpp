@@ -110,6 +110,17 @@ QList<qsizetype> partnersOf(const Lines &a, const Lines &b)
     return partners;
 }
 
+Lines withoutIndent(Lines lines)
+{
+    for (QStringView &line : lines) {
+        qsizetype ink = 0;
+        while (ink < line.size() && (line[ink] == u' ' || line[ink] == u'\t'))
+            ++ink;
+        line = line.sliced(ink);
+    }
+    return lines;
+}
+
 // Lines [from, fromEnd) of one text stand for lines [to, toEnd) of the other.
 struct Change
 {
@@ -174,6 +185,17 @@ LineDifference compareLines(QStringView from, QStringView to, qsizetype context)
         difference.added += change.toEnd - change.to;
     }
     return difference;
+}
+
+qsizetype onlyIndented(QStringView from, QStringView to)
+{
+    const Lines a = linesOf(from), b = linesOf(to);
+    const Lines inkOfA = withoutIndent(a);
+    const QList<qsizetype> partners = partnersOf(inkOfA, withoutIndent(b));
+    qsizetype count = 0;
+    for (qsizetype i = 0; i < a.size(); ++i)
+        count += partners[i] >= 0 && !inkOfA[i].isEmpty() && a[i] != b[partners[i]];
+    return count;
 }
 
 } // namespace quillmere

@@ -31,4 +31,9 @@ struct LineDifference
 // difference does.
 LineDifference compareLines(QStringView from, QStringView to, qsizetype context = 3);
 
+// How many lines of a text stand in another one as they are but for the blanks before them. Lines of blanks
+// alone do not count. Where finding them takes too long, those between the first and the last other change
+// are left out.
+qsizetype onlyIndented(QStringView from, QStringView to);
+
 } // namespace quillmere

@@ -488,6 +488,39 @@ private slots:
         QVERIFY(saved.endsWith("\r\n") && saved.count('\r') == 1);
     }
 
+    void saysWhatIsOnlyReindented_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("said");
+        const QByteArray widget = "<widget name=\"a\">\n";
+        QTest::newRow("some") << "  " + widget + "\t<rect>[1,2,3,4]</rect>\n</widget>" << QString()
+                              << u" 2 lines are only re-indented."_s;
+        QTest::newRow("one") << "<a>\r\n" + widget + "</widget>\r\n"
+                             << QString() << u" 1 line is only re-indented."_s;
+        QTest::newRow("none, and other line ends")
+            << "<widget   name=\"a\">\r\n\r\n\t\r\n</widget>"_ba << QString() << QString();
+        QTest::newRow("others are typed") << "<a>\n" + widget + "<b>\n<c>\n</widget>\n"
+                                          << u"<new>\r\n"_s << u" 3 lines are only re-indented."_s;
+    }
+
+    // Once: what is saved again is as it was.
+    void saysWhatIsOnlyReindented()
+    {
+        QFETCH(const QByteArray, file);
+        QFETCH(const QString, typed);
+        QFETCH(const QString, said);
+        Window window;
+        window.skin->openDocument(window.write("theme/w.xml", file));
+        window.turnTo(8);
+        window.source()->rewrite(typed + window.source()->text());
+        for (const bool isFirst : {true, false}) {
+            window.expectSave(true);
+            window.choose("mnuSave");
+            QCOMPARE(window.said(), window.path("theme/w.xml") + u" saved."_s + (isFirst ? said : QString()));
+        }
+    }
+
     void codePage()
     {
         Window window;

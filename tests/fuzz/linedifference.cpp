@@ -32,4 +32,10 @@ void fuzz(const Input &input)
             removed += line.kind == LineDifference::Kind::Removed;
     }
     check(removed == difference.removed, "counts");
+    const auto hasInk = [](const QString &line) {
+        return std::ranges::any_of(line, [](QChar unit) { return unit != u' ' && unit != u'\t'; });
+    };
+    const QString further = u' ' + QString(from).replace(u"\n"_s, u"\n "_s);
+    check(onlyIndented(from, further) == std::ranges::count_if(a, hasInk), "all lines further in", from);
+    check(onlyIndented(from, from) == 0, "no line", from);
 }
