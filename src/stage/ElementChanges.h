@@ -2,6 +2,8 @@
 
 #include "stage/RectChanges.h"
 
+#include <QSize>
+
 namespace quillmere {
 
 // Edits of whole elements. Blocks are rows of the block list. A block in a comment, and one whose closing tag
@@ -41,5 +43,8 @@ Edited inserted(const Outline &outline, NewBlock kind, int parent, const Box &bo
 // The row that `inserted` would put it into: the first selected block, else the window; -1 where there is
 // none.
 int parentForNew(const Outline &outline, const QList<int> &selected);
+// A place of a usual size for it, in the rect's own numbers: in the middle of that part of its parent which a
+// screen of this size shows, or of the whole parent where it shows none of it, and no larger than that.
+Box placeForNew(const Outline &outline, NewBlock kind, int parent, QSize screen);
 
 } // namespace quillmere

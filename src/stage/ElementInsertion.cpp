@@ -129,12 +129,13 @@ struct NewBlockRow
     bool hasFont;
     QStringView alignment;
     bool hasPicture;
+    QSize usual; // pixels
 };
-constexpr NewBlockRow kNewBlocks[] = {{u"text", u"Text", true, u"vcentre", false},
-                                      {u"image", {}, false, {}, true},
-                                      {u"boxitem", {}, false, {}, true},
-                                      {u"button", u"Button", false, u"hcentre|vcentre", true},
-                                      {u"progbar", {}, false, {}, true}};
+constexpr NewBlockRow kNewBlocks[] = {{u"text", u"Text", true, u"vcentre", false, {300, 40}},
+                                      {u"image", {}, false, {}, true, {200, 150}},
+                                      {u"boxitem", {}, false, {}, true, {300, 200}},
+                                      {u"button", u"Button", false, u"hcentre|vcentre", true, {160, 50}},
+                                      {u"progbar", {}, false, {}, true, {300, 24}}};
 
 // What the last block of a class says in an element of this kind; else what any block says. The ground of a
 // window is not for others.
@@ -223,6 +224,21 @@ int parentForNew(const Outline &outline, const QList<int> &selected)
 {
     const QList<int> whole = wholeBlocks(outline, selected);
     return whole.isEmpty() ? windowOf(outline) : whole.first();
+}
+
+Box placeForNew(const Outline &outline, NewBlock kind, int parent, QSize screen)
+{
+    const std::optional<Box> known = parent < 0 ? std::nullopt : placesOnScreen(outline)[size_t(parent)];
+    const Box around = known.value_or(Box{0, 0, screen.width(), screen.height()});
+    const qint64 left = std::max<qint64>(0, around.x), top = std::max<qint64>(0, around.y);
+    Box room = {left - around.x, top - around.y, std::min<qint64>(screen.width(), around.x + around.w) - left,
+                std::min<qint64>(screen.height(), around.y + around.h) - top};
+    if (room.w <= 0 || room.h <= 0)
+        room = {0, 0, around.w, around.h};
+    const QSize usual = kNewBlocks[size_t(kind)].usual;
+    const qint64 w = room.w > 0 ? std::min<qint64>(usual.width(), room.w) : usual.width();
+    const qint64 h = room.h > 0 ? std::min<qint64>(usual.height(), room.h) : usual.height();
+    return {room.x + (room.w - w) / 2, room.y + (room.h - h) / 2, w, h};
 }
 
 Edited inserted(const Outline &outline, NewBlock kind, int parent, const Box &box)

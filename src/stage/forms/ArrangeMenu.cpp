@@ -55,17 +55,17 @@ constexpr Grid kGrids[] = {{"mnuGrid(0)", 0, Qt::Key_0},
                            {"mnuGrid(8)", 8, Qt::Key_8},
                            {"mnuGrid(16)", 16, Qt::Key_6}};
 
-struct Insertion
+struct InsertItem
 {
     const char *name;
     NewBlock kind;
     Qt::Key key; // with Shift
 };
-constexpr Insertion kInsertions[] = {{"mnuInsert(0)", NewBlock::Text, Qt::Key_T},
-                                     {"mnuInsert(1)", NewBlock::Image, Qt::Key_I},
-                                     {"mnuInsert(2)", NewBlock::Boxitem, Qt::Key_X},
-                                     {"mnuInsert(3)", NewBlock::Button, Qt::Key_B},
-                                     {"mnuInsert(4)", NewBlock::Progbar, Qt::Key_P}};
+constexpr InsertItem kInserts[] = {{"mnuInsert(0)", NewBlock::Text, Qt::Key_T},
+                                   {"mnuInsert(1)", NewBlock::Image, Qt::Key_I},
+                                   {"mnuInsert(2)", NewBlock::Boxitem, Qt::Key_X},
+                                   {"mnuInsert(3)", NewBlock::Button, Qt::Key_B},
+                                   {"mnuInsert(4)", NewBlock::Progbar, Qt::Key_P}};
 
 // Whether a block has a picture is known without looking how large that is.
 const PictureSize kAnySize = [](const QString &) { return QSize(1, 1); };
@@ -186,7 +186,7 @@ void ArrangeMenu::addSnapping(Commands &menu)
 
 void ArrangeMenu::addInserting(Commands &menu)
 {
-    for (const Insertion &item : kInsertions) {
+    for (const InsertItem &item : kInserts) {
         const auto command = [this, kind = item.kind] {
             m_link.takeChosen();
             m_picture.gestures.insertNext(kind);

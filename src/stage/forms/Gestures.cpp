@@ -43,7 +43,8 @@ QString numbersOf(const Box &box)
 } // namespace
 
 Gestures::Gestures(Stage &stage, PreviewFrame &frame, StageOverlay &overlay, Talk &talk, QObject *parent)
-    : QObject(parent), m_stage(stage), m_frame(frame), m_overlay(overlay), m_talk(talk)
+    : QObject(parent), m_stage(stage), m_frame(frame), m_overlay(overlay), m_talk(talk),
+      m_insertion(stage, frame, talk)
 {
     connect(&stage, &Stage::selectionChanged, this, &Gestures::refresh);
     connect(&stage, &Stage::placesChanged, this, &Gestures::refresh);
@@ -70,8 +71,13 @@ void Gestures::textChanged()
 
 void Gestures::insertNext(NewBlock kind)
 {
-    m_insert = kind;
-    m_talk.say(tr("Draw the place of the new block with the mouse; Esc gives it up."));
+    m_insertion.begin(kind);
+    showCursor();
+}
+
+void Gestures::insertInMiddle()
+{
+    m_insertion.putInMiddle();
     showCursor();
 }
 
@@ -81,7 +87,7 @@ void Gestures::press(const Pointer &pointer)
     m_pointer = pointer.at;
     m_from = m_frame.toPage(pointer.at);
     m_under = blocksUnder(pointer.at);
-    m_edges = m_insert ? Qt::Edges() : handleUnder(pointer.at);
+    m_edges = isInserting() ? Qt::Edges() : handleUnder(pointer.at);
     m_revision = m_stage.revision();
     m_doing = Doing::Pressed;
 }
@@ -117,10 +123,11 @@ void Gestures::release(const Pointer &pointer)
 
 bool Gestures::cancel()
 {
-    const bool inserts = m_insert.has_value();
-    m_insert.reset();
+    const bool inserted = m_insertion.giveUp();
+    if (inserted)
+        showCursor();
     if (!isUnderWay())
-        return inserts;
+        return inserted;
     m_doing = Doing::Over;
     m_stage.endTrying();
     Sketch sketch = m_overlay.sketch();
@@ -151,7 +158,7 @@ ClickRound::Click Gestures::clickAt(const Pointer &pointer, const QList<int> &bl
 
 void Gestures::click(const Pointer &pointer)
 {
-    if (m_insert || m_revision != m_stage.revision())
+    if (isInserting() || m_revision != m_stage.revision())
         return;
     const Qt::KeyboardModifiers held = m_press.modifiers & (Qt::ControlModifier | Qt::ShiftModifier);
     const ClickRound::Click found = clickAt(m_press, m_under);
@@ -208,7 +215,7 @@ void Gestures::begin()
     const bool isOnSelected = std::any_of(m_under.begin(), m_under.end(), isSelected);
     const bool isEmptyGround =
         m_under.isEmpty() || (m_under.size() == 1 && parentOf(m_stage.outline(), m_under.first()) < 0);
-    if (m_insert) {
+    if (isInserting()) {
         m_doing = Doing::Inserting;
     } else if (m_edges) {
         beginSize();
@@ -306,10 +313,12 @@ void Gestures::step(const Pointer &pointer, bool isLast)
         sketch.label.clear();
         sketch.band = m_band;
         m_overlay.draw(sketch);
-        if (isLast && m_doing == Doing::Banding)
+        if (isLast && m_doing == Doing::Banding) {
             selectBand();
-        else if (isLast)
-            insert();
+        } else if (isLast) {
+            const QScopedValueRollback writing(m_isWriting, true);
+            m_insertion.putAt(m_band, m_revision);
+        }
         break;
     }
     default:
@@ -363,25 +372,6 @@ void Gestures::selectBand()
     sketch.band.reset();
     m_overlay.draw(sketch);
     m_stage.select(next, Stage::By::Picture);
-}
-
-// The new block's rect counts from where that of the block around it begins.
-void Gestures::insert()
-{
-    const Outline &outline = m_stage.outline();
-    const int parent = parentForNew(outline, m_stage.selection());
-    const std::optional<Box> around = parent < 0 ? Box() : placesOnScreen(outline)[size_t(parent)];
-    const QRect drawn = QRectF(m_band.normalized()).toRect();
-    const Box origin = around.value_or(Box());
-    const Edited edited =
-        inserted(outline, *std::exchange(m_insert, {}), parent,
-                 {drawn.x() - origin.x, drawn.y() - origin.y, drawn.width(), drawn.height()});
-    if (edited.changes.isEmpty()) {
-        m_talk.say(tr("There is no window to put the block into."));
-        return;
-    }
-    const QScopedValueRollback writing(m_isWriting, true);
-    m_stage.write(edited.changes, m_revision, edited.selection);
 }
 
 // ---- what is to be seen
@@ -444,7 +434,7 @@ void Gestures::refresh()
 void Gestures::showCursor()
 {
     const Qt::Edges edges = m_pointer ? handleUnder(*m_pointer) : Qt::Edges();
-    const QCursor cursor(m_insert ? Qt::CrossCursor : cursorOf(edges));
+    const QCursor cursor(isInserting() ? Qt::CrossCursor : cursorOf(edges));
     for (QWidget *widget : {static_cast<QWidget *>(m_frame.wb), m_frame.wb->focusProxy()}) {
         if (widget && widget->cursor().shape() != cursor.shape())
             widget->setCursor(cursor);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "stage/ClickRound.h"
-#include "stage/ElementChanges.h"
 #include "stage/Snapping.h"
+#include "stage/forms/Insertion.h"
 #include "stage/forms/Stage.h"
 
 #include <functional>
@@ -43,8 +43,10 @@ public:
     bool isUnderWay() const { return m_doing != Doing::Nothing && m_doing != Doing::Over; }
     // The next click begins again with what is seen.
     void endRound() { m_round.end(); }
-    // The next drag draws the place of a new block.
+    // The next drag draws the place of a new block, or Enter puts it into the middle.
     void insertNext(NewBlock kind);
+    bool isInserting() const { return m_insertion.isWaiting(); }
+    void insertInMiddle();
     // The blocks under a point of the browser, what is seen first; none while that is not known.
     QList<int> blocksUnder(QPointF at);
 
@@ -71,7 +73,6 @@ private:
     void click(const Pointer &pointer);
     Snapped snapped(const Pointer &pointer) const;
     void take(const Snapped &snapped, bool isLast);
-    void insert();
     void selectBand();
     Qt::Edges handleUnder(QPointF at) const;
     ClickRound::Click clickAt(const Pointer &pointer, const QList<int> &blocks);
@@ -97,7 +98,7 @@ private:
     Snapped m_now;
     QPointF m_offset; // from sums of rects to pixels of the page
     QRectF m_band;
-    std::optional<NewBlock> m_insert;
+    Insertion m_insertion;
     ClickRound m_round;
     quint64 m_lastClick = 0;
     std::optional<QPointF> m_pointer; // where it rests in the browser

@@ -74,6 +74,11 @@ bool isTab(int key)
     return key == Qt::Key_Tab || key == Qt::Key_Backtab;
 }
 
+bool isEnter(int key)
+{
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 bool isMenuKey(int key, Qt::KeyboardModifiers modifiers)
 {
     return key == Qt::Key_Menu || (key == Qt::Key_F10 && modifiers == Qt::ShiftModifier);
@@ -200,6 +205,7 @@ bool Picture::isKey(const QKeyEvent &event) const
         !directionOf(event.key()).isNull() && !(modifiers & ~(Qt::ControlModifier | Qt::ShiftModifier));
     const bool isPlainTab = isTab(event.key()) && !(modifiers & ~Qt::KeyboardModifiers(Qt::ShiftModifier));
     return isArrow || isPlainTab || isMenuKey(event.key(), modifiers) || commandOf(event.key(), modifiers) ||
+           (isEnter(event.key()) && modifiers == kPlain && gestures.isInserting()) ||
            (event.key() == Qt::Key_Escape && (gestures.isUnderWay() || !m_held.isEmpty()));
 }
 
@@ -295,6 +301,9 @@ void Picture::actKey(int key, Qt::KeyboardModifiers modifiers)
         return; // one thing at a time
     if (const KeyCommand *command = commandOf(key, modifiers)) {
         (commands.*command->command)();
+    } else if (isEnter(key)) {
+        if (gestures.isInserting()) // still: more than one may have been pressed ahead
+            gestures.insertInMiddle();
     } else if (isTab(key)) {
         const bool isBack = key == Qt::Key_Backtab || modifiers & Qt::ShiftModifier;
         commands.selectNext(isBack ? PictureCommands::Way::Back : PictureCommands::Way::On);

@@ -22,6 +22,10 @@ public:
     Gestures gestures;
     PictureCommands commands;
 
+    // Ends the first of these that there is: a gesture, what is selected. False where there is none. Popups,
+    // and work that blocks the window, take Esc before it comes here.
+    bool escape();
+
 signals:
     // The properties of a block of the list are to be shown.
     void blockOpened(int row);
@@ -46,7 +50,6 @@ private:
     void takeHeld();
     void act(const Input &input);
     void actKey(int key, Qt::KeyboardModifiers modifiers);
-    bool escape();
     void showMenu(QPointF at);
 
     Stage &m_stage;

@@ -53,9 +53,9 @@ StageTools::StageTools(Stage &stage, SourceTab &tab, PreviewFrame &frame, const 
     connect(&m_picture, &Picture::blockOpened, &m_properties, &PropertiesLink::open);
     connect(&m_picture.commands, &PictureCommands::sourceWanted, this, &StageTools::sourceWanted);
     connect(&m_properties, &PropertiesLink::sourceWanted, this, &StageTools::sourceWanted);
-    auto *nothing = new QShortcut(Qt::Key_Escape, tab.lvBlock);
-    nothing->setContext(Qt::WidgetShortcut);
-    connect(nothing, &QShortcut::activated, &m_picture.commands, &PictureCommands::selectNothing);
+    auto *escape = new QShortcut(Qt::Key_Escape, tab.lvBlock);
+    escape->setContext(Qt::WidgetShortcut);
+    connect(escape, &QShortcut::activated, &m_picture, &Picture::escape);
 }
 
 void StageTools::addCommands(Commands &menu)
