@@ -25,9 +25,7 @@ constexpr double kFarOut = 1e6; // pixels; what lies further out is cut off
 
 QPen pen(QRgb colour, double width, Qt::PenStyle style = Qt::SolidLine)
 {
-    QPen made(QColor::fromRgba(colour), width, style, Qt::FlatCap, Qt::MiterJoin);
-    made.setCosmetic(true);
-    return made;
+    return QPen(QColor::fromRgba(colour), width, style, Qt::FlatCap, Qt::MiterJoin);
 }
 
 void drawBox(QPainter &painter, const QRectF &box, QRgb colour, double width,
