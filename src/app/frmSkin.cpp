@@ -254,7 +254,9 @@ void frmSkin::Form_Resize(int width, int height)
     frmWb->setFrameSize(W, H);
     TabStrip4->setGeometry(toPixels(kStripLeft), toPixels(kStripTop), toPixels(kStripWidth),
                            toPixels(H + 240));
-    m_page->setMinimumSize(frmWb->geometry().right() + 1, TabStrip4->geometry().bottom() + 1);
+    m_page->setMinimumSize(
+        frmWb->geometry().right() + 1,
+        std::max(TabStrip4->geometry().bottom(), frmWb->geometry().bottom() + StageBar::kHeight) + 1);
     for (TabFrame *frame : std::as_const(frYt))
         frame->setFrameHeight(H - 360);
 }

@@ -22,10 +22,10 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kHeight = 20; // pixels; what the layout leaves below the frame
-constexpr int kInset = 8;   // as the browser has in the frame
-constexpr int kChip = 12;   // pixels
-constexpr int kRest = 60;   // ms
+constexpr int kInset = 8;  // as the browser has in the frame
+constexpr int kChip = 12;  // pixels
+constexpr int kRest = 60;  // ms
+constexpr int kWide = 460; // pixels; a shorter line has no room for the switches
 
 } // namespace
 
@@ -35,7 +35,7 @@ StageBar::StageBar(PreviewFrame &frame, std::function<QString(const QString &)> 
       cboZoom(named(new QComboBox, "cboZoom", tr("Zoom"))),
       lblPointer(named(new QLabel, "lblPointer", tr("Pointer"))),
       m_chip(new Swatch("swPixel", tr("Colour at the pointer"))),
-      lblPixel(named(new QLabel, "lblPixel", tr("Colour at the pointer")))
+      lblPixel(named(new QLabel, "lblPixel", tr("Colour at the pointer"))), m_switches(new QWidget)
 {
     setObjectName(QStringLiteral("stageBar"));
     cboZoom->addItem(tr("Fit"));
@@ -57,6 +57,9 @@ StageBar::StageBar(PreviewFrame &frame, std::function<QString(const QString &)> 
     line->addWidget(m_chip);
     line->addWidget(lblPixel);
     line->addStretch();
+    line->addWidget(m_switches);
+    auto *row = new QHBoxLayout(m_switches);
+    row->setContentsMargins({});
     for (QAction *action : switches) {
         auto *button = new QToolButton;
         button->setObjectName(u"cmd" + action->objectName().sliced(3)); // behind "mnu"
@@ -65,7 +68,7 @@ StageBar::StageBar(PreviewFrame &frame, std::function<QString(const QString &)> 
         button->setAutoRaise(true);
         button->setFocusPolicy(Qt::NoFocus); // the picture keeps the keyboard
         button->setFixedHeight(kHeight);
-        line->addWidget(button);
+        row->addWidget(button);
     }
     lblPointer->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00000, 0000")));
 
@@ -85,6 +88,7 @@ void StageBar::layOut()
 {
     const QRect frame = m_frame.geometry();
     setGeometry(frame.left() + kInset, frame.bottom() + 1, frame.width() - 2 * kInset, kHeight);
+    m_switches->setVisible(width() >= kWide);
 }
 
 bool StageBar::eventFilter(QObject *watched, QEvent *event)

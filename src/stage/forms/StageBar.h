@@ -19,6 +19,8 @@ class StageBar : public QWidget
     Q_OBJECT
 
 public:
+    static constexpr int kHeight = 20; // pixels; what the layout leaves below the frame
+
     // `nameOf` knows the name that a colour's code, "#rrggbb", has; empty for none. The switches stand at the
     // end of the line, since their menu is not open to the mouse on every tab.
     StageBar(PreviewFrame &frame, std::function<QString(const QString &code)> nameOf,
@@ -41,6 +43,7 @@ private:
     QLabel *lblPointer;
     Swatch *m_chip;
     QLabel *lblPixel;
+    QWidget *m_switches;
     QTimer m_soon;  // the colour is looked for when the pointer comes to rest
     QPoint m_point; // of the browser
     QString m_code;
