@@ -158,6 +158,8 @@ void StageOverlay::drawGuides(QPainter &painter) const
         const QString text = QString::number(guide.distance);
         QRectF box(0, 0, fontMetrics().horizontalAdvance(text) + 2 * kPad, fontMetrics().height());
         box.moveCenter(onGlass(QRectF(guide.text, QSizeF())).topLeft());
+        if (box.intersects(rect())) // a number that is cut off is another number
+            box.moveLeft(std::clamp(box.left(), 0., std::max(0., width() - box.width())));
         drawLabel(painter, text, box);
     }
 }
