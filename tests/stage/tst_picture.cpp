@@ -112,6 +112,19 @@ private slots:
         QCOMPARE(m_window->source()->text(), text);
     }
 
+    // The button may be let go over a question that has come up, where nobody hears of it.
+    void releaseIsMissed()
+    {
+        open("w.xml");
+        const QString text = m_window->source()->text();
+        take(stepsOf(u"press 120,130"_s).first());
+        take(stepsOf(u"move 150,150"_s).first());
+        QTest::mouseMove(m_wb, {170, 170});
+        QTRY_VERIFY(!m_picture->gestures.isUnderWay());
+        take(stepsOf(u"release 180,180"_s).first());
+        QCOMPARE(m_window->source()->text(), text);
+    }
+
     // While it drags, the page and the outline are where the mouse is, and the list keeps its ticks.
     void followsTheMouse()
     {

@@ -184,7 +184,8 @@ bool Picture::mouse(QWidget &widget, QMouseEvent &event)
     const Gestures::Pointer pointer{at, event.modifiers(), event.timestamp()};
     event.accept();
     if (event.type() == QEvent::MouseMove) {
-        take({Input::Move, pointer, 0});
+        const bool isDrag = event.buttons() & Qt::LeftButton || !event.spontaneous();
+        take({isDrag ? Input::Move : Input::Hover, pointer, 0});
         return true;
     }
     if (event.type() == QEvent::MouseButtonPress)
@@ -240,7 +241,8 @@ void Picture::take(const Input &input)
         act(input);
         return;
     }
-    if (input.kind == Input::Move && !m_held.isEmpty() && m_held.last().kind == Input::Move)
+    const bool isMove = input.kind == Input::Move || input.kind == Input::Hover;
+    if (isMove && !m_held.isEmpty() && m_held.last().kind == input.kind)
         m_held.last() = input;
     else if (m_held.size() < kMostHeld)
         m_held.append(input);
@@ -267,6 +269,10 @@ void Picture::act(const Input &input)
     case Input::Press:
         gestures.press(input.pointer);
         break;
+    case Input::Hover: // the button was let go where nobody told: over a question or a menu that came up
+        if (gestures.isUnderWay())
+            gestures.cancel();
+        [[fallthrough]];
     case Input::Move:
         gestures.move(input.pointer);
         break;

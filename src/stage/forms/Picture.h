@@ -36,7 +36,7 @@ protected:
 private:
     struct Input
     {
-        enum Kind { Press, Move, Release, DoubleClick, Menu, MenuKey, Key } kind = Move;
+        enum Kind { Press, Move, Hover, Release, DoubleClick, Menu, MenuKey, Key } kind = Move;
         Gestures::Pointer pointer;
         int key = 0;
     };
