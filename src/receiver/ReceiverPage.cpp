@@ -1,0 +1,272 @@
+#include "receiver/ReceiverPage.h"
+
+#include "markup/ColourCode.h"
+#include "markup/Matching.h"
+#include "receiver/BlockLook.h"
+
+#include <algorithm>
+
+namespace quillmere {
+
+namespace {
+
+// Browsers count no further than some 2^25 pixels; what is beyond this is far off every screen.
+constexpr qint64 kFar = 1 << 20;
+
+// Nothing of it is as wide or as high as a number below 1.
+Box overlap(const Box &a, const Box &b)
+{
+    const qint64 x = std::max(a.x, b.x), y = std::max(a.y, b.y);
+    return {x, y, std::min(a.x + a.w, b.x + b.w) - x, std::min(a.y + a.h, b.y + b.h) - y};
+}
+
+bool isEmpty(const Box &box)
+{
+    return box.w <= 0 || box.h <= 0;
+}
+
+constexpr Box kEverything = {-kFar, -kFar, 2 * kFar, 2 * kFar};
+
+// The two colours that the receiver puts the television picture in the place of.
+bool isKeyColour(QStringView name)
+{
+    static constexpr QStringView names[] = {u"osd_trans", u"gui_trans", u"#00ff00", u"#ff00ff"};
+    return std::ranges::any_of(
+        names, [name](QStringView key) { return name.compare(key, Qt::CaseInsensitive) == 0; });
+}
+
+class Painter
+{
+public:
+    Painter(const Outline &outline, const ReceiverTheme &theme, const ReceiverOptions &options)
+        : m_outline(outline), m_theme(theme), m_options(options), m_blocks(outline.blocks().size())
+    {
+    }
+
+    QString page()
+    {
+        m_out.reserve(m_outline.text().size() + 1024);
+        m_out += u"<html><head><title></title><style>body{margin:0;overflow:hidden;background:" +
+                 m_options.ground +
+                 u";}div{position:absolute;overflow:hidden;}"
+                 ".t{display:flex;flex-direction:column;font-family:sans-serif;}"
+                 ".t span{white-space:pre;}</style></head><body>";
+        std::vector<qint32> around(m_outline.elements().size(), -1); // by element: the block it stands in
+        for (size_t index = 0; index < around.size(); ++index) {
+            const Element &element = m_outline.elements()[index];
+            if (element.parent >= 0) {
+                const qint32 parent = m_outline.element(element.parent).block;
+                around[index] = parent >= 0 ? parent : around[size_t(element.parent)];
+            }
+            if (element.block >= 0)
+                put(qint32(index), around[index]);
+        }
+        m_out += u"</body></html>";
+        return std::move(m_out);
+    }
+
+private:
+    struct Block
+    {
+        bool isDrawn = false; // and with it what it holds
+        bool isGhost = false; // half see-through
+        Box place;            // on the screen
+        Box room;             // what its children are cut at
+    };
+
+    void put(qint32 element, qint32 around)
+    {
+        const Element &tag = m_outline.element(element);
+        if (tag.inComment || tag.inSignal || tag.kind == Kind::Style)
+            return;
+        const Block outer = around >= 0 ? m_blocks[size_t(around)] : Block{true, false, {}, kEverything};
+        Block &block = m_blocks[size_t(tag.block)];
+        const BlockLook look(m_outline, element);
+        const std::optional<Box> rect = outer.isDrawn ? look.rect() : std::nullopt;
+        if (!rect || isLeftOut(element) || (look.isHidden() && !m_options.hiddenBlocks))
+            return;
+        block.isDrawn = true;
+        block.isGhost = outer.isGhost || look.isHidden();
+        block.place = {outer.place.x + rect->x, outer.place.y + rect->y, rect->w, rect->h};
+        const Box seen = overlap(block.place, outer.room);
+        block.room = m_options.cutsChildren ? seen : outer.room;
+        if (!isEmpty(seen) && !isEmpty(block.place))
+            draw(look, block, seen);
+    }
+
+    bool isLeftOut(qint32 element) const
+    {
+        if (m_options.hiddenNames.isEmpty())
+            return false;
+        const std::optional<Attribute> name = m_outline.nameAttribute(element);
+        return name && m_options.hiddenNames.contains(m_outline.at(name->value).toString());
+    }
+
+    void draw(const BlockLook &look, const Block &block, const Box &seen)
+    {
+        open(seen);
+        const QString back = colour(look.entry(Kind::BackColor, m_options.state));
+        if (!back.isEmpty())
+            m_out += u"background-color:" + back + u';';
+        if (block.isGhost)
+            m_out += u"opacity:0.5;";
+        m_out += u"\">";
+        // From here on places are those in the div, which is cut where the block is.
+        const Box box = {block.place.x - seen.x, block.place.y - seen.y, block.place.w, block.place.h};
+        const bool hasFocus = m_options.state == 2;
+        if (look.isFrame())
+            drawFrame(look, box);
+        else if (look.has(Kind::Img) && (hasFocus || !look.has(Kind::UnfocusImg)))
+            drawPicture(look.value(Kind::Img), box, u" no-repeat");
+        if (!hasFocus && look.has(Kind::UnfocusImg))
+            drawPicture(look.value(Kind::UnfocusImg), box, u" no-repeat");
+        drawText(look, box);
+        m_out += u"</div>";
+    }
+
+    // The corners in their own size, and the edges in their own thickness from corner to corner.
+    void drawFrame(const BlockLook &look, const Box &box)
+    {
+        const auto size = [&](Kind kind) { return pictureOf(look.value(kind)).size.expandedTo({0, 0}); };
+        const QSize t = size(Kind::TopImg), b = size(Kind::BottomImg), l = size(Kind::LeftImg),
+                    r = size(Kind::RightImg), lt = size(Kind::LeftTopImg), rt = size(Kind::RightTopImg),
+                    lb = size(Kind::LeftBottomImg), rb = size(Kind::RightBottomImg);
+        const qint64 right = box.x + box.w, bottom = box.y + box.h;
+        const struct
+        {
+            Kind kind;
+            Box place;
+            QStringView way;
+        } pieces[] = {
+            {Kind::TopImg,
+             {box.x + lt.width(), box.y, box.w - lt.width() - rt.width(), t.height()},
+             u" repeat-x"},
+            {Kind::BottomImg,
+             {box.x + lb.width(), bottom - b.height(), box.w - lb.width() - rb.width(), b.height()},
+             u" repeat-x"},
+            {Kind::LeftImg,
+             {box.x, box.y + lt.height(), l.width(), box.h - lt.height() - lb.height()},
+             u" repeat-y"},
+            {Kind::RightImg,
+             {right - r.width(), box.y + rt.height(), r.width(), box.h - rt.height() - rb.height()},
+             u" repeat-y"},
+            {Kind::LeftTopImg, {box.x, box.y, lt.width(), lt.height()}, u" no-repeat"},
+            {Kind::RightTopImg, {right - rt.width(), box.y, rt.width(), rt.height()}, u" no-repeat"},
+            {Kind::LeftBottomImg, {box.x, bottom - lb.height(), lb.width(), lb.height()}, u" no-repeat"},
+            {Kind::RightBottomImg,
+             {right - rb.width(), bottom - rb.height(), rb.width(), rb.height()},
+             u" no-repeat"},
+        };
+        for (const auto &[kind, place, way] : pieces) {
+            if (look.has(kind))
+                drawPicture(look.value(kind), place, way);
+        }
+    }
+
+    void drawPicture(QStringView id, const Box &box, QStringView way)
+    {
+        const ReceiverTheme::Picture picture = pictureOf(id);
+        // A path that the address of a picture cannot hold would end it.
+        if (isEmpty(box) || picture.size.isEmpty() || picture.path.contains(u"')"))
+            return;
+        open(box);
+        m_out += u"background:url('" + picture.path + u"')" + way + u";\"></div>";
+    }
+
+    void drawText(const BlockLook &look, const Box &box)
+    {
+        const QString source = look.written(Kind::String).toString();
+        const QString fore = colour(look.entry(Kind::ForeColor, m_options.state));
+        if (source.isEmpty() || fore.isEmpty())
+            return;
+        QString text = m_theme.translation ? m_theme.translation(source) : source;
+        if (text.isEmpty())
+            text = source;
+        using L = BlockLook;
+        const L::Alignment alignment = look.alignment();
+        const ReceiverTheme::Font font =
+            m_theme.font ? m_theme.font(look.value(Kind::Font).toString()) : ReceiverTheme::Font();
+        openTag(u"t", box);
+        m_out += u"color:" + fore;
+        putFont(font);
+        m_out += alignment.across == L::Across::Centre  ? u";text-align:center"
+                 : alignment.across == L::Across::Right ? u";text-align:right"
+                                                        : u";text-align:left";
+        m_out += alignment.down == L::Down::Centre   ? u";justify-content:center"
+                 : alignment.down == L::Down::Bottom ? u";justify-content:flex-end"
+                                                     : QStringView();
+        m_out += text.isRightToLeft() ? u";\"><span dir=\"rtl\">" : u";\"><span>";
+        putText(text);
+        m_out += u"</span></div>";
+    }
+
+    void putFont(const ReceiverTheme::Font &font)
+    {
+        bool isNumber = false;
+        const double size = font.size.trimmed().toDouble(&isNumber);
+        if (isNumber && size > 0 && size < 10000)
+            m_out += u";font-size:" + QString::number(size) + u"px";
+        if (!font.family.isEmpty())
+            m_out += u";font-family:" + font.family;
+        if (containsIgnoringCase(font.style, u"italic"))
+            m_out += u";font-style:italic";
+        if (containsIgnoringCase(font.style, u"bold"))
+            m_out += u";font-weight:bold";
+    }
+
+    // Text is never markup, and never the address of a picture.
+    void putText(QStringView text)
+    {
+        for (const QChar c : text) {
+            if (c == u'<')
+                m_out += u"&lt;";
+            else if (c == u'&')
+                m_out += u"&amp;";
+            else if (c == u'\'')
+                m_out += u"&#39;";
+            else
+                m_out += c.unicode() < 32 ? QChar(u' ') : c; // one line
+        }
+    }
+
+    void open(const Box &box) { openTag({}, box); }
+    void openTag(QStringView name, const Box &box)
+    {
+        m_out += u"<div ";
+        if (!name.isEmpty())
+            m_out += u"class=\"" + name + u"\" ";
+        m_out += u"style=\"left:" + QString::number(box.x) + u"px;top:" + QString::number(box.y) +
+                 u"px;width:" + QString::number(box.w) + u"px;height:" + QString::number(box.h) + u"px;";
+    }
+
+    ReceiverTheme::Picture pictureOf(QStringView id) const
+    {
+        return id.isEmpty() || !m_theme.picture ? ReceiverTheme::Picture() : m_theme.picture(id.toString());
+    }
+
+    // As the page has it; empty where nothing is drawn in it.
+    QString colour(QStringView name) const
+    {
+        if (name.isEmpty() || isKeyColour(name))
+            return {};
+        const QString code = m_theme.colour ? m_theme.colour(name.toString()) : QString();
+        const QStringView asked = code.isEmpty() ? name : QStringView(code).trimmed();
+        const std::optional<Channels> channels = channelsOf(asked);
+        return channels && !isKeyColour(asked) ? colourCode(*channels) : QString();
+    }
+
+    const Outline &m_outline;
+    const ReceiverTheme &m_theme;
+    const ReceiverOptions &m_options;
+    std::vector<Block> m_blocks; // by row
+    QString m_out;
+};
+
+} // namespace
+
+QString receiverPage(const Outline &outline, const ReceiverTheme &theme, const ReceiverOptions &options)
+{
+    return Painter(outline, theme, options).page();
+}
+
+} // namespace quillmere

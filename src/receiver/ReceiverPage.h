@@ -1,0 +1,56 @@
+#pragma once
+
+#include "outline/Outline.h"
+
+#include <QSet>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace quillmere {
+
+// What a page of the receiver takes from the theme, asked by name as it stands in the window, without the
+// blanks around it. May be asked on any thread.
+struct ReceiverTheme
+{
+    // A picture file and its pixels; what has no size is not drawn.
+    struct Picture
+    {
+        QString path;
+        QSize size;
+    };
+    // How a text is set. `family` is what the page calls the font file, empty for one that there is not.
+    struct Font
+    {
+        QString family;
+        QString size; // pixels, as the catalogue has it
+        QString style;
+    };
+    std::function<Picture(const QString &id)> picture;
+    // The code of a colour of the catalogue; empty for a name that it does not have.
+    std::function<QString(const QString &name)> colour;
+    std::function<Font(const QString &name)> font;
+    // What stands for a string in the language chosen.
+    std::function<QString(const QString &source)> translation;
+};
+
+struct ReceiverOptions
+{
+    int state = 1;                           // 1 to 3: which of the entries of a list counts
+    bool hiddenBlocks = false;               // show what `<state>hide</state>` hides, half see-through
+    bool cutsChildren = true;                // at the block that they stand in
+    QSet<QString> hiddenNames;               // blocks of these names are left out, with all that they hold
+    QString ground = QStringLiteral("#000"); // a background of CSS, behind everything
+};
+
+// The page of a window as the receiver shows it, for the browser: every block at its place, one div behind
+// the other in the order of the document, none in another, so that neither depth nor number costs more than
+// its text. Blocks carry nothing over to those behind them.
+//
+// Not drawn: what stands in comments and signals, styles, and blocks without a rect of four whole numbers,
+// each with all that it holds.
+QString receiverPage(const Outline &outline, const ReceiverTheme &theme, const ReceiverOptions &options = {});
+
+} // namespace quillmere
