@@ -4,6 +4,8 @@
 #include "markup/Matching.h"
 #include "receiver/BlockLook.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace quillmere {
@@ -39,30 +41,29 @@ class Painter
 {
 public:
     Painter(const Outline &outline, const ReceiverTheme &theme, const ReceiverOptions &options)
-        : m_outline(outline), m_theme(theme), m_options(options), m_blocks(outline.blocks().size())
+        : m_bodyline(outline), m_theme(theme), m_options(options), m_blocks(outline.blocks().size())
     {
     }
 
     QString page()
     {
-        m_out.reserve(m_outline.text().size() + 1024);
-        m_out += u"<html><head><title></title><style>body{margin:0;overflow:hidden;background:" +
-                 m_options.ground +
-                 u";}div{position:absolute;overflow:hidden;}"
-                 ".t{display:flex;flex-direction:column;font-family:sans-serif;}"
-                 ".t span{white-space:pre;}</style></head><body>";
-        std::vector<qint32> around(m_outline.elements().size(), -1); // by element: the block it stands in
+        m_body.reserve(m_bodyline.text().size());
+        std::vector<qint32> around(m_bodyline.elements().size(), -1); // by element: the block it stands in
         for (size_t index = 0; index < around.size(); ++index) {
-            const Element &element = m_outline.elements()[index];
+            const Element &element = m_bodyline.elements()[index];
             if (element.parent >= 0) {
-                const qint32 parent = m_outline.element(element.parent).block;
+                const qint32 parent = m_bodyline.element(element.parent).block;
                 around[index] = parent >= 0 ? parent : around[size_t(element.parent)];
             }
             if (element.block >= 0)
                 put(qint32(index), around[index]);
         }
-        m_out += u"</body></html>";
-        return std::move(m_out);
+        return u"<html><head><title></title><style>body{margin:0;overflow:hidden;background:" +
+               m_options.ground +
+               u";}div{position:absolute;overflow:hidden;}"
+               ".t{display:flex;flex-direction:column;font-family:sans-serif;}"
+               ".t span{white-space:pre;}" +
+               m_sheet + u"</style></head><body>" + m_body + u"</body></html>";
     }
 
 private:
@@ -76,12 +77,12 @@ private:
 
     void put(qint32 element, qint32 around)
     {
-        const Element &tag = m_outline.element(element);
+        const Element &tag = m_bodyline.element(element);
         if (tag.inComment || tag.inSignal || tag.kind == Kind::Style)
             return;
         const Block outer = around >= 0 ? m_blocks[size_t(around)] : Block{true, false, {}, kEverything};
         Block &block = m_blocks[size_t(tag.block)];
-        const BlockLook look(m_outline, element);
+        const BlockLook look(m_bodyline, element);
         const std::optional<Box> rect = outer.isDrawn ? look.rect() : std::nullopt;
         if (!rect || isLeftOut(element) || (look.isHidden() && !m_options.hiddenBlocks))
             return;
@@ -98,8 +99,8 @@ private:
     {
         if (m_options.hiddenNames.isEmpty())
             return false;
-        const std::optional<Attribute> name = m_outline.nameAttribute(element);
-        return name && m_options.hiddenNames.contains(m_outline.at(name->value).toString());
+        const std::optional<Attribute> name = m_bodyline.nameAttribute(element);
+        return name && m_options.hiddenNames.contains(m_bodyline.at(name->value).toString());
     }
 
     void draw(const BlockLook &look, const Block &block, const Box &seen)
@@ -107,27 +108,30 @@ private:
         open(seen);
         const QString back = colour(look.entry(Kind::BackColor, m_options.state));
         if (!back.isEmpty())
-            m_out += u"background-color:" + back + u';';
+            m_body += u"background-color:" + back + u';';
         if (block.isGhost)
-            m_out += u"opacity:0.5;";
-        m_out += u"\">";
+            m_body += u"opacity:0.5;";
+        m_body += u"\">";
         // From here on places are those in the div, which is cut where the block is.
         const Box box = {block.place.x - seen.x, block.place.y - seen.y, block.place.w, block.place.h};
         const bool hasFocus = m_options.state == 2;
         if (look.isFrame())
             drawFrame(look, box);
         else if (look.has(Kind::Img) && (hasFocus || !look.has(Kind::UnfocusImg)))
-            drawPicture(look.value(Kind::Img), box, u" no-repeat");
+            drawPicture(look.value(Kind::Img), box, u"no-repeat");
         if (!hasFocus && look.has(Kind::UnfocusImg))
-            drawPicture(look.value(Kind::UnfocusImg), box, u" no-repeat");
+            drawPicture(look.value(Kind::UnfocusImg), box, u"no-repeat");
         drawText(look, box);
-        m_out += u"</div>";
+        m_body += u"</div>";
     }
 
     // The corners in their own size, and the edges in their own thickness from corner to corner.
     void drawFrame(const BlockLook &look, const Box &box)
     {
-        const auto size = [&](Kind kind) { return pictureOf(look.value(kind)).size.expandedTo({0, 0}); };
+        const auto size = [&](Kind kind) {
+            const QString path = pathOf(look.value(kind));
+            return path.isEmpty() || !m_theme.sizeOf ? QSize(0, 0) : m_theme.sizeOf(path).expandedTo({0, 0});
+        };
         const QSize t = size(Kind::TopImg), b = size(Kind::BottomImg), l = size(Kind::LeftImg),
                     r = size(Kind::RightImg), lt = size(Kind::LeftTopImg), rt = size(Kind::RightTopImg),
                     lb = size(Kind::LeftBottomImg), rb = size(Kind::RightBottomImg);
@@ -140,22 +144,22 @@ private:
         } pieces[] = {
             {Kind::TopImg,
              {box.x + lt.width(), box.y, box.w - lt.width() - rt.width(), t.height()},
-             u" repeat-x"},
+             u"repeat-x"},
             {Kind::BottomImg,
              {box.x + lb.width(), bottom - b.height(), box.w - lb.width() - rb.width(), b.height()},
-             u" repeat-x"},
+             u"repeat-x"},
             {Kind::LeftImg,
              {box.x, box.y + lt.height(), l.width(), box.h - lt.height() - lb.height()},
-             u" repeat-y"},
+             u"repeat-y"},
             {Kind::RightImg,
              {right - r.width(), box.y + rt.height(), r.width(), box.h - rt.height() - rb.height()},
-             u" repeat-y"},
-            {Kind::LeftTopImg, {box.x, box.y, lt.width(), lt.height()}, u" no-repeat"},
-            {Kind::RightTopImg, {right - rt.width(), box.y, rt.width(), rt.height()}, u" no-repeat"},
-            {Kind::LeftBottomImg, {box.x, bottom - lb.height(), lb.width(), lb.height()}, u" no-repeat"},
+             u"repeat-y"},
+            {Kind::LeftTopImg, {box.x, box.y, lt.width(), lt.height()}, u"no-repeat"},
+            {Kind::RightTopImg, {right - rt.width(), box.y, rt.width(), rt.height()}, u"no-repeat"},
+            {Kind::LeftBottomImg, {box.x, bottom - lb.height(), lb.width(), lb.height()}, u"no-repeat"},
             {Kind::RightBottomImg,
              {right - rb.width(), bottom - rb.height(), rb.width(), rb.height()},
-             u" no-repeat"},
+             u"no-repeat"},
         };
         for (const auto &[kind, place, way] : pieces) {
             if (look.has(kind))
@@ -165,12 +169,17 @@ private:
 
     void drawPicture(QStringView id, const Box &box, QStringView way)
     {
-        const ReceiverTheme::Picture picture = pictureOf(id);
+        const QString path = pathOf(id);
         // A path that the address of a picture cannot hold would end it.
-        if (isEmpty(box) || picture.size.isEmpty() || picture.path.contains(u"')"))
+        if (isEmpty(box) || path.isEmpty() || path.contains(u"')"))
             return;
-        open(box);
-        m_out += u"background:url('" + picture.path + u"')" + way + u";\"></div>";
+        QString &name = m_pictures[path];
+        if (name.isEmpty()) {
+            name = u'p' + QString::number(m_pictures.size());
+            m_sheet += u'.' + name + u"{background-image:url('" + path + u"');}";
+        }
+        openTag(name, box);
+        m_body += u"background-repeat:" + way + u";\"></div>";
     }
 
     void drawText(const BlockLook &look, const Box &box)
@@ -187,17 +196,17 @@ private:
         const ReceiverTheme::Font font =
             m_theme.font ? m_theme.font(look.value(Kind::Font).toString()) : ReceiverTheme::Font();
         openTag(u"t", box);
-        m_out += u"color:" + fore;
+        m_body += u"color:" + fore;
         putFont(font);
-        m_out += alignment.across == L::Across::Centre  ? u";text-align:center"
-                 : alignment.across == L::Across::Right ? u";text-align:right"
-                                                        : u";text-align:left";
-        m_out += alignment.down == L::Down::Centre   ? u";justify-content:center"
-                 : alignment.down == L::Down::Bottom ? u";justify-content:flex-end"
-                                                     : QStringView();
-        m_out += text.isRightToLeft() ? u";\"><span dir=\"rtl\">" : u";\"><span>";
+        m_body += alignment.across == L::Across::Centre  ? u";text-align:center"
+                  : alignment.across == L::Across::Right ? u";text-align:right"
+                                                         : u";text-align:left";
+        m_body += alignment.down == L::Down::Centre   ? u";justify-content:center"
+                  : alignment.down == L::Down::Bottom ? u";justify-content:flex-end"
+                                                      : QStringView();
+        m_body += text.isRightToLeft() ? u";\"><span dir=\"rtl\">" : u";\"><span>";
         putText(text);
-        m_out += u"</span></div>";
+        m_body += u"</span></div>";
     }
 
     void putFont(const ReceiverTheme::Font &font)
@@ -205,13 +214,13 @@ private:
         bool isNumber = false;
         const double size = font.size.trimmed().toDouble(&isNumber);
         if (isNumber && size > 0 && size < 10000)
-            m_out += u";font-size:" + QString::number(size) + u"px";
+            m_body += u";font-size:" + QString::number(size) + u"px";
         if (!font.family.isEmpty())
-            m_out += u";font-family:" + font.family;
+            m_body += u";font-family:" + font.family;
         if (containsIgnoringCase(font.style, u"italic"))
-            m_out += u";font-style:italic";
+            m_body += u";font-style:italic";
         if (containsIgnoringCase(font.style, u"bold"))
-            m_out += u";font-weight:bold";
+            m_body += u";font-weight:bold";
     }
 
     // Text is never markup, and never the address of a picture.
@@ -219,29 +228,29 @@ private:
     {
         for (const QChar c : text) {
             if (c == u'<')
-                m_out += u"&lt;";
+                m_body += u"&lt;";
             else if (c == u'&')
-                m_out += u"&amp;";
+                m_body += u"&amp;";
             else if (c == u'\'')
-                m_out += u"&#39;";
+                m_body += u"&#39;";
             else
-                m_out += c.unicode() < 32 ? QChar(u' ') : c; // one line
+                m_body += c.unicode() < 32 ? QChar(u' ') : c; // one line
         }
     }
 
     void open(const Box &box) { openTag({}, box); }
     void openTag(QStringView name, const Box &box)
     {
-        m_out += u"<div ";
+        m_body += u"<div ";
         if (!name.isEmpty())
-            m_out += u"class=\"" + name + u"\" ";
-        m_out += u"style=\"left:" + QString::number(box.x) + u"px;top:" + QString::number(box.y) +
-                 u"px;width:" + QString::number(box.w) + u"px;height:" + QString::number(box.h) + u"px;";
+            m_body += u"class=\"" + name + u"\" ";
+        m_body += u"style=\"left:" + QString::number(box.x) + u"px;top:" + QString::number(box.y) +
+                  u"px;width:" + QString::number(box.w) + u"px;height:" + QString::number(box.h) + u"px;";
     }
 
-    ReceiverTheme::Picture pictureOf(QStringView id) const
+    QString pathOf(QStringView id) const
     {
-        return id.isEmpty() || !m_theme.picture ? ReceiverTheme::Picture() : m_theme.picture(id.toString());
+        return id.isEmpty() || !m_theme.picture ? QString() : m_theme.picture(id.toString());
     }
 
     // As the page has it; empty where nothing is drawn in it.
@@ -255,11 +264,12 @@ private:
         return channels && !isKeyColour(asked) ? colourCode(*channels) : QString();
     }
 
-    const Outline &m_outline;
+    const Outline &m_bodyline;
     const ReceiverTheme &m_theme;
     const ReceiverOptions &m_options;
-    std::vector<Block> m_blocks; // by row
-    QString m_out;
+    std::vector<Block> m_blocks;        // by row
+    QHash<QString, QString> m_pictures; // by path: what its rule is called
+    QString m_sheet, m_body;
 };
 
 } // namespace

@@ -5,7 +5,6 @@
 #include <QSet>
 #include <QSize>
 #include <QString>
-#include <QStringList>
 
 #include <functional>
 
@@ -15,12 +14,6 @@ namespace quillmere {
 // blanks around it. May be asked on any thread.
 struct ReceiverTheme
 {
-    // A picture file and its pixels; what has no size is not drawn.
-    struct Picture
-    {
-        QString path;
-        QSize size;
-    };
     // How a text is set. `family` is what the page calls the font file, empty for one that there is not.
     struct Font
     {
@@ -28,7 +21,10 @@ struct ReceiverTheme
         QString size; // pixels, as the catalogue has it
         QString style;
     };
-    std::function<Picture(const QString &id)> picture;
+    // The full path of a picture; empty for an ID that there is not.
+    std::function<QString(const QString &id)> picture;
+    // The pixels of a picture file; empty where it has none.
+    std::function<QSize(const QString &path)> sizeOf;
     // The code of a colour of the catalogue; empty for a name that it does not have.
     std::function<QString(const QString &name)> colour;
     std::function<Font(const QString &name)> font;

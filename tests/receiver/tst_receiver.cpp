@@ -2,6 +2,7 @@
 #include "receiver/ReceiverPage.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QImage>
 #include <QPainter>
 #include <QSignalSpy>
@@ -215,8 +216,9 @@ private:
     ReceiverTheme withRest(ReceiverTheme theme) const
     {
         theme.picture = [this](const QString &id) {
-            return ReceiverTheme::Picture{m_folder.filePath(id + u".png"_s), m_sizes.value(id)};
+            return m_sizes.contains(id) ? m_folder.filePath(id + u".png"_s) : QString();
         };
+        theme.sizeOf = [this](const QString &path) { return m_sizes.value(QFileInfo(path).baseName()); };
         theme.colour = [](const QString &name) {
             static const QHash<QString, QString> codes = {{u"red"_s, u"#FF0000"_s},
                                                           {u"blue"_s, u"#0000FF"_s},
