@@ -48,6 +48,17 @@ CommandLine renderLine(const QCommandLineParser &parser, QStringList words)
         line.size = Screen::S1280x720;
     else if (!size.isEmpty())
         return fail(tr("--size is 1024x576 or 1280x720, not \"%1\".").arg(size));
+    const QString view = parser.value(QStringLiteral("view"));
+    line.receiver = view == u"receiver";
+    if (!line.receiver && view != u"preview")
+        return fail(tr("--view is preview or receiver, not \"%1\".").arg(view));
+    if (!line.receiver && (parser.isSet(QStringLiteral("language")) || parser.isSet(QStringLiteral("state"))))
+        return fail(tr("--language and --state go with --view receiver."));
+    line.language = parser.value(QStringLiteral("language"));
+    const QString state = parser.value(QStringLiteral("state"));
+    if (!QStringList{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")}.contains(state))
+        return fail(tr("--state is 1, 2 or 3, not \"%1\".").arg(state));
+    line.state = state.toInt();
     return line;
 }
 
@@ -106,6 +117,20 @@ void addCheckOptions(QCommandLineParser &parser)
                       QStringLiteral("SEVERITY"), QStringLiteral("error")});
 }
 
+void addReceiverOptions(QCommandLineParser &parser)
+{
+    parser.addOption({QStringLiteral("view"),
+                      tr("render: preview, or receiver for what a viewer sees; preview by default."),
+                      QStringLiteral("VIEW"), QStringLiteral("preview")});
+    parser.addOption({QStringLiteral("language"),
+                      tr("render, receiver view: a language of the theme; texts as written by default."),
+                      QStringLiteral("NAME")});
+    parser.addOption(
+        {QStringLiteral("state"),
+         tr("render, receiver view: 1, 2 or 3, the entry of each list of colours; 1 by default."),
+         QStringLiteral("STATE"), QStringLiteral("1")});
+}
+
 } // namespace
 
 CommandLine parseCommandLine(const QStringList &arguments)
@@ -123,6 +148,7 @@ CommandLine parseCommandLine(const QStringList &arguments)
     parser.addOption({QStringLiteral("size"),
                       tr("render: 1024x576 or 1280x720; the theme's own size by default."),
                       QStringLiteral("SIZE")});
+    addReceiverOptions(parser);
     addCheckOptions(parser);
     parser.addPositionalArgument(QStringLiteral("THEME"), tr("A folder named \"theme\"."),
                                  QStringLiteral("[THEME]"));
@@ -140,8 +166,8 @@ CommandLine parseCommandLine(const QStringList &arguments)
     const QStringList words = parser.positionalArguments();
     const bool isRender = words.value(0) == u"render";
     const bool isCheck = words.value(0) == u"check";
-    if (!isRender && isAnySet(parser, {"out", "size"}))
-        return fail(tr("--out and --size go with render."));
+    if (!isRender && isAnySet(parser, {"out", "size", "view", "language", "state"}))
+        return fail(tr("--out, --size, --view, --language and --state go with render."));
     if (!isCheck && isAnySet(parser, {"format", "ignore", "fail-on"}))
         return fail(tr("--format, --ignore and --fail-on go with check."));
     if (isRender)

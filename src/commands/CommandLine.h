@@ -21,6 +21,9 @@ struct CommandLine
     QStringList windows;                      // Render: names of widget windows; none means all
     QString out;                              // Render: folder for the pictures
     std::optional<Screen> size;               // Render: the theme's own size where none was given
+    bool receiver = false;                    // Render: the receiver view
+    QString language;                         // Render, as the catalogue names it; as written where none is
+    int state = 1;                            // Render: 1 to 3
     ReportFormat format = ReportFormat::Text; // Check
     QList<IgnoredRule> ignored;               // Check
     Severity failOn = Severity::Error;        // Check: what makes it fail, and all that is worse

@@ -97,6 +97,7 @@ void WebBrowser::lookForBlank()
             m_waiting = m_current;
         m_ready = true;
         m_touched = false;
+        m_fonts.forget();
         m_shown.reset();
         if (!m_busy)
             writeNext();
@@ -117,6 +118,7 @@ WebBrowser::~WebBrowser()
 void WebBrowser::setThemeFolder(const QString &folder)
 {
     m_pictures->setThemeFolder(folder);
+    m_fonts.setThemeFolder(folder);
 }
 
 void WebBrowser::setView(const PageView &view)
@@ -184,6 +186,8 @@ void WebBrowser::writeNext()
     m_begins = false;
     m_busy = m_touched = true;
     m_pictures->lookAnew();
+    for (const QString &script : m_fonts.scripts())
+        page()->runJavaScript(script, QWebEngineScript::ApplicationWorld);
     m_patience.start();
     if (m_current.size() > (m_shown ? kMostPatched : kMostAtOnce)) {
         startPieces();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "browser/PageFonts.h"
 #include "browser/PagePlace.h"
 #include "browser/PageTree.h"
 #include "browser/PageView.h"
@@ -34,6 +35,8 @@ public:
 
     void setThemeFolder(const QString &folder);
 
+    // Pages from now on can be set in these.
+    void setFonts(const QList<PageFont> &fonts) { m_fonts.set(fonts); }
     // Shows the page when the browser is free: the document changes where the page differs from the one
     // before as far as that gives the same document, and is written anew otherwise. While it is busy only the
     // newest page waits; it gets a new renderer when the old one is still busy after ten seconds. The scroll
@@ -91,6 +94,7 @@ private:
 
     std::unique_ptr<QWebEngineProfile> m_profile;
     std::unique_ptr<PictureHandler> m_pictures;
+    PageFonts m_fonts;
     CellPage *m_cell = nullptr;
     bool m_ready = false;      // the document can be written into
     bool m_touched = false;    // it has been

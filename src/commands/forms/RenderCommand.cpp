@@ -1,5 +1,6 @@
 #include "commands/forms/RenderCommand.h"
 
+#include "browser/forms/PictureSizes.h"
 #include "browser/forms/WebBrowser.h"
 #include "commands/PictureNames.h"
 #include "controls/Twips.h"
@@ -9,6 +10,7 @@
 #include "files/TextFile.h"
 #include "markup/FormatXML.h"
 #include "preview/forms/LateRender.h"
+#include "theme/ReceiverParts.h"
 #include "theme/ThemeProject.h"
 
 #include <QBuffer>
@@ -19,6 +21,8 @@
 #include <QUuid>
 
 #include <filesystem>
+#include <functional>
+#include <memory>
 
 namespace quillmere {
 
@@ -116,17 +120,51 @@ QString writePicture(const QImage &picture, const QString &path)
     return reason;
 }
 
+// Makes the page of a window from its text.
+using PageMaker = std::function<QString(QString &text)>;
+
+PageMaker previewMaker(const ThemeProject &theme)
+{
+    return [&theme](QString &text) {
+        const auto GetImg = [&theme](const QString &id) { return theme.images.GetImg(id); };
+        return renderPage({FormatXML(text), GetImg, theme.lvFont.rows(), defaultFontSize(theme.lvFont), {}})
+            .page;
+    };
+}
+
+// RunTimeError for a language that the theme does not have, or whose file cannot be read.
+PageMaker receiverMaker(const ThemeProject &theme, const CommandLine &line, WebBrowser &wb)
+{
+    ReceiverParts parts = receiverParts(theme);
+    if (!line.language.isEmpty()) {
+        QStringList languages;
+        for (const ListRows::Row &row : theme.lvLang.rows()) {
+            languages.append(row.sub(1));
+            if (row.sub(1) == line.language && !parts.theme.translation)
+                parts.theme.translation = translationBy(row.text);
+        }
+        if (!parts.theme.translation)
+            throw RunTimeError(QStringLiteral("the theme has no language \"%1\"; it has: %2")
+                                   .arg(line.language, languages.join(QStringLiteral(", "))));
+    }
+    parts.theme.sizeOf = [sizes = std::make_shared<PictureSizes>(theme.folder())](const QString &path) {
+        return sizes->of(path);
+    };
+    wb.setFonts(parts.fonts);
+    ReceiverOptions options;
+    options.state = line.state;
+    return [parts, options](QString &text) { return receiverPage(Outline(text), parts.theme, options); };
+}
+
 // RunTimeError where there is nothing to draw, or it cannot be drawn or written.
-void draw(WebBrowser &wb, const ThemeProject &theme, const Window &window, const QString &file)
+void draw(WebBrowser &wb, const PageMaker &pageOf, const Window &window, const QString &file)
 {
     QString text = LoadFile(window.document);
     if (findFile(window.document).isEmpty())
         throw RunTimeError(QStringLiteral("no document"));
-    const auto GetImg = [&theme](const QString &id) { return theme.images.GetImg(id); };
-    const Rendered page =
-        renderPage({FormatXML(text), GetImg, theme.lvFont.rows(), defaultFontSize(theme.lvFont), {}});
+    const QString page = pageOf(text);
     wb.beginDocument();
-    if (!show(wb, page.page))
+    if (!show(wb, page))
         throw RunTimeError(u"the browser did not draw it for " + file);
     const QString reason = writePicture(pictureOf(wb), file);
     if (!reason.isEmpty())
@@ -139,11 +177,11 @@ int renderWindows(const CommandLine &line, QTextStream &out, QTextStream &err)
 {
     if (!QFileInfo(line.theme).isDir()) {
         err << "quillmere: there is no folder " << line.theme << Qt::endl;
-        return 1;
+        return 2;
     }
     if (!QDir().mkpath(line.out)) {
         err << "quillmere: cannot make the folder " << line.out << Qt::endl;
-        return 1;
+        return 2;
     }
     Files files;
     ThemeProject theme(files);
@@ -151,7 +189,7 @@ int renderWindows(const CommandLine &line, QTextStream &out, QTextStream &err)
         theme.LoadTheme(line.theme);
     } catch (const RunTimeError &error) {
         err << "quillmere: " << error.message() << Qt::endl;
-        return 1;
+        return 2;
     }
     if (!theme.problems().isEmpty())
         err << "quillmere: " << theme.problems().text() << Qt::endl;
@@ -164,6 +202,13 @@ int renderWindows(const CommandLine &line, QTextStream &out, QTextStream &err)
     wb.setThemeFolder(line.theme);
     wb.show();
 
+    PageMaker pageOf;
+    try {
+        pageOf = line.receiver ? receiverMaker(theme, line, wb) : previewMaker(theme);
+    } catch (const RunTimeError &error) {
+        err << "quillmere: " << printable(error.message()) << Qt::endl;
+        return 2;
+    }
     const QList<Window> windows = windowsOf(theme.widgets.LvWidget, line.windows);
     if (windows.isEmpty())
         err << "quillmere: the theme " << line.theme << " has no windows" << Qt::endl;
@@ -173,7 +218,7 @@ int renderWindows(const CommandLine &line, QTextStream &out, QTextStream &err)
         const QString name = printable(windows[i].name);
         try {
             const QString file = joinPath(line.out, names.next(windows[i].name));
-            draw(wb, theme, windows[i], file);
+            draw(wb, pageOf, windows[i], file);
             out << '[' << i + 1 << '/' << windows.size() << "] " << name << " -> " << printable(file)
                 << Qt::endl;
         } catch (const RunTimeError &error) {

@@ -1,0 +1,80 @@
+#include "theme/ReceiverParts.h"
+
+#include "files/Paths.h"
+#include "files/TextFile.h"
+#include "markup/mndIni.h"
+#include "theme/ThemeProject.h"
+
+#include <QCryptographicHash>
+#include <QFileInfo>
+#include <QHash>
+
+namespace quillmere {
+
+namespace {
+
+// The same as long as the file is: a document keeps the fonts it has.
+QString familyOf(const QString &path)
+{
+    const QFileInfo file(path);
+    const QByteArray name = path.toUtf8() + QByteArray::number(file.lastModified().toMSecsSinceEpoch()) +
+                            QByteArray::number(file.size());
+    return u"font-" + QLatin1String(QCryptographicHash::hash(name, QCryptographicHash::Sha1).toHex());
+}
+
+QHash<QString, QString> codesOf(const ListRows &lvColor)
+{
+    QHash<QString, QString> codes;
+    for (const ListRows::Row &row : lvColor.rows()) {
+        QString name = row.sub(1), code = row.sub(2);
+        StripControlChars(name);
+        if (!codes.contains(name))
+            codes.insert(name, StripControlChars(code));
+    }
+    return codes;
+}
+
+} // namespace
+
+ReceiverParts receiverParts(const ThemeProject &theme)
+{
+    ReceiverParts parts;
+    parts.theme.picture = theme.images.lookup();
+    parts.theme.colour = [codes = codesOf(theme.lvColor)](QString name) {
+        return codes.value(StripControlChars(name));
+    };
+    QHash<QString, ReceiverTheme::Font> fonts;
+    const QString folder = folderOf(theme.fontFile.path()).toString();
+    for (const ListRows::Row &row : theme.lvFont.rows()) {
+        if (fonts.contains(row.sub(1)))
+            continue;
+        const QString path =
+            row.sub(2).isEmpty() ? QString() : findFile(folder + withOwnSeparators(row.sub(2)));
+        const QString family = path.isEmpty() ? path : familyOf(path);
+        fonts.insert(row.sub(1), {family, row.sub(3), row.sub(4)});
+        if (!family.isEmpty())
+            parts.fonts.append({family, path});
+    }
+    parts.theme.font = [fonts](const QString &name) {
+        const auto font = fonts.constFind(name);
+        return font == fonts.cend() ? fonts.value(QStringLiteral("font_prog")) : *font;
+    };
+    return parts;
+}
+
+std::function<QString(const QString &source)> translationBy(const QString &languageFile)
+{
+    ListRows strings = makeStringRows();
+    OpenLgXml(strings, LoadFile(languageFile));
+    QHash<QString, QString> translations;
+    for (const ListRows::Row &row : strings.rows()) {
+        if (!translations.contains(row.sub(1)))
+            translations.insert(row.sub(1), row.sub(2));
+    }
+    return [translations](const QString &source) {
+        const QString written = translations.value(source);
+        return written.isEmpty() ? translations.value(source.trimmed()) : written;
+    };
+}
+
+} // namespace quillmere

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "browser/PageFonts.h"
+#include "receiver/ReceiverPage.h"
+
+namespace quillmere {
+
+class ThemeProject;
+
+// What a theme, as it stands now, gives to the receiver's pages; its answers stay, and may be asked for on
+// any thread.
+struct ReceiverParts
+{
+    ReceiverTheme theme; // without the sizes of pictures
+    QList<PageFont> fonts;
+};
+ReceiverParts receiverParts(const ThemeProject &theme);
+
+// What the strings of a language file stand for; empty for those that it does not translate. RunTimeError
+// says why a file that is there cannot be read.
+std::function<QString(const QString &source)> translationBy(const QString &languageFile);
+
+} // namespace quillmere
