@@ -1,5 +1,6 @@
 #include "preview/LiteralRenderer.h"
 #include "preview/PreviewPage.h"
+#include "receiver/ReceiverPage.h"
 
 #include <benchmark/benchmark.h>
 
@@ -105,8 +106,28 @@ void previewPage(benchmark::State &state)
     state.counters["units"] = double(html.size());
 }
 
+// With the outline that it is made from.
+void drawReceiverPage(benchmark::State &state)
+{
+    Theme theme;
+    ReceiverTheme given;
+    given.picture = theme.GetImg;
+    given.sizeOf = [](const QString &) { return QSize(8, 8); };
+    given.colour = [](const QString &name) {
+        return name == u"white" ? QStringLiteral("#FFFFFF") : QString();
+    };
+    const QString document = widgetDocument(state.range(0));
+    qsizetype blocks = 0;
+    for (auto _ : state)
+        blocks = receiverPage(Outline(document), given).count(u"<div style");
+    if (blocks != state.range(0))
+        state.SkipWithError("not every block was drawn");
+    state.SetComplexityN(state.range(0));
+}
+
 } // namespace
 
+BENCHMARK(drawReceiverPage)->Arg(200)->Arg(2000)->Arg(10000)->Unit(benchmark::kMicrosecond)->Complexity();
 BENCHMARK(renderQuick)
     ->Arg(200)
     ->Arg(400)

@@ -58,12 +58,13 @@ public:
             if (element.block >= 0)
                 put(qint32(index), around[index]);
         }
-        return u"<html><head><title></title><style>body{margin:0;overflow:hidden;background:" +
+        // Begins and ends as the preview's pages do, so that keys change the document in the browser.
+        return u"<html><head><title>Tes Skin</title><style>body{margin:0;overflow:hidden;background:" +
                m_options.ground +
                u";}div{position:absolute;overflow:hidden;}"
                ".t{display:flex;flex-direction:column;font-family:sans-serif;}"
                ".t span{white-space:pre;}" +
-               m_sheet + u"</style></head><body>" + m_body + u"</body></html>";
+               m_sheet + u"</style></head><body>" + m_body + u"<body></html>";
     }
 
 private:

@@ -195,6 +195,46 @@ private slots:
         QCOMPARE(program.exitCode(), 2);
     }
 
+    // A window whose title has translations and whose colour has states.
+    void renderReceiver()
+    {
+        const TestFiles files;
+        files.write(u"theme/theme.xml"_s,
+                    "<config><file_widget>widget.xml</file_widget><file_i18n>lang.xml</file_i18n>"
+                    "<file_color>color.xml</file_color></config>");
+        files.write(u"theme/widget.xml"_s, "<interface><widget class=\"window\" name=\"w\"/></interface>");
+        files.write(u"theme/color.xml"_s, "<color name=\"own\">#102030</color>");
+        files.write(u"theme/lang.xml"_s, "<l><language id=\"Long\">long.xml</language></l>");
+        files.write(u"theme/long.xml"_s, "<language name=\"Long\"><tran id=\"i\">MMMMMMMM</tran></language>");
+        files.write(u"theme/w.xml"_s,
+                    "<interface><widget class=\"text\" name=\"w\"><property><string>i</string>"
+                    "<rect>[0,0,300,40]</rect><backcolor>[own,#405060,own]</backcolor>"
+                    "<forecolor>[#ffffff]</forecolor></property></widget></interface>");
+        const auto render = [&](const QStringList &more) {
+            QProcess program;
+            program.start(QStringLiteral(QUILLMERE_PROGRAM),
+                          QStringList{u"render"_s, files.path(u"theme"_s), u"--out"_s, files.path(u"out"_s),
+                                      u"--view"_s, u"receiver"_s} +
+                              more);
+            return program.waitForFinished(60000) ? program.exitCode() : -1;
+        };
+        QCOMPARE(render({u"--language"_s, u"Nowhere"_s}), 2);
+        const std::tuple<QStringList, QColor, bool> cases[] = {
+            {{}, QColor(0x10, 0x20, 0x30), false},
+            {{u"--state"_s, u"2"_s}, QColor(0x40, 0x50, 0x60), false},
+            {{u"--language"_s, u"Long"_s}, QColor(0x10, 0x20, 0x30), true}};
+        for (const auto &[options, colour, isLong] : cases) {
+            QCOMPARE(render(options), 0);
+            const QImage picture(files.path(u"out/w.png"_s));
+            QCOMPARE(picture.pixelColor(299, 39), colour);
+            QCOMPARE(picture.pixelColor(300, 39), QColor(Qt::black));
+            bool ink = false;
+            for (int x = 40; x < 60; ++x)
+                ink = ink || picture.pixelColor(x, 9).lightness() > 150;
+            QCOMPARE(ink, isLong);
+        }
+    }
+
     // Without a display, into a folder where something lies in the way.
     void renderNames()
     {

@@ -166,6 +166,9 @@ void tst_checkreport::cannotRun_data()
     QTest::newRow("no theme.xml") << u"check FOLDER"_s;
     QTest::newRow("two") << u"check FOLDER FOLDER"_s;
     QTest::newRow("options without check") << u"FOLDER --format json"_s;
+    QTest::newRow("view") << u"render FOLDER --out FOLDER --view both"_s;
+    QTest::newRow("state") << u"render FOLDER --out FOLDER --view receiver --state 4"_s;
+    QTest::newRow("state of the preview") << u"render FOLDER --out FOLDER --state 2"_s;
 }
 
 void tst_checkreport::cannotRun()

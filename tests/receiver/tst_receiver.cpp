@@ -2,6 +2,7 @@
 #include "receiver/ReceiverPage.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QPainter>
@@ -194,6 +195,55 @@ private slots:
         QVERIFY(strange.width() > 3 * plain.width()); // all its letters, in one line
         QVERIFY(strange.height() < 2 * plain.height());
         QCOMPARE(inkOf(u"HH"_s, u"left"_s, theme), plain); // what has no translation stays
+    }
+
+    // Only fonts, only from the theme, and each once a document.
+    void fonts()
+    {
+        QTemporaryDir other;
+        const auto write = [](const QString &path, const QByteArray &bytes) {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        };
+        const QByteArray font("\0\1\0\0rest", 8);
+        write(m_folder.filePath(u"good.ttf"_s), font);
+        write(m_folder.filePath(u"open.otf"_s), "OTTOrest");
+        write(m_folder.filePath(u"none.ttf"_s), "words");
+        write(other.filePath(u"outside.ttf"_s), font);
+        QVERIFY(QFile::link(other.filePath(u"outside.ttf"_s), m_folder.filePath(u"link.ttf"_s)));
+        write(m_folder.filePath(u"large.ttf"_s), font);
+        QVERIFY(QFile::resize(m_folder.filePath(u"large.ttf"_s), (16 << 20) + 1));
+        QList<PageFont> fonts;
+        for (const QString &name : {u"good.ttf"_s, u"open.otf"_s, u"none.ttf"_s, u"link.ttf"_s,
+                                    u"large.ttf"_s, u"../x.ttf"_s, u"nowhere.ttf"_s})
+            fonts.append({u"f%1"_s.arg(fonts.size()), m_folder.filePath(name)});
+        fonts.append({u"f9"_s, other.filePath(u"outside.ttf"_s)});
+        PageFonts page;
+        page.set(fonts);
+        QVERIFY(page.scripts().isEmpty()); // no theme
+        page.forget();
+        page.setThemeFolder(m_folder.path());
+        const QStringList scripts = page.scripts();
+        QCOMPARE(scripts.size(), 2);
+        QVERIFY(scripts[0].contains(QLatin1String(font.toBase64())) && scripts[0].contains(u"'f0'"_s));
+        QVERIFY(page.scripts().isEmpty());
+        page.forget();
+        QCOMPARE(page.scripts(), scripts);
+    }
+
+    void inItsOwnFont()
+    {
+        const QString mono = u"/usr/share/fonts/truetype/dejavu/DejaVuSansMono-Bold.ttf"_s;
+        if (!QFile::copy(mono, m_folder.filePath(u"mono.ttf"_s)))
+            QSKIP("There is no font to try");
+        ReceiverTheme theme;
+        theme.font = [](const QString &) { return ReceiverTheme::Font{u"mono"_s, u"20"_s, {}}; };
+        const QRect before = inkOf(u"iiiiiiii"_s, u"left"_s, theme);
+        m_browser.setFonts({{u"mono"_s, m_folder.filePath(u"mono.ttf"_s)}});
+        const QRect own = inkOf(u"iiiiiiii"_s, u"left"_s, theme);
+        QVERIFY(own.width() > before.width() + 20);
+        m_browser.beginDocument(); // a document without it
+        QCOMPARE(inkOf(u"iiiiiiii"_s, u"left"_s, theme), own);
     }
 
     // Depth and number cost no more than the text.
