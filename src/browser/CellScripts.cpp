@@ -81,9 +81,11 @@ QString viewScript(const PageView &view)
            rule + u"');})();";
 }
 
+// Of a plain page it is the element that scrolls which knows; of one with a view it would count the view in.
 QString extentScript()
 {
     return QStringLiteral("(function(){var e=document.documentElement;"
+                          "if(!document.adoptedStyleSheets.length)e=document.scrollingElement||e;"
                           "return JSON.stringify([e.scrollWidth,e.scrollHeight]);})()");
 }
 

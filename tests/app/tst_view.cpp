@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 using namespace quillmere;
@@ -191,6 +192,21 @@ private slots:
         QCOMPARE(rulers->columns(), QList<qint64>());
         window.choose("mnuRulers");
         QCOMPARE(rulers->rows(), QList<qint64>());
+    }
+
+    // Without "Fixed" all of a window can be scrolled to, also where the screen chosen is smaller.
+    void beyondTheScreen()
+    {
+        Window window;
+        openExample(window);
+        const auto *area = window.find<QAbstractScrollArea>("previewScroll");
+        const auto reach = [area] {
+            return area->horizontalScrollBar()->maximum() + area->viewport()->width();
+        };
+        for (const char *command : {"mnuWwbZ3", "mnuWwbZ2", "mnuWwbZ1"}) {
+            window.choose(command);
+            QTRY_VERIFY2(reach() >= 1278, command);
+        }
     }
 
     void pointerAndColour()

@@ -88,6 +88,7 @@ void PreviewFrame::showScreen(Screen screen)
 {
     m_screen = screen;
     m_area->showWhole(pageSize());
+    askExtent(); // which may be the same page at the same scale
 }
 
 void PreviewFrame::startWith(Screen screen)
