@@ -8,7 +8,6 @@
 #include "controls/TabFrame.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
-#include "markup/mndIni.h"
 #include "naming/Destination.h"
 #include "naming/SamePlaces.h"
 #include "naming/TextSearch.h"
@@ -22,7 +21,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QMenu>
 #include <QMouseEvent>
 
 #include <algorithm>
@@ -35,23 +33,12 @@ constexpr int kSourceTab = 8;         // in the strip
 constexpr qsizetype kMostTaken = 200; // units of a selection that a search begins with
 } // namespace
 
-// A list whose rows have names.
-struct ThemeNames::NamedList
-{
-    int tab;
-    const char *name;
-    std::optional<NameKind> kind; // none for blocks
-};
-const ThemeNames::NamedList ThemeNames::kLists[] = {
-    {1, "LvWidget", NameKind::Window},    {2, "lvImage", NameKind::Image},   {3, "lvColor", NameKind::Colour},
-    {4, "LvBhs", NameKind::String},       {4, "lvLang", NameKind::Language}, {5, "lvFont", NameKind::Font},
-    {kSourceTab, "lvBlock", std::nullopt}};
-
 ThemeNames::ThemeNames(Going::Parts parts, LiveIndex &index, ThemeProject &theme, Files &files, Talk &talk,
                        QWidget &window)
     : QObject(&window), going(parts, talk, this),
       editing(parts.source, parts.document, theme, files, talk, this), m_index(index), m_theme(theme),
-      m_source(parts.source), m_tabs(parts.tabs), m_strip(parts.strip), m_talk(talk), m_window(window)
+      m_source(parts.source), m_lists(parts.tabs, parts.strip, index), m_strip(parts.strip), m_talk(talk),
+      m_window(window)
 {
     m_source.viewport()->installEventFilter(this);
     connect(&theme, &ThemeProject::loaded, this, &ThemeNames::themeLoaded);
@@ -78,28 +65,8 @@ void ThemeNames::addCommands(Commands &menu)
         m_dialogActions.append(menu.action(name));
     for (const char *name : {"mnuGoTo", "mnuUses", "mnuRename"})
         m_nameActions.append(menu.action(name));
-    addListCommands();
-}
-
-void ThemeNames::addListCommands()
-{
-    QList<ListView *> lists;
-    for (const NamedList &named : kLists) {
-        auto *list = m_tabs[named.tab]->findChild<ListView *>(QLatin1String(named.name));
-        lists.append(list);
-        list->setContextMenuPolicy(Qt::CustomContextMenu);
-        connect(list, &QWidget::customContextMenuRequested, this, [this, list](const QPoint &at) {
-            if (list->selectedRow() < 0)
-                return;
-            list->setFocus(); // the commands are about the list that has it
-            auto *popup = new QMenu(list);
-            popup->setObjectName(QStringLiteral("mnuRow"));
-            popup->setAttribute(Qt::WA_DeleteOnClose);
-            popup->addActions(m_nameActions);
-            popup->popup(list->viewport()->mapToGlobal(at));
-        });
-    }
-    new SelectedRows(editing, lists, this);
+    m_lists.addMenus(m_nameActions);
+    new SelectedRows(editing, m_lists.all(), this);
 }
 
 // What was found in another theme is of no use in this one.
@@ -117,40 +84,6 @@ void ThemeNames::themeLoaded()
         m_frmSearch->forget();
 }
 
-ListView *ThemeNames::listInUse() const
-{
-    ListView *shown = nullptr;
-    for (const NamedList &named : kLists) {
-        if (named.tab != m_strip.currentIndex())
-            continue;
-        auto *list = m_tabs[named.tab]->findChild<ListView *>(QLatin1String(named.name));
-        if (list->hasFocus())
-            return list;
-        if (!shown && named.tab != kSourceTab && list->selectedRow() >= 0)
-            shown = list;
-    }
-    return shown;
-}
-
-std::optional<NamedThing> ThemeNames::thingOf(const ListView &list) const
-{
-    const auto named = std::find_if(std::begin(kLists), std::end(kLists), [&](const NamedList &each) {
-        return list.objectName() == QLatin1String(each.name);
-    });
-    const auto *rows = qobject_cast<const ListRows *>(list.model());
-    const int row = list.selectedRow();
-    if (named == std::end(kLists) || !rows || row < 0)
-        return std::nullopt;
-    NamedThing thing = {named->kind, rows->sub(row, 1)};
-    if (thing.kind == NameKind::Image || thing.kind == NameKind::Colour)
-        thing.name = StripControlChars(thing.name);
-    if (!thing.kind) {
-        thing.file = m_index.openFile();
-        thing.blockRow = row;
-    }
-    return thing.name.isEmpty() ? std::nullopt : std::optional(thing);
-}
-
 bool ThemeNames::isInUses() const
 {
     return m_frmUses && m_frmUses->isActiveWindow();
@@ -166,8 +99,8 @@ std::optional<NamedThing> ThemeNames::thingHere() const
 {
     if (isInUses())
         return m_frmUses->thing();
-    if (const ListView *list = listInUse()) {
-        const auto thing = thingOf(*list);
+    if (const ListView *list = m_lists.inUse()) {
+        const auto thing = m_lists.thingOf(*list);
         return thing ? thing : hint(tr("Select a row with a name first."));
     }
     if (m_strip.currentIndex() != kSourceTab)
@@ -211,7 +144,7 @@ bool ThemeNames::goToPartner()
 void ThemeNames::goToDefinition()
 {
     const ThemeIndex *names = index();
-    if (!names || (!isInUses() && !listInUse() && m_strip.currentIndex() == kSourceTab && goToPartner()))
+    if (!names || (!isInUses() && !m_lists.inUse() && m_strip.currentIndex() == kSourceTab && goToPartner()))
         return;
     const auto thing = thingHere();
     if (!thing)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Going.h"
+#include "app/NamedLists.h"
 #include "app/ThemeEditing.h"
 #include "naming/FoundPlaces.h"
 
@@ -41,13 +42,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    struct NamedList;
-    static const NamedList kLists[];
-
     void themeLoaded();
-    void addListCommands();
-    ListView *listInUse() const;
-    std::optional<NamedThing> thingOf(const ListView &list) const;
     // What the caret or the selected row stands at; nothing, after a hint, where it is nothing with a name.
     std::optional<NamedThing> thingHere() const;
     bool isInUses() const;
@@ -77,7 +72,7 @@ private:
     LiveIndex &m_index;
     ThemeProject &m_theme;
     SourceBox &m_source;
-    const QList<TabFrame *> m_tabs;
+    NamedLists m_lists;
     TabStrip &m_strip;
     Talk &m_talk;
     QWidget &m_window;
