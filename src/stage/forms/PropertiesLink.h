@@ -2,6 +2,7 @@
 
 #include "stage/FollowedBlocks.h"
 #include "stage/forms/Stage.h"
+#include "widgets/forms/PropertyEditors.h"
 #include "widgets/forms/frmWidget.h"
 
 #include <memory>

@@ -11,18 +11,13 @@
 #include <functional>
 #include <optional>
 
-class QComboBox;
-class QGroupBox;
 class QLabel;
-class QLineEdit;
-class QPushButton;
-class QStackedWidget;
 
 namespace quillmere {
 
-class CaptionBox;
-class ColourCombo;
 class ListView;
+class PropertyEditors;
+struct PropertyChoices;
 class SourceBox;
 struct BlockProperties;
 
@@ -32,15 +27,6 @@ struct ShownBlocks
     std::function<const Outline &()> outline;                    // of the source
     std::function<QList<int>()> rows;                            // of the block list
     std::function<void(const QList<TextChange> &changes)> write; // as one step
-};
-
-// The names that the theme offers for a property, as the rows of its catalogues: sub-item 1 of each; sub-item
-// 2 of a colour is its code.
-struct PropertyChoices
-{
-    const ListRows &lvFont;
-    const ListRows &lvImage;
-    const ListRows &lvColor;
 };
 
 // The properties of one block of the source, each with an editor that suits it. What is set is written back
@@ -65,10 +51,6 @@ signals:
     void sourceWanted();
     void saveWanted();
 
-protected:
-    // Up and Down count in the boxes of numbers; a box that has nothing to undo leaves that to the source.
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
     void addKeys();
     QWidget *makeLost();
@@ -79,20 +61,8 @@ private:
     void take(const std::optional<BlockProperties> &block);
     void showRows(const QList<ListRows::Row> &rows);
     void editInSource();
-    QLineEdit *numberBox(const char *name, const QString &accessibleName);
-    QPushButton *setButton(const char *name, void (frmWidget::*click)());
-    QWidget *makeRect();
-    QWidget *makeColour();
-    QWidget *makeCombo();
-    QWidget *makeText();
-    void showEditor(CaptionBox *editor, QPushButton *button, const QString &property);
     void showHint();
     void lvBlock_DblClick(int row);
-    void chooseFrom(const QStringList &choices, const QString &value);
-    void cmdRec_Click();
-    void cmdColor_Click();
-    void CmdCombo_Click();
-    void cmdTxt_Click();
     // Sets the content of the selected row, where that still is the property of the editor, and writes the
     // block back.
     void setContent(const QString &content);
@@ -103,9 +73,7 @@ private:
     void catchUp();
 
     SourceBox &m_source;
-    PropertyChoices m_choices;
     QString m_name; // of the block; the caption holds it too, but a name may hold what divides the caption
-    QString m_property;       // that the editor is for
     ShownBlocks m_blocks;     // with functions where they are known by their place
     bool m_isSeveral = false; // of them
     qsizetype m_start = -1;   // of the captured text in the source, where the block is known by its place
@@ -115,15 +83,9 @@ private:
     ListRows m_rows;    // text = element name, sub-item 1 = content
     ListView *lvBlock;
     SourceBox *txtSnippet; // hidden: the text that a write-back replaces
-    QStackedWidget *m_editors;
-    QLabel *m_hint;
+    PropertyEditors *m_editors;
     QWidget *m_lost; // what is said there is about what a write-back would take out
     QLabel *lblLost;
-    CaptionBox *frRect, *frColor, *frCombo, *frTxt;
-    QLineEdit *txtL, *txtT, *txtW, *txtH, *txtTxt;
-    QList<ColourCombo *> cmbColor;
-    QComboBox *CmbVal;
-    QPushButton *cmdRec, *cmdColor, *CmdCombo, *cmdTxt;
 };
 
 } // namespace quillmere
