@@ -5,7 +5,7 @@
 #include "source/forms/HeldText.h"
 #include "source/forms/LineNumbers.h"
 #include "source/forms/SourceHighlighter.h"
-#include "source/forms/SourceLayout.h"
+#include "source/forms/SourceKeys.h"
 #include "source/forms/SourceMarks.h"
 
 #include <QFontDatabase>
@@ -20,38 +20,10 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kIndent = 5;     // blanks a Tab goes on to a multiple of, as a formatted document has them
-constexpr int kLinesAbove = 2; // shown above a line that was asked for
-constexpr qsizetype kPiece = 1 << 15; // units; a few milliseconds' work
-constexpr qsizetype kSeen = 1000;     // units of a held text that a double click shows
-
-// A text with one line feed a line break, as the document counts.
-QString withLineFeeds(const QString &text)
-{
-    return QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n"));
-}
+constexpr int kLinesAbove = 2;    // shown above a line that was asked for
+constexpr qsizetype kSeen = 1000; // units of a held text that a double click shows
 
 } // namespace
-
-ReadyText makeReady(const QString &text, const Progress &progress)
-{
-    ReadyText ready{text, std::make_unique<QTextDocument>(), nullptr};
-    ready.document->setDocumentLayout(new SourceLayout(ready.document.get()));
-    ready.document->setUndoRedoEnabled(false);
-    ready.held = new HeldText(ready.document.get());
-    const QString lines = withLineFeeds(text);
-    QTextCursor end(ready.document.get());
-    for (qsizetype done = 0; done < lines.size();) {
-        const qsizetype lineBreak = lines.indexOf(u'\n', std::min(done + kPiece, lines.size()));
-        const qsizetype next = lineBreak < 0 ? lines.size() : lineBreak + 1;
-        ready.held->insert(end, QStringView(lines).sliced(done, next - done));
-        done = next;
-        tell(progress, done, lines.size());
-    }
-    ready.document->setUndoRedoEnabled(true);
-    ready.document->setModified(false);
-    return ready;
-}
 
 SourceBox::SourceBox(const QString &name, const QString &accessibleName, QWidget *parent)
     : QPlainTextEdit(parent), m_numbers(new LineNumbers(this)), m_marks(new SourceMarks(this))
@@ -310,57 +282,15 @@ void SourceBox::keyPressEvent(QKeyEvent *event)
     const int before = document()->revision();
     {
         const QScopedValueRollback typing(m_typing, true);
-        if (!stepQuietly(event))
-            handleKey(event);
+        QTextCursor caret = textCursor();
+        if (!isReadOnly() && editByKey(*event, caret, *m_held)) {
+            setTextCursor(caret);
+            ensureCursorVisible();
+        } else if (!stepQuietly(event)) {
+            QPlainTextEdit::keyPressEvent(event);
+        }
     }
     emit keyHandled(document()->revision() != before);
-}
-
-void SourceBox::handleKey(QKeyEvent *event)
-{
-    const bool indents = event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier;
-    const bool takesBack = event->key() == Qt::Key_Backtab ||
-                           (event->key() == Qt::Key_Tab && event->modifiers() == Qt::ShiftModifier);
-    if ((indents || takesBack) && textCursor().hasSelection() && !isReadOnly()) {
-        QTextCursor selection = textCursor();
-        indentLines(selection, kIndent, takesBack);
-        setTextCursor(selection);
-        return;
-    }
-    if (event->key() == Qt::Key_D && event->modifiers() == Qt::ControlModifier && !isReadOnly()) {
-        doubleText();
-        return;
-    }
-    if (indents && !isReadOnly()) {
-        const int column = textCursor().positionInBlock();
-        insertPlainText(QString(kIndent - column % kIndent, u' '));
-        return;
-    }
-    QPlainTextEdit::keyPressEvent(event);
-}
-
-// The copy of what is selected stands behind it and is selected then; that of a line stands below it.
-void SourceBox::doubleText()
-{
-    QTextCursor edit = textCursor();
-    const bool isLine = !edit.hasSelection();
-    const int column = edit.positionInBlock();
-    const int from = isLine ? edit.block().position() : edit.selectionStart();
-    const int to = isLine ? from + edit.block().length() - 1 : edit.selectionEnd();
-    const QString copy = m_held->text(from, to);
-    edit.beginEditBlock();
-    edit.setPosition(to);
-    if (isLine)
-        edit.insertBlock();
-    const int start = edit.position();
-    m_held->insert(edit, copy);
-    const int end = edit.position();
-    endStep(edit);
-    edit.setPosition(isLine ? std::min(start + column, end) : start);
-    if (!isLine)
-        edit.setPosition(end, QTextCursor::KeepAnchor);
-    setTextCursor(edit);
-    ensureCursorVisible();
 }
 
 QMimeData *SourceBox::createMimeDataFromSelection() const

@@ -1,29 +1,15 @@
 #pragma once
 
-#include "files/Progress.h"
+#include "source/forms/ReadyText.h"
 
 #include <QPlainTextEdit>
 #include <QSet>
 
-#include <memory>
-
 namespace quillmere {
 
-class HeldText;
 class LineNumbers;
 class SourceHighlighter;
 class SourceMarks;
-
-// A text and the document that shows it, made before it is shown, since making a large one takes seconds.
-struct ReadyText
-{
-    QString text;
-    std::unique_ptr<QTextDocument> document;
-    HeldText *held = nullptr; // the document's own
-};
-
-// Cancelled comes through.
-ReadyText makeReady(const QString &text, const Progress &progress = {});
 
 // The source text of a window, in an editor with line numbers and coloured tags. Outside the box, text has CR
 // LF line ends and positions count both of them; inside, the document has one separator a line, and some of
@@ -109,8 +95,6 @@ private:
     void markCaret();
     void takePaletteColours();
 
-    void handleKey(QKeyEvent *event);
-    void doubleText();
     // Undoing a command leaves the caret and the view where they are.
     bool stepQuietly(QKeyEvent *event);
 

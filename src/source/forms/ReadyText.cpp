@@ -1,0 +1,40 @@
+#include "source/forms/ReadyText.h"
+
+#include "source/forms/HeldText.h"
+#include "source/forms/SourceLayout.h"
+
+#include <QTextCursor>
+
+namespace quillmere {
+
+namespace {
+constexpr qsizetype kPiece = 1 << 15; // units; a few milliseconds' work
+} // namespace
+
+// A text with one line feed a line break, as the document counts.
+QString withLineFeeds(const QString &text)
+{
+    return QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n"));
+}
+
+ReadyText makeReady(const QString &text, const Progress &progress)
+{
+    ReadyText ready{text, std::make_unique<QTextDocument>(), nullptr};
+    ready.document->setDocumentLayout(new SourceLayout(ready.document.get()));
+    ready.document->setUndoRedoEnabled(false);
+    ready.held = new HeldText(ready.document.get());
+    const QString lines = withLineFeeds(text);
+    QTextCursor end(ready.document.get());
+    for (qsizetype done = 0; done < lines.size();) {
+        const qsizetype lineBreak = lines.indexOf(u'\n', std::min(done + kPiece, lines.size()));
+        const qsizetype next = lineBreak < 0 ? lines.size() : lineBreak + 1;
+        ready.held->insert(end, QStringView(lines).sliced(done, next - done));
+        done = next;
+        tell(progress, done, lines.size());
+    }
+    ready.document->setUndoRedoEnabled(true);
+    ready.document->setModified(false);
+    return ready;
+}
+
+} // namespace quillmere
