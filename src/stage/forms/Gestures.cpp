@@ -1,9 +1,7 @@
 #include "stage/forms/Gestures.h"
 
 #include "asking/Talk.h"
-#include "browser/forms/WebBrowser.h"
 #include "preview/forms/PreviewFrame.h"
-#include "stage/Handles.h"
 #include "stage/forms/StageOverlay.h"
 
 #include <QApplication>
@@ -12,49 +10,16 @@
 namespace quillmere {
 
 namespace {
-
 constexpr double kSnap = 6; // pixels of the glass
-
-Qt::CursorShape cursorOf(Qt::Edges edges)
-{
-    switch (edges.toInt()) {
-    case Qt::LeftEdge | Qt::TopEdge:
-    case Qt::RightEdge | Qt::BottomEdge:
-        return Qt::SizeFDiagCursor;
-    case Qt::RightEdge | Qt::TopEdge:
-    case Qt::LeftEdge | Qt::BottomEdge:
-        return Qt::SizeBDiagCursor;
-    case Qt::LeftEdge:
-    case Qt::RightEdge:
-        return Qt::SizeHorCursor;
-    case Qt::TopEdge:
-    case Qt::BottomEdge:
-        return Qt::SizeVerCursor;
-    default:
-        return Qt::ArrowCursor;
-    }
-}
-
-QString numbersOf(const Box &box)
-{
-    return QStringLiteral("%1, %2, %3, %4").arg(box.x).arg(box.y).arg(box.w).arg(box.h);
-}
-
 } // namespace
 
 Gestures::Gestures(Stage &stage, PreviewFrame &frame, StageOverlay &overlay, Talk &talk, QObject *parent)
     : QObject(parent), m_stage(stage), m_frame(frame), m_overlay(overlay), m_talk(talk),
-      m_insertion(stage, frame, talk)
+      m_seen(stage, frame, overlay), m_insertion(stage, frame, talk)
 {
     connect(&stage, &Stage::selectionChanged, this, &Gestures::refresh);
     connect(&stage, &Stage::placesChanged, this, &Gestures::refresh);
     connect(&stage, &Stage::textChanged, this, &Gestures::textChanged);
-}
-
-QList<int> Gestures::blocksUnder(QPointF at)
-{
-    const QList<Place> *places = m_stage.places();
-    return places ? blocksAt(*places, m_frame.toPage(at)) : QList<int>();
 }
 
 void Gestures::textChanged()
@@ -87,7 +52,7 @@ void Gestures::press(const Pointer &pointer)
     m_pointer = pointer.at;
     m_from = m_frame.toPage(pointer.at);
     m_under = blocksUnder(pointer.at);
-    m_edges = isInserting() ? Qt::Edges() : handleUnder(pointer.at);
+    m_edges = isInserting() ? Qt::Edges() : m_seen.handleUnder(pointer.at);
     m_revision = m_stage.revision();
     m_doing = Doing::Pressed;
 }
@@ -194,14 +159,6 @@ void Gestures::doubleClick(const Pointer &pointer)
 }
 
 // ---- drags
-
-Qt::Edges Gestures::handleUnder(QPointF at) const
-{
-    const Sketch &sketch = m_overlay.sketch();
-    if (!sketch.hasHandles || sketch.selected.isEmpty())
-        return {};
-    return handleAt(m_overlay.onGlass(sketch.selected.first()), at);
-}
 
 // Nothing has been decided when the button goes down: that may become a click.
 void Gestures::begin()
@@ -374,71 +331,17 @@ void Gestures::selectBand()
     m_stage.select(next, Stage::By::Picture);
 }
 
-// ---- what is to be seen
-
-QString Gestures::described(int block) const
-{
-    const Outline &outline = m_stage.outline();
-    const qint32 element = outline.blocks()[size_t(block)];
-    const std::optional<Attribute> name = outline.nameAttribute(element);
-    const std::optional<Attribute> kind = outline.attribute(element, u"class");
-    QStringList parts;
-    if (name)
-        parts.append(outline.at(name->value).toString());
-    if (kind)
-        parts.append(outline.at(kind->value).toString());
-    if (const std::optional<RectValue> rect = rectOfRow(outline, block))
-        parts.append(numbersOf(rect->box));
-    return parts.join(QStringLiteral("   ")).simplified();
-}
-
-void Gestures::drawHover(Sketch &sketch)
-{
-    if (!m_pointer)
-        return;
-    const int block = blocksUnder(*m_pointer).value(0, -1);
-    if (block < 0 || handleUnder(*m_pointer))
-        return;
-    const std::optional<Place> place = m_stage.placeOf(block);
-    sketch.hovered = place->box;
-    sketch.label = described(block);
-    sketch.labelled = place->box;
-}
-
-// While the page is on its way the outlines stay: what was dragged is already drawn where it goes.
 void Gestures::refresh()
 {
     if (isUnderWay() && m_doing != Doing::Pressed)
         return;
-    const QList<int> selection = m_stage.selection();
-    if (selection.isEmpty() && !m_pointer) {
-        m_overlay.draw({});
-        return;
-    }
-    if (!m_stage.places()) {
-        if (selection.isEmpty())
-            m_overlay.draw({});
-        return;
-    }
-    Sketch sketch;
-    for (const int block : selection) {
-        if (const std::optional<Place> place = m_stage.placeOf(block))
-            sketch.selected.append(place->box);
-    }
-    sketch.hasHandles = selection.size() == 1 && sketch.selected.size() == 1;
-    drawHover(sketch);
-    m_overlay.draw(sketch);
+    m_seen.draw(m_pointer);
     showCursor();
 }
 
 void Gestures::showCursor()
 {
-    const Qt::Edges edges = m_pointer ? handleUnder(*m_pointer) : Qt::Edges();
-    const QCursor cursor(isInserting() ? Qt::CrossCursor : cursorOf(edges));
-    for (QWidget *widget : {static_cast<QWidget *>(m_frame.wb), m_frame.wb->focusProxy()}) {
-        if (widget && widget->cursor().shape() != cursor.shape())
-            widget->setCursor(cursor);
-    }
+    m_seen.showCursor(m_pointer, isInserting());
 }
 
 } // namespace quillmere

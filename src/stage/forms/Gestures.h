@@ -3,6 +3,7 @@
 #include "stage/ClickRound.h"
 #include "stage/Snapping.h"
 #include "stage/forms/Insertion.h"
+#include "stage/forms/Seen.h"
 #include "stage/forms/Stage.h"
 
 #include <functional>
@@ -13,7 +14,6 @@ namespace quillmere {
 class PreviewFrame;
 class StageOverlay;
 class Talk;
-struct Sketch;
 
 // What the mouse does in the picture: it selects, moves, sizes, draws a band or a new block. The text is
 // written when the button is let go, once; until then only the picture follows. A gesture that began in
@@ -48,7 +48,7 @@ public:
     bool isInserting() const { return m_insertion.isWaiting(); }
     void insertInMiddle();
     // The blocks under a point of the browser, what is seen first; none while that is not known.
-    QList<int> blocksUnder(QPointF at);
+    QList<int> blocksUnder(QPointF at) { return m_seen.blocksUnder(at); }
 
     std::function<SnapTargets()> targets; // what a drag may snap to, asked when it begins; nothing if unset
     bool snaps = true;                    // unless Ctrl is held
@@ -74,11 +74,8 @@ private:
     Snapped snapped(const Pointer &pointer) const;
     void take(const Snapped &snapped, bool isLast);
     void selectBand();
-    Qt::Edges handleUnder(QPointF at) const;
     ClickRound::Click clickAt(const Pointer &pointer, const QList<int> &blocks);
     void refresh();
-    void drawHover(Sketch &sketch);
-    QString described(int block) const;
     void showCursor();
     void textChanged();
 
@@ -98,6 +95,7 @@ private:
     Snapped m_now;
     QPointF m_offset; // from sums of rects to pixels of the page
     QRectF m_band;
+    Seen m_seen;
     Insertion m_insertion;
     ClickRound m_round;
     quint64 m_lastClick = 0;
