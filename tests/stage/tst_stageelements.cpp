@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Lines of tests end in LF, and stand for CR LF.
-QString lines(const char *text)
+QString lines(const QByteArray &text)
 {
     return QString::fromUtf8(text).replace(u"\n"_s, u"\r\n"_s);
 }
@@ -23,8 +23,16 @@ QString namesOf(const Outline &outline, const QList<int> &blocks)
     return names.join(u' ');
 }
 
+// With a text in it.
+QByteArray boxitem(const char *name, const char *rect, const char *child)
+{
+    return QByteArray("<widget class=\"boxitem\" name=\"") + name + "\">\n<property>\n     <rect>[" + rect +
+           "]</rect>\n</property>\n     <children>\n<widget class=\"text\" name=\"" + child +
+           "\">\n     <rect>[1,2,3,4]</rect>\n</widget>\n</children>\n</widget>\n";
+}
+
 // As an opened window is written.
-const char *const kFlat = R"(<interface>
+const QByteArray kFlat = R"(<interface>
 <widget class="window" name="w">
 <property>
      <rect>[0,0,1280,720]</rect>
@@ -32,17 +40,8 @@ const char *const kFlat = R"(<interface>
      <children>
 <widget class="text" name="a"/>
      <!-- of b -->
-<widget class="boxitem" name="b">
-<property>
-     <rect>[ 10,+20,30,40]</rect>
-</property>
-     <children>
-<widget class="text" name="b9">
-     <rect>[1,2,3,4]</rect>
-</widget>
-</children>
-</widget>
-<widget class="text" name="A2"/>
+)" + boxitem("b", " 10,+20,30,40", "b9") +
+                         R"(<widget class="text" name="A2"/>
 </children>
 </widget>
      <style class="s" name="title">
@@ -90,25 +89,13 @@ private slots:
         QTest::addColumn<QList<int>>("blocks");
         QTest::addColumn<QString>("gone");
         QTest::addColumn<QString>("stays");
-        const auto row = [](const char *name, const QString &text, const QList<int> &blocks, const char *gone,
-                            const char *stays) {
+        const auto row = [](const char *name, const QString &text, const QList<int> &blocks,
+                            const QByteArray &gone, const char *stays) {
             QTest::newRow(name) << text << blocks << lines(gone) << lines(stays);
         };
         row("its line", lines(kFlat), {1}, "<widget class=\"text\" name=\"a\"/>\n", "");
         row("with what stands in it", lines(kFlat), {3, 2, 4},
-            R"(<widget class="boxitem" name="b">
-<property>
-     <rect>[ 10,+20,30,40]</rect>
-</property>
-     <children>
-<widget class="text" name="b9">
-     <rect>[1,2,3,4]</rect>
-</widget>
-</children>
-</widget>
-<widget class="text" name="A2"/>
-)",
-            "");
+            boxitem("b", " 10,+20,30,40", "b9") + "<widget class=\"text\" name=\"A2\"/>\n", "");
         row("indented", lines(kFlat), {5}, "     <style class=\"s\" name=\"title\">\n</style>\n", "");
         row("not alone on its last line", lines(kNested), {1},
             R"(<widget class="text" name="x">
@@ -144,20 +131,8 @@ private slots:
         const QString text = lines(kFlat);
         QString after = text;
         after.replace(lines("</children>\n</widget>\n<widget class=\"text\" name=\"A2\"/>\n"),
-                      lines(R"(</children>
-</widget>
-<widget class="boxitem" name="b2">
-<property>
-     <rect>[ 18,28,30,40]</rect>
-</property>
-     <children>
-<widget class="text" name="b10">
-     <rect>[1,2,3,4]</rect>
-</widget>
-</children>
-</widget>
-<widget class="text" name="A2"/>
-)"));
+                      lines("</children>\n</widget>\n" + boxitem("b2", " 18,28,30,40", "b10") +
+                            "<widget class=\"text\" name=\"A2\"/>\n"));
         after.replace(lines("</style>\n"),
                       lines("</style>\n     <style class=\"s\" name=\"title2\">\n</style>\n"));
         after.replace(lines("name=\"a\"/>\n"), lines("name=\"a\"/>\n<widget class=\"text\" name=\"a3\"/>\n"));
