@@ -1,5 +1,7 @@
 #include "stage/LinkedWindow.h"
 
+#include "source/SavedText.h"
+
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -150,6 +152,26 @@ private slots:
         window.choose("mnuLink");
         window.click(0);
         QCOMPARE(shownRows(), u"rect | [5,66,70,80]\n"_s);
+    }
+
+    // Ctrl+S saves on whichever tab the window is.
+    void dialogSaves()
+    {
+        LinkedWindow window;
+        window.skin->openDocument(window.write("theme/w.xml", LinkedWindow::text.toUtf8()));
+        window.click(3);
+        QTest::keyClick(window.list, Qt::Key_Return);
+        QTRY_COMPARE(QApplication::activeWindow(), properties());
+        for (const int tab : {8, 0}) {
+            window.turnTo(tab);
+            doubleClick(inDialog<ListView>("lvBlock"), 0);
+            QTest::keyClick(inDialog<QLineEdit>("txtL"), Qt::Key_Up);
+            QTest::keyClick(inDialog<QLineEdit>("txtL"), Qt::Key_Return);
+            window.expectSave(true);
+            QTest::keyClick(inDialog<QLineEdit>("txtL"), Qt::Key_S, Qt::ControlModifier);
+            QCOMPARE(window.read("theme/w.xml"), textToSave(window.source->text()).toUtf8());
+        }
+        QVERIFY(window.read("theme/w.xml").contains("<rect>[7,6,70,80]</rect>"));
     }
 
     void severalAtOnce()

@@ -102,7 +102,11 @@ frmWidget &PropertiesLink::dialog()
     if (!m_dialog) {
         m_dialog = std::make_unique<frmWidget>(*m_tab.txtSnippet, m_choices, m_window);
         connect(m_dialog.get(), &frmWidget::sourceWanted, this, &PropertiesLink::sourceWanted);
-        connect(m_dialog.get(), &frmWidget::saveWanted, m_save, &QAction::trigger);
+        // The item of the menu is disabled on other tabs; the dialog is open on all of them.
+        connect(m_dialog.get(), &frmWidget::saveWanted, m_save, [this] {
+            if (!m_tab.txtSnippet->document()->isEmpty())
+                emit m_save->triggered();
+        });
     }
     return *m_dialog;
 }
