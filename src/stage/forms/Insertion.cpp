@@ -60,8 +60,8 @@ void Insertion::put(int parent, const Box &box, qint64 revision)
     const Edited edited = inserted(m_stage.outline(), *std::exchange(m_kind, {}), parent, box);
     if (edited.changes.isEmpty())
         m_talk.say(tr("There is no window to put the block into."));
-    else
-        m_stage.write(edited.changes, revision, edited.selection);
+    else if (m_stage.write(edited.changes, revision, edited.selection))
+        m_talk.say(tr("%1 was put in.").arg(calledInText(m_stage.outline(), edited.selection.first())));
 }
 
 } // namespace quillmere
