@@ -152,9 +152,11 @@ QPoint PreviewArea::offset() const
 
 void PreviewArea::setBars()
 {
-    const QSize all = contents(), most = room();
+    // A browser of the size that was chosen may be smaller than the room.
+    const QSize glass = movesBrowser() ? m_browser.size() : size();
+    const QSize all = contents(), most = room().boundedTo(glass);
     const bool fits = m_isFitted || (all.width() <= most.width() && all.height() <= most.height());
-    const QSize seen = fits ? most : viewport()->size();
+    const QSize seen = fits ? most : viewport()->size().boundedTo(glass);
     const auto set = [](QScrollBar *bar, int length, int page) {
         bar->setRange(0, qMax(0, length - page));
         bar->setPageStep(page);
