@@ -184,6 +184,7 @@ private slots:
         window.click(1);
         window.click(0, Qt::ControlModifier);
         QTest::keyClick(window.list, Qt::Key_Return);
+        QCOMPARE(properties()->windowTitle(), u" Property :: 2 blocks"_s);
         QCOMPARE(shownRows(), u"FONT | \nrect | \n"_s);
         auto *list = inDialog<ListView>("lvBlock");
         doubleClick(list, 1);

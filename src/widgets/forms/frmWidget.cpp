@@ -86,6 +86,8 @@ void frmWidget::turnTo(const QString &name, const QString &className, const Show
     lvBlock->clearSelection();
     lvBlock->setCurrentIndex({});
     capture();
+    if (m_isSeveral) // of no one class
+        setWindowTitle(u" Property :: " + name);
     showHint();
 }
 
