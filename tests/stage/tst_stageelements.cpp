@@ -344,6 +344,29 @@ private slots:
         compare(nested, inserted(Outline(nested), NewBlock::Text, -1, {1, 2, 3, 4}), filled, u"text2"_s);
         QVERIFY(inserted(Outline(u"<style a/>"_s), NewBlock::Text, -1, {}).changes.isEmpty());
     }
+
+    void placesOfNewBlocks_data()
+    {
+        QTest::addColumn<QString>("parent"); // its rect
+        QTest::addColumn<NewBlock>("kind");
+        QTest::addColumn<QString>("rect");
+        QTest::newRow("all on the screen") << u"0,0,1000,600"_s << NewBlock::Text << u"350,280,300,40"_s;
+        QTest::newRow("out at the right") << u"1200,0,300,100"_s << NewBlock::Button << u"0,25,80,50"_s;
+        QTest::newRow("out at the left and below")
+            << u"-100,600,400,300"_s << NewBlock::Boxitem << u"100,0,300,120"_s;
+        QTest::newRow("not to be seen") << u"2000,0,400,300"_s << NewBlock::Image << u"100,75,200,150"_s;
+        QTest::newRow("no room") << u"10,10,-4,0"_s << NewBlock::Progbar << u"-152,-12,300,24"_s;
+        QTest::newRow("no rect") << u"1,2"_s << NewBlock::Text << u"490,340,300,40"_s;
+    }
+
+    void placesOfNewBlocks()
+    {
+        QFETCH(QString, parent);
+        QFETCH(NewBlock, kind);
+        const Outline outline(u"<widget class=\"window\"><rect>[" + parent + u"]</rect></widget>");
+        const Box box = placeForNew(outline, kind, 0, QSize(1280, 720));
+        QTEST(u"%1,%2,%3,%4"_s.arg(box.x).arg(box.y).arg(box.w).arg(box.h), "rect");
+    }
 };
 
 QTEST_APPLESS_MAIN(TestStageElements)
