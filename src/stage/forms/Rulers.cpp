@@ -10,6 +10,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSettings>
+#include <QToolTip>
 
 #include <cmath>
 #include <utility>
@@ -264,6 +265,8 @@ void Rulers::dragGuide(RulerGuide &guide, QPointF pointer, bool isDone)
     const QPointF place = m_frame.area().viewport()->mapFromGlobal(pointer);
     const bool stands = guide.orientation == Qt::Vertical;
     const double along = stands ? place.x() : place.y();
+    if (isDone || along < 0)
+        QToolTip::hideText();
     if (along < 0 && isDone) {
         m_guides.removeOne(&guide);
         guide.deleteLater(); // it is its own event that ends it
@@ -271,6 +274,8 @@ void Rulers::dragGuide(RulerGuide &guide, QPointF pointer, bool isDone)
         return;
     }
     guide.at = std::lround(toPage(stands ? Qt::Horizontal : Qt::Vertical, along));
+    if (!isDone && along >= 0)
+        QToolTip::showText(pointer.toPoint(), QString::number(guide.at));
     layOut();
 }
 
