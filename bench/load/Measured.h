@@ -22,7 +22,8 @@ inline double statusMegabytes(const char *line)
     return 0;
 }
 
-// What this thread has worked so far, in ms: on a busy machine the rest of the time went to others.
+// What this thread has worked so far, in ms: on a busy machine the rest of the time went to others. The clock
+// of the scheduler is too coarse for single events.
 inline double workOfThread()
 {
     timespec worked{};
@@ -41,17 +42,25 @@ public:
         if (m_depth > 0)
             return QApplication::notify(receiver, event);
         ++m_depth;
+        const char *className = receiver->metaObject()->className(); // which may be gone afterwards
+        const int type = event->type();
         const double before = workOfThread();
         const bool result = QApplication::notify(receiver, event);
-        m_most = std::max(m_most, workOfThread() - before);
+        if (const double took = workOfThread() - before; took > m_most) {
+            m_most = took;
+            m_event = QByteArray(className) + ' ' + QByteArray::number(type);
+        }
         --m_depth;
         return result;
     }
     double takeMost() { return std::exchange(m_most, 0); }
+    // Whose event that was, and its type.
+    QByteArray mostEvent() const { return m_event; }
 
 private:
     int m_depth = 0;
     double m_most = 0; // ms
+    QByteArray m_event;
 };
 
 struct Blocked

@@ -6,6 +6,7 @@
 //   QT_QPA_PLATFORM=offscreen bench_checks THEME [BLOCKS]
 
 #include "BenchWindow.h"
+#include "Measured.h"
 
 #include "app/ThemeChecks.h"
 #include "files/Paths.h"
@@ -20,52 +21,12 @@
 #include <QTextStream>
 
 #include <algorithm>
-#include <ctime>
 
 using namespace quillmere;
 
 namespace {
 
 constexpr int kKeys = 40;
-
-// ms; the clock of the scheduler that the other programs here read is too coarse for single events.
-double workSoFar()
-{
-    timespec time = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
-}
-
-// Knows the longest event, those within others not counted for themselves.
-class Measured : public QApplication
-{
-public:
-    using QApplication::QApplication;
-
-    bool notify(QObject *receiver, QEvent *event) override
-    {
-        if (m_inside)
-            return QApplication::notify(receiver, event);
-        m_inside = true;
-        const double before = workSoFar();
-        const QByteArray what =
-            QByteArray(receiver->metaObject()->className()) + ' ' + QByteArray::number(int(event->type()));
-        const bool done = QApplication::notify(receiver, event);
-        const double took = workSoFar() - before;
-        if (took > longest) {
-            longest = took;
-            longestEvent = what;
-        }
-        m_inside = false;
-        return done;
-    }
-
-    double longest = 0;
-    QByteArray longestEvent;
-
-private:
-    bool m_inside = false;
-};
 
 void waitUntil(const std::function<bool()> &condition)
 {
@@ -77,12 +38,11 @@ void waitUntil(const std::function<bool()> &condition)
     }
 }
 
-void report(QTextStream &out, const char *what, Measured &app)
+void report(QTextStream &out, const char *what, TimedApplication &app)
 {
-    out << what << ": longest event " << QString::number(app.longest, 'f', 1) << " ms (" << app.longestEvent
+    out << what << ": longest event " << QString::number(app.takeMost(), 'f', 1) << " ms (" << app.mostEvent()
         << ")\n";
     out.flush();
-    app.longest = 0;
 }
 
 // The same steps as beside the window's thread, and the marks.
@@ -93,7 +53,7 @@ void reportWork(QTextStream &out, LiveIndex &live, LiveCheck &check, SourceBox &
     QList<double> times;
     for (int key = 0; key < kKeys; ++key) {
         const QString text = source.text() + QString(key, u'x');
-        const double before = workSoFar();
+        const double before = workOfThread();
         const Outline outline(text);
         index.update(path, outline);
         const QList<Problem> problems = checkWindow(outline, file, index, {});
@@ -101,7 +61,7 @@ void reportWork(QTextStream &out, LiveIndex &live, LiveCheck &check, SourceBox &
         for (const Problem &problem : problems)
             marks.append({problem.range.start, problem.range.size(), int(problem.severity())});
         source.marks().show(marks);
-        times.append(workSoFar() - before);
+        times.append(workOfThread() - before);
     }
     std::ranges::sort(times);
     out << "outline, index and " << check.openProblems().size() << " marks after a key: p50 "
@@ -115,7 +75,7 @@ int main(int argc, char **argv)
 {
     const QTemporaryDir folder;
     prepareBench(folder);
-    Measured app(argc, argv);
+    TimedApplication app(argc, argv);
     if (app.arguments().size() < 2)
         qFatal("bench_checks THEME [BLOCKS]");
     const BenchWindow window(folder);
@@ -129,7 +89,7 @@ int main(int argc, char **argv)
     for (int i = 0; i < 20; ++i)
         QApplication::processEvents(QEventLoop::AllEvents, 20); // what opening leads to is not counted
     tabs->setCurrentIndex(9);
-    app.longest = 0;
+    app.takeMost(); // what came before does not count
     waitUntil([&] { return check.isReady(); });
     for (int i = 0; i < 20; ++i)
         QApplication::processEvents(QEventLoop::AllEvents, 20);
@@ -147,7 +107,7 @@ int main(int argc, char **argv)
     QElapsedTimer clock;
     for (clock.start(); clock.elapsed() < 4000;)
         QApplication::processEvents(QEventLoop::AllEvents, 20);
-    app.longest = 0;
+    app.takeMost(); // what came before does not count
     QKeyEvent key(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, QStringLiteral("x"));
     for (int i = 0; i < 3; ++i) {
         QApplication::sendEvent(source, &key);

@@ -6,13 +6,13 @@
 //   QT_QPA_PLATFORM=offscreen bench_completion THEME [BLOCKS]
 
 #include "BenchWindow.h"
+#include "Measured.h"
 
 #include "source/forms/SourceBox.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QKeyEvent>
 #include <QTabBar>
 #include <QTextStream>
@@ -23,13 +23,6 @@ namespace {
 
 constexpr int kRounds = 40;
 constexpr int kWarm = 3; // rounds before, which do not count
-
-// The processor time that the thread has had, ms.
-double workSoFar()
-{
-    QFile file(QStringLiteral("/proc/thread-self/schedstat"));
-    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(0).toDouble() / 1e6 : 0;
-}
 
 struct Times
 {
@@ -52,7 +45,7 @@ void press(Times *times, int code, const QString &text, Qt::KeyboardModifiers mo
 {
     QWidget *to = list() ? list() : QApplication::focusWidget();
     QKeyEvent key(QEvent::KeyPress, code, modifiers, text);
-    const double before = workSoFar();
+    const double before = workOfThread();
     QElapsedTimer clock;
     clock.start();
     QApplication::sendEvent(to, &key);
@@ -60,7 +53,7 @@ void press(Times *times, int code, const QString &text, Qt::KeyboardModifiers mo
         list()->viewport()->repaint();
     if (times) {
         times->shown.append(double(clock.nsecsElapsed()) / 1e6);
-        times->work.append(workSoFar() - before);
+        times->work.append(workOfThread() - before);
         if (!list())
             qFatal("No list opens");
     }
