@@ -4,6 +4,19 @@
 
 namespace quillmere {
 
+namespace {
+
+// Rules that count behind those of the page, in a sheet that is no part of the document; "" takes them away.
+// The sheet is kept under a name. Opening the document for another page drops all sheets. True where there
+// was none before.
+const QString kBeside = QStringLiteral(
+    "function beside(name,rules){var all=Array.from(document.adoptedStyleSheets),s=window[name],"
+    "is=all.indexOf(s)>=0;if(!rules){if(is)document.adoptedStyleSheets=all.filter("
+    "function(o){return o!==s;});return false;}if(!is)s=window[name]=new CSSStyleSheet();"
+    "s.replaceSync(rules);if(!is)document.adoptedStyleSheets=all.concat([s]);return !is;}");
+
+} // namespace
+
 QString quoted(const QString &text)
 {
     return QString::fromUtf8(QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact)) + u"[0]";
@@ -28,29 +41,31 @@ QString writingScript(const QString &pageExpression, int number, const PageView 
 }
 
 // First everything is found, and looked at, then everything is changed: paths are those of before.
-QString patchingScript(const QJsonArray &changes, int from, int number)
+QString patchingScript(const QJsonArray &changes, int from, int number, const QString &rules)
 {
-    static const QString script = QStringLiteral(
-        "(function(changes,from,number){if(window.__page!==from)return false;"
-        "var places=changes.map(function(c){var n=document.documentElement;"
-        "c[1].forEach(function(i){n=n&&n.childNodes[i];});"
-        "if(!n||(c[0]=='data'?!(n.nodeType==3||n.nodeType==8)||n.data.length!=c[2]:n.nodeType!=1)||"
-        "c[0]=='children'&&n.childNodes.length!=c[2])return null;return n;});"
-        "if(places.indexOf(null)>=0)return false;"
-        "function set(e,list){list.forEach(function(a){e.setAttribute(a[0],a[1]);});}"
-        "function fill(e,list,before){list.forEach(function(t){var n;"
-        "if(typeof t=='string')n=document.createTextNode(t);"
-        "else if(Array.isArray(t)){n=document.createElement(t[0]);set(n,t[1]);fill(n,t[2],null);}"
-        "else n=document.createComment(t.comment);e.insertBefore(n,before);});}"
-        "changes.forEach(function(c,k){var n=places[k],i;"
-        "if(c[0]=='data')n.replaceData(c[3],c[4],c[5]);"
-        "else if(c[0]=='attributes'){while(n.attributes.length>c[2])"
-        "n.removeAttribute(n.attributes[n.attributes.length-1].name);set(n,c[3]);}"
-        "else{for(i=0;i<c[4];++i)n.childNodes[c[3]].remove();"
-        "fill(n,c[5],n.childNodes[c[3]]||null);}});"
-        "window.__page=number;return true;})");
+    static const QString script =
+        QStringLiteral(
+            "(function(changes,from,number,rules){if(window.__page!==from)return false;"
+            "var places=changes.map(function(c){var n=document.documentElement;"
+            "c[1].forEach(function(i){n=n&&n.childNodes[i];});"
+            "if(!n||(c[0]=='data'?!(n.nodeType==3||n.nodeType==8)||n.data.length!=c[2]:n.nodeType!=1)||"
+            "c[0]=='children'&&n.childNodes.length!=c[2])return null;return n;});"
+            "if(places.indexOf(null)>=0)return false;"
+            "function set(e,list){list.forEach(function(a){e.setAttribute(a[0],a[1]);});}"
+            "function fill(e,list,before){list.forEach(function(t){var n;"
+            "if(typeof t=='string')n=document.createTextNode(t);"
+            "else if(Array.isArray(t)){n=document.createElement(t[0]);set(n,t[1]);fill(n,t[2],null);}"
+            "else n=document.createComment(t.comment);e.insertBefore(n,before);});}"
+            "changes.forEach(function(c,k){var n=places[k],i;"
+            "if(c[0]=='data')n.replaceData(c[3],c[4],c[5]);"
+            "else if(c[0]=='attributes'){while(n.attributes.length>c[2])"
+            "n.removeAttribute(n.attributes[n.attributes.length-1].name);set(n,c[3]);}"
+            "else{for(i=0;i<c[4];++i)n.childNodes[c[3]].remove();"
+            "fill(n,c[5],n.childNodes[c[3]]||null);}});"
+            "beside('__rules',rules);window.__page=number;return true;") +
+        kBeside + QStringLiteral("})");
     return script + u'(' + QString::fromUtf8(QJsonDocument(changes).toJson(QJsonDocument::Compact)) +
-           QStringLiteral(",%1,%2)").arg(from).arg(number);
+           QStringLiteral(",%1,%2,").arg(from).arg(number) + quoted(rules) + u')';
 }
 
 bool bindsDocument(const QString &page)
@@ -58,34 +73,33 @@ bool bindsDocument(const QString &page)
     return page.contains(QLatin1String("http-equiv"), Qt::CaseInsensitive);
 }
 
-// Opening the document for another page drops the sheet. With the size the page is laid out as it is when it
-// is plain, whatever room the browser has. What the root element overflows with is seen all the same.
+// With the size the page is laid out as it is when it is plain, whatever room the browser has. What the root
+// element overflows with is seen all the same.
 QString viewScript(const PageView &view)
 {
-    if (view.isPlain())
-        return QStringLiteral("document.adoptedStyleSheets=[];");
     constexpr double kPixelsFrom = 3; // above it the pixels of a picture are what one looks at
-    const QString rule =
-        QStringLiteral(
-            "html{transform-origin:0 0!important;transform:translate(%1px,%2px) scale(%3)!important;"
-            "width:%4px!important;height:%5px!important;%6}body{overflow:hidden!important}")
-            .arg(-view.pan.x())
-            .arg(-view.pan.y())
-            .arg(view.zoom, 0, 'f', 6)
-            .arg(view.size.width())
-            .arg(view.size.height())
-            .arg(view.zoom > kPixelsFrom ? QStringLiteral("image-rendering:pixelated!important;")
-                                         : QString());
-    return u"(function(){var s=document.adoptedStyleSheets[0];if(!s){s=new CSSStyleSheet();"
-           u"document.adoptedStyleSheets=[s];window.scrollTo(0,0);}s.replaceSync('" +
-           rule + u"');})();";
+    const QString rules =
+        view.isPlain()
+            ? QString()
+            : QStringLiteral("html{transform-origin:0 0!important;transform:translate(%1px,%2px) scale(%3)"
+                             "!important;width:%4px!important;height:%5px!important;%6}"
+                             "body{overflow:hidden!important}")
+                  .arg(-view.pan.x())
+                  .arg(-view.pan.y())
+                  .arg(view.zoom, 0, 'f', 6)
+                  .arg(view.size.width())
+                  .arg(view.size.height())
+                  .arg(view.zoom > kPixelsFrom ? QStringLiteral("image-rendering:pixelated!important;")
+                                               : QString());
+    return u"(function(){if(beside('__view','" + rules + u"'))window.scrollTo(0,0);" + kBeside + u"})();";
 }
 
 // Of a plain page it is the element that scrolls which knows; of one with a view it would count the view in.
 QString extentScript()
 {
     return QStringLiteral("(function(){var e=document.documentElement;"
-                          "if(!document.adoptedStyleSheets.length)e=document.scrollingElement||e;"
+                          "if(Array.from(document.adoptedStyleSheets).indexOf(window.__view)<0)"
+                          "e=document.scrollingElement||e;"
                           "return JSON.stringify([e.scrollWidth,e.scrollHeight]);})()");
 }
 

@@ -20,8 +20,9 @@ QString untouchedScript();
 QString writingScript(const QString &pageExpression, int number, const PageView &view);
 
 // Makes the changes of changesBetween() in the document of the page with the number `from`, which gets the
-// other. True when done; false, and nothing is changed, where the document is not what it should be.
-QString patchingScript(const QJsonArray &changes, int from, int number);
+// other. True when done; false, and nothing is changed, where the document is not what it should be. The
+// `rules` count behind those of the page until the next page or change.
+QString patchingScript(const QJsonArray &changes, int from, int number, const QString &rules = {});
 
 // Markup can set rules (a policy, a refresh) that stay with the document when another page is written into
 // it. True where the page's markup may do so.

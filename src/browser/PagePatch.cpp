@@ -45,27 +45,6 @@ std::optional<QJsonArray> pairs(const std::vector<PageTree::Attribute> &attribut
     return all;
 }
 
-// From one of them, which is text of a document, to the other, letter by letter.
-QJsonArray dataChange(const QJsonArray &path, QStringView before, QStringView after)
-{
-    const auto [left, right] = std::ranges::mismatch(before, after);
-    qsizetype first = left - before.begin();
-    if (first > 0 && before[first - 1].isHighSurrogate())
-        --first;
-    qsizetype same = 0;
-    const qsizetype most = std::min(before.size(), after.size()) - first;
-    while (same < most && before[before.size() - 1 - same] == after[after.size() - 1 - same])
-        ++same;
-    if (same > 0 && before[before.size() - same].isLowSurrogate())
-        --same;
-    return {QStringLiteral("data"),
-            path,
-            before.size(),
-            first,
-            before.size() - first - same,
-            after.sliced(first, after.size() - first - same).toString()};
-}
-
 class Comparison
 {
 public:
@@ -265,9 +244,45 @@ std::optional<QJsonArray> Comparison::changes()
 
 } // namespace
 
+QJsonArray dataChange(const QJsonArray &path, QStringView before, QStringView after)
+{
+    const auto [left, right] = std::ranges::mismatch(before, after);
+    qsizetype first = left - before.begin();
+    if (first > 0 && before[first - 1].isHighSurrogate())
+        --first;
+    qsizetype same = 0;
+    const qsizetype most = std::min(before.size(), after.size()) - first;
+    while (same < most && before[before.size() - 1 - same] == after[after.size() - 1 - same])
+        ++same;
+    if (same > 0 && before[before.size() - same].isLowSurrogate())
+        --same;
+    return {QStringLiteral("data"),
+            path,
+            before.size(),
+            first,
+            before.size() - first - same,
+            after.sliced(first, after.size() - first - same).toString()};
+}
+
 std::optional<QJsonArray> changesBetween(const PageTree &before, const PageTree &after)
 {
     return Comparison(before, after).changes();
+}
+
+std::optional<std::vector<PageText>> textsWith(const PageTree &tree, QChar unit)
+{
+    std::vector<PageText> found;
+    Path path;
+    for (const Node &node : tree.nodes()) {
+        path.goTo(node);
+        if (!tree.source(node).contains(unit))
+            continue;
+        const std::optional<QString> text = node.kind == Kind::Element ? std::nullopt : shown(tree, node);
+        if (!text)
+            return {};
+        found.push_back({path.path(), *text});
+    }
+    return found;
 }
 
 } // namespace quillmere

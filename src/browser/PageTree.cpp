@@ -276,6 +276,11 @@ QStringView PageTree::sheet() const
     return QStringView(m_text).sliced(m_sheetBegin, m_sheetEnd - m_sheetBegin);
 }
 
+QStringView PageTree::rest() const
+{
+    return QStringView(m_text).sliced(m_sheetEnd);
+}
+
 QString PageTree::name(const Node &node) const
 {
     const QStringView tag = source(node);

@@ -30,8 +30,12 @@ public:
     // the rest is read. Time is linear in the page.
     static std::optional<PageTree> read(const QString &page);
 
-    // With "\n" as the only line break, as the document has it.
+    // The page, with "\n" as the only line break, as the document has it.
+    QStringView text() const { return m_text; }
+    // The part of it that is the sheet.
     QStringView sheet() const;
+    // What stands behind the sheet.
+    QStringView rest() const;
     // In the order of the text, each element before what it holds: with their depths that is the tree.
     const std::vector<Node> &nodes() const { return m_nodes; }
     // What stands there: all of an opening tag, a text, or the inside of a comment.

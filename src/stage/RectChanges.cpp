@@ -106,6 +106,33 @@ QList<TextChange> rectChanges(const Outline &outline, const QList<BlockBox> &box
     return changes;
 }
 
+QList<Range> rectNumbers(const Outline &outline, const QList<BlockBox> &boxes)
+{
+    QList<Range> numbers;
+    for (const BlockBox &wanted : boxes) {
+        if (const std::optional<RectValue> rect = rectOfRow(outline, wanted.block))
+            numbers.append(QList<Range>(rect->ranges.begin(), rect->ranges.end()));
+    }
+    const auto isBefore = [](Range a, Range b) { return a.start < b.start; };
+    const auto isSame = [](Range a, Range b) { return a.start == b.start; };
+    std::sort(numbers.begin(), numbers.end(), isBefore);
+    numbers.erase(std::unique(numbers.begin(), numbers.end(), isSame), numbers.end());
+    return numbers;
+}
+
+std::optional<QStringList> textsAfter(QStringView text, const QList<Range> &places,
+                                      const QList<TextChange> &changes)
+{
+    QStringList texts;
+    qsizetype done = 0;
+    for (const Range place : places) {
+        const bool isChanged = done < changes.size() && changes[done].start == place.start &&
+                               changes[done].length == place.size();
+        texts.append(isChanged ? changes[done++].text : place.in(text).toString());
+    }
+    return done == changes.size() ? std::optional(texts) : std::nullopt;
+}
+
 QString withChanges(const QString &text, const QList<TextChange> &changes)
 {
     QString changed;

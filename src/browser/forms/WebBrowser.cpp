@@ -94,11 +94,11 @@ void WebBrowser::lookForBlank()
         if (cell != m_cell || number != m_writes || !untouched.toBool())
             return;
         if (m_ready && m_touched && !m_busy && !m_waiting)
-            m_waiting = m_current;
+            m_waiting = currentPage();
         m_ready = true;
         m_touched = false;
         m_fonts.forget();
-        m_shown.reset();
+        m_shown.forget();
         if (!m_busy)
             writeNext();
     };
@@ -174,7 +174,7 @@ void WebBrowser::writeNext()
         return;
     }
     if (m_touched && (m_begins || bindsDocument(m_current))) {
-        m_shown.reset();
+        m_shown.forget();
         m_ready = false; // it is written when the new document is there
         m_cell->loadBlank();
         return;
@@ -183,13 +183,15 @@ void WebBrowser::writeNext()
         m_deaths = 0;
     m_current = std::move(*m_waiting);
     m_waiting.reset();
+    m_marked.clear();
+    m_missing.clear();
     m_begins = false;
     m_busy = m_touched = true;
     m_pictures->lookAnew();
     for (const QString &script : m_fonts.scripts())
         page()->runJavaScript(script, QWebEngineScript::ApplicationWorld);
     m_patience.start();
-    if (m_current.size() > (m_shown ? kMostPatched : kMostAtOnce)) {
+    if (m_current.size() > (m_shown.isKnown() ? kMostPatched : kMostAtOnce)) {
         startPieces();
         return;
     }
@@ -211,6 +213,7 @@ void WebBrowser::withoutMissing(const QString &text, const std::function<void(co
         if (number != m_lookups)
             return;
         m_preparing = m_pieces.has_value();
+        m_missing += missing;
         send(named.withoutMissing(missing));
     };
     m_pictures->findMissing(urls, tell);
@@ -220,13 +223,14 @@ void WebBrowser::withoutMissing(const QString &text, const std::function<void(co
 void WebBrowser::bring(const QString &text)
 {
     std::optional<PageTree> next = m_patching ? PageTree::read(text) : std::nullopt;
-    const auto changes = m_shown && next ? changesBetween(*m_shown, *next) : std::nullopt;
+    const PageTree *shown = next ? m_shown.tree() : nullptr;
+    const auto changes = shown ? changesBetween(*shown, *next) : std::nullopt;
     if (!changes && text.size() > kMostAtOnce) {
         startPieces();
         return;
     }
     const int number = m_writes + 1;
-    m_shown = std::move(next);
+    m_shown.set(std::move(next));
     if (changes)
         put(patchingScript(*changes, m_writes, number), Way::Patch);
     else
@@ -235,7 +239,7 @@ void WebBrowser::bring(const QString &text)
 
 void WebBrowser::startPieces()
 {
-    m_shown.reset();
+    m_shown.forget();
     m_sent.clear();
     m_preparing = true;
     page()->runJavaScript(QStringLiteral("window.__pieces=[]"), QWebEngineScript::ApplicationWorld);
@@ -266,7 +270,7 @@ void WebBrowser::putPieces()
     stopPreparing();
     put(writingScript(QStringLiteral("window.__pieces.join('')"), m_writes + 1, m_view), Way::Anew);
     if (m_patching && m_current.size() <= kMostPatched)
-        m_shown = PageTree::read(sent);
+        m_shown.set(PageTree::read(sent));
 }
 
 void WebBrowser::stopPreparing()
@@ -288,9 +292,9 @@ void WebBrowser::put(const QString &script, Way way)
                               m_busy = m_overdue = false;
                               m_patience.stop();
                               if (way == Way::Patch && !done.toBool()) {
-                                  m_shown.reset(); // something has been at the document
+                                  m_shown.forget(); // something has been at the document
                                   if (!m_waiting)
-                                      m_waiting = m_current;
+                                      m_waiting = currentPage();
                               }
                               if (m_waiting) {
                                   writeNext();
@@ -303,6 +307,36 @@ void WebBrowser::put(const QString &script, Way way)
                                   pollDrawn();
                               }
                           });
+}
+
+bool WebBrowser::beginSteps(const QString &marked, const QStringList &values)
+{
+    if (!m_ready || isBusy() || !m_shown.isKnown())
+        return false;
+    const QString text = withPictureUrls(marked, m_pictures->themeFolder());
+    const bool begins = m_shown.beginSteps(NamedPictures(text).withoutMissing(m_missing), values);
+    if (begins) {
+        m_marked = marked;
+        m_values = values;
+    }
+    return begins;
+}
+
+bool WebBrowser::step(const QStringList &values)
+{
+    const auto step = m_ready && !isBusy() ? m_shown.step(values) : std::nullopt;
+    if (!step)
+        return false;
+    m_values = values;
+    m_busy = true;
+    m_patience.start();
+    put(patchingScript(step->changes, m_writes, m_writes + 1, step->rules), Way::Patch);
+    return true;
+}
+
+QString WebBrowser::currentPage() const
+{
+    return m_marked.isEmpty() ? m_current : PageForm::filled(m_marked, m_values);
 }
 
 void WebBrowser::findPlaces(const std::function<void(const QList<PagePlace> &)> &use)
@@ -346,7 +380,7 @@ void WebBrowser::forgetWrite()
 {
     ++m_writes; // whatever was under way is not going to answer
     stopPreparing();
-    m_shown.reset();
+    m_shown.forget();
     m_ready = m_busy = m_overdue = m_viewing = false;
     m_patience.stop();
 }
@@ -377,7 +411,7 @@ void WebBrowser::onTerminated()
         emit failed(
             tr("The preview stopped: this page ends the browser's renderer. Change the text to try again."));
     } else if (!m_waiting) {
-        m_waiting = m_current;
+        m_waiting = currentPage();
     }
     // Reloading from inside the notice of death would be lost with the dying process.
     QTimer::singleShot(0, m_cell, &CellPage::loadBlank);

@@ -2,9 +2,9 @@
 
 #include "browser/PageFonts.h"
 #include "browser/PagePlace.h"
-#include "browser/PageTree.h"
 #include "browser/PageView.h"
 #include "browser/PictureUrls.h"
+#include "browser/ShownPage.h"
 
 #include <QTimer>
 #include <QWebEngineView>
@@ -42,6 +42,14 @@ public:
     // newest page waits; it gets a new renderer when the old one is still busy after ten seconds. The scroll
     // position stays and the focus is not touched.
     void write(const QString &page);
+    // For a page that goes from step to step with only numbers in it changing: a step costs what changes. The
+    // page in the browser is this one, with values for the marks of PageForm; it goes on until the next page
+    // is written. False where that is not certain, or the browser is busy: then pages are to be written.
+    bool beginSteps(const QString &marked, const QStringList &values);
+    // Shows the page with these values, and written() follows. Its document is that of the page, but for the
+    // text of its sheet: what that would make differ is seen all the same. False, and nothing is done, where
+    // the page has to be written.
+    bool step(const QStringList &values);
     // The page written next is that of another window and begins in a document that nothing has touched: what
     // markup can set there outlives the page. A page that may have set such things is never written over.
     void beginDocument();
@@ -85,6 +93,7 @@ private:
     void putPieces();
     enum class Way { Anew, Patch };
     void put(const QString &script, Way way);
+    QString currentPage() const;
     void stopPreparing();
     void forgetWrite();
     void showView();
@@ -115,7 +124,10 @@ private:
     QString m_sent;                           // what of it has
     QTimer m_nextPiece;
     bool m_patching = true;
-    std::optional<PageTree> m_shown; // what the document is, once it has the page under way
+    QSet<QString> m_missing; // of the pictures that the page under way names, as far as they were looked up
+    ShownPage m_shown;       // what the document is, once it has the page under way
+    QString m_marked;        // while it goes in steps
+    QStringList m_values;
 };
 
 } // namespace quillmere

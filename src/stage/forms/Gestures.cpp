@@ -311,12 +311,11 @@ void Gestures::take(const Snapped &snapped, bool isLast)
         sketch.labelled = sketch.selected.value(0);
     }
     m_overlay.draw(sketch);
-    const QList<TextChange> changes = rectChanges(m_stage.outline(), m_now.boxes);
     if (isLast) {
         const QScopedValueRollback writing(m_isWriting, true);
-        m_stage.write(changes, m_revision, m_stage.selection());
+        m_stage.write(rectChanges(m_stage.outline(), m_now.boxes), m_revision, m_stage.selection());
     } else if (isOther) {
-        m_stage.tryOut(changes, m_revision);
+        m_stage.tryOut(m_now.boxes, m_revision);
     }
 }
 

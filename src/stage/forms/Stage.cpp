@@ -162,12 +162,12 @@ bool Stage::write(const QList<TextChange> &changes, qint64 revision, const QList
     return true;
 }
 
-bool Stage::tryOut(const QList<TextChange> &changes, qint64 revision)
+bool Stage::tryOut(const QList<BlockBox> &boxes, qint64 revision)
 {
     if (revision != this->revision())
         return false;
     m_trying = true;
-    m_next = withChanges(m_tab.txtSnippet->text(), changes);
+    m_next = boxes;
     if (!m_drawing)
         drawNext();
     return true;
@@ -177,8 +177,39 @@ void Stage::drawNext()
 {
     if (!m_next)
         return;
+    const QList<BlockBox> boxes = *std::exchange(m_next, {});
+    const QList<TextChange> changes = rectChanges(outline(), boxes);
+    if (m_way == Way::Unknown)
+        m_way = beginSteps(boxes) ? Way::Steps : Way::Pages;
     m_drawing = true;
-    m_tab.tryOut(*std::exchange(m_next, {}));
+    if (m_way == Way::Steps && step(changes))
+        return;
+    m_way = Way::Pages; // what has come in between has been written over what the steps go on from
+    m_tab.tryOut(withChanges(outline().text(), changes));
+}
+
+// The page is drawn once with marks for all the numbers that may change.
+bool Stage::beginSteps(const QList<BlockBox> &boxes)
+{
+    const QString &text = outline().text();
+    if (!m_pageThere || m_pageOf != revision() || m_frame.wb->isBusy() || !PageForm::isFree(text))
+        return false;
+    m_numbers = rectNumbers(outline(), boxes);
+    QList<TextChange> marks;
+    for (const Range number : std::as_const(m_numbers))
+        marks.append({number.start, number.size(), PageForm::mark(marks.size())});
+    const std::optional<QStringList> values = textsAfter(text, m_numbers, {});
+    const QString page = m_tab.triedPage(withChanges(text, marks));
+    return !page.isEmpty() && values && m_frame.wb->beginSteps(page, *values);
+}
+
+bool Stage::step(const QList<TextChange> &changes)
+{
+    const std::optional<QStringList> values = textsAfter(outline().text(), m_numbers, changes);
+    if (!values || !m_frame.wb->step(*values))
+        return false;
+    pageGoes(-1);
+    return true;
 }
 
 void Stage::endTrying()
@@ -186,12 +217,18 @@ void Stage::endTrying()
     if (!std::exchange(m_trying, false))
         return;
     m_next.reset();
+    m_way = Way::Unknown;
     m_tab.tryOut(m_tab.txtSnippet->text());
 }
 
 void Stage::onPageReady()
 {
-    m_pageOf = m_tab.pageRevision();
+    pageGoes(m_tab.pageRevision());
+}
+
+void Stage::pageGoes(qint64 revision)
+{
+    m_pageOf = revision;
     m_pageThere = false;
     m_placesOf = -1;
 }
@@ -212,6 +249,7 @@ void Stage::onTextChanged()
 {
     m_trying = m_drawing = false;
     m_next.reset();
+    m_way = Way::Unknown;
     emit textChanged();
 }
 

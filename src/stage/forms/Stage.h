@@ -5,6 +5,7 @@
 #include "source/forms/SourceBox.h"
 #include "stage/FollowedBlocks.h"
 #include "stage/Hits.h"
+#include "stage/RectChanges.h"
 
 #include <QObject>
 #include <QTimer>
@@ -53,9 +54,9 @@ public:
     // and nothing is written, where the changes are of another revision.
     bool write(const QList<TextChange> &changes, qint64 revision, const QList<int> &selected,
                SourceBox::Step step = SourceBox::Step::Own);
-    // Draws the page of the text with the changes and leaves the text as it is. One page is under way at a
+    // Draws the page of the text with these rects and leaves the text as it is. One page is under way at a
     // time, and of those asked for meanwhile only the newest is drawn. False as above.
-    bool tryOut(const QList<TextChange> &changes, qint64 revision);
+    bool tryOut(const QList<BlockBox> &boxes, qint64 revision);
     // Draws the page of the text again, where another has been tried out.
     void endTrying();
     bool isTrying() const { return m_trying; }
@@ -77,6 +78,9 @@ private:
     void askPlaces();
     void askForSelected();
     void drawNext();
+    bool step(const QList<TextChange> &changes);
+    bool beginSteps(const QList<BlockBox> &boxes);
+    void pageGoes(qint64 revision);
 
     SourceTab &m_tab;
     PreviewFrame &m_frame;
@@ -91,7 +95,10 @@ private:
     QTimer m_painted; // it is likely painted by then; asking before would put that off
     bool m_asked = false, m_wanted = false;
     bool m_trying = false, m_drawing = false;
-    std::optional<QString> m_next; // the text to be tried out
+    std::optional<QList<BlockBox>> m_next; // to be tried out
+    // How what is tried out gets into the picture: whole pages, or, where that is sure, the numbers alone.
+    enum class Way { Unknown, Steps, Pages } m_way = Way::Unknown;
+    QList<Range> m_numbers; // those that change from step to step
 };
 
 } // namespace quillmere

@@ -148,12 +148,23 @@ void SourceTab::tryOut(const QString &markup)
     m_late.start(inputOf(markup));
 }
 
+QString SourceTab::triedPage(const QString &markup)
+{
+    catchUp();
+    return markup.size() > kLarge ? QString() : triedPage(renderPage(inputOf(markup)));
+}
+
+QString SourceTab::triedPage(const Rendered &rendered) const
+{
+    const bool hides = std::ranges::any_of(blocks.rows(), &ListRows::Row::checked);
+    return hides ? BuildPreviewPage(rendered.widgets.html, options, defaultFontSize(m_fonts), blocks)
+                 : rendered.page;
+}
+
 void SourceTab::showTried(const Rendered &rendered, qint64 revision)
 {
     m_pageRevision = revision;
-    const bool hides = std::ranges::any_of(blocks.rows(), &ListRows::Row::checked);
-    emit pageReady(hides ? BuildPreviewPage(rendered.widgets.html, options, defaultFontSize(m_fonts), blocks)
-                         : rendered.page);
+    emit pageReady(triedPage(rendered));
 }
 
 void SourceTab::draw(const QString &markup)

@@ -32,6 +32,8 @@ public:
     // Shows the page of a text that is about to become that of the source box, or may; lvBlock and txtHtml
     // stay, and with them the ticks.
     void tryOut(const QString &markup);
+    // The page that tryOut() would show; empty for a text so large that this one makes it late.
+    QString triedPage(const QString &markup);
     // SourceBox::revision() of the text that pageReady() was last sent for; -1 where that was no text of the
     // source box.
     qint64 pageRevision() const { return m_pageRevision; }
@@ -74,6 +76,7 @@ private:
     void draw(const QString &markup);
     void show(const Rendered &rendered, qint64 revision);
     void showLate(const Rendered &rendered);
+    QString triedPage(const Rendered &rendered) const;
     void showTried(const Rendered &rendered, qint64 revision);
     // True where it had to draw.
     bool catchUp();
