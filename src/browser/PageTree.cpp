@@ -234,7 +234,8 @@ void PageTreeReader::skipTag(qsizetype behind)
     m_at = behind;
 }
 
-// A div closes whatever is open in it; another element is closed by its own tag where no div lies between.
+// A div closes whatever is open in it; another element is closed by its own tag where no div lies between. A
+// style's own tag, of which the opening one has become a div's, closes nothing.
 bool PageTreeReader::closingTag()
 {
     const qsizetype end = nameEnd(m_text, m_at + 2);
@@ -242,7 +243,8 @@ bool PageTreeReader::closingTag()
     qsizetype behind = end;
     while (behind < m_end && isSpace(m_text[behind]))
         ++behind;
-    if (name.isEmpty() || !isLetter(name[0]) || !(isDiv(name) || isPlainElement(name)) || behind >= m_end ||
+    if (name.isEmpty() || !isLetter(name[0]) ||
+        !(isDiv(name) || isPlainElement(name) || isOneOf(name, {u"style"})) || behind >= m_end ||
         m_text[behind] != u'>')
         return false;
     ++behind;

@@ -152,7 +152,8 @@ const char kDragTokens[] =
     "]</backcolor>|<backcolor>[#00ff00,,]</backcolor>|<backcolor>[red(,,]</backcolor>|<backcolor>[^,,]</"
     "backcolor>| name=`w1`| name=`W2`| name=`w 3`| name=`w1.w2`| "
     "name=`1w`| name=``| name=`a,w1`| name=`w1{}`| name=`w1:x`|<string>a &amp; b</string>|<string>[1,2,"
-    "3,4]</string>|<!--|-->|hcentre|</property>|<children>|</children>|<property>|/>|</widget>|\\n|😀|&|<b>|"
+    "3,4]</string>|<!--|-->|hcentre|</style>|</property>|<children>|</children>|<property>|/>|</"
+    "widget>|\\n|😀|&|<b>|"
     "</div>|<widget class=`text` name=`w1`><property>|<widget class=`text` name=`w4`><property><string>x<"
     "/string></property></widget>|x=`y`|>|`";
 
@@ -309,6 +310,8 @@ private slots:
             u"<widget class=\"box\" name=\"b\"><property></property></widget></interface>"_s);
         row("block in another", u"</widget>"_s,
             u"<children><widget class=\"box\" name=\"b\"><property></property></widget></children></widget>"_s);
+        row("style", u"</interface>"_s,
+            u"<style class=\"box\" name=\"b\"><property></property></style></widget></interface>"_s);
         const QString other = QString(one).replace(u"words"_s, u"a &amp; b"_s);
         QTest::newRow("beside an entity") << QString(one + other) << QString(u' ' + one + u' ' + other);
     }
