@@ -1,6 +1,7 @@
 #include "markup/Matching.h"
 #include "source/forms/SourceBox.h"
 #include "widgets/BlockProperties.h"
+#include "widgets/forms/PropertyEditors.h"
 #include "widgets/forms/frmWidget.h"
 
 #include <benchmark/benchmark.h>

@@ -204,8 +204,13 @@ void BlockLink::showInSource()
     const QList<int> blocks = m_stage.selection();
     SourceBox &source = *m_tab.txtSnippet;
     const Outline &outline = m_stage.outline();
-    if (blocks.isEmpty() || blocks.contains(blockAtCaret(outline, source.caretPosition())))
+    if (blocks.isEmpty())
         return;
+    if (blocks.contains(blockAtCaret(outline, source.caretPosition()))) {
+        if (!source.hasFocus())
+            source.ensureCursorVisible();
+        return;
+    }
     const QScopedValueRollback showing(m_showing, true);
     const qsizetype start = outline.element(outline.blocks()[size_t(blocks.first())]).tag.start;
     const int scrolled = source.verticalScrollBar()->value();

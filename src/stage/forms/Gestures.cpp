@@ -168,8 +168,7 @@ void Gestures::begin()
         return;
     }
     const QList<int> selection = m_stage.selection();
-    const auto isSelected = [&selection](int block) { return selection.contains(block); };
-    const bool isOnSelected = std::any_of(m_under.begin(), m_under.end(), isSelected);
+    const bool isOnSelected = selectedAt(m_from) >= 0;
     const bool isEmptyGround =
         m_under.isEmpty() || (m_under.size() == 1 && parentOf(m_stage.outline(), m_under.first()) < 0);
     if (isInserting()) {
@@ -184,6 +183,23 @@ void Gestures::begin()
         beginMove();
     }
     m_round.end();
+}
+
+// The selected block that is seen first there, or, where none is seen, one whose outline holds the point:
+// what is cut away can be drawn back.
+int Gestures::selectedAt(QPointF at) const
+{
+    const QList<int> &selection = m_stage.selection();
+    for (const int block : m_under) {
+        if (selection.contains(block))
+            return block;
+    }
+    for (const int block : selection) {
+        const std::optional<Place> place = m_stage.placeOf(block);
+        if (place && place->box.contains(at))
+            return block;
+    }
+    return -1;
 }
 
 // What is dragged comes with its rects, what is selected with its outline.
@@ -229,10 +245,8 @@ void Gestures::beginDrag(Doing doing, const QList<int> &blocks)
 void Gestures::beginMove()
 {
     QList<int> blocks = m_stage.selection();
-    const auto pressed =
-        std::find_if(m_under.begin(), m_under.end(), [&](int block) { return blocks.contains(block); });
-    if (pressed != m_under.end())
-        blocks.move(blocks.indexOf(*pressed), 0);
+    if (const int pressed = selectedAt(m_from); pressed >= 0)
+        blocks.move(blocks.indexOf(pressed), 0);
     beginDrag(Doing::Moving, outermost(m_stage.outline(), blocks));
 }
 
@@ -269,6 +283,10 @@ void Gestures::step(const Pointer &pointer, bool isLast)
         sketch.hovered.reset();
         sketch.label.clear();
         sketch.band = m_band;
+        if (m_doing == Doing::Inserting && !isLast) {
+            sketch.label = numbersOf(m_insertion.boxAt(m_band));
+            sketch.labelled = m_band.normalized();
+        }
         m_overlay.draw(sketch);
         if (isLast && m_doing == Doing::Banding) {
             selectBand();
@@ -290,7 +308,7 @@ void Gestures::take(const Snapped &snapped, bool isLast)
     const bool isOther = snapped.boxes != m_now.boxes;
     m_now = snapped;
     Sketch sketch;
-    sketch.hasHandles = m_dragged.size() == 1;
+    sketch.hasHandles = isLast && m_dragged.size() == 1; // they would hide what is small
     for (const Dragged &dragged : std::as_const(m_dragged)) {
         QRectF place = dragged.place;
         if (dragged.box >= 0) {

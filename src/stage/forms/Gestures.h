@@ -66,6 +66,7 @@ private:
     };
 
     void begin();
+    int selectedAt(QPointF at) const;
     void beginDrag(Doing doing, const QList<int> &blocks);
     void beginMove();
     void beginSize();

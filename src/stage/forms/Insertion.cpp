@@ -37,14 +37,19 @@ bool Insertion::giveUp()
     return true;
 }
 
-// The new block's rect counts from where that of the block around it begins.
-void Insertion::putAt(const QRectF &drawn, qint64 revision)
+// A rect counts from where that of the block around it begins.
+Box Insertion::boxAt(const QRectF &drawn) const
 {
     const Outline &outline = m_stage.outline();
     const int parent = parentForNew(outline, m_stage.selection());
     const Box origin = parent < 0 ? Box() : placesOnScreen(outline)[size_t(parent)].value_or(Box());
     const QRect box = drawn.normalized().toRect();
-    put(parent, {box.x() - origin.x, box.y() - origin.y, box.width(), box.height()}, revision);
+    return {box.x() - origin.x, box.y() - origin.y, box.width(), box.height()};
+}
+
+void Insertion::putAt(const QRectF &drawn, qint64 revision)
+{
+    put(parentForNew(m_stage.outline(), m_stage.selection()), boxAt(drawn), revision);
 }
 
 void Insertion::putInMiddle()

@@ -29,6 +29,8 @@ public:
     bool isWaiting() const { return m_kind.has_value(); }
     // False where none waits. The keyboard goes back to where it was.
     bool giveUp();
+    // The rect that a block drawn there gets, as putAt() writes it.
+    Box boxAt(const QRectF &drawn) const;
     // `drawn` in pixels of the page. Nothing is written into a text of another revision.
     void putAt(const QRectF &drawn, qint64 revision);
     void putInMiddle();

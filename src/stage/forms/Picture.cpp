@@ -205,9 +205,10 @@ bool Picture::isKey(const QKeyEvent &event) const
     const bool isArrow =
         !directionOf(event.key()).isNull() && !(modifiers & ~(Qt::ControlModifier | Qt::ShiftModifier));
     const bool isPlainTab = isTab(event.key()) && !(modifiers & ~Qt::KeyboardModifiers(Qt::ShiftModifier));
-    return isArrow || isPlainTab || isMenuKey(event.key(), modifiers) || commandOf(event.key(), modifiers) ||
+    return gestures.isUnderWay() || // one thing at a time: no letter of a menu either
+           isArrow || isPlainTab || isMenuKey(event.key(), modifiers) || commandOf(event.key(), modifiers) ||
            (isEnter(event.key()) && modifiers == kPlain && gestures.isInserting()) ||
-           (event.key() == Qt::Key_Escape && (gestures.isUnderWay() || !m_held.isEmpty()));
+           (event.key() == Qt::Key_Escape && !m_held.isEmpty());
 }
 
 // What is none of the picture's keys goes on to the window.

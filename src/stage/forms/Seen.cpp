@@ -60,12 +60,13 @@ QString Seen::described(int block) const
     const std::optional<Attribute> kind = outline.attribute(element, u"class");
     QStringList parts;
     if (name)
-        parts.append(outline.at(name->value).toString());
+        parts.append(outline.at(name->value).toString().simplified());
     if (kind)
-        parts.append(outline.at(kind->value).toString());
+        parts.append(outline.at(kind->value).toString().simplified());
     if (const std::optional<RectValue> rect = rectOfRow(outline, block))
         parts.append(numbersOf(rect->box));
-    return parts.join(QStringLiteral("   ")).simplified();
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral("   "));
 }
 
 void Seen::drawHover(Sketch &sketch, QPointF pointer) const
