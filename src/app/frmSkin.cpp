@@ -86,7 +86,11 @@ frmSkin::frmSkin(Files &files, Prompts *prompts, QWidget *parent)
     TabStrip4_Click();
 }
 
-frmSkin::~frmSkin() = default;
+// A gesture that is under way ends with the window, and draws the page once more.
+frmSkin::~frmSkin()
+{
+    hide(); // while all that is drawn from is there
+}
 
 void frmSkin::showFirst()
 {

@@ -53,6 +53,8 @@ private slots:
         row("several", "click 120,130; shift click 640,420; drag 640,420 650,440",
             {top, u"[100,130,60,60]"_s, u"[600,400,80,40]"_s, u"[610,420,80,40]"_s}, "4 8");
         row("blanks and equal numbers stay", "drag 550,130 550,150", {u"+100"_s, u"120"_s}, "6");
+        row("what is cut away comes back", "drag 280,140 430,140 450,140; drag 450,140 300,140 290,150",
+            {u"[150,20,100,50]"_s, u"[160,30,100,50]"_s}, "3");
         row("only its own", "drag 640,420 660,440", {u"[600,400,80,40]"_s, u"[620,420,80,40]"_s}, "8");
         row("no whole number", "drag 550,30 600,90", {}, "5");
         row("the ground is the window's", "click 50,450; drag 50,450 60,470",
@@ -110,6 +112,29 @@ private slots:
         take(stepsOf(u"release 170,170"_s).first());
         QTRY_VERIFY(m_stage->places());
         QCOMPARE(m_window->source()->text(), text);
+    }
+
+    // A drag is one thing at a time: P would centre the block.
+    void letterMeanwhile()
+    {
+        open("w.xml");
+        QString text = m_window->source()->text();
+        take(stepsOf(u"press 120,130"_s).first());
+        take(stepsOf(u"move 157,110"_s).first());
+        key(Qt::Key_P);
+        take(stepsOf(u"release 157,110"_s).first());
+        QVERIFY(isSeen());
+        QCOMPARE(m_window->source()->text(), text.replace(u"[90,110,60,60]"_s, u"[127,90,60,60]"_s));
+    }
+
+    // What a drag draws from goes with the window.
+    void windowGoesMeanwhile()
+    {
+        open("w.xml");
+        take(stepsOf(u"press 120,130"_s).first());
+        take(stepsOf(u"move 157,110"_s).first());
+        m_window.reset();
+        start();
     }
 
     // The button may be let go over a question that has come up, where nobody hears of it.
