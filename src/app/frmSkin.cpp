@@ -22,7 +22,6 @@
 #include "controls/DirListBox.h"
 #include "controls/PageScroll.h"
 #include "files/Paths.h"
-#include "files/RunTimeError.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/forms/LangTab.h"
 #include "keeping/forms/KeptRows.h"
@@ -40,7 +39,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
-#include <QMenu>
 #include <QMenuBar>
 #include <QResizeEvent>
 #include <QScreen>
@@ -86,10 +84,9 @@ frmSkin::frmSkin(Files &files, Prompts *prompts, QWidget *parent)
     TabStrip4_Click();
 }
 
-// A gesture that is under way ends with the window, and draws the page once more.
 frmSkin::~frmSkin()
 {
-    hide(); // while all that is drawn from is there
+    hide(); // which ends a drag, and draws, while all that it draws from is there
 }
 
 void frmSkin::showFirst()
@@ -220,7 +217,10 @@ void frmSkin::makeMenu()
     m_dialogs = std::make_unique<Dialogs>(
         *this, *m_sourceTab, m_theme, m_files, m_talk,
         [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); },
-        [this](const QString &path) { fileRestored(path); });
+        [this](const QString &path) {
+            m_outside->fileReplaced(path);
+            m_talk.say(tr("%1 restored.").arg(path));
+        });
     m_dialogs->addCommands(m_menu);
     m_names->addCommands(m_menu);
     m_recent = std::make_unique<RecentThemes>(*m_menu.menu("mnuRecentThemes"),
@@ -270,10 +270,9 @@ void frmSkin::TabStrip4_Click()
     frYt[CurrentTab - 1]->hide();
     CurrentTab = TabStrip4->currentIndex() + 1;
     frYt[CurrentTab - 1]->show();
-    for (const char *name : {"mnuCblock", "mnuView", "mnuSave", "mnuScan"})
+    for (const char *name : {"mnuCblock", "mnuView", "mnuSave"})
         m_menu.setEnabled(name, false);
-    if (CurrentTab == 1)
-        m_menu.setEnabled("mnuScan", true);
+    m_menu.setEnabled("mnuScan", CurrentTab == 1);
     enableSourceMenus();
 }
 
@@ -385,8 +384,8 @@ void frmSkin::mnuFlDefault_Click()
 frmcolor &frmSkin::colourDialog()
 {
     if (!m_frmcolor) {
-        const auto selectedRow = [this] { return m_colourTab->selectedRow(); };
-        m_frmcolor = new frmcolor(m_theme.lvColor, selectedRow, m_talk, this);
+        m_frmcolor = new frmcolor(
+            m_theme.lvColor, [this] { return m_colourTab->selectedRow(); }, m_talk, this);
         m_frmcolor->move(frmWb->mapToGlobal(QPoint(kBesideList, kBesideList)));
     }
     return *m_frmcolor;
@@ -396,12 +395,6 @@ void frmSkin::mnuColCode_Click(ColourForm to)
 {
     SourceBox *source = m_sourceTab->txtSnippet;
     source->rewrite(ConvertColours(source->text(), m_theme.lvColor, to));
-}
-
-void frmSkin::fileRestored(const QString &path)
-{
-    m_outside->fileReplaced(path);
-    m_talk.say(tr("%1 restored.").arg(path));
 }
 
 } // namespace quillmere

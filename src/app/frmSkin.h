@@ -88,7 +88,6 @@ private:
     void mnuFlDefault_Click();
     frmcolor &colourDialog();
     void mnuColCode_Click(ColourForm to);
-    void fileRestored(const QString &path);
 
     WindowTalk m_talk;
     Files &m_files;

@@ -45,6 +45,14 @@ QString ColourCatalogue::GetColor(const QString &NamaColor) const
     return row < 0 ? QString() : m_rows.sub(row, 2);
 }
 
+std::function<QString(const QString &name)> ColourCatalogue::lookup() const
+{
+    return [names = m_names.snapshot(), colours = m_rows.rows()](const QString &name) {
+        const int row = names.find(name);
+        return row < 0 ? QString() : colours.at(row).sub(2);
+    };
+}
+
 QString ColourCatalogue::nameOf(const QString &code) const
 {
     for (const ListRows::Row &row : m_rows.rows()) {

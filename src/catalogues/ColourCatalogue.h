@@ -3,6 +3,8 @@
 #include "outline/Document.h"
 #include "rows/RowIndex.h"
 
+#include <functional>
+
 namespace quillmere {
 
 class Files;
@@ -28,6 +30,8 @@ public:
     // The code of the first row with this name, both stripped of control characters, letter case minded;
     // empty when there is none. Constant time.
     QString GetColor(const QString &NamaColor) const;
+    // The same question to the rows as they stand now: the answers stay, and may be asked for on any thread.
+    std::function<QString(const QString &name)> lookup() const;
     // The name of the first row with this code, stripped; empty when there is none. Letter case does not
     // matter.
     QString nameOf(const QString &code) const;

@@ -2,7 +2,6 @@
 
 #include "files/Paths.h"
 #include "files/TextFile.h"
-#include "markup/mndIni.h"
 #include "theme/ThemeProject.h"
 
 #include <QCryptographicHash>
@@ -22,27 +21,13 @@ QString familyOf(const QString &path)
     return u"font-" + QLatin1String(QCryptographicHash::hash(name, QCryptographicHash::Sha1).toHex());
 }
 
-QHash<QString, QString> codesOf(const ListRows &lvColor)
-{
-    QHash<QString, QString> codes;
-    for (const ListRows::Row &row : lvColor.rows()) {
-        QString name = row.sub(1), code = row.sub(2);
-        StripControlChars(name);
-        if (!codes.contains(name))
-            codes.insert(name, StripControlChars(code));
-    }
-    return codes;
-}
-
 } // namespace
 
 ReceiverParts receiverParts(const ThemeProject &theme)
 {
     ReceiverParts parts;
     parts.theme.picture = theme.images.lookup();
-    parts.theme.colour = [codes = codesOf(theme.lvColor)](QString name) {
-        return codes.value(StripControlChars(name));
-    };
+    parts.theme.colour = theme.colours.lookup();
     QHash<QString, ReceiverTheme::Font> fonts;
     const QString folder = folderOf(theme.fontFile.path()).toString();
     for (const ListRows::Row &row : theme.lvFont.rows()) {
