@@ -62,4 +62,22 @@ std::function<QString(const QString &source)> translationBy(const QString &langu
     };
 }
 
+QStringList languageNames(const ThemeProject &theme)
+{
+    QStringList names;
+    for (const ListRows::Row &row : theme.lvLang.rows())
+        names.append(row.sub(1));
+    return names;
+}
+
+std::function<QString(const QString &source)> translationOf(const ThemeProject &theme,
+                                                            const QString &languageName)
+{
+    for (const ListRows::Row &row : theme.lvLang.rows()) {
+        if (row.sub(1) == languageName)
+            return translationBy(row.text);
+    }
+    return {};
+}
+
 } // namespace quillmere

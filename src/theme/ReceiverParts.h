@@ -20,4 +20,11 @@ ReceiverParts receiverParts(const ThemeProject &theme);
 // says why a file that is there cannot be read.
 std::function<QString(const QString &source)> translationBy(const QString &languageFile);
 
+// The languages of the theme as the catalogue names them, in its order.
+QStringList languageNames(const ThemeProject &theme);
+// What strings stand for in the language of this name; nothing set where the theme does not have it.
+// RunTimeError as above.
+std::function<QString(const QString &source)> translationOf(const ThemeProject &theme,
+                                                            const QString &languageName);
+
 } // namespace quillmere

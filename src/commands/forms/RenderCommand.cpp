@@ -137,15 +137,10 @@ PageMaker receiverMaker(const ThemeProject &theme, const CommandLine &line, WebB
 {
     ReceiverParts parts = receiverParts(theme);
     if (!line.language.isEmpty()) {
-        QStringList languages;
-        for (const ListRows::Row &row : theme.lvLang.rows()) {
-            languages.append(row.sub(1));
-            if (row.sub(1) == line.language && !parts.theme.translation)
-                parts.theme.translation = translationBy(row.text);
-        }
+        parts.theme.translation = translationOf(theme, line.language);
         if (!parts.theme.translation)
             throw RunTimeError(QStringLiteral("the theme has no language \"%1\"; it has: %2")
-                                   .arg(line.language, languages.join(QStringLiteral(", "))));
+                                   .arg(line.language, languageNames(theme).join(QStringLiteral(", "))));
     }
     parts.theme.sizeOf = [sizes = std::make_shared<PictureSizes>(theme.folder())](const QString &path) {
         return sizes->of(path);
