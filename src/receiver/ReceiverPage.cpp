@@ -37,27 +37,75 @@ bool isKeyColour(QStringView name)
         names, [name](QStringView key) { return name.compare(key, Qt::CaseInsensitive) == 0; });
 }
 
+struct Drawn
+{
+    bool isDrawn = false; // and with it what it holds
+    bool isGhost = false; // half see-through
+    Box place;            // on the screen
+    Box seen;             // of it
+    Box room;             // what its children are cut at
+};
+
+bool isLeftOut(const Outline &outline, qint32 element, const ReceiverOptions &options)
+{
+    if (options.hiddenNames.isEmpty())
+        return false;
+    const std::optional<Attribute> name = outline.nameAttribute(element);
+    return name && options.hiddenNames.contains(outline.at(name->value).toString());
+}
+
+Drawn drawnIn(const Outline &outline, qint32 element, const BlockLook &look, const Drawn &outer,
+              const ReceiverOptions &options)
+{
+    const std::optional<Box> rect = outer.isDrawn ? look.rect() : std::nullopt;
+    if (!rect || isLeftOut(outline, element, options) || (look.isHidden() && !options.hiddenBlocks))
+        return {};
+    Drawn block{true, outer.isGhost || look.isHidden(), {}, {}, {}};
+    block.place = {outer.place.x + rect->x, outer.place.y + rect->y, rect->w, rect->h};
+    block.seen = overlap(block.place, outer.room);
+    block.room = options.cutsChildren ? block.seen : outer.room;
+    return block;
+}
+
+// Every block that is drawn, in the order of the document: use(row, look, block).
+template <typename Use>
+void forEachDrawn(const Outline &outline, const ReceiverOptions &options, Use use)
+{
+    const Drawn screen{true, false, {}, {}, kEverything};
+    std::vector<Drawn> blocks(outline.blocks().size());        // by row
+    std::vector<qint32> around(outline.elements().size(), -1); // by element: the block it stands in
+    for (size_t index = 0; index < around.size(); ++index) {
+        const Element &element = outline.elements()[index];
+        if (element.parent >= 0) {
+            const qint32 parent = outline.element(element.parent).block;
+            around[index] = parent >= 0 ? parent : around[size_t(element.parent)];
+        }
+        if (element.block < 0 || element.inComment || element.inSignal || element.kind == Kind::Style)
+            continue;
+        const BlockLook look(outline, qint32(index));
+        Drawn &block = blocks[size_t(element.block)];
+        block = drawnIn(outline, qint32(index), look,
+                        around[index] >= 0 ? blocks[size_t(around[index])] : screen, options);
+        if (block.isDrawn)
+            use(element.block, look, block);
+    }
+}
+
 class Painter
 {
 public:
     Painter(const Outline &outline, const ReceiverTheme &theme, const ReceiverOptions &options)
-        : m_bodyline(outline), m_theme(theme), m_options(options), m_blocks(outline.blocks().size())
+        : m_outline(outline), m_theme(theme), m_options(options)
     {
     }
 
     QString page()
     {
-        m_body.reserve(m_bodyline.text().size());
-        std::vector<qint32> around(m_bodyline.elements().size(), -1); // by element: the block it stands in
-        for (size_t index = 0; index < around.size(); ++index) {
-            const Element &element = m_bodyline.elements()[index];
-            if (element.parent >= 0) {
-                const qint32 parent = m_bodyline.element(element.parent).block;
-                around[index] = parent >= 0 ? parent : around[size_t(element.parent)];
-            }
-            if (element.block >= 0)
-                put(qint32(index), around[index]);
-        }
+        m_body.reserve(m_outline.text().size());
+        forEachDrawn(m_outline, m_options, [this](int, const BlockLook &look, const Drawn &block) {
+            if (!isEmpty(block.seen) && !isEmpty(block.place))
+                draw(look, block);
+        });
         // Begins and ends as the preview's pages do, so that keys change the document in the browser.
         return u"<html><head><title>Tes Skin</title><style>body{margin:0;overflow:hidden;background:" +
                m_options.ground +
@@ -68,44 +116,9 @@ public:
     }
 
 private:
-    struct Block
+    void draw(const BlockLook &look, const Drawn &block)
     {
-        bool isDrawn = false; // and with it what it holds
-        bool isGhost = false; // half see-through
-        Box place;            // on the screen
-        Box room;             // what its children are cut at
-    };
-
-    void put(qint32 element, qint32 around)
-    {
-        const Element &tag = m_bodyline.element(element);
-        if (tag.inComment || tag.inSignal || tag.kind == Kind::Style)
-            return;
-        const Block outer = around >= 0 ? m_blocks[size_t(around)] : Block{true, false, {}, kEverything};
-        Block &block = m_blocks[size_t(tag.block)];
-        const BlockLook look(m_bodyline, element);
-        const std::optional<Box> rect = outer.isDrawn ? look.rect() : std::nullopt;
-        if (!rect || isLeftOut(element) || (look.isHidden() && !m_options.hiddenBlocks))
-            return;
-        block.isDrawn = true;
-        block.isGhost = outer.isGhost || look.isHidden();
-        block.place = {outer.place.x + rect->x, outer.place.y + rect->y, rect->w, rect->h};
-        const Box seen = overlap(block.place, outer.room);
-        block.room = m_options.cutsChildren ? seen : outer.room;
-        if (!isEmpty(seen) && !isEmpty(block.place))
-            draw(look, block, seen);
-    }
-
-    bool isLeftOut(qint32 element) const
-    {
-        if (m_options.hiddenNames.isEmpty())
-            return false;
-        const std::optional<Attribute> name = m_bodyline.nameAttribute(element);
-        return name && m_options.hiddenNames.contains(m_bodyline.at(name->value).toString());
-    }
-
-    void draw(const BlockLook &look, const Block &block, const Box &seen)
-    {
+        const Box &seen = block.seen;
         open(seen);
         const QString back = colour(look.entry(Kind::BackColor, m_options.state));
         if (!back.isEmpty())
@@ -265,10 +278,9 @@ private:
         return channels && !isKeyColour(asked) ? colourCode(*channels) : QString();
     }
 
-    const Outline &m_bodyline;
+    const Outline &m_outline;
     const ReceiverTheme &m_theme;
     const ReceiverOptions &m_options;
-    std::vector<Block> m_blocks;        // by row
     QHash<QString, QString> m_pictures; // by path: what its rule is called
     QString m_sheet, m_body;
 };
@@ -278,6 +290,15 @@ private:
 QString receiverPage(const Outline &outline, const ReceiverTheme &theme, const ReceiverOptions &options)
 {
     return Painter(outline, theme, options).page();
+}
+
+std::vector<ReceiverPlace> receiverPlaces(const Outline &outline, const ReceiverOptions &options)
+{
+    std::vector<ReceiverPlace> places;
+    forEachDrawn(outline, options, [&places](int row, const BlockLook &, const Drawn &block) {
+        places.push_back({row, block.place, block.seen});
+    });
+    return places;
 }
 
 } // namespace quillmere

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "outline/Outline.h"
+#include "outline/Values.h"
 
 #include <QSet>
 #include <QSize>
 #include <QString>
 
 #include <functional>
+#include <vector>
 
 namespace quillmere {
 
@@ -48,5 +50,16 @@ struct ReceiverOptions
 // Not drawn: what stands in comments and signals, styles, and blocks without a rect of four whole numbers,
 // each with all that it holds.
 QString receiverPage(const Outline &outline, const ReceiverTheme &theme, const ReceiverOptions &options = {});
+
+// Where a page of the receiver draws a block.
+struct ReceiverPlace
+{
+    int block = -1; // row of the block list
+    Box box;        // on the screen
+    Box seen; // what the blocks around it let be seen of it; not as wide or high as 1 where it is nothing
+};
+
+// The blocks that the page of these options draws, in the order of the document.
+std::vector<ReceiverPlace> receiverPlaces(const Outline &outline, const ReceiverOptions &options = {});
 
 } // namespace quillmere
