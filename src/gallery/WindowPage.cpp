@@ -1,0 +1,67 @@
+#include "gallery/WindowPage.h"
+
+#include "browser/PictureUrls.h"
+#include "files/Paths.h"
+#include "files/RunTimeError.h"
+
+#include <QCryptographicHash>
+#include <QFileInfo>
+#include <QSet>
+
+namespace quillmere {
+
+namespace {
+
+// The rect of the first block that has one: windows begin with their own.
+std::optional<Box> placeOf(const Outline &outline)
+{
+    for (const std::optional<Box> &place : placesOnScreen(outline)) {
+        if (place)
+            return place;
+    }
+    return {};
+}
+
+} // namespace
+
+WindowPage windowPage(const WindowSource &source, const ReceiverTheme &theme, const QString &themeFolder,
+                      const ReceiverOptions &options)
+{
+    WindowPage made;
+    const QString found = findFile(source.path);
+    made.hasDocument = !found.isEmpty() || source.text;
+    if (!made.hasDocument)
+        return made;
+    if (!found.isEmpty())
+        made.files.append(found);
+    const qint64 size = source.text ? source.text->size() : QFileInfo(found).size();
+    if (size > kLargestInGallery) {
+        made.reason = QStringLiteral("too large to be drawn here");
+        return made;
+    }
+    QString text;
+    try {
+        text = source.text ? *source.text : LoadFile(found, source.rule);
+    } catch (const RunTimeError &error) {
+        made.reason = error.message();
+        return made;
+    }
+    const Outline outline(text);
+    made.place = placeOf(outline);
+    ReceiverTheme noted = theme;
+    QSet<QString> known;
+    noted.picture = [&](const QString &id) {
+        const QString path = theme.picture(id);
+        if (!path.isEmpty() && !known.contains(path)) {
+            known.insert(path);
+            made.files.append(path);
+        }
+        return path;
+    };
+    made.page = receiverPage(outline, noted, options);
+    made.mark =
+        QCryptographicHash::hash(withPictureUrls(made.page, themeFolder).toUtf8(), QCryptographicHash::Sha1);
+    return made;
+}
+
+} // namespace quillmere
