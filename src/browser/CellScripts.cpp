@@ -17,6 +17,11 @@ const QString kBeside = QStringLiteral(
 
 } // namespace
 
+QString besideFunction()
+{
+    return kBeside;
+}
+
 QString quoted(const QString &text)
 {
     return QString::fromUtf8(QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact)) + u"[0]";

@@ -12,6 +12,10 @@ namespace quillmere {
 // Text is handed over as JSON, so that nothing in it can end the string it travels in.
 QString quoted(const QString &text);
 
+// A function for scripts: beside(name, rules) has rules count behind those of the page, in a sheet that is no
+// part of its document; "" takes them away. The sheet is kept under the name.
+QString besideFunction();
+
 // Whether nothing has been written into the document: true or false.
 QString untouchedScript();
 

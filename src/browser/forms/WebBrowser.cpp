@@ -44,13 +44,16 @@ const QByteArray kNoNames = "--host-resolver-rules=\"MAP * ~NOTFOUND\"";
 // changes, and a page that moves of itself is held back by our own window, which shows one frame before it
 // takes the next.
 const QByteArray kNoTicks = "--disable-frame-rate-limit";
+// Pictures are in the first frame that shows their page, however large they are.
+const QByteArray kPicturesAtOnce = "--disable-checker-imaging";
 constexpr char kFlags[] = "QTWEBENGINE_CHROMIUM_FLAGS";
 
 } // namespace
 
 void WebBrowser::prepare()
 {
-    qputenv(kFlags, QByteArray(qgetenv(kFlags) + ' ' + kNoNames + ' ' + kNoTicks).trimmed());
+    qputenv(kFlags,
+            QByteArray(qgetenv(kFlags) + ' ' + kNoNames + ' ' + kNoTicks + ' ' + kPicturesAtOnce).trimmed());
     QWebEngineUrlScheme scheme(kPictureScheme);
     scheme.setSyntax(QWebEngineUrlScheme::Syntax::Path);
     scheme.setFlags(QWebEngineUrlScheme::SecureScheme | QWebEngineUrlScheme::CorsEnabled);

@@ -1,7 +1,7 @@
 #include "commands/forms/RenderCommand.h"
 
+#include "browser/forms/PageCamera.h"
 #include "browser/forms/PictureSizes.h"
-#include "browser/forms/WebBrowser.h"
 #include "commands/PictureNames.h"
 #include "controls/Twips.h"
 #include "files/Files.h"
@@ -17,7 +17,6 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QTextStream>
-#include <QTimer>
 #include <QUuid>
 
 #include <filesystem>
@@ -27,10 +26,6 @@
 namespace quillmere {
 
 namespace {
-
-constexpr int kMostWait = 20000; // ms for one window
-constexpr int kFrame = 40;       // ms between two looks at the browser
-constexpr int kMostLooks = 50;
 
 struct Window
 {
@@ -61,38 +56,17 @@ QList<Window> windowsOf(const ListRows &LvWidget, const QStringList &names)
     return windows;
 }
 
-// Writes the page and waits for its pictures.
-bool show(WebBrowser &wb, const QString &page)
+// Null where the browser does not draw the page.
+QImage pictureOf(PageCamera &camera, const QString &page)
 {
     QEventLoop loop;
-    bool drawn = false;
-    const auto done = QObject::connect(&wb, &WebBrowser::drawn, &loop, [&] {
-        drawn = true;
+    QImage picture;
+    camera.take(page, [&](const QImage &taken) {
+        picture = taken;
         loop.quit();
     });
-    QObject::connect(&wb, &WebBrowser::failed, &loop, &QEventLoop::quit);
-    QTimer::singleShot(kMostWait, &loop, &QEventLoop::quit);
-    wb.write(page);
     loop.exec();
-    QObject::disconnect(done);
-    return drawn;
-}
-
-// What the browser shows. Its frames arrive from another process some time after the page says that it is
-// drawn, so the picture is taken when it has stopped changing.
-QImage pictureOf(WebBrowser &wb)
-{
-    QImage last;
-    int same = 0;
-    for (int look = 0; look < kMostLooks && same < 2; ++look) {
-        QEventLoop loop;
-        QTimer::singleShot(kFrame, &loop, &QEventLoop::quit);
-        loop.exec();
-        QImage now = wb.grab().toImage();
-        same = now == last ? same + 1 : 0;
-        last = std::move(now);
-    }
-    return last;
+    return picture;
 }
 
 // Whatever has the name of the picture is replaced, and a link there is not followed. Gives the reason where
@@ -133,7 +107,7 @@ PageMaker previewMaker(const ThemeProject &theme)
 }
 
 // RunTimeError for a language that the theme does not have, or whose file cannot be read.
-PageMaker receiverMaker(const ThemeProject &theme, const CommandLine &line, WebBrowser &wb)
+PageMaker receiverMaker(const ThemeProject &theme, const CommandLine &line, PageCamera &camera)
 {
     ReceiverParts parts = receiverParts(theme);
     if (!line.language.isEmpty()) {
@@ -145,23 +119,23 @@ PageMaker receiverMaker(const ThemeProject &theme, const CommandLine &line, WebB
     parts.theme.sizeOf = [sizes = std::make_shared<PictureSizes>(theme.folder())](const QString &path) {
         return sizes->of(path);
     };
-    wb.setFonts(parts.fonts);
+    camera.setFonts(parts.fonts);
     ReceiverOptions options;
     options.state = line.state;
     return [parts, options](QString &text) { return receiverPage(Outline(text), parts.theme, options); };
 }
 
 // RunTimeError where there is nothing to draw, or it cannot be drawn or written.
-void draw(WebBrowser &wb, const PageMaker &pageOf, const Window &window, const QString &file)
+void draw(PageCamera &camera, const PageMaker &pageOf, const Window &window, const QString &file)
 {
     QString text = LoadFile(window.document);
     if (findFile(window.document).isEmpty())
         throw RunTimeError(QStringLiteral("no document"));
     const QString page = pageOf(text);
-    wb.beginDocument();
-    if (!show(wb, page))
+    const QImage picture = pictureOf(camera, page);
+    if (picture.isNull())
         throw RunTimeError(u"the browser did not draw it for " + file);
-    const QString reason = writePicture(pictureOf(wb), file);
+    const QString reason = writePicture(picture, file);
     if (!reason.isEmpty())
         throw RunTimeError(u"cannot write the picture " + file + u": " + reason);
 }
@@ -189,17 +163,13 @@ int renderWindows(const CommandLine &line, QTextStream &out, QTextStream &err)
     if (!theme.problems().isEmpty())
         err << "quillmere: " << theme.problems().text() << Qt::endl;
 
-    WebBrowser wb;
     const Screen screen = line.size.value_or(screenOfTheme(theme.widgets.width, theme.widgets.height));
     const TwipSize size = browserSize(screen, true);
-    wb.setAttribute(Qt::WA_DontShowOnScreen);
-    wb.resize(toPixels(size.width), toPixels(size.height));
-    wb.setThemeFolder(line.theme);
-    wb.show();
+    PageCamera camera(line.theme, QSize(toPixels(size.width), toPixels(size.height)));
 
     PageMaker pageOf;
     try {
-        pageOf = line.receiver ? receiverMaker(theme, line, wb) : previewMaker(theme);
+        pageOf = line.receiver ? receiverMaker(theme, line, camera) : previewMaker(theme);
     } catch (const RunTimeError &error) {
         err << "quillmere: " << printable(error.message()) << Qt::endl;
         return 2;
@@ -213,7 +183,7 @@ int renderWindows(const CommandLine &line, QTextStream &out, QTextStream &err)
         const QString name = printable(windows[i].name);
         try {
             const QString file = joinPath(line.out, names.next(windows[i].name));
-            draw(wb, pageOf, windows[i], file);
+            draw(camera, pageOf, windows[i], file);
             out << '[' << i + 1 << '/' << windows.size() << "] " << name << " -> " << printable(file)
                 << Qt::endl;
         } catch (const RunTimeError &error) {

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+namespace quillmere {
+
+// A mark that the browser paints over a corner of a page: two squares side by side, in colours that nobody
+// can know before. A picture of the browser that has the mark was taken after it was asked for. It moves
+// nothing in the page, and is no part of its document.
+struct PageMark
+{
+    static constexpr int kSquare = 8; // pixels
+    static constexpr int kPlaces = 2; // along the upper edge, 0 leftmost
+
+    int place = 0;
+    quint32 left = 0, right = 0; // colours, 0xRRGGBB
+
+    static PageMark at(int place);
+    int x() const { return place * 2 * kSquare; }
+};
+
+// Sets the mark once the pictures and fonts of the page are there and can be painted at once.
+QString markingWhenLoadedScript(const PageMark &mark);
+// Sets it in place of the one before. A page that has none to be replaced stays without.
+QString movingMarkScript(const PageMark &mark);
+// Takes it away, also one that is still to come.
+QString removingMarkScript();
+// Whether a mark has been set: true or false.
+QString isMarkedScript();
+
+} // namespace quillmere

@@ -1,0 +1,227 @@
+#include "browser/forms/PageCamera.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QWebEngineScript>
+
+#include <utility>
+
+namespace quillmere {
+
+namespace {
+
+constexpr int kPatience = 20000;   // ms for one page
+constexpr int kDoubt = 1000;       // ms in which a mark is seen
+constexpr int kMostLoading = 5000; // ms for pictures before the page is taken as it is
+constexpr int kFrame = 40;         // ms between two looks at a page without a mark
+constexpr int kSameLooks = 2;      // that find nothing new
+constexpr int kMostLooks = 50;
+constexpr int kRest = 500; // ms without an order
+
+bool shows(const QImage &strip, const PageMark &mark)
+{
+    const auto isThere = [&](int square, quint32 colour) {
+        const QPointF middle(mark.x() + (square + 0.5) * PageMark::kSquare, 0.5 * PageMark::kSquare);
+        const QPoint place = (middle * strip.devicePixelRatio()).toPoint();
+        return strip.valid(place) && (strip.pixel(place) & RGB_MASK) == colour;
+    };
+    return isThere(0, mark.left) && isThere(1, mark.right);
+}
+
+} // namespace
+
+PageCamera::PageCamera(const QString &themeFolder, QSize size, QObject *parent) : QObject(parent)
+{
+    m_wb.setAttribute(Qt::WA_DontShowOnScreen);
+    m_wb.setAttribute(Qt::WA_ShowWithoutActivating);
+    m_wb.setAttribute(Qt::WA_QuitOnClose, false);
+    m_wb.setFocusPolicy(Qt::NoFocus);
+    m_wb.resize(size);
+    setThemeFolder(themeFolder);
+    m_wb.show();
+
+    const auto once = [this](QTimer &timer, int milliseconds, auto slot) {
+        timer.setSingleShot(true);
+        timer.setInterval(milliseconds);
+        connect(&timer, &QTimer::timeout, this, slot);
+    };
+    once(m_look, 0, &PageCamera::look);
+    once(m_doubt, kDoubt, &PageCamera::onDoubt);
+    once(m_watch, kFrame, &PageCamera::watch);
+    once(m_patience, kPatience, [this] { finish({}); });
+    once(m_fail, 0, [this] { finish({}); });
+    once(m_rest, kRest, &PageCamera::rest);
+    connect(&m_wb, &WebBrowser::written, this, &PageCamera::onWritten);
+    connect(&m_wb, &WebBrowser::failed, this, [this] { m_fail.start(); }); // maybe from within write()
+}
+
+PageCamera::~PageCamera()
+{
+    forget();
+}
+
+void PageCamera::setThemeFolder(const QString &folder)
+{
+    m_wb.setThemeFolder(folder);
+}
+
+void PageCamera::setFonts(const QList<PageFont> &fonts)
+{
+    m_wb.setFonts(fonts);
+}
+
+void PageCamera::setSize(QSize size)
+{
+    if (m_wb.size() == size)
+        return;
+    m_wb.resize(size);
+    if (m_stage != Stage::Idle)
+        start();
+}
+
+void PageCamera::take(const QString &page, const std::function<void(const QImage &)> &use)
+{
+    m_orders.push_back({page, use});
+    if (m_stage == Stage::Idle)
+        start();
+}
+
+void PageCamera::forget()
+{
+    m_orders.clear();
+    m_stage = Stage::Idle;
+    for (QTimer *timer : {&m_look, &m_doubt, &m_watch, &m_fail, &m_patience})
+        timer->stop();
+    m_rest.start();
+}
+
+void PageCamera::start()
+{
+    for (QTimer *timer : {&m_look, &m_doubt, &m_watch, &m_fail, &m_rest})
+        timer->stop();
+    m_stage = Stage::Writing;
+    m_patience.start();
+    m_wb.beginDocument();
+    m_wb.write(m_orders.front().page);
+}
+
+// Once more, where the renderer has died since.
+void PageCamera::onWritten()
+{
+    if (m_stage == Stage::Idle)
+        return;
+    m_watch.stop();
+    // Another one comes with another renderer.
+    if (m_painted != m_wb.focusProxy()) {
+        m_painted = m_wb.focusProxy();
+        if (m_painted)
+            m_painted->installEventFilter(this);
+    }
+    for (int place = 0; place < PageMark::kPlaces; ++place)
+        m_marks[place] = PageMark::at(place);
+    m_stage = Stage::Marked;
+    m_isMarked = false;
+    m_sinceWritten.start();
+    m_doubt.start();
+    m_wb.page()->runJavaScript(markingWhenLoadedScript(m_marks[0]), QWebEngineScript::ApplicationWorld);
+}
+
+bool PageCamera::eventFilter(QObject *object, QEvent *event)
+{
+    if (object == m_painted && event->type() == QEvent::Paint && !m_isGrabbing &&
+        (m_stage == Stage::Marked || m_stage == Stage::Moved))
+        m_look.start(); // not from within
+    return QObject::eventFilter(object, event);
+}
+
+// What the browser paints comes from another process, some time after the page is told to have it. Where the
+// first mark is, the page is all there but for what the mark covers; that is what the second one is for.
+void PageCamera::look()
+{
+    const QRect edge(0, 0, PageMark::kPlaces * 2 * PageMark::kSquare, PageMark::kSquare);
+    const QImage strip = grab(edge);
+    const bool wasMoved = m_stage == Stage::Moved;
+    if (!shows(strip, m_marks[wasMoved ? 1 : 0]))
+        return;
+    m_doubt.start();
+    if (!wasMoved) {
+        m_strip = strip;
+        m_stage = Stage::Moved;
+        m_wb.page()->runJavaScript(movingMarkScript(m_marks[1]), QWebEngineScript::ApplicationWorld);
+        return;
+    }
+    QImage picture = grab(m_wb.rect());
+    const qreal ratio = picture.devicePixelRatio();
+    m_strip.setDevicePixelRatio(1);
+    picture.setDevicePixelRatio(1);
+    const int from = int(m_marks[1].x() * ratio);
+    QPainter painter(&picture);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(QPoint(from, 0), m_strip, QRect(from, 0, m_strip.width() - from, m_strip.height()));
+    painter.end();
+    picture.setDevicePixelRatio(ratio);
+    finish(picture);
+}
+
+// A grab paints, too.
+QImage PageCamera::grab(const QRect &part)
+{
+    const QScopedValueRollback grabbing(m_isGrabbing, true);
+    return m_wb.grab(part & m_wb.rect()).toImage();
+}
+
+// Either pictures take long, or something about the page keeps the mark from being seen.
+void PageCamera::onDoubt()
+{
+    if (m_isMarked || m_sinceWritten.hasExpired(kMostLoading)) {
+        m_stage = Stage::Watching;
+        m_last = {};
+        m_same = 0;
+        m_looks = 0;
+        m_wb.page()->runJavaScript(removingMarkScript(), QWebEngineScript::ApplicationWorld);
+        m_watch.start();
+        return;
+    }
+    m_wb.page()->runJavaScript(isMarkedScript(), QWebEngineScript::ApplicationWorld,
+                               [self = QPointer(this), mark = m_marks[0].left](const QVariant &isMarked) {
+                                   if (self && self->m_marks[0].left == mark)
+                                       self->m_isMarked = isMarked.toBool();
+                               });
+    m_doubt.start();
+}
+
+void PageCamera::watch()
+{
+    const QImage now = grab(m_wb.rect());
+    m_same = now == m_last ? m_same + 1 : 0;
+    m_last = now;
+    if (m_same == kSameLooks || ++m_looks == kMostLooks)
+        finish(std::exchange(m_last, {}));
+    else
+        m_watch.start();
+}
+
+// The browser goes on while the picture is used.
+void PageCamera::finish(const QImage &picture)
+{
+    if (m_stage == Stage::Idle)
+        return;
+    const auto use = std::move(m_orders.front().use);
+    m_orders.pop_front();
+    m_strip = {};
+    if (m_orders.empty())
+        forget();
+    else
+        start();
+    use(picture);
+}
+
+// A page that moves of itself, or one that the browser cannot cope with, is not kept at it.
+void PageCamera::rest()
+{
+    m_wb.beginDocument();
+    m_wb.write({});
+}
+
+} // namespace quillmere

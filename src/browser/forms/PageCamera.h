@@ -1,0 +1,77 @@
+#pragma once
+
+#include "browser/PageMark.h"
+#include "browser/forms/WebBrowser.h"
+
+#include <QElapsedTimer>
+#include <QImage>
+#include <QPointer>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+
+namespace quillmere {
+
+// Draws pages into pictures, out of sight, one after the other, in a cell of its own.
+class PageCamera : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Pages are `size` pixels; pictures of the theme are found below the folder.
+    PageCamera(const QString &themeFolder, QSize size, QObject *parent = nullptr);
+    ~PageCamera() override;
+
+    // These count for what is not drawn yet.
+    void setThemeFolder(const QString &folder);
+    void setSize(QSize size);
+    void setFonts(const QList<PageFont> &fonts);
+    // Calls back once, in the order of asking, later, in this thread: with the picture, null where the page
+    // could not be drawn (within 20 s).
+    void take(const QString &page, const std::function<void(const QImage &)> &use);
+    // Nobody wants those asked for any more; they are not called back.
+    void forget();
+
+protected:
+    // Looks at what the browser has just painted.
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    enum class Stage {
+        Idle,
+        Writing, // the page is on its way into the browser
+        Marked,  // the first mark is to be seen, in a place that the picture lacks then
+        Moved,   // the second is, in another
+        Watching // until the picture stops changing: no mark was seen
+    };
+    struct Order
+    {
+        QString page;
+        std::function<void(const QImage &)> use;
+    };
+
+    void start();
+    void onWritten();
+    void look();
+    QImage grab(const QRect &part);
+    void onDoubt();
+    void watch();
+    void finish(const QImage &picture);
+    void rest();
+
+    QPointer<QWidget> m_painted;
+    std::deque<Order> m_orders; // the first is under way
+    Stage m_stage = Stage::Idle;
+    PageMark m_marks[PageMark::kPlaces];
+    QImage m_strip; // the upper edge with the first mark
+    QImage m_last;  // while it is watched
+    int m_same = 0, m_looks = 0;
+    bool m_isGrabbing = false;
+    bool m_isMarked = false; // the page says so
+    QElapsedTimer m_sinceWritten;
+    QTimer m_look, m_doubt, m_watch, m_patience, m_fail, m_rest;
+    WebBrowser m_wb; // goes first
+};
+
+} // namespace quillmere

@@ -1,0 +1,155 @@
+#include "app/WindowFixture.h"
+
+#include "browser/forms/PageCamera.h"
+
+#include <QRandomGenerator>
+#include <QSignalSpy>
+
+using namespace quillmere;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize kSize(320, 240);
+
+// The picture of a browser that has come to rest.
+QImage pictureAtRest(const QString &folder, const QString &page)
+{
+    WebBrowser wb;
+    wb.setAttribute(Qt::WA_DontShowOnScreen);
+    wb.resize(kSize);
+    wb.setThemeFolder(folder);
+    wb.show();
+    QSignalSpy drawn(&wb, &WebBrowser::drawn);
+    wb.write(page);
+    if (!drawn.wait(20000))
+        qFatal("The page is not drawn");
+    const auto ask = [&](const QString &script, const auto &answer) {
+        wb.page()->runJavaScript(script, QWebEngineScript::ApplicationWorld, answer);
+    };
+    ask(u"Promise.allSettled(Array.from(document.images).map(function(i){return i.decode()}))"
+        ".then(function(){window.__decoded=true;})"_s,
+        [](const QVariant &) {});
+    const auto isDecoded = std::make_shared<bool>(false);
+    const auto decodes = [&] {
+        ask(u"window.__decoded"_s, [isDecoded](const QVariant &is) { *isDecoded = is.toBool(); });
+        return *isDecoded;
+    };
+    if (!QTest::qWaitFor(decodes, 20000))
+        qFatal("The pictures of the page do not come");
+    QImage last;
+    int same = 0;
+    const auto isAtRest = [&] {
+        const QImage now = wb.grab().toImage();
+        same = now == last ? same + 1 : 0;
+        last = now;
+        return same > 10;
+    };
+    if (!QTest::qWaitFor(isAtRest, 20000))
+        qFatal("The page does not come to rest");
+    return last;
+}
+
+} // namespace
+
+class TestPageCamera : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QImage large(3000, 2000, QImage::Format_RGB32);
+        QRandomGenerator random(1);
+        random.fillRange(reinterpret_cast<quint32 *>(large.bits()), large.sizeInBytes() / 4);
+        QVERIFY(large.save(m_files.path(u"large.png"_s)));
+    }
+
+    void pictures_data()
+    {
+        QTest::addColumn<QString>("markup");
+        QTest::addColumn<bool>("isMarked");
+        const auto row = [](const char *name, const QString &markup, bool isMarked = true) {
+            QTest::newRow(name) << markup << isMarked;
+        };
+        const QString box =
+            u"<style>div{position:fixed;width:9px;height:7px;background:#f00;%1}</style><div></div>"_s;
+        row("at the upper edge", box.arg(u"top:0;left:0;width:90%"_s));
+        row("at the lower edge", box.arg(u"bottom:0;height:10%"_s));
+        row("height of the view", box.arg(u"top:0;height:50vh}@media(height:240px){div{width:50px}"_s));
+        row("above all", box.arg(u"top:0;left:0;width:100%;z-index:2147483647"_s));
+        row("text", u"<p style='font-size:40px;margin:0'>Some <b>words</b> in a page"_s);
+        row("margins",
+            u"<style>html{margin:20px;background:#0f0}body{background:#00f;height:50%}</style>x"_s);
+        row("rule of its own",
+            u"<style>html::after{content:'after';position:absolute;top:0;left:9px}</style>"_s);
+        row("both rules", u"<style>html::before,html::after{content:'own'}</style>"_s, false);
+        row("no root", u"<style>html{display:none}</style>"_s, false);
+        row("filter", u"<style>html{filter:invert(1)}body{background:#123}</style>"_s, false);
+        row("no marks", u"<style>:root:not(#q_q#q_q#q_q#q_q#q_q)::after{display:none!important}</style>x"_s,
+            false);
+        row("large picture",
+            u"<img width=320 height=240 src='quillmere:%1'>"_s.arg(m_files.path(u"large.png"_s)));
+        row("large background",
+            u"<style>body{background:url('%1')}</style>"_s.arg(m_files.path(u"large.png"_s)));
+        row("missing picture", u"<img src='quillmere:/nowhere.png' width=30 height=30>"_s);
+    }
+
+    void pictures()
+    {
+        QFETCH(const QString, markup);
+        QFETCH(const bool, isMarked);
+        const QString page = u"<html><body style='margin:0'>"_s + markup;
+        PageCamera camera(m_files.folder(), kSize);
+        QImage taken;
+        QElapsedTimer clock;
+        clock.start();
+        camera.take(page, [&](const QImage &picture) { taken = picture; });
+        QTRY_VERIFY_WITH_TIMEOUT(!taken.isNull(), 20000);
+        // Whoever sees no mark waits for a second at least.
+        QVERIFY(isMarked || clock.elapsed() > 1000);
+        if (isMarked && clock.elapsed() > 1000)
+            qWarning("The mark was seen after %lld ms", clock.elapsed());
+        QCOMPARE(taken, pictureAtRest(m_files.folder(), page));
+    }
+
+    // Each gets its own picture, in order, whatever the one before has done.
+    void order()
+    {
+        PageCamera camera(m_files.folder(), kSize);
+        QList<QRgb> taken;
+        const auto use = [&](const QImage &picture) {
+            taken.append(picture.isNull() ? 0 : picture.pixel(40, 0));
+        };
+        const auto pageOf = [](const QString &colour) -> QString {
+            return u"<body bgcolor="_s + colour + u'>';
+        };
+        camera.take(pageOf(u"#ff0000"_s), use);
+        camera.take(u"<p>"_s.repeated(400000), use); // too large
+        camera.take(pageOf(u"#00ff00"_s), [&](const QImage &picture) {
+            use(picture);
+            camera.take(pageOf(u"#ffff00"_s), use);
+        });
+        camera.take(pageOf(u"#0000ff"_s), use);
+        QVERIFY(taken.isEmpty()); // later
+        QTRY_COMPARE(taken, (QList<QRgb>{0xffff0000, 0, 0xff00ff00, 0xff0000ff, 0xffffff00}));
+
+        taken.clear();
+        camera.take(pageOf(u"#ff0000"_s), [](const QImage &) { qFatal("It was to be forgotten"); });
+        camera.forget();
+        camera.setSize({100, 50});
+        camera.take(pageOf(u"#00ffff"_s), [&](const QImage &picture) {
+            use(picture);
+            QCOMPARE(picture.size(), QSize(100, 50));
+            camera.forget();
+        });
+        camera.take(pageOf(u"#ff0000"_s), [](const QImage &) { qFatal("It was to be forgotten"); });
+        QTRY_COMPARE(taken, QList<QRgb>{0xff00ffff});
+    }
+
+private:
+    const TestFiles m_files;
+};
+
+WINDOW_TEST_MAIN(TestPageCamera)
+#include "tst_pagecamera.moc"
