@@ -105,6 +105,11 @@ constexpr Item kItems[] = {
     {"mnuView", "hrLink", "", Kind::Separator},
     {"mnuView", "mnuLink", "Link", Kind::Check},
     {"mnuView", "mnuRulers", "&Rulers", Kind::Check},
+    {"mnuView", "hrReceiver", "", Kind::Separator},
+    {"mnuView", "mnuReceiver", "Receiver Vie&w", Kind::Check},
+    {"mnuView", "mnuHidden", "&Hidden Blocks", Kind::Check},
+    {"mnuView", "mnuActionSafe", "&Action-Safe Area", Kind::Check},
+    {"mnuView", "mnuTitleSafe", "&Title-Safe Area", Kind::Check},
 
     {nullptr, "mnuArrange", "A&rrange", Kind::Menu},
     {"mnuArrange", "mnuAlignLeft", "Align &Left"},

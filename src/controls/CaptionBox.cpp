@@ -24,6 +24,12 @@ void CaptionBox::setCaption(const QString &caption)
     setToolTip(plainToolTip(caption));
 }
 
+void CaptionBox::setCaptionEnd(int pixels)
+{
+    m_captionEnd = pixels;
+    update();
+}
+
 // What is in the frame asks the frame for a tooltip where it has none; the caption is no answer there.
 bool CaptionBox::event(QEvent *event)
 {
@@ -40,7 +46,8 @@ void CaptionBox::paintEvent(QPaintEvent *)
     QStylePainter painter(this);
     QStyleOptionGroupBox option;
     initStyleOption(&option);
-    option.text = option.fontMetrics.elidedText(title(), Qt::ElideMiddle, width() - kTitleMargin);
+    option.text =
+        option.fontMetrics.elidedText(title(), Qt::ElideMiddle, width() - kTitleMargin - m_captionEnd);
     option.text.replace(u'&', QLatin1String("&&")); // in a path it is no mark of a shortcut
     painter.drawComplexControl(QStyle::CC_GroupBox, option);
 }

@@ -13,6 +13,8 @@ class CaptionBox : public QGroupBox
 public:
     explicit CaptionBox(const QString &name, QWidget *parent = nullptr);
     void setCaption(const QString &caption);
+    // Pixels at the end of the caption's line that are somebody else's.
+    void setCaptionEnd(int pixels);
 
 signals:
     void doubleClicked();
@@ -21,6 +23,9 @@ protected:
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+
+private:
+    int m_captionEnd = 0;
 };
 
 } // namespace quillmere

@@ -47,10 +47,10 @@ ReceiverParts receiverParts(const ThemeProject &theme)
     return parts;
 }
 
-std::function<QString(const QString &source)> translationBy(const QString &languageFile)
+namespace {
+
+std::function<QString(const QString &source)> translationBy(const ListRows &strings)
 {
-    ListRows strings = makeStringRows();
-    OpenLgXml(strings, LoadFile(languageFile));
     QHash<QString, QString> translations;
     for (const ListRows::Row &row : strings.rows()) {
         if (!translations.contains(row.sub(1)))
@@ -60,6 +60,24 @@ std::function<QString(const QString &source)> translationBy(const QString &langu
         const QString written = translations.value(source);
         return written.isEmpty() ? translations.value(source.trimmed()) : written;
     };
+}
+
+} // namespace
+
+std::function<QString(const QString &source)> translationBy(const QString &languageFile)
+{
+    ListRows strings = makeStringRows();
+    OpenLgXml(strings, LoadFile(languageFile));
+    return translationBy(strings);
+}
+
+QString languageFileOf(const ThemeProject &theme, const QString &languageName)
+{
+    for (const ListRows::Row &row : theme.lvLang.rows()) {
+        if (row.sub(1) == languageName)
+            return row.text;
+    }
+    return {};
 }
 
 QStringList languageNames(const ThemeProject &theme)
@@ -73,11 +91,12 @@ QStringList languageNames(const ThemeProject &theme)
 std::function<QString(const QString &source)> translationOf(const ThemeProject &theme,
                                                             const QString &languageName)
 {
-    for (const ListRows::Row &row : theme.lvLang.rows()) {
-        if (row.sub(1) == languageName)
-            return translationBy(row.text);
-    }
-    return {};
+    const QString path = languageFileOf(theme, languageName);
+    if (path.isEmpty())
+        return {};
+    const bool isOpen =
+        !theme.language.document.path().isEmpty() && isSameFile(theme.language.document.path(), path);
+    return isOpen ? translationBy(theme.LvBhs) : translationBy(path);
 }
 
 } // namespace quillmere

@@ -2,7 +2,9 @@
 
 #include "browser/PictureFile.h"
 #include "browser/PictureLookup.h"
+#include "browser/PictureUrls.h"
 
+#include <QBuffer>
 #include <QElapsedTimer>
 #include <QImageReader>
 #include <QMimeDatabase>
@@ -46,6 +48,19 @@ void PictureHandler::setThemeFolder(const QString &folder)
     lookAnew();
 }
 
+// Who else asks for this path, with another number, asks for a file outside of every theme.
+QUrl PictureHandler::backdropUrl() const
+{
+    return QUrl(QLatin1String(kPictureScheme) + u":/:backdrop?" + QString::number(m_backdrops));
+}
+
+QString PictureHandler::setBackdrop(const QByteArray &png)
+{
+    m_backdrop = png;
+    ++m_backdrops;
+    return QString::fromLatin1(backdropUrl().toEncoded());
+}
+
 void PictureHandler::lookAnew()
 {
     m_lookup = std::make_shared<PictureLookup>(m_themeFolder);
@@ -70,6 +85,12 @@ void PictureHandler::findMissing(const QStringList &urls,
 
 void PictureHandler::requestStarted(QWebEngineUrlRequestJob *job)
 {
+    if (!m_backdrop.isEmpty() && job->requestUrl() == backdropUrl()) {
+        auto *bytes = new QBuffer(job);
+        bytes->setData(m_backdrop);
+        job->reply("image/png", bytes);
+        return;
+    }
     const quint64 request = ++m_requests;
     m_jobs.insert(request, job);
     m_worker.start([this, request, url = job->requestUrl(), lookup = m_lookup] {

@@ -29,6 +29,8 @@ public:
 
     QString themeFolder() const { return m_themeFolder; }
     void setThemeFolder(const QString &folder);
+    // Gives out a PNG that is no file, and says under which URL.
+    QString setBackdrop(const QByteArray &png);
     // From now on files are found that have come since.
     void lookAnew();
     // Tells, by the event loop, which of these URLs lead to no picture.
@@ -47,8 +49,11 @@ private:
     Answer find(PictureLookup &lookup, quint64 request, const QUrl &url) const; // on the thread
     void answer();
     void reply(Answer answer);
+    QUrl backdropUrl() const;
 
     QString m_themeFolder;
+    QByteArray m_backdrop;
+    int m_backdrops = 0;                     // the browser keeps pictures by their URL
     std::shared_ptr<PictureLookup> m_lookup; // used on the thread only
     quint64 m_requests = 0;
     QHash<quint64, QPointer<QWebEngineUrlRequestJob>> m_jobs;

@@ -124,6 +124,11 @@ void WebBrowser::setThemeFolder(const QString &folder)
     m_fonts.setThemeFolder(folder);
 }
 
+QString WebBrowser::setBackdrop(const QByteArray &png)
+{
+    return m_pictures->setBackdrop(png);
+}
+
 void WebBrowser::setView(const PageView &view)
 {
     if (m_view == view)

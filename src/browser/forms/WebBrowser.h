@@ -35,6 +35,9 @@ public:
 
     void setThemeFolder(const QString &folder);
 
+    // The bytes of a PNG that every page from now on can have under the URL that this gives, and that nothing
+    // else is under.
+    QString setBackdrop(const QByteArray &png);
     // Pages from now on can be set in these.
     void setFonts(const QList<PageFont> &fonts) { m_fonts.set(fonts); }
     // Shows the page when the browser is free: the document changes where the page differs from the one

@@ -11,9 +11,11 @@ Rendered renderPage(const RenderInput &input)
     QElapsedTimer clock;
     clock.start();
     Rendered rendered;
+    rendered.markup = input.markup;
     rendered.widgets = drawWidgets(input.markup, input.GetImg, input.fonts);
-    rendered.page =
-        BuildPreviewPage(rendered.widgets.html, input.options, input.fontSize, rendered.widgets.blocks);
+    rendered.page = input.makePage ? input.makePage(input.markup, input.options, rendered.widgets.blocks)
+                                   : BuildPreviewPage(rendered.widgets.html, input.options, input.fontSize,
+                                                      rendered.widgets.blocks);
     rendered.widgets.html.squeeze(); // it is kept, and was made with room to spare
     rendered.milliseconds = double(clock.nsecsElapsed()) / 1e6;
     return rendered;

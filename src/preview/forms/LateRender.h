@@ -8,10 +8,16 @@
 #include <QThreadPool>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <optional>
 
 namespace quillmere {
+
+// Makes another page than the preview's for the browser. Blocks whose names are ticked in the rows are left
+// out. May be called on any thread.
+using ViewPage = std::function<QString(const QString &markup, const ViewOptions &options,
+                                       const QList<ListRows::Row> &lvBlock)>;
 
 // All that the page of a window is made from. The lookup must not change under way, and may be asked on any
 // thread.
@@ -22,10 +28,12 @@ struct RenderInput
     QList<ListRows::Row> fonts;
     QString fontSize;
     ViewOptions options;
+    ViewPage makePage = {}; // none for the preview
 };
 
 struct Rendered
 {
+    QString markup;
     WidgetPage widgets;
     QString page; // for the browser
     double milliseconds = 0;

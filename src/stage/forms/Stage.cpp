@@ -109,6 +109,8 @@ const QList<Place> *Stage::places()
 {
     if (m_placesOf == revision() && !m_trying)
         return &m_places;
+    if (!m_trying && havePlacesOfText())
+        return &m_places; // who waits is told later all the same
     m_wanted = true;
     askPlaces();
     return nullptr;
@@ -129,6 +131,10 @@ void Stage::askPlaces()
     m_painted.stop();
     if (m_asked || !m_pageThere || m_pageOf != revision())
         return;
+    if (havePlacesOfText()) {
+        tellPlaces();
+        return;
+    }
     m_asked = true;
     m_frame.wb->findPlaces([self = QPointer(this), of = m_pageOf](const QList<PagePlace> &divs) {
         if (!self)
@@ -138,9 +144,26 @@ void Stage::askPlaces()
             return; // the page that came in between asks again
         self->m_places = placesOfBlocks(self->outline(), divs);
         self->m_placesOf = of;
-        self->m_wanted = false;
-        emit self->placesChanged();
+        self->tellPlaces();
     });
+}
+
+bool Stage::havePlacesOfText()
+{
+    if (!m_known || !m_pageThere || m_pageOf != revision())
+        return false;
+    std::optional<QList<Place>> known = m_known(outline());
+    if (!known)
+        return false;
+    m_places = std::move(*known);
+    m_placesOf = m_pageOf;
+    return true;
+}
+
+void Stage::tellPlaces()
+{
+    m_wanted = false;
+    emit placesChanged();
 }
 
 bool Stage::write(const QList<TextChange> &changes, qint64 revision, const QList<int> &selected,

@@ -10,6 +10,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
 #include <optional>
 
 class QTextDocument;
@@ -49,6 +50,12 @@ public:
     // is what makes the browser be asked.
     const QList<Place> *places();
     std::optional<Place> placeOf(int block);
+    // Who knows from the text alone where the page has its blocks is asked instead of the browser; it answers
+    // nothing for pages of which it does not.
+    void setPlaces(std::function<std::optional<QList<Place>>(const Outline &)> known)
+    {
+        m_known = std::move(known);
+    }
 
     // Writes into the source box, as one step that can be undone. Afterwards these rows are selected. False,
     // and nothing is written, where the changes are of another revision.
@@ -76,6 +83,8 @@ private:
     void followText();
     void take(const QList<int> &blocks);
     void askPlaces();
+    bool havePlacesOfText();
+    void tellPlaces();
     void askForSelected();
     void drawNext();
     bool step(const QList<TextChange> &changes);
@@ -89,6 +98,7 @@ private:
     FollowedBlocks m_followed;
     const QTextDocument *m_document = nullptr;
     QList<Place> m_places;
+    std::function<std::optional<QList<Place>>(const Outline &)> m_known;
     qint64 m_placesOf = -1; // revisions; -1 for none
     qint64 m_pageOf = -1;   // of the page that is in the browser, or on its way there
     bool m_pageThere = false;

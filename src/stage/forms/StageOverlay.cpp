@@ -76,8 +76,30 @@ void StageOverlay::draw(const Sketch &sketch)
     drawAgain();
 }
 
+void StageOverlay::showFrame(double part, bool shown)
+{
+    m_frames.removeAll(part);
+    if (shown)
+        m_frames.append(part);
+    update();
+}
+
+void StageOverlay::drawFrames(QPainter &painter) const
+{
+    const QRectF screen(QPointF(0, 0), m_frame.screenSize());
+    for (const double part : m_frames) {
+        const double x = screen.width() * (1 - part) / 2, y = screen.height() * (1 - part) / 2;
+        drawBox(painter, lineOf(onGlass(screen.adjusted(x, y, -x, -y))), kDark, 1, Qt::DotLine);
+    }
+}
+
 void StageOverlay::drawAgain()
 {
+    if (!m_frames.isEmpty()) {
+        m_drawn = rect();
+        update();
+        return;
+    }
     const QRect now = touched(m_sketch);
     update(m_drawn.united(now));
     m_drawn = now;
@@ -167,6 +189,7 @@ void StageOverlay::drawGuides(QPainter &painter) const
 void StageOverlay::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    drawFrames(painter);
     if (m_sketch.hovered)
         drawBox(painter, lineOf(onGlass(*m_sketch.hovered)), kDark, 1, Qt::DashLine);
     for (qsizetype i = m_sketch.selected.size() - 1; i >= 0; --i)

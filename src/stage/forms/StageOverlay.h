@@ -34,6 +34,8 @@ public:
     explicit StageOverlay(PreviewFrame &frame);
 
     void draw(const Sketch &sketch);
+    // Frames this part of the screen, around its middle.
+    void showFrame(double part, bool shown);
     const Sketch &sketch() const { return m_sketch; }
     // A box of the page on the glass.
     QRectF onGlass(const QRectF &box) const;
@@ -48,12 +50,14 @@ protected:
 private:
     QRect touched(const Sketch &sketch) const;
     QRectF labelBox(const Sketch &sketch) const;
+    void drawFrames(QPainter &painter) const;
     void drawGuides(QPainter &painter) const;
     void drawLabel(QPainter &painter, const QString &text, const QRectF &box) const;
 
     PreviewFrame &m_frame;
     Sketch m_sketch;
-    QRect m_drawn; // what the sketch covers
+    QList<double> m_frames; // parts of the screen
+    QRect m_drawn;          // what the sketch covers
 };
 
 } // namespace quillmere

@@ -3,13 +3,17 @@
 #include "browser/PictureFile.h"
 #include "browser/forms/WebBrowser.h"
 #include "catalogues/forms/ScaledPicture.h"
+#include "controls/Commands.h"
 #include "controls/ListView.h"
 #include "files/Paths.h"
 #include "preview/forms/PreviewFrame.h"
+#include "stage/forms/StageOverlay.h"
 #include "theme/ThemeProject.h"
 #include "widgets/forms/SourceTab.h"
 
+#include <QAction>
 #include <QFileInfo>
+#include <QSettings>
 #include <QShortcut>
 
 namespace quillmere {
@@ -30,13 +34,14 @@ QSize sizeOfPicture(const ThemeProject &theme, const QString &name)
 
 StageTools::StageTools(Stage &stage, SourceTab &tab, PreviewFrame &frame, const ThemeProject &theme,
                        Talk &talk, QWidget &window)
-    : QObject(&window), m_tab(tab), m_frame(frame), m_window(window),
+    : QObject(&window), receiver(tab, frame, theme, talk), m_tab(tab), m_frame(frame), m_window(window),
       m_picture(*new Picture(stage, tab, frame, talk, this)), m_link(stage, tab), m_rulers(frame, this),
       m_properties(stage, m_link, tab, {theme.lvFont, theme.images.rows, theme.lvColor}, window),
       m_arrange(
           stage, m_link, m_picture, [&theme](const QString &name) { return sizeOfPicture(theme, name); },
           talk)
 {
+    stage.setPlaces([this](const Outline &outline) { return receiver.places(outline); });
     m_picture.gestures.targets = [this, &theme] {
         SnapTargets targets;
         const TwipSize screen = browserSize(screenOfTheme(theme.widgets.width, theme.widgets.height), true);
@@ -64,6 +69,24 @@ void StageTools::addCommands(Commands &menu)
     m_rulers.addCommands(menu, m_window);
     m_properties.addCommands(menu);
     m_arrange.addCommands(menu, {m_tab.lvBlock, m_frame.wb});
+    receiver.addCommands(menu, m_window);
+    addSafeArea(menu, "mnuActionSafe", 0.93);
+    addSafeArea(menu, "mnuTitleSafe", 0.9);
+}
+
+// A frame over the picture, in both views; the page has nothing of it.
+void StageTools::addSafeArea(Commands &menu, const char *name, double part)
+{
+    QAction *item = menu.action(name);
+    const QString setting = u"stage/" + QString::fromLatin1(name).sliced(3);
+    const auto show = [this, item, part] { m_picture.overlay->showFrame(part, item->isChecked()); };
+    item->setChecked(QSettings().value(setting, false).toBool());
+    m_window.addAction(item);
+    menu.on(name, [item, setting, show] {
+        QSettings().setValue(setting, item->isChecked());
+        show();
+    });
+    show();
 }
 
 } // namespace quillmere

@@ -4,6 +4,7 @@
 #include "stage/forms/BlockLink.h"
 #include "stage/forms/Picture.h"
 #include "stage/forms/PropertiesLink.h"
+#include "stage/forms/ReceiverView.h"
 #include "stage/forms/Rulers.h"
 
 namespace quillmere {
@@ -21,11 +22,15 @@ public:
 
     void addCommands(Commands &menu);
 
+    ReceiverView receiver;
+
 signals:
     // The Source tab is to be shown.
     void sourceWanted();
 
 private:
+    void addSafeArea(Commands &menu, const char *name, double part);
+
     SourceTab &m_tab;
     PreviewFrame &m_frame;
     QWidget &m_window;

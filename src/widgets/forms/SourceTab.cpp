@@ -126,7 +126,7 @@ void SourceTab::txtSnippet_Change()
 
 RenderInput SourceTab::inputOf(const QString &markup) const
 {
-    return {markup, m_pictures(), m_fonts.rows(), defaultFontSize(m_fonts), options};
+    return {markup, m_pictures(), m_fonts.rows(), defaultFontSize(m_fonts), options, maker()};
 }
 
 void SourceTab::BuildWidgetHtml(const QString &markup)
@@ -141,7 +141,9 @@ void SourceTab::tryOut(const QString &markup)
     const qint64 revision = markup == txtSnippet->text() ? txtSnippet->revision() : -1;
     if (markup.size() <= kLarge) {
         m_late.giveUp();
-        showTried(renderPage(inputOf(markup)), revision);
+        const ViewPage make = maker();
+        showTried(make ? make(markup, options, blocks.rows()) : triedPage(renderPage(inputOf(markup))),
+                  revision);
         return;
     }
     m_tried = revision;
@@ -151,20 +153,26 @@ void SourceTab::tryOut(const QString &markup)
 QString SourceTab::triedPage(const QString &markup)
 {
     catchUp();
-    return markup.size() > kLarge ? QString() : triedPage(renderPage(inputOf(markup)));
+    return markup.size() > kLarge || maker() ? QString() : triedPage(renderPage(inputOf(markup)));
+}
+
+QString SourceTab::pageOf(const QString &markup, const QString &html) const
+{
+    const ViewPage make = maker();
+    return make ? make(markup, options, blocks.rows())
+                : BuildPreviewPage(html, options, defaultFontSize(m_fonts), blocks);
 }
 
 QString SourceTab::triedPage(const Rendered &rendered) const
 {
     const bool hides = std::ranges::any_of(blocks.rows(), &ListRows::Row::checked);
-    return hides ? BuildPreviewPage(rendered.widgets.html, options, defaultFontSize(m_fonts), blocks)
-                 : rendered.page;
+    return hides ? pageOf(rendered.markup, rendered.widgets.html) : rendered.page;
 }
 
-void SourceTab::showTried(const Rendered &rendered, qint64 revision)
+void SourceTab::showTried(const QString &page, qint64 revision)
 {
     m_pageRevision = revision;
-    emit pageReady(triedPage(rendered));
+    emit pageReady(page);
 }
 
 void SourceTab::draw(const QString &markup)
@@ -177,6 +185,7 @@ void SourceTab::draw(const QString &markup)
 void SourceTab::show(const Rendered &rendered, qint64 revision)
 {
     m_pageRevision = revision;
+    m_markup = rendered.markup;
     txtHtml->setText(rendered.widgets.html);
     {
         const QScopedValueRollback listing(m_listing, true);
@@ -195,7 +204,7 @@ void SourceTab::show(const Rendered &rendered, qint64 revision)
 void SourceTab::showLate(const Rendered &rendered)
 {
     if (m_tried) {
-        showTried(rendered, m_late.isBusy() ? -1 : *m_tried);
+        showTried(triedPage(rendered), m_late.isBusy() ? -1 : *m_tried);
         return;
     }
     QElapsedTimer clock;
@@ -217,7 +226,7 @@ bool SourceTab::catchUp()
 void SourceTab::ShowPreview()
 {
     if (!catchUp())
-        emit pageReady(BuildPreviewPage(txtHtml->text(), options, defaultFontSize(m_fonts), blocks));
+        emit pageReady(pageOf(m_markup, txtHtml->text()));
 }
 
 void SourceTab::blockTicked(int row)

@@ -32,12 +32,16 @@ public:
     // Shows the page of a text that is about to become that of the source box, or may; lvBlock and txtHtml
     // stay, and with them the ticks.
     void tryOut(const QString &markup);
-    // The page that tryOut() would show; empty for a text so large that this one makes it late.
+    // The page that tryOut() would show; empty for a text so large that this one makes it late, and in a view
+    // that takes its numbers apart.
     QString triedPage(const QString &markup);
+    // Pages are those that `view` gives makers for, which is asked for each page; it gives none for the
+    // preview's. lvBlock and txtHtml are the preview's in every view.
+    void setView(std::function<ViewPage()> view) { m_view = std::move(view); }
     // SourceBox::revision() of the text that pageReady() was last sent for; -1 where that was no text of the
     // source box.
     qint64 pageRevision() const { return m_pageRevision; }
-    // Makes the browser's page from txtHtml, the options and the ticks of lvBlock.
+    // Makes the browser's page from what was drawn last, the options and the ticks of lvBlock.
     void ShowPreview();
     // True while the page and lvBlock are those of an older text: what takes too long for a key waits until
     // typing pauses. Whatever needs them before that brings them up to date first.
@@ -76,8 +80,11 @@ private:
     void draw(const QString &markup);
     void show(const Rendered &rendered, qint64 revision);
     void showLate(const Rendered &rendered);
+    ViewPage maker() const { return m_view ? m_view() : ViewPage(); }
+    // With the blocks left out that are ticked now.
+    QString pageOf(const QString &markup, const QString &html) const;
     QString triedPage(const Rendered &rendered) const;
-    void showTried(const Rendered &rendered, qint64 revision);
+    void showTried(const QString &page, qint64 revision);
     // True where it had to draw.
     bool catchUp();
     void blockTicked(int row);
@@ -96,6 +103,8 @@ private:
     CaptionBox *frBc;
     ListView *LvBlock2;
     TextHolder *txtHtml;
+    std::function<ViewPage()> m_view;
+    QString m_markup; // that was drawn last
     LateRender m_late{this};
     LateWork m_work; // the page of the text
     qint64 m_pageRevision = -1;
