@@ -1,7 +1,6 @@
 #include "stage/forms/ReceiverBar.h"
 
 #include "controls/Named.h"
-#include "preview/forms/PreviewArea.h"
 #include "preview/forms/PreviewFrame.h"
 
 #include <QAction>
@@ -160,7 +159,7 @@ void ReceiverBar::fold(bool folded)
 // Over the upper line of the frame, at its end.
 void ReceiverBar::layOut()
 {
-    fold(m_frame.area().width() < kWide);
+    fold(m_frame.width() - 2 * kInset < kWide); // the room in it follows the frame
     m_button->setVisible(m_shown && m_folded);
     if (!m_folded)
         m_choices->setVisible(m_shown);
