@@ -27,6 +27,12 @@ QStringView BlockLook::value(Kind kind) const
     return has(kind) ? m_outline.valueOf(m_elements[size_t(kind)]) : QStringView();
 }
 
+Range BlockLook::range(Kind kind) const
+{
+    return has(kind) ? trimmed(m_outline.element(m_elements[size_t(kind)]).content(), m_outline.text())
+                     : Range();
+}
+
 QStringView BlockLook::written(Kind kind) const
 {
     return has(kind) ? m_outline.at(m_outline.element(m_elements[size_t(kind)]).content()) : QStringView();

@@ -18,6 +18,8 @@ public:
     bool has(Kind kind) const { return m_elements[size_t(kind)] >= 0; }
     // Without the blanks around it; empty where there is none.
     QStringView value(Kind kind) const;
+    // Where the value stands; empty where there is none.
+    Range range(Kind kind) const;
     // As it stands between its tags.
     QStringView written(Kind kind) const;
     std::optional<Box> rect() const;

@@ -1,8 +1,8 @@
 #include "receiver/ReceiverPage.h"
 
 #include "markup/ColourCode.h"
-#include "markup/Matching.h"
 #include "receiver/BlockLook.h"
+#include "receiver/BlockText.h"
 
 #include <QHash>
 
@@ -108,11 +108,8 @@ public:
         });
         // Begins and ends as the preview's pages do, so that keys change the document in the browser.
         return u"<html><head><title>Tes Skin</title><style>body{margin:0;overflow:hidden;background:" +
-               m_options.ground +
-               u";}div{position:absolute;overflow:hidden;}"
-               ".t{display:flex;flex-direction:column;font-family:sans-serif;}"
-               ".t span{white-space:pre;}" +
-               m_sheet + u"</style></head><body>" + m_body + u"<body></html>";
+               m_options.ground + u";}div{position:absolute;overflow:hidden;}" + textSheet() + m_sheet +
+               u"</style></head><body>" + m_body + u"<body></html>";
     }
 
 private:
@@ -198,43 +195,23 @@ private:
 
     void drawText(const BlockLook &look, const Box &box)
     {
-        const QString source = look.written(Kind::String).toString();
+        const BlockText set = textOf(look, m_theme);
         const QString fore = colour(look.entry(Kind::ForeColor, m_options.state));
-        if (source.isEmpty() || fore.isEmpty())
+        if (set.source.isEmpty() || fore.isEmpty())
             return;
-        QString text = m_theme.translation ? m_theme.translation(source) : source;
-        if (text.isEmpty())
-            text = source;
+        const QString text = shownText(set.source, m_theme.translation);
         using L = BlockLook;
-        const L::Alignment alignment = look.alignment();
-        const ReceiverTheme::Font font =
-            m_theme.font ? m_theme.font(look.value(Kind::Font).toString()) : ReceiverTheme::Font();
         openTag(u"t", box);
-        m_body += u"color:" + fore;
-        putFont(font);
-        m_body += alignment.across == L::Across::Centre  ? u";text-align:center"
-                  : alignment.across == L::Across::Right ? u";text-align:right"
-                                                         : u";text-align:left";
-        m_body += alignment.down == L::Down::Centre   ? u";justify-content:center"
-                  : alignment.down == L::Down::Bottom ? u";justify-content:flex-end"
-                                                      : QStringView();
+        m_body += u"color:" + fore + u';' + set.font;
+        m_body += set.alignment.across == L::Across::Centre  ? u"text-align:center"
+                  : set.alignment.across == L::Across::Right ? u"text-align:right"
+                                                             : u"text-align:left";
+        m_body += set.alignment.down == L::Down::Centre   ? u";justify-content:center"
+                  : set.alignment.down == L::Down::Bottom ? u";justify-content:flex-end"
+                                                          : QStringView();
         m_body += text.isRightToLeft() ? u";\"><span dir=\"rtl\">" : u";\"><span>";
         putText(text);
         m_body += u"</span></div>";
-    }
-
-    void putFont(const ReceiverTheme::Font &font)
-    {
-        bool isNumber = false;
-        const double size = font.size.trimmed().toDouble(&isNumber);
-        if (isNumber && size > 0 && size < 10000)
-            m_body += u";font-size:" + QString::number(size) + u"px";
-        if (!font.family.isEmpty())
-            m_body += u";font-family:" + font.family;
-        if (containsIgnoringCase(font.style, u"italic"))
-            m_body += u";font-style:italic";
-        if (containsIgnoringCase(font.style, u"bold"))
-            m_body += u";font-weight:bold";
     }
 
     // Text is never markup, and never the address of a picture.
@@ -248,7 +225,7 @@ private:
             else if (c == u'\'')
                 m_body += u"&#39;";
             else
-                m_body += c.unicode() < 32 ? QChar(u' ') : c; // one line
+                m_body += c;
         }
     }
 

@@ -2,6 +2,7 @@
 
 #include "files/Paths.h"
 #include "files/TextFile.h"
+#include "receiver/StringTable.h"
 #include "theme/ThemeProject.h"
 
 #include <QCryptographicHash>
@@ -51,15 +52,10 @@ namespace {
 
 std::function<QString(const QString &source)> translationBy(const ListRows &strings)
 {
-    QHash<QString, QString> translations;
-    for (const ListRows::Row &row : strings.rows()) {
-        if (!translations.contains(row.sub(1)))
-            translations.insert(row.sub(1), row.sub(2));
-    }
-    return [translations](const QString &source) {
-        const QString written = translations.value(source);
-        return written.isEmpty() ? translations.value(source.trimmed()) : written;
-    };
+    StringTable translations;
+    for (const ListRows::Row &row : strings.rows())
+        translations.add(row.sub(1), row.sub(2));
+    return [translations](const QString &source) { return translations.of(source); };
 }
 
 } // namespace
