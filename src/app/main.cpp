@@ -1,10 +1,12 @@
 #include "app/frmSkin.h"
+#include "browser/forms/TextMeasurer.h"
 #include "browser/forms/WebBrowser.h"
 #include "checks/forms/ReadPicture.h"
 #include "commands/CheckCommand.h"
 #include "commands/CommandLine.h"
 #include "commands/forms/RenderCommand.h"
 #include "files/Memory.h"
+#include "receiver/BlockText.h"
 
 #include <QApplication>
 #include <QFile>
@@ -30,16 +32,21 @@ CommandLine readCommandLine(int argc, char **argv)
     return parseCommandLine(QCoreApplication::arguments());
 }
 
-// Wants no window system, so that a build server can do without one.
-int check(const CommandLine &line, int argc, char **argv)
+int check(const CommandLine &line, const TextMeasuring &measure = {})
 {
-    const QCoreApplication app(argc, argv);
     QFile out;
     QTextStream err(stderr);
     if (!out.open(stdout, QIODevice::WriteOnly))
         return 2;
-    const int status = runCheck(line, readPicture, out, err);
+    const int status = runCheck(line, readPicture, out, err, measure);
     return out.flush() ? status : 2;
+}
+
+int measureAndCheck(const CommandLine &line)
+{
+    return check(line, [](const QString &folder, const QList<PageFont> &fonts, const QList<SetText> &texts) {
+        return TextMeasurer(folder, fonts, textSheet()).measure(texts);
+    });
 }
 
 } // namespace
@@ -59,13 +66,19 @@ int main(int argc, char **argv)
         return 2;
     }
 
-    if (line.action == CommandLine::Action::Check)
-        return check(line, argc, argv);
+    const bool isCheck = line.action == CommandLine::Action::Check;
+    if (isCheck && !line.textFit) {
+        // No window system is asked for, so that a build server can do without one.
+        const QCoreApplication app(argc, argv);
+        return check(line);
+    }
 
-    // Pictures are drawn the same with a display, without one, and with one that does not answer.
-    if (line.action == CommandLine::Action::Render && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    // Pictures and texts are the same with a display, without one, and with one that does not answer.
+    if (line.action != CommandLine::Action::Edit && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    if (isCheck)
+        return measureAndCheck(line);
     if (line.action == CommandLine::Action::Render) {
         QTextStream out(stdout), err(stderr);
         return renderWindows(line, out, err);

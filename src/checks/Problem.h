@@ -37,6 +37,7 @@ enum class Rule : quint8 {
     KeyColour,
     UnreadablePicture,
     Untranslated,
+    TextFit,
     UnlistedDocument,
     UnusedImage,
     UnusedColour,
@@ -44,8 +45,9 @@ enum class Rule : quint8 {
     UnusedString,
     SamePicture,
     SameColour,
+    UnmeasuredText,
 };
-constexpr int kRules = int(Rule::SameColour) + 1;
+constexpr int kRules = int(Rule::UnmeasuredText) + 1;
 
 struct RuleText
 {

@@ -37,6 +37,7 @@ constexpr RuleText kTexts[] = {
     {W, "key-colour", "Text in a colour that stands for transparency."},
     {W, "unreadable-picture", "A picture that is damaged, or too large for the preview."},
     {W, "untranslated", "Strings of a window that a language lacks."},
+    {W, "text-fit", "A text that its block cuts, in a language; told once Text Fit has measured it."},
     {W, "unlisted-document", "A document that the window catalogue does not name."},
     {N, "unused-image", "An image that nothing uses."},
     {N, "unused-colour", "A colour that nothing uses."},
@@ -44,6 +45,7 @@ constexpr RuleText kTexts[] = {
     {N, "unused-string", "A translation of a string that no window has."},
     {N, "same-picture", "Two image IDs whose files hold the same."},
     {N, "same-colour", "Two colour names with one code."},
+    {N, "unmeasured-text", "Texts that Text Fit could not measure, or only in another font than theirs."},
 };
 static_assert(std::size(kTexts) == kRules);
 

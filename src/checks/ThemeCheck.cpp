@@ -82,6 +82,7 @@ void checkAll(ThemeReport &report, const ThemeFacts &facts, WindowOutlines outli
         checkFiles(report);
         checkCatalogues(report);
         checkUnused(report);
+        checkMeasuredFonts(report, facts);
     });
     for (const QList<Problem> &each : found)
         report.problems += each;
@@ -124,13 +125,16 @@ Problem &ThemeReport::addForRow(Rule rule, const Catalogue &catalogue, qsizetype
 }
 
 std::optional<CheckedTheme> checkTheme(const ThemeSources &sources, const ThemeIndex &index,
-                                       PictureStore &pictures, std::stop_token stop, WindowOutlines outlines)
+                                       PictureStore &pictures, std::stop_token stop, WindowOutlines outlines,
+                                       const MeasuredTheme &measured)
 {
     Catalogues catalogues(sources, index, stop);
     ThemeReport report(sources, index, catalogues);
     report.pictures = picturesOf(catalogues.of(FileRole::ImageCatalogue), sources.folder, pictures, stop);
     CheckedTheme checked;
     checked.facts = factsOf(report);
+    if (measured.measures)
+        checked.facts.fit = std::make_shared<const FitFacts>(fitFacts(catalogues, measured));
     if (!stop.stop_requested())
         checkAll(report, checked.facts, std::move(outlines), stop);
     if (stop.stop_requested())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "checks/FitFacts.h"
 #include "checks/PictureStore.h"
 #include "checks/Problem.h"
 #include "theme/ThemeIndex.h"
@@ -22,9 +23,10 @@ struct LanguageTexts
 // What rules about a window have to know of the theme beside its index.
 struct ThemeFacts
 {
-    std::optional<QSize> screen;    // pixels; nothing where the window catalogue does not say
-    QHash<QString, QSize> pictures; // by image ID, those that can be read
-    QList<LanguageTexts> languages; // those whose file can be read
+    std::optional<QSize> screen;         // pixels; nothing where the window catalogue does not say
+    QHash<QString, QSize> pictures;      // by image ID, those that can be read
+    QList<LanguageTexts> languages;      // those whose file can be read
+    std::shared_ptr<const FitFacts> fit; // nothing where no texts have been measured
 };
 
 // Problems of one window, sorted by place: of the text that the outline was made of, which may be newer than
@@ -38,9 +40,10 @@ struct CheckedTheme
     QList<Problem> problems; // of all files, sorted
 };
 // Holds a theme to every rule, on a few threads of its own. The index is to be made of the same sources, and
-// so are its outlines, if they are at hand; they are used up. Nothing where it was told to stop.
+// so are its outlines, if they are at hand; they are used up. Texts are held to their room as far as they
+// have been measured. Nothing where it was told to stop.
 std::optional<CheckedTheme> checkTheme(const ThemeSources &sources, const ThemeIndex &index,
                                        PictureStore &pictures, std::stop_token stop = {},
-                                       WindowOutlines outlines = {});
+                                       WindowOutlines outlines = {}, const MeasuredTheme &measured = {});
 
 } // namespace quillmere

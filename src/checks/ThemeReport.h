@@ -31,5 +31,6 @@ public:
 void checkFiles(ThemeReport &report);
 void checkCatalogues(ThemeReport &report);
 void checkUnused(ThemeReport &report);
+void checkMeasuredFonts(ThemeReport &report, const ThemeFacts &facts);
 
 } // namespace quillmere

@@ -46,7 +46,7 @@ QList<Problem> checkWindow(const Outline &outline, const IndexedFile &file, cons
                            const ThemeFacts &facts, std::stop_token stop)
 {
     WindowReport report(outline, file, index, facts, std::move(stop));
-    for (const auto rules : {checkMarkup, checkNames, checkBlocks, checkTranslations}) {
+    for (const auto rules : {checkMarkup, checkNames, checkBlocks, checkTranslations, checkTextFit}) {
         if (!report.stop.stop_requested())
             rules(report);
     }

@@ -45,5 +45,6 @@ void checkMarkup(WindowReport &report);
 void checkNames(WindowReport &report);
 void checkBlocks(WindowReport &report);
 void checkTranslations(WindowReport &report);
+void checkTextFit(WindowReport &report);
 
 } // namespace quillmere

@@ -1,8 +1,11 @@
 #include "commands/CheckCommand.h"
 
 #include "checks/ThemeCheck.h"
+#include "files/Files.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
+#include "theme/ReceiverParts.h"
+#include "theme/ThemeProject.h"
 
 #include <QFileInfo>
 #include <QIODevice>
@@ -30,9 +33,23 @@ QString reasonAgainst(const QString &folder)
     return {};
 }
 
+MeasuredTheme measuredTheme(const ThemeSources &sources, const ThemeIndex &index,
+                            const TextMeasuring &measure)
+{
+    Files files;
+    ThemeProject theme(files);
+    theme.LoadTheme(sources.folder);
+    const ReceiverParts parts = receiverParts(theme);
+    MeasuredTheme measured{parts.theme.font, nullptr};
+    measured.measures = std::make_shared<const TextMeasures>(
+        measure(sources.folder, parts.fonts, textsToMeasure(sources, index, measured)));
+    return measured;
+}
+
 } // namespace
 
-int runCheck(const CommandLine &line, const PictureReader &reader, QIODevice &out, QTextStream &err)
+int runCheck(const CommandLine &line, const PictureReader &reader, QIODevice &out, QTextStream &err,
+             const TextMeasuring &measure)
 {
     const QString reason = reasonAgainst(line.theme);
     if (!reason.isEmpty()) {
@@ -44,8 +61,17 @@ int runCheck(const CommandLine &line, const PictureReader &reader, QIODevice &ou
     PictureStore pictures(reader);
     WindowOutlines outlines;
     const std::optional<ThemeIndex> index = ThemeIndex::build(sources, {}, &outlines);
+    MeasuredTheme measured;
+    if (line.textFit) {
+        try {
+            measured = measuredTheme(sources, *index, measure);
+        } catch (const RunTimeError &error) {
+            err << "quillmere: " << error.message() << Qt::endl;
+            return 2;
+        }
+    }
     const QList<Problem> problems = withoutIgnored(
-        checkTheme(sources, *index, pictures, {}, std::move(outlines))->problems, line.ignored);
+        checkTheme(sources, *index, pictures, {}, std::move(outlines), measured)->problems, line.ignored);
     const QByteArray report = checkReport(problems, line.theme, line.format);
     if (out.write(report) != report.size()) {
         err << "quillmere: cannot write the report: " << out.errorString() << Qt::endl;

@@ -90,6 +90,7 @@ CommandLine checkLine(const QCommandLineParser &parser, const QStringList &words
     if (!severity)
         return fail(tr("--fail-on is error, warning or note, not \"%1\".").arg(failOn));
     line.failOn = Severity(*severity);
+    line.textFit = parser.isSet(QStringLiteral("text-fit"));
     for (const QString &text : parser.values(QStringLiteral("ignore"))) {
         const std::optional<IgnoredRule> ignored = ignoredRule(text);
         if (!ignored)
@@ -115,6 +116,8 @@ void addCheckOptions(QCommandLineParser &parser)
     parser.addOption({QStringLiteral("fail-on"),
                       tr("check: error, warning or note: what makes the exit status 1; error by default."),
                       QStringLiteral("SEVERITY"), QStringLiteral("error")});
+    parser.addOption({QStringLiteral("text-fit"),
+                      tr("check: measures the texts of all languages too, and says which are cut.")});
 }
 
 void addReceiverOptions(QCommandLineParser &parser)
@@ -168,8 +171,8 @@ CommandLine parseCommandLine(const QStringList &arguments)
     const bool isCheck = words.value(0) == u"check";
     if (!isRender && isAnySet(parser, {"out", "size", "view", "language", "state"}))
         return fail(tr("--out, --size, --view, --language and --state go with render."));
-    if (!isCheck && isAnySet(parser, {"format", "ignore", "fail-on"}))
-        return fail(tr("--format, --ignore and --fail-on go with check."));
+    if (!isCheck && isAnySet(parser, {"format", "ignore", "fail-on", "text-fit"}))
+        return fail(tr("--format, --ignore, --fail-on and --text-fit go with check."));
     if (isRender)
         return renderLine(parser, words);
     if (isCheck)

@@ -27,6 +27,7 @@ struct CommandLine
     ReportFormat format = ReportFormat::Text; // Check
     QList<IgnoredRule> ignored;               // Check
     Severity failOn = Severity::Error;        // Check: what makes it fail, and all that is worse
+    bool textFit = false;                     // Check: measure the texts, which takes a browser
 };
 
 // `arguments` begin with the program's name. Needs an application object for the name and version.

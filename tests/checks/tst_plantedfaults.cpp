@@ -221,7 +221,8 @@ void tst_plantedfaults::everyFaultAtItsLine()
         }
     }
     QVERIFY(planted > kThemes * kFaults / 2);
-    QCOMPARE(rules.size(), kRules);
+    constexpr int ofMeasuredTexts = 2;
+    QCOMPARE(rules.size(), kRules - ofMeasuredTexts);
 }
 
 QTEST_GUILESS_MAIN(tst_plantedfaults)
