@@ -45,6 +45,8 @@
 #include <QSettings>
 #include <QStatusBar>
 
+#include <functional>
+
 namespace quillmere {
 
 namespace {
@@ -144,6 +146,7 @@ void frmSkin::makeTabs()
                          *TabStrip4, int(frYt.indexOf(m_checks->tab)), m_talk});
     m_stage = new Stage(*m_sourceTab, *frmWb, *m_index, this);
     m_stageTools = new StageTools(*m_stage, *m_sourceTab, *frmWb, m_theme, m_talk, *this);
+    m_stageTools->textInPlace.translate = std::bind_front(&LangTab::putTranslation, m_langTab);
     new StageBar(*frmWb, [this](const QString &code) { return m_theme.colours.nameOf(code); },
                  {m_menu.action("mnuLink"), m_menu.action("mnuRulers")});
     new PaneRound(*this, *m_status->offers, [this] { return frYt[CurrentTab - 1]; });

@@ -69,6 +69,24 @@ void OpenLgXml(ListRows &LvBhs, const QString &text)
         LvBhs.assign(stringsOf(text));
 }
 
+void putTranslation(ListRows &LvBhs, const QString &source, const QString &translation)
+{
+    const auto rowOf = [&LvBhs](const QString &wanted) {
+        int row = 0;
+        while (row < LvBhs.count() && LvBhs.sub(row, 1) != wanted)
+            ++row;
+        return row;
+    };
+    int row = rowOf(source);
+    if (row == LvBhs.count())
+        row = rowOf(source.trimmed());
+    if (row == LvBhs.count())
+        LvBhs.add({}, {source, translation});
+    else
+        LvBhs.setSub(row, 2, translation);
+    LvBhs.setChecked(row, true);
+}
+
 QString languageFileText(const QString &name, const ListRows &LvBhs, const Encoding &encoding)
 {
     QString text = u"<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\r\n<language name=\"" +

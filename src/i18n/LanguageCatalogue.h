@@ -21,6 +21,10 @@ void LoadLanguageList(ListRows &lvLang, const Document &file, const QString &lan
 // An empty text leaves the rows as they are, one without `<language name="` empties them.
 void OpenLgXml(ListRows &LvBhs, const QString &text);
 
+// Translates a source: in its first row, which is looked for as it is written and then without blanks around
+// it, or in a row of its own behind all others. The row is checked.
+void putTranslation(ListRows &LvBhs, const QString &source, const QString &translation);
+
 // The text of a language file, lines ending in CR LF. `encoding` is that of the text the rows were read from.
 // The bytes E2 80 A6 of an ellipsis are written as "..."; the one byte that it has in Windows-1252 stays.
 QString languageFileText(const QString &name, const ListRows &LvBhs, const Encoding &encoding);

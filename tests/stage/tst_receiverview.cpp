@@ -100,6 +100,45 @@ private slots:
         QCOMPARE(rows(), u"2"_s);
     }
 
+    // Enter puts what is typed into the row of that language, or into a new one; Esc does not.
+    void translatesInPlace()
+    {
+        open("v.xml");
+        m_window->choose("mnuReceiver");
+        QVERIFY(isSeen());
+        take(stepsOf(u"click 50,40"_s).first());
+        key(Qt::Key_F4);
+        QVERIFY(m_window->said().startsWith(u"Choose a language"));
+        auto *language = m_window->find<QComboBox>("cboLanguage");
+        const auto line = [this] { return m_window->skin->findChild<QLineEdit *>(u"txtInPlace"_s); };
+        const auto type = [&](const QString &text, Qt::Key last) {
+            QVERIFY(isSeen());
+            key(Qt::Key_F4);
+            QVERIFY(line() && line()->hasFocus());
+            QTest::keyClicks(line(), text);
+            QTest::keyClick(line(), last);
+            QTRY_VERIFY(!line());
+        };
+        language->setCurrentText(u"fr"_s);
+        QTRY_VERIFY(m_window->js(kDrawn).toString().endsWith(u"\nOui"));
+        type(u"Non"_s, Qt::Key_Escape);
+        QCOMPARE(m_window->shown("LvBhs"), QString());
+        type(u"Si"_s, Qt::Key_Return);
+        QCOMPARE(m_window->shown("LvBhs"), u"*  | Yes | Si\n"_s);
+        QTRY_VERIFY(m_window->js(kDrawn).toString().endsWith(u"\nSi"));
+        QVERIFY(m_window->find<WebBrowser>("wb")->hasFocus());
+
+        // The text gets another source, which has no row.
+        SourceBox *source = m_window->source();
+        source->setText(QString(source->text()).replace(u">Yes<"_s, u">No<"_s));
+        QVERIFY(isSeen());
+        take(stepsOf(u"click 50,40"_s).first());
+        type(u"Non"_s, Qt::Key_Return);
+        QCOMPARE(m_window->shown("LvBhs"), u"*  | Yes | Si\n*  | No | Non\n"_s);
+        QCOMPARE(m_window->read("theme/fr.xml"),
+                 "<language name=\"fr\"><tran id=\"Yes\">Oui</tran></language>"_ba);
+    }
+
     void choicesAreRemembered()
     {
         open("v.xml");

@@ -9,6 +9,7 @@
 #include "files/Files.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
+#include "files/TextFile.h"
 #include "i18n/Dictionary.h"
 #include "i18n/LanguageCatalogue.h"
 
@@ -140,6 +141,23 @@ void LangTab::openLanguage(const QString &path, const QString &theme)
     }
     m_talk.say(path);
     emit languageOpened(path, theme);
+}
+
+void LangTab::putTranslation(const QString &languageName, const QString &source, const QString &translation)
+{
+    int row = 0;
+    while (row < m_languages.count() && m_languages.sub(row, 1) != languageName)
+        ++row;
+    const QString path = row < m_languages.count() ? m_languages.text(row) : QString();
+    const QString open = m_file.document.path();
+    if (open.isEmpty() || !isSameFile(open, path)) {
+        // Its rows would be those of the language before, and be saved to its file.
+        if (LoadFile(path).isEmpty())
+            throw RunTimeError(tr("%1 is empty or not there.").arg(path.isEmpty() ? languageName : path));
+        openLanguage(path, m_catalogue.theme());
+    }
+    lvLang->setCurrentIndex(m_languages.index(row, 0)); // saving goes by it
+    quillmere::putTranslation(m_strings, source, translation);
 }
 
 void LangTab::mnuLangSave_Click()

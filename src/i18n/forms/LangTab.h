@@ -36,6 +36,9 @@ public:
     void showCatalogue();
     // Replaces the strings by those of a language file; one that is empty or not there leaves them.
     void openLanguage(const QString &path, const QString &theme);
+    // Puts a translation into the rows of a language of the catalogue, which is opened where another one is.
+    // RunTimeError where its file is empty or not there.
+    void putTranslation(const QString &languageName, const QString &source, const QString &translation);
 
 signals:
     void languageOpened(const QString &path, const QString &theme);

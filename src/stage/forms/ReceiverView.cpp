@@ -143,6 +143,18 @@ ViewPage ReceiverView::maker()
     };
 }
 
+QString ReceiverView::shownText(const QString &source)
+{
+    const auto &translation = parts().translation;
+    const QString text = translation ? translation(source) : QString();
+    return text.isEmpty() ? source : text;
+}
+
+ReceiverTheme::Font ReceiverView::font(const QString &name)
+{
+    return parts().font(name);
+}
+
 std::optional<QList<Place>> ReceiverView::places(const Outline &outline) const
 {
     if (!m_isOn)

@@ -39,6 +39,10 @@ public:
     QString language() const;
     // Shows the picture in this view and language, where the theme has it.
     void showLanguage(const QString &name);
+    // What the view shows for a string.
+    QString shownText(const QString &source);
+    // The font of the catalogue's row of this name, or of the one that stands in for it.
+    ReceiverTheme::Font font(const QString &name);
     // Where the page of this outline draws its blocks; nothing in the other view.
     std::optional<QList<Place>> places(const Outline &outline) const;
 

@@ -34,8 +34,9 @@ QSize sizeOfPicture(const ThemeProject &theme, const QString &name)
 
 StageTools::StageTools(Stage &stage, SourceTab &tab, PreviewFrame &frame, const ThemeProject &theme,
                        Talk &talk, QWidget &window)
-    : QObject(&window), receiver(tab, frame, theme, talk), m_tab(tab), m_frame(frame), m_window(window),
-      m_picture(*new Picture(stage, tab, frame, talk, this)), m_link(stage, tab), m_rulers(frame, this),
+    : QObject(&window), receiver(tab, frame, theme, talk), textInPlace(stage, frame, receiver, talk),
+      m_tab(tab), m_frame(frame), m_window(window), m_picture(*new Picture(stage, tab, frame, talk, this)),
+      m_link(stage, tab), m_rulers(frame, this),
       m_properties(stage, m_link, tab, {theme.lvFont, theme.images.rows, theme.lvColor}, window),
       m_arrange(
           stage, m_link, m_picture, [&theme](const QString &name) { return sizeOfPicture(theme, name); },
@@ -70,6 +71,7 @@ void StageTools::addCommands(Commands &menu)
     m_properties.addCommands(menu);
     m_arrange.addCommands(menu, {m_tab.lvBlock, m_frame.wb});
     receiver.addCommands(menu, m_window);
+    textInPlace.addCommand({m_tab.lvBlock, m_frame.wb});
     addSafeArea(menu, "mnuActionSafe", 0.93);
     addSafeArea(menu, "mnuTitleSafe", 0.9);
 }

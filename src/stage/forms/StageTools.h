@@ -6,6 +6,7 @@
 #include "stage/forms/PropertiesLink.h"
 #include "stage/forms/ReceiverView.h"
 #include "stage/forms/Rulers.h"
+#include "stage/forms/TextInPlace.h"
 
 namespace quillmere {
 
@@ -23,6 +24,7 @@ public:
     void addCommands(Commands &menu);
 
     ReceiverView receiver;
+    TextInPlace textInPlace;
 
 signals:
     // The Source tab is to be shown.
