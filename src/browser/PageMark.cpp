@@ -9,14 +9,19 @@ namespace quillmere {
 
 namespace {
 
-// A page may have rules of its own for what comes behind its root, and would look different without them.
-const QString kPut =
-    QStringLiteral("function put(rules){var free=window.__marked||['::after','::before'].find(function(e){"
-                   "return getComputedStyle(document.documentElement,e).content=='none';});"
-                   "if(!free)return;beside('__mark',rules.replace('$',free));window.__marked=free;}");
+// A page may have rules of its own for what comes behind its root, and would look different without them. Its
+// other rules can keep the mark from being seen as it is; then there is no sense in waiting for it.
+const QString kPut = QStringLiteral(
+    "function put(rules,wanted){var root=document.documentElement,own=getComputedStyle(root),"
+    "free=window.__free||['::after','::before'].find(function(e){"
+    "return getComputedStyle(root,e).content=='none';});if(!free){window.__marked='hidden';return;}"
+    "window.__free=free;beside('__mark',rules.replace('$',free));var is=getComputedStyle(root,free),"
+    "plain={filter:'none',opacity:'1',transform:'none',clipPath:'none',webkitMaskImage:'none',"
+    "perspective:'none',zoom:'1',mixBlendMode:'normal'};"
+    "window.__marked=own.display!='none'&&Object.keys(wanted).every(function(k){return is[k]==wanted[k];})&&"
+    "Object.keys(plain).every(function(k){return own[k]==plain[k];})?'shown':'hidden';}");
 
-// Rules with as many names of elements would be needed to outdo these, and lose no more than time: a mark
-// that is not seen is not waited for long.
+// To outdo these a page has to mean it, and gains nothing.
 QString rulesOf(const PageMark &mark)
 {
     const auto colour = [](quint32 code) { return QStringLiteral("%1").arg(code, 6, 16, QLatin1Char('0')); };
@@ -27,6 +32,20 @@ QString rulesOf(const PageMark &mark)
         .arg(mark.x())
         .arg(PageMark::kSquare)
         .arg(colour(mark.left), colour(mark.right));
+}
+
+// What put() is called with.
+QString wordsOf(const PageMark &mark)
+{
+    const auto colour = [](quint32 code) {
+        return QStringLiteral("'rgb(%1, %2, %3)'").arg(code >> 16).arg(code >> 8 & 0xff).arg(code & 0xff);
+    };
+    return quoted(rulesOf(mark)) + QStringLiteral(",{display:'block',position:'fixed',visibility:'visible',"
+                                                  "top:'0px',left:'%1px',width:'%2px',height:'%2px',"
+                                                  "backgroundColor:%3,borderRightColor:%4}")
+                                       .arg(mark.x())
+                                       .arg(PageMark::kSquare)
+                                       .arg(colour(mark.left), colour(mark.right));
 }
 
 QString withPut(const QString &body)
@@ -49,7 +68,8 @@ QString markingWhenLoadedScript(const PageMark &mark)
 {
     static const QString waiting =
         QStringLiteral(
-            "var all=[document.fonts.ready],seen={},own=window.__marking={};delete window.__marked;"
+            "var all=[document.fonts.ready],seen={},own=window.__marking={};delete window.__marked;delete "
+            "window.__free;"
             "function load(u){if(!u||u.indexOf('%1:')!=0||seen[u])return;seen[u]=1;"
             "var i=new Image();i.src=u;all.push(i.decode());}"
             "function find(css){css.replace(/url\\(\\s*(?:'([^']*)'|\"([^\"]*)\"|([^'\")]*))/g,"
@@ -64,22 +84,32 @@ QString markingWhenLoadedScript(const PageMark &mark)
             "window.addEventListener('load',done,{once:true});}));"
             "Promise.allSettled(all).then(function(){if(window.__marking===own)put(")
             .arg(QLatin1String(kPictureScheme));
-    return withPut(waiting + quoted(rulesOf(mark)) + u");});");
+    return withPut(waiting + wordsOf(mark) + u");});");
 }
 
 QString movingMarkScript(const PageMark &mark)
 {
-    return withPut(u"if(window.__marked)put(" + quoted(rulesOf(mark)) + u");");
+    return withPut(u"if(window.__free)put(" + wordsOf(mark) + u");");
 }
 
 QString removingMarkScript()
 {
-    return withPut(QStringLiteral("delete window.__marking;beside('__mark','');"));
+    return withPut(QStringLiteral(
+        "delete window.__marking;beside('__mark','');window.__marked='';var frames=3;(function next(){"
+        "if(frames--)requestAnimationFrame(next);else window.__marked='removed';})();"));
 }
 
-QString isMarkedScript()
+QString markStateScript()
 {
-    return QStringLiteral("!!window.__marked");
+    return QStringLiteral("window.__marked||''");
+}
+
+PageMark::State PageMark::stateOf(const QString &answer)
+{
+    return answer == u"shown"     ? State::Shown
+           : answer == u"hidden"  ? State::Hidden
+           : answer == u"removed" ? State::Removed
+                                  : State::Awaited;
 }
 
 } // namespace quillmere

@@ -16,6 +16,14 @@ struct PageMark
     quint32 left = 0, right = 0; // colours, 0xRRGGBB
 
     static PageMark at(int place);
+    // What markStateScript() answers.
+    enum class State {
+        Awaited,
+        Shown,  // it is in the page; a picture that shows it comes
+        Hidden, // the page does not let it be seen
+        Removed // and the page has been drawn without
+    };
+    static State stateOf(const QString &answer);
     int x() const { return place * 2 * kSquare; }
 };
 
@@ -25,7 +33,7 @@ QString markingWhenLoadedScript(const PageMark &mark);
 QString movingMarkScript(const PageMark &mark);
 // Takes it away, also one that is still to come.
 QString removingMarkScript();
-// Whether a mark has been set: true or false.
-QString isMarkedScript();
+// How it stands with the mark asked for last.
+QString markStateScript();
 
 } // namespace quillmere

@@ -12,7 +12,8 @@ namespace quillmere {
 namespace {
 
 constexpr int kPatience = 20000;   // ms for one page
-constexpr int kDoubt = 1000;       // ms in which a mark is seen
+constexpr int kDoubt = 200;        // ms without a mark before the page is asked about it
+constexpr int kMostDoubt = 10000;  // ms until the page is taken without
 constexpr int kMostLoading = 5000; // ms for pictures before the page is taken as it is
 constexpr int kFrame = 40;         // ms between two looks at a page without a mark
 constexpr int kSameLooks = 2;      // that find nothing new
@@ -121,7 +122,6 @@ void PageCamera::onWritten()
     for (int place = 0; place < PageMark::kPlaces; ++place)
         m_marks[place] = PageMark::at(place);
     m_stage = Stage::Marked;
-    m_isMarked = false;
     m_sinceWritten.start();
     m_doubt.start();
     m_wb.page()->runJavaScript(markingWhenLoadedScript(m_marks[0]), QWebEngineScript::ApplicationWorld);
@@ -171,35 +171,50 @@ QImage PageCamera::grab(const QRect &part)
     return m_wb.grab(part & m_wb.rect()).toImage();
 }
 
-// Either pictures take long, or something about the page keeps the mark from being seen.
+// Either pictures or frames take long, or something about the page keeps the mark from being seen.
 void PageCamera::onDoubt()
 {
-    if (m_isMarked || m_sinceWritten.hasExpired(kMostLoading)) {
+    askState([this](PageMark::State state) {
+        const bool isLoading = state == PageMark::State::Awaited;
+        if (state != PageMark::State::Hidden &&
+            !m_sinceWritten.hasExpired(isLoading ? kMostLoading : kMostDoubt)) {
+            m_doubt.start();
+            return;
+        }
         m_stage = Stage::Watching;
         m_last = {};
-        m_same = 0;
-        m_looks = 0;
+        m_same = m_looks = 0;
         m_wb.page()->runJavaScript(removingMarkScript(), QWebEngineScript::ApplicationWorld);
         m_watch.start();
-        return;
-    }
-    m_wb.page()->runJavaScript(isMarkedScript(), QWebEngineScript::ApplicationWorld,
-                               [self = QPointer(this), mark = m_marks[0].left](const QVariant &isMarked) {
-                                   if (self && self->m_marks[0].left == mark)
-                                       self->m_isMarked = isMarked.toBool();
-                               });
-    m_doubt.start();
+    });
 }
 
+// No answer where something else has come meanwhile.
+void PageCamera::askState(const std::function<void(PageMark::State)> &use)
+{
+    const auto tell = [self = QPointer(this), use, stage = m_stage,
+                       mark = m_marks[0].left](const QVariant &answer) {
+        if (self && self->m_stage == stage && self->m_marks[0].left == mark)
+            use(PageMark::stateOf(answer.toString()));
+    };
+    m_wb.page()->runJavaScript(markStateScript(), QWebEngineScript::ApplicationWorld, tell);
+}
+
+// Until the picture stops changing, once it can be that of the page.
 void PageCamera::watch()
 {
-    const QImage now = grab(m_wb.rect());
-    m_same = now == m_last ? m_same + 1 : 0;
-    m_last = now;
-    if (m_same == kSameLooks || ++m_looks == kMostLooks)
-        finish(std::exchange(m_last, {}));
-    else
+    askState([this](PageMark::State state) {
         m_watch.start();
+        if (state != PageMark::State::Removed)
+            return;
+        const QImage now = grab(m_wb.rect());
+        m_same = now == m_last ? m_same + 1 : 0;
+        m_last = now;
+        if (m_same < kSameLooks && ++m_looks < kMostLooks)
+            return;
+        ++m_unmarked;
+        finish(std::exchange(m_last, {}));
+    });
 }
 
 // The browser goes on while the picture is used.

@@ -32,6 +32,8 @@ public:
     void take(const QString &page, const std::function<void(const QImage &)> &use);
     // Nobody wants those asked for any more; they are not called back.
     void forget();
+    // How many pictures were taken when they had stopped changing, since the page let no mark be seen.
+    int unmarked() const { return m_unmarked; }
 
 protected:
     // Looks at what the browser has just painted.
@@ -56,6 +58,7 @@ private:
     void look();
     QImage grab(const QRect &part);
     void onDoubt();
+    void askState(const std::function<void(PageMark::State)> &use);
     void watch();
     void finish(const QImage &picture);
     void rest();
@@ -66,9 +69,8 @@ private:
     PageMark m_marks[PageMark::kPlaces];
     QImage m_strip; // the upper edge with the first mark
     QImage m_last;  // while it is watched
-    int m_same = 0, m_looks = 0;
+    int m_same = 0, m_looks = 0, m_unmarked = 0;
     bool m_isGrabbing = false;
-    bool m_isMarked = false; // the page says so
     QElapsedTimer m_sinceWritten;
     QTimer m_look, m_doubt, m_watch, m_patience, m_fail, m_rest;
     WebBrowser m_wb; // goes first
