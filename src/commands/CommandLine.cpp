@@ -29,6 +29,16 @@ QString absolute(const QString &path)
         QDir::cleanPath(QFileInfo(QDir::fromNativeSeparators(path)).absoluteFilePath()));
 }
 
+constexpr int kMostJobs = 16; // each is a process of a hundred megabytes
+
+// A number from 1 to `most`; 0 for anything else.
+int numberIn(const QString &text, int most)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    return isNumber && number >= 1 && number <= most ? number : 0;
+}
+
 CommandLine renderLine(const QCommandLineParser &parser, QStringList words)
 {
     CommandLine line;
@@ -59,6 +69,10 @@ CommandLine renderLine(const QCommandLineParser &parser, QStringList words)
     if (!QStringList{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")}.contains(state))
         return fail(tr("--state is 1, 2 or 3, not \"%1\".").arg(state));
     line.state = state.toInt();
+    const QString jobs = parser.value(QStringLiteral("jobs"));
+    line.jobs = numberIn(jobs, kMostJobs);
+    if (line.jobs == 0)
+        return fail(tr("--jobs is 1 to %1, not \"%2\".").arg(kMostJobs).arg(jobs));
     return line;
 }
 
@@ -151,6 +165,9 @@ CommandLine parseCommandLine(const QStringList &arguments)
     parser.addOption({QStringLiteral("size"),
                       tr("render: 1024x576 or 1280x720; the theme's own size by default."),
                       QStringLiteral("SIZE")});
+    parser.addOption({QStringLiteral("jobs"),
+                      tr("render: how many pages are drawn at once, 1 to %1; 1 by default.").arg(kMostJobs),
+                      QStringLiteral("N"), QStringLiteral("1")});
     addReceiverOptions(parser);
     addCheckOptions(parser);
     parser.addPositionalArgument(QStringLiteral("THEME"), tr("A folder named \"theme\"."),
@@ -169,8 +186,8 @@ CommandLine parseCommandLine(const QStringList &arguments)
     const QStringList words = parser.positionalArguments();
     const bool isRender = words.value(0) == u"render";
     const bool isCheck = words.value(0) == u"check";
-    if (!isRender && isAnySet(parser, {"out", "size", "view", "language", "state"}))
-        return fail(tr("--out, --size, --view, --language and --state go with render."));
+    if (!isRender && isAnySet(parser, {"out", "size", "view", "language", "state", "jobs"}))
+        return fail(tr("--out, --size, --view, --language, --state and --jobs go with render."));
     if (!isCheck && isAnySet(parser, {"format", "ignore", "fail-on", "text-fit"}))
         return fail(tr("--format, --ignore, --fail-on and --text-fit go with check."));
     if (isRender)

@@ -24,6 +24,7 @@ struct CommandLine
     bool receiver = false;                    // Render: the receiver view
     QString language;                         // Render, as the catalogue names it; as written where none is
     int state = 1;                            // Render: 1 to 3
+    int jobs = 1;                             // Render: browser pages at once
     ReportFormat format = ReportFormat::Text; // Check
     QList<IgnoredRule> ignored;               // Check
     Severity failOn = Severity::Error;        // Check: what makes it fail, and all that is worse

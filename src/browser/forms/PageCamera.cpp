@@ -1,5 +1,7 @@
 #include "browser/forms/PageCamera.h"
 
+#include "browser/PageTree.h"
+
 #include <QEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -28,6 +30,12 @@ bool shows(const QImage &strip, const PageMark &mark)
         return strip.valid(place) && (strip.pixel(place) & RGB_MASK) == colour;
     };
     return isThere(0, mark.left) && isThere(1, mark.right);
+}
+
+// Whether the next page can be written over this one, which saves a document and its fonts.
+bool leavesNothing(const QString &page)
+{
+    return !page.contains(u"scroll", Qt::CaseInsensitive) && PageTree::read(page);
 }
 
 } // namespace
@@ -103,8 +111,10 @@ void PageCamera::start()
         timer->stop();
     m_stage = Stage::Writing;
     m_patience.start();
-    m_wb.beginDocument();
-    m_wb.write(m_orders.front().page);
+    const QString &page = m_orders.front().page;
+    if (std::exchange(m_isTouched, !leavesNothing(page)))
+        m_wb.beginDocument();
+    m_wb.write(page);
 }
 
 // Once more, where the renderer has died since.
@@ -235,6 +245,7 @@ void PageCamera::finish(const QImage &picture)
 // A page that moves of itself, or one that the browser cannot cope with, is not kept at it.
 void PageCamera::rest()
 {
+    m_isTouched = false;
     m_wb.beginDocument();
     m_wb.write({});
 }

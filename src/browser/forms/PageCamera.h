@@ -71,6 +71,7 @@ private:
     QImage m_last;  // while it is watched
     int m_same = 0, m_looks = 0, m_unmarked = 0;
     bool m_isGrabbing = false;
+    bool m_isTouched = false; // the document, by a page that may leave something behind
     QElapsedTimer m_sinceWritten;
     QTimer m_look, m_doubt, m_watch, m_patience, m_fail, m_rest;
     WebBrowser m_wb; // goes first

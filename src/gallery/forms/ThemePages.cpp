@@ -1,0 +1,76 @@
+#include "gallery/forms/ThemePages.h"
+
+#include "browser/forms/PictureSizes.h"
+#include "controls/Twips.h"
+#include "files/Paths.h"
+#include "files/RunTimeError.h"
+#include "files/TextFile.h"
+#include "markup/FormatXML.h"
+#include "preview/forms/LateRender.h"
+#include "theme/ThemeProject.h"
+
+#include <memory>
+
+namespace quillmere {
+
+QList<ThemeWindow> windowsOf(const ThemeProject &theme, const QStringList &names)
+{
+    QList<ThemeWindow> windows;
+    QHash<QString, QString> documents; // of the first window of each name
+    for (const ListRows::Row &row : theme.widgets.LvWidget.rows()) {
+        if (names.isEmpty())
+            windows.append({row.sub(1), row.text});
+        else if (!documents.contains(row.sub(1)))
+            documents.insert(row.sub(1), row.text);
+    }
+    for (const QString &name : names)
+        windows.append({name, documents.value(name)});
+    return windows;
+}
+
+QSize screenPixels(const ThemeProject &theme)
+{
+    const TwipSize size = browserSize(screenOfTheme(theme.widgets.width, theme.widgets.height), true);
+    return {toPixels(size.width), toPixels(size.height)};
+}
+
+ThemePages ThemePages::preview(const ThemeProject &theme)
+{
+    ThemePages pages;
+    pages.m_make = [GetImg = theme.images.lookup(), rows = theme.lvFont.rows(),
+                    size = defaultFontSize(theme.lvFont)](QString text) {
+        return renderPage({FormatXML(text), GetImg, rows, size, {}}).page;
+    };
+    return pages;
+}
+
+ThemePages ThemePages::receiver(const ThemeProject &theme, const QString &language,
+                                const ReceiverOptions &options)
+{
+    ReceiverParts parts = receiverParts(theme);
+    if (!language.isEmpty()) {
+        parts.theme.translation = translationOf(theme, language);
+        if (!parts.theme.translation)
+            throw RunTimeError(QStringLiteral("the theme has no language \"%1\"; it has: %2")
+                                   .arg(language, languageNames(theme).join(QStringLiteral(", "))));
+    }
+    parts.theme.sizeOf = [sizes = std::make_shared<PictureSizes>(theme.folder())](const QString &path) {
+        return sizes->of(path);
+    };
+    ThemePages pages;
+    pages.m_fonts = parts.fonts;
+    pages.m_make = [own = parts.theme, options](const QString &text) {
+        return receiverPage(Outline(text), own, options);
+    };
+    return pages;
+}
+
+QString ThemePages::textOf(const ThemeWindow &window)
+{
+    const QString text = LoadFile(window.document);
+    if (findFile(window.document).isEmpty())
+        throw RunTimeError(QStringLiteral("no document"));
+    return text;
+}
+
+} // namespace quillmere

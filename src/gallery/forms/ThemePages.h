@@ -1,0 +1,42 @@
+#pragma once
+
+#include "browser/PageFonts.h"
+#include "theme/ReceiverParts.h"
+
+#include <QSize>
+
+namespace quillmere {
+
+struct ThemeWindow
+{
+    QString name;
+    QString document; // full path; empty where the catalogue has no such window
+};
+
+// The windows of these names in the order of the names; all in catalogue order where there are none.
+QList<ThemeWindow> windowsOf(const ThemeProject &theme, const QStringList &names = {});
+
+// Pixels of the screen that the theme is made for.
+QSize screenPixels(const ThemeProject &theme);
+
+// Makes pages of windows, each from its document as it lies in its file.
+class ThemePages
+{
+public:
+    // The preview with the View menu as it is at first.
+    static ThemePages preview(const ThemeProject &theme);
+    // RunTimeError for a language that the theme does not have, or whose file cannot be read.
+    static ThemePages receiver(const ThemeProject &theme, const QString &language = {},
+                               const ReceiverOptions &options = {});
+
+    // RunTimeError where there is no document, or it cannot be read.
+    QString pageOf(const ThemeWindow &window) const { return m_make(textOf(window)); }
+    static QString textOf(const ThemeWindow &window);
+    const QList<PageFont> &fonts() const { return m_fonts; }
+
+private:
+    std::function<QString(const QString &text)> m_make;
+    QList<PageFont> m_fonts;
+};
+
+} // namespace quillmere
