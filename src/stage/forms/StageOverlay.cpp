@@ -89,7 +89,12 @@ void StageOverlay::drawFrames(QPainter &painter) const
     const QRectF screen(QPointF(0, 0), m_frame.screenSize());
     for (const double part : m_frames) {
         const double x = screen.width() * (1 - part) / 2, y = screen.height() * (1 - part) / 2;
-        drawBox(painter, lineOf(onGlass(screen.adjusted(x, y, -x, -y))), kDark, 1, Qt::DotLine);
+        const QRectF box = lineOf(onGlass(screen.adjusted(x, y, -x, -y)));
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(pen(kLight, 1)); // thin: it lies over the picture all the time
+        painter.drawRect(box);
+        painter.setPen(pen(kDark, 1, Qt::DashLine));
+        painter.drawRect(box);
     }
 }
 
