@@ -110,6 +110,7 @@ constexpr Item kItems[] = {
     {"mnuView", "mnuHidden", "&Hidden Blocks", Kind::Check},
     {"mnuView", "mnuActionSafe", "&Action-Safe Area", Kind::Check},
     {"mnuView", "mnuTitleSafe", "&Title-Safe Area", Kind::Check},
+    {"mnuView", "mnuOverview", "&Overview", Kind::Check},
 
     {nullptr, "mnuArrange", "A&rrange", Kind::Menu},
     {"mnuArrange", "mnuAlignLeft", "Align &Left"},

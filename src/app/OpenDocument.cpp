@@ -120,6 +120,7 @@ void OpenDocument::show(ReadyWindow window)
     m_talk.say(path);
     m_recovery->opened();
     watch();
+    emit opened();
 }
 
 void OpenDocument::watch()

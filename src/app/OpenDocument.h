@@ -56,6 +56,8 @@ public:
     bool mayClose(KeptRows &rows);
 
 signals:
+    // A window is in the source box, also one that was there before.
+    void opened();
     // Another window is about to take the place of the one in the source box.
     void leaving();
     // An unsaved text that was offered is in the source box.

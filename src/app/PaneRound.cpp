@@ -44,7 +44,9 @@ QList<QWidget *> PaneRound::panes() const
     QWidget *frame = m_tab();
     auto *blocks = frame->findChild<QWidget *>(QStringLiteral("lvBlock"));
     auto *source = frame->findChild<QWidget *>(QStringLiteral("txtSnippet"));
-    auto *picture = m_window.findChild<QWidget *>(QStringLiteral("wb"));
+    auto *picture = m_window.findChild<QWidget *>(QStringLiteral("overview")); // where it covers the picture
+    if (!picture || !picture->isVisible())
+        picture = m_window.findChild<QWidget *>(QStringLiteral("wb"));
     auto *zoom = m_window.findChild<QWidget *>(QStringLiteral("cboZoom"));
     QList<QWidget *> found = {m_window.findChild<QWidget *>(QStringLiteral("TabStrip4")),
                               blocks ? blocks : firstControl(frame), source, picture, zoom};

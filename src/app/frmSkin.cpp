@@ -9,6 +9,7 @@
 #include "app/TabStrip.h"
 #include "app/ThemeChecks.h"
 #include "app/ThemeNames.h"
+#include "app/ThemeOverview.h"
 #include "app/ThemeTab.h"
 #include "browser/forms/WebBrowser.h"
 #include "catalogues/forms/ColourTab.h"
@@ -148,7 +149,10 @@ void frmSkin::makeTabs()
     m_stageTools = new StageTools(*m_stage, *m_sourceTab, *frmWb, m_theme, m_talk, *this);
     m_stageTools->textInPlace.translate = std::bind_front(&LangTab::putTranslation, m_langTab);
     new StageBar(*frmWb, [this](const QString &code) { return m_theme.colours.nameOf(code); },
-                 {m_menu.action("mnuLink"), m_menu.action("mnuRulers")});
+                 {m_menu.action("mnuLink"), m_menu.action("mnuRulers"), m_menu.action("mnuOverview")});
+    m_overview = new ThemeOverview({*frmWb, m_theme, *m_index, m_checks->check, *m_sourceTab->txtSnippet,
+                                    *m_widgetTab, *m_document, *m_outside, m_files, m_talk},
+                                   *this);
     new PaneRound(*this, *m_status->offers, [this] { return frYt[CurrentTab - 1]; });
     connectTabs();
 }
@@ -226,6 +230,7 @@ void frmSkin::makeMenu()
         });
     m_dialogs->addCommands(m_menu);
     m_names->addCommands(m_menu);
+    m_overview->addCommands(m_menu);
     m_recent = std::make_unique<RecentThemes>(*m_menu.menu("mnuRecentThemes"),
                                               [this](const QString &folder) { openTheme(folder); });
 }
@@ -304,7 +309,9 @@ void frmSkin::Dir1_Change(const QString &path)
         return;
     }
     m_sinceTheme.start();
-    if (!loadTheme(path))
+    if (loadTheme(path))
+        m_overview->themeOpened();
+    else
         m_talk.say(tr("There is no theme.xml in %1; what was open stays open.").arg(path));
 }
 

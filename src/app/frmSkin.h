@@ -37,6 +37,7 @@ class TabFrame;
 class TabStrip;
 class ThemeChecks;
 class ThemeNames;
+class ThemeOverview;
 class ThemeTab;
 class WidgetTab;
 class frmcolor;
@@ -119,6 +120,7 @@ private:
     SourceHelp *m_sourceHelp = nullptr;
     Stage *m_stage = nullptr;
     StageTools *m_stageTools = nullptr;
+    ThemeOverview *m_overview = nullptr;
     int CurrentTab = 1; // 1-based
     QElapsedTimer m_sinceTheme;
     std::unique_ptr<Dialogs> m_dialogs;

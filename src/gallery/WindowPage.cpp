@@ -3,6 +3,7 @@
 #include "browser/PictureUrls.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
+#include "receiver/BlockLook.h"
 
 #include <QCryptographicHash>
 #include <QFileInfo>
@@ -12,14 +13,16 @@ namespace quillmere {
 
 namespace {
 
-// The rect of the first block that has one: windows begin with their own.
-std::optional<Box> placeOf(const Outline &outline)
+// The first block that is drawn; a window begins with its own.
+qint32 windowOf(const Outline &outline)
 {
-    for (const std::optional<Box> &place : placesOnScreen(outline)) {
-        if (place)
-            return place;
+    for (const qint32 block : outline.blocks()) {
+        const Element &element = outline.element(block);
+        if (!element.inComment && !element.inSignal && element.kind == Kind::Widget &&
+            rectOfBlock(outline, block))
+            return block;
     }
-    return {};
+    return -1;
 }
 
 } // namespace
@@ -47,7 +50,13 @@ WindowPage windowPage(const WindowSource &source, const ReceiverTheme &theme, co
         return made;
     }
     const Outline outline(text);
-    made.place = placeOf(outline);
+    ReceiverOptions shown = options;
+    if (const qint32 window = windowOf(outline); window >= 0) {
+        const BlockLook look(outline, window);
+        made.place = look.rect();
+        made.isHidden = look.isHidden();
+        shown.hiddenBlocks |= made.isHidden;
+    }
     ReceiverTheme noted = theme;
     QSet<QString> known;
     noted.picture = [&](const QString &id) {
@@ -58,7 +67,7 @@ WindowPage windowPage(const WindowSource &source, const ReceiverTheme &theme, co
         }
         return path;
     };
-    made.page = receiverPage(outline, noted, options);
+    made.page = receiverPage(outline, noted, shown);
     made.mark =
         QCryptographicHash::hash(withPictureUrls(made.page, themeFolder).toUtf8(), QCryptographicHash::Sha1);
     return made;

@@ -25,12 +25,14 @@ struct WindowPage
     QStringList files;        // that it was made from and names; full paths, those that exist
     std::optional<Box> place; // of the window on the screen
     bool hasDocument = true;
+    bool isHidden = false; // until the receiver shows it
 };
 
 // Larger documents are not drawn with others: each would keep the browser for seconds. Bytes.
 constexpr qint64 kLargestInGallery = 4'000'000;
 
-// Reads the files; to be called beside the window's thread. Never throws.
+// Reads the files; to be called beside the window's thread. Never throws. A window that is hidden until the
+// receiver shows it would be a black picture: it is drawn as hidden blocks are that are to be seen.
 WindowPage windowPage(const WindowSource &source, const ReceiverTheme &theme, const QString &themeFolder,
                       const ReceiverOptions &options = {});
 
