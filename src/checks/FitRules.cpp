@@ -16,12 +16,12 @@ QString listed(const QStringList &languages)
                : QStringLiteral("%1 and %2 more").arg(first).arg(languages.size() - most);
 }
 
-QString excess(CutOff cut)
+QString loss(CutOff cut)
 {
     if (cut.across <= 0)
-        return QStringLiteral("%1 pixels too high").arg(cut.down);
-    const QString across = QStringLiteral("%1 pixels too wide").arg(cut.across);
-    return cut.down <= 0 ? across : QStringLiteral("%1 and %2 too high").arg(across).arg(cut.down);
+        return QStringLiteral("%1 pixels of its height").arg(cut.down);
+    const QString across = QStringLiteral("%1 pixels").arg(cut.across);
+    return cut.down <= 0 ? across : QStringLiteral("%1, and %2 of its height").arg(across).arg(cut.down);
 }
 
 } // namespace
@@ -49,9 +49,10 @@ void checkTextFit(WindowReport &report)
                 continue;
             const QString languages =
                 shown.languages.isEmpty() ? QString() : QString(u" (" + listed(shown.languages) + u')');
+            // The text comes late: a line that begins with letters from right to left runs so.
             report.add(Rule::TextFit, text.set.range,
-                       quoted(shown.set.text.trimmed()) + languages + u" is " + excess(cut) + u" for " +
-                           report.block(text.block),
+                       u"Cut by " + loss(cut) + languages + u": " + quoted(shown.set.text.trimmed()) +
+                           u" in " + report.block(text.block),
                        report.blockName(text.block));
         }
     }

@@ -63,24 +63,24 @@ void tst_fitrule::found_data()
     const QString ten = u"abcdefghij"_s;
     row("fits", text(ten, 100), {});
     row("an edge is no cut", text(ten, 99), {});
-    row("too wide", text(ten, 98), {u"\"abcdefghij\" is 2 pixels too wide for the block \"a\""_s});
+    row("too wide", text(ten, 98), {u"Cut by 2 pixels: \"abcdefghij\" in the block \"a\""_s});
     row("aligned to the right all the same", text(ten, 70, 20, u"<alignment>right</alignment>"_s),
-        {u"\"abcdefghij\" is 30 pixels too wide for the block \"a\""_s});
-    row("ink beside the line", text(u"jot"_s, 100), {u"\"jot\" is 3 pixels too wide for the block \"a\""_s});
+        {u"Cut by 30 pixels: \"abcdefghij\" in the block \"a\""_s});
+    row("ink beside the line", text(u"jot"_s, 100), {u"Cut by 3 pixels: \"jot\" in the block \"a\""_s});
     for (const auto &alignment : {u"right"_s, u"hcentre"_s})
         row(qPrintable(u"with room for it: "_s + alignment),
             text(u"jot"_s, 100, 20, u"<alignment>%1</alignment>"_s.arg(alignment)), {});
     row("right to left", text(u"\u05d0\u05d1\u05d2\u05d3"_s, 30),
-        {u"\"\u05d0\u05d1\u05d2\u05d3\" is 10 pixels too wide for the block \"a\""_s});
+        {u"Cut by 10 pixels: \"\u05d0\u05d1\u05d2\u05d3\" in the block \"a\""_s});
     row("a line higher than the block, not its ink", text(u"up"_s, 100, 17), {});
-    row("too high", text(u"up"_s, 100, 15), {u"\"up\" is 3 pixels too high for the block \"a\""_s});
+    row("too high", text(u"up"_s, 100, 15), {u"Cut by 3 pixels of its height: \"up\" in the block \"a\""_s});
     row("too high at the top", text(u"up"_s, 100, 15, u"<alignment>bottom</alignment>"_s),
-        {u"\"up\" is 3 pixels too high for the block \"a\""_s});
+        {u"Cut by 3 pixels of its height: \"up\" in the block \"a\""_s});
     row("in the middle", text(u"up"_s, 100, 16, u"<alignment>vcentre</alignment>"_s), {});
     row("at both sides", text(u"up"_s, 10, 8, u"<alignment>vcentre</alignment>"_s),
-        {u"\"up\" is 10 pixels too wide and 8 too high for the block \"a\""_s});
+        {u"Cut by 10 pixels, and 8 of its height: \"up\" in the block \"a\""_s});
     row("hidden blocks are shown one day", text(ten, 10, 20, u"<state>hide</state>"_s),
-        {u"\"abcdefghij\" is 90 pixels too wide for the block \"a\""_s});
+        {u"Cut by 90 pixels: \"abcdefghij\" in the block \"a\""_s});
     row("never drawn",
         u"<!-- %1 --><style "
         u"name=\"s\"><property><rect>[0,0,1,20]</rect><string>ab</string></property></style>"
@@ -88,16 +88,16 @@ void tst_fitrule::found_data()
                        block(u"<rect>[0,0,9]</rect><string>three</string>"_s)),
         {});
     row("not measured", text(u"?"_s, 1) + text(u"new words"_s, 1), {u"A text could not be measured"_s});
-    row("translated", text(u"ab"_s, 30), {u"\"abcde\" (German) is 20 pixels too wide for the block \"a\""_s},
+    row("translated", text(u"ab"_s, 30), {u"Cut by 20 pixels (German): \"abcde\" in the block \"a\""_s},
         u"<tran id=\"ab\">abcde</tran>"_s);
     row("the same in both", text(ten, 30),
-        {u"\"abcdefghij\" (English, German) is 70 pixels too wide for the block \"a\""_s},
+        {u"Cut by 70 pixels (English, German): \"abcdefghij\" in the block \"a\""_s},
         u"<tran id=\"%1\"></tran>"_s.arg(ten));
     row("only translations are shown", text(ten, 30), {},
         u"<tran id=\"%1\">abc</tran></language><!--both-->"_s.arg(ten));
     row("a font without its file", text(u"ab"_s, 10, 20, u"<font>other</font>"_s),
         {u"Texts in \"other\" are measured in another font, for lack of its file"_s,
-         u"\"ab\" is 10 pixels too wide for the block \"a\""_s});
+         u"Cut by 10 pixels: \"ab\" in the block \"a\""_s});
 }
 
 void tst_fitrule::found()
