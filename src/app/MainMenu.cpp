@@ -64,6 +64,8 @@ constexpr Item kItems[] = {
     {"mnuLang", "mnuLangTranslate", "&Translate"},
     {"mnuLang", "mnuLangTrans(0)", "&Refrash"},
     {"mnuLang", "mnuLangSave", "Save Trans"},
+    {"mnuLang", "hrTextFit", "", Kind::Separator},
+    {"mnuLang", "mnuTextFit", "Text Fit"},
 
     {nullptr, "mnuTool", "&Tool", Kind::Menu},
     {"mnuTool", "mnuCblock", "Copy Block Name"},

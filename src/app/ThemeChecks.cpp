@@ -8,6 +8,7 @@
 #include "checks/forms/ProblemMarks.h"
 #include "checks/forms/ProblemMenu.h"
 #include "checks/forms/ReadPicture.h"
+#include "checks/forms/TextFitCommand.h"
 #include "keeping/forms/OutsideChanges.h"
 #include "naming/forms/Hovers.h"
 #include "source/forms/SourceBox.h"
@@ -31,6 +32,7 @@ void ThemeChecks::connectTo(const Parts &parts)
     connect(&parts.status, &StatusLine::problemsChosen, &parts.strip,
             [&strip = parts.strip, number = parts.tab] { strip.setCurrentIndex(number); });
     new ProblemMarks(check, parts.source, this);
+    (new TextFitCommand(check, m_index, parts.theme, parts.talk, this))->addCommands(parts.menu);
     parts.hovers.problemsAt = [this](qsizetype position) {
         QList<Hovers::Fault> faults;
         for (const Problem &problem : check.problemsAt(position))

@@ -5,6 +5,7 @@
 namespace quillmere {
 
 class CheckTab;
+class Commands;
 class Hovers;
 class LiveIndex;
 class OutsideChanges;
@@ -13,6 +14,7 @@ class StatusLine;
 class TabStrip;
 class Talk;
 class ThemeNames;
+class ThemeProject;
 
 // The checks in the main window: the tab, the marks in the source, the line below, and what mends a problem.
 class ThemeChecks : public QObject
@@ -32,6 +34,8 @@ public:
         OutsideChanges &outside;
         TabStrip &strip;
         int tab; // of the checks, in the strip
+        const ThemeProject &theme;
+        Commands &menu;
         Talk &talk;
     };
     void connectTo(const Parts &parts);

@@ -144,7 +144,7 @@ void frmSkin::makeTabs()
                         [this](const QString &path) { m_langTab->openLanguage(path, m_theme.folder()); }},
                        *m_index, m_theme, m_files, m_talk, *this);
     m_checks->connectTo({*m_names, *m_sourceTab->txtSnippet, m_sourceHelp->hovers, *m_status, *m_outside,
-                         *TabStrip4, int(frYt.indexOf(m_checks->tab)), m_talk});
+                         *TabStrip4, int(frYt.indexOf(m_checks->tab)), m_theme, m_menu, m_talk});
     m_stage = new Stage(*m_sourceTab, *frmWb, *m_index, this);
     m_stageTools = new StageTools(*m_stage, *m_sourceTab, *frmWb, m_theme, m_talk, *this);
     m_stageTools->textInPlace.translate = std::bind_front(&LangTab::putTranslation, m_langTab);

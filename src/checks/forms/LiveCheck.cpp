@@ -35,6 +35,7 @@ struct LiveCheck::Work
     std::shared_ptr<const QList<Problem>> all;
     std::shared_ptr<PictureStore> pictures;
     QList<IgnoredRule> ignored;
+    MeasuredTheme measured;
 };
 
 LiveCheck::LiveCheck(LiveIndex &index, PictureReader reader, QObject *parent)
@@ -101,6 +102,20 @@ void LiveCheck::setIgnored(const QList<IgnoredRule> &ignored)
     m_later.start(kPause); // that may have given up the check of the theme
 }
 
+void LiveCheck::setMeasures(std::shared_ptr<const TextMeasures> measures,
+                            std::function<std::function<ReceiverTheme::Font(const QString &)>()> fonts)
+{
+    m_measures = std::move(measures);
+    m_fonts = std::move(fonts);
+    m_later.stop();
+    start(Extent::Theme);
+}
+
+bool LiveCheck::isMeasured() const
+{
+    return m_measures && m_facts && m_facts->fit && m_facts->fit->measured.measures == m_measures;
+}
+
 void LiveCheck::indexChanged()
 {
     m_stop.request_stop();
@@ -112,6 +127,7 @@ void LiveCheck::indexChanged()
         m_open.clear();
         m_counts = {};
         m_folder = folder;
+        m_measures.reset();
         m_ignored.clear();
         for (const QString &text : QSettings().value(settingsKey()).toStringList()) {
             if (const std::optional<IgnoredRule> ignored = ignoredRule(text))
@@ -135,8 +151,18 @@ void LiveCheck::start(Extent extent)
         return;
     m_stop.request_stop();
     m_stop = {};
-    auto work = std::make_shared<Work>(Work{extent, m_index.sources(), m_index.openFile(), m_openFile,
-                                            m_index.sharedIndex(), m_facts, m_all, m_pictures, m_ignored});
+    auto work = std::make_shared<Work>(Work{extent,
+                                            m_index.sources(),
+                                            m_index.openFile(),
+                                            m_openFile,
+                                            m_index.sharedIndex(),
+                                            m_facts,
+                                            m_all,
+                                            m_pictures,
+                                            m_ignored,
+                                            {}});
+    if (m_measures && extent == Extent::Theme)
+        work->measured = {m_fonts(), m_measures};
     const qint64 revision = m_index.revision();
     m_worker.start([this, work = std::move(work), revision, stop = m_stop.get_token()] {
         giveWay();
@@ -168,7 +194,8 @@ LiveCheck::Found LiveCheck::find(Work &work, const std::stop_token &stop)
     };
     const std::optional<IndexedFile> open = fileAt(work.openFile);
     if (work.extent == Extent::Theme) {
-        std::optional<CheckedTheme> checked = checkTheme(work.sources, *work.index, *work.pictures, stop);
+        std::optional<CheckedTheme> checked =
+            checkTheme(work.sources, *work.index, *work.pictures, stop, {}, work.measured);
         if (checked) {
             found.facts = std::make_shared<const ThemeFacts>(std::move(checked->facts));
             found.all = std::make_shared<const QList<Problem>>(std::move(checked->problems));

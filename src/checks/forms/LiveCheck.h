@@ -41,6 +41,14 @@ public:
     const QList<IgnoredRule> &ignored() const { return m_ignored; }
     void setIgnored(const QList<IgnoredRule> &ignored);
 
+    // From now on texts are held to their room as far as these measures go; what is not in them, as it is
+    // another text, font or size since, is not told of. They are forgotten with the theme. `font` is asked
+    // for the fonts as they are when a check of the whole theme begins.
+    void setMeasures(std::shared_ptr<const TextMeasures> measures,
+                     std::function<std::function<ReceiverTheme::Font(const QString &)>()> fonts);
+    // Whether problems() are those of the newest measures.
+    bool isMeasured() const;
+
     // Pictures or other files that nobody tells about may have changed.
     void lookAgain();
 
@@ -69,6 +77,8 @@ private:
 
     LiveIndex &m_index;
     std::shared_ptr<PictureStore> m_pictures;
+    std::shared_ptr<const TextMeasures> m_measures;
+    std::function<std::function<ReceiverTheme::Font(const QString &)>()> m_fonts;
     QTimer m_later; // until the whole theme is checked
     QString m_folder;
     QList<IgnoredRule> m_ignored;
