@@ -8,6 +8,7 @@
 #include "controls/TabFrame.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
+#include "i18n/forms/LangTab.h"
 #include "naming/Destination.h"
 #include "naming/SamePlaces.h"
 #include "naming/TextSearch.h"
@@ -16,11 +17,13 @@
 #include "naming/forms/frmSearch.h"
 #include "naming/forms/frmUses.h"
 #include "source/forms/SourceBox.h"
+#include "stage/forms/ReceiverView.h"
 #include "theme/ThemeProject.h"
 #include "theme/forms/LiveIndex.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QFileInfo>
 #include <QMouseEvent>
 
 #include <algorithm>
@@ -218,6 +221,32 @@ void ThemeNames::goToPlace(const FoundPlaces &found, int number,
         place.row = -1;
     going.goTo(place.file, place.range, place.row);
     m_window.activateWindow();
+}
+
+void ThemeNames::tellUses(LangTab &tab, ReceiverView &view)
+{
+    tab.uses.usesOf = [this](const QString &source) {
+        QList<StringUse> uses;
+        const ThemeIndex *names = m_index.index();
+        if (!names)
+            return uses;
+        for (const NamePlace &place : names->uses(NameKind::String, source)) {
+            const IndexedFile &file = names->files().at(place.file);
+            if (file.role == FileRole::Window)
+                uses.append({QFileInfo(file.path).completeBaseName(), file.path, place.range, place.line});
+        }
+        return uses;
+    };
+    connect(&m_index, &LiveIndex::changed, &tab.uses, [&tab] {
+        if (tab.isVisible())
+            tab.uses.refresh();
+    });
+    connect(&tab, &LangTab::useChosen, this, [this, &view](const StringUse &use, const QString &language) {
+        going.goTo(use.file, use.range, -1);
+        // Unless the person would rather keep the window that is open.
+        if (m_index.openFile() == use.file && !language.isEmpty())
+            view.showLanguage(language);
+    });
 }
 
 void ThemeNames::rename()

@@ -12,7 +12,9 @@ class QAction;
 namespace quillmere {
 
 class Commands;
+class LangTab;
 class LiveIndex;
+class ReceiverView;
 class frmSearch;
 class frmUses;
 struct TextSearch;
@@ -29,6 +31,9 @@ public:
     ~ThemeNames() override;
 
     void addCommands(Commands &menu);
+
+    // Has the Lang tab tell where its strings stand, and shows a place that is chosen there in its language.
+    void tellUses(LangTab &tab, ReceiverView &view);
 
     // Makes an edit that mends a problem, and says so. Where it writes files, and so has no undo of its own,
     // it is what Undo in the Tool menu takes back. False where the person would rather not.

@@ -153,6 +153,7 @@ void frmSkin::makeTabs()
     m_overview = new ThemeOverview({*frmWb, m_theme, *m_index, m_checks->check, *m_sourceTab->txtSnippet,
                                     *m_widgetTab, *m_document, *m_outside, m_files, m_talk},
                                    *this);
+    m_names->tellUses(*m_langTab, m_stageTools->receiver);
     new PaneRound(*this, *m_status->offers, [this] { return frYt[CurrentTab - 1]; });
     connectTabs();
 }

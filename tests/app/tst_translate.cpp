@@ -1,5 +1,7 @@
 #include "app/WindowFixture.h"
 
+#include <QRegularExpression>
+
 using namespace quillmere;
 
 namespace {
@@ -100,6 +102,61 @@ private slots:
         window.choose("mnuLangCopy(3)");
         window.choose("mnuLangPaste");
         QCOMPARE(window.strings(), u"*  | Channel list | Sender\n | Radio | Radio[*]\n | Menu | Menu[*]\n"_s);
+    }
+
+    // Where a string stands, and where it is cut; the second one follows what is done about it.
+    void usesAndTextFit()
+    {
+        LanguageWindow window;
+        const QByteArray block = "<widget class=\"text\" name=\"%1\"><property><rect>[0,0,%2,90]</rect>"
+                                 "<string>Channel list</string></property></widget>\n";
+        window.write("theme/widget.xml", "<widget class=\"window\" name=\"main\"/>");
+        window.write("theme/main.xml",
+                     "<interface>\n" + QByteArray(block).replace("%1", "wide").replace("%2", "900") +
+                         QByteArray(block).replace("%1", "narrow").replace("%2", "20") + "</interface>\n");
+        window.write("theme/theme.xml",
+                     "<config><file_widget>widget.xml</file_widget><file_i18n>lang\\i18n.xml"
+                     "</file_i18n></config>");
+        window.skin->openTheme(window.files.path({}));
+        window.openTheme();
+        window.turnTo(4);
+        window.press("lvLang", 0, Qt::Key_Return);
+        window.select("LvBhs", 0);
+        QTRY_COMPARE_WITH_TIMEOUT(window.shown("lvStringUses"), u"main | 2\nmain | 3\n"_s, 10000);
+        window.select("LvBhs", 1);
+        QCOMPARE(window.shown("lvStringUses"), QString());
+
+        const auto cut = [&] {
+            QStringList found;
+            const QAbstractItemModel *rows = window.model("lvCheck");
+            for (int row = 0; row < rows->rowCount(); ++row) {
+                if (rows->index(row, 2).data() == u"text-fit"_s)
+                    found.append(rows->index(row, 0).data().toString().remove(QRegularExpression(u"\\d+"_s)));
+            }
+            return found.join(u'\n');
+        };
+        const QString narrow = u"Cut by  pixels (German): \"Sender\" in the block \"narrow\""_s;
+        window.choose("mnuTextFit");
+        QTRY_COMPARE_WITH_TIMEOUT(window.said(), u"1 text is cut; the Check tab has it."_s, 20000);
+        QTRY_COMPARE(cut(), narrow);
+
+        window.select("LvBhs", 0);
+        window.press("lvStringUses", 1, Qt::Key_Return);
+        QCOMPARE(window.source()->textCursor().selectedText(), u"Channel list"_s);
+        QVERIFY(window.source()->text().first(window.source()->selectionStart()).contains(u"narrow"));
+        QVERIFY(window.find<QAction>("mnuReceiver")->isChecked());
+        QCOMPARE(window.find<QComboBox>("cboLanguage")->currentText(), u"German"_s);
+
+        QTRY_COMPARE(cut(), narrow); // the window is laid out anew in the source
+        const QString text = window.source()->text();
+        window.source()->rewrite(QString(text).replace(u"[0,0,20,90]"_s, u"[0,0,900,90]"_s));
+        QTRY_COMPARE_WITH_TIMEOUT(cut(), QString(), 10000);
+        window.source()->rewrite(QString(text).replace(u"[0,0,900,90]"_s, u"[0,0,10,90]"_s));
+        QTRY_COMPARE_WITH_TIMEOUT(cut().count(u'\n'), 1, 10000);
+        window.prompts.expectInput(u"Input Logo Channel"_s, u"Translate for Channel list"_s,
+                                   u"Kan\u00E4le"_s);
+        window.press("LvBhs", 0, Qt::Key_Return); // a text that has not been measured
+        QTRY_COMPARE_WITH_TIMEOUT(cut(), QString(), 10000);
     }
 
     void whatIsMissingIsSaid()

@@ -29,6 +29,7 @@ constexpr int kGap = 4;              // pixels, between one control and the next
 constexpr int kLine = 24;            // pixels, a text box
 constexpr int kCountHeight = 18;     // pixels
 constexpr int kLanguagesHeight = 98; // pixels, what is left of kAround
+constexpr int kUsesWidth = 176;      // pixels, beside the languages
 constexpr int kAround = 2820;        // twips of the frame's height that the strings do not take
 
 static_assert(6 * kGap + 2 * kLine + kCountHeight + kLanguagesHeight <= toPixels(kAround));
@@ -37,7 +38,7 @@ static_assert(6 * kGap + 2 * kLine + kCountHeight + kLanguagesHeight <= toPixels
 
 LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &file, FileList &file1,
                  Files &files, Talk &talk, QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(4)"), parent), m_languages(languages), m_catalogue(catalogue),
+    : TabFrame(QStringLiteral("frYt(4)"), parent), uses(this), m_languages(languages), m_catalogue(catalogue),
       m_file(file), m_strings(file.document.rows()), m_file1(file1), m_files(files), m_talk(talk),
       txtLang(named(new QLineEdit(this), "txtLang", tr("Language catalogue"))),
       lvLang(new ListView(QStringLiteral("lvLang"), tr("Languages"), languages, this)),
@@ -50,10 +51,19 @@ LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &f
     txtLangFile->setPlaceholderText(tr("Double-click a language to open its file"));
     connect(txtLangFile, &QLineEdit::textChanged, this,
             [this](const QString &path) { m_file.document.setPath(path, QString(m_file.document.theme())); });
-    lvLang->setColumnShares({4, 3, 3});
+    lvLang->setColumnShares({3, 4, 3});
     LvBhs->setColumnShares({1, 9, 9});
     LvBhs->setTextElideMode(Qt::ElideRight);
     connect(LvBhs, &ListView::rowOpened, this, &LangTab::LvBhs_DblClick);
+    connect(LvBhs->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex &row) {
+                uses.show(row.isValid() ? m_strings.sub(row.row(), 1) : QString());
+            });
+    connect(&m_strings, &QAbstractItemModel::modelReset, this, [this] { uses.show({}); });
+    connect(&uses, &StringUses::chosen, this,
+            [this](const StringUse &use) { emit useChosen(use, openLanguageName()); });
+    setTabOrder(lvLang, uses.view());
+    setTabOrder(uses.view(), txtLangFile);
 
     // A command may change thousands of rows one by one: they are counted when it is done.
     m_counting.setSingleShot(true);
@@ -91,7 +101,9 @@ void LangTab::layOut(int height)
         top += controlHeight + kGap;
     };
     next(txtLang, kLine);
-    next(lvLang, kLanguagesHeight);
+    place(uses.view(), kMargin + inner - kUsesWidth, top, kUsesWidth, kLanguagesHeight);
+    place(lvLang, kMargin, top, inner - kUsesWidth - kGap, kLanguagesHeight);
+    top += kLanguagesHeight + kGap;
     next(txtLangFile, kLine);
     next(LvBhs, toPixels(height - kAround));
     next(lblLangCount, kCountHeight);
@@ -100,6 +112,21 @@ void LangTab::layOut(int height)
 void LangTab::showCatalogue()
 {
     txtLang->setText(m_catalogue.path());
+}
+
+void LangTab::showEvent(QShowEvent *event)
+{
+    uses.refresh();
+    TabFrame::showEvent(event);
+}
+
+QString LangTab::openLanguageName() const
+{
+    for (const ListRows::Row &language : m_languages.rows()) {
+        if (language.text == m_file.document.path())
+            return language.sub(1);
+    }
+    return {};
 }
 
 void LangTab::showCounts()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/TabFrame.h"
+#include "i18n/forms/StringUses.h"
 
 #include <QTimer>
 
@@ -40,11 +41,17 @@ public:
     // RunTimeError where its file is empty or not there.
     void putTranslation(const QString &languageName, const QString &source, const QString &translation);
 
+    StringUses uses; // of the selected string
+
 signals:
     void languageOpened(const QString &path, const QString &theme);
+    // Somebody wants to see where a string stands, in the language that is open, by its name in the
+    // catalogue; the name is empty for a file that the catalogue does not name.
+    void useChosen(const quillmere::StringUse &use, const QString &language);
 
 protected:
     void layOut(int height) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void mnuLangOpen_Click();
@@ -60,6 +67,7 @@ private:
     int selectedLanguage() const;
     // Row from which on a column is copied or pasted, 0-based.
     int startRow() const;
+    QString openLanguageName() const;
     void showCounts();
 
     ListRows &m_languages;
