@@ -306,9 +306,11 @@ private slots:
     void attempts_data()
     {
         QTest::addColumn<Attempts>("attempts");
-        QTest::newRow("inside") << attemptsBelow("inside");
+        QTest::addColumn<bool>("asReceiver");
+        QTest::newRow("inside") << attemptsBelow("inside") << false;
+        QTest::newRow("inside, as the receiver") << attemptsBelow("inside") << true;
         for (const Attempt &attempt : attemptsBelow("alone"))
-            QTest::newRow(qPrintable(attempt.name)) << Attempts{attempt};
+            QTest::newRow(qPrintable(attempt.name)) << Attempts{attempt} << false;
     }
 
     // First in the cell, then in the ordinary browser: when that one has fallen for all of it, there has been
@@ -316,6 +318,9 @@ private slots:
     void attempts()
     {
         QFETCH(const Attempts, attempts);
+        QFETCH(const bool, asReceiver);
+        m_window->find<QAction>("mnuReceiver")->setChecked(!asReceiver);
+        m_window->choose("mnuReceiver");
         int downloads = 0;
         const auto watch = connect(m_wb->page()->profile(), &QWebEngineProfile::downloadRequested, m_wb,
                                    [&downloads](QWebEngineDownloadRequest *download) {
@@ -357,7 +362,8 @@ private slots:
         };
         QVERIFY(waitFor(isThere, 10000));
         // It still is ours to write.
-        open("<widget name=\"next\"><property></property></widget>");
+        open("<widget name=\"next\"><property><rect>[0,0,90,30]</rect><string>next</string>"
+             "<forecolor>[#ffffff]</forecolor></property></widget>");
         QVERIFY(shows("next"));
     }
 
