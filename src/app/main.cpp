@@ -4,7 +4,9 @@
 #include "checks/forms/ReadPicture.h"
 #include "commands/CheckCommand.h"
 #include "commands/CommandLine.h"
+#include "commands/forms/CompareCommand.h"
 #include "commands/forms/RenderCommand.h"
+#include "commands/forms/SheetCommand.h"
 #include "files/Memory.h"
 #include "receiver/BlockText.h"
 
@@ -49,6 +51,16 @@ int measureAndCheck(const CommandLine &line)
     });
 }
 
+int draw(const CommandLine &line)
+{
+    QTextStream out(stdout), err(stderr);
+    if (line.action == CommandLine::Action::Sheet)
+        return writeSheet(line, out, err);
+    if (line.action == CommandLine::Action::Compare)
+        return compareThemes(line, out, err);
+    return renderWindows(line, out, err);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -79,10 +91,8 @@ int main(int argc, char **argv)
     QApplication app(argc, argv);
     if (isCheck)
         return measureAndCheck(line);
-    if (line.action == CommandLine::Action::Render) {
-        QTextStream out(stdout), err(stderr);
-        return renderWindows(line, out, err);
-    }
+    if (line.action != CommandLine::Action::Edit)
+        return draw(line);
 
     Files files;
     frmSkin window(files);

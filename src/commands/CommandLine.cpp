@@ -30,6 +30,7 @@ QString absolute(const QString &path)
 }
 
 constexpr int kMostJobs = 16; // each is a process of a hundred megabytes
+constexpr int kMostColumns = 100;
 
 // A number from 1 to `most`; 0 for anything else.
 int numberIn(const QString &text, int most)
@@ -73,6 +74,41 @@ CommandLine renderLine(const QCommandLineParser &parser, QStringList words)
     line.jobs = numberIn(jobs, kMostJobs);
     if (line.jobs == 0)
         return fail(tr("--jobs is 1 to %1, not \"%2\".").arg(kMostJobs).arg(jobs));
+    return line;
+}
+
+CommandLine sheetLine(const QCommandLineParser &parser, const QStringList &words)
+{
+    CommandLine line;
+    line.action = CommandLine::Action::Sheet;
+    if (words.size() != 2)
+        return fail(words.size() < 2 ? tr("sheet: which theme?") : tr("One theme at a time, please."));
+    if (!parser.isSet(QStringLiteral("out")))
+        return fail(tr("sheet: --out FILE is missing."));
+    line.theme = absolute(words.at(1));
+    line.out = absolute(parser.value(QStringLiteral("out")));
+    const QString suffix = QFileInfo(line.out).suffix().toLower();
+    if (suffix != u"png" && suffix != u"html" && suffix != u"pdf")
+        return fail(tr("sheet: --out is a file named .png, .html or .pdf, not \"%1\".").arg(line.out));
+    const QString columns = parser.value(QStringLiteral("columns"));
+    line.columns = numberIn(columns, kMostColumns);
+    if (line.columns == 0)
+        return fail(tr("--columns is 1 to %1, not \"%2\".").arg(kMostColumns).arg(columns));
+    line.language = parser.value(QStringLiteral("language"));
+    return line;
+}
+
+CommandLine compareLine(const QCommandLineParser &parser, const QStringList &words)
+{
+    CommandLine line;
+    line.action = CommandLine::Action::Compare;
+    if (words.size() != 3)
+        return fail(tr("compare: which two themes?"));
+    if (!parser.isSet(QStringLiteral("out")))
+        return fail(tr("compare: --out DIR is missing."));
+    line.theme = absolute(words.at(1));
+    line.other = absolute(words.at(2));
+    line.out = absolute(parser.value(QStringLiteral("out")));
     return line;
 }
 
@@ -139,9 +175,10 @@ void addReceiverOptions(QCommandLineParser &parser)
     parser.addOption({QStringLiteral("view"),
                       tr("render: preview, or receiver for what a viewer sees; preview by default."),
                       QStringLiteral("VIEW"), QStringLiteral("preview")});
-    parser.addOption({QStringLiteral("language"),
-                      tr("render, receiver view: a language of the theme; texts as written by default."),
-                      QStringLiteral("NAME")});
+    parser.addOption(
+        {QStringLiteral("language"),
+         tr("render, receiver view, and sheet: a language of the theme; texts as written by default."),
+         QStringLiteral("NAME")});
     parser.addOption(
         {QStringLiteral("state"),
          tr("render, receiver view: 1, 2 or 3, the entry of each list of colours; 1 by default."),
@@ -157,14 +194,21 @@ CommandLine parseCommandLine(const QStringList &arguments)
         tr("Edits the theme skins of television receivers.\n\n"
            "  quillmere [THEME]                                 opens the editor, on a theme folder\n"
            "  quillmere render THEME [WINDOW...] --out DIR      draws windows to DIR/NAME.png\n"
+           "  quillmere sheet THEME --out FILE                  draws all windows into one file\n"
+           "  quillmere compare THEME OTHER-THEME --out DIR     shows which windows differ\n"
            "  quillmere check THEME                             says what is wrong with a theme"));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOption({QStringLiteral("out"), tr("render: folder for the pictures, made where it is missing."),
-                      QStringLiteral("DIR")});
+    parser.addOption({QStringLiteral("out"),
+                      tr("render, compare: folder for the pictures, made where it is missing; "
+                         "sheet: file, .png, .html or .pdf."),
+                      QStringLiteral("OUT")});
     parser.addOption({QStringLiteral("size"),
                       tr("render: 1024x576 or 1280x720; the theme's own size by default."),
                       QStringLiteral("SIZE")});
+    parser.addOption({QStringLiteral("columns"),
+                      tr("sheet: how many windows stand side by side; 4 by default."), QStringLiteral("N"),
+                      QStringLiteral("4")});
     parser.addOption({QStringLiteral("jobs"),
                       tr("render: how many pages are drawn at once, 1 to %1; 1 by default.").arg(kMostJobs),
                       QStringLiteral("N"), QStringLiteral("1")});
@@ -185,13 +229,25 @@ CommandLine parseCommandLine(const QStringList &arguments)
     }
     const QStringList words = parser.positionalArguments();
     const bool isRender = words.value(0) == u"render";
+    const bool isSheet = words.value(0) == u"sheet";
+    const bool isCompare = words.value(0) == u"compare";
     const bool isCheck = words.value(0) == u"check";
-    if (!isRender && isAnySet(parser, {"out", "size", "view", "language", "state", "jobs"}))
-        return fail(tr("--out, --size, --view, --language, --state and --jobs go with render."));
+    if (!isRender && !isSheet && !isCompare && parser.isSet(QStringLiteral("out")))
+        return fail(tr("--out goes with render, sheet and compare."));
+    if (!isRender && !isSheet && parser.isSet(QStringLiteral("language")))
+        return fail(tr("--language goes with render and sheet."));
+    if (!isRender && isAnySet(parser, {"size", "view", "state", "jobs"}))
+        return fail(tr("--size, --view, --state and --jobs go with render."));
+    if (!isSheet && parser.isSet(QStringLiteral("columns")))
+        return fail(tr("--columns goes with sheet."));
     if (!isCheck && isAnySet(parser, {"format", "ignore", "fail-on", "text-fit"}))
         return fail(tr("--format, --ignore, --fail-on and --text-fit go with check."));
     if (isRender)
         return renderLine(parser, words);
+    if (isSheet)
+        return sheetLine(parser, words);
+    if (isCompare)
+        return compareLine(parser, words);
     if (isCheck)
         return checkLine(parser, words);
     if (words.size() > 1)

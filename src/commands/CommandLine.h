@@ -13,16 +13,18 @@ namespace quillmere {
 // What the words behind the program's name ask for.
 struct CommandLine
 {
-    enum class Action { Edit, Render, Check, Print, Fail };
+    enum class Action { Edit, Render, Sheet, Compare, Check, Print, Fail };
 
     Action action = Action::Edit;
     QString text;  // Print: help or version, for standard output; Fail: what is wrong, for standard error
     QString theme; // absolute path with own separators; empty where none was given
     QStringList windows;                      // Render: names of widget windows; none means all
-    QString out;                              // Render: folder for the pictures
+    QString other;                            // Compare: the theme as it is after, a path as above
+    QString out;                              // Render, Compare: folder; Sheet: file
+    int columns = 4;                          // Sheet
     std::optional<Screen> size;               // Render: the theme's own size where none was given
     bool receiver = false;                    // Render: the receiver view
-    QString language;                         // Render, as the catalogue names it; as written where none is
+    QString language;                         // Render, Sheet: as the catalogue names it; as written if empty
     int state = 1;                            // Render: 1 to 3
     int jobs = 1;                             // Render: browser pages at once
     ReportFormat format = ReportFormat::Text; // Check

@@ -4,6 +4,7 @@
 #include "app/WindowFixture.h"
 
 #include "commands/forms/RenderCommand.h"
+#include "commands/forms/SheetCommand.h"
 #include "widgets/forms/SourceTab.h"
 
 #include <QDesktopServices>
@@ -692,6 +693,12 @@ private slots:
         QCOMPARE(QDir(path("out")).entryList(QDir::Files).join(u' '),
                  u"attempts.png motion.png pipe.png red.png refresh.png"_s);
         QCOMPARE(QImage(path("out/red.png")).pixelColor(20, 20), QColor(Qt::red));
+        tick.stop();
+        line.receiver = true;
+        line.jobs = 2;
+        QCOMPARE(renderWindows(line, out, err), 1);
+        line.out = path("sheet.html");
+        QCOMPARE(writeSheet(line, out, err), 1);
         QCOMPARE(m_outside.connections, 0);
     }
 

@@ -168,6 +168,8 @@ void tst_checkreport::cannotRun_data()
     QTest::newRow("options without check") << u"FOLDER --format json"_s;
     QTest::newRow("view") << u"render FOLDER --out FOLDER --view both"_s;
     QTest::newRow("state") << u"render FOLDER --out FOLDER --view receiver --state 4"_s;
+    QTest::newRow("no jobs") << u"render FOLDER --out FOLDER --jobs 0"_s;
+    QTest::newRow("jobs of a check") << u"check FOLDER --jobs 2"_s;
     QTest::newRow("state of the preview") << u"render FOLDER --out FOLDER --state 2"_s;
 }
 

@@ -2,7 +2,6 @@
 
 #include "files/RunTimeError.h"
 
-#include <QBuffer>
 #include <QFileInfo>
 #include <QTextStream>
 
@@ -23,15 +22,6 @@ CommandTheme::CommandTheme(const QString &folder, QTextStream &err)
     if (!m_project.problems().isEmpty())
         err << "quillmere: " << m_project.problems().text() << Qt::endl;
     m_isOpen = true;
-}
-
-// The usual care takes three times as long, and a quarter off the size.
-QByteArray pngOf(const QImage &picture)
-{
-    constexpr int kQuick = 75;
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    return picture.save(&buffer, "PNG", kQuick) ? bytes : QByteArray();
 }
 
 } // namespace quillmere

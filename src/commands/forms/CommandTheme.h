@@ -3,8 +3,6 @@
 #include "files/Files.h"
 #include "theme/ThemeProject.h"
 
-#include <QImage>
-
 class QTextStream;
 
 namespace quillmere {
@@ -24,8 +22,5 @@ private:
     ThemeProject m_project{m_files};
     bool m_isOpen = false;
 };
-
-// As a file. Empty where no PNG can be made of it.
-QByteArray pngOf(const QImage &picture);
 
 } // namespace quillmere

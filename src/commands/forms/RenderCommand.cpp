@@ -7,6 +7,7 @@
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "gallery/forms/PictureRun.h"
+#include "gallery/forms/Png.h"
 #include "gallery/forms/ThemePages.h"
 
 #include <QDir>

@@ -5,6 +5,7 @@
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
+#include "gallery/ContentNames.h"
 #include "markup/FormatXML.h"
 #include "preview/forms/LateRender.h"
 #include "theme/ThemeProject.h"
@@ -12,6 +13,41 @@
 #include <memory>
 
 namespace quillmere {
+
+namespace {
+
+// Makes the page with the bytes of pictures and fonts in place of their paths.
+std::function<QString(const QString &text)> keyMaker(const ThemeProject &theme, const ReceiverParts &parts,
+                                                     const ReceiverOptions &options)
+{
+    const auto names = std::make_shared<ContentNames>(theme.folder());
+    QHash<QString, QString> families;
+    QString fonts; // all of them count: there is room for so many
+    for (const PageFont &font : parts.fonts) {
+        families.insert(font.family, names->of(font.path).mid(1));
+        fonts += names->of(font.path);
+    }
+    const bool areCertain = names->certain();
+    ReceiverTheme own = parts.theme;
+    own.picture = [names, picture = parts.theme.picture](const QString &id) {
+        const QString path = picture(id);
+        return path.isEmpty() ? path : names->of(path);
+    };
+    own.sizeOf = [names, sizeOf = parts.theme.sizeOf](const QString &name) {
+        return sizeOf(names->pathOf(name));
+    };
+    own.font = [families, font = parts.theme.font](const QString &name) {
+        ReceiverTheme::Font found = font(name);
+        found.family = families.value(found.family);
+        return found;
+    };
+    return [names, own, options, fonts, areCertain](const QString &text) {
+        const QString page = receiverPage(Outline(text), own, options);
+        return names->certain() && areCertain ? page + fonts : QString();
+    };
+}
+
+} // namespace
 
 QList<ThemeWindow> windowsOf(const ThemeProject &theme, const QStringList &names)
 {
@@ -62,6 +98,7 @@ ThemePages ThemePages::receiver(const ThemeProject &theme, const QString &langua
     pages.m_make = [own = parts.theme, options](const QString &text) {
         return receiverPage(Outline(text), own, options);
     };
+    pages.m_key = keyMaker(theme, parts, options);
     return pages;
 }
 

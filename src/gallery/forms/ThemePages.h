@@ -32,10 +32,13 @@ public:
     // RunTimeError where there is no document, or it cannot be read.
     QString pageOf(const ThemeWindow &window) const { return m_make(textOf(window)); }
     static QString textOf(const ThemeWindow &window);
+    // In the receiver view: a text that only pages of other themes with the same picture have. Empty where
+    // that cannot be told without drawing.
+    QString keyOf(const ThemeWindow &window) const { return m_key(textOf(window)); }
     const QList<PageFont> &fonts() const { return m_fonts; }
 
 private:
-    std::function<QString(const QString &text)> m_make;
+    std::function<QString(const QString &text)> m_make, m_key;
     QList<PageFont> m_fonts;
 };
 
