@@ -55,11 +55,7 @@ LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &f
     LvBhs->setColumnShares({1, 9, 9});
     LvBhs->setTextElideMode(Qt::ElideRight);
     connect(LvBhs, &ListView::rowOpened, this, &LangTab::LvBhs_DblClick);
-    connect(LvBhs->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this](const QModelIndex &row) {
-                uses.show(row.isValid() ? m_strings.sub(row.row(), 1) : QString());
-            });
-    connect(&m_strings, &QAbstractItemModel::modelReset, this, [this] { uses.show({}); });
+    connect(LvBhs->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &LangTab::showUses);
     connect(&uses, &StringUses::chosen, this,
             [this](const StringUse &use) { emit useChosen(use, openLanguageName()); });
     setTabOrder(lvLang, uses.view());
@@ -69,6 +65,7 @@ LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &f
     m_counting.setSingleShot(true);
     m_counting.setInterval(0);
     connect(&m_counting, &QTimer::timeout, this, &LangTab::showCounts);
+    connect(&m_counting, &QTimer::timeout, this, &LangTab::showUses);
     const auto countSoon = [this] {
         if (!m_counting.isActive())
             m_counting.start();
@@ -116,8 +113,14 @@ void LangTab::showCatalogue()
 
 void LangTab::showEvent(QShowEvent *event)
 {
-    uses.refresh();
+    showUses();
     TabFrame::showEvent(event);
+}
+
+void LangTab::showUses()
+{
+    const int row = LvBhs->currentIndex().row();
+    uses.show(row >= 0 ? m_strings.sub(row, 1) : QString());
 }
 
 QString LangTab::openLanguageName() const

@@ -69,6 +69,7 @@ private:
     int startRow() const;
     QString openLanguageName() const;
     void showCounts();
+    void showUses();
 
     ListRows &m_languages;
     const Document &m_catalogue;
