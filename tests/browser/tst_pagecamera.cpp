@@ -108,6 +108,30 @@ private slots:
         QCOMPARE(taken, pictureAtRest(m_files.folder(), page));
     }
 
+    // One page after the other looks as each does alone, whether it is written over the one before or not.
+    void after()
+    {
+        const auto pageOf = [](const QString &rules, const QString &body) -> QString {
+            return u"<html><head><title>Tes Skin</title><style>"_s + rules + u"</style></head><body>"_s +
+                   body + u"<body></html>"_s;
+        };
+        const QString box = u"<div style=\"position:fixed;left:%1px;top:0;width:40px;height:30px\">x</div>"_s;
+        const QStringList pages = {
+            pageOf(u"div{background:#f00}"_s, box.arg(0)),
+            pageOf(u"div{background:#00f}html::after{content:'own';position:fixed;top:0}"_s, box.arg(3)),
+            pageOf(u"div{background:url('%1')}"_s.arg(m_files.path(u"large.png"_s)),
+                   box.arg(5) + box.arg(60)),
+            pageOf(u"body{height:900px;scroll-snap-type:y mandatory}"_s, u"<input autofocus><p>p</p>"_s),
+            pageOf(u"div{background:#0ff}"_s, box.arg(7))};
+        PageCamera camera(m_files.folder(), kSize);
+        QList<QImage> taken;
+        for (const QString &page : pages)
+            camera.take(page, [&](const QImage &picture) { taken.append(picture); });
+        QTRY_COMPARE_WITH_TIMEOUT(taken.size(), pages.size(), 20000);
+        for (qsizetype i = 0; i < pages.size(); ++i)
+            QCOMPARE(taken[i], pictureAtRest(m_files.folder(), pages[i]));
+    }
+
     // Each gets its own picture, in order, whatever the one before has done.
     void order()
     {
