@@ -1,6 +1,7 @@
 #include "i18n/LanguageCatalogue.h"
 
 #include "files/Paths.h"
+#include "i18n/LanguageStrings.h"
 #include "markup/Matching.h"
 #include "markup/mndIni.h"
 
@@ -22,12 +23,8 @@ bool staysOneByte(const QString &text, const Encoding &encoding)
 QList<ListRows::Row> stringsOf(const QString &text)
 {
     QList<ListRows::Row> strings;
-    if (!containsIgnoringCase(text, u"<language name=\""))
-        return strings;
-    for (QStringView piece : splitIgnoringCase(text, u"<tran id=\"").sliced(1)) {
-        const QString translation = SplitField(piece, u">", u"<", 1, 0);
-        strings.append({QString(), {SplitField(piece, u"\"", {}, 0, 0), translation}});
-    }
+    for (const LanguageString &string : languageStrings(text))
+        strings.append({QString(), {string.source.toString(), string.translation.toString()}});
     return strings;
 }
 
