@@ -4,6 +4,7 @@
 #include "checks/forms/ReadPicture.h"
 #include "commands/CheckCommand.h"
 #include "commands/CommandLine.h"
+#include "commands/ExchangeCommand.h"
 #include "commands/forms/CompareCommand.h"
 #include "commands/forms/RenderCommand.h"
 #include "commands/forms/SheetCommand.h"
@@ -61,6 +62,16 @@ int draw(const CommandLine &line)
     return renderWindows(line, out, err);
 }
 
+// Wants no window system, so that a build server can do without one.
+int exchange(const CommandLine &line, int argc, char **argv)
+{
+    const QCoreApplication app(argc, argv);
+    QTextStream out(stdout), err(stderr);
+    Files files;
+    return line.action == CommandLine::Action::Export ? runExport(files, line, err)
+                                                      : runImport(files, line, out, err);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -84,6 +95,8 @@ int main(int argc, char **argv)
         const QCoreApplication app(argc, argv);
         return check(line);
     }
+    if (line.action == CommandLine::Action::Export || line.action == CommandLine::Action::Import)
+        return exchange(line, argc, argv);
 
     // Pictures and texts are the same with a display, without one, and with one that does not answer.
     if (line.action != CommandLine::Action::Edit && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))

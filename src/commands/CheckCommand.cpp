@@ -1,13 +1,11 @@
 #include "commands/CheckCommand.h"
 
 #include "checks/ThemeCheck.h"
+#include "commands/ThemeFolder.h"
 #include "files/Files.h"
-#include "files/Paths.h"
-#include "files/RunTimeError.h"
 #include "theme/ReceiverParts.h"
 #include "theme/ThemeProject.h"
 
-#include <QFileInfo>
 #include <QIODevice>
 #include <QTextStream>
 
@@ -16,22 +14,6 @@
 namespace quillmere {
 
 namespace {
-
-// Why the folder cannot be checked; empty where it can.
-QString reasonAgainst(const QString &folder)
-{
-    if (!QFileInfo(folder).isDir())
-        return u"there is no folder " + folder;
-    const QString config = joinPath(folder, u"theme.xml");
-    if (findFile(config).isEmpty())
-        return u"there is no theme.xml in " + folder;
-    try {
-        LoadFile(config);
-    } catch (const RunTimeError &error) {
-        return error.message();
-    }
-    return {};
-}
 
 MeasuredTheme measuredTheme(const ThemeSources &sources, const ThemeIndex &index,
                             const TextMeasuring &measure)

@@ -150,6 +150,33 @@ CommandLine checkLine(const QCommandLineParser &parser, const QStringList &words
     return line;
 }
 
+// `export` and `import`, whose files tell their format by their names.
+CommandLine exchangeLine(const QCommandLineParser &parser, const QStringList &words)
+{
+    const bool isExport = words.at(0) == u"export";
+    CommandLine line;
+    line.action = isExport ? CommandLine::Action::Export : CommandLine::Action::Import;
+    if (words.size() != (isExport ? 3 : 4))
+        return fail(isExport ? tr("export: export THEME LANGUAGE --out FILE")
+                             : tr("import: import THEME LANGUAGE FILE"));
+    line.theme = absolute(words.at(1));
+    line.language = words.at(2);
+    if (isExport && !parser.isSet(QStringLiteral("out")))
+        return fail(tr("export: --out FILE is missing."));
+    if (isExport)
+        line.out = absolute(parser.value(QStringLiteral("out")));
+    else
+        line.file = words.at(3);
+    const QString &file = isExport ? line.out : line.file;
+    const std::optional<ExchangeFormat> format = exchangeFormatOf(file);
+    if (!format)
+        return fail(tr("The name of the file ends in .po, .xlf, .xliff, .csv or .tsv, not like \"%1\".")
+                        .arg(QFileInfo(file).fileName()));
+    line.exchange = *format;
+    line.dryRun = parser.isSet(QStringLiteral("dry-run"));
+    return line;
+}
+
 bool isAnySet(const QCommandLineParser &parser, std::initializer_list<const char *> names)
 {
     return std::any_of(names.begin(), names.end(),
@@ -185,23 +212,25 @@ void addReceiverOptions(QCommandLineParser &parser)
          QStringLiteral("STATE"), QStringLiteral("1")});
 }
 
-} // namespace
-
-CommandLine parseCommandLine(const QStringList &arguments)
+void describe(QCommandLineParser &parser)
 {
-    QCommandLineParser parser;
     parser.setApplicationDescription(
         tr("Edits the theme skins of television receivers.\n\n"
            "  quillmere [THEME]                                 opens the editor, on a theme folder\n"
            "  quillmere render THEME [WINDOW...] --out DIR      draws windows to DIR/NAME.png\n"
            "  quillmere sheet THEME --out FILE                  draws all windows into one file\n"
            "  quillmere compare THEME OTHER-THEME --out DIR     shows which windows differ\n"
-           "  quillmere check THEME                             says what is wrong with a theme"));
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
+           "  quillmere check THEME                             says what is wrong with a theme\n"
+           "  quillmere export THEME LANGUAGE --out FILE        writes a language for its translator\n"
+           "  quillmere import THEME LANGUAGE FILE              reads it again; FILE is .po, .xlf, .csv or "
+           ".tsv"));
+}
+
+void addDrawingOptions(QCommandLineParser &parser)
+{
     parser.addOption({QStringLiteral("out"),
                       tr("render, compare: folder for the pictures, made where it is missing; "
-                         "sheet: file, .png, .html or .pdf."),
+                         "sheet: file, .png, .html or .pdf; export: file, .po, .xlf, .csv or .tsv."),
                       QStringLiteral("OUT")});
     parser.addOption({QStringLiteral("size"),
                       tr("render: 1024x576 or 1280x720; the theme's own size by default."),
@@ -212,8 +241,21 @@ CommandLine parseCommandLine(const QStringList &arguments)
     parser.addOption({QStringLiteral("jobs"),
                       tr("render: how many pages are drawn at once, 1 to %1; 1 by default.").arg(kMostJobs),
                       QStringLiteral("N"), QStringLiteral("1")});
+}
+
+} // namespace
+
+CommandLine parseCommandLine(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    describe(parser);
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    addDrawingOptions(parser);
     addReceiverOptions(parser);
     addCheckOptions(parser);
+    parser.addOption({QStringLiteral("dry-run"),
+                      tr("import: says what would change, and changes nothing; 1 where something would.")});
     parser.addPositionalArgument(QStringLiteral("THEME"), tr("A folder named \"theme\"."),
                                  QStringLiteral("[THEME]"));
 
@@ -232,14 +274,18 @@ CommandLine parseCommandLine(const QStringList &arguments)
     const bool isSheet = words.value(0) == u"sheet";
     const bool isCompare = words.value(0) == u"compare";
     const bool isCheck = words.value(0) == u"check";
-    if (!isRender && !isSheet && !isCompare && parser.isSet(QStringLiteral("out")))
-        return fail(tr("--out goes with render, sheet and compare."));
+    const bool isExport = words.value(0) == u"export";
+    const bool isImport = words.value(0) == u"import";
+    if (!isRender && !isSheet && !isCompare && !isExport && parser.isSet(QStringLiteral("out")))
+        return fail(tr("--out goes with render, sheet, compare and export."));
     if (!isRender && !isSheet && parser.isSet(QStringLiteral("language")))
         return fail(tr("--language goes with render and sheet."));
     if (!isRender && isAnySet(parser, {"size", "view", "state", "jobs"}))
         return fail(tr("--size, --view, --state and --jobs go with render."));
     if (!isSheet && parser.isSet(QStringLiteral("columns")))
         return fail(tr("--columns goes with sheet."));
+    if (!isImport && parser.isSet(QStringLiteral("dry-run")))
+        return fail(tr("--dry-run goes with import."));
     if (!isCheck && isAnySet(parser, {"format", "ignore", "fail-on", "text-fit"}))
         return fail(tr("--format, --ignore, --fail-on and --text-fit go with check."));
     if (isRender)
@@ -250,6 +296,8 @@ CommandLine parseCommandLine(const QStringList &arguments)
         return compareLine(parser, words);
     if (isCheck)
         return checkLine(parser, words);
+    if (isExport || isImport)
+        return exchangeLine(parser, words);
     if (words.size() > 1)
         return fail(tr("One theme at a time, please."));
     if (!words.isEmpty()) {

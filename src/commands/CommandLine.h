@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commands/CheckReport.h"
+#include "i18n/ExchangeFile.h"
 #include "preview/PreviewPage.h"
 
 #include <QString>
@@ -13,7 +14,7 @@ namespace quillmere {
 // What the words behind the program's name ask for.
 struct CommandLine
 {
-    enum class Action { Edit, Render, Sheet, Compare, Check, Print, Fail };
+    enum class Action { Edit, Render, Sheet, Compare, Check, Export, Import, Print, Fail };
 
     Action action = Action::Edit;
     QString text;  // Print: help or version, for standard output; Fail: what is wrong, for standard error
@@ -31,6 +32,11 @@ struct CommandLine
     QList<IgnoredRule> ignored;               // Check
     Severity failOn = Severity::Error;        // Check: what makes it fail, and all that is worse
     bool textFit = false;                     // Check: measure the texts, which takes a browser
+
+    // Export and Import. `language` is the catalogue's name for it, `out` the file that is written.
+    QString file;                                 // that is read, as given
+    ExchangeFormat exchange = ExchangeFormat::Po; // of the file
+    bool dryRun = false;
 };
 
 // `arguments` begin with the program's name. Needs an application object for the name and version.
