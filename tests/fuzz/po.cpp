@@ -1,0 +1,6 @@
+#include "Exchanged.h"
+
+void fuzz(const Input &input)
+{
+    exchanges(ExchangeFormat::Po, input);
+}
