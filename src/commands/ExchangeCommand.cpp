@@ -2,10 +2,10 @@
 
 #include "commands/PictureNames.h"
 #include "commands/ThemeFolder.h"
+#include "files/ChosenFile.h"
 #include "files/FailedStep.h"
 #include "files/Files.h"
 #include "files/Paths.h"
-#include "files/WholeFile.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/LanguageImport.h"
 #include "i18n/LanguageStrings.h"
@@ -13,7 +13,6 @@
 #include "theme/ThemeConfig.h"
 #include "theme/ThemeEdit.h"
 
-#include <QFileInfo>
 #include <QTextStream>
 
 #include <optional>
@@ -124,19 +123,6 @@ QByteArray changedBytes(const OpenLanguage &language, const QList<ImportChange> 
     return bytes;
 }
 
-// Writes exactly the file that the person named.
-void writeNamed(Files &files, const QString &path, const QByteArray &bytes)
-{
-    const QFileInfo old(path);
-    if (old.exists() && !old.isFile())
-        throwFailed("write", path, QStringLiteral("it is not a file"));
-    const QStringList copies =
-        old.exists() ? files.backups().backUp({old.canonicalFilePath()}) : QStringList();
-    if (const QString reason = WholeFile(path).writeAll(bytes); !reason.isEmpty())
-        throwFailed("write", path, reason);
-    files.backups().prune(copies);
-}
-
 QString inQuotes(const QString &text)
 {
     return u'"' + printable(QString(text).replace(u'\n', QStringLiteral("\\n"))) + u'"';
@@ -206,7 +192,7 @@ int runExport(Files &files, const CommandLine &line, QTextStream &err)
         table.language = line.language;
         table.units =
             unitsOf(language.strings, [&places](const QString &source) { return places.of(source); });
-        writeNamed(files, line.out, exchangeBytes(line.exchange, table));
+        writeChosen(files, line.out, exchangeBytes(line.exchange, table));
         return 0;
     });
 }

@@ -62,6 +62,8 @@ QList<ExchangeUnit> unitsOf(const QList<ListRows::Row> &strings,
         known.insert(unit.source);
         if (isTranslated(row.sub(2)))
             unit.translation = withLineFeeds(row.sub(2));
+        if (row.checked)
+            unit.state = UnitState::Translated;
         if (places)
             unit.places = places(row.sub(1));
         units.append(unit);

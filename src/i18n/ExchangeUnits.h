@@ -62,8 +62,8 @@ bool isTranslated(QStringView translation);
 // The places in one line, without what would break it.
 QString inOneLine(QString text);
 
-// Units of the strings of a language, without states: the first of those with one source, and none without a
-// source. `places` may be empty.
+// Units of the strings of a language: the first of those with one source, and none without a source. Those
+// with a check mark are translated. `places` may be empty.
 QList<ExchangeUnit> unitsOf(const QList<ListRows::Row> &strings,
                             const std::function<QStringList(const QString &source)> &places);
 

@@ -19,6 +19,7 @@ struct ImportChange
     int row = 0;  // of the language's strings
     int line = 0; // of the file
     QString source, before, after;
+    bool isFuzzy = false; // somebody has to look at it yet
 
     Kind kind() const
     {
@@ -29,6 +30,8 @@ struct ImportChange
 struct ImportPlan
 {
     QList<ImportChange> changes; // in the order of the rows
+    // What else there is to choose from for rows whose source the file translates in two ways.
+    QList<ImportChange> choices;
     // In the order of the lines: translations that no language file can hold, sources that the language
     // lacks, and sources that the file translates in two ways. All of these are left alone.
     QList<LineNote> refused, unknown, conflicting;

@@ -1,11 +1,16 @@
 #include "i18n/PoFile.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace quillmere {
 
 namespace {
 
 constexpr qsizetype kLongestReference = 76; // of a line of places
 constexpr QStringView kFuzzy = u"fuzzy";
+constexpr QStringView kCharsets[] = {u"UTF-8", u"UTF8", u"ASCII", u"US-ASCII",
+                                     u"CHARSET"}; // which templates say
 
 struct Escape
 {
@@ -58,7 +63,7 @@ void addPlaces(QString &text, const QStringList &places)
         QString place = inOneLine(each);
         // A name with blanks is held together like this.
         if (place.contains(u' ')) {
-            const qsizetype colon = place.lastIndexOf(u':');
+            const qsizetype colon = std::max<qsizetype>(place.lastIndexOf(u':'), 0);
             place = u'\u2068' + place.first(colon) + u'\u2069' + place.sliced(colon);
         }
         if (room < place.size()) {
@@ -235,19 +240,21 @@ private:
 
     static void checkHeader(const Entry &entry)
     {
-        constexpr QStringView name = u"charset=";
-        const qsizetype at = entry.str.indexOf(name, 0, Qt::CaseInsensitive);
-        if (at < 0)
-            return;
-        qsizetype end = at + name.size();
-        while (end < entry.str.size() && !entry.str[end].isSpace() && entry.str[end] != u';')
-            ++end;
-        const QString charset = entry.str.sliced(at + name.size(), end - at - name.size());
-        for (const QStringView known : {u"UTF-8", u"UTF8", u"ASCII", u"US-ASCII", u"CHARSET"}) {
-            if (charset.compare(known, Qt::CaseInsensitive) == 0)
-                return;
+        constexpr QStringView field = u"Content-Type:", name = u"charset=";
+        for (const QStringView line : QStringView(entry.str).split(u'\n')) {
+            const qsizetype at = line.indexOf(name, 0, Qt::CaseInsensitive);
+            if (at < 0 || !line.startsWith(field, Qt::CaseInsensitive))
+                continue;
+            const QStringView charset = line.sliced(at + name.size()).split(u';').first().trimmed();
+            const bool isKnown =
+                charset.isEmpty() ||
+                std::any_of(std::begin(kCharsets), std::end(kCharsets), [&](QStringView known) {
+                    return charset.compare(known, Qt::CaseInsensitive) == 0;
+                });
+            if (!isKnown)
+                throw LineError(entry.line,
+                                QStringLiteral("its charset is %1; only UTF-8 is read").arg(charset));
         }
-        throw LineError(entry.line, QStringLiteral("its charset is %1; only UTF-8 is read").arg(charset));
     }
 
     ExchangeTable m_table;
@@ -263,12 +270,12 @@ QString poText(const ExchangeTable &table)
 {
     QString text;
     addText(text, u"msgid", {});
+    // The language comes last: some look for the charset in the whole header, and take what they find first.
     addText(text, u"msgstr",
             QString(u"Project-Id-Version: theme\nPO-Revision-Date: 2000-01-01 00:00+0000\n"
-                    "Last-Translator: \nLanguage-Team: \nLanguage: " +
-                    inOneLine(table.language) +
-                    u"\nMIME-Version: 1.0\nContent-Type: text/plain; charset=UTF-8\n"
-                    "Content-Transfer-Encoding: 8bit\n"));
+                    "Last-Translator: \nLanguage-Team: \nMIME-Version: 1.0\n"
+                    "Content-Type: text/plain; charset=UTF-8\nContent-Transfer-Encoding: 8bit\nLanguage: " +
+                    inOneLine(table.language) + u'\n'));
     for (const ExchangeUnit &unit : table.units) {
         text += u'\n';
         addPlaces(text, unit.places);

@@ -84,7 +84,7 @@ const QList<Hostile> &hostileTexts()
 ExchangeTable hostileTable(UnitState state)
 {
     ExchangeTable table;
-    table.language = u"de\n<\""_s;
+    table.language = u"charset=de\n<\""_s;
     for (const Hostile &each : hostileTexts())
         table.units.append({each.text, each.text, state, {u"my \"window\"\n:12"_s, u"b,;\t<c>:3"_s}, 0});
     table.units.append({u"untranslated"_s, {}, UnitState::None, {}, 0});
