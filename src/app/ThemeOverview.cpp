@@ -142,11 +142,13 @@ void ThemeOverview::showProblems()
         count(problem, *found);
     }
     OverviewRows &rows = m_overview->rows;
+    QList<WindowProblems> problems;
     for (int number = 0; number < rows.windows(); ++number) {
         const QList<qint32> files = index->numbersOf(rows.window(number).path);
         const IndexedFile at = files.isEmpty() ? IndexedFile() : index->files().at(files.first());
-        rows.setProblems(number, byFile.value(at.found.isEmpty() ? at.path : at.found));
+        problems.append(byFile.value(at.found.isEmpty() ? at.path : at.found));
     }
+    rows.setProblems(problems);
 }
 
 } // namespace quillmere

@@ -2,9 +2,8 @@
 
 #include "browser/forms/PageCamera.h"
 #include "browser/forms/PictureSizes.h"
-#include "controls/Twips.h"
 #include "gallery/forms/OverviewRows.h"
-#include "preview/PreviewPage.h"
+#include "gallery/forms/ThemePages.h"
 #include "theme/ThemeProject.h"
 
 #include <QSet>
@@ -21,12 +20,7 @@ constexpr int kAhead = 2;            // pages that the camera has at a time
 constexpr int kSettling = 300;       // ms; programs write a file in several steps
 constexpr int kRest = 30'000;        // ms until the browser goes when nobody looks any more
 constexpr int kMostWatched = 300;    // files
-
-QSize screenOf(const ThemeProject &theme)
-{
-    const TwipSize size = browserSize(screenOfTheme(theme.widgets.width, theme.widgets.height), true);
-    return {toPixels(size.width), toPixels(size.height)};
-}
+constexpr int kMostDrawn = 300;      // by one browser, which keeps some memory of every page it had
 
 } // namespace
 
@@ -69,7 +63,7 @@ void OverviewPictures::beside(Work work, Use use)
 PageCamera &OverviewPictures::camera()
 {
     if (!m_camera) {
-        m_camera = std::make_unique<PageCamera>(m_theme.folder(), screenOf(m_theme));
+        m_camera = std::make_unique<PageCamera>(m_theme.folder(), screenPixels(m_theme));
         m_camera->setFonts(m_parts.fonts);
     }
     return *m_camera;
@@ -97,7 +91,7 @@ void OverviewPictures::setWindows()
         m_sizes = std::make_shared<PictureSizes>(m_folder);
     if (m_camera) {
         m_camera->setThemeFolder(m_folder);
-        m_camera->setSize(screenOf(m_theme));
+        m_camera->setSize(screenPixels(m_theme));
     }
     changed();
 }
@@ -143,6 +137,12 @@ void OverviewPictures::pump()
 {
     if (!m_isOn || m_isMaking || m_drawing >= kAhead || m_size.isEmpty())
         return;
+    if (m_drawn >= kMostDrawn) {
+        if (m_drawing > 0)
+            return;
+        m_camera.reset();
+        m_drawn = 0;
+    }
     const int number = m_turns.next();
     if (number >= 0)
         make(number);
@@ -194,6 +194,7 @@ void OverviewPictures::take(int number, const WindowPage &made)
 void OverviewPictures::draw(int number, const QString &page)
 {
     ++m_drawing;
+    ++m_drawn;
     camera().take(page, [this, number](const QImage &picture) {
         --m_drawing;
         m_soon.start();

@@ -68,6 +68,7 @@ private:
     QSize m_size; // of pictures
     bool m_isOn = false, m_isMaking = false;
     int m_drawing = 0;     // pages that the camera has
+    int m_drawn = 0;       // that it has had
     int m_generation = 0;  // of what is under way
     bool m_isStale = true; // the parts
     QString m_folder;      // that the sizes are of

@@ -28,6 +28,7 @@ QList<int> OverviewRows::setWindows(const ListRows &catalogue)
             Window window;
             window.name = name;
             window.path = row.text;
+            window.look = row.sub(3) == u"Y" ? Look::Waiting : Look::NoDocument; // as far as is known
             m_windows.append(window);
         }
     }
@@ -74,12 +75,12 @@ void OverviewRows::setWindow(int number, const Window &window)
     tell(number);
 }
 
-void OverviewRows::setProblems(int number, const WindowProblems &problems)
+void OverviewRows::setProblems(const QList<WindowProblems> &problems)
 {
-    if (m_windows[number].problems == problems)
-        return;
-    m_windows[number].problems = problems;
-    tell(number);
+    for (qsizetype number = 0; number < m_windows.size(); ++number)
+        m_windows[number].problems = problems.value(number);
+    if (!m_shown.isEmpty())
+        emit dataChanged(index(0), index(int(m_shown.size()) - 1));
 }
 
 void OverviewRows::dropPicture(int number)

@@ -60,7 +60,8 @@ public:
     QModelIndex indexOf(int number) const;
 
     void setWindow(int number, const Window &window);
-    void setProblems(int number, const WindowProblems &problems);
+    // Of all windows, by number; views are told once.
+    void setProblems(const QList<WindowProblems> &problems);
     void dropPicture(int number);
 
     int rowCount(const QModelIndex &parent = {}) const override;
