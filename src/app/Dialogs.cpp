@@ -45,15 +45,16 @@ frmReplace &Dialogs::replaceDialog()
     if (!m_replace) {
         SourceBox *source = m_sourceTab.txtSnippet;
         m_replace = std::make_unique<frmReplace>(
-            SourceAccess{
-                [source] { return source->text(); }, [source](const QString &text) { source->rewrite(text); },
-                [source] { return source->selectionStart(); }, [source] { return source->selectionLength(); },
-                [this, source](qsizetype start, qsizetype length) {
-                    m_showSource();
-                    source->select(start, length);
-                    source->setFocus(); // of its window; the keyboard stays in the dialog
-                },
-                [this] { return m_theme.rule; }},
+            SourceAccess{[source] { return source->text(); },
+                         [source](const QString &text) { source->rewriteAll(text); },
+                         [source] { return source->selectionStart(); },
+                         [source] { return source->selectionLength(); },
+                         [this, source](qsizetype start, qsizetype length) {
+                             m_showSource();
+                             source->select(start, length);
+                             source->setFocus(); // of its window; the keyboard stays in the dialog
+                         },
+                         [this] { return m_theme.rule; }},
             m_files, m_talk, m_window);
         m_replace->addAction(m_findNext);
     }

@@ -16,13 +16,18 @@
 namespace quillmere {
 
 StatusLine::StatusLine(QStatusBar &bar)
-    : QObject(&bar), offers(new OfferBar), m_bar(bar),
-      m_behind(named(new QLabel, "lblPreview", tr("State of the preview"))),
+    : QObject(&bar), offers(new OfferBar),
+      changes(named(new QToolButton, "cmdShowChanges", tr("Show what the last command has changed"))),
+      m_bar(bar), m_behind(named(new QLabel, "lblPreview", tr("State of the preview"))),
       m_caret(named(new QLabel, "lblCaret", tr("Caret"))),
       m_blocks(named(new QLabel, "lblBlocks", tr("Number of blocks"))),
       m_problems(named(new QToolButton, "cmdProblems", tr("Problems of the theme"))),
       m_page(named(new QToolButton, "cmdCodePage", tr("Code page")))
 {
+    changes->setText(tr("Show Changes"));
+    changes->setToolTip(tr("Show the windows that were changed, before and after"));
+    changes->setAutoRaise(true);
+    changes->hide();
     m_problems->setAutoRaise(true);
     m_problems->setToolTip(tr("Show the Check tab"));
     m_problems->hide();
@@ -50,6 +55,7 @@ StatusLine::StatusLine(QStatusBar &bar)
     m_page->setMenu(rules);
 
     m_bar.addPermanentWidget(offers);
+    m_bar.addPermanentWidget(changes);
     for (QWidget *part :
          {static_cast<QWidget *>(m_behind), static_cast<QWidget *>(m_caret), static_cast<QWidget *>(m_blocks),
           static_cast<QWidget *>(m_problems), static_cast<QWidget *>(m_page)})

@@ -37,6 +37,7 @@ public:
     void watchSource(const SourceTab &source, const WebBrowser &browser);
 
     OfferBar *offers;
+    QToolButton *changes; // shows what a command has changed; hidden at first
 
 signals:
     void ruleChosen(CodePageRule rule);

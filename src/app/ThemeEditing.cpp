@@ -131,10 +131,16 @@ std::optional<ThemeEdit> ThemeEditing::apply(const ThemeEdit &edit)
     if (!mayWrite(closed))
         return std::nullopt;
     emit applying();
+    std::optional<ThemeEdit> made;
+    const auto tell = qScopeGuard([&] {
+        if (made)
+            emit this->made(*made);
+    });
     const QScopedValueRollback inHand(m_isApplying, true);
     const auto text = [this](const QString &path) { return isOpenText(path) ? m_source.get() : nullptr; };
     const auto rows = [this](const QString &path) { return rowsAt(path); };
     const ThemeEdit inverse = edit.apply({m_files, m_theme.folder(), text, rows, m_theme.rule});
+    made = inverse;
     // What follows may fail, and the files are written.
     const auto takeText = qScopeGuard([this] {
         if (!m_source->takeText())

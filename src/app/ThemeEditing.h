@@ -42,6 +42,8 @@ signals:
     // Around an edit, the second one only where it was made.
     void applying();
     void applied();
+    // An edit was made; this one takes it back.
+    void made(const quillmere::ThemeEdit &inverse);
     // Rows or files have changed and the text in the source box has not: what shows them together is to be
     // drawn again.
     void othersChanged();

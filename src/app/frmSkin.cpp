@@ -5,6 +5,7 @@
 #include "app/OpenDocument.h"
 #include "app/PaneRound.h"
 #include "app/RecentThemes.h"
+#include "app/ShownChanges.h"
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
 #include "app/ThemeChecks.h"
@@ -145,6 +146,8 @@ void frmSkin::makeTabs()
                        *m_index, m_theme, m_files, m_talk, *this);
     m_checks->connectTo({*m_names, *m_sourceTab->txtSnippet, m_sourceHelp->hovers, *m_status, *m_outside,
                          *TabStrip4, int(frYt.indexOf(m_checks->tab)), m_theme, m_menu, m_talk});
+    new ShownChanges(*m_status, *m_sourceTab->txtSnippet, *m_document, m_names->editing, m_theme, m_talk,
+                     *this);
     m_stage = new Stage(*m_sourceTab, *frmWb, *m_index, this);
     m_stageTools = new StageTools(*m_stage, *m_sourceTab, *frmWb, m_theme, m_talk, *this);
     m_stageTools->textInPlace.translate = std::bind_front(&LangTab::putTranslation, m_langTab);
@@ -405,7 +408,7 @@ frmcolor &frmSkin::colourDialog()
 void frmSkin::mnuColCode_Click(ColourForm to)
 {
     SourceBox *source = m_sourceTab->txtSnippet;
-    source->rewrite(ConvertColours(source->text(), m_theme.lvColor, to));
+    source->rewriteAll(ConvertColours(source->text(), m_theme.lvColor, to));
 }
 
 } // namespace quillmere

@@ -132,6 +132,15 @@ void SourceBox::rewrite(const QString &text, Keyboard keyboard, Step step)
         setFocus();
 }
 
+void SourceBox::rewriteAll(const QString &text)
+{
+    const QString before = m_held->text();
+    const qint64 revision = m_revision;
+    rewrite(text);
+    if (m_revision != revision)
+        emit rewrittenAll(before);
+}
+
 void SourceBox::replace(qsizetype start, qsizetype length, const QString &with, qsizetype caret)
 {
     const qsizetype from = withoutCarriageReturns(start), to = withoutCarriageReturns(start + length);

@@ -37,6 +37,8 @@ public:
     // The same for a stretch of text() that something the person takes stands for: the caret goes to `caret`
     // in the text that comes of it. To all that listens it is a key.
     void replace(qsizetype start, qsizetype length, const QString &with, qsizetype caret);
+    // The same for a command that may change much of it: rewrittenAll() tells what stood there.
+    void rewriteAll(const QString &text);
     // Undo and redo for whoever does not type: the caret stays at its place and the view where it is.
     void stepBack();
     void stepForward();
@@ -69,6 +71,7 @@ public:
 signals:
     // The text is another one than before.
     void changed();
+    void rewrittenAll(const QString &before);
     // A key has been handled, and all that changed() leads to with it. `isText`: it has changed the text.
     void keyHandled(bool isText);
 

@@ -279,7 +279,7 @@ void SourceTab::mnuC_Click(int numerator, int denominator)
         m_talk.tell(QStringLiteral("Confirm Size"), QStringLiteral("Terlalu kecil"), Talk::Icon::Critical);
         break;
     case ScaleResult::Scaled:
-        txtSnippet->rewrite(text);
+        txtSnippet->rewriteAll(text);
         break;
     case ScaleResult::Nothing:
         break;
@@ -297,7 +297,7 @@ void SourceTab::mnuTD_Click(Axis axis)
     if (!answer || !wholeNumber(*answer, distance))
         return;
     MoveRects(text, axis, distance);
-    txtSnippet->rewrite(text);
+    txtSnippet->rewriteAll(text);
 }
 
 void SourceTab::mnuVPaste_Click()

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "theme/ReceiverParts.h"
+#include "theme/ThemeEdit.h"
+
+#include <QObject>
+
+#include <memory>
+#include <optional>
+
+class QToolButton;
+
+namespace quillmere {
+
+class OpenDocument;
+class SourceBox;
+class StatusLine;
+class Talk;
+class ThemeEditing;
+class ThemeProject;
+class frmChanges;
+struct ChangedWindow;
+
+// What the last command has changed in windows, for who asks for it in the status line.
+class ShownChanges : public QObject
+{
+    Q_OBJECT
+
+public:
+    ShownChanges(StatusLine &status, SourceBox &source, OpenDocument &document, ThemeEditing &editing,
+                 const ThemeProject &theme, Talk &talk, QWidget &window);
+    ~ShownChanges() override;
+
+private:
+    void offer(bool offered);
+    void show();
+    QList<ChangedWindow> windows() const;
+    QString textNow(const QString &path) const;
+    void takeBack(const QList<ChangedWindow> &windows);
+
+    SourceBox &m_source;
+    OpenDocument &m_document;
+    ThemeEditing &m_editing;
+    const ThemeProject &m_theme;
+    Talk &m_talk;
+    QWidget &m_window;
+    QToolButton *m_button;
+    ReceiverParts m_parts;              // before
+    std::optional<ThemeEdit> m_inverse; // of files and rows
+    std::optional<QString> m_before;    // of the text in the source box alone
+    std::unique_ptr<frmChanges> m_frmChanges;
+};
+
+} // namespace quillmere
