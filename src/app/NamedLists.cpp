@@ -58,6 +58,11 @@ void NamedLists::addMenus(const QList<QAction *> &commands)
             auto *popup = new QMenu(list);
             popup->setObjectName(QStringLiteral("mnuRow"));
             popup->setAttribute(Qt::WA_DeleteOnClose);
+            for (QAction *action : list->actions()) {
+                if (action->objectName().startsWith(u"mnuRows"))
+                    popup->addAction(action);
+            }
+            popup->addSeparator();
             popup->addActions(commands);
             popup->popup(list->viewport()->mapToGlobal(at));
         });

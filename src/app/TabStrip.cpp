@@ -43,6 +43,18 @@ TabStrip::TabStrip(QWidget *parent) : QTabBar(parent), m_narrow(std::make_unique
 
 TabStrip::~TabStrip() = default;
 
+void TabStrip::setMarked(int tab, bool marked)
+{
+    if (m_marked.contains(tab) == marked)
+        return;
+    if (marked)
+        m_marked.insert(tab);
+    else
+        m_marked.remove(tab);
+    setTabToolTip(tab, marked ? tr("Not saved") : QString());
+    update(tabRect(tab));
+}
+
 // The width is given. Where the letters of the system are too large for it, those of the tabs are smaller.
 void TabStrip::fit()
 {
@@ -81,6 +93,13 @@ void TabStrip::paintEvent(QPaintEvent *event)
     // line.
     if (event->rect().top() <= selected.bottom() + kBelowTabs)
         QTabBar::paintEvent(event);
+    for (const int tab : std::as_const(m_marked)) {
+        // In the room around the caption, whose place stays.
+        const QRect corner = tabRect(tab);
+        QPainter star(this);
+        star.setPen(palette().color(QPalette::WindowText));
+        star.drawText(corner.adjusted(0, 2, -1, 0), Qt::AlignRight | Qt::AlignTop, QStringLiteral("*"));
+    }
     // The panel is drawn over the tabs: styles let the selected one reach further down than a tab alone
     // would.
     QStylePainter painter(this);

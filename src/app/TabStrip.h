@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSet>
 #include <QTabBar>
 
 namespace quillmere {
@@ -14,6 +15,9 @@ public:
     explicit TabStrip(QWidget *parent = nullptr);
     ~TabStrip() override;
 
+    // Shows a star in the corner of a tab: something on it is not saved.
+    void setMarked(int tab, bool marked);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -23,6 +27,7 @@ private:
     void fit();
 
     std::unique_ptr<QStyle> m_narrow;
+    QSet<int> m_marked;
 };
 
 } // namespace quillmere

@@ -2,6 +2,7 @@
 
 #include "app/CodePageChoice.h"
 #include "app/Dialogs.h"
+#include "app/ListEditing.h"
 #include "app/OpenDocument.h"
 #include "app/PaneRound.h"
 #include "app/RecentThemes.h"
@@ -234,6 +235,7 @@ void frmSkin::makeMenu()
         });
     m_dialogs->addCommands(m_menu);
     m_names->addCommands(m_menu);
+    new ListEditing(m_theme, frYt, *TabStrip4, *m_sourceTab->txtSnippet, m_files, m_menu, *this);
     m_overview->addCommands(m_menu);
     m_recent = std::make_unique<RecentThemes>(*m_menu.menu("mnuRecentThemes"),
                                               [this](const QString &folder) { openTheme(folder); });

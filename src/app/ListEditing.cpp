@@ -1,0 +1,77 @@
+#include "app/ListEditing.h"
+
+#include "app/TabStrip.h"
+#include "controls/Commands.h"
+#include "controls/ListView.h"
+#include "controls/TabFrame.h"
+#include "files/Files.h"
+#include "source/forms/SourceBox.h"
+#include "theme/ThemeProject.h"
+
+#include <QAction>
+#include <QMainWindow>
+
+namespace quillmere {
+
+namespace {
+
+enum Tab { Widgets = 1, Images, Colours, Languages, Source = 8 }; // in the strip
+constexpr int kSoon = 100;                                        // ms
+
+const struct
+{
+    Tab tab;
+    const char *command;
+} kSaves[] = {{Images, "mnuImgSave"}, {Colours, "mnuCSave"}, {Languages, "mnuLangSave"}};
+
+} // namespace
+
+ListEditing::ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, TabStrip &strip,
+                         const SourceBox &source, Files &files, const Commands &menu, QMainWindow &window)
+    : QObject(&window), m_theme(theme), m_strip(strip), m_source(source),
+      m_windows(theme.widgets.LvWidget, RowsHistory::Of::Ticks), m_images(theme.images.rows),
+      m_colours(theme.lvColor), m_strings(theme.LvBhs)
+{
+    const struct
+    {
+        RowsHistory &history;
+        Tab tab;
+        const char *list;
+        const ListRows &rows;
+    } lists[] = {{m_windows, Widgets, "LvWidget", theme.widgets.LvWidget},
+                 {m_images, Images, "lvImage", theme.images.rows},
+                 {m_colours, Colours, "lvColor", theme.lvColor},
+                 {m_strings, Languages, "LvBhs", theme.LvBhs}};
+    const auto soon = [this] { m_soon.start(); };
+    for (const auto &[history, tab, list, rows] : lists) {
+        history.addTo(*tabs[tab]->findChild<ListView *>(QLatin1String(list)));
+        connect(&rows, &ListRows::edited, this, soon);
+        connect(&rows, &ListRows::modelReset, this, soon);
+    }
+    connect(&source, &SourceBox::changed, this, soon);
+    files.onWritten(this, [soon](const QString &) { soon(); });
+    m_soon.setSingleShot(true);
+    m_soon.setInterval(kSoon);
+    connect(&m_soon, &QTimer::timeout, this, &ListEditing::showMarks);
+
+    // On the Source tab it is File > Save that has the key.
+    for (const auto &[tab, command] : kSaves) {
+        auto *save = new QAction(this);
+        save->setShortcut(QKeySequence::Save);
+        connect(save, &QAction::triggered, menu.action(command), &QAction::trigger);
+        window.addAction(save);
+        const auto enable = [save, &strip, tab = tab] { save->setEnabled(strip.currentIndex() == tab); };
+        connect(&strip, &QTabBar::currentChanged, save, enable);
+        enable();
+    }
+}
+
+void ListEditing::showMarks()
+{
+    m_strip.setMarked(Images, m_theme.images.document.isEdited());
+    m_strip.setMarked(Colours, m_theme.colours.document.isEdited());
+    m_strip.setMarked(Languages, m_theme.language.document.isEdited());
+    m_strip.setMarked(Source, m_source.document()->isModified());
+}
+
+} // namespace quillmere

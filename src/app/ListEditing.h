@@ -1,0 +1,39 @@
+#pragma once
+
+#include "controls/RowsHistory.h"
+
+#include <QTimer>
+
+class QAction;
+class QMainWindow;
+
+namespace quillmere {
+
+class Commands;
+class Files;
+class SourceBox;
+class TabFrame;
+class TabStrip;
+class ThemeProject;
+
+// What the lists of the catalogues have in common with a text: undo and redo, a mark on the tab while
+// something is not saved, and Ctrl+S.
+class ListEditing : public QObject
+{
+    Q_OBJECT
+
+public:
+    ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, TabStrip &strip, const SourceBox &source,
+                Files &files, const Commands &menu, QMainWindow &window);
+
+private:
+    void showMarks();
+
+    ThemeProject &m_theme;
+    TabStrip &m_strip;
+    const SourceBox &m_source;
+    RowsHistory m_windows, m_images, m_colours, m_strings;
+    QTimer m_soon; // marks follow changes that come many at a time
+};
+
+} // namespace quillmere

@@ -1,0 +1,132 @@
+#include "app/WindowFixture.h"
+
+#include "controls/RowsHistory.h"
+#include "i18n/LanguageCatalogue.h"
+#include "i18n/forms/LangTab.h"
+
+#include <QRandomGenerator>
+
+using namespace quillmere;
+
+namespace {
+
+void undo(ListView *list)
+{
+    QCoreApplication::processEvents();
+    list->setFocus();
+    QTest::keySequence(list, QKeySequence::Undo);
+}
+
+void redo(ListView *list)
+{
+    QTest::keySequence(list, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
+}
+
+} // namespace
+
+class TestListEditing : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_window = std::make_unique<Window>();
+        m_window->write("theme/theme.xml",
+                        "<config><file_color>color.xml</file_color><file_i18n>i18n.xml</file_i18n>"
+                        "</config>");
+        m_window->write("theme/color.xml",
+                        "<color name=\"a\">#010203</color><color name=\"b\">#040506</color>"
+                        "<color name=\"c\">#070809</color>");
+        m_window->write("theme/i18n.xml",
+                        "<language id=\"de\">de.xml</language><language id=\"fr\">fr.xml</language>");
+        m_window->write("theme/de.xml", "<language name=\"de\"><tran id=\"Yes\">Ja</tran></language>");
+        m_window->write("theme/fr.xml", "<language name=\"fr\"><tran id=\"Yes\">Oui</tran></language>");
+        m_window->openTheme();
+    }
+    void cleanup() { m_window.reset(); }
+
+    // Whatever comes at random is undone to each state before, ticks too, and redone to each after.
+    void backAndForth()
+    {
+        ListRows rows({u"A"_s, u"B"_s}, ListRows::Checks::Yes);
+        RowsHistory history(rows);
+        QRandomGenerator random(3);
+        const auto any = [&] { return int(random.bounded(qMax(1, rows.count()))); };
+        QStringList states = {rowsAsText(&rows)};
+        for (int step = 0; step < 150; ++step) {
+            for (int times = random.bounded(1, 4); times > 0; --times) {
+                const int what = int(random.bounded(5));
+                if (what == 0 || rows.isEmpty())
+                    rows.add(QString::number(step), {u"x"_s});
+                else if (what == 1)
+                    rows.remove(any());
+                else if (what == 2)
+                    rows.setSub(any(), 1, QString::number(random.bounded(9)));
+                else if (what == 3)
+                    rows.setChecked(any(), random.bounded(2) != 0);
+                else
+                    rows.edit(rows.rows().mid(any()));
+            }
+            QCoreApplication::processEvents();
+            if (const QString now = rowsAsText(&rows); now != states.last())
+                states.append(now);
+        }
+        QCOMPARE(history.steps.count(), int(states.size()) - 1);
+        for (qsizetype i = states.size() - 2; i >= 0; --i) {
+            history.steps.undo();
+            QCOMPARE(rowsAsText(&rows), states[i]);
+        }
+        for (qsizetype i = 1; i < states.size(); ++i) {
+            history.steps.redo();
+            QCOMPARE(rowsAsText(&rows), states[i]);
+        }
+    }
+
+    // By the keys; a command that replaces all rows is one step, the star goes with what is saved, and saving
+    // ends nothing.
+    void ofColours()
+    {
+        m_window->turnTo(3);
+        auto *list = m_window->find<ListView>("lvColor");
+        auto *strip = m_window->find<QTabBar>("TabStrip4");
+        const QString whole = m_window->shown("lvColor");
+        for (const int row : {0, 2})
+            list->model()->setData(list->model()->index(row, 0), Qt::Checked, Qt::CheckStateRole);
+        QCoreApplication::processEvents();
+        const QString ticked = m_window->shown("lvColor");
+        m_window->choose("mnuCHapus");
+        QCOMPARE(list->model()->rowCount(), 1);
+        QTRY_COMPARE(strip->tabToolTip(3), u"Not saved"_s);
+        undo(list);
+        QCOMPARE(m_window->shown("lvColor"), ticked);
+        QTRY_COMPARE(strip->tabToolTip(3), QString());
+        undo(list);
+        QCOMPARE(m_window->shown("lvColor"), whole);
+        redo(list);
+        redo(list);
+        QCOMPARE(list->model()->rowCount(), 1);
+    }
+
+    // Strings of another language are not undone into those of this one, even where both happen at once.
+    void otherRowsBeginAnew()
+    {
+        m_window->turnTo(4);
+        auto *list = m_window->find<ListView>("LvBhs");
+        auto *tab = m_window->skin->findChild<LangTab *>();
+        tab->putTranslation(u"de"_s, u"Yes"_s, u"Jawohl"_s);
+        QCoreApplication::processEvents();
+        tab->putTranslation(u"fr"_s, u"Yes"_s, u"Si"_s);
+        QCOMPARE(m_window->shown("LvBhs"), u"*  | Yes | Si\n"_s);
+        undo(list);
+        QCOMPARE(m_window->shown("LvBhs"), u" | Yes | Oui\n"_s);
+        undo(list);
+        QCOMPARE(m_window->shown("LvBhs"), u" | Yes | Oui\n"_s);
+    }
+
+private:
+    std::unique_ptr<Window> m_window;
+};
+
+WINDOW_TEST_MAIN(TestListEditing)
+#include "tst_listediting.moc"
