@@ -1,6 +1,7 @@
 #include "app/frmSkin.h"
 
 #include "app/CodePageChoice.h"
+#include "app/ColourWork.h"
 #include "app/Dialogs.h"
 #include "app/ListEditing.h"
 #include "app/OpenDocument.h"
@@ -21,7 +22,6 @@
 #include "catalogues/forms/PanelTab.h"
 #include "catalogues/forms/ScanCommands.h"
 #include "checks/forms/CheckTab.h"
-#include "colorpicker/forms/frmcolor.h"
 #include "controls/DirListBox.h"
 #include "controls/PageScroll.h"
 #include "files/Paths.h"
@@ -63,7 +63,6 @@ constexpr int kLeftColumn = 7200; // twips of the width that are not preview
 constexpr int kAround = 1200;     // twips of the height that are not preview
 constexpr int kFrameLeft = 240, kFrameTop = 600;
 constexpr int kStripLeft = 120, kStripTop = 120, kStripWidth = 6960; // twips
-constexpr int kBesideList = 24; // pixels; a dialog this far into the preview hides no list
 constexpr int kSettling = 1000; // ms in which a window manager may still give a new window its size
 
 const QString kGeometry = QStringLiteral("window/geometry");
@@ -187,13 +186,6 @@ void frmSkin::connectTabs()
         m_talk.run([&] { openDocument(path, theme); });
     });
     connect(m_widgetTab, &WidgetTab::markupChosen, this, &frmSkin::BuildWidgetHtml);
-    connect(m_colourTab, &ColourTab::entryOpened, this, [this](const QString &name, const QString &code) {
-        colourDialog().NamaFile = m_theme.colours.document.path();
-        colourDialog().NamaColor = name;
-        colourDialog().setEntry(name, code);
-    });
-    connect(m_colourTab, &ColourTab::colourOpened, this,
-            [this](int red, int green, int blue) { colourDialog().showColour(red, green, blue); });
     connect(m_imageTab, &ImageTab::putToWork, this,
             [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_imageTab))); });
     connect(m_sourceTab, &SourceTab::pageReady, frmWb->wb, &WebBrowser::write);
@@ -224,8 +216,8 @@ void frmSkin::makeMenu()
     m_sourceHelp->addCommands(m_menu);
     frmWb->addCommands(m_menu);
     m_stageTools->addCommands(m_menu);
-    m_menu.on("mnuColCode(1)", [this] { mnuColCode_Click(ColourForm::Code); });
-    m_menu.on("mnuColCode(2)", [this] { mnuColCode_Click(ColourForm::Name); });
+    (new ColourWork(*m_colourTab, m_theme, *m_sourceTab->txtSnippet, *frmWb, m_talk, *this))
+        ->addCommands(m_menu);
     m_dialogs = std::make_unique<Dialogs>(
         *this, *m_sourceTab, m_theme, m_files, m_talk,
         [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); },
@@ -395,22 +387,6 @@ void frmSkin::mnuFlDefault_Click()
     const QString folder = m_themeTab->Dir1->path();
     if (isThemeFolder(folder))
         openDocument(joinPath(folder, u"style.xml"), folder);
-}
-
-frmcolor &frmSkin::colourDialog()
-{
-    if (!m_frmcolor) {
-        m_frmcolor = new frmcolor(
-            m_theme.lvColor, [this] { return m_colourTab->selectedRow(); }, m_talk, this);
-        m_frmcolor->move(frmWb->mapToGlobal(QPoint(kBesideList, kBesideList)));
-    }
-    return *m_frmcolor;
-}
-
-void frmSkin::mnuColCode_Click(ColourForm to)
-{
-    SourceBox *source = m_sourceTab->txtSnippet;
-    source->rewriteAll(ConvertColours(source->text(), m_theme.lvColor, to));
 }
 
 } // namespace quillmere

@@ -2,7 +2,6 @@
 
 #include "app/MainMenu.h"
 #include "asking/forms/WindowTalk.h"
-#include "catalogues/ColourConversion.h"
 #include "files/Files.h"
 #include "theme/ThemeProject.h"
 
@@ -40,7 +39,6 @@ class ThemeNames;
 class ThemeOverview;
 class ThemeTab;
 class WidgetTab;
-class frmcolor;
 
 // The main window: puts the tabs together, owns the menu bar and the layout, hands public operations through.
 class frmSkin : public QMainWindow
@@ -87,8 +85,6 @@ private:
     void themeLoaded();
     void mnuOpenTheme_Click();
     void mnuFlDefault_Click();
-    frmcolor &colourDialog();
-    void mnuColCode_Click(ColourForm to);
 
     WindowTalk m_talk;
     Files &m_files;
@@ -102,7 +98,6 @@ private:
     WidgetTab *m_widgetTab = nullptr;
     ImageTab *m_imageTab = nullptr;
     ColourTab *m_colourTab = nullptr;
-    frmcolor *m_frmcolor = nullptr; // made when it is first wanted
     LangTab *m_langTab = nullptr;
     FontTab *m_fontTab = nullptr;
     KeymapTab *m_keymapTab = nullptr;
