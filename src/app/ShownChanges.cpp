@@ -54,7 +54,11 @@ ShownChanges::ShownChanges(StatusLine &status, SourceBox &source, OpenDocument &
         offer(std::any_of(paths.begin(), paths.end(),
                           [&](const QString &path) { return !inverse.changesOf(path).isEmpty(); }));
     });
-    connect(&theme, &ThemeProject::loaded, this, [this] { offer(false); });
+    connect(&theme, &ThemeProject::loaded, this, [this] {
+        offer(false);
+        if (m_frmChanges) // of the theme that was open
+            m_frmChanges->close();
+    });
 }
 
 ShownChanges::~ShownChanges() = default;
@@ -112,21 +116,21 @@ void ShownChanges::show()
         return !m_editing.isOpenText(window.path);
     });
     std::function<void(const QList<ChangedWindow> &)> takesBack;
-    if (writes)
-        takesBack = [this](const QList<ChangedWindow> &left) { m_talk.run([&] { takeBack(left); }); };
+    if (writes && m_inverse) // what is shown, whatever else was changed while it was looked at
+        takesBack = [this, inverse = *m_inverse](const QList<ChangedWindow> &left) {
+            m_talk.run([&] { takeBack(left, inverse); });
+        };
     const ChangesTheme theme{m_theme.folder(), screenPixels(m_theme), m_parts, receiverParts(m_theme)};
     m_frmChanges = std::make_unique<frmChanges>(changed, theme, takesBack, m_window);
     m_frmChanges->present(ModelessDialog::Keyboard::Takes);
 }
 
 // As one edit: a window that was changed again since lets none be written.
-void ShownChanges::takeBack(const QList<ChangedWindow> &windows)
+void ShownChanges::takeBack(const QList<ChangedWindow> &windows, const ThemeEdit &inverse)
 {
-    if (!m_inverse)
-        return;
     ThemeEdit edit;
     for (const ChangedWindow &window : windows)
-        edit.replace(window.path, ThemeEdit::markOf(window.after), m_inverse->changesOf(window.path));
+        edit.replace(window.path, ThemeEdit::markOf(window.after), inverse.changesOf(window.path));
     if (m_editing.apply(edit))
         m_talk.say(windows.size() == 1 ? tr("Taken back in 1 window.")
                                        : tr("Taken back in %1 windows.").arg(windows.size()));

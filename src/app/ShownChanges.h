@@ -36,7 +36,7 @@ private:
     void show();
     QList<ChangedWindow> windows() const;
     QString textNow(const QString &path) const;
-    void takeBack(const QList<ChangedWindow> &windows);
+    void takeBack(const QList<ChangedWindow> &windows, const ThemeEdit &inverse);
 
     SourceBox &m_source;
     OpenDocument &m_document;

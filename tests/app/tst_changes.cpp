@@ -67,7 +67,8 @@ private slots:
             const qint32 at = qint32(text.indexOf(u"[0,"_s)) + 1;
             QVERIFY(edit.replace(m_window->path(name), text, {at, at + 1}, u"30"_s));
         }
-        QVERIFY(m_window->skin->findChild<ThemeEditing *>()->apply(edit));
+        auto *editing = m_window->skin->findChild<ThemeEditing *>();
+        QVERIFY(editing->apply(edit));
         QCOMPARE(m_window->read("theme/two.xml"), windowAt(30));
         m_button->click();
         QWidget *dialog = dialogNamed("frmChanges");
@@ -77,8 +78,13 @@ private slots:
         QVERIFY(!takeBack->isEnabled());
         rows->setData(rows->index(1, 0), Qt::Unchecked, Qt::CheckStateRole);
         QVERIFY(takeBack->isEnabled());
+        ThemeEdit meanwhile;
+        const QString text = QString::fromLatin1(windowAt(30));
+        const qint32 at = qint32(text.indexOf(u"[30,"_s)) + 1;
+        QVERIFY(meanwhile.replace(m_window->path("theme/one.xml"), text, {at, at + 2}, u"60"_s));
+        QVERIFY(editing->apply(meanwhile));
         takeBack->click();
-        QCOMPARE(m_window->read("theme/one.xml"), windowAt(30));
+        QCOMPARE(m_window->read("theme/one.xml"), windowAt(60));
         QCOMPARE(m_window->read("theme/two.xml"), windowAt(0));
     }
 
