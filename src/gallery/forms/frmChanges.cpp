@@ -87,8 +87,9 @@ protected:
             const bool isWide = width() > height() * 2;
             const int half = ((isWide ? width() : height()) - kGap) / 2;
             const QRect first(QPoint(), isWide ? QSize(half, height()) : QSize(width(), half));
-            draw(painter, m_before, first);
-            draw(painter, m_after, first.translated(isWide ? half + kGap : 0, isWide ? 0 : half + kGap));
+            drawUnder(painter, QObject::tr("Before"), m_before, first);
+            drawUnder(painter, QObject::tr("After"), m_after,
+                      first.translated(isWide ? half + kGap : 0, isWide ? 0 : half + kGap));
         } else if (m_view == Blend) {
             draw(painter, m_before, rect());
             painter.setOpacity(m_blend / 100.);
@@ -99,11 +100,19 @@ protected:
     }
 
 private:
-    static void draw(QPainter &painter, const QImage &picture, const QRect &room)
+    // Where it stood.
+    static QRect draw(QPainter &painter, const QImage &picture, const QRect &room)
     {
         QRect place(QPoint(), picture.size().scaled(room.size(), Qt::KeepAspectRatio));
         place.moveCenter(room.center());
         painter.drawImage(place, picture);
+        return place;
+    }
+    static void drawUnder(QPainter &painter, const QString &caption, const QImage &picture, const QRect &room)
+    {
+        const int high = painter.fontMetrics().height();
+        const QRect place = draw(painter, picture, room.adjusted(0, high, 0, 0));
+        painter.drawText(QPoint(place.left(), place.top() - painter.fontMetrics().descent()), caption);
     }
 
     QImage m_before, m_after, m_marked;
@@ -172,11 +181,17 @@ QLayout *frmChanges::makePicture()
     m_view->button(SideBySide)->setChecked(true);
     sldBlend->setRange(0, 100);
     sldBlend->setValue(50);
-    sldBlend->setEnabled(false);
-    line->addWidget(sldBlend, 1);
-    connect(m_view, &QButtonGroup::idClicked, this, [this](int view) {
+    auto *blend = new QWidget;
+    auto *ends = new QHBoxLayout(blend);
+    ends->setContentsMargins(kGap, 0, 0, 0);
+    ends->addWidget(new QLabel(tr("Before")));
+    ends->addWidget(sldBlend, 1);
+    ends->addWidget(new QLabel(tr("After")));
+    blend->setEnabled(false);
+    line->addWidget(blend, 1);
+    connect(m_view, &QButtonGroup::idClicked, this, [this, blend](int view) {
         m_picture->setView(View(view));
-        sldBlend->setEnabled(view == Blend);
+        blend->setEnabled(view == Blend);
     });
     connect(sldBlend, &QSlider::valueChanged, this, [this](int percent) { m_picture->setBlend(percent); });
     auto *column = new QVBoxLayout;
