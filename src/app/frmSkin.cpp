@@ -338,7 +338,7 @@ void frmSkin::themeLoaded()
                    .arg(m_theme.images.rows.count())
                    .arg(m_theme.lvColor.count())
                    .arg(m_theme.lvFont.count())
-                   .arg(left.isEmpty() ? tr("Double-click a window on the Widget tab.") : left)
+                   .arg(left.isEmpty() ? tr("Double-click a window to open it.") : left)
                    .arg(news)
                    .trimmed());
     if (m_theme.panel)

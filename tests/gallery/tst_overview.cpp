@@ -188,6 +188,14 @@ private slots:
         window.key(Qt::Key_Return);
         QVERIFY(!window.overview->isVisible());
         QCOMPARE(window.find<QGroupBox>("frmWb")->title(), window.path("theme/Named.xml"));
+
+        window.key(Qt::Key_Home, Qt::AltModifier);
+        QTest::keyClicks(window.list, u"na"_s);
+        window.key(Qt::Key_Home, Qt::AltModifier);
+        window.key(Qt::Key_Home, Qt::AltModifier);
+        QCOMPARE(window.names(), QStringList(u"Named"_s));
+        QTest::keyClicks(window.list, u"go"_s); // not "nago"
+        QCOMPARE(window.names(), QStringList(u"gone"_s));
     }
 
     // It is in nobody's way: not of a window that is open, and not of what is typed.

@@ -82,6 +82,7 @@ void Overview::appear(Keyboard keyboard)
         setGeometry(m_frame.area().geometry());
         show();
         raise();
+        txtOverview->selectAll(); // a letter begins a new filter
         emit shown(true);
     }
     if (keyboard == Keyboard::Stays)
