@@ -3,7 +3,7 @@
 // it has drawn a frame of it. "work" is what the window's thread and that
 // of the browser's renderer did meanwhile, which says something on a busy machine, too.
 //
-//   QT_QPA_PLATFORM=offscreen bench_keys [BLOCKS...]
+//   QT_QPA_PLATFORM=offscreen bench_keys [--receiver] [BLOCKS...]
 
 #include "BenchWindow.h"
 
@@ -14,6 +14,7 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QKeyEvent>
+#include <QSettings>
 #include <QTabBar>
 #include <QTextStream>
 #include <QTimer>
@@ -168,6 +169,8 @@ int main(int argc, char **argv)
     prepareBench(folder);
     QApplication app(argc, argv);
     QStringList counts = app.arguments().mid(1);
+    if (counts.removeAll(QStringLiteral("--receiver")) > 0)
+        QSettings().setValue(QStringLiteral("receiver/on"), true);
     if (counts.isEmpty())
         counts = {QStringLiteral("200"), QStringLiteral("2000")};
     Bench bench(folder);
