@@ -2,6 +2,7 @@
 
 #include "app/TabStrip.h"
 #include "controls/Commands.h"
+#include "controls/ListFilter.h"
 #include "controls/ListView.h"
 #include "controls/TabFrame.h"
 #include "files/Files.h"
@@ -15,14 +16,22 @@ namespace quillmere {
 
 namespace {
 
-enum Tab { Widgets = 1, Images, Colours, Languages, Source = 8 }; // in the strip
-constexpr int kSoon = 100;                                        // ms
+enum Tab { Widgets = 1, Images, Colours, Languages, Fonts, Keys, Source = 8 }; // in the strip
+constexpr int kSoon = 100;                                                     // ms
 
 const struct
 {
     Tab tab;
     const char *command;
 } kSaves[] = {{Images, "mnuImgSave"}, {Colours, "mnuCSave"}, {Languages, "mnuLangSave"}};
+
+// Those that Ctrl+F filters.
+const struct
+{
+    Tab tab;
+    const char *list;
+} kFiltered[] = {{Widgets, "LvWidget"}, {Images, "lvImage"}, {Colours, "lvColor"},
+                 {Languages, "LvBhs"},  {Fonts, "lvFont"},   {Keys, "lvKeyMap"}};
 
 } // namespace
 
@@ -55,15 +64,24 @@ ListEditing::ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, Tab
     connect(&m_soon, &QTimer::timeout, this, &ListEditing::showMarks);
 
     // On the Source tab it is File > Save that has the key.
-    for (const auto &[tab, command] : kSaves) {
-        auto *save = new QAction(this);
-        save->setShortcut(QKeySequence::Save);
-        connect(save, &QAction::triggered, menu.action(command), &QAction::trigger);
-        window.addAction(save);
-        const auto enable = [save, &strip, tab = tab] { save->setEnabled(strip.currentIndex() == tab); };
-        connect(&strip, &QTabBar::currentChanged, save, enable);
-        enable();
+    for (const auto &[tab, command] : kSaves)
+        connect(addKey(window, tab, QKeySequence::Save), &QAction::triggered, menu.action(command),
+                &QAction::trigger);
+    for (const auto &[tab, name] : kFiltered) {
+        auto *filter = new ListFilter(*tabs[tab]->findChild<ListView *>(QLatin1String(name)));
+        connect(addKey(window, tab, QKeySequence::Find), &QAction::triggered, filter, &ListFilter::open);
     }
+}
+
+QAction *ListEditing::addKey(QMainWindow &window, int tab, const QKeySequence &key)
+{
+    auto *action = new QAction(this);
+    action->setShortcut(key);
+    window.addAction(action);
+    const auto enable = [this, action, tab] { action->setEnabled(m_strip.currentIndex() == tab); };
+    connect(&m_strip, &QTabBar::currentChanged, action, enable);
+    enable();
+    return action;
 }
 
 void ListEditing::showMarks()

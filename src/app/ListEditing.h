@@ -5,6 +5,7 @@
 #include <QTimer>
 
 class QAction;
+class QKeySequence;
 class QMainWindow;
 
 namespace quillmere {
@@ -17,7 +18,7 @@ class TabStrip;
 class ThemeProject;
 
 // What the lists of the catalogues have in common with a text: undo and redo, a mark on the tab while
-// something is not saved, and Ctrl+S.
+// something is not saved, Ctrl+S, and Ctrl+F to filter by.
 class ListEditing : public QObject
 {
     Q_OBJECT
@@ -28,6 +29,8 @@ public:
 
 private:
     void showMarks();
+    // For the main window, while this tab is shown.
+    QAction *addKey(QMainWindow &window, int tab, const QKeySequence &key);
 
     ThemeProject &m_theme;
     TabStrip &m_strip;

@@ -108,6 +108,41 @@ private slots:
         QCOMPARE(list->model()->rowCount(), 1);
     }
 
+    // Rows that do not match are hidden and nothing else: their numbers stay, and so do ticks.
+    void filters()
+    {
+        m_window->turnTo(3);
+        auto *list = m_window->find<ListView>("lvColor");
+        const QRect whole = list->geometry();
+        const auto seen = [list] {
+            QString rows;
+            for (int row = 0; row < list->model()->rowCount(); ++row)
+                rows += list->isRowHidden(row, {}) ? u""_s : QString::number(row);
+            return rows;
+        };
+        list->setFocus();
+        QTest::keySequence(list, QKeySequence::Find);
+        auto *text = m_window->find<QLineEdit>("txtFilterlvColor");
+        QVERIFY(text->hasFocus());
+        QVERIFY(list->geometry().top() > whole.top() && list->geometry().bottom() == whole.bottom());
+        QTest::keyClicks(text, u"#0102"_s);
+        QCOMPARE(seen(), u"0"_s);
+        text->setText(u"B"_s);
+        QCOMPARE(seen(), u"1"_s);
+        text->clear();
+        list->model()->setData(list->model()->index(2, 0), Qt::Checked, Qt::CheckStateRole);
+        m_window->find<QComboBox>("cboTickslvColor")->setCurrentIndex(2);
+        QCOMPARE(seen(), u"01"_s);
+        m_window->skin->resize(1400, 800);
+        QVERIFY(list->geometry().top() > whole.top());
+        m_window->choose("mnuCHapus");
+        QTRY_COMPARE(seen(), u"01"_s);
+        QTest::keyClick(text, Qt::Key_Escape);
+        QVERIFY(!text->isVisible() && list->hasFocus());
+        QCOMPARE(list->geometry().top(), whole.top());
+        QCOMPARE(seen(), u"01"_s);
+    }
+
     // Strings of another language are not undone into those of this one, even where both happen at once.
     void otherRowsBeginAnew()
     {

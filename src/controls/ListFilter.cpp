@@ -1,0 +1,145 @@
+#include "controls/ListFilter.h"
+
+#include "controls/ListView.h"
+#include "controls/Named.h"
+
+#include <QComboBox>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+
+namespace quillmere {
+
+namespace {
+
+constexpr int kHeight = 24; // pixels
+constexpr int kGap = 4;     // pixels
+
+enum Ticks { All, Ticked, NotTicked };
+
+bool holds(const QAbstractItemModel &rows, int row, const QString &text)
+{
+    for (int column = 0; column < rows.columnCount(); ++column) {
+        if (rows.index(row, column).data().toString().contains(text, Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+ListFilter::ListFilter(ListView &list)
+    : QWidget(list.parentWidget()), m_list(list), txtFilter(new QLineEdit), cboTicks(new QComboBox),
+      lblFound(new QLabel)
+{
+    const QString name = list.objectName();
+    setObjectName(u"filter" + name);
+    named(txtFilter, "", tr("Filter of %1").arg(list.accessibleName()))->setObjectName(u"txtFilter" + name);
+    named(cboTicks, "", tr("Ticks"))->setObjectName(u"cboTicks" + name);
+    named(lblFound, "", tr("Number of rows"))->setObjectName(u"lblFound" + name);
+    txtFilter->setPlaceholderText(tr("Filter"));
+    txtFilter->setClearButtonEnabled(true);
+    cboTicks->addItems({tr("All"), tr("Ticked"), tr("Not ticked")});
+    cboTicks->setVisible(false);
+    auto *line = new QHBoxLayout(this);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(kGap);
+    line->addWidget(txtFilter, 1);
+    line->addWidget(cboTicks);
+    line->addWidget(lblFound);
+    hide();
+
+    m_soon.setSingleShot(true);
+    m_soon.setInterval(0);
+    connect(&m_soon, &QTimer::timeout, this, &ListFilter::apply);
+    connect(txtFilter, &QLineEdit::textChanged, this, &ListFilter::apply);
+    connect(cboTicks, &QComboBox::currentIndexChanged, this, &ListFilter::apply);
+    const auto soon = [this] {
+        if (isVisibleTo(parentWidget()))
+            m_soon.start();
+    };
+    const QAbstractItemModel *rows = list.model();
+    connect(rows, &QAbstractItemModel::modelReset, this, soon);
+    connect(rows, &QAbstractItemModel::rowsInserted, this, soon);
+    connect(rows, &QAbstractItemModel::rowsRemoved, this, soon);
+    connect(rows, &QAbstractItemModel::dataChanged, this, soon);
+    list.installEventFilter(this);
+    setTabOrder(txtFilter, cboTicks);
+    setTabOrder(cboTicks, &list);
+}
+
+void ListFilter::open()
+{
+    const QModelIndex first = m_list.model()->index(0, 0);
+    cboTicks->setVisible(first.isValid() && first.flags().testFlag(Qt::ItemIsUserCheckable));
+    if (isHidden()) {
+        m_whole = m_list.geometry();
+        show();
+        makeRoom();
+        apply();
+    }
+    txtFilter->setFocus();
+    txtFilter->selectAll();
+}
+
+void ListFilter::close()
+{
+    txtFilter->clear();
+    cboTicks->setCurrentIndex(All);
+    apply();
+    hide();
+    m_list.setGeometry(m_whole);
+    m_list.setFocus();
+    m_list.scrollTo(m_list.currentIndex());
+}
+
+void ListFilter::makeRoom()
+{
+    m_room = m_whole.adjusted(0, kHeight + kGap, 0, 0);
+    setGeometry(m_whole.left(), m_whole.top(), m_whole.width(), kHeight);
+    m_list.setGeometry(m_room);
+    raise();
+}
+
+void ListFilter::apply()
+{
+    const QAbstractItemModel &rows = *m_list.model();
+    const QString text = txtFilter->text();
+    const int ticks = cboTicks->currentIndex();
+    int found = 0;
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        bool isFound = text.isEmpty() || holds(rows, row, text);
+        if (isFound && ticks != All)
+            isFound =
+                (rows.index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked) == (ticks == Ticked);
+        found += isFound;
+        if (m_list.isRowHidden(row, {}) == isFound)
+            m_list.setRowHidden(row, {}, !isFound);
+    }
+    lblFound->setText(tr("%1 of %2").arg(found).arg(rows.rowCount()));
+}
+
+bool ListFilter::eventFilter(QObject *watched, QEvent *event)
+{
+    // Whoever lays the list out does so for all of its room, and two events may tell of it.
+    const bool isPlaced = event->type() == QEvent::Resize || event->type() == QEvent::Move;
+    if (isPlaced && !isHidden() && m_list.geometry() != m_room) {
+        m_whole = m_list.geometry();
+        makeRoom();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void ListFilter::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else if (event->key() == Qt::Key_Down || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        m_list.setFocus();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+} // namespace quillmere

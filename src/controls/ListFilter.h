@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+
+namespace quillmere {
+
+class ListView;
+
+// A line above a list that leaves only those rows to be seen which hold a text, in any column and in any
+// letter case, and where the rows have ticks, only those with or without one. It comes with Ctrl+F and takes
+// no room before; Esc empties it and takes it away. The rows themselves stay as they are, and so do their
+// numbers: commands walk all of them.
+class ListFilter : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ListFilter(ListView &list);
+
+    // Shows the line and goes there.
+    void open();
+
+protected:
+    // Keeps its place above the list, which makes room for it.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void close();
+    void apply();
+    void makeRoom();
+
+    ListView &m_list;
+    QLineEdit *txtFilter;
+    QComboBox *cboTicks;
+    QLabel *lblFound;
+    QRect m_whole, m_room; // where the list is without the line, and with it
+    QTimer m_soon;         // rows change many at a time
+};
+
+} // namespace quillmere
