@@ -303,7 +303,7 @@ void frmSkin::Dir1_Change(const QString &path)
     m_theme.File1.setPath(path);
     setWindowTitle(u" :: Quillmere :: " + path);
     if (!isThemeFolder(path)) {
-        m_talk.say(tr("%1 is no theme: a theme's folder is named \"theme\".").arg(path));
+        m_talk.say(tr("%1 is not a theme folder: that is named \"theme\".").arg(path));
         return;
     }
     m_sinceTheme.start();
@@ -378,8 +378,11 @@ void frmSkin::mnuOpenTheme_Click()
 {
     const QString folder =
         QFileDialog::getExistingDirectory(this, tr("Open Theme"), m_themeTab->Dir1->path());
+    // Themes are handed on in a folder of their own, and it is that one which people choose.
+    const QString inner = joinPath(folder, u"theme");
     if (!folder.isEmpty())
-        openTheme(folder);
+        openTheme(!isThemeFolder(folder) && !findFile(joinPath(inner, u"theme.xml")).isEmpty() ? inner
+                                                                                               : folder);
 }
 
 void frmSkin::mnuFlDefault_Click()

@@ -110,7 +110,7 @@ private slots:
         const QPoint entry = files->visualRect(files->model()->index(2, 0)).center();
         QTest::mouseClick(files->viewport(), Qt::LeftButton, {}, entry);
         QTest::mouseDClick(files->viewport(), Qt::LeftButton, {}, entry);
-        QCOMPARE(facts->text(), u"This is no picture."_s);
+        QCOMPARE(facts->text(), u"This is not a picture."_s);
         QCOMPARE(QString(file->text() + u' ' + id->text()), QString(theme + u"/images/sky.jpeg sky."));
         id->setText(u"sky"_s);
         window.prompts.expectMessage(u"Duplikat ID"_s, u"Sudah ada ID sky"_s);
@@ -132,8 +132,8 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("says");
         QTest::newRow("drawing") << u"a.svg"_s << u"Drawings are shown in the preview only."_s;
-        QTest::newRow("called a picture") << u"a.png"_s << u"This is no picture."_s;
-        QTest::newRow("no suffix") << u"a"_s << u"This is no picture."_s;
+        QTest::newRow("called a picture") << u"a.png"_s << u"This is not a picture."_s;
+        QTest::newRow("no suffix") << u"a"_s << u"This is not a picture."_s;
     }
 
     // A drawing can refer to itself, to pipes, and to files outside; nothing here reads it.

@@ -121,8 +121,9 @@ void ColourTab::mnuCHapus_Click()
     const int scrolled = lvColor->verticalScrollBar()->value();
     const int removed = RemoveCheckedRows(m_colours);
     lvColor->verticalScrollBar()->setValue(scrolled);
-    m_talk.say(removed > 0 ? tr("%1 colours removed from the list.").arg(removed)
-                           : tr("Tick the colours to remove first."));
+    m_talk.say(removed == 1  ? tr("1 colour removed from the list.")
+               : removed > 0 ? tr("%1 colours removed from the list.").arg(removed)
+                             : tr("Tick the colours to remove first."));
 }
 
 void ColourTab::mnuCSave_Click()

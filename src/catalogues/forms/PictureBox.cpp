@@ -34,7 +34,7 @@ QString PictureBox::showFile(const QString &path)
         return tr("%1: %2.").arg(fileNameOf(path).toString(), reason);
     const ScaledPicture read = readScaled(*opened, size() * devicePixelRatioF());
     if (read.image.isNull())
-        return isDrawing(file) ? tr("Drawings are shown in the preview only.") : tr("This is no picture.");
+        return isDrawing(file) ? tr("Drawings are shown in the preview only.") : tr("This is not a picture.");
     m_picture = read.image;
     update();
     return tr("%1 × %2 pixels\n%3 bytes")

@@ -79,7 +79,7 @@ Pictures::Known Pictures::read(const QString &path, const QString &folder, QSize
     if (picture.image.isNull())
         known.picture.why = info.suffix().startsWith(u"svg", Qt::CaseInsensitive)
                                 ? tr("Drawings are shown in the preview only.")
-                                : tr("This is no picture that can be shown.");
+                                : tr("This is not a picture that can be shown.");
     return known;
 }
 
