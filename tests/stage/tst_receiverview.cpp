@@ -137,6 +137,18 @@ private slots:
         QCOMPARE(m_window->shown("LvBhs"), u"*  | Yes | Si\n*  | No | Non\n"_s);
         QCOMPARE(m_window->read("theme/fr.xml"),
                  "<language name=\"fr\"><tran id=\"Yes\">Oui</tran></language>"_ba);
+
+        // What cannot be put anywhere stays where it was typed.
+        m_window->write("theme/de.xml", "");
+        language->setCurrentText(u"de"_s);
+        QVERIFY(isSeen());
+        key(Qt::Key_F4);
+        QVERIFY(line());
+        m_window->prompts.expectMessage(u"Quillmere"_s,
+                                        m_window->path("theme/de.xml") + u" is empty or not there."_s);
+        QTest::keyClicks(line(), u"Nein"_s);
+        QTest::keyClick(line(), Qt::Key_Return);
+        QCOMPARE(line()->text(), u"Nein"_s);
     }
 
     void choicesAreRemembered()

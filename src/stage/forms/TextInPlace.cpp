@@ -118,8 +118,8 @@ void TextInPlace::take()
         return;
     }
     const QString source = m_source, language = m_language;
+    translate(language, source, text); // where it fails, what was typed stays
     end();
-    translate(language, source, text);
     m_talk.say(tr("%1: \"%2\" is now \"%3\", not saved yet.").arg(language, source.trimmed(), text));
 }
 
