@@ -54,6 +54,10 @@ private:
         {
             return {};
         }
+        std::optional<QString> chooseFile(FileFor, const QString &, const QString &, const QString &) override
+        {
+            return {};
+        }
     };
 
     Files m_files;

@@ -46,6 +46,10 @@ public:
     {
         return QStringLiteral("1");
     }
+    std::optional<QString> chooseFile(FileFor, const QString &, const QString &, const QString &) override
+    {
+        return {};
+    }
 };
 
 struct Key

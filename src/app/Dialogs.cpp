@@ -1,5 +1,6 @@
 #include "app/Dialogs.h"
 
+#include "app/LanguageExchange.h"
 #include "app/frmAbout.h"
 #include "asking/Talk.h"
 #include "controls/Commands.h"
@@ -13,9 +14,10 @@
 
 namespace quillmere {
 
-Dialogs::Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Files &files, Talk &talk,
-                 std::function<void()> showSource, std::function<void(const QString &)> restored)
-    : m_window(window), m_sourceTab(sourceTab), m_theme(theme), m_files(files), m_talk(talk),
+Dialogs::Dialogs(QWidget &window, SourceTab &sourceTab, ThemeProject &theme, const LiveIndex &index,
+                 Files &files, Talk &talk, std::function<void()> showSource,
+                 std::function<void(const QString &)> restored)
+    : m_window(window), m_sourceTab(sourceTab), m_theme(theme), m_index(index), m_files(files), m_talk(talk),
       m_showSource(std::move(showSource)), m_restored(std::move(restored)),
       m_findNext(new QAction(QObject::tr("Find Next"), &window))
 {
@@ -33,6 +35,7 @@ void Dialogs::addCommands(Commands &menu)
     menu.on("mnuTReplace", [this] { replaceDialog().open(); });
     menu.action("mnuTReplace")->setShortcut(Qt::CTRL | Qt::Key_H);
     menu.on("mnuRestore", [this] { openRestore(); });
+    (new LanguageExchange(m_theme, m_index, m_files, m_talk, m_window))->addCommands(menu);
     menu.on("mnuAbout", [this] {
         auto *about = new frmAbout(&m_window);
         about->setAttribute(Qt::WA_DeleteOnClose);

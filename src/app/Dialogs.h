@@ -14,6 +14,7 @@ namespace quillmere {
 
 class Commands;
 class Files;
+class LiveIndex;
 class Talk;
 class SourceTab;
 class ThemeProject;
@@ -25,8 +26,8 @@ class Dialogs
 public:
     // `showSource` turns to the Source tab; `restored` is given the path of a file that was written anew from
     // one of its versions.
-    Dialogs(QWidget &window, SourceTab &sourceTab, const ThemeProject &theme, Files &files, Talk &talk,
-            std::function<void()> showSource, std::function<void(const QString &path)> restored);
+    Dialogs(QWidget &window, SourceTab &sourceTab, ThemeProject &theme, const LiveIndex &index, Files &files,
+            Talk &talk, std::function<void()> showSource, std::function<void(const QString &path)> restored);
     ~Dialogs();
 
     void addCommands(Commands &menu);
@@ -38,7 +39,8 @@ private:
 
     QWidget &m_window;
     SourceTab &m_sourceTab;
-    const ThemeProject &m_theme;
+    ThemeProject &m_theme;
+    const LiveIndex &m_index;
     Files &m_files;
     Talk &m_talk;
     std::function<void()> m_showSource;

@@ -66,6 +66,9 @@ constexpr Item kItems[] = {
     {"mnuLang", "mnuLangSave", "Save Trans"},
     {"mnuLang", "hrTextFit", "", Kind::Separator},
     {"mnuLang", "mnuTextFit", "Text Fit"},
+    {"mnuLang", "hrExchange", "", Kind::Separator},
+    {"mnuLang", "mnuLangExport", "&Export..."},
+    {"mnuLang", "mnuLangImport", "&Import..."},
 
     {nullptr, "mnuTool", "&Tool", Kind::Menu},
     {"mnuTool", "mnuCblock", "Copy Block Name"},

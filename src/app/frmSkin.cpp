@@ -219,7 +219,7 @@ void frmSkin::makeMenu()
     (new ColourWork(*m_colourTab, m_theme, *m_sourceTab->txtSnippet, *frmWb, m_talk, *this))
         ->addCommands(m_menu);
     m_dialogs = std::make_unique<Dialogs>(
-        *this, *m_sourceTab, m_theme, m_files, m_talk,
+        *this, *m_sourceTab, m_theme, *m_index, m_files, m_talk,
         [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); },
         [this](const QString &path) {
             m_outside->fileReplaced(path);

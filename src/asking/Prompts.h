@@ -22,6 +22,11 @@ public:
     // A line of text, or nothing on Cancel.
     virtual std::optional<QString> input(const QString &title, const QString &prompt,
                                          const QString &preset) = 0;
+    // The path of a file that is to be read, or written, or nothing on Cancel. Who would write over a file
+    // is asked. `preset` is a folder, or a path; `filters` are those of a file dialog.
+    enum class FileFor { Reading, Writing };
+    virtual std::optional<QString> chooseFile(FileFor purpose, const QString &title, const QString &preset,
+                                              const QString &filters) = 0;
 };
 
 } // namespace quillmere

@@ -60,6 +60,15 @@ void LoadLanguageList(ListRows &lvLang, const Document &file, const QString &lan
     lvLang.assign(std::move(languages));
 }
 
+QString languageOf(const ListRows &lvLang, const QString &path)
+{
+    for (const ListRows::Row &language : lvLang.rows()) {
+        if (language.text == path)
+            return language.sub(1);
+    }
+    return {};
+}
+
 void OpenLgXml(ListRows &LvBhs, const QString &text)
 {
     if (!text.isEmpty())

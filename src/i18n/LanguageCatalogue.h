@@ -17,6 +17,9 @@ ListRows makeStringRows();
 // every file name as it stands. A missing file leaves the rows empty.
 void LoadLanguageList(ListRows &lvLang, const Document &file, const QString &languageFolder);
 
+// The id under which the catalogue lists a language file; empty for one that it does not list.
+QString languageOf(const ListRows &lvLang, const QString &path);
+
 // Replaces the rows by the `<tran id="SOURCE">TRANSLATION</tran>` elements of a language file, none checked.
 // An empty text leaves the rows as they are, one without `<language name="` empties them.
 void OpenLgXml(ListRows &LvBhs, const QString &text);

@@ -63,6 +63,12 @@ public:
     {
         return take(title, prompt).input;
     }
+    // Expected as an input whose prompt is the preset.
+    std::optional<QString> chooseFile(FileFor, const QString &title, const QString &preset,
+                                      const QString &) override
+    {
+        return take(title, preset).input;
+    }
 
 private:
     struct Step

@@ -1,5 +1,6 @@
 #include "app/WindowFixture.h"
 
+#include <QPlainTextEdit>
 #include <QRegularExpression>
 
 using namespace quillmere;
@@ -176,6 +177,60 @@ private slots:
         window.choose("mnuLangTrans(0)");
         window.choose("mnuLangTranslate");
         QCOMPARE(window.strings(), QString());
+    }
+
+    // What comes back is shown first; what is ticked becomes unsaved edits, a fuzzy one without its mark.
+    void exportAndImport()
+    {
+        LanguageWindow window;
+        window.prompts.expectMessage(
+            u"Quillmere"_s, u"No language file is open: double-click a language on the Lang tab first."_s);
+        window.choose("mnuLangExport");
+        window.press("lvLang", 0, Qt::Key_Return);
+        window.press("LvBhs", 0, Qt::Key_Space);
+        window.prompts.expectInput(u"Export"_s, u"German.po"_s, window.path("German.xlf"));
+        window.choose("mnuLangExport");
+        const QByteArray exported = window.files.read(u"German.xlf"_s);
+        QVERIFY2(exported.contains("<target state=\"translated\">Sender</target>"), exported.constData());
+        const QString folder = window.files.folder() + u'/';
+        window.prompts.expectInput(u"Import"_s, folder, window.path("German.xlf"));
+        window.prompts.expectMessage(u"Import"_s,
+                                     window.path("German.xlf") +
+                                         u" changes nothing: it holds the translations that are there.");
+        window.choose("mnuLangImport");
+
+        window.files.write(
+            u"back.po"_s, "msgid \"Channel list\"\nmsgstr \"\"\n\n#, fuzzy\nmsgid \"Radio\"\nmsgstr \"R\"\n\n"
+                          "msgid \"Menu\"\nmsgstr \"M\"\nmsgid \"Menu\"\nmsgstr \"N\"\n"
+                          "msgid \"Other\"\nmsgstr \"O\"\n");
+        window.prompts.expectInput(u"Import"_s, folder, window.path("back.po"));
+        window.choose("mnuLangImport");
+        QWidget *dialog = dialogNamed("frmImport");
+        auto *list = childOf<ListView>(*dialog, "lvImport");
+        QCOMPARE(rowsAsText(list->model()),
+                 u"* Channel list | Sender |  | gone\n* Radio |  | R | new, fuzzy\n"
+                 "Menu |  | M | conflicting\nMenu |  | N | conflicting\n"_s);
+        QCOMPARE(childOf<QPlainTextEdit>(*dialog, "txtImportLeftOut")->toPlainText(),
+                 u"Line 12: the language has no \"Other\""_s);
+        for (const int row : {0, 2, 3}) {
+            list->setCurrentIndex(list->model()->index(row, 0));
+            QTest::keyClick(list, Qt::Key_Space);
+        }
+        QCOMPARE(childOf<QLabel>(*dialog, "lblImportCount")->text(), u"2 of 4 translations"_s);
+        QCoreApplication::processEvents(); // for what has changed is a step of its own then
+        QTest::keyClick(dialog, Qt::Key_Return);
+        QTRY_COMPARE(window.strings(), u"*  | Channel list | Sender\n | Radio | R\n*  | Menu | N\n"_s);
+        QCOMPARE(window.files.read(u"theme/lang/sub/de.xml"_s), kGerman);
+        QCoreApplication::processEvents();
+        childOf<QAction>(*window.find<ListView>("LvBhs"), "mnuRowsUndo")->trigger();
+        QCOMPARE(window.strings(), u"*  | Channel list | Sender\n | Radio | \n | Menu | \n"_s);
+
+        window.files.write(u"bad.csv"_s, "Source,Translation\n\"");
+        window.prompts.expectInput(u"Import"_s, folder, window.path("bad.csv"));
+        window.prompts.expectMessage(u"Quillmere"_s,
+                                     u"Cannot read \"" + window.path("bad.csv") +
+                                         u"\": line 2: the double quote here has no other."_s);
+        window.choose("mnuLangImport");
     }
 };
 

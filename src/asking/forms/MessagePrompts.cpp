@@ -1,10 +1,14 @@
 #include "asking/forms/MessagePrompts.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
+#include <QRegularExpression>
 #include <QScreen>
 
 #include <algorithm>
@@ -126,6 +130,28 @@ std::optional<QString> MessagePrompts::input(const QString &title, const QString
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.textValue();
+}
+
+std::optional<QString> MessagePrompts::chooseFile(FileFor purpose, const QString &title,
+                                                  const QString &preset, const QString &filters)
+{
+    if (purpose == FileFor::Reading) {
+        const QString path = QFileDialog::getOpenFileName(ownerOf(m_window), title, preset, filters);
+        return path.isEmpty() ? std::nullopt : std::optional(QDir::toNativeSeparators(path));
+    }
+    // A name without an ending gets that of the filter, before it is asked whether a file is written over.
+    QFileDialog dialog(ownerOf(m_window), title, QFileInfo(preset).path(), filters);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.selectFile(preset);
+    const auto useFilter = [&dialog](const QString &filter) {
+        static const QRegularExpression ending(QStringLiteral("\\*\\.(\\w+)"));
+        dialog.setDefaultSuffix(ending.match(filter).captured(1));
+    };
+    useFilter(dialog.selectedNameFilter());
+    QObject::connect(&dialog, &QFileDialog::filterSelected, useFilter);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
 }
 
 } // namespace quillmere

@@ -32,6 +32,12 @@ std::optional<QString> WindowTalk::input(const QString &title, const QString &pr
     return m_prompts.input(title, prompt, preset);
 }
 
+std::optional<QString> WindowTalk::chooseFile(FileFor purpose, const QString &title, const QString &preset,
+                                              const QString &filters)
+{
+    return m_prompts.chooseFile(purpose, title, preset, filters);
+}
+
 void WindowTalk::say(const QString &hint)
 {
     m_window.statusBar()->showMessage(hint);

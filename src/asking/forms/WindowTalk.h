@@ -18,6 +18,8 @@ public:
     bool askWarily(const QString &title, const QString &text) override;
     void tell(const QString &title, const QString &text, Icon icon) override;
     std::optional<QString> input(const QString &title, const QString &prompt, const QString &preset) override;
+    std::optional<QString> chooseFile(FileFor purpose, const QString &title, const QString &preset,
+                                      const QString &filters) override;
     void say(const QString &hint) override;
     void runLong(const QString &what, const std::function<void(const Progress &)> &work) override;
 

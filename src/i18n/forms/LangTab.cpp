@@ -56,8 +56,9 @@ LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &f
     LvBhs->setTextElideMode(Qt::ElideRight);
     connect(LvBhs, &ListView::rowOpened, this, &LangTab::LvBhs_DblClick);
     connect(LvBhs->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &LangTab::showUses);
-    connect(&uses, &StringUses::chosen, this,
-            [this](const StringUse &use) { emit useChosen(use, openLanguageName()); });
+    connect(&uses, &StringUses::chosen, this, [this](const StringUse &use) {
+        emit useChosen(use, languageOf(m_languages, m_file.document.path()));
+    });
     setTabOrder(lvLang, uses.view());
     setTabOrder(uses.view(), txtLangFile);
 
@@ -121,15 +122,6 @@ void LangTab::showUses()
 {
     const int row = LvBhs->currentIndex().row();
     uses.show(row >= 0 ? m_strings.sub(row, 1) : QString());
-}
-
-QString LangTab::openLanguageName() const
-{
-    for (const ListRows::Row &language : m_languages.rows()) {
-        if (language.text == m_file.document.path())
-            return language.sub(1);
-    }
-    return {};
 }
 
 void LangTab::showCounts()

@@ -67,7 +67,6 @@ private:
     int selectedLanguage() const;
     // Row from which on a column is copied or pasted, 0-based.
     int startRow() const;
-    QString openLanguageName() const;
     void showCounts();
     void showUses();
 
