@@ -6,14 +6,13 @@
 #include "commands/forms/CommandTheme.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
-#include "gallery/PictureDifference.h"
 #include "gallery/SheetText.h"
+#include "gallery/forms/DrawnDifference.h"
 #include "gallery/forms/Png.h"
 #include "gallery/forms/ThemePages.h"
 
 #include <QDir>
 #include <QEventLoop>
-#include <QPainter>
 #include <QTextStream>
 
 namespace quillmere {
@@ -54,36 +53,6 @@ private:
     QHash<QString, QString> m_documents;
     PageCamera m_camera;
 };
-
-// On one ground, so that they can be compared.
-QImage onGround(const QImage &picture, QSize size)
-{
-    QImage ground(size, QImage::Format_ARGB32);
-    ground.fill(Qt::transparent);
-    QPainter(&ground).drawImage(0, 0, picture);
-    return ground;
-}
-
-struct Difference
-{
-    qint64 pixels = 0;
-    QImage picture;
-};
-
-// What only one of them has differs, whatever its colour.
-Difference differenceOf(const QImage &before, const QImage &after)
-{
-    const QSize size = before.size().expandedTo(after.size());
-    const QImage one = onGround(before, size), other = onGround(after, size);
-    Difference difference{0, QImage(size, QImage::Format_RGB32)};
-    const auto wide = size_t(size.width());
-    for (int row = 0; row < size.height(); ++row)
-        difference.pixels +=
-            pictureDifference({reinterpret_cast<const quint32 *>(one.constScanLine(row)), wide},
-                              {reinterpret_cast<const quint32 *>(other.constScanLine(row)), wide},
-                              {reinterpret_cast<quint32 *>(difference.picture.scanLine(row)), wide});
-    return difference;
-}
 
 class Comparison
 {
@@ -165,7 +134,7 @@ std::optional<DifferingWindow> Comparison::compare(const QString &name)
         before = pictureOf(m_before, name, window.reason);
     if (isThere)
         after = pictureOf(m_after, name, window.reason);
-    Difference difference;
+    DrawnDifference difference;
     if (!before.isNull() && !after.isNull()) {
         difference = differenceOf(before, after);
         window.pixels = difference.pixels;

@@ -4,7 +4,7 @@
 #include "browser/forms/PictureSizes.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
-#include "gallery/PictureDifference.h"
+#include "gallery/forms/DrawnDifference.h"
 
 #include <QBoxLayout>
 #include <QButtonGroup>
@@ -15,8 +15,6 @@
 #include <QSlider>
 #include <QSplitter>
 
-#include <span>
-
 namespace quillmere {
 
 namespace {
@@ -26,11 +24,6 @@ constexpr int kGap = 8;                // pixels between two pictures
 constexpr int kListWidth = 260;        // pixels
 
 enum View { SideBySide, Blend, Difference };
-
-std::span<const quint32> pixelsOf(const QImage &picture)
-{
-    return {reinterpret_cast<const quint32 *>(picture.constBits()), size_t(picture.sizeInBytes() / 4)};
-}
 
 QString counted(qint64 pixels)
 {
@@ -50,17 +43,13 @@ public:
         named(this, "changesPicture", QObject::tr("Before and after"));
         setMinimumSize(320, 180);
     }
-    // How many pixels differ.
-    qint64 show(const QImage &before, const QImage &after)
+    // Nothing for pictures that are still to come.
+    void show(const QImage &before, const QImage &after, const QImage &difference)
     {
-        m_before = before.convertToFormat(QImage::Format_RGB32);
-        m_after = after.convertToFormat(QImage::Format_RGB32);
-        m_marked = QImage(m_before.size(), QImage::Format_RGB32);
+        m_before = before;
+        m_after = after;
+        m_marked = difference;
         update();
-        if (m_before.isNull() || m_before.size() != m_after.size())
-            return -1;
-        return pictureDifference(pixelsOf(m_before), pixelsOf(m_after),
-                                 {reinterpret_cast<quint32 *>(m_marked.bits()), pixelsOf(m_marked).size()});
     }
     void setView(View view)
     {
@@ -229,7 +218,8 @@ void frmChanges::showRow()
     if (row < 0 || row == m_shown)
         return;
     m_shown = row;
-    m_picture->show({}, {});
+    m_isShownDrawn = false;
+    m_picture->show({}, {}, {});
     lblChanges->setText(tr("Drawing..."));
     m_camera->forget(); // what is seen comes first
     m_drawing = -1;
@@ -242,7 +232,7 @@ void frmChanges::drawNext()
     if (m_drawing >= 0)
         return;
     int row = m_shown;
-    if (m_isCounted.value(row) && lblChanges->text() != tr("Drawing...")) {
+    if (m_isShownDrawn) {
         row = int(m_isCounted.indexOf(false));
         if (row < 0)
             return;
@@ -262,12 +252,14 @@ void frmChanges::drawn(int row, const QImage &before, const QImage &after)
 {
     m_drawing = -1;
     m_isCounted[row] = true;
-    ChangesPicture counting;
-    ChangesPicture &picture = row == m_shown ? *m_picture : counting;
-    const qint64 pixels = picture.show(before, after);
-    m_rows.setSub(row, 1, pixels < 0 ? tr("none") : QString::number(pixels));
-    if (row == m_shown)
-        lblChanges->setText(pixels < 0 ? tr("The browser did not draw it.") : counted(pixels));
+    const bool isThere = !before.isNull() && !after.isNull();
+    const DrawnDifference difference = isThere ? differenceOf(before, after) : DrawnDifference();
+    m_rows.setSub(row, 1, isThere ? QString::number(difference.pixels) : tr("none"));
+    if (row == m_shown) {
+        m_isShownDrawn = true;
+        m_picture->show(before, after, difference.picture);
+        lblChanges->setText(isThere ? counted(difference.pixels) : tr("The browser did not draw it."));
+    }
     drawNext();
 }
 

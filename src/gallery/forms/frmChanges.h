@@ -69,6 +69,7 @@ private:
     QLabel *lblChanges;
     QPushButton *cmdTakeBack;
     int m_shown = -1, m_drawing = -1; // rows
+    bool m_isShownDrawn = false;
     QList<bool> m_isCounted;
     std::unique_ptr<PageCamera> m_camera;
 };

@@ -85,7 +85,10 @@ void ReceiverView::addCommands(Commands &menu, QWidget &window)
     m_toggle = menu.action("mnuReceiver");
     m_toggle->setShortcut(Qt::CTRL | Qt::Key_R);
     m_toggle->setToolTip(tr("Show the window as the receiver does (Ctrl+R)"));
-    menu.on("mnuReceiver", [this] { turn(m_toggle->isChecked()); });
+    menu.on("mnuReceiver", [this] {
+        QSettings().setValue(kOn, m_toggle->isChecked());
+        turn(m_toggle->isChecked());
+    });
     QAction *hidden = menu.action("mnuHidden");
     menu.on("mnuHidden", [this, hidden] {
         m_options.hiddenBlocks = hidden->isChecked();
@@ -119,7 +122,6 @@ void ReceiverView::showLanguage(const QString &name)
 
 void ReceiverView::turn(bool on)
 {
-    QSettings().setValue(kOn, on);
     m_bar->showChoices(on);
     if (on == m_isOn)
         return;
