@@ -138,7 +138,8 @@ void LanguageExchange::take(const QList<ImportChange> &changes)
         ++taken;
     }
     m_theme.LvBhs.edit(rows);
-    m_talk.say(tr("%1 translations imported; Save Trans writes them.").arg(taken));
+    m_talk.say(taken == 1 ? tr("1 translation imported; Save Trans writes it.")
+                          : tr("%1 translations imported; Save Trans writes them.").arg(taken));
 }
 
 } // namespace quillmere
