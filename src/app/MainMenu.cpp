@@ -48,6 +48,8 @@ constexpr Item kItems[] = {
     {"mnuImage", "mnuImgRubah", "&Rubah"},
     {"mnuImage", "mnuImgSave", "&Save"},
     {"mnuImage", "mnuImgChe", "Widget Check"},
+    {"mnuImage", "hrImgViews", "", Kind::Separator},
+    {"mnuImage", "mnuImgThumbnails", "T&humbnails", Kind::Check},
 
     {nullptr, "mnuColor", "&Color", Kind::Menu},
     {"mnuColor", "mnuCOpen", "&Open"},
