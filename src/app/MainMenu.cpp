@@ -71,6 +71,8 @@ constexpr Item kItems[] = {
     {"mnuLang", "hrExchange", "", Kind::Separator},
     {"mnuLang", "mnuLangExport", "&Export..."},
     {"mnuLang", "mnuLangImport", "&Import..."},
+    {"mnuLang", "hrLangWork", "", Kind::Separator},
+    {"mnuLang", "mnuLangNext", "&Next Untranslated"},
 
     {nullptr, "mnuTool", "&Tool", Kind::Menu},
     {"mnuTool", "mnuCblock", "Copy Block Name"},

@@ -4,6 +4,7 @@
 #include "app/ColourWork.h"
 #include "app/Dialogs.h"
 #include "app/ImageWork.h"
+#include "app/LanguageWork.h"
 #include "app/ListEditing.h"
 #include "app/OpenDocument.h"
 #include "app/PaneRound.h"
@@ -230,6 +231,7 @@ void frmSkin::makeMenu()
     m_names->addCommands(m_menu);
     new ListEditing(m_theme, frYt, *TabStrip4, *m_sourceTab->txtSnippet, m_files, m_menu, *this);
     new ImageWork({*m_imageTab, m_theme, *m_outside, m_files}, m_menu, *this);
+    new LanguageWork({*m_langTab, m_theme, m_checks->check, *m_outside, m_files}, m_menu, *this);
     m_overview->addCommands(m_menu);
     m_recent = std::make_unique<RecentThemes>(*m_menu.menu("mnuRecentThemes"),
                                               [this](const QString &folder) { openTheme(folder); });

@@ -57,7 +57,7 @@ ListFilter::ListFilter(ListView &list)
     connect(txtFilter, &QLineEdit::textChanged, this, &ListFilter::apply);
     connect(cboTicks, &QComboBox::currentIndexChanged, this, &ListFilter::apply);
     const auto soon = [this] {
-        if (isVisibleTo(parentWidget()))
+        if (m_isShown || isVisibleTo(parentWidget()))
             m_soon.start();
     };
     const QAbstractItemModel *rows = list.model();
@@ -82,6 +82,12 @@ void ListFilter::open()
     }
     txtFilter->setFocus();
     txtFilter->selectAll();
+}
+
+void ListFilter::limitTo(std::function<bool(int row)> isShown)
+{
+    m_isShown = std::move(isShown);
+    m_soon.start();
 }
 
 void ListFilter::close()
@@ -110,7 +116,7 @@ void ListFilter::apply()
     const int ticks = cboTicks->currentIndex();
     int found = 0;
     for (int row = 0; row < rows.rowCount(); ++row) {
-        bool isFound = text.isEmpty() || holds(rows, row, text);
+        bool isFound = (!m_isShown || m_isShown(row)) && (text.isEmpty() || holds(rows, row, text));
         if (isFound && ticks != All)
             isFound =
                 (rows.index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked) == (ticks == Ticked);

@@ -3,6 +3,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
+
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -24,6 +26,11 @@ public:
 
     // Shows the line and goes there.
     void open();
+    // Leaves only those rows to be seen, whatever the line says, that this is true for; asked anew when the
+    // rows change.
+    void limitTo(std::function<bool(int row)> isShown);
+    // What that goes by has changed.
+    void limitChanged() { m_soon.start(); }
 
 protected:
     // Keeps its place above the list, which makes room for it.
@@ -40,7 +47,8 @@ private:
     QComboBox *cboTicks;
     QLabel *lblFound;
     QRect m_whole, m_room; // where the list is without the line, and with it
-    QTimer m_soon;         // rows change many at a time
+    std::function<bool(int)> m_isShown;
+    QTimer m_soon; // rows change many at a time
 };
 
 } // namespace quillmere

@@ -170,4 +170,9 @@ StringCounts countStrings(const ListRows &LvBhs)
     return counts;
 }
 
+int percentTranslated(const StringCounts &counts)
+{
+    return counts.all == 0 ? 0 : int(qint64(counts.all - counts.untranslated) * 100 / counts.all);
+}
+
 } // namespace quillmere

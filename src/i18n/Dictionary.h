@@ -41,5 +41,7 @@ struct StringCounts
     int all = 0, checked = 0, untranslated = 0; // untranslated: nothing but white space
 };
 StringCounts countStrings(const ListRows &LvBhs);
+// How many of a hundred have a translation; 100 only where all have. 0 without strings.
+int percentTranslated(const StringCounts &counts);
 
 } // namespace quillmere

@@ -2,6 +2,7 @@
 
 #include <QPlainTextEdit>
 #include <QRegularExpression>
+#include <QToolButton>
 
 using namespace quillmere;
 
@@ -31,6 +32,25 @@ public:
         QTest::keyClick(view, key);
     }
     QString strings() const { return rowsAsText(find<ListView>("LvBhs")->model()); }
+    // What stands on the buttons above the strings.
+    QString choices() const
+    {
+        QStringList captions;
+        for (const char *name : {"cmdStrings(0)", "cmdStrings(1)", "cmdStrings(2)", "cmdStrings(3)"})
+            captions.append(find<QToolButton>(name)->text());
+        return captions.join(u", "_s);
+    }
+    // Numbers of the strings that are to be seen, the current one in brackets.
+    QString seen() const
+    {
+        auto *list = find<ListView>("LvBhs");
+        QString rows;
+        for (int row = 0; row < list->model()->rowCount(); ++row) {
+            if (!list->isRowHidden(row, {}))
+                rows += row == list->selectedRow() ? u"[%1]"_s.arg(row) : QString::number(row);
+        }
+        return rows;
+    }
 };
 
 } // namespace
@@ -56,8 +76,7 @@ private slots:
         }
         window.press("LvBhs", 2, Qt::Key_Space);
         QCOMPARE(window.strings(), u" | Channel list | Sender\n | Radio | R\u00E4dio\n*  | Menu | \n"_s);
-        QTRY_COMPARE(window.find<QLabel>("lblLangCount")->text(),
-                     u"3 rows, 1 checked, 1 without translation"_s);
+        QTRY_COMPARE(window.choices(), u"All 3, Untranslated 1, Unchecked 2, Problems 0"_s);
 
         const auto file = u"theme/lang/sub/de.xml"_s;
         for (const bool answer : {false, true}) {
@@ -71,6 +90,45 @@ private slots:
                             "<language name=\"German\">\r\n<font>font_prog</font>\r\n"
                             "<tran id=\"Channel list\">Sender</tran>\r\n<tran id=\"Radio\">R\xC3\xA4"
                             "dio</tran>\r\n<tran id=\"Menu\"></tran>\r\n</language>\r\n"));
+    }
+
+    // The rows with what is asked for, and the way from one without a translation to the next.
+    void choicesAndNext()
+    {
+        LanguageWindow window;
+        window.turnTo(4);
+        window.write("theme/lang/sub/de.xml",
+                     "<language name=\"x\"><tran id=\"a\">A</tran><tran id=\"b\"> </tran>"
+                     "<tran id=\"c\">C</tran><tran id=\"d\"></tran><tran id=\"c\">C</tran></language>");
+        window.press("lvLang", 0, Qt::Key_Return);
+        const auto choices = [&] { return window.choices().section(u',', 0, 2); };
+        QTRY_COMPARE(choices(), u"All 5, Untranslated 2, Unchecked 5"_s);
+        // No window uses any of them, and the checks say so.
+        QTRY_VERIFY_WITH_TIMEOUT(!window.choices().endsWith(u" 0"), 10000);
+        QTest::mouseClick(window.find<QToolButton>("cmdStrings(3)"), Qt::LeftButton);
+        QTRY_VERIFY(window.seen().startsWith(u"0123"));
+        window.press("LvBhs", 2, Qt::Key_Space);
+        QTest::mouseClick(window.find<QToolButton>("cmdStrings(2)"), Qt::LeftButton);
+        QTRY_COMPARE(window.seen(), u"01[2]34"_s); // until another one is selected
+        window.select("LvBhs", 0);
+        QTRY_COMPARE(window.seen(), u"[0]134"_s);
+
+        auto *list = window.find<ListView>("LvBhs");
+        list->setFocus();
+        const auto next = [&] {
+            QTest::keyClick(list, Qt::Key_Down, Qt::ControlModifier);
+            return u"%1 %2"_s.arg(list->selectedRow()).arg(window.said());
+        };
+        QCOMPARE(next(), u"1 "_s);
+        QCOMPARE(next(), u"3 "_s);
+        QCOMPARE(next(), u"1 From the top again."_s);
+        QTest::mouseClick(window.find<QToolButton>("cmdStrings(0)"), Qt::LeftButton);
+        for (const int row : {1, 3}) {
+            window.prompts.expectInput(u"Input Logo Channel"_s, u"Translate for "_s + u"abcd"_s[row], u"x"_s);
+            window.press("LvBhs", row, Qt::Key_Return);
+        }
+        QCOMPARE(next(), u"3 No string in the list is without a translation."_s);
+        QTRY_COMPARE(choices(), u"All 5, Untranslated 0, Unchecked 4"_s);
     }
 
     void dictionaries()

@@ -10,48 +10,52 @@
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
-#include "i18n/Dictionary.h"
 #include "i18n/LanguageCatalogue.h"
+#include "i18n/forms/LanguageFiles.h"
+#include "i18n/forms/ShareDelegate.h"
+#include "i18n/forms/StringFilters.h"
+#include "rows/ToolTip.h"
 
 #include <QAction>
 #include <QClipboard>
 #include <QDir>
 #include <QGuiApplication>
-#include <QLabel>
 #include <QLineEdit>
 
 namespace quillmere {
 
 namespace {
 
-constexpr int kMargin = 8;           // pixels, at the sides
-constexpr int kGap = 4;              // pixels, between one control and the next below
-constexpr int kLine = 24;            // pixels, a text box
-constexpr int kCountHeight = 18;     // pixels
-constexpr int kLanguagesHeight = 98; // pixels, what is left of kAround
-constexpr int kUsesWidth = 176;      // pixels, beside the languages
-constexpr int kAround = 2820;        // twips of the frame's height that the strings do not take
+constexpr int kMargin = 8;      // pixels, at the sides
+constexpr int kGap = 3;         // pixels, between one control and the next below
+constexpr int kLine = 22;       // pixels, a text box or a line of buttons
+constexpr int kLanguages = 128; // pixels; the header and six languages
+constexpr int kUsesWidth = 176; // pixels, beside the languages
+constexpr int kAround = 2820;   // twips of the frame's height that the strings do not take
 
-static_assert(6 * kGap + 2 * kLine + kCountHeight + kLanguagesHeight <= toPixels(kAround));
+static_assert(5 * kGap + 2 * kLine + kLanguages <= toPixels(kAround));
 
 } // namespace
 
 LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &file, FileList &file1,
                  Files &files, Talk &talk, QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(4)"), parent), uses(this), m_languages(languages), m_catalogue(catalogue),
-      m_file(file), m_strings(file.document.rows()), m_file1(file1), m_files(files), m_talk(talk),
+    : TabFrame(QStringLiteral("frYt(4)"), parent), uses(this),
+      languageFiles(new LanguageFiles(
+          languages, [&catalogue] { return catalogue.encoding().rule; }, this)),
+      m_languages(languages), m_catalogue(catalogue), m_file(file), m_strings(file.document.rows()),
+      m_file1(file1), m_files(files), m_talk(talk),
       txtLang(named(new QLineEdit(this), "txtLang", tr("Language catalogue"))),
       lvLang(new ListView(QStringLiteral("lvLang"), tr("Languages"), languages, this)),
       txtLangFile(named(new QLineEdit(this), "txtLangFile", tr("Language file"))),
-      LvBhs(new ListView(QStringLiteral("LvBhs"), tr("Translations"), m_strings, this)),
-      lblLangCount(named(new QLabel(this), "lblLangCount", tr("Number of strings")))
+      LvBhs(new ListView(QStringLiteral("LvBhs"), tr("Translations"), m_strings, this))
 {
     txtLang->setReadOnly(true);
     txtLang->setPlaceholderText(tr("No language catalogue"));
     txtLangFile->setPlaceholderText(tr("Double-click a language to open its file"));
     connect(txtLangFile, &QLineEdit::textChanged, this,
             [this](const QString &path) { m_file.document.setPath(path, QString(m_file.document.theme())); });
-    lvLang->setColumnShares({3, 4, 3});
+    lvLang->setColumnShares({2, 5, 3});
+    lvLang->setColumnElideMode(1, Qt::ElideRight);
     LvBhs->setColumnShares({1, 9, 9});
     LvBhs->setTextElideMode(Qt::ElideRight);
     connect(LvBhs, &ListView::rowOpened, this, &LangTab::LvBhs_DblClick);
@@ -59,8 +63,13 @@ LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &f
     connect(&uses, &StringUses::chosen, this, [this](const StringUse &use) {
         emit useChosen(use, languageOf(m_languages, m_file.document.path()));
     });
-    setTabOrder(lvLang, uses.view());
-    setTabOrder(uses.view(), txtLangFile);
+    filters = new StringFilters(m_strings, *LvBhs, this);
+    lvLang->setItemDelegateForColumn(
+        1, new ShareDelegate(*lvLang, [this](int language) { return shareOf(language); }));
+    connect(languageFiles, &LanguageFiles::changed, lvLang->viewport(), qOverload<>(&QWidget::update));
+    QWidget *const inOrder[] = {lvLang, txtLang, uses.view(), txtLangFile, filters, LvBhs};
+    for (size_t i = 1; i < std::size(inOrder); ++i)
+        setTabOrder(inOrder[i - 1], inOrder[i]);
 
     // A command may change thousands of rows one by one: they are counted when it is done.
     m_counting.setSingleShot(true);
@@ -87,34 +96,36 @@ void LangTab::addCommands(Commands &menu)
     menu.on("mnuLangTranslate", [this] { translate(QStringLiteral("Indonesia.txt")); });
     menu.on("mnuLangTrans(0)", [this, &menu] { LoadDictionaryMenu(menu); });
     menu.on("mnuLangSave", [this] { mnuLangSave_Click(); });
+    menu.on("mnuLangNext", [this] { goToNextUntranslated(); });
     connect(lvLang, &ListView::rowOpened, menu.action("mnuLangOpen"), &QAction::trigger);
 }
 
 void LangTab::layOut(int height)
 {
     const int inner = width() - 2 * kMargin;
+    const int left = inner - kUsesWidth - kGap;
     int top = kGap;
-    const auto next = [&](QWidget *control, int controlHeight) {
-        place(control, kMargin, top, inner, controlHeight);
-        top += controlHeight + kGap;
-    };
-    next(txtLang, kLine);
-    place(uses.view(), kMargin + inner - kUsesWidth, top, kUsesWidth, kLanguagesHeight);
-    place(lvLang, kMargin, top, inner - kUsesWidth - kGap, kLanguagesHeight);
-    top += kLanguagesHeight + kGap;
-    next(txtLangFile, kLine);
-    next(LvBhs, toPixels(height - kAround));
-    next(lblLangCount, kCountHeight);
+    place(lvLang, kMargin, top, left, kLanguages);
+    place(txtLang, kMargin + left + kGap, top, kUsesWidth, kLine);
+    place(uses.view(), kMargin + left + kGap, top + kLine + kGap, kUsesWidth, kLanguages - kLine - kGap);
+    top += kLanguages + kGap;
+    place(txtLangFile, kMargin, top, inner, kLine);
+    top += kLine + kGap;
+    place(filters, kMargin, top, inner, kLine);
+    top += kLine + kGap;
+    place(LvBhs, kMargin, top, inner, toPixels(height - kAround));
 }
 
 void LangTab::showCatalogue()
 {
     txtLang->setText(m_catalogue.path());
+    txtLang->setToolTip(plainToolTip(m_catalogue.path()));
 }
 
 void LangTab::showEvent(QShowEvent *event)
 {
     showUses();
+    languageFiles->lookAgain();
     TabFrame::showEvent(event);
 }
 
@@ -126,11 +137,45 @@ void LangTab::showUses()
 
 void LangTab::showCounts()
 {
-    const StringCounts counts = countStrings(m_strings);
-    lblLangCount->setText(tr("%1 rows, %2 checked, %3 without translation")
-                              .arg(counts.all)
-                              .arg(counts.checked)
-                              .arg(counts.untranslated));
+    filters->count();
+    lvLang->viewport()->update(); // the share of the language that is open
+}
+
+std::optional<StringCounts> LangTab::shareOf(int language) const
+{
+    const QString &path = m_languages.text(language);
+    if (!m_strings.isEmpty() && path == m_file.document.path())
+        return countStrings(m_strings);
+    const std::shared_ptr<const LanguageText> text = languageFiles->at(path);
+    return text ? std::optional(text->counts()) : std::nullopt;
+}
+
+void LangTab::goToNextUntranslated()
+{
+    const auto isUntranslated = [this](const QModelIndex &index) {
+        return QStringView(m_strings.sub(index.row(), 2)).trimmed().isEmpty();
+    };
+    const QModelIndex start = LvBhs->currentIndex();
+    QModelIndex found = start.isValid() ? LvBhs->indexBelow(start) : QModelIndex();
+    while (found.isValid() && !isUntranslated(found))
+        found = LvBhs->indexBelow(found);
+    const bool isFromTop = !found.isValid();
+    if (isFromTop) {
+        found = LvBhs->indexAt({});
+        for (QModelIndex above = found; above.isValid(); above = LvBhs->indexAbove(above))
+            found = above;
+        while (found.isValid() && !isUntranslated(found))
+            found = LvBhs->indexBelow(found);
+    }
+    if (!found.isValid()) {
+        m_talk.say(tr("No string in the list is without a translation."));
+        return;
+    }
+    LvBhs->setCurrentIndex(found);
+    LvBhs->scrollTo(found);
+    m_talk.say(found.row() == start.row() ? tr("This is the only string in the list without a translation.")
+               : isFromTop && start.isValid() ? tr("From the top again.")
+                                              : QString());
 }
 
 int LangTab::selectedLanguage() const

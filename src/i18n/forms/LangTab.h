@@ -1,12 +1,14 @@
 #pragma once
 
 #include "controls/TabFrame.h"
+#include "i18n/Dictionary.h"
 #include "i18n/forms/StringUses.h"
 
 #include <QTimer>
 
+#include <optional>
+
 class QAction;
-class QLabel;
 class QLineEdit;
 
 namespace quillmere {
@@ -16,10 +18,11 @@ class Document;
 class FileList;
 class Files;
 class LanguageFile;
+class LanguageFiles;
 class ListRows;
 class ListView;
+class StringFilters;
 class Talk;
-enum class CopiedColumn;
 
 // The Lang tab: the languages of the theme, the strings of one of them, and what translates them.
 class LangTab : public TabFrame
@@ -41,7 +44,13 @@ public:
     // RunTimeError where its file is empty or not there.
     void putTranslation(const QString &languageName, const QString &source, const QString &translation);
 
+    // Selects the next string without a translation of those that the list shows, from the top again behind
+    // the last; says so where there is none.
+    void goToNextUntranslated();
+
     StringUses uses; // of the selected string
+    LanguageFiles *languageFiles;
+    StringFilters *filters;
 
 signals:
     void languageOpened(const QString &path, const QString &theme);
@@ -67,6 +76,7 @@ private:
     int selectedLanguage() const;
     // Row from which on a column is copied or pasted, 0-based.
     int startRow() const;
+    std::optional<StringCounts> shareOf(int language) const;
     void showCounts();
     void showUses();
 
@@ -81,7 +91,6 @@ private:
     ListView *lvLang;
     QLineEdit *txtLangFile;
     ListView *LvBhs;
-    QLabel *lblLangCount;
     QList<QAction *> m_dictionaries; // mnuLangTrans(1) and on
     QTimer m_counting;
 };

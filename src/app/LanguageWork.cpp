@@ -1,0 +1,69 @@
+#include "app/LanguageWork.h"
+
+#include "checks/forms/LiveCheck.h"
+#include "controls/Commands.h"
+#include "controls/ListFilter.h"
+#include "files/Files.h"
+#include "i18n/forms/LangTab.h"
+#include "i18n/forms/LanguageFiles.h"
+#include "i18n/forms/StringFilters.h"
+#include "keeping/forms/OutsideChanges.h"
+#include "theme/ThemeProject.h"
+
+#include <QAction>
+#include <QMainWindow>
+#include <QTabBar>
+
+namespace quillmere {
+
+LanguageWork::LanguageWork(const Parts &parts, const Commands &menu, QMainWindow &window)
+    : QObject(&window), m_tab(parts.tab), m_theme(parts.theme), m_check(parts.check)
+{
+    // Elsewhere these keys are others': in the source, in the picture.
+    auto *strip = window.findChild<QTabBar *>(QStringLiteral("TabStrip4"));
+    const auto giveKey = [&](const char *name, const QKeySequence &key) {
+        QAction *action = menu.action(name);
+        action->setShortcut(key);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        m_tab.addAction(action);
+        const auto follow = [this, strip, action] {
+            if (m_tab.isVisible())
+                strip->addAction(action);
+            else
+                strip->removeAction(action);
+        };
+        connect(strip, &QTabBar::currentChanged, action, follow, Qt::QueuedConnection);
+    };
+    giveKey("mnuLangNext", Qt::CTRL | Qt::Key_Down);
+
+    if (auto *filter = m_tab.findChild<ListFilter *>(QStringLiteral("filterLvBhs"))) {
+        StringFilters *filters = m_tab.filters;
+        filter->limitTo([filters](int row) { return filters->shows(row); });
+        connect(filters, &StringFilters::changed, filter, &ListFilter::limitChanged);
+    }
+    connect(&m_check, &LiveCheck::changed, this, &LanguageWork::showProblems);
+    connect(&m_tab, &LangTab::languageOpened, this, &LanguageWork::showProblems);
+
+    const auto look = [this] {
+        if (m_tab.isVisible())
+            m_tab.languageFiles->lookAgain();
+    };
+    parts.files.onWritten(this, [look](const QString &) { look(); });
+    connect(&parts.outside, &OutsideChanges::looked, this, look);
+}
+
+// The checks go by the rows as they were a moment ago.
+void LanguageWork::showProblems()
+{
+    QHash<int, QStringList> byRow;
+    const QString path = m_theme.language.document.path();
+    if (!path.isEmpty() && !m_theme.LvBhs.isEmpty()) {
+        for (const Problem &problem : *m_check.problems()) {
+            if (problem.row >= 0 && problem.file == path)
+                byRow[problem.row].append(problem.message);
+        }
+    }
+    m_tab.filters->setProblems(std::move(byRow));
+}
+
+} // namespace quillmere

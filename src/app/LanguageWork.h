@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QObject>
+
+class QMainWindow;
+
+namespace quillmere {
+
+class Commands;
+class Files;
+class LangTab;
+class LiveCheck;
+class OutsideChanges;
+class ThemeProject;
+
+// What the Lang tab has from the rest of the program: problems of its strings, keys that belong to it, and
+// news of files that have changed.
+class LanguageWork : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Parts
+    {
+        LangTab &tab;
+        const ThemeProject &theme;
+        LiveCheck &check;
+        OutsideChanges &outside;
+        Files &files;
+    };
+    LanguageWork(const Parts &parts, const Commands &menu, QMainWindow &window);
+
+private:
+    void showProblems();
+
+    LangTab &m_tab;
+    const ThemeProject &m_theme;
+    LiveCheck &m_check;
+};
+
+} // namespace quillmere
