@@ -50,6 +50,7 @@ constexpr Item kItems[] = {
     {"mnuImage", "mnuImgChe", "Widget Check"},
     {"mnuImage", "hrImgViews", "", Kind::Separator},
     {"mnuImage", "mnuImgThumbnails", "T&humbnails", Kind::Check},
+    {"mnuImage", "mnuImgGrid", "&Grid", Kind::Check},
 
     {nullptr, "mnuColor", "&Color", Kind::Menu},
     {"mnuColor", "mnuCOpen", "&Open"},

@@ -93,6 +93,12 @@ Qt::TextElideMode ListView::columnElideMode(int column) const
     return m_elideModes.value(column, textElideMode());
 }
 
+void ListView::doItemsLayout()
+{
+    QTreeView::doItemsLayout();
+    emit laidOut();
+}
+
 void ListView::keyPressEvent(QKeyEvent *event)
 {
     const int before = selectedRow();

@@ -22,6 +22,7 @@ public:
     // Where the texts of a column are cut that do not fit; the others are as textElideMode() says.
     void setColumnElideMode(int column, Qt::TextElideMode mode);
     Qt::TextElideMode columnElideMode(int column) const;
+    void doItemsLayout() override;
 
 signals:
     // A click on a row, or the arrow keys reached it.
@@ -30,6 +31,8 @@ signals:
     void rowOpened(int row);
     // The Delete key on a selected row.
     void deletePressed(int row);
+    // Rows have come, gone, or been hidden.
+    void laidOut();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

@@ -14,6 +14,9 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <algorithm>
+#include <ranges>
+
 using namespace quillmere;
 using namespace Qt::StringLiterals;
 
@@ -58,16 +61,21 @@ private:
 // The images of a theme as they are looked at.
 struct Shown
 {
-    explicit Shown(const QStringList &names)
+    explicit Shown(const QStringList &names, bool asGrid = false)
     {
-        QSettings().clear();
+        QSettings().setValue(u"images/thumbnails"_s, true);
+        QSettings().setValue(u"images/grid"_s, asGrid);
         QList<ListRows::Row> images;
         for (const QString &name : names)
             images.append({path(name), {name, u"Y"_s}});
         rows.assign(images);
         views.addCommands(menu);
-        list.resize(300, 400);
-        list.show();
+        frame.resize(320, 420);
+        list.setGeometry(10, 10, 300, 400);
+        frame.show();
+        frame.activateWindow();
+        if (!QTest::qWaitForWindowActive(&frame))
+            qFatal("The window does not become active");
     }
     QString path(const QString &name) const { return files.path(u"theme/"_s + name); }
     const Thumbnail *of(const QString &name) const { return views.thumbnails.of(path(name)); }
@@ -78,7 +86,8 @@ struct Shown
 
     TestFiles files;
     ListRows rows{{u"Nama"_s, u"Status"_s, {}}, ListRows::Checks::Yes};
-    ListView list{u"lvImage"_s, u"Images"_s, rows};
+    QWidget frame;
+    ListView list{u"lvImage"_s, u"Images"_s, rows, &frame};
     Menu menu;
     ImageViews views{list};
 };
@@ -191,6 +200,69 @@ private slots:
         QVERIFY(!QSettings().value(u"images/thumbnails"_s).toBool());
         shown.menu.action("mnuImgThumbnails")->trigger();
         QTRY_COMPARE(made.count(), 1);
+    }
+
+    // The grid and the list it lies over have one current row, ticks, filter and keys; who listens to the
+    // list hears of both.
+    void grid()
+    {
+        QStringList names;
+        for (int i = 0; i < 50; ++i)
+            names.append(u"p%1.png"_s.arg(i));
+        Shown shown(names, true);
+        auto *grid = shown.frame.findChild<QAbstractItemView *>(u"gridlvImage"_s);
+        QSignalSpy clicked(&shown.list, &ListView::rowClicked), opened(&shown.list, &ListView::rowOpened);
+        const auto at = [&](int row) { return grid->visualRect(shown.rows.index(row, 1)); };
+        const auto current = [&] { return grid->currentIndex().row(); };
+        QCOMPARE(grid->geometry(), shown.list.geometry());
+        QCOMPARE(at(1).top(), at(0).top());
+        const int columns = int(std::ranges::count_if(std::views::iota(0, 50),
+                                                      [&](int row) { return at(row).top() == at(0).top(); }));
+
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at(1).center());
+        QCOMPARE(shown.list.selectedRow(), 1);
+        shown.list.setFocus();
+        QVERIFY(grid->hasFocus());
+        const struct
+        {
+            Qt::Key key;
+            int row;
+        } keys[] = {
+            {Qt::Key_Down, 1 + columns}, {Qt::Key_Left, columns}, {Qt::Key_Up, 0},    {Qt::Key_Up, 0},
+            {Qt::Key_End, 49},           {Qt::Key_Right, 49},     {Qt::Key_Down, 49}, {Qt::Key_Home, 0},
+            {Qt::Key_Right, 1}};
+        for (const auto &[key, row] : keys) {
+            QTest::keyClick(grid, key);
+            QCOMPARE(shown.list.selectedRow(), row);
+            QVERIFY(grid->viewport()->rect().contains(at(row)));
+        }
+        QTest::keyClick(grid, Qt::Key_Return);
+        QTest::keyClick(grid, Qt::Key_Space);
+        QVERIFY(shown.rows.isChecked(1));
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at(1).topLeft() + QPoint(8, 8));
+        QVERIFY(!shown.rows.isChecked(1));
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, at(1).center());
+        QCOMPARE(opened.count(), 2);
+        QCOMPARE(opened.last().first().toInt(), 1);
+        QVERIFY(clicked.count() >= 8);
+
+        // The list moves, and so does the grid.
+        shown.list.setCurrentIndex(shown.rows.index(40, 0));
+        QVERIFY(grid->viewport()->rect().contains(at(40)));
+        for (int row = 0; row < 50; ++row)
+            shown.list.setRowHidden(row, {}, row % 10 != 3);
+        QTRY_COMPARE(at(3).topLeft(), QPoint());
+        QVERIFY(!at(40).isValid());
+        QTest::keyClick(grid, Qt::Key_End);
+        QCOMPARE(current(), 43);
+        shown.rows.remove(43);
+        QTRY_VERIFY(at(33).isValid());
+        QVERIFY(current() != 43 || !at(43).isValid());
+        shown.rows.assign({});
+        QTest::keyClick(grid, Qt::Key_Down);
+        QCOMPARE(current(), -1);
+        shown.menu.action("mnuImgGrid")->trigger();
+        QVERIFY(!grid->isVisible() && shown.list.hasFocus());
     }
 
 private:

@@ -1,17 +1,21 @@
 #include "catalogues/forms/ImageViews.h"
 
+#include "catalogues/forms/ImageGrid.h"
 #include "catalogues/forms/ThumbnailDelegate.h"
 #include "controls/Commands.h"
 #include "controls/ListView.h"
 
 #include <QAction>
+#include <QHelpEvent>
 #include <QSettings>
+#include <QToolTip>
 
 namespace quillmere {
 
 namespace {
 
 const QString kThumbnails = QStringLiteral("images/thumbnails");
+const QString kGrid = QStringLiteral("images/grid");
 
 // The rows of a list that are in view, and one more.
 QModelIndexList rowsInView(const ListView &list)
@@ -33,20 +37,28 @@ QModelIndexList rowsInView(const ListView &list)
 ImageViews::ImageViews(ListView &list, QObject *parent)
     : QObject(parent), m_list(list), m_delegate(new ThumbnailDelegate(list, thumbnails))
 {
+    list.viewport()->installEventFilter(this);
     thumbnails.setSeen([this] { return seen(); });
     connect(&thumbnails, &Thumbnails::made, this, &ImageViews::drawAnew);
 }
 
 void ImageViews::addCommands(Commands &menu)
 {
-    QAction *item = menu.action("mnuImgThumbnails");
-    item->setToolTip(tr("Show each image before its path"));
-    item->setChecked(QSettings().value(kThumbnails, true).toBool());
-    menu.on("mnuImgThumbnails", [this, item] {
-        QSettings().setValue(kThumbnails, item->isChecked());
-        showThumbnails(item->isChecked());
-    });
-    showThumbnails(item->isChecked());
+    const auto add = [this, &menu](const char *name, const QString &setting, bool isOn, const QString &tip,
+                                   void (ImageViews::*show)(bool)) {
+        QAction *item = menu.action(name);
+        item->setToolTip(tip);
+        item->setChecked(QSettings().value(setting, isOn).toBool());
+        menu.on(name, [this, item, setting, show] {
+            QSettings().setValue(setting, item->isChecked());
+            (this->*show)(item->isChecked());
+        });
+        (this->*show)(item->isChecked());
+    };
+    add("mnuImgThumbnails", kThumbnails, true, tr("Show each image before its path"),
+        &ImageViews::showThumbnails);
+    add("mnuImgGrid", kGrid, false, tr("Show the images side by side in place of the list"),
+        &ImageViews::showGrid);
 }
 
 void ImageViews::showThumbnails(bool on)
@@ -56,24 +68,56 @@ void ImageViews::showThumbnails(bool on)
     m_list.viewport()->update();
 }
 
+void ImageViews::showGrid(bool on)
+{
+    if (!m_grid && !on)
+        return;
+    if (!m_grid) {
+        m_grid = new ImageGrid(m_list, thumbnails);
+        connect(m_grid, &ImageGrid::wanting, &thumbnails, &Thumbnails::look);
+    }
+    m_grid->appear(on);
+    thumbnails.look();
+}
+
+QModelIndexList ImageViews::rowsSeen() const
+{
+    if (m_grid && m_grid->isVisible())
+        return m_grid->inView();
+    return m_isOn && m_list.isVisible() ? rowsInView(m_list) : QModelIndexList();
+}
+
 QStringList ImageViews::seen() const
 {
     QStringList paths;
-    if (m_isOn && m_list.isVisible()) {
-        for (const QModelIndex &row : rowsInView(m_list))
-            paths.append(row.data().toString());
-    }
+    for (const QModelIndex &row : rowsSeen())
+        paths.append(row.siblingAtColumn(0).data().toString());
     return paths;
 }
 
 void ImageViews::drawAnew(const QString &path)
 {
-    if (!m_isOn)
-        return;
-    for (const QModelIndex &row : rowsInView(m_list)) {
-        if (row.data().toString() == path)
-            m_list.update(row);
+    QAbstractItemView *view =
+        m_grid && m_grid->isVisible() ? m_grid : static_cast<QAbstractItemView *>(&m_list);
+    for (const QModelIndex &row : rowsSeen()) {
+        if (row.siblingAtColumn(0).data().toString() == path)
+            view->update(row);
     }
+}
+
+bool ImageViews::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip || !m_isOn)
+        return QObject::eventFilter(watched, event);
+    const auto *help = static_cast<QHelpEvent *>(event);
+    const QModelIndex index = m_list.indexAt(help->pos());
+    const QString path = index.data().toString();
+    const Thumbnail *thumbnail = thumbnails.of(path);
+    if (!index.isValid() || index.column() != 0 || !thumbnail)
+        return QObject::eventFilter(watched, event);
+    QToolTip::showText(help->globalPos(), thumbnailToolTip(path, thumbnail), m_list.viewport(),
+                       m_list.visualRect(index));
+    return true;
 }
 
 } // namespace quillmere

@@ -5,9 +5,7 @@
 #include "controls/ListView.h"
 #include "rows/ToolTip.h"
 
-#include <QHelpEvent>
 #include <QPainter>
-#include <QToolTip>
 
 #include <algorithm>
 
@@ -17,6 +15,7 @@ namespace {
 
 constexpr int kSquare = 4;         // pixels, of the chequered ground
 constexpr int kAir = 2;            // pixels of a row's height that a thumbnail leaves
+constexpr int kBeforePath = 6;     // pixels, more or less: the style's
 constexpr double kFaint = 0.08;    // of the text's colour
 constexpr double kOutline = 0.25;  // the same
 constexpr double kNothing = 0.45;  // of the mark where there is nothing to see
@@ -115,7 +114,7 @@ void ThumbnailDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
 
 QSize ThumbnailDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    return m_rest.sizeHint(option, index);
+    return m_rest.sizeHint(option, index) + QSize(Thumbnails::kSmall.width() + kBeforePath, 0);
 }
 
 bool ThumbnailDelegate::editorEvent(QEvent *event, QAbstractItemModel *model,
@@ -127,12 +126,7 @@ bool ThumbnailDelegate::editorEvent(QEvent *event, QAbstractItemModel *model,
 bool ThumbnailDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
                                   const QStyleOptionViewItem &option, const QModelIndex &index)
 {
-    const QString path = index.data().toString();
-    const Thumbnail *thumbnail = m_thumbnails.of(path);
-    if (event->type() != QEvent::ToolTip || !thumbnail)
-        return m_rest.helpEvent(event, view, option, index);
-    QToolTip::showText(event->globalPos(), thumbnailToolTip(path, thumbnail), view, option.rect);
-    return true;
+    return m_rest.helpEvent(event, view, option, index);
 }
 
 } // namespace quillmere
