@@ -25,7 +25,7 @@ namespace {
 constexpr int kInset = 8;  // as the browser has in the frame
 constexpr int kChip = 12;  // pixels
 constexpr int kRest = 60;  // ms
-constexpr int kWide = 460; // pixels; a shorter line has no room for the switches
+constexpr int kWide = 460; // pixels; a shorter line has no room for what is at the pointer
 
 } // namespace
 
@@ -35,7 +35,8 @@ StageBar::StageBar(PreviewFrame &frame, std::function<QString(const QString &)> 
       cboZoom(named(new QComboBox, "cboZoom", tr("Zoom"))),
       lblPointer(named(new QLabel, "lblPointer", tr("Pointer"))),
       m_chip(new Swatch("swPixel", tr("Colour at the pointer"))),
-      lblPixel(named(new QLabel, "lblPixel", tr("Colour at the pointer"))), m_switches(new QWidget)
+      lblPixel(named(new QLabel, "lblPixel", tr("Colour at the pointer"))), m_pointed(new QWidget),
+      m_switches(new QWidget)
 {
     setObjectName(QStringLiteral("stageBar"));
     cboZoom->addItem(tr("Fit"));
@@ -53,11 +54,14 @@ StageBar::StageBar(PreviewFrame &frame, std::function<QString(const QString &)> 
     auto *line = new QHBoxLayout(this);
     line->setContentsMargins({});
     line->addWidget(cboZoom);
-    line->addWidget(lblPointer);
-    line->addWidget(m_chip);
-    line->addWidget(lblPixel);
+    line->addWidget(m_pointed);
     line->addStretch();
     line->addWidget(m_switches);
+    auto *pointed = new QHBoxLayout(m_pointed);
+    pointed->setContentsMargins({});
+    pointed->addWidget(lblPointer);
+    pointed->addWidget(m_chip);
+    pointed->addWidget(lblPixel);
     auto *row = new QHBoxLayout(m_switches);
     row->setContentsMargins({});
     for (QAction *action : switches) {
@@ -88,7 +92,7 @@ void StageBar::layOut()
 {
     const QRect frame = m_frame.geometry();
     setGeometry(frame.left() + kInset, frame.bottom() + 1, frame.width() - 2 * kInset, kHeight);
-    m_switches->setVisible(width() >= kWide);
+    m_pointed->setVisible(width() >= kWide);
 }
 
 bool StageBar::eventFilter(QObject *watched, QEvent *event)

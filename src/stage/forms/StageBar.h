@@ -43,7 +43,7 @@ private:
     QLabel *lblPointer;
     Swatch *m_chip;
     QLabel *lblPixel;
-    QWidget *m_switches;
+    QWidget *m_pointed, *m_switches;
     QTimer m_soon;  // the colour is looked for when the pointer comes to rest
     QPoint m_point; // of the browser
     QString m_code;
