@@ -8,6 +8,7 @@
 #include "commands/forms/CompareCommand.h"
 #include "commands/forms/RenderCommand.h"
 #include "commands/forms/SheetCommand.h"
+#include "controls/ReadableColours.h"
 #include "files/Memory.h"
 #include "receiver/BlockText.h"
 
@@ -107,6 +108,7 @@ int main(int argc, char **argv)
     if (line.action != CommandLine::Action::Edit)
         return draw(line);
 
+    QApplication::setPalette(readablePlaceholders(QApplication::palette()));
     Files files;
     frmSkin window(files);
     window.showFirst();

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QPalette>
+
+namespace quillmere {
+
+// How well one colour is read on another, from 1 to 21: the contrast ratio of WCAG 2.1.
+double contrast(const QColor &text, const QColor &ground);
+
+// What platforms make too faint to be read, or leave out on a dark desktop: the colour of placeholders, which
+// numbers of lines have too. Only that role is set in it, so that all others go on following the desktop.
+QPalette readablePlaceholders(const QPalette &palette);
+
+} // namespace quillmere
