@@ -25,7 +25,20 @@ qint32 windowOf(const Outline &outline)
     return -1;
 }
 
+bool isHiddenWindow(const Outline &outline)
+{
+    const qint32 window = windowOf(outline);
+    return window >= 0 && BlockLook(outline, window).isHidden();
+}
+
 } // namespace
+
+ReceiverOptions withWindowShown(const Outline &outline, const ReceiverOptions &options)
+{
+    ReceiverOptions shown = options;
+    shown.hiddenBlocks |= isHiddenWindow(outline);
+    return shown;
+}
 
 WindowPage windowPage(const WindowSource &source, const ReceiverTheme &theme, const QString &themeFolder,
                       const ReceiverOptions &options)
@@ -50,13 +63,9 @@ WindowPage windowPage(const WindowSource &source, const ReceiverTheme &theme, co
         return made;
     }
     const Outline outline(text);
-    ReceiverOptions shown = options;
-    if (const qint32 window = windowOf(outline); window >= 0) {
-        const BlockLook look(outline, window);
-        made.place = look.rect();
-        made.isHidden = look.isHidden();
-        shown.hiddenBlocks |= made.isHidden;
-    }
+    if (const qint32 window = windowOf(outline); window >= 0)
+        made.place = BlockLook(outline, window).rect();
+    made.isHidden = isHiddenWindow(outline);
     ReceiverTheme noted = theme;
     QSet<QString> known;
     noted.picture = [&](const QString &id) {
@@ -67,7 +76,7 @@ WindowPage windowPage(const WindowSource &source, const ReceiverTheme &theme, co
         }
         return path;
     };
-    made.page = receiverPage(outline, noted, shown);
+    made.page = receiverPage(outline, noted, withWindowShown(outline, options));
     made.mark =
         QCryptographicHash::hash(withPictureUrls(made.page, themeFolder).toUtf8(), QCryptographicHash::Sha1);
     return made;

@@ -31,8 +31,11 @@ struct WindowPage
 // Larger documents are not drawn with others: each would keep the browser for seconds. Bytes.
 constexpr qint64 kLargestInGallery = 4'000'000;
 
-// Reads the files; to be called beside the window's thread. Never throws. A window that is hidden until the
-// receiver shows it would be a black picture: it is drawn as hidden blocks are that are to be seen.
+// A window that is hidden until the receiver shows it would be a black picture among the others: it is drawn
+// as hidden blocks are that are to be seen.
+ReceiverOptions withWindowShown(const Outline &outline, const ReceiverOptions &options);
+
+// As withWindowShown(). Reads the files; to be called beside the window's thread. Never throws.
 WindowPage windowPage(const WindowSource &source, const ReceiverTheme &theme, const QString &themeFolder,
                       const ReceiverOptions &options = {});
 

@@ -152,6 +152,24 @@ private slots:
         QVERIFY(m_files.read(u"report/index.html"_s).contains("0 of 4 windows differ"));
     }
 
+    // They would be black, and never differ.
+    void hiddenWindows()
+    {
+        const auto hidden = [](const char *colour) {
+            return QByteArray("<widget class=\"box\"><property><rect>[0,0,1024,576]</rect><backcolor>[") +
+                   colour + "]</backcolor><state>hide</state></property></widget>";
+        };
+        writeTheme(m_files, u"closed"_s, {{"w", hidden("#ff0000")}});
+        writeTheme(m_files, u"closed2"_s, {{"w", hidden("#0000ff")}});
+        const QString closed = m_files.path(u"closed"_s), out = m_files.path(u"closed.png"_s);
+        QCOMPARE(run(writeSheet, {u"sheet"_s, closed, u"--out"_s, out}).status, 0);
+        const QColor seen = QImage(out).pixelColor(100, 100);
+        QVERIFY2(std::abs(seen.red() - 128) < 2 && seen.blue() == 0, qPrintable(seen.name()));
+        const Ran ran = run(compareThemes, {u"compare"_s, closed, m_files.path(u"closed2"_s), u"--out"_s,
+                                            m_files.path(u"closed report"_s)});
+        QVERIFY2(ran.out.startsWith(u"w: 589824 pixels differ"_s), qPrintable(ran.out + ran.err));
+    }
+
 private:
     Ran sheet(const QString &file, const QStringList &more = {}) const
     {

@@ -24,7 +24,8 @@ class Side
 {
 public:
     Side(const CommandTheme &theme, const QString &given)
-        : folder(given), size(screenPixels(theme.project())), pages(ThemePages::receiver(theme.project())),
+        : folder(given), size(screenPixels(theme.project())),
+          pages(ThemePages::receiver(theme.project(), ThemePages::HiddenWindows::Shown)),
           m_camera(given, size)
     {
         for (const ThemeWindow &window : windowsOf(theme.project())) {
@@ -38,7 +39,8 @@ public:
     ThemeWindow window(const QString &name) const { return {name, m_documents.value(name)}; }
     bool has(const QString &name) const { return m_documents.contains(name); }
     bool hasDocument(const QString &name) const { return !findFile(m_documents.value(name)).isEmpty(); }
-    // Draws the window, and calls back with its picture, null where it cannot be drawn.
+    // Draws the window, and calls back with its picture, null where it cannot be drawn. RunTimeError where
+    // there is nothing to draw.
     void draw(const QString &name, const std::function<void(const QImage &)> &use)
     {
         m_camera.take(pages.pageOf(window(name)), use);
@@ -70,7 +72,7 @@ private:
     std::optional<DifferingWindow> compare(const QString &name);
     bool areSurelySame(const QString &name) const;
     QString put(const QImage &picture, const QString &base, QStringView what) const;
-    QImage pictureOf(Side &side, const QString &name, QString &reason);
+    void draw(const QString &name, DifferingWindow &window, QImage *before, QImage *after);
 
     QString m_folder;
     Side m_before, m_after;
@@ -130,10 +132,7 @@ std::optional<DifferingWindow> Comparison::compare(const QString &name)
     else if (wasThere != isThere)
         window.reason = u"no document in " + (wasThere ? m_after : m_before).folder;
     QImage before, after;
-    if (wasThere)
-        before = pictureOf(m_before, name, window.reason);
-    if (isThere)
-        after = pictureOf(m_after, name, window.reason);
+    draw(name, window, wasThere ? &before : nullptr, isThere ? &after : nullptr);
     DrawnDifference difference;
     if (!before.isNull() && !after.isNull()) {
         difference = differenceOf(before, after);
@@ -149,23 +148,31 @@ std::optional<DifferingWindow> Comparison::compare(const QString &name)
     return window;
 }
 
-// Null where there is none, and the reason is told.
-QImage Comparison::pictureOf(Side &side, const QString &name, QString &reason)
+// Both at the same time, as far as they are asked for. Null where there is none, and the reason is told.
+void Comparison::draw(const QString &name, DifferingWindow &window, QImage *before, QImage *after)
 {
-    QImage picture;
     QEventLoop loop;
-    try {
-        side.draw(name, [&](const QImage &taken) {
-            picture = taken;
-            loop.quit();
-        });
+    int waiting = 0;
+    const auto ask = [&](Side &side, QImage *picture) {
+        if (!picture)
+            return;
+        try {
+            side.draw(name, [&, picture](const QImage &taken) {
+                *picture = taken;
+                if (taken.isNull() && window.reason.isEmpty())
+                    window.reason = u"not drawn of " + side.folder;
+                if (--waiting == 0)
+                    loop.quit();
+            });
+            ++waiting;
+        } catch (const RunTimeError &error) {
+            window.reason = error.message();
+        }
+    };
+    ask(m_before, before);
+    ask(m_after, after);
+    if (waiting > 0)
         loop.exec();
-        if (picture.isNull() && reason.isEmpty())
-            reason = u"not drawn of " + side.folder;
-    } catch (const RunTimeError &error) {
-        reason = error.message();
-    }
-    return picture;
 }
 
 // Gives the name of the file; empty where there is no picture.

@@ -28,7 +28,9 @@ ThemePages pagesFor(const ThemeProject &theme, const CommandLine &line)
 {
     ReceiverOptions options;
     options.state = line.state;
-    return line.receiver ? ThemePages::receiver(theme, line.language, options) : ThemePages::preview(theme);
+    return line.receiver
+               ? ThemePages::receiver(theme, ThemePages::HiddenWindows::AsInReceiver, line.language, options)
+               : ThemePages::preview(theme);
 }
 
 QSize sizeFor(const ThemeProject &theme, const CommandLine &line)
@@ -83,7 +85,8 @@ int renderWindows(const CommandLine &line, QTextStream &out, QTextStream &err)
         } catch (const RunTimeError &error) {
             reason = error.message();
         }
-        const auto tell = [&, name = printable(window.name), file, own = number](const QString &complaint) {
+        const auto tell = [&, name = printable(window.label()), file,
+                           own = number](const QString &complaint) {
             if (complaint.isEmpty()) {
                 out << '[' << own << '/' << windows.size() << "] " << name << " -> " << printable(file)
                     << Qt::endl;

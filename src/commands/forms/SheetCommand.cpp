@@ -37,7 +37,7 @@ bool addAll(SheetWriter &sheet, const CommandTheme &theme, const ThemePages &pag
         } catch (const RunTimeError &error) {
             reason = error.message();
         }
-        const auto put = [&, name = printable(window.name), reason](const QImage &picture) {
+        const auto put = [&, name = printable(window.label()), reason](const QImage &picture) {
             const QString complaint = !reason.isEmpty()  ? reason
                                       : picture.isNull() ? QStringLiteral("not drawn")
                                                          : QString();
@@ -78,7 +78,8 @@ int writeSheet(const CommandLine &line, QTextStream &out, QTextStream &err)
         return 2;
     }
     try {
-        const ThemePages pages = ThemePages::receiver(theme.project(), line.language);
+        const ThemePages pages =
+            ThemePages::receiver(theme.project(), ThemePages::HiddenWindows::Shown, line.language);
         const auto sheet = SheetWriter::make(formOf(line.out),
                                              {QFileInfo(QFileInfo(line.theme).path()).fileName(),
                                               windows.size(), line.columns, screenPixels(theme.project())},

@@ -6,9 +6,12 @@
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
 #include "gallery/ContentNames.h"
+#include "gallery/WindowPage.h"
 #include "markup/FormatXML.h"
 #include "preview/forms/LateRender.h"
 #include "theme/ThemeProject.h"
+
+#include <QFileInfo>
 
 #include <memory>
 
@@ -16,9 +19,22 @@ namespace quillmere {
 
 namespace {
 
+using PageMaker = std::function<QString(const QString &text)>;
+
+PageMaker pageMaker(const ReceiverTheme &theme, ThemePages::HiddenWindows hidden,
+                    const ReceiverOptions &options)
+{
+    return [theme, hidden, options](const QString &text) {
+        const Outline outline(text);
+        return receiverPage(outline, theme,
+                            hidden == ThemePages::HiddenWindows::Shown ? withWindowShown(outline, options)
+                                                                       : options);
+    };
+}
+
 // Makes the page with the bytes of pictures and fonts in place of their paths.
-std::function<QString(const QString &text)> keyMaker(const ThemeProject &theme, const ReceiverParts &parts,
-                                                     const ReceiverOptions &options)
+PageMaker keyMaker(const ThemeProject &theme, const ReceiverParts &parts, ThemePages::HiddenWindows hidden,
+                   const ReceiverOptions &options)
 {
     const auto names = std::make_shared<ContentNames>(theme.folder());
     QHash<QString, QString> families;
@@ -41,13 +57,20 @@ std::function<QString(const QString &text)> keyMaker(const ThemeProject &theme, 
         found.family = families.value(found.family);
         return found;
     };
-    return [names, own, options, fonts, areCertain](const QString &text) {
-        const QString page = receiverPage(Outline(text), own, options);
+    return [names, make = pageMaker(own, hidden, options), fonts, areCertain](const QString &text) {
+        const QString page = make(text);
         return names->certain() && areCertain ? page + fonts : QString();
     };
 }
 
 } // namespace
+
+QString ThemeWindow::label() const
+{
+    return !name.isEmpty()      ? name
+           : document.isEmpty() ? QStringLiteral("(no name)")
+                                : QFileInfo(document).fileName();
+}
 
 QList<ThemeWindow> windowsOf(const ThemeProject &theme, const QStringList &names)
 {
@@ -80,7 +103,7 @@ ThemePages ThemePages::preview(const ThemeProject &theme)
     return pages;
 }
 
-ThemePages ThemePages::receiver(const ThemeProject &theme, const QString &language,
+ThemePages ThemePages::receiver(const ThemeProject &theme, HiddenWindows hidden, const QString &language,
                                 const ReceiverOptions &options)
 {
     ReceiverParts parts = receiverParts(theme);
@@ -95,10 +118,8 @@ ThemePages ThemePages::receiver(const ThemeProject &theme, const QString &langua
     };
     ThemePages pages;
     pages.m_fonts = parts.fonts;
-    pages.m_make = [own = parts.theme, options](const QString &text) {
-        return receiverPage(Outline(text), own, options);
-    };
-    pages.m_key = keyMaker(theme, parts, options);
+    pages.m_make = pageMaker(parts.theme, hidden, options);
+    pages.m_key = keyMaker(theme, parts, hidden, options);
     return pages;
 }
 

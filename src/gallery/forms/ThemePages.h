@@ -11,6 +11,9 @@ struct ThemeWindow
 {
     QString name;
     QString document; // full path; empty where the catalogue has no such window
+
+    // What a message calls it: windows without a name go by their file's.
+    QString label() const;
 };
 
 // The windows of these names in the order of the names; all in catalogue order where there are none.
@@ -25,8 +28,10 @@ class ThemePages
 public:
     // The preview with the View menu as it is at first.
     static ThemePages preview(const ThemeProject &theme);
+    // What becomes of a window that is hidden as a whole until the receiver shows it.
+    enum class HiddenWindows { AsInReceiver, Shown };
     // RunTimeError for a language that the theme does not have, or whose file cannot be read.
-    static ThemePages receiver(const ThemeProject &theme, const QString &language = {},
+    static ThemePages receiver(const ThemeProject &theme, HiddenWindows hidden, const QString &language = {},
                                const ReceiverOptions &options = {});
 
     // RunTimeError where there is no document, or it cannot be read.

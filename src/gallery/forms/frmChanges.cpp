@@ -43,13 +43,18 @@ public:
         named(this, "changesPicture", QObject::tr("Before and after"));
         setMinimumSize(320, 180);
     }
-    // Nothing for pictures that are still to come.
     void show(const QImage &before, const QImage &after, const QImage &difference)
     {
         m_before = before;
         m_after = after;
         m_marked = difference;
         update();
+    }
+    // In place of pictures.
+    void say(const QString &text)
+    {
+        m_text = text;
+        show({}, {}, {});
     }
     void setView(View view)
     {
@@ -68,7 +73,7 @@ protected:
         QPainter painter(this);
         painter.fillRect(rect(), palette().mid());
         if (m_before.isNull() || m_after.isNull()) {
-            painter.drawText(rect(), Qt::AlignCenter, QObject::tr("Drawing..."));
+            painter.drawText(rect(), Qt::AlignCenter, m_text);
             return;
         }
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
@@ -105,6 +110,7 @@ private:
     }
 
     QImage m_before, m_after, m_marked;
+    QString m_text;
     View m_view = SideBySide;
     int m_blend = 50;
 };
@@ -219,7 +225,7 @@ void frmChanges::showRow()
         return;
     m_shown = row;
     m_isShownDrawn = false;
-    m_picture->show({}, {}, {});
+    m_picture->say(tr("Drawing..."));
     lblChanges->setText(tr("Drawing..."));
     m_camera->forget(); // what is seen comes first
     m_drawing = -1;
@@ -257,8 +263,11 @@ void frmChanges::drawn(int row, const QImage &before, const QImage &after)
     m_rows.setSub(row, 1, isThere ? QString::number(difference.pixels) : tr("none"));
     if (row == m_shown) {
         m_isShownDrawn = true;
-        m_picture->show(before, after, difference.picture);
-        lblChanges->setText(isThere ? counted(difference.pixels) : tr("The browser did not draw it."));
+        if (isThere)
+            m_picture->show(before, after, difference.picture);
+        else
+            m_picture->say(tr("The browser did not draw it."));
+        lblChanges->setText(isThere ? counted(difference.pixels) : QString());
     }
     drawNext();
 }
