@@ -7,10 +7,12 @@
 #include "i18n/forms/LangTab.h"
 #include "i18n/forms/LanguageFiles.h"
 #include "i18n/forms/StringFilters.h"
+#include "i18n/forms/TranslationPanel.h"
 #include "keeping/forms/OutsideChanges.h"
 #include "theme/ThemeProject.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QMainWindow>
 #include <QTabBar>
 
@@ -35,6 +37,8 @@ LanguageWork::LanguageWork(const Parts &parts, const Commands &menu, QMainWindow
         connect(strip, &QTabBar::currentChanged, action, follow, Qt::QueuedConnection);
     };
     giveKey("mnuLangNext", Qt::CTRL | Qt::Key_Down);
+    giveKey("mnuLangPanel", Qt::Key_F4);
+    window.installEventFilter(this);
 
     if (auto *filter = m_tab.findChild<ListFilter *>(QStringLiteral("filterLvBhs"))) {
         StringFilters *filters = m_tab.filters;
@@ -50,6 +54,16 @@ LanguageWork::LanguageWork(const Parts &parts, const Commands &menu, QMainWindow
     };
     parts.files.onWritten(this, [look](const QString &) { look(); });
     connect(&parts.outside, &OutsideChanges::looked, this, look);
+}
+
+bool LanguageWork::eventFilter(QObject *watched, QEvent *event)
+{
+    // Before the window keeps what is not saved.
+    if (event->type() == QEvent::Close && !m_tab.panel->mayClose()) {
+        event->ignore();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 // The checks go by the rows as they were a moment ago.

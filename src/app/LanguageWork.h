@@ -30,6 +30,9 @@ public:
     };
     LanguageWork(const Parts &parts, const Commands &menu, QMainWindow &window);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void showProblems();
 

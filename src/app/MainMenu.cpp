@@ -74,6 +74,7 @@ constexpr Item kItems[] = {
     {"mnuLang", "mnuLangImport", "&Import..."},
     {"mnuLang", "hrLangWork", "", Kind::Separator},
     {"mnuLang", "mnuLangNext", "&Next Untranslated"},
+    {"mnuLang", "mnuLangPanel", "Pane&l", Kind::Check},
 
     {nullptr, "mnuTool", "&Tool", Kind::Menu},
     {"mnuTool", "mnuCblock", "Copy Block Name"},

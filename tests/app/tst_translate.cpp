@@ -131,6 +131,107 @@ private slots:
         QTRY_COMPARE(choices(), u"All 5, Untranslated 0, Unchecked 4"_s);
     }
 
+    // Typing in the panel: what takes it, what keeps it, and that nothing of it gets lost.
+    void panel()
+    {
+        LanguageWindow window;
+        window.turnTo(4);
+        auto *list = window.find<ListView>("LvBhs");
+        auto *text = window.find<QPlainTextEdit>("txtTranslation");
+        auto *item = window.find<QAction>("mnuLangPanel");
+        const int whole = list->height();
+        QVERIFY(item->isChecked() && !text->isVisible()); // there is nothing to show yet
+        window.press("lvLang", 0, Qt::Key_Return);
+        QVERIFY(text->isVisible() && list->height() < whole);
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_F4);
+        QVERIFY(!item->isChecked() && !text->isVisible() && list->height() == whole);
+        QTest::keyClick(list, Qt::Key_F4);
+        QVERIFY(text->isVisible() && text->hasFocus());
+
+        const auto type = [&](const QString &typed) {
+            text->selectAll();
+            QTest::keyClicks(text, typed);
+        };
+        window.select("LvBhs", 0);
+        QCOMPARE(window.find<QPlainTextEdit>("txtSource")->toPlainText(), u"Channel list"_s);
+        QCOMPARE(text->toPlainText(), u"Sender"_s);
+        type(u"Sender"_s);
+        QTest::keyClick(text, Qt::Key_Return, Qt::ShiftModifier);
+        QTest::keyClicks(text, u"liste"_s);
+        QTest::keyClick(text, Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(window.strings(), u"*  | Channel list | Sender\r\nliste\n | Radio | \n | Menu | \n"_s);
+        QCOMPARE(list->selectedRow(), 1);
+        QVERIFY(text->hasFocus());
+
+        // Another row takes it without a check mark, Esc puts back what the row holds.
+        type(u"Radau"_s);
+        window.select("LvBhs", 2);
+        type(u"x"_s);
+        QTest::keyClick(text, Qt::Key_Escape);
+        window.select("LvBhs", 1);
+        QCOMPARE(window.strings(), u"*  | Channel list | Sender\r\nliste\n | Radio | Radau\n | Menu | \n"_s);
+
+        // What a language file cannot hold is refused, and waits for its row.
+        type(u"a<b"_s);
+        const auto refused = u"A language file cannot hold a translation with < or >."_s;
+        window.prompts.expectMessage(u"Quillmere"_s, refused);
+        QTest::keyClick(text, Qt::Key_Return);
+        window.select("LvBhs", 0);
+        QCOMPARE(text->toPlainText(), u"Sender\nliste"_s);
+        const auto leave = u"These translations were typed and not taken: \"a<b\"\n"
+                           "Leave all the same, and lose them?"_s;
+        window.prompts.expectQuestion(u"Quillmere"_s, leave, false);
+        QVERIFY(!window.skin->close());
+        window.press("lvLang", 0, Qt::Key_Return); // the strings are those of the file again
+        window.select("LvBhs", 1);
+        QCOMPARE(text->toPlainText(), u"a<b"_s);
+        type(u"b"_s);
+        QTest::keyClick(text, Qt::Key_Return);
+        QCOMPARE(window.strings(), u" | Channel list | Sender\n*  | Radio | b\n | Menu | \n"_s);
+
+        // One step back, from the box as well.
+        QCoreApplication::processEvents();
+        QTest::keySequence(text, QKeySequence::Undo);
+        QCOMPARE(window.strings(), u" | Channel list | Sender\n | Radio | \n | Menu | \n"_s);
+        QCOMPARE(text->toPlainText(), QString());
+
+        // Saving and leaving take what is typed.
+        type(u"c\u00A0d"_s);
+        window.prompts.expectQuestion(u"Save File"_s, u"Save file translate?"_s, true);
+        window.choose("mnuLangSave");
+        QVERIFY(window.files.read(u"theme/lang/sub/de.xml"_s)
+                    .contains("\"Radio\">c\xC2\xA0"
+                              "d<"));
+        type(u"e"_s);
+        QVERIFY(window.skin->close());
+        QVERIFY(window.strings().contains(u"Radio | e"_s));
+    }
+
+    // What another language of the theme says, and remembers to be asked.
+    void languageBeside()
+    {
+        LanguageWindow window;
+        window.write("theme/lang/i18n.xml", "<language id=\"German\">sub\\de.xml</language>"
+                                            "<language id=\"French\">fr.xml</language>");
+        window.write("theme/lang/fr.xml",
+                     "<language name=\"x\"><tran id=\"Menu\">La\r\ncarte</tran></language>");
+        window.skin->openTheme(window.files.path({}));
+        window.openTheme();
+        window.turnTo(4);
+        window.press("lvLang", 0, Qt::Key_Return);
+        window.select("LvBhs", 2);
+        auto *choice = window.find<QComboBox>("cboBeside(0)");
+        choice->setFocus();
+        QTest::keyClick(choice, Qt::Key_End);
+        auto *text = window.find<QPlainTextEdit>("txtBeside(0)");
+        QTRY_COMPARE(text->toPlainText(), u"La\ncarte"_s);
+        window.select("LvBhs", 1);
+        QCOMPARE(text->toPlainText(), QString());
+        window.openTheme();
+        QCOMPARE(choice->currentText(), u"French"_s);
+    }
+
     void dictionaries()
     {
         LanguageWindow window;

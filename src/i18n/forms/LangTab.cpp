@@ -14,6 +14,7 @@
 #include "i18n/forms/LanguageFiles.h"
 #include "i18n/forms/ShareDelegate.h"
 #include "i18n/forms/StringFilters.h"
+#include "i18n/forms/TranslationPanel.h"
 #include "rows/ToolTip.h"
 
 #include <QAction>
@@ -67,7 +68,8 @@ LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &f
     lvLang->setItemDelegateForColumn(
         1, new ShareDelegate(*lvLang, [this](int language) { return shareOf(language); }));
     connect(languageFiles, &LanguageFiles::changed, lvLang->viewport(), qOverload<>(&QWidget::update));
-    QWidget *const inOrder[] = {lvLang, txtLang, uses.view(), txtLangFile, filters, LvBhs};
+    makePanel();
+    QWidget *const inOrder[] = {lvLang, txtLang, uses.view(), txtLangFile, filters, LvBhs, panel};
     for (size_t i = 1; i < std::size(inOrder); ++i)
         setTabOrder(inOrder[i - 1], inOrder[i]);
 
@@ -87,21 +89,30 @@ LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &f
 
 void LangTab::addCommands(Commands &menu)
 {
-    menu.on("mnuLangOpen", [this] { mnuLangOpen_Click(); });
-    menu.on("mnuLangCopy(1)", [this] { mnuLangCopy_Click(CopiedColumn::Source); });
-    menu.on("mnuLangCopy(2)", [this] { mnuLangCopy_Click(CopiedColumn::Trans); });
-    menu.on("mnuLangCopy(3)", [this] { mnuLangCopy_Click(CopiedColumn::NotTranslated); });
-    menu.on("mnuLangPaste", [this] { mnuLangPaste_Click(); });
-    menu.on("mnuLangSearch", [this] { mnuLangSearch_Click(); });
-    menu.on("mnuLangTranslate", [this] { translate(QStringLiteral("Indonesia.txt")); });
-    menu.on("mnuLangTrans(0)", [this, &menu] { LoadDictionaryMenu(menu); });
-    menu.on("mnuLangSave", [this] { mnuLangSave_Click(); });
-    menu.on("mnuLangNext", [this] { goToNextUntranslated(); });
+    const auto on = [&](const char *name, const Commands::Command &command) {
+        menu.on(name, [this, command] {
+            panel->takeTyped();
+            command();
+        });
+    };
+    on("mnuLangOpen", [this] { mnuLangOpen_Click(); });
+    on("mnuLangCopy(1)", [this] { mnuLangCopy_Click(CopiedColumn::Source); });
+    on("mnuLangCopy(2)", [this] { mnuLangCopy_Click(CopiedColumn::Trans); });
+    on("mnuLangCopy(3)", [this] { mnuLangCopy_Click(CopiedColumn::NotTranslated); });
+    on("mnuLangPaste", [this] { mnuLangPaste_Click(); });
+    on("mnuLangSearch", [this] { mnuLangSearch_Click(); });
+    on("mnuLangTranslate", [this] { translate(QStringLiteral("Indonesia.txt")); });
+    on("mnuLangTrans(0)", [this, &menu] { LoadDictionaryMenu(menu); });
+    on("mnuLangSave", [this] { mnuLangSave_Click(); });
+    on("mnuLangNext", [this] { goToNextUntranslated(); });
+    on("mnuLangPanel", [this] { mnuLangPanel_Click(); });
+    m_panelItem = menu.action("mnuLangPanel");
     connect(lvLang, &ListView::rowOpened, menu.action("mnuLangOpen"), &QAction::trigger);
 }
 
 void LangTab::layOut(int height)
 {
+    m_height = height;
     const int inner = width() - 2 * kMargin;
     const int left = inner - kUsesWidth - kGap;
     int top = kGap;
@@ -113,7 +124,7 @@ void LangTab::layOut(int height)
     top += kLine + kGap;
     place(filters, kMargin, top, inner, kLine);
     top += kLine + kGap;
-    place(LvBhs, kMargin, top, inner, toPixels(height - kAround));
+    layOutStrings(QRect(kMargin, top, inner, toPixels(height - kAround)));
 }
 
 void LangTab::showCatalogue()
@@ -150,34 +161,6 @@ std::optional<StringCounts> LangTab::shareOf(int language) const
     return text ? std::optional(text->counts()) : std::nullopt;
 }
 
-void LangTab::goToNextUntranslated()
-{
-    const auto isUntranslated = [this](const QModelIndex &index) {
-        return QStringView(m_strings.sub(index.row(), 2)).trimmed().isEmpty();
-    };
-    const QModelIndex start = LvBhs->currentIndex();
-    QModelIndex found = start.isValid() ? LvBhs->indexBelow(start) : QModelIndex();
-    while (found.isValid() && !isUntranslated(found))
-        found = LvBhs->indexBelow(found);
-    const bool isFromTop = !found.isValid();
-    if (isFromTop) {
-        found = LvBhs->indexAt({});
-        for (QModelIndex above = found; above.isValid(); above = LvBhs->indexAbove(above))
-            found = above;
-        while (found.isValid() && !isUntranslated(found))
-            found = LvBhs->indexBelow(found);
-    }
-    if (!found.isValid()) {
-        m_talk.say(tr("No string in the list is without a translation."));
-        return;
-    }
-    LvBhs->setCurrentIndex(found);
-    LvBhs->scrollTo(found);
-    m_talk.say(found.row() == start.row() ? tr("This is the only string in the list without a translation.")
-               : isFromTop && start.isValid() ? tr("From the top again.")
-                                              : QString());
-}
-
 int LangTab::selectedLanguage() const
 {
     const int row = lvLang->selectedRow();
@@ -200,6 +183,7 @@ void LangTab::mnuLangOpen_Click()
 
 void LangTab::openLanguage(const QString &path, const QString &theme)
 {
+    panel->takeTyped();
     const bool opened = m_file.open(m_files, path, theme, m_catalogue.encoding().rule);
     txtLangFile->setText(path);
     if (!opened) {
@@ -210,12 +194,25 @@ void LangTab::openLanguage(const QString &path, const QString &theme)
     emit languageOpened(path, theme);
 }
 
-void LangTab::putTranslation(const QString &languageName, const QString &source, const QString &translation)
+int LangTab::numberOf(const QString &languageName) const
 {
     int row = 0;
     while (row < m_languages.count() && m_languages.sub(row, 1) != languageName)
         ++row;
-    const QString path = row < m_languages.count() ? m_languages.text(row) : QString();
+    return row;
+}
+
+QString LangTab::pathOf(const QString &languageName) const
+{
+    const int row = numberOf(languageName);
+    return row < m_languages.count() ? m_languages.text(row) : QString();
+}
+
+void LangTab::putTranslation(const QString &languageName, const QString &source, const QString &translation)
+{
+    panel->takeTyped();
+    const int row = numberOf(languageName);
+    const QString path = pathOf(languageName);
     const QString open = m_file.document.path();
     if (open.isEmpty() || !isSameFile(open, path)) {
         // Its rows would be those of the language before, and be saved to its file.

@@ -23,6 +23,7 @@ class ListRows;
 class ListView;
 class StringFilters;
 class Talk;
+class TranslationPanel;
 
 // The Lang tab: the languages of the theme, the strings of one of them, and what translates them.
 class LangTab : public TabFrame
@@ -51,6 +52,7 @@ public:
     StringUses uses; // of the selected string
     LanguageFiles *languageFiles;
     StringFilters *filters;
+    TranslationPanel *panel;
 
 signals:
     void languageOpened(const QString &path, const QString &theme);
@@ -74,11 +76,21 @@ private:
     void translate(const QString &path);
     // 0-based row of the language that is selected; RunTimeError when none is.
     int selectedLanguage() const;
+    // Row of the language that the catalogue calls so, their number without one; and the path of its file.
+    int numberOf(const QString &languageName) const;
+    QString pathOf(const QString &languageName) const;
     // Row from which on a column is copied or pasted, 0-based.
     int startRow() const;
     std::optional<StringCounts> shareOf(int language) const;
     void showCounts();
     void showUses();
+    void makePanel();
+    void mnuLangPanel_Click();
+    void layOutStrings(const QRect &room);
+    // The strings have come or gone.
+    void placePanel();
+    // Whether there is to be one, as was chosen, or as there is room; in pixels.
+    bool hasPanel(int room) const;
 
     ListRows &m_languages;
     const Document &m_catalogue;
@@ -93,6 +105,8 @@ private:
     ListView *LvBhs;
     QList<QAction *> m_dictionaries; // mnuLangTrans(1) and on
     QTimer m_counting;
+    QAction *m_panelItem = nullptr;
+    int m_height = 0; // of the frame, twips
 };
 
 } // namespace quillmere

@@ -103,6 +103,7 @@ void StringFilters::setProblems(QHash<int, QStringList> problems)
         return;
     m_problems = std::move(problems);
     count();
+    emit problemsChanged();
     if (m_choice == Problems)
         emit changed();
 }

@@ -40,6 +40,7 @@ public:
 signals:
     // Other rows are to be seen.
     void changed();
+    void problemsChanged();
 
 private:
     bool fits(int row) const;

@@ -1,0 +1,275 @@
+#include "i18n/forms/TranslationPanel.h"
+
+#include "asking/Talk.h"
+#include "controls/ListView.h"
+#include "controls/Named.h"
+#include "files/RunTimeError.h"
+#include "i18n/ExchangeUnits.h"
+#include "i18n/TypedTranslation.h"
+#include "i18n/forms/TranslationEdit.h"
+
+#include <QAction>
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QLabel>
+#include <QSettings>
+
+namespace quillmere {
+
+namespace {
+
+constexpr int kGap = 3;                     // pixels
+constexpr qsizetype kMostShown = 10'000;    // units; beside what one types
+constexpr qsizetype kMostTyped = 1'000'000; // units; a row with more is none that one types
+
+QString settingOf(int beside)
+{
+    return QStringLiteral("language/beside%1").arg(beside);
+}
+
+// A text to be read: it has the ground of the window, and nothing of a box to type in.
+QPlainTextEdit *readOnly(const QString &name, const QString &accessibleName)
+{
+    auto *text = new QPlainTextEdit;
+    text->setObjectName(name);
+    text->setAccessibleName(accessibleName);
+    text->setReadOnly(true);
+    text->setTabChangesFocus(true);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    QPalette colours = text->palette();
+    colours.setBrush(QPalette::Base, colours.brush(QPalette::AlternateBase));
+    text->setPalette(colours);
+    return text;
+}
+
+} // namespace
+
+TranslationPanel::TranslationPanel(ListRows &strings, ListView &list, std::function<QString()> file,
+                                   Talk &talk, QWidget *parent)
+    : QWidget(parent), txtTranslation(named(new TranslationEdit, "txtTranslation", tr("Translation"))),
+      m_strings(strings), m_list(list), m_fileNow(std::move(file)), m_talk(talk),
+      txtSource(readOnly(QStringLiteral("txtSource"), tr("Source"))),
+      lblPanelNote(named(new QLabel, "lblPanelNote", tr("About this translation")))
+{
+    named(this, "translationPanel", tr("Selected string"));
+    txtSource->setPlaceholderText(tr("Select a string"));
+    txtSource->setToolTip(tr("Source"));
+    txtTranslation->setPlaceholderText(tr("Translation"));
+    txtTranslation->setToolTip(tr("Enter takes the translation and checks the row, Ctrl+Enter goes on to the "
+                                  "next string without one, Shift+Enter breaks the line, Esc puts back what "
+                                  "the row holds."));
+    lblPanelNote->setTextFormat(Qt::PlainText);
+    lblPanelNote->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(kGap);
+    column->addWidget(txtSource, 3);
+    column->addWidget(txtTranslation, 5);
+    column->addWidget(lblPanelNote);
+    column->addLayout(makeBeside(), 4);
+    for (QWidget *box : findChildren<QPlainTextEdit *>())
+        box->setMinimumHeight(0);
+    connectEdit();
+
+    connect(list.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex &now) { showRow(now.row()); });
+    connect(&strings, &QAbstractItemModel::modelAboutToBeReset, this, &TranslationPanel::keepDraft);
+    connect(&strings, &QAbstractItemModel::modelReset, this, [this] { showRow(-1); });
+    connect(&strings, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+            [this](const QModelIndex &, int first, int last) {
+                if (row() >= first && row() <= last)
+                    keepDraft();
+            });
+    connect(&strings, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex &first, const QModelIndex &last) {
+                if (row() >= first.row() && row() <= last.row())
+                    rowsChanged();
+            });
+    showRow(-1);
+}
+
+QLayout *TranslationPanel::makeBeside()
+{
+    auto *line = new QHBoxLayout;
+    line->setSpacing(kGap);
+    for (int i = 0; i < int(m_beside.size()); ++i) {
+        auto *choice = new QComboBox;
+        choice->setObjectName(QStringLiteral("cboBeside(%1)").arg(i));
+        choice->setAccessibleName(tr("Language beside"));
+        choice->setToolTip(tr("A language to look at beside the one that is open"));
+        choice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        QPlainTextEdit *text =
+            readOnly(QStringLiteral("txtBeside(%1)").arg(i), tr("Translation in the language beside"));
+        m_beside[size_t(i)] = {choice, text};
+        connect(choice, &QComboBox::activated, this, [this, i, choice](int index) {
+            QSettings().setValue(settingOf(i), index > 0 ? choice->currentText() : QString());
+            refresh();
+        });
+        auto *column = new QVBoxLayout;
+        column->setSpacing(kGap);
+        column->addWidget(choice);
+        column->addWidget(text, 1);
+        line->addLayout(column, 1);
+    }
+    setLanguages({});
+    return line;
+}
+
+void TranslationPanel::connectEdit()
+{
+    connect(txtTranslation, &TranslationEdit::taken, this, [this] { m_talk.run([this] { take(); }); });
+    connect(txtTranslation, &TranslationEdit::takenAndOn, this, [this] {
+        m_talk.run([this] {
+            take();
+            emit nextWanted();
+        });
+    });
+    connect(txtTranslation, &TranslationEdit::left, this, &TranslationPanel::takeTyped);
+    connect(txtTranslation, &TranslationEdit::putBack, this, [this] {
+        if (row() >= 0 && isTyped())
+            txtTranslation->replaceBy(withLineFeeds(m_strings.sub(row(), 2)));
+    });
+    connect(txtTranslation, &QPlainTextEdit::textChanged, this, &TranslationPanel::showNote);
+    const auto pass = [this](const char *action) {
+        if (auto *step = m_list.findChild<QAction *>(QLatin1String(action)))
+            step->trigger();
+    };
+    connect(txtTranslation, &TranslationEdit::undoWanted, this, [pass] { pass("mnuRowsUndo"); });
+    connect(txtTranslation, &TranslationEdit::redoWanted, this, [pass] { pass("mnuRowsRedo"); });
+}
+
+void TranslationPanel::showEvent(QShowEvent *event)
+{
+    showRow(m_list.currentIndex().row());
+    QWidget::showEvent(event);
+}
+
+bool TranslationPanel::isTyped() const
+{
+    return row() >= 0 && txtTranslation->text() != m_before;
+}
+
+void TranslationPanel::showRow(int row)
+{
+    if (m_row.isValid() && m_row.row() == row)
+        return;
+    takeTyped();
+    m_row = row >= 0 ? m_strings.index(row, 0) : QModelIndex();
+    m_file = m_fileNow();
+    m_source = row >= 0 ? m_strings.sub(row, 1) : QString();
+    txtSource->setPlainText(withLineFeeds(m_source.left(kMostShown)));
+    const QString translation = row >= 0 ? withLineFeeds(m_strings.sub(row, 2)) : QString();
+    txtTranslation->begin(translation);
+    m_before = txtTranslation->text();
+    txtTranslation->setReadOnly(row < 0 || translation.size() > kMostTyped);
+    if (row >= 0 && m_drafts.contains(key()))
+        txtTranslation->replaceBy(m_drafts.take(key()));
+    refresh();
+}
+
+// The row has another text now: it was undone, or a command has filled it. What is being typed stays.
+void TranslationPanel::rowsChanged()
+{
+    const QString now = withLineFeeds(m_strings.sub(row(), 2));
+    const bool isTypedNow = isTyped();
+    if (!isTypedNow && txtTranslation->text() != now) {
+        txtTranslation->begin(now);
+        m_before = txtTranslation->text();
+    }
+    refresh();
+}
+
+void TranslationPanel::put(const QString &typed)
+{
+    m_before = typed;
+    m_drafts.remove(key());
+    m_strings.setSub(row(), 2, inRow(typed, m_strings.row(row())));
+}
+
+void TranslationPanel::take()
+{
+    if (row() < 0)
+        return;
+    const QString typed = txtTranslation->text();
+    if (isTyped()) {
+        if (const QString reason = reasonAgainst(typed); !reason.isEmpty())
+            throw RunTimeError(reason);
+        put(typed);
+    }
+    m_strings.setChecked(row(), isTranslated(typed));
+    txtTranslation->document()->clearUndoRedoStacks();
+    showNote();
+}
+
+void TranslationPanel::takeTyped()
+{
+    if (!isTyped())
+        return;
+    const QString typed = txtTranslation->text();
+    if (reasonAgainst(typed).isEmpty())
+        put(typed);
+    else
+        m_drafts.insert(key(), typed);
+    showNote();
+}
+
+void TranslationPanel::keepDraft()
+{
+    if (isTyped())
+        m_drafts.insert(key(), txtTranslation->text());
+    m_row = QModelIndex();
+}
+
+bool TranslationPanel::mayClose()
+{
+    takeTyped();
+    if (m_drafts.isEmpty())
+        return true;
+    QStringList kept;
+    for (const QString &typed : std::as_const(m_drafts))
+        kept.append(u'"' + inOneLine(typed.left(100)) + u'"');
+    return m_talk.ask(
+        QStringLiteral("Quillmere"),
+        tr("These translations were typed and not taken: %1\nLeave all the same, and lose them?")
+            .arg(kept.mid(0, 10).join(QStringLiteral(", "))));
+}
+
+void TranslationPanel::setLanguages(const QStringList &names)
+{
+    for (int i = 0; i < int(m_beside.size()); ++i) {
+        QComboBox &choice = *m_beside[size_t(i)].language;
+        choice.clear();
+        choice.addItem(tr("No language beside"));
+        choice.addItems(names);
+        choice.setCurrentIndex(std::max(0, choice.findText(QSettings().value(settingOf(i)).toString())));
+    }
+}
+
+void TranslationPanel::refresh()
+{
+    for (const Beside &beside : m_beside) {
+        const bool isChosen = beside.language->currentIndex() > 0 && translationIn && row() >= 0;
+        const QString text =
+            isChosen ? translationIn(beside.language->currentText(), m_source).left(kMostShown) : QString();
+        if (beside.text->toPlainText() != text)
+            beside.text->setPlainText(withLineFeeds(text));
+    }
+    showNote();
+}
+
+void TranslationPanel::showNote()
+{
+    QString note;
+    if (isTyped()) {
+        note = reasonAgainst(txtTranslation->text());
+        if (note.isEmpty())
+            note = tr("Enter takes it, Ctrl+Enter goes on, Shift+Enter breaks the line.");
+    } else if (row() >= 0 && problemsOf) {
+        note = problemsOf(row()).join(u' ');
+    }
+    note = inOneLine(note);
+    lblPanelNote->setText(note);
+    lblPanelNote->setToolTip(note.toHtmlEscaped());
+}
+
+} // namespace quillmere
