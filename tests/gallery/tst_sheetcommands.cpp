@@ -155,7 +155,7 @@ private slots:
     // They would be black, and never differ.
     void hiddenWindows()
     {
-        const auto hidden = [](const char *colour) {
+        const auto hidden = [](const char *colour) -> QByteArray {
             return QByteArray("<widget class=\"box\"><property><rect>[0,0,1024,576]</rect><backcolor>[") +
                    colour + "]</backcolor><state>hide</state></property></widget>";
         };
