@@ -42,6 +42,10 @@ constexpr Item kItems[] = {
     {"mnuWwbZ", "mnuWwbZ1", "1024 x 576"},
     {"mnuWwbZ", "mnuWwbZ2", "1280 x 720"},
     {"mnuWwbZ", "mnuWwbZ3", "&Fixed", Kind::Check},
+    {"mnuWidget", "hrWidgetNew", "", Kind::Separator},
+    {"mnuWidget", "mnuWidgetNew", "&New Window..."},
+    {"mnuWidget", "mnuWidgetDuplicate", "D&uplicate Window..."},
+    {"mnuWidget", "mnuWidgetRename", "&Rename Window..."},
 
     {nullptr, "mnuImage", "&Image", Kind::Menu},
     {"mnuImage", "mnuImgTambah", "Tambah"},

@@ -11,6 +11,7 @@
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 
+#include <algorithm>
 #include <utility>
 
 namespace quillmere {
@@ -112,13 +113,17 @@ bool ThemeEditing::isUnsaved(const QString &path) const
     return rows ? rows->isEdited() : isOpenText(path) && m_source->isModified();
 }
 
-bool ThemeEditing::mayWrite(const QStringList &paths) const
+bool ThemeEditing::mayWrite(const QStringList &closed, const ThemeEdit &edit) const
 {
-    for (const QString &path : paths) {
-        if (!quillmere::mayWrite(m_files, m_talk, {tr("Change"), {}, path, m_theme.folder()}))
-            return false;
-    }
-    return true;
+    const auto may = [this](const QString &path, Files::Step step) {
+        return quillmere::mayWrite(m_files, m_talk, {tr("Change"), {}, path, m_theme.folder(), step});
+    };
+    using Whole = ThemeEdit::WholeBytes;
+    return std::ranges::all_of(closed, [&](const QString &path) { return may(path, Files::Step::Save); }) &&
+           std::ranges::all_of(edit.created(),
+                               [&](const Whole &file) { return may(file.path, Files::Step::Create); }) &&
+           std::ranges::all_of(edit.removed(),
+                               [&](const Whole &file) { return may(file.path, Files::Step::Delete); });
 }
 
 std::optional<ThemeEdit> ThemeEditing::apply(const ThemeEdit &edit)
@@ -128,7 +133,7 @@ std::optional<ThemeEdit> ThemeEditing::apply(const ThemeEdit &edit)
         if (!edit.changesOf(path).isEmpty() && !isOpenText(path))
             closed.append(path);
     }
-    if (!mayWrite(closed))
+    if (!mayWrite(closed, edit))
         return std::nullopt;
     emit applying();
     std::optional<ThemeEdit> made;

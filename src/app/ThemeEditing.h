@@ -52,7 +52,7 @@ private:
     class Source;
     class Rows;
     Rows *rowsAt(const QString &path) const;
-    bool mayWrite(const QStringList &paths) const;
+    bool mayWrite(const QStringList &closed, const ThemeEdit &edit) const;
 
     OpenDocument &m_document;
     ThemeProject &m_theme;

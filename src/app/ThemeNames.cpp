@@ -251,13 +251,18 @@ void ThemeNames::tellUses(LangTab &tab, ReceiverView &view)
 
 void ThemeNames::rename()
 {
+    if (const auto thing = index() ? thingHere() : std::nullopt)
+        renameThing(*thing);
+}
+
+void ThemeNames::renameThing(const NamedThing &thing)
+{
     const ThemeIndex *names = index();
-    const auto thing = names ? thingHere() : std::nullopt;
-    if (!thing)
+    if (!names)
         return;
-    const FoundPlaces found = find(*thing, *names);
+    const FoundPlaces found = find(thing, *names);
     if (found.places.isEmpty()) {
-        m_talk.say(tr("\"%1\" stands nowhere in the theme.").arg(shownName(thing->name)));
+        m_talk.say(tr("\"%1\" stands nowhere in the theme.").arg(shownName(thing.name)));
         return;
     }
     const auto make = [this, thing](const QString &newName, const ThemeEdit &edit) {
@@ -265,15 +270,15 @@ void ThemeNames::rename()
         m_talk.run([&] {
             made = change(edit,
                           tr("\"%1\" is \"%2\" now, in %3.")
-                              .arg(shownName(thing->name), shownName(newName),
+                              .arg(shownName(thing.name), shownName(newName),
                                    counted(edit.paths().size(), tr("file"), tr("files"))),
                           tr("Undo Rename"));
         });
         if (made)
-            m_renamed = followRename(*thing, newName);
+            m_renamed = followRename(thing, newName);
         return made;
     };
-    auto *dialog = new frmRename(*thing, found, m_index.sharedIndex(), m_theme.folder(), make, &m_window);
+    auto *dialog = new frmRename(thing, found, m_index.sharedIndex(), m_theme.folder(), make, &m_window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
 }

@@ -39,6 +39,12 @@ public:
     // it is what Undo in the Tool menu takes back. False where the person would rather not.
     bool mend(const ThemeEdit &edit, const QString &done);
 
+    // Asks for another name of a thing and gives it that in every place.
+    void renameThing(const NamedThing &thing);
+    // Makes an edit of several places, and says so; `undo` is what takes it back, in the Tool menu. False
+    // where the person would rather not; see ThemeEditing::apply.
+    bool change(const ThemeEdit &edit, const QString &done, const QString &undo);
+
     Going going;
     ThemeEditing editing;
 
@@ -69,8 +75,6 @@ private:
     Renamed followRename(const NamedThing &thing, const QString &newName);
     void undoRename();
     void search();
-    // False where the person would rather not; see ThemeEditing::apply.
-    bool change(const ThemeEdit &edit, const QString &done, const QString &undo);
     // A sentence on what an edit has left open and not saved.
     QString unsavedAfter(const ThemeEdit &edit) const;
 

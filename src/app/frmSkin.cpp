@@ -6,13 +6,14 @@
 #include "app/ImageWork.h"
 #include "app/LanguageWork.h"
 #include "app/ListEditing.h"
+#include "app/NewThings.h"
 #include "app/OpenDocument.h"
 #include "app/PaneRound.h"
-#include "app/RecentThemes.h"
 #include "app/ShownChanges.h"
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
 #include "app/ThemeChecks.h"
+#include "app/ThemeMenu.h"
 #include "app/ThemeNames.h"
 #include "app/ThemeOverview.h"
 #include "app/ThemeTab.h"
@@ -43,7 +44,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QMenuBar>
 #include <QResizeEvent>
 #include <QScreen>
@@ -203,8 +203,9 @@ void frmSkin::connectTabs()
 
 void frmSkin::makeMenu()
 {
-    m_menu.on("mnuOpenTheme", [this] { mnuOpenTheme_Click(); });
-    m_menu.action("mnuOpenTheme")->setShortcut(QKeySequence::Open);
+    m_themeMenu = new ThemeMenu(
+        m_menu, [this](const QString &folder) { openTheme(folder); },
+        [this] { return m_themeTab->Dir1->path(); }, *this);
     m_menu.on("mnuSave", [this] { m_document->save(); });
     m_menu.action("mnuSave")->setShortcut(QKeySequence::Save);
     m_menu.on("mnuFlDefault", [this] { mnuFlDefault_Click(); });
@@ -229,12 +230,13 @@ void frmSkin::makeMenu()
         });
     m_dialogs->addCommands(m_menu);
     m_names->addCommands(m_menu);
+    (new NewThings({m_theme, *m_index, *m_names, *m_document, *m_sourceTab->txtSnippet, *TabStrip4, m_talk},
+                   *this))
+        ->addCommands(m_menu);
     new ListEditing(m_theme, frYt, *TabStrip4, *m_sourceTab->txtSnippet, m_files, m_menu, *this);
     new ImageWork({*m_imageTab, m_theme, *m_outside, m_files}, m_menu, *this);
     new LanguageWork({*m_langTab, m_theme, m_checks->check, *m_outside, m_files}, m_menu, *this);
     m_overview->addCommands(m_menu);
-    m_recent = std::make_unique<RecentThemes>(*m_menu.menu("mnuRecentThemes"),
-                                              [this](const QString &folder) { openTheme(folder); });
 }
 
 void frmSkin::makeStatusLine()
@@ -335,7 +337,7 @@ void frmSkin::themeLoaded()
     m_fontTab->showCatalogue(m_theme.fontFile.path(), m_theme.cbFont);
     m_keymapTab->showCatalogue();
     frmWb->startWith(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
-    m_recent->add(m_theme.folder());
+    m_themeMenu->add(m_theme.folder());
     const QString news = m_keptRows->takeNews(), left = m_document->leftFromAnother(m_theme.folder());
     m_talk.say(tr("Theme opened: %1 windows, %2 images, %3 colours, %4 fonts. %5 %6")
                    .arg(m_theme.widgets.LvWidget.count())
@@ -376,17 +378,6 @@ void frmSkin::ShowPreview()
 void frmSkin::InsertCode(const QString &Awal, const QString &Akhir)
 {
     m_sourceTab->InsertCode(Awal, Akhir);
-}
-
-void frmSkin::mnuOpenTheme_Click()
-{
-    const QString folder =
-        QFileDialog::getExistingDirectory(this, tr("Open Theme"), m_themeTab->Dir1->path());
-    // Themes are handed on in a folder of their own, and it is that one which people choose.
-    const QString inner = joinPath(folder, u"theme");
-    if (!folder.isEmpty())
-        openTheme(!isThemeFolder(folder) && !findFile(joinPath(inner, u"theme.xml")).isEmpty() ? inner
-                                                                                               : folder);
 }
 
 void frmSkin::mnuFlDefault_Click()

@@ -26,7 +26,6 @@ class OutsideChanges;
 class PreviewFrame;
 class Prompts;
 class ScanCommands;
-class RecentThemes;
 class SourceHelp;
 class SourceTab;
 class Stage;
@@ -35,6 +34,7 @@ class StatusLine;
 class TabFrame;
 class TabStrip;
 class ThemeChecks;
+class ThemeMenu;
 class ThemeNames;
 class ThemeOverview;
 class ThemeTab;
@@ -83,14 +83,12 @@ private:
     void Dir1_Change(const QString &path);
     bool loadTheme(const QString &folder);
     void themeLoaded();
-    void mnuOpenTheme_Click();
     void mnuFlDefault_Click();
 
     WindowTalk m_talk;
     Files &m_files;
     ThemeProject m_theme{m_files};
     MainMenu m_menu;
-    std::unique_ptr<RecentThemes> m_recent;
     QWidget *m_page;
     TabStrip *TabStrip4;
     QList<TabFrame *> frYt;
@@ -111,6 +109,7 @@ private:
     OpenDocument *m_document = nullptr;
     LiveIndex *m_index = nullptr;
     ThemeChecks *m_checks = nullptr;
+    ThemeMenu *m_themeMenu = nullptr;
     ThemeNames *m_names = nullptr;
     SourceHelp *m_sourceHelp = nullptr;
     Stage *m_stage = nullptr;

@@ -23,6 +23,7 @@ QString placeOf(Files::Step step, const QString &path, const QString &theme)
     case Files::Step::Restore:
         return realPlace(path);
     case Files::Step::Delete:
+    case Files::Step::Create:
         break;
     }
     const QString folder = realPlace(folderOf(path).toString());
@@ -99,6 +100,11 @@ void Files::saveAll(const QList<Change> &changes, const QString &theme)
     for (Change &change : files)
         change.path = touch(Step::Save, change.path, theme);
     writer().replaceAll(files);
+}
+
+void Files::create(const QString &path, const QByteArray &bytes, const QString &theme)
+{
+    writer().create(touch(Step::Create, path, theme), bytes);
 }
 
 void Files::restore(const QString &path, const QString &version, const QString &theme)

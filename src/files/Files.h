@@ -31,6 +31,7 @@ public:
         Save,    // the file that LoadFile would read, else a new one; links are followed
         Restore, // exactly the file named; links are followed
         Delete,  // exactly the file named, and of a link the link itself
+        Create,  // the same, which is not there yet
     };
 
     struct Place
@@ -65,6 +66,9 @@ public:
         QByteArray before, after;
     };
     void saveAll(const QList<Change> &changes, const QString &theme);
+    // Makes a file that is not there yet. Where one is, in letters of any case, it is left alone; where it
+    // cannot be written whole, none is made.
+    void create(const QString &path, const QByteArray &bytes, const QString &theme);
     // Puts back the bytes of `version`, a copy that backups keep; makes the file and its folder again where
     // they are gone.
     void restore(const QString &path, const QString &version, const QString &theme);

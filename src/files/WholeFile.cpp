@@ -49,6 +49,17 @@ QString makeFolder(const QString &folder)
     return error ? qt_error_string(error.value()) : QString();
 }
 
+QString keptOnDisk([[maybe_unused]] const QFileDevice &file)
+{
+#ifdef Q_OS_UNIX
+    // Some disks, full ones behind a network for example, refuse what was written only when they are told to
+    // keep it. Committing does tell them so, and passes over the answer. Others know no such order.
+    if (fsync(file.handle()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS)
+        return qt_error_string(errno);
+#endif
+    return {};
+}
+
 WholeFile::WholeFile(const QString &path, Of of)
     : m_path(behindLinks(path)), m_beside(nameBeside(m_path, of)),
       m_file(m_beside.isEmpty() ? m_path : m_beside)
@@ -94,16 +105,10 @@ QString WholeFile::write(QByteArrayView bytes)
 
 QString WholeFile::flush()
 {
-#ifdef Q_OS_UNIX
-    // Some disks, full ones behind a network for example, refuse what was written only when they are told to
-    // keep it. Committing does tell them so, and passes over the answer. Others know no such order.
-    if (fsync(m_file.handle()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS) {
-        const QString reason = qt_error_string(errno);
+    const QString reason = keptOnDisk(m_file);
+    if (!reason.isEmpty())
         m_file.cancelWriting();
-        return reason;
-    }
-#endif
-    return {};
+    return reason;
 }
 
 QString WholeFile::close()

@@ -9,6 +9,10 @@ namespace quillmere {
 // Makes the folder with those above it. Empty where it is there now, else the system's reason.
 QString makeFolder(const QString &folder);
 
+// Makes the disk keep what was written to a file that is open without a buffer. The system's reason where it
+// refuses, else nothing.
+QString keptOnDisk(const QFileDevice &file);
+
 // Writes a file whole or not at all: beside it, then renamed over it, which keeps its permissions. Each step
 // gives the system's reason where it fails, else nothing; the file is then as it was, and nothing is left
 // beside it. A symbolic link stays one and its target is written.

@@ -2,6 +2,7 @@
 
 #include "files/Backups.h"
 #include "files/FailedStep.h"
+#include "files/NewFile.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "files/WholeFile.h"
@@ -131,6 +132,17 @@ void Writer::putBack(const QList<Files::Change> &files, qsizetype count, const Q
         throw RunTimeError(reason + QStringLiteral(" These files were changed and could not be put back; "
                                                    "their old versions are in the backup folder: %1.")
                                         .arg(lost.join(QStringLiteral(", "))));
+}
+
+void Writer::create(const QString &path, const QByteArray &bytes)
+{
+    // A file of other letters would be another one here, and the same on systems that do not mind.
+    if (const QString taken = findFile(path); !taken.isEmpty() || QFileInfo(path).isSymLink())
+        throwFailed(
+            "make", path,
+            QStringLiteral("there is already a file \"%1\"").arg(fileNameOf(taken.isEmpty() ? path : taken)));
+    require("make", path, writeNewFile(path, bytes));
+    m_written(path, bytes);
 }
 
 void Writer::restore(const QString &path, const QString &version)

@@ -24,6 +24,9 @@ public:
     // Files that are there, by their real paths. Replaces all of them or none.
     void replaceAll(const QList<Files::Change> &files);
 
+    // Makes exactly the file named, which is not there yet, whole or not at all.
+    void create(const QString &path, const QByteArray &bytes);
+
     // Puts the bytes of `version`, a copy that backups keep, into exactly the file named, by the same steps;
     // makes the file and its folder again where they are gone.
     void restore(const QString &path, const QString &version);

@@ -48,18 +48,29 @@ Target *openAt(const std::function<Target *(const QString &)> &find, const QStri
     throwFailed("change", path, QStringLiteral("it no longer holds what the change was made for"));
 }
 
-// What was done of an edit by then; what fails here stays as it is, and the old files are in the backup
-// folder.
-void takeBack(const EditTargets &targets, const QList<ThemeEdit::Move> &moves, QList<Files::Change> files)
-{
-    for (Files::Change &file : files)
-        std::swap(file.before, file.after);
-    for (const ThemeEdit::Move &move : moves)
-        targets.files.move(move.from, move.to, targets.folder);
-    targets.files.saveAll(files, targets.folder);
-}
-
 } // namespace
+
+// What has been done to files by then, the last first.
+struct ThemeEdit::Done
+{
+    QList<WholeBytes> removed, created;
+    QList<Move> moves; // as they are taken back
+    QList<Files::Change> files;
+
+    // What fails here stays as it is, and the old files are in the backup folder.
+    void takeBack(const EditTargets &targets)
+    {
+        for (const WholeBytes &file : std::as_const(removed))
+            targets.files.create(file.path, file.bytes, targets.folder);
+        for (const Move &move : std::as_const(moves))
+            targets.files.move(move.from, move.to, targets.folder);
+        for (Files::Change &file : files)
+            std::swap(file.before, file.after);
+        targets.files.saveAll(files, targets.folder);
+        for (const WholeBytes &file : std::as_const(created))
+            targets.files.remove(file.path, targets.folder);
+    }
+};
 
 QString changedText(const QString &text, const QList<RangeChange> &changes)
 {
@@ -113,6 +124,11 @@ bool ThemeEdit::replace(const QString &path, const QByteArray &mark, const QList
         behind = change.range.end;
     }
     return changes.isEmpty() || m_files.emplace(path, FileEdit{mark, changes, page, {}}).second;
+}
+
+void ThemeEdit::create(const QString &path, const QByteArray &bytes)
+{
+    m_created.append({path, bytes});
 }
 
 void ThemeEdit::move(const QString &path, const QString &to)
@@ -213,6 +229,24 @@ ThemeEdit::Prepared ThemeEdit::prepared(const QString &path, const FileEdit &edi
     }
 }
 
+void ThemeEdit::write(Done &done, const QList<Files::Change> &files, const EditTargets &targets) const
+{
+    for (const WholeBytes &file : m_created) {
+        targets.files.create(file.path, file.bytes, targets.folder);
+        done.created.prepend(file);
+    }
+    targets.files.saveAll(files, targets.folder);
+    done.files = files;
+    for (const Move &move : m_moves) {
+        targets.files.move(findFile(move.from), move.to, targets.folder);
+        done.moves.prepend({move.to, move.from});
+    }
+    for (const WholeBytes &file : m_removed) {
+        targets.files.remove(file.path, targets.folder);
+        done.removed.prepend(file);
+    }
+}
+
 ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
 {
     ThemeEdit inverse;
@@ -243,16 +277,20 @@ ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
         rows.append({open, &changes});
         inverse.m_rows.emplace(path, inverseOf(changes));
     }
-    targets.files.saveAll(files, targets.folder);
-    for (auto move = m_moves.cbegin(); move != m_moves.cend(); ++move) {
-        try {
-            targets.files.move(findFile(move->from), move->to, targets.folder);
-            inverse.m_moves.prepend({move->to, move->from});
-        } catch (const RunTimeError &) {
-            takeBack(targets, inverse.m_moves, files);
-            throw;
-        }
+    for (const WholeBytes &file : m_removed) {
+        if (LoadBytes(file.path) != file.bytes)
+            throwChanged(file.path);
     }
+    Done done;
+    try {
+        write(done, files, targets);
+    } catch (const RunTimeError &) {
+        done.takeBack(targets);
+        throw;
+    }
+    inverse.m_moves = done.moves;
+    inverse.m_removed = done.created;
+    inverse.m_created = done.removed;
     for (const auto &[open, changes] : texts)
         open->apply(*changes);
     for (const auto &[open, changes] : rows)

@@ -85,13 +85,29 @@ public:
     // Gives a file another name, after all else; that of another file is never taken.
     void move(const QString &path, const QString &to);
 
+    // Makes a file, before all else; one that is there, in letters of any case, is never taken.
+    void create(const QString &path, const QByteArray &bytes);
+
     struct Move
     {
         QString from, to;
     };
-    bool isEmpty() const { return m_files.empty() && m_rows.empty() && m_moves.isEmpty(); }
+    struct WholeBytes
+    {
+        QString path;
+        QByteArray bytes;
+    };
+    bool isEmpty() const
+    {
+        return m_files.empty() && m_rows.empty() && m_moves.isEmpty() && m_created.isEmpty() &&
+               m_removed.isEmpty();
+    }
     const QList<Move> &moves() const { return m_moves; }
+    const QList<WholeBytes> &created() const { return m_created; }
+    // Files that go again, of an edit that takes back another.
+    const QList<WholeBytes> &removed() const { return m_removed; }
     QString pathAfter(const QString &path) const;
+    // Of all that is changed; not of what comes and goes.
     QStringList paths() const;
     QList<RangeChange> changesOf(const QString &path) const;
     QList<RowChange> rowChangesOf(const QString &path) const;
@@ -110,12 +126,15 @@ private:
         std::optional<CodePageRule> rule; // by which an inverse has to read
     };
     struct Prepared;
+    struct Done;
 
+    void write(Done &done, const QList<Files::Change> &files, const EditTargets &targets) const;
     static Prepared prepared(const QString &path, const FileEdit &edit, const EditTargets &targets);
 
     std::map<QString, FileEdit> m_files;
     std::map<QString, QList<RowChange>> m_rows;
     QList<Move> m_moves;
+    QList<WholeBytes> m_created, m_removed;
 };
 
 } // namespace quillmere

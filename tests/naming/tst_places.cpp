@@ -252,6 +252,10 @@ private slots:
         row("line break", NameKind::String, "Yes", "a\nb", "line breaks");
         row("window out of its folder", NameKind::Window, "main", "../main", "file");
         row("window there already", NameKind::Window, "main", "other", "Another window");
+        row("window in other letters", NameKind::Window, "main", "OTHER", "Another window");
+        row("the same in other letters", NameKind::Window, "main", "Main", "");
+        row("device", NameKind::Window, "main", "aux", "file");
+        row("catalogue that cannot hold it", NameKind::Image, "logo", "a = b", "blank");
         row("file there already", NameKind::Window, "main", "widget", "Another window");
         row("hidden file", NameKind::Window, "main", ".main", "file");
         row("the same", NameKind::Image, "logo", "logo", "");

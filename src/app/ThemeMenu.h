@@ -1,0 +1,37 @@
+#pragma once
+
+#include "app/RecentThemes.h"
+
+#include <QObject>
+
+#include <functional>
+
+class QWidget;
+
+namespace quillmere {
+
+class MainMenu;
+
+// The commands that lead to another theme: Open Theme, Recent Themes.
+class ThemeMenu : public QObject
+{
+    Q_OBJECT
+
+public:
+    // `open` opens the theme in a folder; `folder` is the one that is chosen now.
+    ThemeMenu(MainMenu &menu, std::function<void(const QString &)> open, std::function<QString()> folder,
+              QWidget &window);
+
+    // A theme was opened, and is a recent one from now on.
+    void add(const QString &folder) { m_recent.add(folder); }
+
+private:
+    void mnuOpenTheme_Click();
+
+    std::function<void(const QString &)> m_open;
+    std::function<QString()> m_folder;
+    QWidget &m_window;
+    RecentThemes m_recent;
+};
+
+} // namespace quillmere

@@ -1,0 +1,105 @@
+#include "app/EditedTheme.h"
+
+using namespace quillmere;
+
+namespace {
+
+// The reason that the dialog shows for what is typed into a field of it; with the button as it is then.
+QString whyNot(const QWidget &dialog, const char *field, const QString &typed)
+{
+    auto *line = childOf<QLineEdit>(dialog, field);
+    line->selectAll();
+    QTest::keyClick(line, Qt::Key_Delete);
+    QTest::keyClicks(line, typed);
+    const QString why = childOf<QLabel>(dialog, "lblNewWhy")->text();
+    if (childOf<QPushButton>(dialog, "cmdNew")->isEnabled() != why.isEmpty())
+        qFatal("The button does not go with the reason \"%s\"", qPrintable(why));
+    return why;
+}
+
+void makeIt(QWidget &dialog)
+{
+    const QPointer<QWidget> open = &dialog;
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    QVERIFY(QTest::qWaitFor([&] { return !open || !open->isVisible(); }));
+}
+
+} // namespace
+
+class TestNewThings : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void newWindow()
+    {
+        EditedWindow window;
+        const QByteArray catalogue = window.read("theme/widget.xml");
+        window.choose("mnuWidgetNew");
+        QWidget *dialog = dialogNamed("frmNewWindow");
+        QVERIFY(whyNot(*dialog, "txtNewName", u"MAIN"_s).contains(u"already"));
+        QVERIFY(whyNot(*dialog, "txtNewName", QString()).contains(u"empty"));
+        QCOMPARE(whyNot(*dialog, "txtNewName", u"fresh"_s), QString());
+        childOf<QComboBox>(*dialog, "cbNewTemplate")->setCurrentIndex(3);
+        makeIt(*dialog);
+        QVERIFY(window.read("theme/widget.xml").contains("name=\"main\"/><widget class=\"window\" "));
+        QVERIFY(window.read("theme/fresh.xml").contains("class=\"progbar\""));
+        QVERIFY(text(window).contains(u"name=\"fresh\""));
+        QCOMPARE(window.find<QTabBar>("TabStrip4")->currentIndex(), 8);
+        QCOMPARE(window.model("LvWidget")->rowCount(), 2);
+        QCOMPARE(window.find<ListView>("LvWidget")->selectedRow(), 1);
+        QCOMPARE(window.find<QAction>("mnuUndoRename")->text(), u"Undo New Window"_s);
+        window.choose("mnuUndoRename");
+        QCOMPARE(window.read("theme/widget.xml"), catalogue);
+        QVERIFY(!QFileInfo::exists(window.path("theme/fresh.xml")));
+        QCOMPARE(window.model("LvWidget")->rowCount(), 1);
+    }
+
+    // What is not saved goes along, and the original stays as it is.
+    void duplicate()
+    {
+        EditedWindow window;
+        window.write("theme/main.xml", "<widget class=\"window\" name=\"main\"><img/></widget>\n");
+        window.openDocument("theme/main.xml");
+        type(window, "<!--mine-->");
+        window.choose("mnuWidgetDuplicate");
+        QWidget *dialog = dialogNamed("frmNewWindow");
+        QVERIFY(!childOf<QComboBox>(*dialog, "cbNewTemplate")->isVisible());
+        QCOMPARE(childOf<QLineEdit>(*dialog, "txtNewName")->text(), u"main_2"_s);
+        makeIt(*dialog);
+        const QByteArray copy = window.read("theme/main_2.xml");
+        QVERIFY(copy.contains("<!--mine-->") && copy.contains("name=\"main_2\""));
+        QVERIFY(!window.read("theme/main.xml").contains("mine"));
+        QVERIFY(text(window).contains(u"main_2"));
+    }
+
+    void nothingToDuplicate()
+    {
+        EditedWindow window;
+        window.turnTo(1);
+        window.find<ListView>("LvWidget")->clearSelection();
+        window.find<ListView>("LvWidget")->setCurrentIndex({});
+        window.choose("mnuWidgetDuplicate");
+        QVERIFY(window.said().startsWith(u"Select a window"_s));
+        QFile::remove(window.path("theme/main.xml"));
+        window.select("LvWidget", 0);
+        window.prompts.expectMessage(
+            u"Quillmere"_s, u"The window \"main\" has no document, so there is nothing to duplicate."_s);
+        window.choose("mnuWidgetDuplicate");
+    }
+
+    void renameWindow()
+    {
+        EditedWindow window;
+        window.turnTo(1);
+        window.select("LvWidget", 0);
+        QVERIFY(QTest::qWaitFor([&] {
+            window.choose("mnuWidgetRename");
+            return window.skin->findChild<QWidget *>(u"frmRename"_s) != nullptr;
+        }));
+        QCOMPARE(childOf<QLineEdit>(*dialogNamed("frmRename"), "txtRename")->text(), u"main"_s);
+    }
+};
+
+WINDOW_TEST_MAIN(TestNewThings)
+#include "tst_newthings.moc"

@@ -1,0 +1,240 @@
+#include "checks/ThemeCheck.h"
+#include "files/RunTimeError.h"
+#include "files/TestFiles.h"
+#include "making/CatalogueLine.h"
+#include "making/NewWindow.h"
+#include "making/WindowLook.h"
+#include "making/WindowTemplate.h"
+#include "theme/ThemeProject.h"
+
+#include <QTest>
+
+using namespace quillmere;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Its head says how large it is.
+PictureReading readPng(const QByteArray &bytes)
+{
+    const QByteArray head = bytes.left(24);
+    const auto number = [&head](int at) { return head.mid(at, 4).toHex().toInt(nullptr, 16); };
+    return {{number(16), number(20)}, true};
+}
+
+void copyFolder(const QString &from, const QString &to)
+{
+    QDir().mkpath(to);
+    for (const QFileInfo &file : QDir(from).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
+        if (file.isDir())
+            copyFolder(file.filePath(), to + u'/' + file.fileName());
+        else
+            QFile::copy(file.filePath(), to + u'/' + file.fileName());
+    }
+}
+
+// A theme that is written to, with what stands in its folder.
+class MadeTheme
+{
+public:
+    MadeTheme() { door.backups().setFolder(files.path(u"backup"_s)); }
+    void open() { QVERIFY(theme.LoadTheme(folder())); }
+    void openExample()
+    {
+        copyFolder(QStringLiteral(EXAMPLES_FOLDER "/aurora/theme"), folder());
+        open();
+    }
+
+    QString folder() const { return files.path(u"theme"_s); }
+    ThemeSources sources() const
+    {
+        ThemeSources all;
+        all.folder = folder();
+        return all;
+    }
+    // A line each: "FILE RULE MESSAGE".
+    QStringList problems() const
+    {
+        const ThemeSources all = sources();
+        const auto index = ThemeIndex::build(all);
+        PictureStore pictures(readPng);
+        QStringList lines;
+        const CheckedTheme checked = checkTheme(all, *index, pictures).value();
+        for (const Problem &problem : checked.problems)
+            lines.append(u"%1 %2 %3"_s.arg(problem.file.mid(folder().size() + 1),
+                                           QLatin1String(textOf(problem.rule).id), problem.message));
+        return lines;
+    }
+    ThemeEdit apply(const ThemeEdit &edit) { return edit.apply({door, folder(), {}, {}, theme.rule}); }
+
+    TestFiles files;
+    Files door;
+    ThemeProject theme{door};
+};
+
+// Every file below a folder with its bytes.
+QMap<QString, QByteArray> bytesBelow(const QString &folder)
+{
+    QMap<QString, QByteArray> all;
+    for (const QFileInfo &file :
+         QDir(folder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden)) {
+        if (file.isDir()) {
+            const auto inner = bytesBelow(file.filePath());
+            for (auto each = inner.cbegin(); each != inner.cend(); ++each)
+                all.insert(file.fileName() + u'/' + each.key(), *each);
+        } else {
+            QFile content(file.filePath());
+            content.open(QIODevice::ReadOnly);
+            all.insert(file.fileName(), content.readAll());
+        }
+    }
+    return all;
+}
+
+} // namespace
+
+class TestMaking : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<MadeTheme> m_example; // for who only reads
+
+private slots:
+    void initTestCase()
+    {
+        m_example = std::make_unique<MadeTheme>();
+        m_example->openExample();
+    }
+
+    void entries_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("after"); // empty where there is no place
+        QTest::newRow("own line") << u"<i>\n    <a/>\n</i>\n"_s << u"<i>\n    <a/>\n    <new/>\n</i>\n"_s;
+        QTest::newRow("CR LF") << u"<i>\r\n\t<a/>\r\n</i>"_s << u"<i>\r\n\t<a/>\r\n\t<new/>\r\n</i>"_s;
+        QTest::newRow("one line") << u"<i><a/></I>"_s << u"<i><a/><new/></I>"_s;
+        QTest::newRow("behind another") << u"<i>\n<a/></i>"_s << u"<i>\n<a/><new/></i>"_s;
+        QTest::newRow("the last") << u"</i><i>\n</i>"_s << u"</i><i>\n<new/>\n</i>"_s;
+        QTest::newRow("first of all") << u"</i>"_s << u"<new/>\n</i>"_s;
+        QTest::newRow("empty lines") << u"<i>\n  <a/>\n\n  </i>"_s << u"<i>\n  <a/>\n\n  <new/>\n  </i>"_s;
+        QTest::newRow("no end") << u"<i><a/>"_s << QString();
+        QTest::newRow("no text") << QString() << QString();
+    }
+    void entries()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, after);
+        const auto change = entryBefore(u"</i>", text, u"<new/>"_s);
+        QCOMPARE(change ? changedText(text, {*change}) : QString(), after);
+    }
+
+    // Of every kind, on the example theme and on a theme that has next to nothing.
+    void newWindows()
+    {
+        MadeTheme example;
+        example.openExample();
+        const QStringList before = example.problems();
+        MadeTheme bare;
+        bare.files.write(u"theme/theme.xml"_s, "<config><file_widget>w/widget.xml</file_widget></config>");
+        bare.files.write(u"theme/w/widget.xml"_s,
+                         "<interface><width>720</width><height>576</height></interface>");
+        bare.open();
+        for (const auto kind :
+             {WindowTemplate::Empty, WindowTemplate::List, WindowTemplate::MessageBox, WindowTemplate::Bar}) {
+            const QString name = u"wnd_made_%1"_s.arg(int(kind));
+            for (MadeTheme *made : {&example, &bare}) {
+                const ThemeSources sources = made->sources();
+                made->apply(newWindow(made->theme, sources, name,
+                                      windowText(kind, name, lookOf(made->theme, sources))));
+                made->theme.reload(made->theme.widgets.document.path());
+                QCOMPARE(made->theme.widgets.LvWidget.sub(made->theme.widgets.LvWidget.count() - 1, 1), name);
+            }
+        }
+        QStringList more = example.problems();
+        more.removeIf([&before](const QString &problem) { return before.contains(problem); });
+        QCOMPARE(more, QStringList());
+        QCOMPARE(bare.problems(), QStringList());
+        const QByteArray list = example.files.read(u"theme/widget/wnd_made_1.xml"_s);
+        for (const char *taken : {"<img>bg_aurora</img>", "[white,white,white]", "<font>font_prog</font>"})
+            QVERIFY2(list.contains(taken), taken);
+    }
+
+    void takenBackAndRefused()
+    {
+        MadeTheme made;
+        made.openExample();
+        const auto before = bytesBelow(made.folder());
+        const ThemeEdit edit = newWindow(made.theme, made.sources(), u"wnd_x"_s, u"<interface/>\n"_s);
+        const ThemeEdit inverse = made.apply(edit);
+        QCOMPARE(made.files.read(u"theme/widget/wnd_x.xml"_s), "<interface/>\n");
+        made.apply(inverse);
+        QCOMPARE(bytesBelow(made.folder()), before);
+        // A file that came meanwhile, in other letters, is left alone, and nothing else is written.
+        made.files.write(u"theme/widget/WND_X.xml"_s, "mine");
+        const auto now = bytesBelow(made.folder());
+        QVERIFY_EXCEPTION_THROWN(made.apply(edit), RunTimeError);
+        QCOMPARE(bytesBelow(made.folder()), now);
+        // So is what was written into the new window before it is taken back.
+        const ThemeEdit other = made.apply(newWindow(made.theme, made.sources(), u"wnd_y"_s, u"<a/>"_s));
+        made.files.write(u"theme/widget/wnd_y.xml"_s, "<more/>");
+        const auto then = bytesBelow(made.folder());
+        QVERIFY_EXCEPTION_THROWN(made.apply(other), RunTimeError);
+        QCOMPARE(bytesBelow(made.folder()), then);
+    }
+
+    // The catalogue changes under the edit: the document that was made by then goes again.
+    void allOrNone()
+    {
+        MadeTheme made;
+        made.openExample();
+        const ThemeEdit edit = newWindow(made.theme, made.sources(), u"wnd_x"_s, u"<interface/>\n"_s);
+        QFile(made.folder() + u"/widget/widget.xml"_s).remove();
+        QVERIFY_EXCEPTION_THROWN(made.apply(edit), RunTimeError);
+        QVERIFY(!QFileInfo::exists(made.folder() + u"/widget/wnd_x.xml"_s));
+    }
+
+    void windowNames_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("why"); // a part of the sentence
+        QTest::newRow("free") << u"wnd_fresh"_s << QString();
+        QTest::newRow("empty") << u" "_s << u"empty"_s;
+        QTest::newRow("quote") << u"a\"b"_s << u"quote"_s;
+        QTest::newRow("taken") << u"wnd_epg"_s << u"already"_s;
+        QTest::newRow("other letters") << u"WND_EPG"_s << u"already"_s;
+        QTest::newRow("file without a window") << u"wnd_Sleep_draft"_s << u"already"_s;
+        QTest::newRow("window without a file") << u"wnd_network_setup"_s << u"already"_s;
+        QTest::newRow("the catalogue") << u"Widget"_s << u"already"_s;
+        QTest::newRow("folder") << u"a/b"_s << u"file"_s;
+        QTest::newRow("device") << u"Con"_s << u"file"_s;
+        QTest::newRow("device with an ending") << u"lpt1.new"_s << u"file"_s;
+        QTest::newRow("not quite a device") << u"com0"_s << QString();
+        QTest::newRow("long") << QString(252, u'a') << u"file"_s;
+        QTest::newRow("letters beyond one byte") << u"окно"_s << QString();
+    }
+    void windowNames()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, why);
+        const QString said = WindowNames(m_example->theme).whyNot(name);
+        QVERIFY2(why.isEmpty() ? said.isEmpty() : said.contains(why), qPrintable(said));
+    }
+
+    void namesAndPages()
+    {
+        MadeTheme made;
+        made.files.write(u"theme/theme.xml"_s, "<config><file_widget>widget.xml</file_widget></config>");
+        made.files.write(u"theme/widget.xml"_s, "<interface><!--\xE9--></interface>");
+        made.open();
+        QVERIFY(WindowNames(made.theme).whyNot(u"окно"_s).contains(u"Windows-1252"));
+        QCOMPARE(WindowNames(made.theme).whyNot(u"\u00E9t\u00E9"_s), QString());
+        QCOMPARE(WindowNames(made.theme).free(u"widget"_s), u"widget_2"_s);
+        QCOMPARE(withWindowName(u"<widget name=\"a\"><widget name=\"a\"/></widget>"_s, u"a"_s, u"b"_s),
+                 u"<widget name=\"b\"><widget name=\"a\"/></widget>"_s);
+        QCOMPARE(withWindowName(u"<widget name=\"other\"/>"_s, u"a"_s, u"b"_s),
+                 u"<widget name=\"other\"/>"_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestMaking)
+#include "tst_making.moc"
