@@ -59,6 +59,10 @@ ListEditing::ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, Tab
     }
     connect(&source, &SourceBox::changed, this, soon);
     files.onWritten(this, [soon](const QString &) { soon(); });
+    for (const TabFrame *tab : tabs) {
+        for (ListView *list : tab->findChildren<ListView *>())
+            connect(&theme, &ThemeProject::loaded, list, [list] { list->sortBy(-1, Qt::AscendingOrder); });
+    }
     m_soon.setSingleShot(true);
     m_soon.setInterval(kSoon);
     connect(&m_soon, &QTimer::timeout, this, &ListEditing::showMarks);

@@ -14,18 +14,19 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kHeight = 24; // pixels
-constexpr int kGap = 4;     // pixels
+constexpr int kHeight = 24;   // pixels
+constexpr int kGap = 4;       // pixels
+constexpr int kAtOnce = 8000; // rows that are hidden or shown in one go; the view takes its time for each
 
 enum Ticks { All, Ticked, NotTicked };
 
-bool holds(const QAbstractItemModel &rows, int row, const QString &text)
+// The texts of all columns, in one case; what is looked for has no line break.
+QString foldedRow(const QAbstractItemModel &rows, int row)
 {
-    for (int column = 0; column < rows.columnCount(); ++column) {
-        if (rows.index(row, column).data().toString().contains(text, Qt::CaseInsensitive))
-            return true;
-    }
-    return false;
+    QString texts;
+    for (int column = 0; column < rows.columnCount(); ++column)
+        texts += QString(rows.index(row, column).data().toString() + u'\n');
+    return texts.toCaseFolded();
 }
 
 } // namespace
@@ -56,7 +57,11 @@ ListFilter::ListFilter(ListView &list)
     connect(&m_soon, &QTimer::timeout, this, &ListFilter::apply);
     connect(txtFilter, &QLineEdit::textChanged, this, &ListFilter::apply);
     connect(cboTicks, &QComboBox::currentIndexChanged, this, &ListFilter::apply);
+    m_further.setInterval(0);
+    connect(&m_further, &QTimer::timeout, this, &ListFilter::hideFurther);
     const auto soon = [this] {
+        m_folded.clear();
+        m_further.stop();
         if (m_isShown || isVisibleTo(parentWidget()))
             m_soon.start();
     };
@@ -79,6 +84,7 @@ void ListFilter::open()
         show();
         makeRoom();
         apply();
+        QTimer::singleShot(0, this, &ListFilter::fold); // before the first key
     }
     txtFilter->setFocus();
     txtFilter->selectAll();
@@ -95,6 +101,7 @@ void ListFilter::close()
     txtFilter->clear();
     cboTicks->setCurrentIndex(All);
     apply();
+    m_folded.clear();
     hide();
     m_list.setGeometry(m_whole);
     m_list.setFocus();
@@ -112,19 +119,49 @@ void ListFilter::makeRoom()
 void ListFilter::apply()
 {
     const QAbstractItemModel &rows = *m_list.model();
-    const QString text = txtFilter->text();
+    const QString text = txtFilter->text().toCaseFolded();
     const int ticks = cboTicks->currentIndex();
+    if (!text.isEmpty())
+        fold();
     int found = 0;
+    m_isHidden.resize(rows.rowCount());
     for (int row = 0; row < rows.rowCount(); ++row) {
-        bool isFound = (!m_isShown || m_isShown(row)) && (text.isEmpty() || holds(rows, row, text));
+        bool isFound = (!m_isShown || m_isShown(row)) && (text.isEmpty() || m_folded.at(row).contains(text));
         if (isFound && ticks != All)
             isFound =
                 (rows.index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked) == (ticks == Ticked);
         found += isFound;
-        if (m_list.isRowHidden(row, {}) == isFound)
-            m_list.setRowHidden(row, {}, !isFound);
+        m_isHidden[row] = !isFound;
     }
+    m_next = 0;
+    hideFurther();
     lblFound->setText(tr("%1 of %2").arg(found).arg(rows.rowCount()));
+}
+
+void ListFilter::fold()
+{
+    const QAbstractItemModel &rows = *m_list.model();
+    if (!m_folded.isEmpty())
+        return;
+    m_folded.reserve(rows.rowCount());
+    for (int row = 0; row < rows.rowCount(); ++row)
+        m_folded.append(foldedRow(rows, row));
+}
+
+void ListFilter::hideFurther()
+{
+    int left = kAtOnce;
+    for (; m_next < m_isHidden.size() && left > 0; ++m_next) {
+        const bool hidden = m_isHidden.at(m_next);
+        if (m_list.isRowHidden(m_next, {}) == hidden)
+            continue;
+        m_list.setRowHidden(m_next, {}, hidden);
+        --left;
+    }
+    if (m_next < m_isHidden.size())
+        m_further.start();
+    else
+        m_further.stop();
 }
 
 bool ListFilter::eventFilter(QObject *watched, QEvent *event)

@@ -1,8 +1,13 @@
 #include "controls/ListView.h"
 
+#include "controls/ListColumns.h"
+#include "rows/ToolTip.h"
+
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 
 namespace quillmere {
 
@@ -42,11 +47,12 @@ private:
 
 ListView::ListView(const QString &name, const QString &accessibleName, QAbstractItemModel &rows,
                    QWidget *parent)
-    : QTreeView(parent)
+    : OrderedTree(parent)
 {
     setObjectName(name);
     setAccessibleName(accessibleName);
     setModel(&rows);
+    m_columns = new ListColumns(*this);
     setItemDelegate(new RowDelegate(this));
     setRootIsDecorated(false);
     setItemsExpandable(false);
@@ -57,9 +63,7 @@ ListView::ListView(const QString &name, const QString &accessibleName, QAbstract
     setEditTriggers(NoEditTriggers);
     setTextElideMode(Qt::ElideLeft); // most lists begin with a path, and its end tells most
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    header()->setStretchLastSection(false);
-    header()->setMinimumSectionSize(16);
-    header()->setSectionsMovable(false);
+    header()->viewport()->installEventFilter(this);
 
     connect(this, &QTreeView::clicked, this,
             [this](const QModelIndex &index) { emit rowClicked(index.row()); });
@@ -78,9 +82,7 @@ int ListView::selectedRow() const
 
 void ListView::setColumnShares(const QList<int> &shares)
 {
-    m_shares = shares;
-    for (int column = 0; column < model()->columnCount(); ++column)
-        setColumnHidden(column, m_shares.value(column, 1) == 0);
+    m_columns->setShares(shares);
 }
 
 void ListView::setColumnElideMode(int column, Qt::TextElideMode mode)
@@ -95,7 +97,7 @@ Qt::TextElideMode ListView::columnElideMode(int column) const
 
 void ListView::doItemsLayout()
 {
-    QTreeView::doItemsLayout();
+    OrderedTree::doItemsLayout();
     emit laidOut();
 }
 
@@ -130,20 +132,51 @@ void ListView::keyPressEvent(QKeyEvent *event)
 void ListView::resizeEvent(QResizeEvent *event)
 {
     QTreeView::resizeEvent(event);
-    const int columns = model()->columnCount();
-    int total = 0;
-    for (int column = 0; column < columns; ++column)
-        total += m_shares.value(column, 1);
-    int left = viewport()->width();
-    for (int column = 0; column < columns && total > 0; ++column) {
-        const int share = m_shares.value(column, 1);
-        if (share == 0)
-            continue;
-        const int width = left * share / total;
-        setColumnWidth(column, width);
-        left -= width;
-        total -= share;
+    m_columns->layOut();
+}
+
+void ListView::showEvent(QShowEvent *event)
+{
+    m_columns->remember();
+    QTreeView::showEvent(event);
+}
+
+bool ListView::isWhole(const QModelIndex &index) const
+{
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    const QSize needed = itemDelegateForIndex(index)->sizeHint(option, index),
+                there = visualRect(index).size();
+    return needed.width() <= there.width() && needed.height() <= there.height();
+}
+
+bool ListView::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const QModelIndex index = indexAt(static_cast<QHelpEvent *>(event)->pos());
+        // What the rows have to say beyond their texts is said in any case.
+        const bool isText = index.isValid() &&
+                            index.data(Qt::ToolTipRole).toString() == plainToolTip(index.data().toString());
+        if (isText && isWhole(index)) {
+            QToolTip::hideText();
+            return QAbstractScrollArea::viewportEvent(event); // there may be one of the list
+        }
     }
+    return QTreeView::viewportEvent(event);
+}
+
+bool ListView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == header()->viewport() && event->type() == QEvent::ToolTip) {
+        const auto *help = static_cast<QHelpEvent *>(event);
+        const int column = header()->logicalIndexAt(help->pos());
+        if (column >= 0 && header()->sectionSizeHint(column) > header()->sectionSize(column)) {
+            const QString caption = model()->headerData(column, Qt::Horizontal).toString();
+            QToolTip::showText(help->globalPos(), plainToolTip(caption), header());
+            return true;
+        }
+    }
+    return QTreeView::eventFilter(watched, event);
 }
 
 } // namespace quillmere

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "controls/OrderedTree.h"
+
 #include <QHash>
-#include <QTreeView>
 
 namespace quillmere {
 
-// A report list: shows rows, mostly those of a ListRows; whole rows are selected, columns share the width.
-class ListView : public QTreeView
+class ListColumns;
+
+// A report list: shows rows, mostly those of a ListRows; whole rows are selected, columns share the width. A
+// tooltip shows what is cut.
+class ListView : public OrderedTree
 {
     Q_OBJECT
 
@@ -23,6 +27,7 @@ public:
     void setColumnElideMode(int column, Qt::TextElideMode mode);
     Qt::TextElideMode columnElideMode(int column) const;
     void doItemsLayout() override;
+    ListColumns &columns() const { return *m_columns; }
 
 signals:
     // A click on a row, or the arrow keys reached it.
@@ -37,9 +42,15 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+    // Of the header.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    QList<int> m_shares;
+    bool isWhole(const QModelIndex &index) const;
+
+    ListColumns *m_columns;
     QHash<int, Qt::TextElideMode> m_elideModes;
 };
 

@@ -1,4 +1,5 @@
 #include "rows/ListRows.h"
+#include "rows/RowOrder.h"
 
 #include <QAbstractItemModelTester>
 #include <QRandomGenerator>
@@ -54,6 +55,27 @@ private slots:
         QVERIFY(!plain.index(0, 0).data(Qt::CheckStateRole).isValid());
         QVERIFY(!plain.setData(plain.index(0, 0), Qt::Checked, Qt::CheckStateRole));
         QVERIFY(!plain.flags(plain.index(0, 0)).testFlag(Qt::ItemIsUserCheckable));
+    }
+
+    void sorts_data()
+    {
+        QTest::addColumn<QStringList>("cells");
+        QTest::addColumn<QList<int>>("up");
+        QTest::addColumn<QList<int>>("down");
+        const auto sort = [](const char *what, const QStringList &cells, const QList<int> &up,
+                             const QList<int> &down) { QTest::newRow(what) << cells << up << down; };
+        sort("none", {}, {}, {});
+        sort("numbers", {u"10"_s, u"-2"_s, u""_s, u"1.5"_s, u"9"_s}, {2, 1, 3, 4, 0}, {0, 4, 3, 1, 2});
+        sort("letter case", {u"b"_s, u"A"_s, u"B"_s, u"a"_s}, {1, 3, 0, 2}, {0, 2, 1, 3});
+        sort("no numbers", {u"nan"_s, u"10"_s, u"inf"_s, u""_s}, {3, 1, 2, 0}, {0, 2, 1, 3});
+        sort("equal", {u"7"_s, u"7.0"_s, u"07"_s}, {0, 1, 2}, {0, 1, 2});
+    }
+
+    void sorts()
+    {
+        QFETCH(QStringList, cells);
+        QTEST(sortedRows(cells, Qt::AscendingOrder), "up");
+        QTEST(sortedRows(cells, Qt::DescendingOrder), "down");
     }
 
     // Whoever follows the signals ends up with the same rows.

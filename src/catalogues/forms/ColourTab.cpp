@@ -37,7 +37,9 @@ ColourTab::ColourTab(ListRows &colours, ColourCatalogue &catalogue, Files &files
             [this](const QModelIndex &index) { refused(m_colours.sub(index.row(), 2)); });
     connect(lvColor, &ListView::rowOpened, this, &ColourTab::lvColor_DblClick);
     connect(lvColor, &ListView::deletePressed, this, &ColourTab::lvColor_Delete);
-    connect(&colours, &QAbstractItemModel::rowsInserted, lvColor, &ListView::scrollToBottom);
+    connect(&colours, &QAbstractItemModel::rowsInserted, lvColor, [this](const QModelIndex &, int, int last) {
+        lvColor->scrollTo(m_colours.index(last, 0)); // which need not be the last where they are sorted
+    });
     connect(&colours, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex &changed) {
         if (changed.row() == lvColor->selectedRow())
             showSwatch(changed.row());

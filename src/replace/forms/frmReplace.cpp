@@ -53,6 +53,7 @@ frmReplace::frmReplace(SourceAccess source, Files &files, Talk &talk, QWidget &o
     List1->setSelectionMode(QAbstractItemView::ExtendedSelection);
     for (ListView *list : {List1, List2}) {
         list->setTextElideMode(Qt::ElideRight);
+        list->setSortable(false); // the two of a pair stand side by side
         connect(list, &ListView::rowClicked, this, &frmReplace::List_Click);
     }
     connect(List1->verticalScrollBar(), &QScrollBar::valueChanged, List2->verticalScrollBar(),
