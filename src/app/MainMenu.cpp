@@ -79,6 +79,8 @@ constexpr Item kItems[] = {
     {"mnuLang", "hrLangWork", "", Kind::Separator},
     {"mnuLang", "mnuLangNext", "&Next Untranslated"},
     {"mnuLang", "mnuLangPanel", "Pane&l", Kind::Check},
+    {"mnuLang", "hrLangNew", "", Kind::Separator},
+    {"mnuLang", "mnuLangNew", "Ne&w Language..."},
 
     {nullptr, "mnuTool", "&Tool", Kind::Menu},
     {"mnuTool", "mnuCblock", "Copy Block Name"},

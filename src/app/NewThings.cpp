@@ -6,11 +6,14 @@
 #include "asking/Talk.h"
 #include "controls/Commands.h"
 #include "controls/ListView.h"
+#include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "making/WindowLook.h"
+#include "making/forms/frmNewLanguage.h"
 #include "making/forms/frmNewWindow.h"
 #include "source/SavedText.h"
 #include "source/forms/SourceBox.h"
+#include "theme/ReceiverParts.h"
 #include "theme/ThemeProject.h"
 #include "theme/forms/LiveIndex.h"
 
@@ -36,6 +39,7 @@ void NewThings::addCommands(Commands &menu)
     menu.on("mnuWidgetNew", [this] { mnuWidgetNew_Click(); });
     menu.on("mnuWidgetDuplicate", [this] { mnuWidgetDuplicate_Click(); });
     menu.on("mnuWidgetRename", [this] { mnuWidgetRename_Click(); });
+    menu.on("mnuLangNew", [this] { mnuLangNew_Click(); });
 }
 
 void NewThings::requireWindows() const
@@ -101,6 +105,50 @@ void NewThings::mnuWidgetRename_Click()
 {
     if (const int row = windowInHand(); row >= 0)
         m_parts.names.renameThing({NameKind::Window, m_parts.theme.widgets.LvWidget.sub(row, 1)});
+}
+
+void NewThings::mnuLangNew_Click()
+{
+    if (m_parts.theme.folder().isEmpty())
+        throw RunTimeError(tr("Open a theme first."));
+    if (m_parts.theme.languageList.path().isEmpty())
+        throw RunTimeError(tr("The theme.xml of this theme names no language catalogue."));
+    auto *dialog = new frmNewLanguage(
+        LanguageNames(m_parts.theme), languageNames(m_parts.theme),
+        [this](const NewLanguage &language, int model) { return makeLanguage(language, model); }, &m_window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+bool NewThings::makeLanguage(const NewLanguage &language, int model)
+{
+    bool made = false;
+    m_parts.talk.run([&] {
+        const ThemeSources sources = m_parts.index.sources();
+        QStringList texts;
+        if (model >= 0)
+            texts = sourcesOf(sources, m_parts.theme.lvLang.text(model));
+        else if (const auto index = m_parts.index.sharedIndex())
+            texts = textsOfWindows(*index);
+        else // it is still being made
+            texts = textsOfWindows(*ThemeIndex::build(sources));
+        int leftOut = 0;
+        const ThemeEdit edit = newLanguage(m_parts.theme, sources, language, texts, leftOut);
+        QString done = tr("The language \"%1\" is made.").arg(language.id);
+        if (leftOut > 0)
+            done +=
+                u' ' + tr("Texts with a quote or \">\", which no language file can hold, are left out: %1.")
+                           .arg(leftOut);
+        made = m_parts.names.change(edit, done, tr("Undo New Language"));
+        if (!made)
+            return;
+        for (const ListRows::Row &row : m_parts.theme.lvLang.rows()) {
+            if (row.sub(1) == language.id)
+                m_parts.names.going.goTo(withOwnSeparators(row.text), {}, 0);
+        }
+        m_parts.talk.say(done);
+    });
+    return made;
 }
 
 bool NewThings::makeWindow(const QString &name, const QString &text, CodePage page)

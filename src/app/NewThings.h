@@ -12,6 +12,7 @@ namespace quillmere {
 
 class Commands;
 class LiveIndex;
+struct NewLanguage;
 class OpenDocument;
 class SourceBox;
 class TabStrip;
@@ -43,11 +44,13 @@ private:
     void mnuWidgetNew_Click();
     void mnuWidgetDuplicate_Click();
     void mnuWidgetRename_Click();
+    void mnuLangNew_Click();
     // Row of the window in the source box where that is what one looks at, else of the one selected in
     // LvWidget; -1, after a hint, where there is none.
     int windowInHand() const;
     // RunTimeError where no theme is open, or it names no window catalogue.
     void requireWindows() const;
+    bool makeLanguage(const NewLanguage &language, int model);
     bool makeWindow(const QString &name, const QString &text, CodePage page);
 
     Parts m_parts;

@@ -3,10 +3,8 @@
 
 namespace quillmere {
 
-namespace {
-
 // Numbers and signs are the same in every language.
-bool hasLetter(QStringView text)
+bool needsTranslation(QStringView text)
 {
     for (qsizetype at = 0; at < text.size(); ++at) {
         uint letter = text[at].unicode();
@@ -20,14 +18,12 @@ bool hasLetter(QStringView text)
     return false;
 }
 
-} // namespace
-
 std::vector<FoundName> stringsToTranslate(const std::vector<FoundName> &names)
 {
     std::vector<FoundName> strings;
     QSet<QString> known;
     for (const FoundName &name : names) {
-        if (name.kind != NameKind::String || !hasLetter(name.name))
+        if (name.kind != NameKind::String || !needsTranslation(name.name))
             continue;
         const QString text = QString::fromRawData(name.name.data(), name.name.size());
         if (!known.contains(text))

@@ -17,6 +17,9 @@ struct NameFault
 // Nothing for a name that means something, and for kinds of names that need not be defined.
 std::optional<NameFault> faultOf(NameKind kind, QStringView name, const ThemeIndex &index);
 
+// Whether a text of a window has a letter.
+bool needsTranslation(QStringView text);
+
 // Of the names in a window the strings that have to be translated, each once.
 std::vector<FoundName> stringsToTranslate(const std::vector<FoundName> &names);
 

@@ -1,6 +1,9 @@
 #include "making/CatalogueLine.h"
 
+#include "files/RunTimeError.h"
 #include "markup/Matching.h"
+
+#include <QObject>
 
 namespace quillmere {
 
@@ -35,6 +38,19 @@ std::optional<RangeChange> entryBefore(QStringView closing, const QString &text,
         return RangeChange{{at, at}, {}, entry};
     const QStringView end = start > 1 && text[start - 2] == u'\r' ? u"\r\n" : u"\n";
     return RangeChange{{start, start}, {}, QString(indentBefore(text, start) + entry + end)};
+}
+
+QString whyNotIn(const Encoding &encoding, const QString &name)
+{
+    const bool isOneByte =
+        encoding.page == CodePage::Windows1252 || encoding.rule == CodePageRule::Windows1252;
+    try {
+        encodeText(name, encoding.page, isOneByte ? CodePageRule::Windows1252 : encoding.rule);
+    } catch (const RunTimeError &) {
+        return QObject::tr("The catalogue is in %1, which lacks a letter of this name.")
+            .arg(codePageName(isOneByte ? CodePage::Windows1252 : CodePage::Utf8));
+    }
+    return {};
 }
 
 } // namespace quillmere

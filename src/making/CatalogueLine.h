@@ -12,4 +12,8 @@ namespace quillmere {
 // any case) and on a line of its own where that one has one. Nothing where there is no such tag.
 std::optional<RangeChange> entryBefore(QStringView closing, const QString &text, const QString &entry);
 
+// Why a catalogue that was read so cannot be written with this name in it and stay in its code page, as a
+// sentence for a person; empty where it can.
+QString whyNotIn(const Encoding &encoding, const QString &name);
+
 } // namespace quillmere

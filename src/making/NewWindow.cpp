@@ -17,19 +17,6 @@ namespace {
 
 const QString kEnding = QStringLiteral(".xml");
 
-// Whether a catalogue in this page can be written with the name in it, and stay in the page.
-bool fits(const QString &name, const Encoding &encoding)
-{
-    const bool isOneByte =
-        encoding.page == CodePage::Windows1252 || encoding.rule == CodePageRule::Windows1252;
-    try {
-        encodeText(name, encoding.page, isOneByte ? CodePageRule::Windows1252 : encoding.rule);
-    } catch (const RunTimeError &) {
-        return false;
-    }
-    return true;
-}
-
 } // namespace
 
 WindowNames::WindowNames(const ThemeProject &theme) : m_encoding(theme.widgets.document.encoding())
@@ -48,10 +35,7 @@ QString WindowNames::whyNot(const QString &name) const
         return why;
     if (m_taken.contains(foldedText(name)))
         return QObject::tr("Another window, or a file beside the catalogue, has this name already.");
-    if (!fits(name, m_encoding))
-        return QObject::tr("The window catalogue is in %1, which lacks a letter of this name.")
-            .arg(codePageName(CodePage::Windows1252));
-    return {};
+    return whyNotIn(m_encoding, name);
 }
 
 QString WindowNames::free(const QString &stem) const

@@ -88,6 +88,29 @@ private slots:
         window.choose("mnuWidgetDuplicate");
     }
 
+    // The fields follow the ID; strings of another language that are not saved stay offered.
+    void newLanguage()
+    {
+        EditedWindow window;
+        window.write("theme/main.xml",
+                     "<widget class=\"window\" name=\"main\"><string>Go</string></widget>\n");
+        window.openDocument("theme/main.xml");
+        window.choose("mnuLangNew");
+        QWidget *dialog = dialogNamed("frmNewLanguage");
+        QVERIFY(whyNot(*dialog, "txtNewLangId", u"english"_s).contains(u"ID"));
+        QCOMPARE(whyNot(*dialog, "txtNewLangId", u"Old Norse"_s), QString());
+        QCOMPARE(childOf<QLineEdit>(*dialog, "txtNewLangFile")->text(), u"old_norse.xml"_s);
+        makeIt(*dialog);
+        QCOMPARE(window.read("theme/old_norse.xml"),
+                 "<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\r\n<language "
+                 "name=\"Old Norse\">\r\n<tran id=\"Go\"></tran>\r\n</language>\r\n");
+        QCOMPARE(window.find<QLineEdit>("txtLangFile")->text(), window.path("theme/old_norse.xml"));
+        QCOMPARE(window.model("LvBhs")->rowCount(), 1);
+        window.choose("mnuUndoRename");
+        QVERIFY(!QFileInfo::exists(window.path("theme/old_norse.xml")));
+        QCOMPARE(window.model("lvLang")->rowCount(), 2);
+    }
+
     void renameWindow()
     {
         EditedWindow window;

@@ -2,6 +2,7 @@
 #include "files/RunTimeError.h"
 #include "files/TestFiles.h"
 #include "making/CatalogueLine.h"
+#include "making/NewLanguage.h"
 #include "making/NewWindow.h"
 #include "making/WindowLook.h"
 #include "making/WindowTemplate.h"
@@ -217,6 +218,74 @@ private slots:
         QFETCH(QString, name);
         QFETCH(QString, why);
         const QString said = WindowNames(m_example->theme).whyNot(name);
+        QVERIFY2(why.isEmpty() ? said.isEmpty() : said.contains(why), qPrintable(said));
+    }
+
+    void newLanguages_data()
+    {
+        QTest::addColumn<int>("model"); // -1 for the texts of the windows
+        QTest::newRow("windows") << -1;
+        QTest::newRow("model") << 2;
+    }
+    // It lacks translations and nothing else; taken back, everything is as it was.
+    void newLanguages()
+    {
+        QFETCH(int, model);
+        MadeTheme made;
+        made.openExample();
+        const auto files = bytesBelow(made.folder());
+        const QStringList before = made.problems();
+        const ThemeSources sources = made.sources();
+        const QStringList texts = model < 0 ? textsOfWindows(*ThemeIndex::build(sources))
+                                            : sourcesOf(sources, made.theme.lvLang.text(model));
+        QVERIFY(texts.size() > 90 && texts.contains(u"Guide"_s));
+        int leftOut = 0;
+        const ThemeEdit inverse =
+            made.apply(newLanguage(made.theme, sources, {u"Česky"_s, u"čeština"_s, u"cs.xml"_s},
+                                   texts + QStringList{u"a\"b"_s, u"a>b"_s}, leftOut));
+        QCOMPARE(leftOut, 2);
+        made.theme.reload(made.theme.languageList.path());
+        const int last = made.theme.lvLang.count() - 1;
+        QCOMPARE(made.theme.lvLang.sub(last, 1), u"Česky"_s);
+        QVERIFY(made.theme.language.open(made.door, made.theme.lvLang.text(last), made.folder(), {}));
+        QStringList sourcesMade, translations;
+        for (const ListRows::Row &row : made.theme.LvBhs.rows()) {
+            sourcesMade.append(row.sub(1));
+            translations.append(row.sub(2));
+        }
+        QCOMPARE(sourcesMade, texts);
+        QCOMPARE(translations.join(QString()), QString());
+        QStringList more = made.problems();
+        more.removeIf([&](const QString &line) {
+            return before.contains(line) || line.contains(u" untranslated ") ||
+                   line.contains(u" unused-string ");
+        });
+        QCOMPARE(more, QStringList());
+        made.apply(inverse);
+        QCOMPARE(bytesBelow(made.folder()), files);
+    }
+
+    void languageNames_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("free") << u"Polish"_s << u"polish.xml"_s << QString();
+        QTest::newRow("no ID") << QString() << u"x.xml"_s << u"ID"_s;
+        QTest::newRow("ID taken") << u"GERMAN"_s << u"x.xml"_s << u"ID"_s;
+        QTest::newRow("file taken") << u"Polish"_s << u"German.xml"_s << u"file of this name"_s;
+        QTest::newRow("catalogue") << u"Polish"_s << u"i18n.xml"_s << u"file of this name"_s;
+        QTest::newRow("ID ends its tag") << u"a>b"_s << u"x.xml"_s << u">"_s;
+        QTest::newRow("blanks go") << u"a = b"_s << u"x.xml"_s << u"blank"_s;
+        QTest::newRow("folder") << u"Polish"_s << u"../x.xml"_s << u"file"_s;
+        QTest::newRow("device") << u"Polish"_s << u"nul.xml"_s << u"device"_s;
+    }
+    void languageNames()
+    {
+        QFETCH(QString, id);
+        QFETCH(QString, file);
+        QFETCH(QString, why);
+        const QString said = LanguageNames(m_example->theme).whyNot({id, u"Name"_s, file});
         QVERIFY2(why.isEmpty() ? said.isEmpty() : said.contains(why), qPrintable(said));
     }
 
