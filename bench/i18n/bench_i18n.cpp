@@ -3,6 +3,7 @@
 #include "i18n/Dictionary.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/LiteralTranslation.h"
+#include "i18n/TranslationMemory.h"
 
 #include <benchmark/benchmark.h>
 
@@ -128,8 +129,37 @@ void saveLanguage(benchmark::State &state)
         file.save();
 }
 
+// A source among so many that are alike, half of them within reach: nothing can be passed over by its length.
+void suggest(benchmark::State &state)
+{
+    auto memory =
+        std::make_shared<TranslationMemory>(QStringLiteral("theme"), TranslationMemory::Kind::Language);
+    for (int i = 0; i < state.range(0); ++i)
+        memory->add(source(i).repeated(state.range(1)), QStringLiteral("Translation %1").arg(i), i);
+    memory->makeIndex();
+    int asked = 0;
+    for (auto _ : state) {
+        const QString text = QString(source(++asked * 7).repeated(state.range(1)) + u"s!");
+        benchmark::DoNotOptimize(suggestionsFor(text, {memory}).size());
+    }
+}
+
+void makeMemory(benchmark::State &state)
+{
+    const twins::Rows rows = strings(int(state.range(0)));
+    for (auto _ : state) {
+        TranslationMemory memory(QStringLiteral("theme"), TranslationMemory::Kind::Language);
+        for (int i = 0; i < rows.size(); ++i)
+            memory.add(rows[i].sub(1), u"x", i);
+        memory.makeIndex();
+        benchmark::DoNotOptimize(memory.count());
+    }
+}
+
 } // namespace
 
+BENCHMARK(suggest)->Args({20000, 1})->Args({20000, 10})->Args({200000, 1})->Unit(benchmark::kMillisecond);
+BENCHMARK(makeMemory)->Arg(20000)->Unit(benchmark::kMillisecond);
 BENCHMARK(fillQuick)->Args({1000, 1})->Args({20000, 10})->Unit(benchmark::kMillisecond);
 BENCHMARK(fillStepByStep)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(hugeDictionary)->Arg(50)->Unit(benchmark::kMillisecond);

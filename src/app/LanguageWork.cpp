@@ -1,5 +1,6 @@
 #include "app/LanguageWork.h"
 
+#include "app/RecentThemes.h"
 #include "checks/forms/LiveCheck.h"
 #include "controls/Commands.h"
 #include "controls/ListFilter.h"
@@ -9,6 +10,7 @@
 #include "i18n/forms/StringFilters.h"
 #include "i18n/forms/TranslationPanel.h"
 #include "keeping/forms/OutsideChanges.h"
+#include "theme/LanguageInTheme.h"
 #include "theme/ThemeProject.h"
 
 #include <QAction>
@@ -39,6 +41,12 @@ LanguageWork::LanguageWork(const Parts &parts, const Commands &menu, QMainWindow
     giveKey("mnuLangNext", Qt::CTRL | Qt::Key_Down);
     giveKey("mnuLangPanel", Qt::Key_F4);
     window.installEventFilter(this);
+    m_tab.otherThemes = [this] {
+        QStringList folders = RecentThemes::folders();
+        folders.removeAll(m_theme.folder());
+        return folders;
+    };
+    m_tab.languageFileIn = languageFileIn;
 
     if (auto *filter = m_tab.findChild<ListFilter *>(QStringLiteral("filterLvBhs"))) {
         StringFilters *filters = m_tab.filters;

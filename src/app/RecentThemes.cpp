@@ -18,17 +18,22 @@ RecentThemes::RecentThemes(QMenu &menu, std::function<void(const QString &)> ope
 
 void RecentThemes::add(const QString &folder)
 {
-    QStringList recent = QSettings().value(kKey).toStringList();
+    QStringList recent = folders();
     recent.removeAll(folder);
     recent.prepend(folder);
     QSettings().setValue(kKey, recent.mid(0, kMost));
     fill();
 }
 
+QStringList RecentThemes::folders()
+{
+    return QSettings().value(kKey).toStringList();
+}
+
 void RecentThemes::fill()
 {
     m_menu.clear();
-    const QStringList recent = QSettings().value(kKey).toStringList();
+    const QStringList recent = folders();
     for (const QString &folder : recent)
         m_menu.addAction(QString(folder).replace(u'&', QLatin1String("&&")), &m_menu,
                          [this, folder] { m_open(folder); });

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -16,6 +16,8 @@ public:
     RecentThemes(QMenu &menu, std::function<void(const QString &)> open);
 
     void add(const QString &folder);
+    // Their folders, newest first.
+    static QStringList folders();
 
 private:
     void fill();

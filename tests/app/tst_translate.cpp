@@ -208,6 +208,42 @@ private slots:
         QVERIFY(window.strings().contains(u"Radio | e"_s));
     }
 
+    // Suggestions from all there is; what stands nowhere near is none, nor is a dictionary of another
+    // language.
+    void suggestions()
+    {
+        LanguageWindow window;
+        window.write("program/trans/German.txt", "menu[*]Karte\r\nRadios[*]Rundfunk\r\n");
+        window.write("program/trans/Hausbuch.txt", "MENU[*]Speisekarte\r\n");
+        window.write("program/trans/Russian.txt", "Menu[*]\xD0\x9C\r\n");
+        const QByteArray other = "<config><file_i18n>i18n.xml</file_i18n></config>";
+        window.write("other/theme/theme.xml", other);
+        window.write("other/theme/i18n.xml", "<language id=\"german\">d.xml</language>");
+        window.write("other/theme/d.xml", "<language name=\"x\"><tran id=\"Menu\">Men\xC3\xBC</tran>"
+                                          "<tran id=\"Menus\">Men\xC3\xBCs</tran></language>");
+        window.skin->openTheme(window.path("other/theme"));
+        window.openTheme();
+        window.turnTo(4);
+        window.press("lvLang", 0, Qt::Key_Return);
+        window.select("LvBhs", 2);
+        QTRY_COMPARE(
+            window.shown("lvSuggestions"),
+            u"1   100 % | Men\u00FC |  | other\n2   99 % | Karte | menu | \u2260 German\n"
+            "3   99 % | Speisekarte | MENU | \u2260 Hausbuch\n4   80 % | Men\u00FCs | Menus | other\n"_s);
+        auto *list = window.find<ListView>("LvBhs");
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_4, Qt::AltModifier);
+        QTRY_VERIFY(window.strings().endsWith(u"\n | Menu | Men\u00FCs\n"_s));
+        auto *text = window.find<QPlainTextEdit>("txtTranslation");
+        QVERIFY(text->hasFocus());
+        QTest::keyClick(text, Qt::Key_Return);
+        QVERIFY(window.strings().endsWith(u"\n*  | Menu | Men\u00FCs\n"_s));
+        window.select("LvBhs", 1);
+        QTRY_COMPARE(window.shown("lvSuggestions"), u"1   83 % | Rundfunk | Radios | German\n"_s);
+        window.press("lvSuggestions", 0, Qt::Key_Return);
+        QVERIFY(window.strings().contains(u" | Radio | Rundfunk\n"_s));
+    }
+
     // What another language of the theme says, and remembers to be asked.
     void languageBeside()
     {

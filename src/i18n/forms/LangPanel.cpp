@@ -2,9 +2,11 @@
 
 #include "asking/Talk.h"
 #include "controls/ListView.h"
+#include "files/Files.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/forms/LanguageFiles.h"
 #include "i18n/forms/StringFilters.h"
+#include "i18n/forms/Suggestions.h"
 #include "i18n/forms/TranslationEdit.h"
 #include "i18n/forms/TranslationPanel.h"
 
@@ -21,8 +23,8 @@ namespace {
 
 constexpr int kGap = 3;          // pixels, above the panel
 constexpr int kRoomFor = 400;    // pixels of the strings, for a panel that nobody has asked for
-constexpr int kLeastPanel = 190; // pixels
-constexpr int kMostPanel = 300;  // pixels
+constexpr int kLeastPanel = 200; // pixels
+constexpr int kMostPanel = 380;  // pixels
 
 const QString kPanel = QStringLiteral("language/panel");
 
@@ -34,7 +36,10 @@ void LangTab::makePanel()
         m_strings, *LvBhs, [this] { return m_file.document.path(); }, m_talk, this);
     panel->hide();
     panel->translationIn = [this](const QString &language, const QString &source) {
-        const auto text = languageFiles->at(pathOf(language));
+        const QString path = pathOf(language);
+        if (path == m_file.document.path())
+            return m_strings.sub(panel->row(), 2);
+        const auto text = languageFiles->at(path);
         return text ? text->translationOf(source).toString() : QString();
     };
     panel->problemsOf = [this](int row) { return filters->problemsOf(row); };
@@ -48,6 +53,17 @@ void LangTab::makePanel()
     connect(&m_languages, &QAbstractItemModel::modelReset, panel, showLanguages);
     connect(languageFiles, &LanguageFiles::changed, panel, &TranslationPanel::refresh);
     connect(filters, &StringFilters::problemsChanged, panel, &TranslationPanel::refresh);
+    auto *suggestions = new Suggestions(m_strings, this);
+    connect(panel, &TranslationPanel::suggestionsWanted, suggestions, [this, suggestions](int row) {
+        const QString path = m_file.document.path();
+        const QString language = languageOf(m_languages, path);
+        if (row < 0)
+            suggestions->forget();
+        else
+            suggestions->ask(row, {language, path, m_files.programFolder(),
+                                   otherThemes ? otherThemes() : QStringList(), languageFileIn});
+    });
+    connect(suggestions, &Suggestions::found, panel, &TranslationPanel::showSuggestions);
     connect(panel, &TranslationPanel::nextWanted, this, &LangTab::goToNextUntranslated);
     connect(&m_strings, &QAbstractItemModel::modelReset, this, &LangTab::placePanel);
     connect(&m_strings, &QAbstractItemModel::rowsInserted, this, &LangTab::placePanel);
@@ -65,7 +81,7 @@ void LangTab::layOutStrings(const QRect &room)
 {
     const bool isOn = hasPanel(room.height());
     const bool shows = isOn && !m_strings.isEmpty();
-    const int height = shows ? std::clamp(room.height() / 2, kLeastPanel, kMostPanel) : 0;
+    const int height = shows ? std::clamp(room.height() * 11 / 20, kLeastPanel, kMostPanel) : 0;
     LvBhs->setGeometry(room.adjusted(0, 0, 0, shows ? -height - kGap : 0));
     if (shows)
         panel->setGeometry(room.adjusted(0, room.height() - height, 0, 0));

@@ -49,6 +49,11 @@ public:
     // the last; says so where there is none.
     void goToNextUntranslated();
 
+    // Folders of themes that were open before, the newest first; and the file of a language, by its ID, in
+    // such a theme, which is asked for on another thread. Suggestions come from there as well.
+    std::function<QStringList()> otherThemes;
+    std::function<QString(const QString &theme, const QString &language)> languageFileIn;
+
     StringUses uses; // of the selected string
     LanguageFiles *languageFiles;
     StringFilters *filters;

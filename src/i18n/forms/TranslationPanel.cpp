@@ -6,6 +6,7 @@
 #include "files/RunTimeError.h"
 #include "i18n/ExchangeUnits.h"
 #include "i18n/TypedTranslation.h"
+#include "i18n/forms/SuggestionList.h"
 #include "i18n/forms/TranslationEdit.h"
 
 #include <QAction>
@@ -49,7 +50,8 @@ TranslationPanel::TranslationPanel(ListRows &strings, ListView &list, std::funct
     : QWidget(parent), txtTranslation(named(new TranslationEdit, "txtTranslation", tr("Translation"))),
       m_strings(strings), m_list(list), m_fileNow(std::move(file)), m_talk(talk),
       txtSource(readOnly(QStringLiteral("txtSource"), tr("Source"))),
-      lblPanelNote(named(new QLabel, "lblPanelNote", tr("About this translation")))
+      lblPanelNote(named(new QLabel, "lblPanelNote", tr("About this translation"))),
+      m_suggestions(new SuggestionList(*parent))
 {
     named(this, "translationPanel", tr("Selected string"));
     txtSource->setPlaceholderText(tr("Select a string"));
@@ -63,12 +65,16 @@ TranslationPanel::TranslationPanel(ListRows &strings, ListView &list, std::funct
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kGap);
-    column->addWidget(txtSource, 3);
+    column->addWidget(txtSource, 4);
     column->addWidget(txtTranslation, 5);
     column->addWidget(lblPanelNote);
-    column->addLayout(makeBeside(), 4);
-    for (QWidget *box : findChildren<QPlainTextEdit *>())
+    column->addWidget(m_suggestions->view(), 8);
+    column->addLayout(makeBeside(), 6);
+    connect(m_suggestions, &SuggestionList::chosen, this, &TranslationPanel::putSuggestion);
+    for (QWidget *box : findChildren<QAbstractScrollArea *>()) {
+        box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored); // each has its share of what there is
         box->setMinimumHeight(0);
+    }
     connectEdit();
 
     connect(list.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -141,7 +147,15 @@ void TranslationPanel::connectEdit()
 void TranslationPanel::showEvent(QShowEvent *event)
 {
     showRow(m_list.currentIndex().row());
+    emit suggestionsWanted(row());
     QWidget::showEvent(event);
+}
+
+void TranslationPanel::hideEvent(QHideEvent *event)
+{
+    takeTyped();
+    emit suggestionsWanted(-1);
+    QWidget::hideEvent(event);
 }
 
 bool TranslationPanel::isTyped() const
@@ -164,6 +178,9 @@ void TranslationPanel::showRow(int row)
     txtTranslation->setReadOnly(row < 0 || translation.size() > kMostTyped);
     if (row >= 0 && m_drafts.contains(key()))
         txtTranslation->replaceBy(m_drafts.take(key()));
+    m_suggestions->show({});
+    if (isVisible())
+        emit suggestionsWanted(row);
     refresh();
 }
 
@@ -211,6 +228,24 @@ void TranslationPanel::takeTyped()
     else
         m_drafts.insert(key(), typed);
     showNote();
+}
+
+void TranslationPanel::showSuggestions(int ofRow, const QList<Suggestion> &suggestions)
+{
+    if (ofRow != row())
+        return;
+    m_suggestions->show(suggestions);
+    showNote();
+}
+
+// It is in the row at once, and may be changed in the box before Enter checks the row.
+void TranslationPanel::putSuggestion(const QString &translation)
+{
+    if (row() < 0)
+        return;
+    txtTranslation->replaceBy(withLineFeeds(translation));
+    takeTyped();
+    txtTranslation->setFocus();
 }
 
 void TranslationPanel::keepDraft()
@@ -266,6 +301,8 @@ void TranslationPanel::showNote()
             note = tr("Enter takes it, Ctrl+Enter goes on, Shift+Enter breaks the line.");
     } else if (row() >= 0 && problemsOf) {
         note = problemsOf(row()).join(u' ');
+        if (note.isEmpty() && m_suggestions->isDisputed())
+            note = tr("The dictionaries differ in this string.");
     }
     note = inOneLine(note);
     lblPanelNote->setText(note);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "i18n/TranslationMemory.h"
+
 #include <QHash>
 #include <QPersistentModelIndex>
 #include <QStringList>
@@ -16,6 +18,7 @@ namespace quillmere {
 
 class ListRows;
 class ListView;
+class SuggestionList;
 class Talk;
 class TranslationEdit;
 
@@ -45,6 +48,8 @@ public:
     std::function<QStringList(int row)> problemsOf;
     // What these two give may be something else now.
     void refresh();
+    // Answers suggestionsWanted().
+    void showSuggestions(int row, const QList<Suggestion> &suggestions);
 
     // 0-based row that is shown, -1 for none.
     int row() const { return m_row.isValid() ? m_row.row() : -1; }
@@ -52,9 +57,12 @@ public:
 
 signals:
     void nextWanted();
+    // Translations are looked for that were made elsewhere; for row -1 none are any more.
+    void suggestionsWanted(int row);
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
     struct Beside
@@ -70,6 +78,7 @@ private:
     bool isTyped() const;
     void take();
     void put(const QString &typed);
+    void putSuggestion(const QString &translation);
     void keepDraft();
     void showNote();
     QString key() const { return m_file + u'\n' + m_source; }
@@ -81,6 +90,7 @@ private:
     QPlainTextEdit *txtSource;
     QLabel *lblPanelNote;
     std::array<Beside, 2> m_beside;
+    SuggestionList *m_suggestions;
     QPersistentModelIndex m_row;
     QString m_file, m_source; // of the row
     QString m_before;         // what the box began with, or has put into the row
