@@ -7,6 +7,8 @@ namespace quillmere {
 class Files;
 class ImageTab;
 class OutsideChanges;
+class SourceTab;
+class Talk;
 class ThemeProject;
 
 // What the Image tab has beside its list and its panel, and what that goes by.
@@ -18,9 +20,11 @@ public:
     struct Parts
     {
         ImageTab &tab;
+        SourceTab &source;
         ThemeProject &theme;
         OutsideChanges &outside;
         Files &files;
+        Talk &talk;
     };
     ImageWork(const Parts &parts, Commands &menu, QWidget &window);
 

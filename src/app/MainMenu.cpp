@@ -52,6 +52,8 @@ constexpr Item kItems[] = {
     {"mnuImage", "mnuImgRubah", "&Rubah"},
     {"mnuImage", "mnuImgSave", "&Save"},
     {"mnuImage", "mnuImgChe", "Widget Check"},
+    {"mnuImage", "hrImgReplace", "", Kind::Separator},
+    {"mnuImage", "mnuImgReplace", "Re&place Picture..."},
     {"mnuImage", "hrImgViews", "", Kind::Separator},
     {"mnuImage", "mnuImgThumbnails", "T&humbnails", Kind::Check},
     {"mnuImage", "mnuImgGrid", "&Grid", Kind::Check},

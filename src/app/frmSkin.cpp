@@ -234,7 +234,7 @@ void frmSkin::makeMenu()
                    *this))
         ->addCommands(m_menu);
     new ListEditing(m_theme, frYt, *TabStrip4, *m_sourceTab->txtSnippet, m_files, m_menu, *this);
-    new ImageWork({*m_imageTab, m_theme, *m_outside, m_files}, m_menu, *this);
+    new ImageWork({*m_imageTab, *m_sourceTab, m_theme, *m_outside, m_files, m_talk}, m_menu, *this);
     new LanguageWork({*m_langTab, m_theme, m_checks->check, *m_outside, m_files}, m_menu, *this);
     m_overview->addCommands(m_menu);
 }

@@ -128,8 +128,16 @@ int ImageGrid::verticalOffset() const
     return verticalScrollBar()->value();
 }
 
+void ImageGrid::rowsInserted(const QModelIndex &parent, int first, int last)
+{
+    QAbstractItemView::rowsInserted(parent, first, last);
+    if (isVisible())
+        scheduleDelayedItemsLayout();
+}
+
 void ImageGrid::scrollTo(const QModelIndex &index, ScrollHint hint)
 {
+    executeDelayedItemsLayout(); // a row may have come just now
     const QRect place = visualRect(index);
     if (!place.isValid())
         return;

@@ -38,6 +38,7 @@ protected:
     int horizontalOffset() const override { return 0; }
     int verticalOffset() const override;
     bool isIndexHidden(const QModelIndex &index) const override;
+    void rowsInserted(const QModelIndex &parent, int first, int last) override;
     void setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) override;
     QRegion visualRegionForSelection(const QItemSelection &selection) const override;
     void updateGeometries() override;

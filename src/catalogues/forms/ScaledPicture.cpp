@@ -2,6 +2,8 @@
 
 #include "browser/PictureFile.h"
 
+#include <QBuffer>
+#include <QCoreApplication>
 #include <QImageReader>
 #include <QPainter>
 
@@ -14,7 +16,7 @@ const QColor kDarkSquare(0x99, 0x99, 0x99);
 
 } // namespace
 
-ScaledPicture readScaled(QFile &file, QSize room)
+ScaledPicture readScaled(QIODevice &file, QSize room)
 {
     ScaledPicture picture;
     picture.bytes = file.size();
@@ -33,6 +35,19 @@ ScaledPicture readScaled(QFile &file, QSize room)
     if (!picture.size.isValid())
         picture.size = picture.image.size();
     return picture;
+}
+
+QString whyNoPicture(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    const ScaledPicture read = readScaled(buffer, {1, 1});
+    if (!read.image.isNull())
+        return {};
+    return read.size.isValid()
+               ? QCoreApplication::translate("ScaledPicture", "the picture is damaged, or too large")
+               : QCoreApplication::translate("ScaledPicture", "it is not a picture made of pixels");
 }
 
 void drawChequers(QPainter &painter, const QRect &place, int square)

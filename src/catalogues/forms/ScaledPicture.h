@@ -2,7 +2,7 @@
 
 #include <QImage>
 
-class QFile;
+class QIODevice;
 class QPainter;
 
 namespace quillmere {
@@ -15,7 +15,11 @@ struct ScaledPicture
 };
 // Reads a picture made of pixels, no larger than `room`; nothing else, whatever its name says. Qt gives out
 // no more memory for one picture than its limit. May be called on any thread.
-ScaledPicture readScaled(QFile &file, QSize room);
+ScaledPicture readScaled(QIODevice &file, QSize room);
+
+// Why bytes are no such picture, or one that the preview does not show: a sentence without its full stop;
+// empty where they are.
+QString whyNoPicture(const QByteArray &bytes);
 
 // The ground on which transparent parts of a picture show.
 void drawChequers(QPainter &painter, const QRect &place, int square);
