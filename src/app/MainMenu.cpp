@@ -130,6 +130,9 @@ constexpr Item kItems[] = {
     {"mnuView", "mnuActionSafe", "&Action-Safe Area", Kind::Check},
     {"mnuView", "mnuTitleSafe", "&Title-Safe Area", Kind::Check},
     {"mnuView", "mnuOverview", "&Overview", Kind::Check},
+    {"mnuView", "hrRoom", "", Kind::Separator},
+    {"mnuView", "mnuWideSource", "Wide So&urce", Kind::Check},
+    {"mnuView", "mnuPreviewAlone", "&Preview Alone", Kind::Check},
 
     {nullptr, "mnuArrange", "A&rrange", Kind::Menu},
     {"mnuArrange", "mnuAlignLeft", "Align &Left"},

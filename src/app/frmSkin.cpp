@@ -17,6 +17,7 @@
 #include "app/ThemeNames.h"
 #include "app/ThemeOverview.h"
 #include "app/ThemeTab.h"
+#include "app/WorkRoom.h"
 #include "browser/forms/WebBrowser.h"
 #include "catalogues/forms/ColourTab.h"
 #include "catalogues/forms/FontTab.h"
@@ -59,12 +60,9 @@ namespace {
 constexpr int kFirstWidth = 1792; // pixels: the left column and a whole 1280 x 720 preview
 constexpr int kFirstHeight = 860;
 constexpr int kWindowBorder = 40;  // pixels, generously
-constexpr int kLeastWidth = 12000; // twips; a smaller window keeps the layout it had
-constexpr int kLeastHeight = 9000;
-constexpr int kLeftColumn = 7200; // twips of the width that are not preview
-constexpr int kAround = 1200;     // twips of the height that are not preview
+constexpr int kLeastWidth = 12015; // twips; the smallest window that has a layout of its own
+constexpr int kLeastHeight = 9015;
 constexpr int kFrameLeft = 240, kFrameTop = 600;
-constexpr int kStripLeft = 120, kStripTop = 120, kStripWidth = 6960; // twips
 constexpr int kSettling = 1000; // ms in which a window manager may still give a new window its size
 
 const QString kGeometry = QStringLiteral("window/geometry");
@@ -84,7 +82,7 @@ frmSkin::frmSkin(Files &files, Prompts *prompts, QWidget *parent)
     connect(&m_theme, &ThemeProject::loaded, this, &frmSkin::themeLoaded);
 
     setTabOrder(m_sourceTab->txtSnippet, frmWb->wb); // the preview comes last
-    Form_Resize(toTwips(kFirstWidth), toTwips(kFirstHeight));
+    m_room->Form_Resize(toTwips(kFirstWidth), toTwips(kFirstHeight));
     frmWb->showScreen(Screen::S1024x576);
     resize(kFirstWidth, kFirstHeight);
     TabStrip4_Click();
@@ -98,8 +96,8 @@ frmSkin::~frmSkin()
 void frmSkin::showFirst()
 {
     const QSize room = screen()->availableSize();
-    Form_Resize(kLeastWidth + kTwipsPerPixel,
-                kLeastHeight + kTwipsPerPixel); // or a screen too small keeps more
+    m_room->Form_Resize(kLeastWidth, kLeastHeight); // or a screen too small keeps more
+    m_room->restore();
     const bool fits =
         room.width() >= kFirstWidth + kWindowBorder && room.height() >= kFirstHeight + kWindowBorder;
     if (restoreGeometry(QSettings().value(kGeometry).toByteArray()) || fits)
@@ -134,6 +132,7 @@ void frmSkin::makeTabs()
         frame->move(toPixels(kFrameLeft), toPixels(kFrameTop));
         frame->hide();
     }
+    m_room = new WorkRoom(*m_page, *TabStrip4, frYt, *frmWb, *this);
     m_outside = new OutsideChanges(*m_status->offers, m_theme, *m_langTab, m_files, m_talk, this);
     m_keptRows = new KeptRows(m_theme, m_files, *m_status->offers, m_talk, this);
     m_document =
@@ -175,8 +174,9 @@ void frmSkin::connectTabs()
             [this] { BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
     connect(&m_names->editing, &ThemeEditing::othersChanged, this,
             [this] { m_sourceTab->BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
-    connect(m_stageTools, &StageTools::sourceWanted, this,
-            [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); });
+    const auto showSource = [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); };
+    connect(m_stageTools, &StageTools::sourceWanted, this, showSource);
+    connect(m_room, &WorkRoom::sourceWanted, this, showSource);
     connect(TabStrip4, &TabStrip::currentChanged, this, &frmSkin::TabStrip4_Click);
     connect(TabStrip4, &TabStrip::tabBarClicked, this, [this](int index) {
         if (index == TabStrip4->currentIndex())
@@ -218,6 +218,7 @@ void frmSkin::makeMenu()
     m_sourceTab->addCommands(m_menu);
     m_sourceHelp->addCommands(m_menu);
     frmWb->addCommands(m_menu);
+    m_room->addCommands(m_menu);
     m_stageTools->addCommands(m_menu);
     (new ColourWork(*m_colourTab, m_theme, *m_sourceTab->txtSnippet, *frmWb, m_talk, *this))
         ->addCommands(m_menu);
@@ -248,7 +249,7 @@ void frmSkin::makeStatusLine()
 void frmSkin::resizeEvent(QResizeEvent *event)
 {
     QMainWindow::resizeEvent(event);
-    Form_Resize(toTwips(width()), toTwips(height()));
+    m_room->Form_Resize(toTwips(width()), toTwips(height()));
     if (event->spontaneous() && m_sinceTheme.isValid() && m_sinceTheme.elapsed() < kSettling)
         frmWb->startWith(screenOfTheme(m_theme.widgets.width, m_theme.widgets.height));
 }
@@ -257,24 +258,6 @@ void frmSkin::closeEvent(QCloseEvent *event)
 {
     QSettings().setValue(kGeometry, saveGeometry());
     event->setAccepted(m_document->mayClose(*m_keptRows));
-}
-
-// All in twips. The window itself may be smaller; what is in it then keeps its size.
-void frmSkin::Form_Resize(int width, int height)
-{
-    if (width <= kLeastWidth || height <= kLeastHeight)
-        return;
-    const int H = height - kAround;
-    const int W = width - kLeftColumn;
-    frmWb->move(toPixels(kLeftColumn - kStripLeft), toPixels(kStripTop));
-    frmWb->setFrameSize(W, H);
-    TabStrip4->setGeometry(toPixels(kStripLeft), toPixels(kStripTop), toPixels(kStripWidth),
-                           toPixels(H + 240));
-    m_page->setMinimumSize(
-        frmWb->geometry().right() + 1,
-        std::max(TabStrip4->geometry().bottom(), frmWb->geometry().bottom() + StageBar::kHeight) + 1);
-    for (TabFrame *frame : std::as_const(frYt))
-        frame->setFrameHeight(H - 360);
 }
 
 void frmSkin::TabStrip4_Click()

@@ -39,6 +39,7 @@ class ThemeNames;
 class ThemeOverview;
 class ThemeTab;
 class WidgetTab;
+class WorkRoom;
 
 // The main window: puts the tabs together, owns the menu bar and the layout, hands public operations through.
 class frmSkin : public QMainWindow
@@ -77,7 +78,6 @@ private:
     void connectTabs();
     void makeMenu();
     void makeStatusLine();
-    void Form_Resize(int width, int height);
     void TabStrip4_Click();
     void enableSourceMenus();
     void Dir1_Change(const QString &path);
@@ -92,6 +92,7 @@ private:
     QWidget *m_page;
     TabStrip *TabStrip4;
     QList<TabFrame *> frYt;
+    WorkRoom *m_room = nullptr;
     ThemeTab *m_themeTab = nullptr;
     WidgetTab *m_widgetTab = nullptr;
     ImageTab *m_imageTab = nullptr;

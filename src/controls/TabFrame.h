@@ -13,14 +13,12 @@ class TabFrame : public CaptionBox
 public:
     using CaptionBox::CaptionBox;
 
-    // Gives the frame its height and lays its controls out in it. Twips.
-    void setFrameHeight(int height)
+    // Gives the frame its size and lays its controls out in it. Twips.
+    void setFrameSize(int width, int height)
     {
-        resize(toPixels(kWidth), toPixels(height));
+        resize(toPixels(width), toPixels(height));
         layOut(height);
     }
-
-    static constexpr int kWidth = 6720; // twips; the same for all frames, whatever the window's size
 
 protected:
     void paintEvent(QPaintEvent *) override {} // the tab strip behind it draws the border

@@ -21,6 +21,7 @@ constexpr QRgb kBand = 0x280a58d0;
 constexpr int kHandle = 7;      // pixels, a side
 constexpr int kPad = 4;         // pixels around the text of a label
 constexpr int kAround = 6;      // pixels that lines and handles reach beyond a box
+constexpr int kGround = 215;    // of 255: how much of what lies beyond the screen is covered
 constexpr double kFarOut = 1e6; // pixels; what lies further out is cut off
 
 QPen pen(QRgb colour, double width, Qt::PenStyle style = Qt::SolidLine)
@@ -191,9 +192,24 @@ void StageOverlay::drawGuides(QPainter &painter) const
     }
 }
 
-void StageOverlay::paintEvent(QPaintEvent *)
+// What lies beyond the screen is still to be seen, as on a pasteboard, and the screen's edge is, whatever the
+// window in it leaves free.
+void StageOverlay::drawAround(QPainter &painter, const QRegion &region) const
+{
+    const QRect screen = onGlass(QRectF(QPointF(), m_frame.screenSize())).toAlignedRect();
+    QColor ground = palette().color(QPalette::Window);
+    ground.setAlpha(kGround);
+    for (const QRect &part : region - screen)
+        painter.fillRect(part, ground);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawLine(screen.right() + 1, screen.top(), screen.right() + 1, screen.bottom() + 1);
+    painter.drawLine(screen.left(), screen.bottom() + 1, screen.right() + 1, screen.bottom() + 1);
+}
+
+void StageOverlay::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
+    drawAround(painter, event->region());
     drawFrames(painter);
     if (m_sketch.hovered)
         drawBox(painter, lineOf(onGlass(*m_sketch.hovered)), kDark, 1, Qt::DashLine);

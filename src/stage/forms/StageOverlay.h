@@ -50,6 +50,7 @@ protected:
 private:
     QRect touched(const Sketch &sketch) const;
     QRectF labelBox(const Sketch &sketch) const;
+    void drawAround(QPainter &painter, const QRegion &region) const;
     void drawFrames(QPainter &painter) const;
     void drawGuides(QPainter &painter) const;
     void drawLabel(QPainter &painter, const QString &text, const QRectF &box) const;

@@ -2,6 +2,7 @@
 
 #include "asking/Talk.h"
 #include "controls/Commands.h"
+#include "controls/DragLine.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "controls/TextHolder.h"
@@ -17,6 +18,7 @@
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QScopedValueRollback>
+#include <QSettings>
 
 #include <algorithm>
 
@@ -31,6 +33,9 @@ constexpr double kMostInKey = 15;       // ms that drawing may take of a key
 constexpr qsizetype kLarge = 1'500'000; // units of a text whose page is drawn late after commands as well
 constexpr qsizetype kHuge = 6'000'000;  // the same, however long drawing may take
 constexpr int kAboveText = 3720;        // twips that the block list and the margins take from the source box
+constexpr int kLeastAbove = 1800;       // as much as a person may leave them
+constexpr int kLeastText = 1800;        // twips of the source box
+const QString kListHeight = QStringLiteral("room/blockList");
 const QStringList kBlockColumns = {QStringLiteral("Class"), QStringLiteral("Nama")};
 
 } // namespace
@@ -45,6 +50,10 @@ SourceTab::SourceTab(std::function<ImageLookup()> pictures, const ListRows &font
       frBc(new CaptionBox(QStringLiteral("frBc"), this)),
       LvBlock2(new ListView(QStringLiteral("LvBlock2"), tr("Blocks to compare with"), otherBlocks, frBc)),
       txtHtml(named(new TextHolder(this), "txtHtml", tr("Generated page"))),
+      m_line(new DragLine(Qt::Horizontal, "blockLine",
+                          tr("Drag to give the blocks or the source more room; double-click to undo it"),
+                          this)),
+      m_above(QSettings().value(kListHeight, kAboveText).toInt()),
       m_work(
           kMostInKey, [this] { draw(txtSnippet->text()); },
           [this] {
@@ -66,6 +75,14 @@ SourceTab::SourceTab(std::function<ImageLookup()> pictures, const ListRows &font
     connect(txtSnippet, &SourceBox::changed, this, &SourceTab::txtSnippet_Change);
 
     connect(&m_late, &LateRender::done, this, &SourceTab::showLate);
+
+    connect(m_line, &DragLine::dragged, this,
+            [this](int to) { setAbove(toTwips(to + kMargin / 2 + kMargin) + m_height - toTwips(height())); });
+    connect(m_line, &DragLine::dropped, this, [this] { QSettings().setValue(kListHeight, m_above); });
+    connect(m_line, &DragLine::doubleClicked, this, [this] {
+        setAbove(kAboveText);
+        QSettings().remove(kListHeight);
+    });
 }
 
 void SourceTab::addCommands(Commands &menu)
@@ -93,10 +110,18 @@ void SourceTab::addCommands(Commands &menu)
     menu.on("mnuVPaste", [this] { mnuVPaste_Click(); });
 }
 
+void SourceTab::setAbove(int twips)
+{
+    m_above = twips;
+    layOut(m_height);
+}
+
 void SourceTab::layOut(int height)
 {
+    m_height = height;
+    const int above = std::clamp(m_above, kLeastAbove, std::max(height - kLeastText, kLeastAbove));
     const int width = this->width() - 2 * kMargin;
-    const int textHeight = toPixels(height - kAboveText);
+    const int textHeight = toPixels(height - above);
     const int textTop = this->height() - kMargin - textHeight;
     const int listHeight = textTop - kTop - kMargin;
     const int half = (width - kMargin) / 2;
@@ -104,6 +129,7 @@ void SourceTab::layOut(int height)
     place(frBc, kMargin + width - half, kTop - kCaption, half, listHeight + kCaption);
     place(LvBlock2, 0, kCaption, half, listHeight);
     place(txtSnippet, kMargin, textTop, width, textHeight);
+    place(m_line, kMargin, textTop - kMargin, width, DragLine::kThick);
 }
 
 void SourceTab::txtSnippet_Change()

@@ -12,6 +12,7 @@ class Commands;
 class ListView;
 class Talk;
 class SourceBox;
+class DragLine;
 class TextHolder;
 class WidgetCatalogue;
 
@@ -73,6 +74,7 @@ signals:
 
 protected:
     void layOut(int height) override;
+    void setAbove(int twips);
 
 private:
     void txtSnippet_Change();
@@ -103,6 +105,9 @@ private:
     CaptionBox *frBc;
     ListView *LvBlock2;
     TextHolder *txtHtml;
+    DragLine *m_line; // between blocks and source
+    int m_above;      // twips that the blocks and the margins take from the source, as they are wanted
+    int m_height = 0; // of the frame, twips
     std::function<ViewPage()> m_view;
     QString m_markup; // that was drawn last
     LateRender m_late{this};
