@@ -4,12 +4,14 @@
 //   make_theme FOLDER && QT_QPA_PLATFORM=offscreen bench_source FOLDER/theme/widget/wnd_large.xml
 
 #include "markup/FormatXML.h"
+#include "source/forms/FindBar.h"
 #include "source/forms/SourceBox.h"
 #include "widgets/RectCommands.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QTextStream>
 
@@ -69,6 +71,22 @@ public:
         rewrite("other lines",
                 QString(m_text).replace(QLatin1String("<property>"), QLatin1String("<property>\r\n")));
     }
+    void find()
+    {
+        FindBar bar(m_box);
+        auto *text = bar.findChild<QLineEdit *>(QStringLiteral("txtFind"));
+        time("the find bar comes", [&] { bar.open(); });
+        for (const QChar key : QStringLiteral("name=\"w"))
+            time("  a key in it", [&] { text->insert(key); });
+        time("  a text that is nowhere", [&] { text->setText(QStringLiteral("nowhere at all")); });
+        time("  a key in the source", [&] {
+            QKeyEvent key(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, QStringLiteral("x"));
+            QApplication::sendEvent(&m_box, &key);
+        });
+        text->setText(QStringLiteral("e"));
+        time("  the next place", [&] { bar.next(); });
+        time("  the place before", [&] { bar.previous(); });
+    }
     void paste()
     {
         QMimeData pasted;
@@ -114,6 +132,7 @@ int main(int argc, char **argv)
     QString text = QString::fromUtf8(file.readAll());
     Bench bench(FormatXML(text));
     bench.commands();
+    bench.find();
     bench.paste();
     bench.longLine();
 }

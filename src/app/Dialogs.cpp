@@ -66,6 +66,9 @@ frmReplace &Dialogs::replaceDialog()
 
 void Dialogs::findNext()
 {
+    const bool isOpen = m_replace && m_replace->isVisible();
+    if (!isOpen && findsInBar && findsInBar())
+        return;
     if (!replaceDialog().findNext())
         replaceDialog().open(); // for there is nothing yet to look for
 }

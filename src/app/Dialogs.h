@@ -31,6 +31,8 @@ public:
     ~Dialogs();
 
     void addCommands(Commands &menu);
+    // What F3 is for while the dialog of replacements is not open; false where it has nothing to look for.
+    std::function<bool()> findsInBar;
 
 private:
     frmReplace &replaceDialog();

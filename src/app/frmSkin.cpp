@@ -10,6 +10,7 @@
 #include "app/OpenDocument.h"
 #include "app/PaneRound.h"
 #include "app/ShownChanges.h"
+#include "app/SourceFinding.h"
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
 #include "app/ThemeChecks.h"
@@ -230,6 +231,8 @@ void frmSkin::makeMenu()
             m_talk.say(tr("%1 restored.").arg(path));
         });
     m_dialogs->addCommands(m_menu);
+    m_dialogs->findsInBar = std::bind_front(
+        &SourceFinding::next, new SourceFinding(*m_sourceTab->txtSnippet, *TabStrip4, m_talk, *this));
     m_names->addCommands(m_menu);
     (new NewThings({m_theme, *m_index, *m_names, *m_document, *m_sourceTab->txtSnippet, *TabStrip4, m_talk},
                    *this))

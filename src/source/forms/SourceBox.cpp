@@ -343,6 +343,7 @@ void SourceBox::mouseDoubleClickEvent(QMouseEvent *event)
 void SourceBox::paintEvent(QPaintEvent *event)
 {
     QPlainTextEdit::paintEvent(event);
+    m_found.draw(event->rect());
     m_marks->drawUnderlines(event->rect());
 }
 
@@ -369,10 +370,22 @@ void SourceBox::placeNumbers()
 {
     const QRect inside = contentsRect();
     const int width = m_numbers->widthNeeded();
-    setViewportMargins(width, 0, SourceMarks::kWidth, 0);
-    m_numbers->setGeometry(inside.left(), inside.top(), width, inside.height());
+    setViewportMargins(width, m_topMargin, SourceMarks::kWidth, 0);
+    m_numbers->setGeometry(inside.left(), inside.top() + m_topMargin, width, inside.height() - m_topMargin);
     const QRect lines = viewport()->geometry();
     m_marks->setGeometry(lines.right() + 1, lines.top(), SourceMarks::kWidth, lines.height());
+}
+
+void SourceBox::setTopMargin(int height)
+{
+    if (std::exchange(m_topMargin, height) != height)
+        placeNumbers();
+}
+
+void SourceBox::goToLine(int number)
+{
+    setTextCursor(QTextCursor(document()->findBlockByNumber(std::clamp(number, 1, blockCount()) - 1)));
+    centerCursor();
 }
 
 void SourceBox::markCaret()

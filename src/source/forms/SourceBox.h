@@ -1,5 +1,6 @@
 #pragma once
 
+#include "source/forms/FoundMarks.h"
 #include "source/forms/ReadyText.h"
 
 #include <QPlainTextEdit>
@@ -62,6 +63,11 @@ public:
     void showFrom(qsizetype position);
     // What others have to say about the text; empty after another document has come.
     SourceMarks &marks() { return *m_marks; }
+    FoundMarks &found() { return m_found; }
+    // Room above the lines for somebody else, in pixels.
+    void setTopMargin(int height);
+    // Puts the caret at the beginning of a line, 1-based, and shows it.
+    void goToLine(int number);
 
     // The position in text() of what is shown at a point of the viewport; -1 where no text is.
     qsizetype positionAt(const QPoint &point) const;
@@ -87,7 +93,8 @@ protected:
     void insertFromMimeData(const QMimeData *source) override;
 
 private:
-    friend class LineNumbers; // these two ask where the lines are
+    friend class FoundMarks; // these ask where the lines are
+    friend class LineNumbers;
     friend class SourceMarks;
 
     qsizetype withoutCarriageReturns(qsizetype position) const;
@@ -112,6 +119,8 @@ private:
     SourceHighlighter *m_colours = nullptr;
     LineNumbers *m_numbers;
     SourceMarks *m_marks;
+    FoundMarks m_found{this};
+    int m_topMargin = 0;
 };
 
 } // namespace quillmere
