@@ -22,6 +22,7 @@ struct Item
 constexpr Item kItems[] = {
     {nullptr, "mnuFile", "&File", Kind::Menu},
     {"mnuFile", "mnuOpenTheme", "Open Theme..."},
+    {"mnuFile", "mnuNewTheme", "&New Theme..."},
     {"mnuFile", "mnuRecentThemes", "Recent Themes", Kind::Menu},
     {"mnuFile", "hrOpenTheme", "", Kind::Separator},
     {"mnuFile", "mnuSave", "&Save"},

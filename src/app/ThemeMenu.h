@@ -11,8 +11,9 @@ class QWidget;
 namespace quillmere {
 
 class MainMenu;
+class Talk;
 
-// The commands that lead to another theme: Open Theme, Recent Themes.
+// The commands that lead to another theme: Open Theme, New Theme, Recent Themes.
 class ThemeMenu : public QObject
 {
     Q_OBJECT
@@ -20,16 +21,18 @@ class ThemeMenu : public QObject
 public:
     // `open` opens the theme in a folder; `folder` is the one that is chosen now.
     ThemeMenu(MainMenu &menu, std::function<void(const QString &)> open, std::function<QString()> folder,
-              QWidget &window);
+              Talk &talk, QWidget &window);
 
     // A theme was opened, and is a recent one from now on.
     void add(const QString &folder) { m_recent.add(folder); }
 
 private:
     void mnuOpenTheme_Click();
+    void mnuNewTheme_Click();
 
     std::function<void(const QString &)> m_open;
     std::function<QString()> m_folder;
+    Talk &m_talk;
     QWidget &m_window;
     RecentThemes m_recent;
 };

@@ -206,7 +206,7 @@ void frmSkin::makeMenu()
 {
     m_themeMenu = new ThemeMenu(
         m_menu, [this](const QString &folder) { openTheme(folder); },
-        [this] { return m_themeTab->Dir1->path(); }, *this);
+        [this] { return m_themeTab->Dir1->path(); }, m_talk, *this);
     m_menu.on("mnuSave", [this] { m_document->save(); });
     m_menu.action("mnuSave")->setShortcut(QKeySequence::Save);
     m_menu.on("mnuFlDefault", [this] { mnuFlDefault_Click(); });

@@ -17,8 +17,9 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kMostLookedAt = 40; // windows
-constexpr qint64 kFrame = 2;      // pixels that the preview draws around a window that fills the screen
+constexpr int kMostLookedAt = 40;     // windows
+constexpr int kReadable = 100 * 1000; // in brightness, of letters and what is behind them
+constexpr qint64 kFrame = 2;          // pixels that the preview draws around a window that fills the screen
 
 bool isThere(const ThemeProject &theme, const QString &image)
 {
@@ -51,28 +52,48 @@ int brightness(const Channels &colour)
     return 299 * colour.red + 587 * colour.green + 114 * colour.blue;
 }
 
-// The first colour of the catalogue, and the one that is least like it.
-void lookAtColours(const ThemeProject &theme, WindowLook &look)
+struct Colour
 {
-    look.letters = QStringLiteral("#FFFFFF");
-    look.ground = QStringLiteral("#000000");
-    std::optional<int> first;
-    int most = 0;
+    QString name;
+    int brightness;
+};
+
+// Those that a window can name and show.
+QList<Colour> coloursOf(const ThemeProject &theme)
+{
+    QList<Colour> colours;
     for (const ListRows::Row &row : theme.lvColor.rows()) {
         QString name = row.sub(1), value = row.sub(2);
         StripControlChars(name);
         const std::optional<Channels> code = channelsOf(StripControlChars(value));
-        if (!code || isKeyColour(name) || !whyNotName(NameKind::Colour, name).isEmpty())
-            continue;
-        if (!first) {
-            first = brightness(*code);
-            look.letters = name;
-            look.ground =
-                *first > brightness({128, 128, 128}) ? QStringLiteral("#000000") : QStringLiteral("#FFFFFF");
-        } else if (const int apart = std::abs(brightness(*code) - *first); apart > most) {
+        if (code && !isKeyColour(name) && whyNotName(NameKind::Colour, name).isEmpty())
+            colours.append({name, brightness(*code)});
+    }
+    return colours;
+}
+
+// The first colour of the catalogue for letters, and the one that is least like it behind them. Panels stand
+// out from the ground where no picture does.
+void lookAtColours(const ThemeProject &theme, WindowLook &look)
+{
+    const QList<Colour> colours = coloursOf(theme);
+    const Colour letters =
+        colours.isEmpty() ? Colour{QStringLiteral("#FFFFFF"), brightness({255, 255, 255})} : colours.first();
+    look.letters = letters.name;
+    look.ground = letters.brightness > brightness({128, 128, 128}) ? QStringLiteral("#000000")
+                                                                   : QStringLiteral("#FFFFFF");
+    int most = kReadable;
+    for (const Colour &colour : colours) {
+        if (const int apart = std::abs(colour.brightness - letters.brightness); apart > most) {
             most = apart;
-            look.ground = name;
+            look.ground = colour.name;
         }
+    }
+    look.panel = look.ground;
+    for (const Colour &colour : colours) {
+        if (look.picture.isEmpty() && look.panel == look.ground && colour.name != look.ground &&
+            std::abs(colour.brightness - letters.brightness) > kReadable)
+            look.panel = colour.name;
     }
 }
 

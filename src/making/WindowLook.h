@@ -16,7 +16,7 @@ struct WindowLook
 {
     Box screen = {0, 0, 1280, 720}; // of a window that fills it, pixels
     QString picture;                // the ID of that behind everything; empty for none
-    QString ground, letters;        // colours, by name or as a code
+    QString ground, panel, letters; // colours, by name or as a code; a panel stands on the ground
     QString font;                   // empty for none
     // The first of these words that every language of the theme translates; empty where none is.
     std::function<QString(const QStringList &words)> word;

@@ -10,12 +10,14 @@ namespace {
 
 const QString kUnseen = QStringLiteral("gui_trans"); // a colour on every receiver
 
+enum class Back { None, Ground, Panel, Letters }; // the colour behind a block
+
 struct Block
 {
     QString className, name;
     Box box;
     QString string = {}, alignment = {};
-    bool isGround = false; // for what stands on it
+    Back back = Back::None;
     QList<Block> children = {};
 };
 
@@ -37,7 +39,7 @@ public:
                   .arg(block.box.y)
                   .arg(block.box.w)
                   .arg(block.box.h));
-        value(depth + 2, u"backcolor", thrice(block.isGround ? m_look.ground : kUnseen));
+        value(depth + 2, u"backcolor", thrice(colourOf(block.back)));
         value(depth + 2, u"forecolor", thrice(m_look.letters));
         if (!block.string.isEmpty() && !m_look.font.isEmpty())
             value(depth + 2, u"font", m_look.font);
@@ -72,6 +74,21 @@ private:
         return u"[" + colour + u',' + colour + u',' + colour + u']';
     }
 
+    const QString &colourOf(Back back) const
+    {
+        switch (back) {
+        case Back::Ground:
+            return m_look.ground;
+        case Back::Panel:
+            return m_look.panel;
+        case Back::Letters:
+            return m_look.letters;
+        case Back::None:
+            break;
+        }
+        return kUnseen;
+    }
+
     const WindowLook &m_look;
 };
 
@@ -94,7 +111,7 @@ Block listIn(const QString &stem, qint64 w, qint64 h)
     constexpr int rows = 6;
     const qint64 wide = part(w, 7), high = part(h, 9) / rows;
     Block list = {QStringLiteral("boxitem"), stem + u"_list", {part(w, 1), part(h, 4), wide, rows * high}};
-    list.isGround = true;
+    list.back = Back::Panel;
     for (int row = 0; row < rows; ++row)
         list.children.append({QStringLiteral("boxitem"),
                               stem + QStringLiteral("_row%1").arg(row + 1),
@@ -109,7 +126,7 @@ Block boxIn(const QString &stem, const WindowLook &look)
     const qint64 w = part(look.screen.w, 8), h = part(look.screen.h, 6);
     Block box = {
         QStringLiteral("boxitem"), stem + u"_box", {(look.screen.w - w) / 2, (look.screen.h - h) / 2, w, h}};
-    box.isGround = true;
+    box.back = Back::Panel;
     const qint64 edge = part(w, 1);
     box.children.append({QStringLiteral("text"),
                          stem + u"_text",
@@ -138,7 +155,7 @@ Block barIn(const QString &stem, const WindowLook &look)
     const qint64 w = part(look.screen.w, 14), h = part(look.screen.h, 2);
     Block bar = {
         QStringLiteral("boxitem"), stem + u"_bar", {(look.screen.w - w) / 2, part(look.screen.h, 13), w, h}};
-    bar.isGround = true;
+    bar.back = Back::Panel;
     const qint64 edge = part(w, 1) / 2;
     bar.children.append({QStringLiteral("text"),
                          stem + u"_text",
@@ -147,6 +164,7 @@ Block barIn(const QString &stem, const WindowLook &look)
                          QStringLiteral("vcentre")});
     Block progress = {
         QStringLiteral("progbar"), stem + u"_progress", {part(w, 5), (h - 8) / 2, part(w, 10), 8}};
+    progress.back = Back::Letters;
     bar.children.append(progress);
     return bar;
 }
@@ -157,7 +175,7 @@ QString windowText(WindowTemplate kind, const QString &name, const WindowLook &l
 {
     const QString stem = name.startsWith(u"wnd_") && name.size() > 4 ? name.mid(4) : name;
     Block window = {QStringLiteral("window"), name, look.screen};
-    window.isGround = true;
+    window.back = Back::Ground;
     switch (kind) {
     case WindowTemplate::Empty:
         break;

@@ -111,6 +111,22 @@ private slots:
         QCOMPARE(window.model("lvLang")->rowCount(), 2);
     }
 
+    void newTheme()
+    {
+        Window window;
+        window.write("full/theme/a.txt", "a");
+        window.choose("mnuNewTheme");
+        QWidget *dialog = dialogNamed("frmNewTheme");
+        QVERIFY(whyNot(*dialog, "txtNewThemeFolder", window.path("full")).contains(u"something in"));
+        QVERIFY(whyNot(*dialog, "txtNewThemeFolder", u"full"_s).contains(u"whole path"));
+        QVERIFY(whyNot(*dialog, "txtNewThemeFont", window.path("none.ttf")).contains(u"whole path"));
+        QVERIFY(whyNot(*dialog, "txtNewThemeFolder", window.path("mine")).contains(u"no such font"));
+        QCOMPARE(whyNot(*dialog, "txtNewThemeFont", QString()), QString());
+        makeIt(*dialog);
+        QCOMPARE(window.skin->windowTitle(), QString(u" :: Quillmere :: " + window.path("mine/theme")));
+        QCOMPARE(window.model("LvWidget")->rowCount(), 3);
+    }
+
     void renameWindow()
     {
         EditedWindow window;

@@ -3,6 +3,7 @@
 #include "files/TestFiles.h"
 #include "making/CatalogueLine.h"
 #include "making/NewLanguage.h"
+#include "making/NewTheme.h"
 #include "making/NewWindow.h"
 #include "making/WindowLook.h"
 #include "making/WindowTemplate.h"
@@ -287,6 +288,62 @@ private slots:
         QFETCH(QString, why);
         const QString said = LanguageNames(m_example->theme).whyNot({id, u"Name"_s, file});
         QVERIFY2(why.isEmpty() ? said.isEmpty() : said.contains(why), qPrintable(said));
+    }
+
+    void newThemes_data()
+    {
+        QTest::addColumn<QSize>("screen");
+        QTest::addColumn<bool>("hasFont");
+        QTest::newRow("1280 x 720") << QSize(1280, 720) << false;
+        QTest::newRow("1024 x 576 with a font") << QSize(1024, 576) << true;
+    }
+    // Every rule is content, a list of each kind is there, and saved languages name the font that it has.
+    void newThemes()
+    {
+        QFETCH(QSize, screen);
+        QFETCH(bool, hasFont);
+        MadeTheme made;
+        const QString font = hasFont ? made.files.write(u"My font.ttf"_s, "\0\1\0\0") : QString();
+        QDir().mkpath(made.folder()); // one that is empty will do
+        writeNewFolder(made.folder(), filesOf({u"R&D <1>"_s, screen, font}));
+        QCOMPARE(made.problems(), QStringList());
+        made.open();
+        QCOMPARE(made.theme.problems().text(), QString());
+        QCOMPARE(made.theme.widgets.width, QString::number(screen.width()));
+        QCOMPARE(made.theme.widgets.LvWidget.count(), 3);
+        QCOMPARE(made.theme.lvColor.count(), 3);
+        QCOMPARE(made.theme.lvFont.count(), hasFont ? 1 : 0);
+        QCOMPARE(made.theme.cbFont, hasFont ? QStringList{u"My font.ttf"_s} : QStringList());
+        QCOMPARE(made.theme.lvLang.count(), 1);
+        QCOMPARE(made.theme.lvKeyGroup.count(), 3);
+        QVERIFY(made.theme.panel);
+        QVERIFY(made.files.read(u"theme/theme.xml"_s).contains("<name>R&amp;D &lt;1&gt;</name>"));
+        QCOMPARE(made.files.read(u"theme/i18n/english.xml"_s).contains("<font>font_prog</font>"), hasFont);
+    }
+
+    void foldersThatStay_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::newRow("something in it") << u"full"_s;
+        QTest::newRow("hidden file in it") << u"hidden"_s;
+        QTest::newRow("a file") << u"full/a.txt"_s;
+        QTest::newRow("link to nothing") << u"link"_s;
+        QTest::newRow("below a file") << u"full/a.txt/b/theme"_s;
+        QTest::newRow("new, two deep") << u"new/deep/theme"_s; // what is written fails
+    }
+    void foldersThatStay()
+    {
+        QFETCH(QString, folder);
+        const TestFiles files;
+        files.write(u"full/a.txt"_s, "a");
+        files.write(u"hidden/.b"_s, "b");
+        QFile::link(files.path(u"nowhere"_s), files.path(u"link"_s));
+        const auto before = bytesBelow(files.folder());
+        const QStringList entries = QDir(files.folder()).entryList(QDir::AllEntries | QDir::System);
+        const QList<NewFile> impossible = {{u"x"_s, "file"}, {u"x/y"_s, "in a file"}};
+        QVERIFY_EXCEPTION_THROWN(writeNewFolder(files.path(folder), impossible), RunTimeError);
+        QCOMPARE(bytesBelow(files.folder()), before);
+        QCOMPARE(QDir(files.folder()).entryList(QDir::AllEntries | QDir::System), entries);
     }
 
     void namesAndPages()
