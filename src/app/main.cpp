@@ -14,8 +14,13 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QTextStream>
 #include <QTimer>
+
+#ifdef Q_OS_LINUX
+#include <unistd.h>
+#endif
 
 using namespace quillmere;
 
@@ -26,6 +31,26 @@ void setProgramNames()
     QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
     QCoreApplication::setApplicationName(QStringLiteral("quillmere"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUILLMERE_VERSION));
+}
+
+// Nothing that nobody asked for comes from Qt and its browser; what ends the program still does.
+void silenceOthers()
+{
+    constexpr const char *flags = "QTWEBENGINE_CHROMIUM_FLAGS";
+    qputenv(flags, QByteArray(qgetenv(flags) + " --log-level=3").trimmed());
+    QLoggingCategory::setFilterRules(QStringLiteral("*=false\n*.critical=true"));
+}
+
+// The browser would end the program with a word that only its makers understand.
+QString reasonAgainstBrowser()
+{
+#ifdef Q_OS_LINUX
+    if (geteuid() == 0 && !qEnvironmentVariableIsSet("QTWEBENGINE_DISABLE_SANDBOX") &&
+        !qgetenv("QTWEBENGINE_CHROMIUM_FLAGS").contains("--no-sandbox"))
+        return QStringLiteral("the browser of the preview does not run as root in its sandbox. Use another "
+                              "account, or set QTWEBENGINE_DISABLE_SANDBOX=1 if you trust the theme.");
+#endif
+    return {};
 }
 
 CommandLine readCommandLine(int argc, char **argv)
@@ -79,8 +104,12 @@ int main(int argc, char **argv)
 {
     keepLargeTextsApart();
     setProgramNames();
-    WebBrowser::prepare();
     const CommandLine line = readCommandLine(argc, argv);
+    if (line.isVerbose)
+        QLoggingCategory::setFilterRules(QStringLiteral("quillmere.*=true"));
+    else
+        silenceOthers();
+    WebBrowser::prepare();
     if (line.action == CommandLine::Action::Print) {
         QTextStream(stdout) << line.text;
         return 0;
@@ -99,6 +128,10 @@ int main(int argc, char **argv)
     if (line.action == CommandLine::Action::Export || line.action == CommandLine::Action::Import)
         return exchange(line, argc, argv);
 
+    if (const QString reason = reasonAgainstBrowser(); !reason.isEmpty()) {
+        QTextStream(stderr) << "quillmere: " << reason << Qt::endl;
+        return 2;
+    }
     // Pictures and texts are the same with a display, without one, and with one that does not answer.
     if (line.action != CommandLine::Action::Edit && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -243,32 +243,8 @@ void addDrawingOptions(QCommandLineParser &parser)
                       QStringLiteral("N"), QStringLiteral("1")});
 }
 
-} // namespace
-
-CommandLine parseCommandLine(const QStringList &arguments)
+CommandLine lineOf(const QCommandLineParser &parser)
 {
-    QCommandLineParser parser;
-    describe(parser);
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
-    addDrawingOptions(parser);
-    addReceiverOptions(parser);
-    addCheckOptions(parser);
-    parser.addOption({QStringLiteral("dry-run"),
-                      tr("import: says what would change, and changes nothing; 1 where something would.")});
-    parser.addPositionalArgument(QStringLiteral("THEME"), tr("A folder named \"theme\"."),
-                                 QStringLiteral("[THEME]"));
-
-    if (!parser.parse(arguments))
-        return fail(parser.errorText());
-    CommandLine line;
-    if (parser.isSet(help) || parser.isSet(version)) {
-        line.action = CommandLine::Action::Print;
-        line.text = parser.isSet(help) ? parser.helpText()
-                                       : QCoreApplication::applicationName() + u' ' +
-                                             QCoreApplication::applicationVersion() + u'\n';
-        return line;
-    }
     const QStringList words = parser.positionalArguments();
     const bool isRender = words.value(0) == u"render";
     const bool isSheet = words.value(0) == u"sheet";
@@ -300,11 +276,49 @@ CommandLine parseCommandLine(const QStringList &arguments)
         return exchangeLine(parser, words);
     if (words.size() > 1)
         return fail(tr("One theme at a time, please."));
+    CommandLine line;
     if (!words.isEmpty()) {
         line.theme = absolute(words.first());
         if (!QFileInfo(line.theme).isDir())
             return fail(tr("There is no folder %1.").arg(line.theme));
     }
+    return line;
+}
+
+CommandLine printLine(const QString &text)
+{
+    CommandLine line;
+    line.action = CommandLine::Action::Print;
+    line.text = text;
+    return line;
+}
+
+} // namespace
+
+CommandLine parseCommandLine(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    describe(parser);
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption verbose(QStringLiteral("verbose"),
+                                     tr("Says on the terminal what happens, which helps to find a fault."));
+    parser.addOption(verbose);
+    addDrawingOptions(parser);
+    addReceiverOptions(parser);
+    addCheckOptions(parser);
+    parser.addOption({QStringLiteral("dry-run"),
+                      tr("import: says what would change, and changes nothing; 1 where something would.")});
+    parser.addPositionalArgument(QStringLiteral("THEME"), tr("A folder named \"theme\"."),
+                                 QStringLiteral("[THEME]"));
+
+    if (!parser.parse(arguments))
+        return fail(parser.errorText());
+    CommandLine line = parser.isSet(help)      ? printLine(parser.helpText())
+                       : parser.isSet(version) ? printLine(QCoreApplication::applicationName() + u' ' +
+                                                           QCoreApplication::applicationVersion() + u'\n')
+                                               : lineOf(parser);
+    line.isVerbose = parser.isSet(verbose);
     return line;
 }
 

@@ -17,8 +17,9 @@ struct CommandLine
     enum class Action { Edit, Render, Sheet, Compare, Check, Export, Import, Print, Fail };
 
     Action action = Action::Edit;
-    QString text;  // Print: help or version, for standard output; Fail: what is wrong, for standard error
-    QString theme; // absolute path with own separators; empty where none was given
+    QString text; // Print: help or version, for standard output; Fail: what is wrong, for standard error
+    bool isVerbose = false;                   // says on the terminal what happens
+    QString theme;                            // absolute path with own separators; empty where none was given
     QStringList windows;                      // Render: names of widget windows; none means all
     QString other;                            // Compare: the theme as it is after, a path as above
     QString out;                              // Render, Compare: folder; Sheet: file

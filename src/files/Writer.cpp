@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLoggingCategory>
 
 #include <memory>
 #include <vector>
@@ -17,6 +18,8 @@
 namespace quillmere {
 
 namespace {
+
+Q_LOGGING_CATEGORY(lcFiles, "quillmere.files", QtInfoMsg)
 
 CodePage pageOfFile(const QString &path)
 {
@@ -76,6 +79,7 @@ CodePage Writer::save(const QString &path, const QString &text, std::optional<En
         encoding = {QFileInfo::exists(target) ? pageOfFile(target) : CodePage::Ascii};
     const QByteArray bytes = encodeFor(target, text, *encoding);
     replace(target, bytes);
+    qCDebug(lcFiles) << "saved" << target << bytes.size() << "bytes";
     m_written(target, bytes);
     return pageOf(bytes, encoding->rule);
 }

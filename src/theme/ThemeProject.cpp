@@ -6,13 +6,17 @@
 #include "files/Paths.h"
 #include "theme/ThemeConfig.h"
 
+#include <QElapsedTimer>
+#include <QLoggingCategory>
 #include <algorithm>
 
 namespace quillmere {
 
 namespace {
+
+Q_LOGGING_CATEGORY(lcTheme, "quillmere.theme", QtInfoMsg)
 constexpr qsizetype kStepsOfEntry = 1000; // of the progress
-}
+} // namespace
 
 // A kind of resource file, by its entry name in theme.xml, and what reads it.
 struct ThemeProject::Entry
@@ -34,6 +38,8 @@ ThemeProject::ThemeProject(Files &files, QObject *parent)
 
 bool ThemeProject::LoadTheme(const QString &folder, const Progress &progress)
 {
+    QElapsedTimer clock;
+    clock.start();
     LoadedForNow loadedFiles(m_files.loaded());
     ThemeProject aside(m_files);
     aside.rule = rule;
@@ -46,6 +52,7 @@ bool ThemeProject::LoadTheme(const QString &folder, const Progress &progress)
     keepRows();
     loadedFiles.keep();
     assign(aside);
+    qCDebug(lcTheme) << "opened" << folder << "in" << clock.elapsed() << "ms";
     emit loaded();
     return true;
 }

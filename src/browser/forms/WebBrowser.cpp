@@ -12,6 +12,7 @@
 #include <QDragEnterEvent>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QLoggingCategory>
 #include <QMetaMethod>
 #include <QPointer>
 #include <QWebEngineDownloadRequest>
@@ -24,6 +25,8 @@
 namespace quillmere {
 
 namespace {
+
+Q_LOGGING_CATEGORY(lcBrowser, "quillmere.browser", QtInfoMsg)
 
 constexpr int kMostDeaths = 3;
 constexpr int kPollInterval = 15;           // ms
@@ -396,6 +399,7 @@ void WebBrowser::forgetWrite()
 // A page that is only slow is waited for as long as nothing newer is there to be shown instead.
 void WebBrowser::onPatienceEnded()
 {
+    qCDebug(lcBrowser) << "no answer from the renderer;" << (m_waiting ? "it is replaced" : "waiting");
     if (m_waiting) {
         changeCell();
         return;
@@ -414,6 +418,7 @@ void WebBrowser::changeCell()
 void WebBrowser::onTerminated()
 {
     forgetWrite();
+    qCDebug(lcBrowser) << "the renderer ended," << m_deaths << "times before on this page";
     if (++m_deaths > kMostDeaths) {
         m_waiting.reset();
         emit failed(

@@ -5,7 +5,9 @@
 #include "theme/forms/LiveIndex.h"
 
 #include <QCryptographicHash>
+#include <QElapsedTimer>
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QSettings>
 
 #include <algorithm>
@@ -14,6 +16,8 @@
 namespace quillmere {
 
 namespace {
+
+Q_LOGGING_CATEGORY(lcChecks, "quillmere.checks", QtInfoMsg)
 
 constexpr int kPause = 1000; // ms after the last change, until the whole theme is checked again
 
@@ -194,9 +198,12 @@ LiveCheck::Found LiveCheck::find(Work &work, const std::stop_token &stop)
     };
     const std::optional<IndexedFile> open = fileAt(work.openFile);
     if (work.extent == Extent::Theme) {
+        QElapsedTimer clock;
+        clock.start();
         std::optional<CheckedTheme> checked =
             checkTheme(work.sources, *work.index, *work.pictures, stop, {}, work.measured);
         if (checked) {
+            qCDebug(lcChecks) << checked->problems.size() << "problems in" << clock.elapsed() << "ms";
             found.facts = std::make_shared<const ThemeFacts>(std::move(checked->facts));
             found.all = std::make_shared<const QList<Problem>>(std::move(checked->problems));
         }
