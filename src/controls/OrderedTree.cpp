@@ -105,6 +105,20 @@ void OrderedTree::placeRows() const
     }
 }
 
+QList<int> OrderedTree::rowsSeen() const
+{
+    if (isSorted()) {
+        placeRows();
+        return m_seen;
+    }
+    QList<int> rows;
+    for (int row = 0; row < model()->rowCount(); ++row) {
+        if (!isRowHidden(row, {}))
+            rows.append(row);
+    }
+    return rows;
+}
+
 // Rows are hidden and shown again with a new layout.
 void OrderedTree::doItemsLayout()
 {

@@ -29,6 +29,9 @@ public:
     // screen, if it is to be seen.
     void sortBy(int column, Qt::SortOrder order);
 
+    // The rows that are not hidden, in the order in which they are seen.
+    QList<int> rowsSeen() const;
+
     QRect visualRect(const QModelIndex &index) const override;
     QModelIndex indexAt(const QPoint &point) const override;
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;

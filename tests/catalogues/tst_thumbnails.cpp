@@ -246,9 +246,15 @@ private slots:
         QCOMPARE(opened.last().first().toInt(), 1);
         QVERIFY(clicked.count() >= 8);
 
-        // The list moves, and so does the grid.
+        // The list moves or is sorted, and so is the grid.
+        shown.list.sortBy(1, Qt::DescendingOrder);
+        QTRY_VERIFY(at(49).top() < at(48 - columns).top());
+        QVERIFY(grid->viewport()->rect().contains(at(current())));
+        QTest::keyClick(grid, Qt::Key_End);
+        QCOMPARE(current(), 0);
+        shown.list.sortBy(-1, Qt::AscendingOrder);
         shown.list.setCurrentIndex(shown.rows.index(40, 0));
-        QVERIFY(grid->viewport()->rect().contains(at(40)));
+        QTRY_VERIFY(grid->viewport()->rect().contains(at(40)));
         for (int row = 0; row < 50; ++row)
             shown.list.setRowHidden(row, {}, row % 10 != 3);
         QTRY_COMPARE(at(3).topLeft(), QPoint());

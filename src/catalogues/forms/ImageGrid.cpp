@@ -6,6 +6,7 @@
 
 #include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QHeaderView>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -46,10 +47,8 @@ ImageGrid::ImageGrid(ListView &list, const Thumbnails &thumbnails)
     viewport()->setAttribute(Qt::WA_Hover);
     setTabOrder(&list, this);
     list.installEventFilter(this);
-    connect(&list, &ListView::laidOut, this, [this] {
-        if (isVisible())
-            scheduleDelayedItemsLayout();
-    });
+    connect(&list, &ListView::laidOut, this, &ImageGrid::layOutSoon);
+    connect(list.header(), &QHeaderView::sortIndicatorChanged, this, &ImageGrid::layOutSoon);
     connect(this, &QAbstractItemView::clicked, this,
             [this](const QModelIndex &index) { emit m_list.rowClicked(index.row()); });
     connect(this, &QAbstractItemView::doubleClicked, this,
@@ -77,15 +76,16 @@ void ImageGrid::appear(bool on)
 
 void ImageGrid::listRows()
 {
-    const int count = model()->rowCount();
-    m_rows.clear();
-    m_numbers.fill(-1, count);
-    for (int row = 0; row < count; ++row) {
-        if (m_list.isRowHidden(row, {}))
-            continue;
-        m_numbers[row] = int(m_rows.size());
-        m_rows.append(row);
-    }
+    m_rows = m_list.rowsSeen();
+    m_numbers.fill(-1, model()->rowCount());
+    for (qsizetype number = 0; number < m_rows.size(); ++number)
+        m_numbers[m_rows[number]] = int(number);
+}
+
+void ImageGrid::layOutSoon()
+{
+    if (isVisible())
+        scheduleDelayedItemsLayout();
 }
 
 // Columns share the width.
@@ -131,8 +131,16 @@ int ImageGrid::verticalOffset() const
 void ImageGrid::rowsInserted(const QModelIndex &parent, int first, int last)
 {
     QAbstractItemView::rowsInserted(parent, first, last);
-    if (isVisible())
-        scheduleDelayedItemsLayout();
+    layOutSoon();
+}
+
+void ImageGrid::dataChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles)
+{
+    QAbstractItemView::dataChanged(first, last, roles);
+    if (first.row() != last.row())
+        layOutSoon(); // they may be sorted anew
+    else
+        update(first.siblingAtColumn(kName));
 }
 
 void ImageGrid::scrollTo(const QModelIndex &index, ScrollHint hint)
@@ -157,14 +165,16 @@ void ImageGrid::reset()
     QAbstractItemView::reset();
     m_rows.clear();
     m_numbers.clear();
-    if (isVisible())
-        scheduleDelayedItemsLayout();
+    layOutSoon();
 }
 
 void ImageGrid::doItemsLayout()
 {
+    const bool wasSeen = viewport()->rect().intersects(visualRect(currentIndex()));
     listRows();
     QAbstractItemView::doItemsLayout();
+    if (wasSeen)
+        scrollTo(currentIndex());
 }
 
 void ImageGrid::updateGeometries()

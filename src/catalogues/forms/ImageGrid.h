@@ -27,6 +27,8 @@ public:
     QModelIndex indexAt(const QPoint &point) const override;
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
     void reset() override;
+    void dataChanged(const QModelIndex &first, const QModelIndex &last,
+                     const QList<int> &roles = {}) override;
     void doItemsLayout() override;
 
 signals:
@@ -52,6 +54,7 @@ protected:
 
 private:
     void listRows();
+    void layOutSoon();
     void measure();
     QModelIndex itemAt(int number) const;
     QRect placeOf(int number) const; // in the viewport
