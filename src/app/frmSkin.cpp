@@ -1,9 +1,9 @@
 #include "app/frmSkin.h"
 
+#include "app/CatalogueWork.h"
 #include "app/CodePageChoice.h"
 #include "app/ColourWork.h"
 #include "app/Dialogs.h"
-#include "app/ImageWork.h"
 #include "app/LanguageWork.h"
 #include "app/ListEditing.h"
 #include "app/NewThings.h"
@@ -238,7 +238,8 @@ void frmSkin::makeMenu()
                    *this))
         ->addCommands(m_menu);
     new ListEditing(m_theme, frYt, *TabStrip4, *m_sourceTab->txtSnippet, m_files, m_menu, *this);
-    new ImageWork({*m_imageTab, *m_sourceTab, m_theme, *m_outside, m_files, m_talk}, m_menu, *this);
+    new CatalogueWork({*m_imageTab, *m_fontTab, *m_sourceTab, m_theme, *m_outside, m_files, m_talk}, m_menu,
+                      *this);
     new LanguageWork({*m_langTab, m_theme, m_checks->check, *m_outside, m_files}, m_menu, *this);
     m_overview->addCommands(m_menu);
 }

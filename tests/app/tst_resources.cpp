@@ -22,6 +22,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString kExample = QStringLiteral(EXAMPLES_FOLDER "/aurora/theme");
+const QString kFont = u"/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"_s;
 
 // A click on the row with this sub-item 1.
 void click(const Window &window, int tab, const char *listName, const char *name)
@@ -149,6 +150,40 @@ private slots:
         box.resize(100, 100);
         QCOMPARE(box.showFile(files.path(name)), says);
         QCOMPARE(DrawingPlugin::asked, 0);
+    }
+
+    // A font that can be read is shown in the letters of the theme's languages; of any other it is said why
+    // not.
+    void fonts()
+    {
+        Window window;
+        window.write("theme/theme.xml", "<config><file_font>font/font.xml</file_font>"
+                                        "<file_i18n>i18n.xml</file_i18n></config>");
+        window.write("theme/font/font.xml",
+                     "<font><name>good</name><file>good.ttf</file><size>20</size></font>"
+                     "<font><name>large</name><file>good.ttf</file><size>60</size></font>"
+                     "<font><name>bad</name><file>bad.ttf</file></font><font><name>gone</name></font>");
+        window.write("theme/font/bad.ttf", QByteArray("\0\1\0\0 and so on", 14));
+        window.write("theme/i18n.xml", "<language id=\"ru\">ru.xml</language>");
+        window.write("theme/ru.xml",
+                     "<language name=\"ru\"><tran id=\"Yes\">\xd0\x94\xd0\xb0</tran></language>");
+        if (!QFile::copy(kFont, window.path("theme/font/good.ttf")))
+            QSKIP("no font to show");
+        window.openTheme();
+        const auto *sample = window.find<QLabel>("lblFontSample");
+        const auto height = [&] { return sample->pixmap(Qt::ReturnByValue).height(); };
+        click(window, 5, "lvFont", "good");
+        QTRY_VERIFY_WITH_TIMEOUT(height() > 40, 20'000); // two lines
+        const int small = height();
+        click(window, 5, "lvFont", "large");
+        QTRY_VERIFY_WITH_TIMEOUT(height() > 2 * small, 20'000);
+        click(window, 5, "lvFont", "bad");
+        QTRY_COMPARE_WITH_TIMEOUT(
+            sample->text(),
+            u"The font file \"bad.ttf\" cannot be read: it is damaged, or none that receivers take."_s,
+            20'000);
+        click(window, 5, "lvFont", "gone");
+        QTRY_COMPARE(sample->text(), u"The font names no file."_s);
     }
 
     void scansKeysAndPanel()

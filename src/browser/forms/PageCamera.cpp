@@ -1,6 +1,7 @@
 #include "browser/forms/PageCamera.h"
 
 #include "browser/PageTree.h"
+#include "browser/TextScripts.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -94,6 +95,13 @@ void PageCamera::take(const QString &page, const std::function<void(const QImage
     m_orders.push_back({page, use});
     if (m_stage == Stage::Idle)
         start();
+}
+
+void PageCamera::askFamilies(const std::function<void(const QStringList &families)> &use)
+{
+    m_wb.page()->runJavaScript(
+        familiesScript(), QWebEngineScript::ApplicationWorld,
+        [use](const QVariant &answer) { use(answer.toString().split(u'\n', Qt::SkipEmptyParts)); });
 }
 
 void PageCamera::forget()

@@ -30,6 +30,8 @@ public:
     // Calls back once, in the order of asking, later, in this thread: with the picture, null where the page
     // could not be drawn (within 20 s).
     void take(const QString &page, const std::function<void(const QImage &)> &use);
+    // Of the fonts, those that the browser can set texts in; to be asked for when a page has been taken.
+    void askFamilies(const std::function<void(const QStringList &families)> &use);
     // Nobody wants those asked for any more; they are not called back.
     void forget();
     // How many pictures were taken when they had stopped changing, since the page let no mark be seen.

@@ -1,5 +1,6 @@
 #include "catalogues/forms/FontTab.h"
 
+#include "catalogues/forms/FontView.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "rows/ListRows.h"
@@ -16,14 +17,15 @@ namespace {
 
 constexpr int kMargin = 8;         // pixels
 constexpr int kPathHeight = 26;    // pixels
-constexpr int kEditorHeight = 190; // pixels
+constexpr int kEditorHeight = 300; // pixels
+constexpr int kSample = 104;       // pixels of it
 constexpr int kAround = 1080;      // twips of the frame's height that neither list nor editor takes
 
 } // namespace
 
 FontTab::FontTab(ListRows &fonts, QWidget *parent)
-    : TabFrame(QStringLiteral("frYt(5)"), parent), m_fonts(fonts), m_pathRow(new QWidget(this)),
-      txtFont(named(new QLineEdit, "txtFont", tr("Font catalogue"))),
+    : TabFrame(QStringLiteral("frYt(5)"), parent), sample(new FontView), m_fonts(fonts),
+      m_pathRow(new QWidget(this)), txtFont(named(new QLineEdit, "txtFont", tr("Font catalogue"))),
       lvFont(new ListView(QStringLiteral("lvFont"), tr("Fonts"), fonts, this)),
       Frame1(new CaptionBox(QStringLiteral("Frame1"), this)),
       txtNama(named(new QLineEdit, "txtNama", tr("Font name"))),
@@ -52,6 +54,8 @@ FontTab::FontTab(ListRows &fonts, QWidget *parent)
     form->addRow(QStringLiteral("Size : "), txtSize);
     form->addRow(QStringLiteral("Style :"), cbStyle);
     form->addRow(QString(), simpan);
+    sample->setFixedHeight(kSample);
+    form->addRow(sample);
 }
 
 void FontTab::layOut(int height)
@@ -74,6 +78,7 @@ void FontTab::lvFont_Click(int row)
 {
     if (m_fonts.isEmpty())
         return;
+    sample->showFont({m_fonts.sub(row, 2), m_fonts.sub(row, 3), m_fonts.sub(row, 4)});
     txtNama->setText(m_fonts.sub(row, 1));
     txtSize->setText(m_fonts.sub(row, 3));
     cbStyle->setCurrentText(m_fonts.sub(row, 4));

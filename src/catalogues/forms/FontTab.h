@@ -7,6 +7,7 @@ class QLineEdit;
 
 namespace quillmere {
 
+class FontView;
 class ListRows;
 class ListView;
 
@@ -20,6 +21,8 @@ public:
 
     // Shows the path of the catalogue and the font files beside it.
     void showCatalogue(const QString &path, const QStringList &fontFiles);
+
+    FontView *const sample; // of the selected font
 
 protected:
     void layOut(int height) override;
