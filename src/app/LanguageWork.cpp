@@ -1,5 +1,6 @@
 #include "app/LanguageWork.h"
 
+#include "app/LanguageCompare.h"
 #include "app/RecentThemes.h"
 #include "checks/forms/LiveCheck.h"
 #include "controls/Commands.h"
@@ -20,9 +21,11 @@
 
 namespace quillmere {
 
-LanguageWork::LanguageWork(const Parts &parts, const Commands &menu, QMainWindow &window)
-    : QObject(&window), m_tab(parts.tab), m_theme(parts.theme), m_check(parts.check)
+LanguageWork::LanguageWork(const Parts &parts, Commands &menu, QMainWindow &window)
+    : QObject(&window), m_tab(parts.tab), m_theme(parts.theme), m_check(parts.check),
+      m_compare(new LanguageCompare(parts.tab, parts.theme, parts.editing, parts.talk, window))
 {
+    m_compare->addCommands(menu);
     // Elsewhere these keys are others': in the source, in the picture.
     auto *strip = window.findChild<QTabBar *>(QStringLiteral("TabStrip4"));
     const auto giveKey = [&](const char *name, const QKeySequence &key) {
@@ -57,7 +60,7 @@ LanguageWork::LanguageWork(const Parts &parts, const Commands &menu, QMainWindow
     connect(&m_tab, &LangTab::languageOpened, this, &LanguageWork::showProblems);
 
     const auto look = [this] {
-        if (m_tab.isVisible())
+        if (m_tab.isVisible() || m_compare->isShown())
             m_tab.languageFiles->lookAgain();
     };
     parts.files.onWritten(this, [look](const QString &) { look(); });

@@ -9,8 +9,11 @@ namespace quillmere {
 class Commands;
 class Files;
 class LangTab;
+class LanguageCompare;
 class LiveCheck;
 class OutsideChanges;
+class Talk;
+class ThemeEditing;
 class ThemeProject;
 
 // What the Lang tab has from the rest of the program: problems of its strings, keys that belong to it, and
@@ -27,8 +30,10 @@ public:
         LiveCheck &check;
         OutsideChanges &outside;
         Files &files;
+        ThemeEditing &editing;
+        Talk &talk;
     };
-    LanguageWork(const Parts &parts, const Commands &menu, QMainWindow &window);
+    LanguageWork(const Parts &parts, Commands &menu, QMainWindow &window);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -39,6 +44,7 @@ private:
     LangTab &m_tab;
     const ThemeProject &m_theme;
     LiveCheck &m_check;
+    LanguageCompare *m_compare;
 };
 
 } // namespace quillmere

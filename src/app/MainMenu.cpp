@@ -82,6 +82,7 @@ constexpr Item kItems[] = {
     {"mnuLang", "hrLangWork", "", Kind::Separator},
     {"mnuLang", "mnuLangNext", "&Next Untranslated"},
     {"mnuLang", "mnuLangPanel", "Pane&l", Kind::Check},
+    {"mnuLang", "mnuLangCompare", "Co&mpare Languages..."},
     {"mnuLang", "hrLangNew", "", Kind::Separator},
     {"mnuLang", "mnuLangNew", "Ne&w Language..."},
 

@@ -240,7 +240,8 @@ void frmSkin::makeMenu()
     new ListEditing(m_theme, frYt, *TabStrip4, *m_sourceTab->txtSnippet, m_files, m_menu, *this);
     new CatalogueWork({*m_imageTab, *m_fontTab, *m_sourceTab, m_theme, *m_outside, m_files, m_talk}, m_menu,
                       *this);
-    new LanguageWork({*m_langTab, m_theme, m_checks->check, *m_outside, m_files}, m_menu, *this);
+    new LanguageWork({*m_langTab, m_theme, m_checks->check, *m_outside, m_files, m_names->editing, m_talk},
+                     m_menu, *this);
     m_overview->addCommands(m_menu);
 }
 
