@@ -49,23 +49,8 @@ QList<ListView *> NamedLists::all() const
 void NamedLists::addMenus(const QList<QAction *> &commands)
 {
     for (const Named &named : std::as_const(m_lists)) {
-        ListView *list = named.list;
-        list->setContextMenuPolicy(Qt::CustomContextMenu);
-        connect(list, &QWidget::customContextMenuRequested, this, [list, commands](const QPoint &at) {
-            if (list->selectedRow() < 0)
-                return;
-            list->setFocus(); // the commands are about the list that has it
-            auto *popup = new QMenu(list);
-            popup->setObjectName(QStringLiteral("mnuRow"));
-            popup->setAttribute(Qt::WA_DeleteOnClose);
-            for (QAction *action : list->actions()) {
-                if (action->objectName().startsWith(u"mnuRows"))
-                    popup->addAction(action);
-            }
-            popup->addSeparator();
-            popup->addActions(commands);
-            popup->popup(list->viewport()->mapToGlobal(at));
-        });
+        connect(named.list, &ListView::menuWanted, this,
+                [commands](QMenu &menu, int) { menu.addActions(commands); });
     }
 }
 

@@ -9,6 +9,7 @@
 #include "app/NewThings.h"
 #include "app/OpenDocument.h"
 #include "app/PaneRound.h"
+#include "app/RowMenus.h"
 #include "app/ShownChanges.h"
 #include "app/SourceFinding.h"
 #include "app/StatusLine.h"
@@ -238,6 +239,7 @@ void frmSkin::makeMenu()
                    *this))
         ->addCommands(m_menu);
     new ListEditing(m_theme, frYt, *TabStrip4, *m_sourceTab->txtSnippet, m_files, m_menu, *this);
+    new RowMenus(m_theme, frYt, m_menu, m_talk, this);
     new CatalogueWork({*m_imageTab, *m_fontTab, *m_sourceTab, m_theme, *m_outside, m_files, m_talk}, m_menu,
                       *this);
     new LanguageWork({*m_langTab, m_theme, m_checks->check, *m_outside, m_files, m_names->editing, m_talk},

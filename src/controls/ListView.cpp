@@ -3,11 +3,18 @@
 #include "controls/ListColumns.h"
 #include "rows/ToolTip.h"
 
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QMetaMethod>
 #include <QStyledItemDelegate>
 #include <QToolTip>
+
+#include <functional>
 
 namespace quillmere {
 
@@ -104,6 +111,14 @@ void ListView::doItemsLayout()
 void ListView::keyPressEvent(QKeyEvent *event)
 {
     const int before = selectedRow();
+    // The Menu key comes as a context menu event, this one does not everywhere.
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+        const QPoint at = viewport()->rect().center();
+        QContextMenuEvent asked(QContextMenuEvent::Keyboard, at, viewport()->mapToGlobal(at));
+        contextMenuEvent(&asked);
+        event->accept();
+        return;
+    }
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && before >= 0) {
         emit rowOpened(before);
         event->accept();
@@ -163,6 +178,59 @@ bool ListView::viewportEvent(QEvent *event)
         }
     }
     return QTreeView::viewportEvent(event);
+}
+
+void ListView::addRowItems(QMenu &menu, const QModelIndex &at)
+{
+    const QPersistentModelIndex cell = at; // the rows may become others while the menu is open
+    const auto add = [&](const QString &caption, const char *name, const std::function<void()> &command) {
+        QAction *item = menu.addAction(caption);
+        item->setObjectName(QLatin1String(name));
+        connect(item, &QAction::triggered, this, [cell, command] {
+            if (cell.isValid())
+                command();
+        });
+        return item;
+    };
+    if (isSignalConnected(QMetaMethod::fromSignal(&ListView::rowOpened)))
+        menu.setDefaultAction(add(m_openCaption, "mnuRowOpen", [this, cell] { emit rowOpened(cell.row()); }));
+    emit menuWanted(menu, at.row());
+    menu.addSeparator();
+    if (isSignalConnected(QMetaMethod::fromSignal(&ListView::deletePressed)))
+        add(tr("Remove"), "mnuRowRemove", [this, cell] {
+            emit deletePressed(cell.row());
+        })->setShortcut(Qt::Key_Delete);
+    add(tr("Copy Cell"), "mnuRowCopy", [cell] {
+        QGuiApplication::clipboard()->setText(cell.data().toString());
+    })->setShortcut(QKeySequence::Copy);
+}
+
+// Undo and Redo stand at the top, where people look for them.
+void ListView::contextMenuEvent(QContextMenuEvent *event)
+{
+    const bool isKey = event->reason() == QContextMenuEvent::Keyboard && isVisible();
+    const int row = selectedRow();
+    QModelIndex at = indexAt(event->pos());
+    if (isKey || at.row() != row)
+        at = row < 0 ? QModelIndex() : model()->index(row, std::max(0, currentIndex().column()));
+    setFocus(); // the commands are about the list that has it
+    auto *menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("mnuRow"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (QAction *action : actions()) {
+        if (action->objectName().startsWith(u"mnuRows"))
+            menu->addAction(action);
+    }
+    menu->addSeparator();
+    if (at.isValid())
+        addRowItems(*menu, at);
+    menu->addSeparator();
+    m_columns->addItems(*menu->addMenu(tr("Columns")));
+    const QRect place = visualRect(at);
+    menu->popup(isKey && at.isValid()
+                    ? viewport()->mapToGlobal(QPoint(place.left() + place.height(), place.bottom()))
+                    : event->globalPos());
+    event->accept();
 }
 
 bool ListView::eventFilter(QObject *watched, QEvent *event)

@@ -4,6 +4,8 @@
 
 #include <QHash>
 
+class QMenu;
+
 namespace quillmere {
 
 class ListColumns;
@@ -27,6 +29,8 @@ public:
     void setColumnElideMode(int column, Qt::TextElideMode mode);
     Qt::TextElideMode columnElideMode(int column) const;
     void doItemsLayout() override;
+    // What the context menu calls a double click on a row.
+    void setOpenCaption(const QString &caption) { m_openCaption = caption; }
     ListColumns &columns() const { return *m_columns; }
 
 signals:
@@ -34,6 +38,9 @@ signals:
     void rowClicked(int row);
     // A double click on a row, or Enter.
     void rowOpened(int row);
+    // The context menu of a row is about to open, with Undo and Redo and what opens the row: whoever has more
+    // to offer for the row adds it.
+    void menuWanted(QMenu &menu, int row);
     // The Delete key on a selected row.
     void deletePressed(int row);
     // Rows have come, gone, or been hidden.
@@ -44,13 +51,16 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
     bool viewportEvent(QEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
     // Of the header.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void addRowItems(QMenu &menu, const QModelIndex &at);
     bool isWhole(const QModelIndex &index) const;
 
     ListColumns *m_columns;
+    QString m_openCaption = tr("Open");
     QHash<int, Qt::TextElideMode> m_elideModes;
 };
 

@@ -4,6 +4,7 @@
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/forms/LangTab.h"
 
+#include <QDesktopServices>
 #include <QRandomGenerator>
 
 using namespace quillmere;
@@ -159,7 +160,98 @@ private slots:
         QCOMPARE(m_window->shown("LvBhs"), u" | Yes | Oui\n"_s);
     }
 
+    // What a row's menu offers, by the key that opens it, in the order in which it stands there.
+    void menus_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QString>("list");
+        QTest::addColumn<QStringList>("items");
+        const QStringList undo = {u"mnuRowsUndo"_s, u"mnuRowsRedo"_s};
+        const QStringList name = {u"mnuGoTo"_s, u"mnuUses"_s, u"mnuRename"_s};
+        const QStringList file = {u"mnuCopyPath"_s, u"mnuShowFolder"_s};
+        const QStringList open = {u"mnuRowOpen"_s}, copyName = {u"mnuCopyName"_s}, copy = {u"mnuRowCopy"_s};
+        QTest::newRow("theme") << 0 << u"lvTheme"_s << copyName + file + copy;
+        QTest::newRow("colours") << 3 << u"lvColor"_s
+                                 << undo + open + name + QStringList{u"mnuRemoveTicked"_s} + copyName +
+                                        QStringList{u"mnuRowRemove"_s} + copy;
+        QTest::newRow("languages") << 4 << u"lvLang"_s << open + name + copyName + file + copy;
+    }
+
+    void menus()
+    {
+        QFETCH(int, tab);
+        QFETCH(QString, list);
+        m_window->turnTo(tab);
+        ListView *view = m_window->select(list.toUtf8().constData(), 0);
+        QStringList items;
+        for (const QAction *item : menuOf(view)->actions()) {
+            if (!item->objectName().isEmpty())
+                items.append(item->objectName());
+        }
+        QTEST(items, "items");
+    }
+
+    // By the menu: a colour goes and comes back, names and paths are copied, a folder is shown; never a file,
+    // and never a folder outside of the theme.
+    void menuCommands()
+    {
+        m_window->turnTo(3);
+        const QString whole = m_window->shown("lvColor");
+        ListView *colours = m_window->select("lvColor", 1);
+        choose(colours, u"mnuCopyName"_s);
+        QCOMPARE(QApplication::clipboard()->text(), u"b"_s);
+        choose(colours, u"mnuRowRemove"_s);
+        QCOMPARE(colours->model()->rowCount(), 2);
+        QCoreApplication::processEvents();
+        choose(colours, u"mnuRowsUndo"_s);
+        QCOMPARE(m_window->shown("lvColor"), whole);
+
+        QDesktopServices::setUrlHandler(u"file"_s, this, "show");
+        m_window->turnTo(0);
+        const QString theme = m_window->path("theme");
+        choose(m_window->select("lvTheme", 0), u"mnuShowFolder"_s);
+        QCOMPARE(m_shown, QList<QUrl>{QUrl::fromLocalFile(theme)});
+        m_window->write("outside/secret.xml", "x");
+        QVERIFY(QFile::link(m_window->path("outside"), m_window->path("theme/inside")));
+        m_window->write("theme/theme.xml", "<config><a>../outside/secret.xml</a><b>inside/secret.xml</b>"
+                                           "<c>nowhere/none.xml</c><d>color.xml</d></config>");
+        m_window->openTheme();
+        for (const int row : {0, 1, 2}) {
+            ListView *list = m_window->select("lvTheme", row);
+            QVERIFY(!itemOf(menuOf(list), u"mnuShowFolder"_s)->isEnabled());
+        }
+        choose(m_window->select("lvTheme", 3), u"mnuShowFolder"_s);
+        QCOMPARE(m_shown.size(), 2);
+        QCOMPARE(m_shown.last(), QUrl::fromLocalFile(theme));
+        QDesktopServices::unsetUrlHandler(u"file"_s);
+    }
+
+public slots:
+    void show(const QUrl &url) { m_shown.append(url); }
+
 private:
+    static QMenu *menuOf(ListView *list)
+    {
+        delete list->findChild<QMenu *>(u"mnuRow"_s);
+        QTest::keyClick(list, Qt::Key_F10, Qt::ShiftModifier);
+        return list->findChild<QMenu *>(u"mnuRow"_s);
+    }
+    static QAction *itemOf(const QMenu *menu, const QString &name)
+    {
+        for (QAction *item : menu->actions()) {
+            if (item->objectName() == name)
+                return item;
+        }
+        qFatal("There is no %s", qPrintable(name));
+    }
+    static void choose(ListView *list, const QString &name)
+    {
+        QMenu *menu = menuOf(list);
+        menu->hide(); // as a click on the item does before its command runs
+        itemOf(menu, name)->trigger();
+    }
+
+    QList<QUrl> m_shown;
     std::unique_ptr<Window> m_window;
 };
 

@@ -103,6 +103,7 @@ QWidget *frmRestore::makeList()
     txtFilter->installEventFilter(this);
     connect(txtFilter, &QLineEdit::textChanged, this, &frmRestore::showVersions);
     lvVersions->setColumnShares({6, 2, 1});
+    lvVersions->setOpenCaption(tr("Restore"));
     lvVersions->setSortable(false); // by what is behind the texts of the rows
     QHeaderView *header = lvVersions->header();
     header->setSectionsClickable(true);

@@ -24,6 +24,7 @@ frmUses::frmUses(LiveIndex &index, QWidget &owner)
     setWindowTitle(tr("Uses"));
     lvUses->setColumnShares({5, 1, 9});
     lvUses->setTextElideMode(Qt::ElideRight);
+    lvUses->setOpenCaption(tr("Go There"));
     lvUses->setToolTip(tr("Double-click a place, or press Enter, to go there."));
     connect(lvUses, &ListView::rowOpened, this, [this](int row) {
         const FoundPlaces uses = m_uses; // what is shown may change on the way

@@ -35,6 +35,7 @@ frmWidget::frmWidget(SourceBox &source, const PropertyChoices &choices, QWidget 
     txtSnippet->hide();
     lvBlock->setColumnShares({1, 2});
     lvBlock->setTextElideMode(Qt::ElideRight);
+    lvBlock->setOpenCaption(tr("Change..."));
     lvBlock->setToolTip(tr("Double-click a property, or press Enter, to edit it."));
     connect(lvBlock, &ListView::rowOpened, this, &frmWidget::lvBlock_DblClick);
     connect(&m_source, &SourceBox::changed, this, &frmWidget::source_Change);
