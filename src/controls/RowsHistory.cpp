@@ -78,7 +78,7 @@ RowsHistory::RowsHistory(ListRows &rows, Of what, QObject *parent)
     connect(&rows, &ListRows::edited, this, &RowsHistory::onEdited);
 }
 
-void RowsHistory::addTo(ListView &list)
+void addUndo(QUndoStack &steps, ListView &list)
 {
     const auto add = [&list](QAction *action, const char *name, const QList<QKeySequence> &keys) {
         action->setObjectName(QLatin1String(name));
@@ -86,9 +86,14 @@ void RowsHistory::addTo(ListView &list)
         action->setShortcutContext(Qt::WidgetShortcut);
         list.addAction(action);
     };
-    add(steps.createUndoAction(&list, tr("Undo")), "mnuRowsUndo", {QKeySequence::Undo});
-    add(steps.createRedoAction(&list, tr("Redo")), "mnuRowsRedo",
+    add(steps.createUndoAction(&list, RowsHistory::tr("Undo")), "mnuRowsUndo", {QKeySequence::Undo});
+    add(steps.createRedoAction(&list, RowsHistory::tr("Redo")), "mnuRowsRedo",
         {Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Qt::CTRL | Qt::Key_Y});
+}
+
+void RowsHistory::addTo(ListView &list)
+{
+    addUndo(steps, list);
 }
 
 // Rows that take the place of all others are another file's, unless it is said at once that they were edited.

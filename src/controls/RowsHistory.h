@@ -11,6 +11,9 @@ namespace quillmere {
 
 class ListView;
 
+// Gives a list the keys of undo and redo, and items for the top of its context menu.
+void addUndo(QUndoStack &steps, ListView &list);
+
 // Undo and redo for the rows of a list: all that changes in one go, by hand or by a command, is one step.
 // Other rows, as another file brings them, begin a history of their own; saving does not end it.
 class RowsHistory : public QObject

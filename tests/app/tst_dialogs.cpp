@@ -205,8 +205,14 @@ private slots:
                           finds->visualRect(finds->model()->index(0, 0)).center());
         QCOMPARE(dialog.line("Text2")->text(), u"d"_s);
         QCOMPARE(dialog.find<ListView>("List2")->selectedRow(), 0);
+        const QString before = dialog.rows("List1") + dialog.rows("List2");
         dialog.click("Command2"); // the edited pair goes to the end
         QCOMPARE(dialog.rows("List1"), u"A\nb\r\n\nc\n"_s);
+        const QString after = dialog.rows("List1") + dialog.rows("List2");
+        childOf<QAction>(*finds, "mnuRowsUndo")->trigger(); // both lists, in one step
+        QCOMPARE(dialog.rows("List1") + dialog.rows("List2"), before);
+        childOf<QAction>(*finds, "mnuRowsRedo")->trigger();
+        QCOMPARE(dialog.rows("List1") + dialog.rows("List2"), after);
         dialog.click("Command7"); // nothing is selected
         QVERIFY(!source->document()->isUndoAvailable());
         dialog.click("Command6");

@@ -147,6 +147,8 @@ frmChanges::frmChanges(const QList<ChangedWindow> &windows, const ChangesTheme &
     resize(kFirstSize);
     connect(lvChanges->selectionModel(), &QItemSelectionModel::currentChanged, this, &frmChanges::showRow);
     connect(&m_rows, &ListRows::checkChanged, this, &frmChanges::enable);
+    connect(&m_rows, &ListRows::edited, this, &frmChanges::enable); // ticks that are undone
+    m_history.addTo(*lvChanges);
     lvChanges->setCurrentIndex(m_rows.index(0, 0));
     enable();
 }

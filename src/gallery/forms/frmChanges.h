@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/ModelessDialog.h"
+#include "controls/RowsHistory.h"
 #include "rows/ListRows.h"
 #include "theme/ReceiverParts.h"
 
@@ -62,6 +63,7 @@ private:
     ChangesTheme m_theme;
     std::function<void(const QList<ChangedWindow> &)> m_takeBack;
     ListRows m_rows;
+    RowsHistory m_history{m_rows, RowsHistory::Of::Ticks};
     ListView *lvChanges;
     ChangesPicture *m_picture;
     QButtonGroup *m_view;

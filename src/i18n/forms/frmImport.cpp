@@ -76,6 +76,8 @@ frmImport::frmImport(const QString &file, const QString &language, const ImportP
     }
     m_rows.assign(rows);
     connect(&m_rows, &ListRows::checkChanged, this, &frmImport::lvImport_Check);
+    connect(&m_rows, &ListRows::edited, this, &frmImport::showCount); // ticks that are undone
+    m_history.addTo(*lvImport);
 
     auto *column = new QVBoxLayout(this);
     column->addWidget(lvImport, 1);

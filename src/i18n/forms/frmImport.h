@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/RowsHistory.h"
 #include "i18n/LanguageImport.h"
 #include "rows/ListRows.h"
 
@@ -36,6 +37,7 @@ private:
     int m_absent;                  // strings that the file lacks
     std::function<void(const QList<ImportChange> &)> m_take;
     ListRows m_rows; // text = source, sub-item 1 = translation now, 2 = the new one, 3 = what that is
+    RowsHistory m_history{m_rows, RowsHistory::Of::Ticks};
     ListView *lvImport;
     QLabel *lblImportNone; // in its place
     QLabel *lblImportCount;

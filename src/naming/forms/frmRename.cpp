@@ -41,6 +41,8 @@ frmRename::frmRename(const NamedThing &thing, const FoundPlaces &found,
     lblRenameCount->setTextFormat(Qt::PlainText);
     m_rows.assign(rowsOf(m_found, m_folder, &thing.name));
     connect(&m_rows, &ListRows::checkChanged, this, &frmRename::showCount);
+    connect(&m_rows, &ListRows::edited, this, &frmRename::showCount); // ticks that are undone
+    m_history.addTo(*lvRename);
 
     auto *column = new QVBoxLayout(this);
     column->addLayout(makeName());

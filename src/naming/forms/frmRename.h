@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/RowsHistory.h"
 #include "naming/FoundPlaces.h"
 
 #include <QDialog>
@@ -40,6 +41,7 @@ private:
     QString m_folder;
     std::function<bool(const QString &, const ThemeEdit &)> m_rename;
     ListRows m_rows; // see PlaceRows.h
+    RowsHistory m_history{m_rows, RowsHistory::Of::Ticks};
     QLineEdit *txtRename;
     ListView *lvRename;
     QLabel *lblRenameWhy, *lblRenameCount;

@@ -54,6 +54,7 @@ frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> ch
     lblSearch->setWordWrap(true);
     lvUses->setColumnShares({5, 1, 9});
     lvUses->setTextElideMode(Qt::ElideRight);
+    lvUses->setOpenCaption(tr("Go There"));
     lvUses->setToolTip(tr("Double-click a place, or press Enter, to go there."));
     connect(lvUses, &ListView::rowOpened, this, [this](int row) {
         const FoundPlaces found = m_found; // what is shown may change on the way
@@ -61,6 +62,8 @@ frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> ch
     });
     connect(&index, &LiveIndex::changed, this, &frmSearch::lookAgain);
     connect(&m_rows, &ListRows::checkChanged, this, &frmSearch::showTicked);
+    connect(&m_rows, &ListRows::edited, this, &frmSearch::showTicked); // ticks that are undone
+    m_history.addTo(*lvUses);
 
     auto *column = new QVBoxLayout(this);
     column->addLayout(makeQuestion());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/ModelessDialog.h"
+#include "controls/RowsHistory.h"
 #include "naming/TextSearch.h"
 
 #include <QThreadPool>
@@ -69,6 +70,7 @@ private:
     QString m_openThen;  // the window in the source box at that time
     FoundPlaces m_found;
     ListRows m_rows; // see PlaceRows.h
+    RowsHistory m_history{m_rows, RowsHistory::Of::Ticks};
     QLineEdit *txtSearch;
     QCheckBox *chkSearchCase;
     QComboBox *cbSearchIn;

@@ -4,6 +4,7 @@
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "controls/PageScroll.h"
+#include "controls/RowsHistory.h"
 #include "files/Files.h"
 #include "files/Paths.h"
 #include "replace/ReplaceList.h"
@@ -17,6 +18,7 @@
 #include <QScrollBar>
 
 #include <limits>
+#include <utility>
 
 namespace quillmere {
 
@@ -33,6 +35,26 @@ struct frmReplace::Button
     const char *caption;
     QString what; // what a screen reader says, and the tooltip
     void (frmReplace::*click)();
+};
+
+// What one button has made of the pairs. They stand in two lists, which go back together.
+class frmReplace::Step : public QUndoCommand
+{
+public:
+    Step(frmReplace &dialog, QList<Replacement> before, QList<Replacement> after)
+        : m_dialog(dialog), m_before(std::move(before)), m_after(std::move(after))
+    {
+    }
+    void undo() override { m_dialog.setPairs(m_before); }
+    void redo() override
+    {
+        if (m_dialog.pairs() != m_after) // they are there when the step is made
+            m_dialog.setPairs(m_after);
+    }
+
+private:
+    frmReplace &m_dialog;
+    QList<Replacement> m_before, m_after;
 };
 
 frmReplace::frmReplace(SourceAccess source, Files &files, Talk &talk, QWidget &owner)
@@ -54,6 +76,7 @@ frmReplace::frmReplace(SourceAccess source, Files &files, Talk &talk, QWidget &o
     for (ListView *list : {List1, List2}) {
         list->setTextElideMode(Qt::ElideRight);
         list->setSortable(false); // the two of a pair stand side by side
+        addUndo(m_steps, *list);
         connect(list, &ListView::rowClicked, this, &frmReplace::List_Click);
     }
     connect(List1->verticalScrollBar(), &QScrollBar::valueChanged, List2->verticalScrollBar(),
@@ -90,7 +113,10 @@ void frmReplace::addButtons(QLayout *layout, std::initializer_list<Button> butto
         made->setToolTip(button.what);
         connect(made, &QPushButton::clicked, this, [this, click = button.click] {
             m_hint->hide();
+            const QList<Replacement> before = pairs();
             m_talk.run([this, click] { (this->*click)(); });
+            if (const QList<Replacement> after = pairs(); after != before)
+                m_steps.push(new Step(*this, before, after));
         });
         layout->addWidget(made);
     }
@@ -166,6 +192,7 @@ void frmReplace::open()
     if (!isVisible()) {
         m_hint->hide();
         LoadReplaceList();
+        m_steps.clear();
     }
     present(Keyboard::Takes);
     Text1->setFocus();

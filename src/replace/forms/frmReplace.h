@@ -5,6 +5,8 @@
 #include "outline/Document.h"
 #include "rows/ListRows.h"
 
+#include <QUndoStack>
+
 #include <functional>
 
 class QGroupBox;
@@ -53,6 +55,7 @@ protected:
 
 private:
     struct Button;
+    class Step;
     QGroupBox *makeFrame(const char *name, const char *caption);
     void addButtons(QLayout *layout, std::initializer_list<Button> buttons);
     QGroupBox *makeTexts();
@@ -81,6 +84,7 @@ private:
     Document m_file; // replace.ini
     Talk &m_talk;
     ListRows m_finds, m_replacements; // row i of one belongs to row i of the other
+    QUndoStack m_steps;               // of the pairs, since the dialog was opened
     QLineEdit *Text1, *Text2;
     ListView *List1, *List2;
     QLabel *m_hint;
