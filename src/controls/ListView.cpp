@@ -113,9 +113,9 @@ void ListView::keyPressEvent(QKeyEvent *event)
     const int before = selectedRow();
     // The Menu key comes as a context menu event, this one does not everywhere.
     if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
-        const QPoint at = viewport()->rect().center();
+        const QPoint at = visualRect(currentIndex()).center();
         QContextMenuEvent asked(QContextMenuEvent::Keyboard, at, viewport()->mapToGlobal(at));
-        contextMenuEvent(&asked);
+        QCoreApplication::sendEvent(viewport(), &asked);
         event->accept();
         return;
     }

@@ -402,15 +402,19 @@ private slots:
         window.choose("mnuLangImport");
         QWidget *dialog = dialogNamed("frmImport");
         auto *list = childOf<ListView>(*dialog, "lvImport");
-        QCOMPARE(rowsAsText(list->model()),
-                 u"* Channel list | Sender |  | gone\n* Radio |  | R | new, fuzzy\n"
-                 "Menu |  | M | conflicting\nMenu |  | N | conflicting\n"_s);
+        const QString offered = rowsAsText(list->model());
+        QCOMPARE(offered, u"* Channel list | Sender |  | gone\n* Radio |  | R | new, fuzzy\n"
+                          "Menu |  | M | conflicting\nMenu |  | N | conflicting\n"_s);
         QCOMPARE(childOf<QPlainTextEdit>(*dialog, "txtImportLeftOut")->toPlainText(),
                  u"Line 12: the language has no \"Other\""_s);
         for (const int row : {0, 2, 3}) {
             list->setCurrentIndex(list->model()->index(row, 0));
             QTest::keyClick(list, Qt::Key_Space);
         }
+        QCoreApplication::processEvents();
+        childOf<QAction>(*list, "mnuRowsUndo")->trigger();
+        QCOMPARE(rowsAsText(list->model()), offered);
+        childOf<QAction>(*list, "mnuRowsRedo")->trigger();
         QCOMPARE(childOf<QLabel>(*dialog, "lblImportCount")->text(), u"2 of 4 translations"_s);
         QCoreApplication::processEvents(); // for what has changed is a step of its own then
         QTest::keyClick(dialog, Qt::Key_Return);

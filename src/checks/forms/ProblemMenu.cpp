@@ -3,9 +3,13 @@
 #include "asking/Talk.h"
 #include "checks/WindowReport.h"
 #include "checks/forms/LiveCheck.h"
+#include "controls/ListColumns.h"
+#include "controls/ListView.h"
 #include "files/Paths.h"
 #include "theme/forms/LiveIndex.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMenu>
 
 #include <utility>
@@ -48,6 +52,16 @@ void ProblemMenu::popup(const QList<Problem> &problems, const QPoint &at, QWidge
         addIgnoring(*menu, problem);
     }
     addIgnored(*menu);
+    if (auto *list = qobject_cast<ListView *>(parent)) {
+        menu->addSeparator();
+        if (!problems.isEmpty()) {
+            QAction *copy = menu->addAction(tr("Copy Message"));
+            copy->setObjectName(QStringLiteral("mnuCopyMessage"));
+            connect(copy, &QAction::triggered, this,
+                    [message = problems.first().message] { QGuiApplication::clipboard()->setText(message); });
+        }
+        list->columns().addItems(*menu->addMenu(tr("Columns")));
+    }
     menu->popup(at);
     if (!menu->actions().isEmpty())
         menu->setActiveAction(menu->actions().first());
