@@ -107,6 +107,8 @@ constexpr Item kItems[] = {
     {"mnuTool", "hrRename", "", Kind::Separator},
     {"mnuTool", "mnuRename", "Rename..."},
     {"mnuTool", "mnuUndoRename", "Undo Rename"},
+    {"mnuTool", "hrQuickOpen", "", Kind::Separator},
+    {"mnuTool", "mnuQuickOpen", "Quick &Open..."},
 
     {nullptr, "mnuView", "&View", Kind::Menu},
     {"mnuView", "mnuV(0)", "Overflow", Kind::Check},

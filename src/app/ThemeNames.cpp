@@ -162,15 +162,22 @@ void ThemeNames::goToDefinition()
             going.goTo(blocks.first().file, blocks.first().range, -1);
         return;
     }
-    const auto there = definitionOf(*thing, *names, m_theme.language.document.path());
+    goToName(*thing);
+}
+
+void ThemeNames::goToName(const NamedThing &thing)
+{
+    const ThemeIndex *names = index();
+    const auto there = names ? definitionOf(thing, *names, m_theme.language.document.path()) : std::nullopt;
     if (!there) {
-        m_talk.say(tr("Nothing defines the %1 \"%2\".").arg(wordFor(thing->kind), shownName(thing->name)));
+        if (names)
+            m_talk.say(tr("Nothing defines the %1 \"%2\".").arg(wordFor(thing.kind), shownName(thing.name)));
         return;
     }
     going.goTo(there->file, there->range, there->row);
-    if (const qsizetype count = names->definitions(*thing->kind, thing->name).size(); count > 1)
+    if (const qsizetype count = names->definitions(*thing.kind, thing.name).size(); count > 1)
         m_talk.say(tr("\"%1\" is defined %2 times; this is one of the places.")
-                       .arg(shownName(thing->name), QString::number(count)));
+                       .arg(shownName(thing.name), QString::number(count)));
 }
 
 void ThemeNames::showUses()

@@ -39,6 +39,8 @@ public:
     // it is what Undo in the Tool menu takes back. False where the person would rather not.
     bool mend(const ThemeEdit &edit, const QString &done);
 
+    // Leads to where a name is defined; says so where nothing defines it.
+    void goToName(const NamedThing &thing);
     // Asks for another name of a thing and gives it that in every place.
     void renameThing(const NamedThing &thing);
     // Makes an edit of several places, and says so; `undo` is what takes it back, in the Tool menu. False

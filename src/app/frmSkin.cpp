@@ -9,6 +9,7 @@
 #include "app/NewThings.h"
 #include "app/OpenDocument.h"
 #include "app/PaneRound.h"
+#include "app/QuickOpening.h"
 #include "app/RowMenus.h"
 #include "app/ShownChanges.h"
 #include "app/SourceFinding.h"
@@ -245,6 +246,17 @@ void frmSkin::makeMenu()
     new LanguageWork({*m_langTab, m_theme, m_checks->check, *m_outside, m_files, m_names->editing, m_talk},
                      m_menu, *this);
     m_overview->addCommands(m_menu);
+    const QuickOpening::Parts quick{
+        *m_names,
+        *m_index,
+        m_theme,
+        *m_sourceTab->txtSnippet,
+        *TabStrip4,
+        *menuBar(),
+        [this](const QString &path) { openDocument(path); },
+        [this](const QString &path) { m_langTab->openLanguage(path, m_theme.folder()); },
+        [this](const QString &folder) { openTheme(folder); }};
+    (new QuickOpening(quick, m_talk, *this))->addCommands(m_menu);
 }
 
 void frmSkin::makeStatusLine()
