@@ -81,7 +81,7 @@ bool StringFilters::fits(int row) const
 
 bool StringFilters::shows(int row) const
 {
-    return fits(row) || row == m_list.selectedRow();
+    return fits(row) || row == m_list.currentIndex().row();
 }
 
 void StringFilters::count()
