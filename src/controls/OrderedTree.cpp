@@ -135,6 +135,29 @@ QModelIndex OrderedTree::placeOf(const QModelIndex &index) const
     return number < 0 ? index : index.sibling(m_laidOut.at(number), index.column());
 }
 
+QModelIndex OrderedTree::seenBelow(const QModelIndex &index) const
+{
+    if (!isSorted())
+        return indexBelow(index);
+    placeRows();
+    const int number = m_numberInSeen.value(index.row(), -1);
+    return number < 0 || number + 1 >= m_seen.size() ? QModelIndex()
+                                                     : index.sibling(m_seen.at(number + 1), index.column());
+}
+
+QModelIndex OrderedTree::seenFirst() const
+{
+    if (isSorted()) {
+        placeRows();
+        return m_seen.isEmpty() ? QModelIndex() : model()->index(m_seen.first(), columnToGoTo());
+    }
+    for (int row = 0; row < model()->rowCount(); ++row) {
+        if (!isRowHidden(row, {}))
+            return model()->index(row, columnToGoTo());
+    }
+    return {};
+}
+
 QModelIndex OrderedTree::seenAt(const QModelIndex &place) const
 {
     if (!isSorted() || !place.isValid())

@@ -32,6 +32,11 @@ public:
     // The rows that are not hidden, in the order in which they are seen.
     QList<int> rowsSeen() const;
 
+    // The row that is seen below another one, and the one that is seen above all others; none where there is
+    // none.
+    QModelIndex seenBelow(const QModelIndex &index) const;
+    QModelIndex seenFirst() const;
+
     QRect visualRect(const QModelIndex &index) const override;
     QModelIndex indexAt(const QPoint &point) const override;
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;

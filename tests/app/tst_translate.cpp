@@ -122,6 +122,10 @@ private slots:
         QCOMPARE(next(), u"1 "_s);
         QCOMPARE(next(), u"3 "_s);
         QCOMPARE(next(), u"1 From the top again."_s);
+        list->sortBy(1, Qt::DescendingOrder);
+        QCOMPARE(next(), u"3 From the top again."_s);
+        QCOMPARE(next(), u"1 "_s);
+        list->sortBy(-1, Qt::AscendingOrder);
         QTest::mouseClick(window.find<QToolButton>("cmdStrings(0)"), Qt::LeftButton);
         for (const int row : {1, 3}) {
             window.prompts.expectInput(u"Input Logo Channel"_s, u"Translate for "_s + u"abcd"_s[row], u"x"_s);

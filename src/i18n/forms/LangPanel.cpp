@@ -115,17 +115,15 @@ void LangTab::goToNextUntranslated()
         return QStringView(m_strings.sub(index.row(), 2)).trimmed().isEmpty();
     };
     const QModelIndex start = LvBhs->currentIndex();
-    QModelIndex found = start.isValid() ? LvBhs->indexBelow(start) : QModelIndex();
-    while (found.isValid() && !isUntranslated(found))
-        found = LvBhs->indexBelow(found);
+    const auto firstFrom = [&](QModelIndex index) {
+        while (index.isValid() && !isUntranslated(index))
+            index = LvBhs->seenBelow(index);
+        return index;
+    };
+    QModelIndex found = start.isValid() ? firstFrom(LvBhs->seenBelow(start)) : QModelIndex();
     const bool isFromTop = !found.isValid();
-    if (isFromTop) {
-        found = LvBhs->indexAt({});
-        for (QModelIndex above = found; above.isValid(); above = LvBhs->indexAbove(above))
-            found = above;
-        while (found.isValid() && !isUntranslated(found))
-            found = LvBhs->indexBelow(found);
-    }
+    if (isFromTop)
+        found = firstFrom(LvBhs->seenFirst());
     if (!found.isValid()) {
         m_talk.say(tr("No string in the list is without a translation."));
         return;

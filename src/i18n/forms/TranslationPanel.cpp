@@ -188,8 +188,11 @@ void TranslationPanel::showRow(int row)
 void TranslationPanel::rowsChanged()
 {
     const QString now = withLineFeeds(m_strings.sub(row(), 2));
-    const bool isTypedNow = isTyped();
-    if (!isTypedNow && txtTranslation->text() != now) {
+    if (m_strings.sub(row(), 1) != m_source) { // it was renamed
+        m_source = m_strings.sub(row(), 1);
+        txtSource->setPlainText(withLineFeeds(m_source.left(kMostShown)));
+    }
+    if (!isTyped() && txtTranslation->text() != now) {
         txtTranslation->begin(now);
         m_before = txtTranslation->text();
     }
