@@ -85,20 +85,35 @@ void ListColumns::layOut()
     }
     const bool anyOwn = shares < allShares;
     m_list.setHorizontalScrollBarPolicy(anyOwn ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    QList<int> widths = m_own;
     for (int column = 0; column <= last; ++column) {
-        if (share(column) == 0)
-            continue;
-        int width = m_own.at(column);
-        if (width == 0) {
+        int &width = widths[column];
+        if (share(column) > 0 && width == 0) {
             width = left * share(column) / shares;
             if (anyOwn)
-                width = std::max(width, std::min(kLeastShared, whole * share(column) / allShares));
+                width = std::max(width, std::clamp(whole * share(column) / allShares, kLeast, kLeastShared));
             left -= width;
             shares -= share(column);
-        } else if (column == last && shares == 0) {
-            width += std::max(0, left); // no empty stretch behind it
         }
-        m_list.setColumnWidth(column, width);
+    }
+    giveWay(widths, left);
+    if (anyOwn && left > 0)
+        widths[last] += left; // no empty stretch behind it
+    for (int column = 0; column <= last; ++column) {
+        if (share(column) > 0)
+            m_list.setColumnWidth(column, widths[column]);
+    }
+}
+
+// Where narrow columns keep more than their share, a wide one gives way: `left` is less than 0 then.
+void ListColumns::giveWay(QList<int> &widths, int left) const
+{
+    for (int column = 0; column < widths.size() && left < 0; ++column) {
+        if (m_own.at(column) > 0 || widths[column] <= kLeastShared)
+            continue;
+        const int given = std::min(-left, widths[column] - kLeastShared);
+        widths[column] -= given;
+        left += given;
     }
 }
 

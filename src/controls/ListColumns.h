@@ -31,6 +31,7 @@ public:
 
 private:
     void takeWidth(int column, int width);
+    void giveWay(QList<int> &widths, int left) const;
     void fitAll();
     void shareAll();
     QString key() const; // of the settings; empty without a name or a window with one

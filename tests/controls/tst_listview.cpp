@@ -248,6 +248,17 @@ private slots:
         QVERIFY(Shown().list.header()->length() < 3000);
     }
 
+    // A wide column gives way to one that is as narrow as any, so that nothing has to be scrolled.
+    void narrowColumns()
+    {
+        Shown shown;
+        shown.list.setColumnShares({30, 30, 1});
+        shown.list.columns().layOut();
+        shown.drag(0, 80);
+        QCOMPARE(shown.list.header()->length(), shown.list.viewport()->width());
+        QVERIFY(shown.widths().value(2) >= 16);
+    }
+
     void tooltipsOfWhatIsCut()
     {
         Shown shown;
