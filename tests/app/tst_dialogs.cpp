@@ -285,6 +285,40 @@ private slots:
         QVERIFY(dialog.widget->isVisible());
     }
 
+    // By the keys of the main window: the bar is the source's alone, F3 is its as long as the dialog is not
+    // open, and lines are counted from 1.
+    void findsInSource()
+    {
+        Window window;
+        SourceBox *source = openSource(window, u"one\r\ntwo\r\none"_s);
+        window.turnTo(3);
+        window.find<ListView>("lvColor")->setFocus();
+        QTest::keySequence(window.find<ListView>("lvColor"), QKeySequence::Find);
+        auto *text = window.find<QLineEdit>("txtFind");
+        QVERIFY(!text->isVisible());
+        window.turnTo(8);
+        source->select(0, 3);
+        QTest::keySequence(window.find<ListView>("lvBlock"), QKeySequence::Find);
+        QVERIFY(text->hasFocus());
+        QCOMPARE(text->text(), u"one"_s);
+        QTest::keyClick(text, Qt::Key_F3);
+        QCOMPARE(source->selectionStart(), 10);
+        QTest::keyClick(text, Qt::Key_Escape);
+        QVERIFY(source->hasFocus());
+        QTest::keyClick(source, Qt::Key_F3, Qt::ShiftModifier);
+        QCOMPARE(source->selectionStart(), 0);
+        const struct
+        {
+            QString answer;
+            qsizetype caret;
+        } lines[] = {{u"2"_s, 5}, {u" 99 "_s, 10}, {u"-3"_s, 0}, {u"x"_s, 0}};
+        for (const auto &[answer, caret] : lines) {
+            window.prompts.expectInput(u"Go to Line"_s, u"Line, 1 to 3:"_s, answer);
+            QTest::keySequence(source, QKeySequence(Qt::CTRL | Qt::Key_G));
+            QCOMPARE(source->caretPosition(), caret);
+        }
+    }
+
     // Whatever a theme or a search puts into a box: its buttons can be reached.
     void boxesFitTheScreen()
     {
