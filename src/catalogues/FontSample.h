@@ -22,8 +22,6 @@ private:
 struct SampledFont
 {
     QString file, size, style;
-
-    bool operator==(const SampledFont &) const = default;
 };
 
 // Why a font file is not to be read: it is not in the theme, or too large. A sentence; empty where it may be.

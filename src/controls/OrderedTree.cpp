@@ -34,11 +34,30 @@ void OrderedTree::setModel(QAbstractItemModel *rows)
     if (model())
         disconnect(model(), nullptr, this, nullptr);
     QTreeView::setModel(rows);
+    m_hidden.clear();
     const auto anew = [this] { m_isSorted = m_isPlaced = false; };
-    connect(rows, &QAbstractItemModel::modelReset, this, anew);
-    connect(rows, &QAbstractItemModel::layoutChanged, this, anew);
-    connect(rows, &QAbstractItemModel::rowsInserted, this, anew);
-    connect(rows, &QAbstractItemModel::rowsRemoved, this, anew);
+    connect(rows, &QAbstractItemModel::modelReset, this, [this, anew] {
+        m_hidden.clear();
+        anew();
+    });
+    connect(rows, &QAbstractItemModel::layoutChanged, this, [this, anew] {
+        for (int row = 0; row < m_hidden.size(); ++row)
+            m_hidden[row] = QTreeView::isRowHidden(row, {});
+        anew();
+    });
+    connect(rows, &QAbstractItemModel::rowsInserted, this,
+            [this, anew](const QModelIndex &, int first, int last) {
+                if (first < m_hidden.size())
+                    m_hidden.insert(first, last - first + 1, false);
+                anew();
+            });
+    connect(rows, &QAbstractItemModel::rowsRemoved, this,
+            [this, anew](const QModelIndex &, int first, int last) {
+                const qsizetype end = std::min<qsizetype>(last + 1, m_hidden.size());
+                if (first < end)
+                    m_hidden.remove(first, end - first);
+                anew();
+            });
     connect(rows, &QAbstractItemModel::dataChanged, this,
             [this, anew](const QModelIndex &first, const QModelIndex &last) {
                 if (!isSorted() || first.row() == last.row())
@@ -46,6 +65,16 @@ void OrderedTree::setModel(QAbstractItemModel *rows)
                 anew();
                 viewport()->update();
             });
+}
+
+void OrderedTree::setRowHidden(int row, const QModelIndex &parent, bool hide)
+{
+    QTreeView::setRowHidden(row, parent, hide);
+    if (row < 0 || row >= model()->rowCount(parent))
+        return;
+    if (row >= m_hidden.size())
+        m_hidden.resize(model()->rowCount(parent));
+    m_hidden[row] = hide;
 }
 
 void OrderedTree::sortBy(int column, Qt::SortOrder order)

@@ -29,6 +29,10 @@ public:
     // screen, if it is to be seen.
     void sortBy(int column, Qt::SortOrder order);
 
+    // As for any tree view. That one asks the model for a persistent index whenever somebody wants to know of
+    // a row; here the answer for thousands of them takes no time.
+    void setRowHidden(int row, const QModelIndex &parent, bool hide);
+    bool isRowHidden(int row, const QModelIndex &) const { return m_hidden.value(row); }
     // The rows that are not hidden, in the order in which they are seen.
     QList<int> rowsSeen() const;
 
@@ -63,6 +67,7 @@ private:
     int m_column = -1;
     Qt::SortOrder m_direction = Qt::AscendingOrder;
     mutable bool m_isSorted = false, m_isPlaced = false;
+    QList<bool> m_hidden;              // of each row, up to the last that ever was
     mutable QList<int> m_order;        // all rows, sorted
     mutable QList<int> m_seen;         // those that are not hidden, in the order in which they are seen
     mutable QList<int> m_laidOut;      // the same in the order of the model

@@ -152,6 +152,7 @@ private slots:
                 shown.rows.add(text, {text});
             QList<int> expected;
             for (int row = 0; row < shown.rows.count(); ++row) {
+                QCOMPARE(list.isRowHidden(row, {}), list.QTreeView::isRowHidden(row, {}));
                 if (!list.isRowHidden(row, {}))
                     expected.append(row);
             }

@@ -93,8 +93,6 @@ void FontView::setLetters(const QStringList &lines)
 
 void FontView::showFont(const SampledFont &font)
 {
-    if (m_hasFont && font == m_font)
-        return;
     m_font = font;
     m_hasFont = true;
     m_soon.start();

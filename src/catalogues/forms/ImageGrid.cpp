@@ -299,7 +299,8 @@ void ImageGrid::contextMenuEvent(QContextMenuEvent *event)
     const bool isKey = event->reason() == QContextMenuEvent::Keyboard;
     const QPoint global = isKey ? viewport()->mapToGlobal(current.center()) : event->globalPos();
     m_list.scrollTo(currentIndex());
-    QContextMenuEvent there(event->reason(), m_list.viewport()->mapFromGlobal(global), global,
+    // By neither mouse nor key, or it would open at the row's place in the list.
+    QContextMenuEvent there(QContextMenuEvent::Other, m_list.viewport()->mapFromGlobal(global), global,
                             event->modifiers());
     QCoreApplication::sendEvent(m_list.viewport(), &there);
     event->setAccepted(there.isAccepted());
