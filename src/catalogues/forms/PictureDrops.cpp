@@ -56,10 +56,6 @@ PictureDrops::PictureDrops(ImageCatalogue &images, ListView &list, QWidget &tab,
 void PictureDrops::addCommands(Commands &menu)
 {
     menu.on("mnuImgReplace", [this] { mnuImgReplace_Click(); });
-    auto *replace = new QAction(tr("Replace Picture..."), this);
-    replace->setObjectName(QStringLiteral("mnuRowsReplace"));
-    m_list.addAction(replace);
-    connect(replace, &QAction::triggered, menu.action("mnuImgReplace"), &QAction::trigger);
 }
 
 bool PictureDrops::hasPictures(const QMimeData &data)
