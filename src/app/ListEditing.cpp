@@ -33,13 +33,22 @@ const struct
 } kFiltered[] = {{Widgets, "LvWidget"}, {Images, "lvImage"}, {Colours, "lvColor"},
                  {Languages, "LvBhs"},  {Fonts, "lvFont"},   {Keys, "lvKeyMap"}};
 
+// The rows of a list that no theme holds.
+ListRows &rowsOf(const TabFrame &tab, const char *list)
+{
+    auto *rows = qobject_cast<ListRows *>(tab.findChild<ListView *>(QLatin1String(list))->model());
+    Q_ASSERT(rows);
+    return *rows;
+}
+
 } // namespace
 
 ListEditing::ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, TabStrip &strip,
                          const SourceBox &source, Files &files, const Commands &menu, QMainWindow &window)
     : QObject(&window), m_theme(theme), m_strip(strip), m_source(source),
       m_windows(theme.widgets.LvWidget, RowsHistory::Of::Ticks), m_images(theme.images.rows),
-      m_colours(theme.lvColor), m_strings(theme.LvBhs)
+      m_colours(theme.lvColor), m_strings(theme.LvBhs),
+      m_blocks(rowsOf(*tabs[Source], "lvBlock"), RowsHistory::Of::Ticks)
 {
     const struct
     {
@@ -57,6 +66,7 @@ ListEditing::ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, Tab
         connect(&rows, &ListRows::edited, this, soon);
         connect(&rows, &ListRows::modelReset, this, soon);
     }
+    m_blocks.addTo(*tabs[Source]->findChild<ListView *>(QStringLiteral("lvBlock")));
     connect(&source, &SourceBox::changed, this, soon);
     files.onWritten(this, [soon](const QString &) { soon(); });
     for (const TabFrame *tab : tabs) {

@@ -35,7 +35,7 @@ private:
     ThemeProject &m_theme;
     TabStrip &m_strip;
     const SourceBox &m_source;
-    RowsHistory m_windows, m_images, m_colours, m_strings;
+    RowsHistory m_windows, m_images, m_colours, m_strings, m_blocks;
     QTimer m_soon; // marks follow changes that come many at a time
 };
 

@@ -109,6 +109,21 @@ private slots:
         QCOMPARE(list->model()->rowCount(), 1);
     }
 
+    // A block that is hidden by a tick is seen again when the tick is undone.
+    void ofBlocks()
+    {
+        const QString path = m_window->write("theme/w.xml", "<widget name=\"a\" class=\"text\">");
+        m_window->skin->openDocument(path);
+        m_window->turnTo(8);
+        ListView *list = m_window->select("lvBlock", 0);
+        const QString before = m_window->style(u"a"_s, u"display"_s);
+        list->model()->setData(list->model()->index(0, 0), Qt::Checked, Qt::CheckStateRole);
+        QTRY_VERIFY(m_window->style(u"a"_s, u"display"_s) != before);
+        undo(list);
+        QVERIFY(!m_window->shown("lvBlock").startsWith(u'*'));
+        QTRY_COMPARE(m_window->style(u"a"_s, u"display"_s), before);
+    }
+
     // Rows that do not match are hidden and nothing else: their numbers stay, and so do ticks.
     void filters()
     {

@@ -72,6 +72,7 @@ SourceTab::SourceTab(std::function<ImageLookup()> pictures, const ListRows &font
         tr("Tick a block to hide it in the preview; double-click it to find it in the source."));
     connect(lvBlock, &ListView::rowOpened, this, &SourceTab::lvBlock_DblClick);
     connect(&blocks, &ListRows::checkChanged, this, &SourceTab::blockTicked);
+    connect(&blocks, &ListRows::edited, this, &SourceTab::ShowPreview); // ticks that are undone
     connect(txtSnippet, &SourceBox::changed, this, &SourceTab::txtSnippet_Change);
 
     connect(&m_late, &LateRender::done, this, &SourceTab::showLate);
