@@ -113,6 +113,13 @@ void WorkRoom::mnuWideSource_Click()
         emit sourceWanted();
 }
 
+bool WorkRoom::endAlone()
+{
+    const bool wasAlone = m_isAlone;
+    setAlone(false);
+    return wasAlone;
+}
+
 void WorkRoom::setAlone(bool alone)
 {
     if (m_isAlone == alone)
@@ -160,10 +167,8 @@ void WorkRoom::layOutPreview(int column)
 bool WorkRoom::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == &m_window && m_isAlone && event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
-        setAlone(false);
-        return true;
-    }
+        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape)
+        return endAlone();
     return QObject::eventFilter(watched, event);
 }
 

@@ -29,6 +29,8 @@ public:
     void addCommands(Commands &menu);
     // As it was when the program was left last.
     void restore();
+    // Shows the tabs again; false where they are shown.
+    bool endAlone();
     // The size of the window, twips. A smaller one than there is a layout for keeps the one it had.
     void Form_Resize(int width, int height);
 

@@ -154,6 +154,7 @@ void frmSkin::makeTabs()
                      *this);
     m_stage = new Stage(*m_sourceTab, *frmWb, *m_index, this);
     m_stageTools = new StageTools(*m_stage, *m_sourceTab, *frmWb, m_theme, m_talk, *this);
+    m_stageTools->setEndsAlone(std::bind_front(&WorkRoom::endAlone, m_room));
     m_stageTools->textInPlace.translate = std::bind_front(&LangTab::putTranslation, m_langTab);
     new StageBar(*frmWb, [this](const QString &code) { return m_theme.colours.nameOf(code); },
                  {m_menu.action("mnuLink"), m_menu.action("mnuRulers"), m_menu.action("mnuOverview")});

@@ -232,7 +232,7 @@ bool Picture::escape()
         m_held.clear();
         return true;
     }
-    return gestures.cancel() || commands.selectNothing();
+    return gestures.cancel() || (endsAlone && endsAlone()) || commands.selectNothing();
 }
 
 // What comes while the places are not known waits, and what comes behind it, too.

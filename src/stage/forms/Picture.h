@@ -3,6 +3,8 @@
 #include "stage/forms/Gestures.h"
 #include "stage/forms/PictureCommands.h"
 
+#include <functional>
+
 class QContextMenuEvent;
 class QKeyEvent;
 class QMouseEvent;
@@ -22,9 +24,11 @@ public:
     Gestures gestures;
     PictureCommands commands;
 
-    // Ends the first of these that there is: a gesture, what is selected. False where there is none. Popups,
-    // and work that blocks the window, take Esc before it comes here.
+    // Ends the first of these that there is: a gesture, the picture alone, what is selected. False where
+    // there is none. Popups, and work that blocks the window, take Esc before it comes here.
     bool escape();
+    // Shows the rest of the window again where the picture was alone in it; false where it was not.
+    std::function<bool()> endsAlone;
 
 signals:
     // The properties of a block of the list are to be shown.

@@ -64,6 +64,11 @@ StageTools::StageTools(Stage &stage, SourceTab &tab, PreviewFrame &frame, const 
     connect(escape, &QShortcut::activated, &m_picture, &Picture::escape);
 }
 
+void StageTools::setEndsAlone(const std::function<bool()> &ends)
+{
+    m_picture.endsAlone = ends;
+}
+
 void StageTools::addCommands(Commands &menu)
 {
     m_link.addCommands(menu, m_window);

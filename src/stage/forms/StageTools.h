@@ -22,6 +22,8 @@ public:
                QWidget &window);
 
     void addCommands(Commands &menu);
+    // See Picture::endsAlone.
+    void setEndsAlone(const std::function<bool()> &ends);
 
     ReceiverView receiver;
     TextInPlace textInPlace;
