@@ -46,10 +46,16 @@ Catalogue Catalogues::read(const IndexedFile &file)
 {
     Catalogue catalogue = {file, {}};
     const auto rows = m_sources.rows.constFind(file.path);
+    const bool isLanguage = file.role == FileRole::Language;
     if (rows != m_sources.rows.constEnd())
         catalogue.rows = fromRows(file, *rows);
-    else
-        catalogue.rows = fromText(file, quillmere::textOf(m_sources, file).value_or(QString()));
+    if (rows == m_sources.rows.constEnd() || isLanguage) {
+        const QString text = quillmere::textOf(m_sources, file).value_or(QString());
+        if (rows == m_sources.rows.constEnd())
+            catalogue.rows = fromText(file, text);
+        if (isLanguage)
+            catalogue.font = SplitField(text, u"<font>", u"</font>", 1, 0).trimmed();
+    }
     QSet<QString> names;
     names.reserve(catalogue.rows.size());
     for (CatalogueRow &row : catalogue.rows) {

@@ -23,6 +23,7 @@ struct Catalogue
 {
     IndexedFile file;
     QList<CatalogueRow> rows; // in the order, and with the numbers, of the list it is loaded into
+    QString font = {};        // that a language names
 };
 
 // The catalogues of a theme as the rules look at them: read once, and every file that they name looked for.

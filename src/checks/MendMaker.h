@@ -55,8 +55,9 @@ Range linesAround(QStringView text, Range range);
 QString quotedFile(const QString &path);
 
 // A file of mends each: for a file that is named and missing, or named in other letters; and for strings that
-// a language lacks.
+// a language lacks, and translations that do not begin or end like their sources.
 void mendNamedFile(MendMaker &maker);
 void addTranslations(MendMaker &maker);
+void mendTranslation(MendMaker &maker);
 
 } // namespace quillmere

@@ -172,7 +172,12 @@ void makeMends(MendMaker &maker)
     case Rule::UnusedFont:
     case Rule::UnusedString:
     case Rule::DuplicateId:
+    case Rule::DuplicateSource:
         takeOut(maker);
+        break;
+    case Rule::BlankEnds:
+    case Rule::EndPunctuation:
+        mendTranslation(maker);
         break;
     case Rule::UnlistedDocument:
         addDocument(maker);

@@ -59,8 +59,9 @@ void checkAll(ThemeReport &report, const ThemeFacts &facts, WindowOutlines outli
               const std::stop_token &stop)
 {
     const QList<IndexedFile> &files = report.index.files();
+    const QList<Catalogue> &languages = report.catalogues.languages();
     outlines.resize(size_t(files.size()));
-    std::vector<QList<Problem>> found(size_t(files.size()));
+    std::vector<QList<Problem>> found(size_t(files.size() + languages.size()));
     const auto checkFile = [&](qsizetype number) {
         const IndexedFile &file = files.at(number);
         if ((file.role != FileRole::Window && file.role != FileRole::Style) || !file.isReadable)
@@ -74,9 +75,13 @@ void checkAll(ThemeReport &report, const ThemeFacts &facts, WindowOutlines outli
         }
         found[size_t(number)] = checkWindow(*outline, file, report.index, facts, stop);
     };
-    inParallel(files.size() + 1, stop, [&](qsizetype task) {
+    inParallel(1 + languages.size() + files.size(), stop, [&](qsizetype task) {
+        if (task > languages.size()) {
+            checkFile(task - 1 - languages.size());
+            return;
+        }
         if (task > 0) {
-            checkFile(task - 1);
+            found[size_t(files.size() + task - 1)] = checkLanguage(report, languages.at(task - 1), stop);
             return;
         }
         checkFiles(report);

@@ -31,6 +31,9 @@ public:
 void checkFiles(ThemeReport &report);
 void checkCatalogues(ThemeReport &report);
 void checkUnused(ThemeReport &report);
+// Of one language; may be asked for on any thread.
+QList<Problem> checkLanguage(const ThemeReport &report, const Catalogue &language,
+                             const std::stop_token &stop);
 void checkMeasuredFonts(ThemeReport &report, const ThemeFacts &facts);
 
 } // namespace quillmere

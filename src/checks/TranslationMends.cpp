@@ -1,5 +1,6 @@
 #include "checks/MendMaker.h"
 #include "checks/NameRules.h"
+#include "checks/TranslationText.h"
 #include "files/Paths.h"
 
 #include <QHash>
@@ -114,6 +115,28 @@ void addTranslations(MendMaker &maker)
     }
     maker.mends.last().file = language->path;
     maker.mends.last().row = lacking.firstRow;
+}
+
+void mendTranslation(MendMaker &maker)
+{
+    const qint32 row = maker.problem.row;
+    MendMaker::Rows rows = rowsOf(maker, maker.file);
+    if (row < 0 || row >= rows.size() || rows.at(row).first.trimmed() != maker.problem.name.trimmed())
+        return;
+    auto &[source, translation] = rows[row];
+    const QString after = maker.problem.rule == Rule::BlankEnds ? withBlanksOf(source, translation)
+                                                                : withEndOf(source, translation);
+    if (after.isEmpty() || after == translation)
+        return;
+    translation = after;
+    if (const auto open = maker.theme.openRows(maker.file.path)) {
+        ListRows::Row changed = open->at(row);
+        changed.subItems[1] = after;
+        maker.changeRows(MendMaker::wordsToChange(after), maker.file.path, {{row, open->at(row), changed}});
+    } else if (const auto entry = maker.entry()) {
+        maker.changeCatalogue(MendMaker::wordsToChange(after), maker.file, maker.text, entry->value, after,
+                              rows);
+    }
 }
 
 } // namespace quillmere

@@ -89,6 +89,18 @@ void tst_mends::mends_data()
         "widget.xml",
         "<interface>\r\n    <widget class=\"window\" name=\"w\"/>\r\n"
         "    <widget class=\"window\" style=\"default\" name=\"new\"/>\r\n</interface>\r\n");
+    row("blanks", "g.xml", "<language name=\"German\"><tran id=\" A\">x</tran></language>", "blank-ends",
+        "Change to \" x\"", "g.xml", "<language name=\"German\"><tran id=\" A\"> x</tran></language>");
+    row("mark at the end", "g.xml",
+        "<language name=\"German\">\n<tran id=\"Sure?\">Sicher!</tran></language>", "end-punctuation",
+        "Change to \"Sicher?\"", "g.xml",
+        "<language name=\"German\">\n<tran id=\"Sure?\">Sicher?</tran></language>");
+    row("mark in brackets", "g.xml", "<language name=\"German\"><tran id=\"(Sure?)\">(Ja)</tran></language>",
+        "end-punctuation", "", "", "");
+    row("source twice", "g.xml",
+        "<language name=\"German\">\n<tran id=\"A\">x</tran>\n<tran id=\"A\">x</tran>\n</language>",
+        "duplicate-source", "Take \"A\" out of \"g.xml\"", "g.xml",
+        "<language name=\"German\">\n<tran id=\"A\">x</tran>\n</language>");
     row("nothing mends it", "w.xml", "<widget><rect>1</rect></widget>", "bad-rect", "", "", "");
 }
 

@@ -1,4 +1,5 @@
 #include "checks/CheckedFiles.h"
+#include "checks/MadeFont.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -50,11 +51,10 @@ public:
             for (const char *file : {"images/image.xml", "color.xml", "font.xml"})
                 add(file, u"<spare/>"_s);
         }
-        m_lines[u"f.ttf"_s] = {u"font"_s};
         add("widget/widget.xml", u"<interface><width>1280</width><height>720</height>"_s);
         for (int language = 0; language < 2; ++language) {
             add("i18n/i18n.xml", u"<language id=\"L%1\">l%1.xml</language>"_s.arg(language));
-            m_lines[languageFile(language)] = {u"<language name=\"L\">"_s};
+            m_lines[languageFile(language)] = {u"<language name=\"L\"><font>font_0</font>"_s};
         }
         add("i18n/i18n.xml", u"<spare/>"_s);
         for (int window = 0; window < below(4) + 1; ++window)
@@ -71,6 +71,7 @@ public:
         ThemeFiles files;
         for (auto file = m_lines.cbegin(); file != m_lines.cend(); ++file)
             files[file.key()] = file->join(m_ends).toUtf8();
+        files[u"f.ttf"_s] = fontWithGroups({{0x20, 0x7e}});
         return files;
     }
 
@@ -120,6 +121,14 @@ public:
             {"i18n/i18n.xml", "spare", "<language id=\"M%\">none.xml</language>", "theme-config"},
             {"font.xml", "spare", "<font><name>n%</name><file>none.ttf</file></font>", "missing-font-file"},
             {"i18n/l", "spare", "<tran id=\"Nobody%\">x</tran>", "unused-string"},
+            {"i18n/l", "spare", "<tran id=\"More%\"> x</tran>", "blank-ends"},
+            {"i18n/l", "spare", "<tran id=\"More {%}\">x</tran>", "placeholders"},
+            {"i18n/l", "spare", "<tran id=\"More%!\">x</tran>", "end-punctuation"},
+            {"i18n/l", "spare", "<tran id=\"More%\\n\">x</tran>", "line-breaks"},
+            {"i18n/l", "spare", "<tran id=\"More%\">\u4E2D</tran>", "missing-letters"},
+            {"i18n/l", "spare", "<tran id=\"w_0 text 0\"></tran>", "duplicate-source"},
+            {"i18n/l", "spare", "<tran id=\"W_0 text 0\">y</tran>", "two-translations"},
+            {"i18n/l", "spare", "<tran id=\"More%\">More%</tran>", "same-as-source"},
             {"theme.xml", "spare", "<file_keymap>keys.xml</file_keymap>", "theme-config"},
         };
         const Fault &fault = faults[below(int(std::size(faults)))];
@@ -146,7 +155,7 @@ public:
         if (fault.oncePerFile)
             m_once.append(place.first);
         m_lines[place.first][place.second] =
-            QString::fromLatin1(fault.after).replace(u'%', QString::number(m_taken.size()));
+            QString::fromUtf8(fault.after).replace(u'%', QString::number(m_taken.size()));
         return u"%1:%2 %3"_s.arg(place.first).arg(place.second + 1).arg(QLatin1String(fault.rule));
     }
 
