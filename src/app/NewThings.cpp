@@ -146,7 +146,7 @@ bool NewThings::makeLanguage(const NewLanguage &language, int model)
             if (row.sub(1) == language.id)
                 m_parts.names.going.goTo(withOwnSeparators(row.text), {}, 0);
         }
-        m_parts.talk.say(done);
+        m_parts.talk.say(QString(done + u' ' + m_parts.names.unsavedAfter(edit)).trimmed());
     });
     return made;
 }
@@ -154,21 +154,23 @@ bool NewThings::makeLanguage(const NewLanguage &language, int model)
 bool NewThings::makeWindow(const QString &name, const QString &text, CodePage page)
 {
     bool made = false;
-    QString path;
     m_parts.talk.run([&] {
         const ThemeEdit edit = newWindow(m_parts.theme, m_parts.index.sources(), name, text, page);
-        made = m_parts.names.change(edit, tr("The window \"%1\" is made.").arg(name), tr("Undo New Window"));
-        path = edit.created().first().path;
-    });
-    const ListRows &windows = m_parts.theme.widgets.LvWidget;
-    for (int row = 0; made && row < windows.count(); ++row) {
-        if (windows.sub(row, 1) == name) {
+        const QString done = tr("The window \"%1\" is made.").arg(name);
+        made = m_parts.names.change(edit, done, tr("Undo New Window"));
+        if (!made)
+            return;
+        QString path = edit.created().first().path;
+        const ListRows &windows = m_parts.theme.widgets.LvWidget;
+        for (int row = 0; row < windows.count(); ++row) {
+            if (windows.sub(row, 1) != name)
+                continue;
             listOfWindows(m_window).setCurrentIndex(windows.index(row, 0));
             path = windows.text(row);
         }
-    }
-    if (made)
         m_parts.names.going.goTo(path, {}, -1);
+        m_parts.talk.say(QString(done + u' ' + m_parts.names.unsavedAfter(edit)).trimmed());
+    });
     return made;
 }
 

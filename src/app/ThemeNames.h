@@ -46,6 +46,8 @@ public:
     // Makes an edit of several places, and says so; `undo` is what takes it back, in the Tool menu. False
     // where the person would rather not; see ThemeEditing::apply.
     bool change(const ThemeEdit &edit, const QString &done, const QString &undo);
+    // A sentence on what an edit has left open and not saved.
+    QString unsavedAfter(const ThemeEdit &edit) const;
 
     Going going;
     ThemeEditing editing;
@@ -77,8 +79,6 @@ private:
     Renamed followRename(const NamedThing &thing, const QString &newName);
     void undoRename();
     void search();
-    // A sentence on what an edit has left open and not saved.
-    QString unsavedAfter(const ThemeEdit &edit) const;
 
     LiveIndex &m_index;
     ThemeProject &m_theme;

@@ -2,7 +2,7 @@
 
 #include "checks/WindowReport.h"
 #include "files/Paths.h"
-#include "markup/Matching.h"
+#include "theme/CatalogueLines.h"
 #include "theme/ThemeConfig.h"
 
 #include <algorithm>
@@ -14,13 +14,6 @@ namespace {
 bool beginsLine(QStringView text, qsizetype at)
 {
     return at == 0 || text[at - 1] == u'\n';
-}
-
-qsizetype startOfBlanks(QStringView text, qsizetype end)
-{
-    while (end > 0 && (text[end - 1] == u' ' || text[end - 1] == u'\t'))
-        --end;
-    return end;
 }
 
 } // namespace
@@ -93,20 +86,8 @@ bool MendMaker::addToCatalogue(const Words &words, const IndexedFile &changed, Q
                                QStringView like, const QStringList &lines, const Rows &added)
 {
     const QString old = textOf(theme.sources, changed).value_or(QString());
-    const qsizetype end = old.lastIndexOf(closing, -1, Qt::CaseInsensitive);
-    if (end < 0)
-        return false;
-    const QString ends = old.contains(u"\r\n") ? QStringLiteral("\r\n") : QStringLiteral("\n");
-    const qsizetype blanks = startOfBlanks(old, end);
-    const bool isLine = beginsLine(old, blanks);
-    const qint32 at = qint32(isLine ? blanks : end);
-    const qsizetype before = old.lastIndexOf(like, end, Qt::CaseInsensitive);
-    const qsizetype indent = before < 0 ? before : startOfBlanks(old, before);
-    const QString margin = before < 0 ? QString() : old.sliced(indent, before - indent);
-    QString after = isLine ? QString() : ends;
-    for (const QString &line : lines)
-        after += margin + line + ends;
-    return changeCatalogue(words, changed, old, {at, at}, after, rowsIn(changed, old) + added);
+    const auto put = linesBefore(closing, like, old, lines);
+    return put && changeCatalogue(words, changed, old, put->range, put->after, rowsIn(changed, old) + added);
 }
 
 void MendMaker::changeRows(const Words &words, const QString &catalogue, const QList<RowChange> &changes)

@@ -6,9 +6,9 @@
 #include "files/Paths.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/LanguageStrings.h"
-#include "making/CatalogueLine.h"
 #include "markup/Matching.h"
 #include "naming/Rename.h"
+#include "theme/CatalogueLines.h"
 #include "theme/ThemeProject.h"
 
 #include <QObject>
@@ -28,7 +28,7 @@ std::optional<RangeChange> entryIn(const QString &catalogue, const QString &entr
         return std::nullopt;
     const QStringView name = pieces.last().first(end);
     if (name.trimmed().compare(u"language", Qt::CaseInsensitive) != 0)
-        return entryBefore(QString(u"</" + name + u'>'), catalogue, entry);
+        return linesBefore(QString(u"</" + name + u'>'), u"<language ", catalogue, {entry});
     const qint32 behind = qint32(name.data() + name.size() + 1 - catalogue.constData());
     return RangeChange{{behind, behind}, {}, entry};
 }

@@ -3,10 +3,10 @@
 #include "files/FailedStep.h"
 #include "files/FileList.h"
 #include "files/Paths.h"
-#include "making/CatalogueLine.h"
 #include "markup/Matching.h"
 #include "naming/Rename.h"
 #include "outline/Outline.h"
+#include "theme/CatalogueLines.h"
 #include "theme/ThemeProject.h"
 
 #include <QObject>
@@ -54,8 +54,8 @@ ThemeEdit newWindow(const ThemeProject &theme, const ThemeSources &sources, cons
     if (!entries)
         throwFailed("read", catalogue, QStringLiteral("there is no such file, or it is not to be read"));
     const auto entry =
-        entryBefore(u"</interface>", *entries,
-                    QStringLiteral("<widget class=\"window\" style=\"default\" name=\"%1\"/>").arg(name));
+        linesBefore(u"</interface>", u"<widget ", *entries,
+                    {QStringLiteral("<widget class=\"window\" style=\"default\" name=\"%1\"/>").arg(name)});
     if (!entry)
         throwFailed("change", catalogue, QStringLiteral("it has no \"</interface>\" to put a window before"));
     ThemeEdit edit;

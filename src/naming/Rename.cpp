@@ -1,6 +1,7 @@
 #include "naming/Rename.h"
 
 #include "files/Paths.h"
+#include "files/RunTimeError.h"
 
 #include <QObject>
 
@@ -65,6 +66,19 @@ QString whyNotFile(const QString &name)
             .arg(name);
     if (name.toUtf8().size() > kLongestName)
         return QObject::tr("The name is too long for a file.");
+    return {};
+}
+
+QString whyNotIn(const Encoding &encoding, const QString &name)
+{
+    const bool isOneByte =
+        encoding.page == CodePage::Windows1252 || encoding.rule == CodePageRule::Windows1252;
+    try {
+        encodeText(name, encoding.page, isOneByte ? CodePageRule::Windows1252 : encoding.rule);
+    } catch (const RunTimeError &) {
+        return QObject::tr("The catalogue is in %1, which lacks a letter of this name.")
+            .arg(codePageName(isOneByte ? CodePage::Windows1252 : CodePage::Utf8));
+    }
     return {};
 }
 

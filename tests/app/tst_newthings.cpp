@@ -42,7 +42,7 @@ private slots:
         QCOMPARE(whyNot(*dialog, "txtNewName", u"fresh"_s), QString());
         childOf<QComboBox>(*dialog, "cbNewTemplate")->setCurrentIndex(3);
         makeIt(*dialog);
-        QVERIFY(window.read("theme/widget.xml").contains("name=\"main\"/><widget class=\"window\" "));
+        QVERIFY(window.read("theme/widget.xml").contains("name=\"main\"/>\n<widget class=\"window\" "));
         QVERIFY(window.read("theme/fresh.xml").contains("class=\"progbar\""));
         QVERIFY(text(window).contains(u"name=\"fresh\""));
         QCOMPARE(window.find<QTabBar>("TabStrip4")->currentIndex(), 8);
