@@ -1,28 +1,14 @@
 #include "theme/ReceiverParts.h"
 
+#include "browser/FontFamily.h"
 #include "files/Paths.h"
 #include "files/TextFile.h"
 #include "receiver/StringTable.h"
 #include "theme/ThemeProject.h"
 
-#include <QCryptographicHash>
-#include <QFileInfo>
 #include <QHash>
 
 namespace quillmere {
-
-namespace {
-
-// The same as long as the file is: a document keeps the fonts it has.
-QString familyOf(const QString &path)
-{
-    const QFileInfo file(path);
-    const QByteArray name = path.toUtf8() + QByteArray::number(file.lastModified().toMSecsSinceEpoch()) +
-                            QByteArray::number(file.size());
-    return u"font-" + QLatin1String(QCryptographicHash::hash(name, QCryptographicHash::Sha1).toHex());
-}
-
-} // namespace
 
 ReceiverParts receiverParts(const ThemeProject &theme)
 {
@@ -36,7 +22,7 @@ ReceiverParts receiverParts(const ThemeProject &theme)
             continue;
         const QString path =
             row.sub(2).isEmpty() ? QString() : findFile(folder + withOwnSeparators(row.sub(2)));
-        const QString family = path.isEmpty() ? path : familyOf(path);
+        const QString family = path.isEmpty() ? path : fontFamilyOf(path);
         fonts.insert(row.sub(1), {family, row.sub(3), row.sub(4)});
         if (!family.isEmpty())
             parts.fonts.append({family, path});

@@ -1,12 +1,10 @@
 #include "catalogues/forms/FontView.h"
 
+#include "browser/FontFamily.h"
 #include "browser/forms/PageCamera.h"
 #include "controls/Named.h"
 #include "files/Paths.h"
 
-#include <QCryptographicHash>
-#include <QDateTime>
-#include <QFileInfo>
 #include <QLabel>
 #include <QResizeEvent>
 
@@ -19,15 +17,6 @@ namespace {
 constexpr int kSoon = 60;      // ms; keys run through the list
 constexpr int kRest = 20'000;  // ms until the browser goes when nobody looks at another font
 constexpr int kHighest = 1200; // pixels of a sample
-
-// Another one for another content: the browser keeps what it has.
-QString familyOf(const QString &path)
-{
-    const QFileInfo file(path);
-    const QByteArray name = path.toUtf8() + QByteArray::number(file.lastModified().toMSecsSinceEpoch()) +
-                            QByteArray::number(file.size());
-    return u"font-" + QLatin1String(QCryptographicHash::hash(name, QCryptographicHash::Sha1).toHex());
-}
 
 // Without the empty lines at its end.
 QImage cropped(const QImage &picture)
@@ -129,7 +118,7 @@ void FontView::draw()
         say(why);
         return;
     }
-    const QString file = findFile(path), family = familyOf(file);
+    const QString file = findFile(path), family = fontFamilyOf(file);
     const SampleLook look = {family, palette().color(QPalette::Base).name(),
                              palette().color(QPalette::Text).name()};
     PageCamera &camera = this->camera();
