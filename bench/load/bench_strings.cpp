@@ -127,7 +127,7 @@ private:
         }
         print("another row in the panel");
         if (!shown.isEmpty())
-            m_out << \"its suggestions, shown:\n                " << spread(shown) << '\n';
+            m_out << "its suggestions, shown: " << spread(shown) << '\n';
     }
 
     const BenchWindow &m_window;
