@@ -10,6 +10,7 @@
 #include <QRandomGenerator>
 #include <QScrollBar>
 #include <QSettings>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolTip>
@@ -247,6 +248,26 @@ private slots:
         QCOMPARE(Shown().widths().value(0), again.widths().value(0));
         QSettings().setValue(u"columns/frmSome/lvSome"_s, QList<QVariant>{-5, u"x"_s, 1 << 30});
         QVERIFY(Shown().list.header()->length() < 3000);
+    }
+
+    // A list that is filled behind another tab has its columns beside the scroll bar when it is seen.
+    void filledBeforeShown()
+    {
+        QTabWidget tabs;
+        tabs.addTab(new QWidget, u"First"_s);
+        auto *page = new QWidget;
+        tabs.addTab(page, u"Second"_s);
+        ListRows rows({u"Nama"_s, u"Status"_s, u"More"_s}, ListRows::Checks::No);
+        ListView list(u"lvSome"_s, u"Some"_s, rows, page);
+        list.setColumnShares({16, 8, 5});
+        list.resize(400, 200);
+        tabs.resize(500, 300);
+        tabs.show();
+        for (int row = 0; row < 100; ++row)
+            rows.add(u"a"_s, {u"b"_s, u"c"_s});
+        tabs.setCurrentIndex(1);
+        QTRY_VERIFY(list.verticalScrollBar()->isVisible());
+        QCOMPARE(list.header()->length(), list.viewport()->width());
     }
 
     // A wide column gives way to one that is as narrow as any, so that nothing has to be scrolled.
