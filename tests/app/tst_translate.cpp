@@ -131,7 +131,7 @@ private slots:
             window.prompts.expectInput(u"Input Logo Channel"_s, u"Translate for "_s + u"abcd"_s[row], u"x"_s);
             window.press("LvBhs", row, Qt::Key_Return);
         }
-        QCOMPARE(next(), u"3 No string in the list is without a translation."_s);
+        QCOMPARE(next(), u"3 All strings in the list are translated."_s);
         QTRY_COMPARE(choices(), u"All 5, Untranslated 0, Unchecked 4"_s);
     }
 

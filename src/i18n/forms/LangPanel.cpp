@@ -125,7 +125,7 @@ void LangTab::goToNextUntranslated()
     if (isFromTop)
         found = firstFrom(LvBhs->seenFirst());
     if (!found.isValid()) {
-        m_talk.say(tr("No string in the list is without a translation."));
+        m_talk.say(tr("All strings in the list are translated."));
         return;
     }
     LvBhs->setCurrentIndex(found);

@@ -133,6 +133,7 @@ void frmCompareLanguages::makeTable()
     tblCompare->verticalHeader()->setDefaultSectionSize(tblCompare->fontMetrics().height() + 6);
     tblCompare->horizontalHeader()->setDefaultSectionSize(kFirstColumn);
     tblCompare->horizontalHeader()->setHighlightSections(false);
+    tblCompare->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     tblCompare->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                                 QAbstractItemView::AnyKeyPressed);
     tblCompare->setToolTip(tr("Type in a cell to change it. Enter puts it into its language, Shift+Enter "
