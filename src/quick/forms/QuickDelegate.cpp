@@ -62,8 +62,11 @@ void QuickDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     const QRect kind = rest.adjusted(rest.width() - kKindWidth, 0, 0, 0);
     rest.setRight(kind.left() - kMargin);
     const int textWidth = std::min(rest.width(), option.fontMetrics.horizontalAdvance(text) + 2 * kMargin);
-    drawText(*painter, QRect(rest.topLeft(), QSize(textWidth, rest.height())), text, option.font,
-             index.data(Places).value<QList<int>>());
+    const QString shown = option.fontMetrics.elidedText(text, Qt::ElideRight, textWidth - kMargin);
+    QList<int> places = index.data(Places).value<QList<int>>();
+    if (shown != text)
+        places.removeIf([last = shown.size() - 1](int place) { return place >= last; });
+    drawText(*painter, QRect(rest.topLeft(), QSize(textWidth, rest.height())), shown, option.font, places);
     letters.setAlphaF(kFaint);
     painter->setPen(letters);
     painter->setFont(option.font);

@@ -122,10 +122,14 @@ void frmQuickOpen::show(const QString &typed)
     }
     lvQuickOpen->setCurrentIndex(m_rows->index(0, 0));
     lvQuickOpen->verticalScrollBar()->setValue(0);
-    lblQuickOpen->setText(all == 0      ? tr("Nothing fits.")
-                          : all > kMost ? tr("The best %1 of %2. Type more letters.").arg(kMost).arg(all)
-                          : all == 1    ? tr("1 fits. Enter goes there.")
-                                        : tr("%1 fit. Enter goes there.").arg(all));
+    const bool areCommands =
+        !numbers.isEmpty() && m_list.entries().at(numbers.first()).kind == QuickEntry::Kind::Command;
+    lblQuickOpen->setText(
+        all == 0      ? tr("Nothing fits.")
+        : all > kMost ? tr("The best %1 of %2. Type more letters.").arg(kMost).arg(all)
+        : areCommands ? (all == 1 ? tr("1 fits. Enter runs it.") : tr("%1 fit. Enter runs one.").arg(all))
+        : all == 1    ? tr("1 fits. Enter goes there.")
+                      : tr("%1 fit. Enter goes there.").arg(all));
 }
 
 void frmQuickOpen::choose(const QModelIndex &index)
