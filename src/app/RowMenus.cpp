@@ -36,7 +36,7 @@ RowMenus::RowMenus(const ThemeProject &theme, const QList<TabFrame *> &tabs, con
 {
     const Items lists[] = {
         {0, "lvTheme", 0, File::OfEntry},
-        {1, "LvWidget", 1, File::OfText, {"mnuWidgetDuplicate", "mnuWidgetRename"}, "mnuWidgetDel"},
+        {1, "LvWidget", 1, File::OfText, {"mnuWidgetDuplicate"}, "mnuWidgetDel"},
         {1, "lvWidgetDel", 0, File::Unlisted, {"mnuWidgetFile", "mnuWidgetDelFile"}},
         {2, "lvImage", 1, File::OfText, {"mnuImgRubah", "mnuImgReplace", "mnuImgChe"}},
         {3, "lvColor", 1, File::None, {}, "mnuCHapus"},
