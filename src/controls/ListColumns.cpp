@@ -74,6 +74,7 @@ void ListColumns::takeWidth(int column, int width)
 
 void ListColumns::layOut()
 {
+    const bool isNested = m_layingOut;
     const QScopedValueRollback layingOut(m_layingOut, true);
     const int whole = m_list.viewport()->width(), last = lastShown();
     int left = whole, shares = 0, allShares = 0;
@@ -103,6 +104,9 @@ void ListColumns::layOut()
         if (share(column) > 0)
             m_list.setColumnWidth(column, widths[column]);
     }
+    // The first width has the list count its rows, and the scroll bar comes or goes.
+    if (!isNested && m_list.viewport()->width() != whole)
+        layOut();
 }
 
 // Where narrow columns keep more than their share, a wide one gives way: `left` is less than 0 then.

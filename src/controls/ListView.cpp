@@ -154,8 +154,6 @@ void ListView::showEvent(QShowEvent *event)
 {
     m_columns->remember();
     QTreeView::showEvent(event);
-    // The scroll bar may have come while the viewport learnt its first size, which leaves out to tell it.
-    m_columns->layOut();
 }
 
 bool ListView::isWhole(const QModelIndex &index) const

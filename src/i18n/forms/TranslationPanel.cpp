@@ -303,7 +303,7 @@ void TranslationPanel::showNote()
         if (note.isEmpty())
             note = tr("Enter takes it, Ctrl+Enter goes on, Shift+Enter breaks the line.");
     } else if (row() >= 0 && problemsOf) {
-        note = problemsOf(row()).join(u' ');
+        note = problemsOf(row()).join(QStringLiteral("; "));
         if (note.isEmpty() && m_suggestions->isDisputed())
             note = tr("The dictionaries differ in this string.");
     }
