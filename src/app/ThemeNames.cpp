@@ -334,7 +334,14 @@ QString ThemeNames::unsavedAfter(const ThemeEdit &edit) const
         if (editing.isUnsaved(now))
             unsaved.append(shownPath(now, m_theme.folder()));
     }
-    return unsaved.isEmpty() ? QString() : tr("Not saved yet: %1.").arg(unsaved.join(QStringLiteral(", ")));
+    if (!unsaved.isEmpty())
+        return tr("Not saved yet: %1.").arg(unsaved.join(QStringLiteral(", ")));
+    for (const ThemeEdit::WholeBytes &file : edit.removed()) {
+        if (file.path == m_index.openFile() || file.path == m_theme.language.document.path())
+            return tr("%1 is gone, and still open here; saving it would make it again.")
+                .arg(shownPath(file.path, m_theme.folder()));
+    }
+    return {};
 }
 
 void ThemeNames::undoRename()

@@ -53,6 +53,8 @@ private slots:
         QCOMPARE(window.read("theme/widget.xml"), catalogue);
         QVERIFY(!QFileInfo::exists(window.path("theme/fresh.xml")));
         QCOMPARE(window.model("LvWidget")->rowCount(), 1);
+        QVERIFY2(window.said().contains(u"fresh.xml is gone, and still open here"),
+                 qPrintable(window.said()));
     }
 
     // What is not saved goes along, and the original stays as it is.
@@ -108,6 +110,7 @@ private slots:
         QCOMPARE(window.model("LvBhs")->rowCount(), 1);
         window.choose("mnuUndoRename");
         QVERIFY(!QFileInfo::exists(window.path("theme/old_norse.xml")));
+        QVERIFY(window.said().contains(u"old_norse.xml is gone"));
         QCOMPARE(window.model("lvLang")->rowCount(), 2);
     }
 
