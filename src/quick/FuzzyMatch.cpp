@@ -12,10 +12,10 @@ namespace quillmere {
 namespace {
 
 constexpr int kLetter = 1;
-constexpr int kTextStart = 10; // beside that of a word
+constexpr int kTextStart = 2; // beside that of a word
 constexpr int kWordStart = 8;
-constexpr int kAdjacent = 6;
-constexpr int kGap = 2;
+constexpr int kAdjacent = 9;
+constexpr int kGap = 4;
 constexpr qsizetype kSeen = 64; // units whose words count
 constexpr int kNever = std::numeric_limits<int>::min() / 2;
 

@@ -16,9 +16,9 @@ int scoreOf(const QList<int> &places, quint64 wordStarts)
 {
     int score = 0;
     for (qsizetype i = 0; i < places.size(); ++i) {
-        score += 1 + (places[i] == 0 ? 10 : 0) + (wordStarts >> places[i] & 1 ? 8 : 0);
+        score += 1 + (places[i] == 0 ? 2 : 0) + (wordStarts >> places[i] & 1 ? 8 : 0);
         if (i > 0)
-            score += places[i] == places[i - 1] + 1 ? 6 : -2;
+            score += places[i] == places[i - 1] + 1 ? 9 : -4;
     }
     return score;
 }
@@ -91,7 +91,10 @@ private slots:
         QTest::newRow("blanks do not count") << u" main menu "_s << u"wnd_main_menu"_s;
         QTest::newRow("shorter first") << u"b"_s << u"big bg_long BlueGreen"_s;
         QTest::newRow("nothing") << u"xyz"_s << QString();
-        QTest::newRow("commands in their order") << u">fi"_s << u"File > Save File > Exit"_s;
+        QTest::newRow("commands in their order")
+            << u">fi"_s << u"File > Save File > Exit Widget > Select No File"_s;
+        QTest::newRow("a word before scattered letters")
+            << u">win"_s << u"Tool > Search Windows... Widget > Select No File"_s;
         QTest::newRow("a command is no name") << u"Save"_s << QString();
     }
 
@@ -145,7 +148,9 @@ private:
                                          entry(QuickEntry::Kind::Colour, u"bg_long"_s),
                                          entry(QuickEntry::Kind::Font, u"big"_s),
                                          entry(QuickEntry::Kind::Command, u"File > Save"_s),
-                                         entry(QuickEntry::Kind::Command, u"File > Exit"_s)};
+                                         entry(QuickEntry::Kind::Command, u"File > Exit"_s),
+                                         entry(QuickEntry::Kind::Command, u"Widget > Select No File"_s),
+                                         entry(QuickEntry::Kind::Command, u"Tool > Search Windows..."_s)};
 };
 
 QTEST_GUILESS_MAIN(TestQuick)
