@@ -6,6 +6,7 @@
 #include "gallery/forms/ThemePages.h"
 #include "theme/ThemeProject.h"
 
+#include <QFileInfo>
 #include <QSet>
 
 #include <algorithm>
@@ -20,6 +21,7 @@ constexpr int kAhead = 2;            // pages that the camera has at a time
 constexpr int kSettling = 300;       // ms; programs write a file in several steps
 constexpr int kRest = 30'000;        // ms until the browser goes when nobody looks any more
 constexpr int kMostWatched = 300;    // files
+constexpr qint64 kLarge = 300'000;   // bytes of a document; the browser is busy with it for a second or more
 constexpr int kMostDrawn = 300;      // by one browser, which keeps some memory of every page it had
 
 } // namespace
@@ -110,7 +112,11 @@ void OverviewPictures::setSeen(const QList<int> &numbers)
     m_isOn = true;
     m_rest.stop();
     m_seen = numbers;
-    m_turns.setSeen(numbers);
+    const auto isSmall = [this](int number) {
+        return QFileInfo(m_rows.window(number).path).size() <= kLarge; // of a file that is missing, too
+    };
+    std::stable_partition(m_seen.begin(), m_seen.end(), isSmall);
+    m_turns.setSeen(m_seen);
     m_soon.start();
 }
 

@@ -39,8 +39,8 @@ public:
     void setWindows();
     // Pixels of the screen.
     void setPictureSize(QSize size);
-    // The windows in view, then those beside, in the order in which they are to be drawn. From now on they
-    // are, until stop().
+    // The windows in view, then those beside, in the order in which they are to be drawn; those with large
+    // documents let the others go first. From now on they are, until stop().
     void setSeen(const QList<int> &numbers);
     void stop();
     // Pictures may have become others: those in view are looked at again.
