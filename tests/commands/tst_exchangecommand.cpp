@@ -109,7 +109,7 @@ void tst_exchangecommand::unchangedStays_data()
         "<tran id=\"B\">twice</tran><tran id=\"\">none</tran>");
     QTest::newRow("Windows-1252") << QByteArray("<language name=\"x\"><tran id=\"\xC4\">\x85\xFC\x81</tran>"
                                                 "<tran id=\"a>b\">c</tran><tran id=\"cut");
-    QTest::newRow("code 0") << QByteArray("<language name=\"x\"><tran id=\"a\0b\">\0</tran>", 44);
+    QTest::newRow("code 0") << QByteArray("<language name=\"x\"><tran id=\"a\0b\">\0</tran>", 42);
 }
 
 void tst_exchangecommand::unchangedStays()
