@@ -95,11 +95,12 @@ int WorkRoom::column() const
 
 void WorkRoom::setColumn(int twips)
 {
-    m_column = std::clamp(twips, kLeastColumn, std::max(m_width - kLeastPreview, kLeastColumn));
+    m_column = twips;
     if (std::exchange(m_isWide, false)) {
         QSettings().setValue(kWide, false);
         m_wideItem->setChecked(false);
     }
+    m_column = column();
     layOut();
 }
 
