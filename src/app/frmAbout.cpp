@@ -3,6 +3,7 @@
 #include "controls/Named.h"
 #include "controls/PageScroll.h"
 
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -19,8 +20,8 @@ frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
     large.setPointSizeF(large.pointSizeF() * 2);
     large.setBold(true);
     name->setFont(large);
-    auto *version = named(new QLabel(tr("Version %1").arg(QStringLiteral(QUILLMERE_VERSION))), "lblVersion",
-                          tr("Version"));
+    auto *version = named(new QLabel(tr("Version %1").arg(QCoreApplication::applicationVersion())),
+                          "lblVersion", tr("Version"));
     auto *what = new QLabel(tr("The editor for the theme skins of television receivers."));
     auto *maker =
         named(new QLabel(tr("The Quillmere authors\nauthors@quillmere.example")), "lblMaker", tr("Maker"));

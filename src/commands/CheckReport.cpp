@@ -3,6 +3,7 @@
 #include "commands/PictureNames.h"
 #include "files/Paths.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -130,7 +131,7 @@ QByteArray asSarif(const QList<Problem> &problems, const QString &folder)
     for (const Problem &problem : problems)
         results.append(sarifResult(problem, folder));
     const QJsonObject driver = {{QStringLiteral("name"), QStringLiteral("quillmere")},
-                                {QStringLiteral("version"), QStringLiteral(QUILLMERE_VERSION)},
+                                {QStringLiteral("version"), QCoreApplication::applicationVersion()},
                                 {QStringLiteral("rules"), sarifRules()}};
     const QJsonObject run = {{QStringLiteral("tool"), QJsonObject{{QStringLiteral("driver"), driver}}},
                              {QStringLiteral("columnKind"), QStringLiteral("utf16CodeUnits")},
