@@ -1,11 +1,14 @@
 #include "files/ProgramFolder.h"
 
 #include "files/Paths.h"
+#include "files/ShippedFiles.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+
+#include <algorithm>
 
 namespace quillmere {
 
@@ -14,16 +17,24 @@ namespace {
 const QStringList kShipped = {QStringLiteral("replace.ini"), QStringLiteral("Indonesia.txt"),
                               QStringLiteral("trans")};
 
+bool holdsAny(const QString &folder, const QStringList &names)
+{
+    return std::any_of(names.begin(), names.end(),
+                       [&](const QString &name) { return QFileInfo::exists(joinPath(folder, name)); });
+}
+
 } // namespace
 
 QString findProgramFolder()
 {
     const QString besideProgram = QCoreApplication::applicationDirPath();
-    if (QFileInfo(besideProgram).isWritable())
+    const QString package = packageFolder();
+    // Root can write everywhere, and yet nothing of a person's belongs beside the programs of the system.
+    if ((package.isEmpty() || holdsAny(besideProgram, kShipped)) && QFileInfo(besideProgram).isWritable())
         return QDir::toNativeSeparators(besideProgram);
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     const QString folder = joinPath(data, u"Quillmere");
-    copyMissing(besideProgram, folder, kShipped);
+    copyMissing(package.isEmpty() ? besideProgram : package, folder, kShipped);
     return folder;
 }
 

@@ -5,8 +5,8 @@
 
 namespace quillmere {
 
-// The folder of the program when files can be made in it, else the person's data folder for Quillmere, which
-// gets what was shipped beside the program. No separator at its end.
+// The folder of the program when files can be made in it and no package put it there, else the person's data
+// folder for Quillmere, which gets what was shipped. No separator at its end.
 QString findProgramFolder();
 
 // Copies these files, and folders with all that is in them, from one folder to another. What is missing there

@@ -1,4 +1,5 @@
 #include "files/ProgramFolder.h"
+#include "files/ShippedFiles.h"
 #include "files/TestFiles.h"
 #include "replace/ReplaceList.h"
 
@@ -66,7 +67,14 @@ private slots:
         QVERIFY(QFile(files.path(u"to/trans/a/b.txt"_s)).permissions() & QFile::WriteOwner);
         QVERIFY(!QFileInfo::exists(files.path(u"to/missing"_s)));
     }
+
+    void findsWhatIsShipped()
+    {
+        QVERIFY(packageFolder().isEmpty());
+        QVERIFY(QFileInfo::exists(exampleFolder() + u"/theme/widget/widget.xml"));
+        QVERIFY(QFileInfo::exists(guideFolder() + u"/pictures"));
+    }
 };
 
-QTEST_APPLESS_MAIN(TestReplaceList)
+QTEST_GUILESS_MAIN(TestReplaceList)
 #include "tst_replacelist.moc"
