@@ -3,12 +3,32 @@
 #include "controls/Named.h"
 #include "controls/PageScroll.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDialogButtonBox>
+#include <QIcon>
 #include <QLabel>
 #include <QVBoxLayout>
 
 namespace quillmere {
+
+namespace {
+
+// The icon of the program, and its name and version to the right of it.
+QLayout *beside(QLabel *icon, QLabel *name, QLabel *version)
+{
+    icon->setPixmap(QApplication::windowIcon().pixmap(64));
+    auto *names = new QVBoxLayout;
+    names->setSpacing(4);
+    names->addWidget(name);
+    names->addWidget(version);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(16);
+    row->addWidget(icon);
+    row->addLayout(names, 1);
+    return row;
+}
+
+} // namespace
 
 frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
 {
@@ -32,9 +52,9 @@ frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(32, 24, 32, 16);
     column->setSpacing(8);
-    for (QWidget *line : {static_cast<QWidget *>(name), static_cast<QWidget *>(version),
-                          static_cast<QWidget *>(what), static_cast<QWidget *>(maker)})
-        column->addWidget(line);
+    column->addLayout(beside(named(new QLabel, "lblIcon", tr("Icon")), name, version));
+    column->addWidget(what);
+    column->addWidget(maker);
     column->addSpacing(8);
     column->addWidget(buttons);
     column->setSizeConstraint(QLayout::SetFixedSize);

@@ -14,6 +14,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QIcon>
 #include <QLoggingCategory>
 #include <QTextStream>
 #include <QTimer>
@@ -39,6 +40,14 @@ void silenceOthers()
     constexpr const char *flags = "QTWEBENGINE_CHROMIUM_FLAGS";
     qputenv(flags, QByteArray(qgetenv(flags) + " --log-level=3").trimmed());
     QLoggingCategory::setFilterRules(QStringLiteral("*=false\n*.critical=true"));
+}
+
+QIcon programIcon()
+{
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/icons/%1x%1/apps/quillmere.png").arg(size), QSize(size, size));
+    return icon;
 }
 
 // The browser would end the program with a word that only its makers understand.
@@ -141,6 +150,8 @@ int main(int argc, char **argv)
     if (line.action != CommandLine::Action::Edit)
         return draw(line);
 
+    QApplication::setWindowIcon(programIcon());
+    QGuiApplication::setDesktopFileName(QStringLiteral("quillmere"));
     QApplication::setPalette(readablePlaceholders(QApplication::palette()));
     Files files;
     frmSkin window(files);
