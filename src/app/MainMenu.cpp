@@ -24,6 +24,7 @@ constexpr Item kItems[] = {
     {"mnuFile", "mnuOpenTheme", "Open Theme..."},
     {"mnuFile", "mnuNewTheme", "&New Theme..."},
     {"mnuFile", "mnuRecentThemes", "Recent Themes", Kind::Menu},
+    {"mnuFile", "mnuConvertTheme", "&Convert Theme..."},
     {"mnuFile", "hrOpenTheme", "", Kind::Separator},
     {"mnuFile", "mnuSave", "&Save"},
     {"mnuFile", "mnuRestore", "Restore..."},

@@ -14,6 +14,7 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace quillmere {
 
@@ -46,9 +47,13 @@ ShownChanges::ShownChanges(StatusLine &status, SourceBox &source, OpenDocument &
         if (!m_source.isRewriting() && m_before)
             offer(false);
     });
-    connect(&editing, &ThemeEditing::applying, this, [this] { m_parts = receiverParts(m_theme); });
+    connect(&editing, &ThemeEditing::applying, this, [this] {
+        m_partsBefore = receiverParts(m_theme);
+        m_screenBefore = screenPixels(m_theme);
+    });
     connect(&editing, &ThemeEditing::made, this, [this](const ThemeEdit &inverse) {
         m_before.reset();
+        m_parts = std::exchange(m_partsBefore, {});
         m_inverse = inverse;
         const QStringList paths = inverse.paths();
         offer(std::any_of(paths.begin(), paths.end(),
@@ -120,7 +125,8 @@ void ShownChanges::show()
         takesBack = [this, inverse = *m_inverse](const QList<ChangedWindow> &left) {
             m_talk.run([&] { takeBack(left, inverse); });
         };
-    const ChangesTheme theme{m_theme.folder(), screenPixels(m_theme), m_parts, receiverParts(m_theme)};
+    const QSize now = screenPixels(m_theme), screen = m_inverse ? now.expandedTo(m_screenBefore) : now;
+    const ChangesTheme theme{m_theme.folder(), screen, m_parts, receiverParts(m_theme)};
     m_frmChanges = std::make_unique<frmChanges>(changed, theme, takesBack, m_window);
     m_frmChanges->present(ModelessDialog::Keyboard::Takes);
 }

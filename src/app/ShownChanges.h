@@ -46,6 +46,8 @@ private:
     QWidget &m_window;
     QToolButton *m_button;
     ReceiverParts m_parts;              // before
+    ReceiverParts m_partsBefore;        // of an edit under way, which may load the theme again
+    QSize m_screenBefore;               // pixels
     std::optional<ThemeEdit> m_inverse; // of files and rows
     std::optional<QString> m_before;    // of the text in the source box alone
     std::unique_ptr<frmChanges> m_frmChanges;

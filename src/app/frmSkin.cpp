@@ -16,6 +16,7 @@
 #include "app/StatusLine.h"
 #include "app/TabStrip.h"
 #include "app/ThemeChecks.h"
+#include "app/ThemeConverting.h"
 #include "app/ThemeMenu.h"
 #include "app/ThemeNames.h"
 #include "app/ThemeOverview.h"
@@ -240,6 +241,8 @@ void frmSkin::makeMenu()
     (new NewThings({m_theme, *m_index, *m_names, *m_document, *m_sourceTab->txtSnippet, *TabStrip4, m_talk},
                    *this))
         ->addCommands(m_menu);
+    new ThemeConverting({m_theme, *m_index, m_checks->check, *m_names, *m_status->changes, m_talk}, m_menu,
+                        *this);
     new ListEditing(m_theme, frYt, *TabStrip4, *m_sourceTab->txtSnippet, m_files, m_menu, *this);
     new RowMenus(m_theme, frYt, m_menu, m_talk, this);
     new CatalogueWork({*m_imageTab, *m_fontTab, *m_sourceTab, m_theme, *m_outside, m_files, m_talk}, m_menu,

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 #include <optional>
 #include <tuple>
 
@@ -57,21 +58,35 @@ std::optional<Number> numberIn(QStringView text)
     return number;
 }
 
-// Digit by digit, so that nothing is rounded and no number is too long.
-QString scaled(const Number &number, int numerator, int denominator)
+struct Factor
 {
-    QString digits = u'0' + number.whole + number.fraction;
+    int numerator = 1, denominator = 1; // up to 99999
+};
+
+Factor factorOf(int from, int to)
+{
+    const int common = std::gcd(from, to);
+    return {to / common, from / common};
+}
+
+// Digit by digit, so that nothing is rounded and no number is too long.
+QString scaled(const Number &number, const Factor &factor)
+{
+    qsizetype more = 0;
+    for (int rest = factor.numerator; rest > 0; rest /= 10)
+        ++more;
+    QString digits = QString(more, u'0') + number.whole + number.fraction;
     int carry = 0;
     for (qsizetype i = digits.size() - 1; i >= 0; --i) {
-        carry += (digits[i].unicode() - u'0') * numerator;
+        carry += (digits[i].unicode() - u'0') * factor.numerator;
         digits[i] = QChar(u'0' + carry % 10);
         carry /= 10;
     }
     int rest = 0;
     for (QChar &digit : digits) {
         rest = rest * 10 + (digit.unicode() - u'0');
-        digit = QChar(u'0' + rest / denominator);
-        rest %= denominator;
+        digit = QChar(u'0' + rest / factor.denominator);
+        rest %= factor.denominator;
     }
     const QStringView whole = withoutZeros(QStringView(digits).chopped(number.fraction.size()));
     if (whole.isEmpty())
@@ -102,6 +117,12 @@ std::optional<Four> fourNumbers(const QList<QStringView> &parts)
         four[size_t(i)] = *number;
     }
     return four;
+}
+
+QString scaledText(const Four &numbers, const Factor &across, const Factor &down)
+{
+    return scaled(numbers[0], across) + u',' + scaled(numbers[1], down) + u',' + scaled(numbers[2], across) +
+           u',' + scaled(numbers[3], down);
 }
 
 QString withoutBrackets(QStringView rect)
@@ -206,8 +227,9 @@ ScaleResult ScaleRects(QString &text, int numerator, int denominator, const QStr
     const std::optional<Four> screen = fourNumbers(splitExact(first, u","));
     if (!screen || !numberIn(screenWidth) || !numberIn(screenHeight))
         return ScaleResult::Nothing;
-    const QString width = scaled((*screen)[2], numerator, denominator);
-    const QString height = scaled((*screen)[3], numerator, denominator);
+    const Factor factor{numerator, denominator};
+    const QString width = scaled((*screen)[2], factor);
+    const QString height = scaled((*screen)[3], factor);
     if (isLess(screenWidth, width) || isLess(screenHeight, height))
         return ScaleResult::TooLarge;
     if (isLess(width, leastWidth) || isLess(height, leastHeight))
@@ -223,13 +245,43 @@ ScaleResult ScaleRects(QString &text, int numerator, int denominator, const QStr
         const std::optional<Four> numbers = fourNumbers(parts);
         if (!numbers)
             continue;
-        QStringList results;
-        for (const Number &number : *numbers)
-            results.append(scaled(number, numerator, denominator));
-        places.rewrite(parts[0] + u',' + parts[1] + u',' + parts[2] + u',' + parts[3], results.join(u','));
+        places.rewrite(parts[0] + u',' + parts[1] + u',' + parts[2] + u',' + parts[3],
+                       scaledText(*numbers, factor, factor));
     }
     text = places.text();
     return ScaleResult::Scaled;
+}
+
+ConvertedRects convertedRects(const QString &text, const QSize &from, const QSize &to)
+{
+    constexpr QStringView start = u"<rect>", end = u"</rect>";
+    const Factor across = factorOf(from.width(), to.width()), down = factorOf(from.height(), to.height());
+    ConvertedRects rects;
+    qsizetype closing = 0;
+    for (qsizetype at = indexOfIgnoringCase(text, start); at >= 0;) {
+        const qsizetype content = at + start.size();
+        at = indexOfIgnoringCase(text, start, content);
+        if (closing < content)
+            closing = indexOfIgnoringCase(text, end, content);
+        if (closing < 0)
+            break;
+        if (at >= 0 && at < closing)
+            continue;
+        const QStringView rect = QStringView(text).sliced(content, closing - content).trimmed();
+        const bool isBracketed = rect.size() > 1 && rect.startsWith(u'[') && rect.endsWith(u']');
+        const QStringView inner = isBracketed ? rect.sliced(1).chopped(1) : QStringView();
+        const QList<QStringView> parts = splitExact(inner, u",");
+        const std::optional<Four> numbers = parts.size() == 4 ? fourNumbers(parts) : std::nullopt;
+        if (!numbers) {
+            rects.kept += rect.isEmpty() ? 0 : 1;
+            continue;
+        }
+        const QString after = scaledText(*numbers, across, down);
+        const qint32 first = qint32(inner.data() - text.constData());
+        if (inner != after)
+            rects.changed.append({{first, first + qint32(inner.size())}, after});
+    }
+    return rects;
 }
 
 void MoveRects(QString &text, Axis axis, qint64 distance)

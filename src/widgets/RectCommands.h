@@ -1,5 +1,9 @@
 #pragma once
 
+#include "outline/Range.h"
+
+#include <QList>
+#include <QSize>
 #include <QString>
 
 namespace quillmere {
@@ -25,6 +29,21 @@ enum class Axis { Top, Left };
 // Adds `distance`, whole pixels, to y (Top) or x (Left), which loses its fraction (rounded down); the other
 // three values stay as written, whatever they are. Tags count in small letters only.
 void MoveRects(QString &text, Axis axis, qint64 distance);
+
+// The rects of a text that was made for one screen, on another: both sizes in pixels, up to five digits each.
+struct ConvertedRects
+{
+    struct Rect
+    {
+        Range range; // between the brackets
+        QString after;
+    };
+    QList<Rect> changed; // in the order of the text, each once
+    int kept = 0;        // that hold no four numbers
+};
+// Scales each rect by itself, cut off as above; across and down each by a factor of its own, with no bounds.
+// Tags count in any letter case, and blanks may stand around the brackets.
+ConvertedRects convertedRects(const QString &text, const QSize &from, const QSize &to);
 
 // A number as a person or a theme writes it, blanks around it allowed, rounded down; nothing for any other
 // text or one of more than fifteen digits before the point.

@@ -13,7 +13,7 @@ QByteArray windowAt(int left)
 {
     return "<interface>\n<widget class=\"window\" name=\"w\">\n<property>\n<rect>[" +
            QByteArray::number(left) +
-           ",0,100,50]</rect>\n<backcolor>[#ff0000,#ff0000,#ff0000]</backcolor>\n</property>\n</widget>\n"
+           ",0,100,50]</rect>\n<backcolor>[lamp,lamp,lamp]</backcolor>\n</property>\n</widget>\n"
            "</interface>\n";
 }
 
@@ -27,10 +27,11 @@ private slots:
     void init()
     {
         m_window = std::make_unique<Window>();
-        m_window->write("theme/theme.xml",
-                        "<theme><config><file_widget>widget.xml</file_widget></config></theme>");
+        m_window->write("theme/theme.xml", "<theme><config><file_widget>widget.xml</file_widget>"
+                                           "<file_color>color.xml</file_color></config></theme>");
         m_window->write("theme/widget.xml", "<widget class=\"window\" name=\"one\"/><widget class=\"window\" "
                                             "name=\"two\"/>");
+        m_window->write("theme/color.xml", "<color name=\"lamp\">#ff0000</color>");
         m_window->write("theme/one.xml", windowAt(0));
         m_window->write("theme/two.xml", windowAt(0));
         m_window->openTheme();
@@ -58,7 +59,8 @@ private slots:
         QVERIFY(!m_button->isVisible());
     }
 
-    // Of windows that were written those without a tick get their bytes back, and no others.
+    // Of windows that were written those without a tick get their bytes back, and no others. A catalogue that
+    // is written with them, and loaded again, leaves the colours they had before.
     void ofFiles()
     {
         ThemeEdit edit;
@@ -67,6 +69,8 @@ private slots:
             const qint32 at = qint32(text.indexOf(u"[0,"_s)) + 1;
             QVERIFY(edit.replace(m_window->path(name), text, {at, at + 1}, u"30"_s));
         }
+        QVERIFY(edit.replace(m_window->path("theme/color.xml"), u"<color name=\"lamp\">#ff0000</color>"_s,
+                             {0, 0}, u"\n"_s));
         auto *editing = m_window->skin->findChild<ThemeEditing *>();
         QVERIFY(editing->apply(edit));
         QCOMPARE(m_window->read("theme/two.xml"), windowAt(30));

@@ -130,6 +130,60 @@ private slots:
         QCOMPARE(window.model("LvWidget")->rowCount(), 3);
     }
 
+    void convertTheme_data()
+    {
+        QTest::addColumn<bool>("agrees");
+        QTest::newRow("no") << false;
+        QTest::newRow("yes") << true;
+    }
+    // The text that is not saved is converted where it stands; Undo gives all of it back.
+    void convertTheme()
+    {
+        QFETCH(bool, agrees);
+        Window window;
+        const QByteArray catalogue = "<interface><width>1280</width><height>720</height>"
+                                     "<widget class=\"window\" style=\"default\" name=\"main\"/>"
+                                     "<widget class=\"window\" style=\"default\" name=\"side\"/></interface>";
+        const QByteArray side = "<widget class=\"window\"><rect>[8,8,80,80]</rect></widget>\n";
+        window.write("theme/theme.xml", "<config><file_widget>widget.xml</file_widget></config>");
+        window.write("theme/widget.xml", catalogue);
+        window.write("theme/main.xml", "<rect>[0,0,1280,720]</rect>\n");
+        window.write("theme/side.xml", side);
+        window.openTheme();
+        window.openDocument("theme/main.xml");
+        type(window, "<rect>[10,10,10,10]</rect>");
+        const QString typed = text(window);
+        QVERIFY(QTest::qWaitFor([&] {
+            window.choose("mnuConvertTheme");
+            return window.skin->findChild<QWidget *>(u"frmConvertTheme"_s) != nullptr;
+        }));
+        QWidget *dialog = dialogNamed("frmConvertTheme");
+        auto *to = childOf<QComboBox>(*dialog, "cbConvertScreen");
+        for (const char *wrong : {"1280 x 720", "50 x 50", "0x7", "wide", ""}) {
+            to->setEditText(QLatin1String(wrong));
+            QVERIFY2(!childOf<QPushButton>(*dialog, "cmdNew")->isEnabled(), wrong);
+        }
+        to->setEditText(u" 640X360"_s);
+        window.prompts.expectQuestion(
+            u"Convert Theme"_s,
+            u"Convert 2 windows from 1280 x 720 to 640 x 360?\n\n"
+            "All pictures and texts that fit their blocks now will fit them then."_s,
+            agrees);
+        childOf<QPushButton>(*dialog, "cmdNew")->click();
+        if (agrees) {
+            QVERIFY(text(window).contains(u"<rect>[5,5,5,5]</rect>"));
+            QCOMPARE(window.read("theme/side.xml"), QByteArray(side).replace("8,8,80,80", "4,4,40,40"));
+            QCOMPARE(window.find<QLabel>("lblWidth")->text(), u"640"_s);
+            QCOMPARE(childOf<ListView>(*dialogNamed("frmChanges"), "lvChanges")->model()->rowCount(), 2);
+            window.choose("mnuUndoRename");
+        } else {
+            QVERIFY(dialog->isVisible());
+        }
+        QCOMPARE(text(window), typed);
+        QCOMPARE(window.read("theme/side.xml"), side);
+        QCOMPARE(window.read("theme/widget.xml"), catalogue);
+    }
+
     void renameWindow()
     {
         EditedWindow window;

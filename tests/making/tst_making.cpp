@@ -4,6 +4,7 @@
 #include "making/NewLanguage.h"
 #include "making/NewTheme.h"
 #include "making/NewWindow.h"
+#include "making/ThemeConversion.h"
 #include "making/WindowLook.h"
 #include "making/WindowTemplate.h"
 #include "theme/CatalogueLines.h"
@@ -261,6 +262,90 @@ private slots:
         QCOMPARE(more, QStringList());
         made.apply(inverse);
         QCOMPARE(bytesBelow(made.folder()), files);
+    }
+
+    void conversions_data()
+    {
+        QTest::addColumn<QByteArray>("catalogue");
+        QTest::addColumn<QByteArray>("window");
+        QTest::addColumn<QString>("made"); // the window's text and what is told of; or a part of the reason
+        const QByteArray screen = "<interface><width> 1280 </width><height>720</height>",
+                         window = "<widget class=\"window\" style=\"default\" name=\"w\"/>";
+        const auto row = [](const char *name, const QByteArray &catalogue, const QByteArray &text,
+                            const QString &made) { QTest::newRow(name) << catalogue << text << made; };
+        row("shrinks", screen + window, "<rect>[0,0,640,360]</rect>",
+            u"<rect>[0,0,320,180]</rect> missing 0 kept 0"_s);
+        row("nothing to scale", screen + window, "<x/>", u"<x/> missing 0 kept 0"_s);
+        row("listed twice", screen + window + window, "<rect>[8,8,8,8]</rect>",
+            u"<rect>[4,4,4,4]</rect> missing 0 kept 0"_s);
+        row("none such", screen + window + "<widget class=\"window\" style=\"default\" name=\"../gone\"/>",
+            "<rect>x</rect>", u"<rect>x</rect> missing 1 kept 1"_s);
+        row("no size", "<interface>" + window, "", u"how wide"_s);
+        row("no number", "<width>wide</width><height>720</height>" + window, "", u"how wide"_s);
+        row("no such screen", "<width>10000</width><height>2147483647</height>" + window, "",
+            u"10000 x 2147483647"_s);
+    }
+    // The screen's size and the windows change together, or nothing does.
+    void conversions()
+    {
+        QFETCH(QByteArray, catalogue);
+        QFETCH(QByteArray, window);
+        QFETCH(QString, made);
+        MadeTheme theme;
+        theme.files.write(u"theme/theme.xml"_s, "<config><file_widget>widget.xml</file_widget></config>");
+        theme.files.write(u"theme/widget.xml"_s, catalogue);
+        theme.files.write(u"theme/w.xml"_s, window);
+        theme.open();
+        const auto before = bytesBelow(theme.folder());
+        const ThemeSources sources = theme.sources();
+        const auto index = ThemeIndex::build(sources);
+        const QString path = theme.theme.widgets.document.path();
+        QString told;
+        try {
+            const ThemeConversion conversion = convertedTheme(sources, *index, path, {640, 360});
+            told = u"%1 missing %2 kept %3"_s.arg(QString(), QString::number(conversion.missing),
+                                                  QString::number(conversion.kept));
+            const ThemeEdit inverse = theme.apply(conversion.edit);
+            QCOMPARE(screenSize(sources, path), QSize(640, 360));
+            told.prepend(QString::fromUtf8(theme.files.read(u"theme/w.xml"_s)));
+            theme.apply(inverse);
+        } catch (const RunTimeError &error) {
+            told = error.message();
+        }
+        QVERIFY2(told.contains(made), qPrintable(told));
+        QCOMPARE(bytesBelow(theme.folder()), before);
+    }
+
+    // What did not fit before is not counted, and what fits again neither.
+    void noLongerFits()
+    {
+        MadeTheme made;
+        made.files.write(u"theme/theme.xml"_s, "<config><file_widget>widget.xml</file_widget>"
+                                               "<file_image>image.xml</file_image></config>");
+        made.files.write(u"theme/widget.xml"_s, "<width>1280</width><height>720</height>"
+                                                "<widget class=\"window\" style=\"default\" name=\"w\"/>");
+        made.files.write(u"theme/image.xml"_s, "<image id=\"i\">i.png</image>");
+        made.files.write(u"theme/i.png"_s,
+                         QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\x64\0\0\0\x64", 24));
+        QByteArray text;
+        for (const int width : {90, 110, 220, 110, 50})
+            text += "<widget class=\"image\" name=\"b" + QByteArray::number(text.size()) +
+                    "\"><property><rect>[1000,100," + QByteArray::number(width) +
+                    ",220]</rect><img>i</img></property></widget>\n";
+        made.files.write(u"theme/w.xml"_s, text);
+        made.open();
+        const ThemeSources sources = made.sources();
+        const auto index = ThemeIndex::build(sources);
+        PictureStore pictures(readPng);
+        const ThemeFacts facts = checkTheme(sources, *index, pictures)->facts;
+        const auto count = [&](const QSize &to) {
+            return noLongerFitting(convertedTheme(sources, *index, made.theme.widgets.document.path(), to),
+                                   *index, facts)
+                .pictures;
+        };
+        QCOMPARE(count({640, 720}), 2);
+        QCOMPARE(count({1280, 200}), 3);
+        QCOMPARE(count({2560, 1440}), 0);
     }
 
     void languageNames_data()

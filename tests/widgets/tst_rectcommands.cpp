@@ -60,6 +60,49 @@ private slots:
         QCOMPARE(ScaleRects(text, 4, 5, u"wide"_s, u"720"_s), ScaleResult::Nothing);
     }
 
+    void convert_data()
+    {
+        // From 1280 x 720, to 1920 x 540; behind a blank, how many are kept as they are.
+        textTable(
+            {"text", "converted"},
+            {{u"across and down", u"<rect>[10,20,30,41]</rect>", u"<rect>[15,15,45,30]</rect> 0"},
+             {u"cut, not rounded", u"<rect>[-1,-5,1.5,0.9]</rect>", u"<rect>[-1,-3,2,0]</rect> 0"},
+             {u"each once", u"<rect>[0,0,8,8]</rect><rect>[0,0,12,6]</rect>",
+              u"<rect>[0,0,12,6]</rect><rect>[0,0,18,4]</rect> 0"},
+             {u"blanks and letters", u"<RECT> [ 2, 4 ,6,8]\n</Rect>", u"<RECT> [3,3,9,6]\n</Rect> 0"},
+             {u"small and large", u"<rect>[0,0,1,1]</rect><rect>[0,0,90000,7]</rect>",
+              u"<rect>[0,0,1,0]</rect><rect>[0,0,135000,5]</rect> 0"},
+             {u"no four numbers", u"<rect>[1,2,3]</rect><rect>[a,2,3,4]</rect><rect>1,2,3,4</rect>",
+              u"<rect>[1,2,3]</rect><rect>[a,2,3,4]</rect><rect>1,2,3,4</rect> 3"},
+             {u"empty, and never closed", u"<rect></rect><rect>[2,4,6,8]<rect>[2,4,6,8]</rect><rect>[2,",
+              u"<rect></rect><rect>[2,4,6,8]<rect>[3,3,9,6]</rect><rect>[2, 0"}});
+    }
+
+    void convert()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QString, converted);
+        QString after = text;
+        const ConvertedRects rects = convertedRects(text, {1280, 720}, {1920, 540});
+        for (auto rect = rects.changed.rbegin(); rect != rects.changed.rend(); ++rect)
+            after.replace(rect->range.start, rect->range.size(), rect->after);
+        QCOMPARE(after + u' ' + QString::number(rects.kept), converted);
+    }
+
+    // Window by window it is what the command on one window does, wherever no two rects meet.
+    void convertAsScaled()
+    {
+        QString text;
+        for (int i = 0; i < 200; ++i)
+            text += u"<rect>[%1,%2,%3,%4]</rect>"_s.arg(i * 7 - 90).arg(i * 3).arg(1000 - i).arg(500 + i);
+        QString scaled = text, converted = text;
+        QCOMPARE(ScaleRects(scaled, 4, 5, u"1280"_s, u"720"_s), ScaleResult::Scaled);
+        const ConvertedRects rects = convertedRects(text, {1280, 720}, {1024, 576});
+        for (auto rect = rects.changed.rbegin(); rect != rects.changed.rend(); ++rect)
+            converted.replace(rect->range.start, rect->range.size(), rect->after);
+        QCOMPARE(converted, scaled);
+    }
+
     void move_data()
     {
         // To the top.
