@@ -299,7 +299,10 @@ CommandLine parseCommandLine(const QStringList &arguments)
 {
     QCommandLineParser parser;
     describe(parser);
-    const QCommandLineOption help = parser.addHelpOption();
+    // Qt's own would bring --help-all along, and what is printed here says all there is.
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  tr("Displays help on commandline options."));
+    parser.addOption(help);
     const QCommandLineOption version = parser.addVersionOption();
     const QCommandLineOption verbose(QStringLiteral("verbose"),
                                      tr("Says on the terminal what happens, which helps to find a fault."));

@@ -3,7 +3,9 @@
 #include "files/TestFiles.h"
 #include "replace/ReplaceList.h"
 
+#include <QProcess>
 #include <QTest>
+#include <QTextStream>
 
 using namespace quillmere;
 using namespace Qt::StringLiterals;
@@ -68,6 +70,40 @@ private slots:
         QVERIFY(!QFileInfo::exists(files.path(u"to/missing"_s)));
     }
 
+    // This program is copied to where a package, or a person, would put it, and says what its folder is.
+    void isTheProgramFolder_data()
+    {
+        QTest::addColumn<QStringList>("shipped"); // below the copy's bin/..
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("copied");
+        const QString dictionary = u"share/quillmere/trans/German.txt"_s;
+        QTest::newRow("of a package")
+            << QStringList{dictionary} << u"data/Quillmere"_s << u"data/Quillmere/trans/German.txt"_s;
+        QTest::newRow("beside the program")
+            << QStringList{u"bin/trans/German.txt"_s} << u"bin"_s << QString();
+        QTest::newRow("both") << QStringList{dictionary, u"bin/replace.ini"_s} << u"bin"_s << QString();
+    }
+    void isTheProgramFolder()
+    {
+        QFETCH(const QStringList, shipped);
+        QFETCH(const QString, folder);
+        QFETCH(const QString, copied);
+        const TestFiles files;
+        for (const QString &file : shipped)
+            files.write(file, "text");
+        QDir(files.folder()).mkpath(u"bin"_s);
+        const QString copy = files.path(u"bin/copy"_s);
+        QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), copy));
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"XDG_DATA_HOME"_s, files.path(u"data"_s));
+        program.setProcessEnvironment(environment);
+        program.start(copy, {u"--program-folder"_s});
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(QString::fromUtf8(program.readAllStandardOutput()), files.path(folder));
+        QVERIFY(copied.isEmpty() || QFileInfo::exists(files.path(copied)));
+    }
+
     void findsWhatIsShipped()
     {
         QVERIFY(packageFolder().isEmpty());
@@ -76,5 +112,14 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestReplaceList)
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    if (app.arguments().contains(u"--program-folder"_s)) {
+        QTextStream(stdout) << findProgramFolder();
+        return 0;
+    }
+    TestReplaceList test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_replacelist.moc"
