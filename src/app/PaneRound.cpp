@@ -46,6 +46,8 @@ QList<QWidget *> PaneRound::panes() const
     auto *source = frame->findChild<QWidget *>(QStringLiteral("txtSnippet"));
     auto *picture = m_window.findChild<QWidget *>(QStringLiteral("overview")); // where it covers the picture
     if (!picture || !picture->isVisible())
+        picture = m_window.findChild<QWidget *>(QStringLiteral("startPage"));
+    if (!picture || !picture->isVisible())
         picture = m_window.findChild<QWidget *>(QStringLiteral("wb"));
     auto *zoom = m_window.findChild<QWidget *>(QStringLiteral("cboZoom"));
     QList<QWidget *> found = {m_window.findChild<QWidget *>(QStringLiteral("TabStrip4")),

@@ -25,6 +25,14 @@ void RecentThemes::add(const QString &folder)
     fill();
 }
 
+void RecentThemes::remove(const QString &folder)
+{
+    QStringList recent = folders();
+    recent.removeAll(folder);
+    QSettings().setValue(kKey, recent);
+    fill();
+}
+
 QStringList RecentThemes::folders()
 {
     return QSettings().value(kKey).toStringList();

@@ -16,6 +16,7 @@ public:
     RecentThemes(QMenu &menu, std::function<void(const QString &)> open);
 
     void add(const QString &folder);
+    void remove(const QString &folder);
     // Their folders, newest first.
     static QStringList folders();
 

@@ -25,6 +25,8 @@ public:
 
     // A theme was opened, and is a recent one from now on.
     void add(const QString &folder) { m_recent.add(folder); }
+    // The person does not want to see it among the recent ones.
+    void remove(const QString &folder) { m_recent.remove(folder); }
 
 private:
     void mnuOpenTheme_Click();

@@ -38,6 +38,7 @@ public:
     void addCommands(Commands &menu);
     // The person has opened a theme: it is shown, unless a window is, or it has none.
     void themeOpened();
+    Overview &overview() const { return *m_overview; }
 
 private:
     void leave();

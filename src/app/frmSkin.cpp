@@ -4,6 +4,7 @@
 #include "app/CodePageChoice.h"
 #include "app/ColourWork.h"
 #include "app/Dialogs.h"
+#include "app/FirstMinute.h"
 #include "app/LanguageWork.h"
 #include "app/ListEditing.h"
 #include "app/NewThings.h"
@@ -80,7 +81,8 @@ frmSkin::frmSkin(Files &files, Prompts *prompts, QWidget *parent)
     setObjectName(QStringLiteral("frmSkin"));
     setWindowTitle(QStringLiteral(":: Quillmere ::"));
     setCentralWidget(new PageScroll(m_page)); // where the window is smaller than what was laid out in it
-    makeStatusLine();
+    m_status = new StatusLine(*statusBar());
+    m_talk.say(tr("Press Ctrl+O, or choose a folder named \"theme\" in the list, to open a theme."));
     makeTabs();
     makeMenu();
     connect(&m_theme, &ThemeProject::loaded, this, &frmSkin::themeLoaded);
@@ -209,8 +211,8 @@ void frmSkin::connectTabs()
 void frmSkin::makeMenu()
 {
     m_themeMenu = new ThemeMenu(
-        m_menu, [this](const QString &folder) { openTheme(folder); },
-        [this] { return m_themeTab->Dir1->path(); }, m_talk, *this);
+        m_menu, std::bind_front(&frmSkin::openTheme, this), [this] { return m_themeTab->Dir1->path(); },
+        m_talk, *this);
     m_menu.on("mnuSave", [this] { m_document->save(); });
     m_menu.action("mnuSave")->setShortcut(QKeySequence::Save);
     m_menu.on("mnuFlDefault", [this] { mnuFlDefault_Click(); });
@@ -250,6 +252,10 @@ void frmSkin::makeMenu()
     new LanguageWork({*m_langTab, m_theme, m_checks->check, *m_outside, m_files, m_names->editing, m_talk},
                      m_menu, *this);
     m_overview->addCommands(m_menu);
+    m_firstMinute =
+        new FirstMinute({*frmWb, m_theme, m_overview->overview(), *m_document, *m_sourceTab, *m_widgetTab,
+                         m_menu, *m_themeMenu, std::bind_front(&frmSkin::openTheme, this), m_talk},
+                        *this);
     const QuickOpening::Parts quick{
         *m_names,
         *m_index,
@@ -261,12 +267,6 @@ void frmSkin::makeMenu()
         [this](const QString &path) { m_langTab->openLanguage(path, m_theme.folder()); },
         [this](const QString &folder) { openTheme(folder); }};
     (new QuickOpening(quick, m_talk, *this))->addCommands(m_menu);
-}
-
-void frmSkin::makeStatusLine()
-{
-    m_status = new StatusLine(*statusBar());
-    m_talk.say(tr("Press Ctrl+O, or choose a folder named \"theme\" in the list, to open a theme."));
 }
 
 void frmSkin::resizeEvent(QResizeEvent *event)
@@ -323,6 +323,11 @@ void frmSkin::Dir1_Change(const QString &path)
         m_overview->themeOpened();
     else
         m_talk.say(tr("There is no theme.xml in %1; what was open stays open.").arg(path));
+}
+
+void frmSkin::showStart()
+{
+    m_firstMinute->show();
 }
 
 bool frmSkin::loadTheme(const QString &folder)

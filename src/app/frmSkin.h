@@ -14,6 +14,7 @@ namespace quillmere {
 
 class ColourTab;
 class Dialogs;
+class FirstMinute;
 class FontTab;
 class ImageTab;
 class KeptRows;
@@ -56,6 +57,8 @@ public:
     void showFirst();
     // Chooses a folder in Dir1; one named "theme" is loaded.
     void openTheme(const QString &folder);
+    // Offers ways to a theme, unless one is open.
+    void showStart();
     // Loads the text of a widget document, re-indented, into the source box; a missing one gives an empty
     // text. It is written back without a question where it lies in `theme`; of none, in its own folder.
     void openDocument(const QString &path, const QString &theme);
@@ -77,7 +80,6 @@ private:
     void makeTabs();
     void connectTabs();
     void makeMenu();
-    void makeStatusLine();
     void TabStrip4_Click();
     void enableSourceMenus();
     void Dir1_Change(const QString &path);
@@ -116,6 +118,7 @@ private:
     Stage *m_stage = nullptr;
     StageTools *m_stageTools = nullptr;
     ThemeOverview *m_overview = nullptr;
+    FirstMinute *m_firstMinute = nullptr;
     int CurrentTab = 1; // 1-based
     QElapsedTimer m_sinceTheme;
     std::unique_ptr<Dialogs> m_dialogs;

@@ -156,7 +156,10 @@ int main(int argc, char **argv)
     Files files;
     frmSkin window(files);
     window.showFirst();
-    if (!line.theme.isEmpty())
-        QTimer::singleShot(0, &window, [&] { window.openTheme(line.theme); });
+    QTimer::singleShot(0, &window, [&] {
+        if (!line.theme.isEmpty())
+            window.openTheme(line.theme);
+        window.showStart();
+    });
     return QApplication::exec();
 }

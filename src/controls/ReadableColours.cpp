@@ -19,19 +19,19 @@ double luminance(const QColor &colour)
            0.0722 * linear(colour.blueF());
 }
 
-QColor mixed(const QColor &text, const QColor &ground, float share)
-{
-    const auto part = [share](float of, float on) { return of * share + on * (1 - share); };
-    return QColor::fromRgbF(part(text.redF(), ground.redF()), part(text.greenF(), ground.greenF()),
-                            part(text.blueF(), ground.blueF()));
-}
-
 } // namespace
 
 double contrast(const QColor &text, const QColor &ground)
 {
     const double one = luminance(text), other = luminance(ground);
     return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
+}
+
+QColor mixed(const QColor &text, const QColor &ground, float share)
+{
+    const auto part = [share](float of, float on) { return of * share + on * (1 - share); };
+    return QColor::fromRgbF(part(text.redF(), ground.redF()), part(text.greenF(), ground.greenF()),
+                            part(text.blueF(), ground.blueF()));
 }
 
 // Half the text's strength where that can be read, as platforms have it, and as much more as it takes.

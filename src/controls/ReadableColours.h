@@ -7,6 +7,9 @@ namespace quillmere {
 // How well one colour is read on another, from 1 to 21: the contrast ratio of WCAG 2.1.
 double contrast(const QColor &text, const QColor &ground);
 
+// A colour on another as if it let that much of it through: at 1 there is nothing but the text's.
+QColor mixed(const QColor &text, const QColor &ground, float share);
+
 // What platforms make too faint to be read, or leave out on a dark desktop: the colour of placeholders, which
 // numbers of lines have too. Only that role is set in it, so that all others go on following the desktop.
 QPalette readablePlaceholders(const QPalette &palette);

@@ -240,6 +240,7 @@ int runWindowTest(int argc, char **argv)
     const QTemporaryDir home;
     qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
     qputenv("XDG_DATA_HOME", home.path().toUtf8());
+    qputenv("XDG_CACHE_HOME", home.path().toUtf8());
     QCoreApplication::setOrganizationName(u"Quillmere"_s);
     QCoreApplication::setApplicationName(u"quillmere-test"_s);
     WebBrowser::prepare();
