@@ -1,7 +1,8 @@
 // From a key in the source to its page, in the real window: with the page changed where it differs, and, key
 // by key in turn, with the page written anew. "written" is when the browser has the document, "painted" when
-// it has drawn a frame of it. "work" is what the window's thread and that
-// of the browser's renderer did meanwhile, which says something on a busy machine, too.
+// it has made the first frame with it, "shown" when our window has painted that frame. "work" is what the
+// window's thread and that of the browser's renderer did until then, which says something on a busy machine,
+// too.
 //
 //   QT_QPA_PLATFORM=offscreen bench_keys [--receiver] [BLOCKS...]
 
@@ -14,12 +15,16 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QKeyEvent>
+#include <QQuickWidget>
+#include <QQuickWindow>
 #include <QSettings>
 #include <QTabBar>
 #include <QTextStream>
 #include <QTimer>
 #include <QWebEnginePage>
 #include <QWebEngineScript>
+
+#include <utility>
 
 using namespace quillmere;
 
@@ -48,7 +53,7 @@ QByteArray windowOf(int blocks)
 
 struct Times
 {
-    QList<double> written, painted, work, rendererWork;
+    QList<double> written, painted, shown, work, rendererWork;
 };
 
 // The processor time that the first thread of a process has had, ms.
@@ -58,7 +63,14 @@ double workOf(qint64 process)
     return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(0).toDouble() / 1e6 : 0;
 }
 
-class Bench
+// Every script that changes or writes the page ends by numbering it.
+const QString kTellPainted = QStringLiteral(
+    "(function(){var page=window.__page,key=0;Object.defineProperty(window,'__page',{configurable:true,"
+    "get(){return page;},set(n){page=n;requestAnimationFrame(function(){var c=new MessageChannel();"
+    "c.port1.onmessage=function(){if(n==page)document.title='#'+(++key);};c.port2.postMessage(0);});}});})("
+    ")");
+
+class Bench : public QObject
 {
 public:
     explicit Bench(const QTemporaryDir &folder) : m_folder(folder), m_window(folder)
@@ -66,12 +78,13 @@ public:
         m_window.find<QTabBar>("TabStrip4")->setCurrentIndex(8);
         m_source->setFocus();
         QObject::connect(&m_patience, &QTimer::timeout, &m_loop, &QEventLoop::quit);
-        QObject::connect(m_wb, &WebBrowser::written, m_wb, [this] { pageIsWritten(); });
+        QObject::connect(&m_settled, &QTimer::timeout, &m_loop, &QEventLoop::quit);
+        m_settled.setSingleShot(true);
+        m_settled.setInterval(40);
+        QObject::connect(m_wb, &WebBrowser::written, m_wb, [this] { note(m_written); });
         QObject::connect(m_wb, &QWebEngineView::titleChanged, m_wb, [this](const QString &title) {
-            if (title == QString::number(m_key) && m_painted < 0) {
-                m_painted = double(m_clock.nsecsElapsed()) / 1e6;
-                m_loop.quit();
-            }
+            if (title.startsWith(u'#'))
+                note(m_painted);
         });
     }
 
@@ -82,7 +95,11 @@ public:
         if (!file.open(QIODevice::WriteOnly) || file.write(windowOf(blocks)) < 0)
             qFatal("%s cannot be written", qPrintable(path));
         file.close();
+        m_isTelling = false;
         waitForPage([&] { m_window.skin().openDocument(path); });
+        watchFrames();
+        m_wb->page()->runJavaScript(kTellPainted, QWebEngineScript::ApplicationWorld);
+        m_isTelling = true;
         const QString place = QStringLiteral("<string>text %1").arg(blocks / 2);
         m_source->select(m_source->text().indexOf(place) + place.size(), 0);
         Times patched, anew;
@@ -98,6 +115,7 @@ public:
             Times &times = patching ? patched : anew;
             times.written.append(m_written);
             times.painted.append(m_painted);
+            times.shown.append(m_shown);
             times.work.append(m_work);
             times.rendererWork.append(m_rendererWork);
         }
@@ -109,9 +127,13 @@ public:
 private:
     static void print(const char *way, const Times &times)
     {
-        QTextStream(stdout) << "  " << way << ":\n    written " << spread(times.written) << "\n    painted "
-                            << spread(times.painted) << "\n    work of the window   " << spread(times.work)
-                            << "\n    work of the renderer " << spread(times.rendererWork) << Qt::endl;
+        QTextStream out(stdout);
+        out << "  " << way << ":\n";
+        for (const auto &[name, values] :
+             {std::pair("written", &times.written), std::pair("painted", &times.painted),
+              std::pair("shown  ", &times.shown), std::pair("work of the window  ", &times.work),
+              std::pair("work of the renderer", &times.rendererWork)})
+            out << "    " << name << ' ' << spread(*values) << Qt::endl;
     }
     void press()
     {
@@ -126,39 +148,70 @@ private:
     void waitForPage(Work work)
     {
         ++m_key;
-        m_written = m_painted = -1;
+        m_written = m_painted = m_shown = -1;
         const qint64 own = QCoreApplication::applicationPid(), renderer = m_wb->page()->renderProcessPid();
-        const double before = workOf(own), rendererBefore = workOf(renderer);
+        m_workBefore = workOf(own);
+        m_rendererWorkBefore = workOf(renderer);
+        m_frameIsNew = false;
         m_clock.start();
         work();
         m_patience.start(20000);
         m_loop.exec();
-        if (m_painted < 0)
+        m_patience.stop();
+        m_settled.stop();
+        if (m_written < 0)
             qFatal("The page does not come");
-        m_work = workOf(own) - before;
-        m_rendererWork = workOf(renderer) - rendererBefore;
-        for (int i = 0; i < 20; ++i)
-            QApplication::processEvents(); // what follows a key is not counted with the next one
     }
-    void pageIsWritten()
+    void note(double &time)
     {
-        m_written = double(m_clock.nsecsElapsed()) / 1e6;
-        const QString tell = QStringLiteral("requestAnimationFrame(function(){var c=new MessageChannel();"
-                                            "c.port1.onmessage=function(){document.title='%1';};"
-                                            "c.port2.postMessage(0);})");
-        m_wb->page()->runJavaScript(tell.arg(m_key), QWebEngineScript::ApplicationWorld);
+        if (time < 0)
+            time = double(m_clock.nsecsElapsed()) / 1e6;
+        settle();
+    }
+    // Frames come on their own only where something has changed, so the last one has the key in it.
+    void frameIsShown()
+    {
+        m_shown = double(m_clock.nsecsElapsed()) / 1e6;
+        m_work = workOf(QCoreApplication::applicationPid()) - m_workBefore;
+        m_rendererWork = workOf(m_wb->page()->renderProcessPid()) - m_rendererWorkBefore;
+        settle();
+    }
+    void settle()
+    {
+        if (m_written >= 0 && (!m_isTelling || (m_painted >= 0 && m_shown >= 0)))
+            m_settled.start();
+    }
+    // The browser draws into a Qt Quick window off the screen, and a widget paints what it has drawn.
+    void watchFrames()
+    {
+        auto *shown = m_wb->findChild<QQuickWidget *>();
+        if (!shown || std::exchange(m_watched, shown) == shown)
+            return;
+        connect(shown->quickWindow(), &QQuickWindow::afterRendering, this, [this] { m_frameIsNew = true; });
+        shown->installEventFilter(this);
+    }
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint && std::exchange(m_frameIsNew, false))
+            QMetaObject::invokeMethod(
+                this, [this] { frameIsShown(); }, Qt::QueuedConnection); // once painted
+        return QObject::eventFilter(object, event);
     }
 
     const QTemporaryDir &m_folder;
-    BenchWindow m_window;
+    QEventLoop m_loop;
+    QTimer m_patience, m_settled;
+    QElapsedTimer m_clock;
+    BenchWindow m_window; // which tells the above of its end
     WebBrowser *m_wb = m_window.find<WebBrowser>("wb");
     SourceBox *m_source = m_window.find<SourceBox>("txtSnippet");
-    QEventLoop m_loop;
-    QTimer m_patience;
-    QElapsedTimer m_clock;
+    QQuickWidget *m_watched = nullptr;
+    bool m_isTelling = false;  // the page tells when it is painted
+    bool m_frameIsNew = false; // not yet painted by the widget
     int m_key = 0;
-    double m_written = -1, m_painted = -1; // ms; -1 while it is not
-    double m_work = 0, m_rendererWork = 0; // ms
+    double m_written = -1, m_painted = -1, m_shown = -1; // ms; -1 while it is not
+    double m_workBefore = 0, m_rendererWorkBefore = 0;   // ms
+    double m_work = 0, m_rendererWork = 0;               // ms
 };
 
 } // namespace
