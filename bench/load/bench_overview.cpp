@@ -12,9 +12,11 @@
 #include "gallery/forms/OverviewRows.h"
 
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QListView>
 #include <QScrollBar>
 #include <QTextStream>
+#include <QTimer>
 
 using namespace quillmere;
 
@@ -43,14 +45,18 @@ public:
         }
         return seen > 0 && ready >= std::min(atLeast, seen);
     }
+    // Looks only when something has changed: what looking costs is not the overview's.
     void waitFor(int pictures) const
     {
-        QElapsedTimer patience;
-        patience.start();
-        while (!hasPictures(pictures) && patience.elapsed() < kMostWait)
-            QApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
-        if (!hasPictures(pictures))
-            qFatal("The pictures do not come");
+        QEventLoop loop;
+        const auto look = [&] {
+            if (hasPictures(pictures))
+                loop.quit();
+        };
+        QObject::connect(&m_rows, &QAbstractItemModel::dataChanged, &loop, look);
+        QTimer::singleShot(kMostWait, &loop, [] { qFatal("The pictures do not come"); });
+        QTimer::singleShot(0, &loop, look);
+        loop.exec();
     }
 
 private:

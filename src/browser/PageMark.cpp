@@ -27,11 +27,12 @@ QString rulesOf(const PageMark &mark)
     const auto colour = [](quint32 code) { return QStringLiteral("%1").arg(code, 6, 16, QLatin1Char('0')); };
     return QStringLiteral(":root:not(#q_q#q_q#q_q#q_q)${all:initial!important;content:\"\"!important;"
                           "display:block!important;position:fixed!important;z-index:2147483647!important;"
-                          "top:0!important;left:%1px!important;width:%2px!important;height:%2px!important;"
+                          "top:%5px!important;left:%1px!important;width:%2px!important;height:%2px!important;"
                           "background:#%3!important;border-right:%2px solid #%4!important}")
         .arg(mark.x())
         .arg(PageMark::kSquare)
-        .arg(colour(mark.left), colour(mark.right));
+        .arg(colour(mark.left), colour(mark.right))
+        .arg(mark.top);
 }
 
 // What put() is called with.
@@ -41,11 +42,12 @@ QString wordsOf(const PageMark &mark)
         return QStringLiteral("'rgb(%1, %2, %3)'").arg(code >> 16).arg(code >> 8 & 0xff).arg(code & 0xff);
     };
     return quoted(rulesOf(mark)) + QStringLiteral(",{display:'block',position:'fixed',visibility:'visible',"
-                                                  "top:'0px',left:'%1px',width:'%2px',height:'%2px',"
+                                                  "top:'%5px',left:'%1px',width:'%2px',height:'%2px',"
                                                   "backgroundColor:%3,borderRightColor:%4}")
                                        .arg(mark.x())
                                        .arg(PageMark::kSquare)
-                                       .arg(colour(mark.left), colour(mark.right));
+                                       .arg(colour(mark.left), colour(mark.right))
+                                       .arg(mark.top);
 }
 
 QString withPut(const QString &body)
@@ -55,11 +57,11 @@ QString withPut(const QString &body)
 
 } // namespace
 
-PageMark PageMark::at(int place)
+PageMark PageMark::at(int place, int top)
 {
     constexpr quint32 kCodes = 1 << 24;
     QRandomGenerator *random = QRandomGenerator::system();
-    return {place, random->bounded(kCodes), random->bounded(kCodes)};
+    return {place, top, random->bounded(kCodes), random->bounded(kCodes)};
 }
 
 // Pictures that only style rules name are asked for once more, from the cache, to learn when they are there.

@@ -10,12 +10,13 @@ namespace quillmere {
 struct PageMark
 {
     static constexpr int kSquare = 8; // pixels
-    static constexpr int kPlaces = 2; // along the upper edge, 0 leftmost
+    static constexpr int kPlaces = 2; // along its upper edge, 0 leftmost
 
     int place = 0;
+    int top = 0;                 // pixels
     quint32 left = 0, right = 0; // colours, 0xRRGGBB
 
-    static PageMark at(int place);
+    static PageMark at(int place, int top = 0);
     // What markStateScript() answers.
     enum class State {
         Awaited,

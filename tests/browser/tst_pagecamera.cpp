@@ -108,6 +108,22 @@ private slots:
         QCOMPARE(taken, pictureAtRest(m_files.folder(), page));
     }
 
+    // The mark below leaves the page as it is, the corner that the other one would cover too.
+    void below()
+    {
+        const QString page =
+            u"<html><body style='margin:0;overflow:hidden'><div style='position:absolute;left:0;top:0;"
+            "width:400px;height:300px;background:#123'>text</div>"_s;
+        PageCamera camera(m_files.folder(), kSize, PageCamera::Mark::Below);
+        for (int turn = 0; turn < 2; ++turn) {
+            QImage taken;
+            camera.take(page, [&](const QImage &picture) { taken = picture; });
+            QTRY_VERIFY_WITH_TIMEOUT(!taken.isNull(), 20000);
+            QCOMPARE(taken, pictureAtRest(m_files.folder(), page));
+        }
+        QCOMPARE(camera.unmarked(), 0);
+    }
+
     // One page after the other looks as each does alone, whether it is written over the one before or not.
     void after()
     {

@@ -41,13 +41,14 @@ bool leavesNothing(const QString &page)
 
 } // namespace
 
-PageCamera::PageCamera(const QString &themeFolder, QSize size, QObject *parent) : QObject(parent)
+PageCamera::PageCamera(const QString &themeFolder, QSize size, Mark mark, QObject *parent)
+    : QObject(parent), m_mark(mark)
 {
     m_wb.setAttribute(Qt::WA_DontShowOnScreen);
     m_wb.setAttribute(Qt::WA_ShowWithoutActivating);
     m_wb.setAttribute(Qt::WA_QuitOnClose, false);
     m_wb.setFocusPolicy(Qt::NoFocus);
-    m_wb.resize(size);
+    setSize(size);
     setThemeFolder(themeFolder);
     m_wb.show();
 
@@ -83,9 +84,10 @@ void PageCamera::setFonts(const QList<PageFont> &fonts)
 
 void PageCamera::setSize(QSize size)
 {
-    if (m_wb.size() == size)
+    if (m_size == size)
         return;
-    m_wb.resize(size);
+    m_size = size;
+    m_wb.resize(size.width(), size.height() + (m_mark == Mark::Below ? PageMark::kSquare : 0));
     if (m_stage != Stage::Idle)
         start();
 }
@@ -138,7 +140,7 @@ void PageCamera::onWritten()
             m_painted->installEventFilter(this);
     }
     for (int place = 0; place < PageMark::kPlaces; ++place)
-        m_marks[place] = PageMark::at(place);
+        m_marks[place] = PageMark::at(place, edge().top());
     m_stage = Stage::Marked;
     m_sinceWritten.start();
     m_doubt.start();
@@ -157,29 +159,42 @@ bool PageCamera::eventFilter(QObject *object, QEvent *event)
 // first mark is, the page is all there but for what the mark covers; that is what the second one is for.
 void PageCamera::look()
 {
-    const QRect edge(0, 0, PageMark::kPlaces * 2 * PageMark::kSquare, PageMark::kSquare);
-    const QImage strip = grab(edge);
+    const QImage strip = grab(edge());
     const bool wasMoved = m_stage == Stage::Moved;
     if (!shows(strip, m_marks[wasMoved ? 1 : 0]))
         return;
     m_doubt.start();
-    if (!wasMoved) {
+    if (!wasMoved && m_mark == Mark::InPage) {
         m_strip = strip;
         m_stage = Stage::Moved;
         m_wb.page()->runJavaScript(movingMarkScript(m_marks[1]), QWebEngineScript::ApplicationWorld);
         return;
     }
-    QImage picture = grab(m_wb.rect());
+    QImage picture = grab(pageRect());
+    if (wasMoved)
+        cover(picture);
+    finish(picture);
+}
+
+QRect PageCamera::edge() const
+{
+    return {0, m_mark == Mark::Below ? m_size.height() : 0, PageMark::kPlaces * 2 * PageMark::kSquare,
+            PageMark::kSquare};
+}
+
+// Puts what was there before over the second mark.
+void PageCamera::cover(QImage &picture) const
+{
     const qreal ratio = picture.devicePixelRatio();
-    m_strip.setDevicePixelRatio(1);
+    QImage strip = m_strip;
+    strip.setDevicePixelRatio(1);
     picture.setDevicePixelRatio(1);
     const int from = int(m_marks[1].x() * ratio);
     QPainter painter(&picture);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.drawImage(QPoint(from, 0), m_strip, QRect(from, 0, m_strip.width() - from, m_strip.height()));
+    painter.drawImage(QPoint(from, 0), strip, QRect(from, 0, strip.width() - from, strip.height()));
     painter.end();
     picture.setDevicePixelRatio(ratio);
-    finish(picture);
 }
 
 // A grab paints, too.
@@ -225,7 +240,7 @@ void PageCamera::watch()
         m_watch.start();
         if (state != PageMark::State::Removed)
             return;
-        const QImage now = grab(m_wb.rect());
+        const QImage now = grab(pageRect());
         m_same = now == m_last ? m_same + 1 : 0;
         m_last = now;
         if (m_same < kSameLooks && ++m_looks < kMostLooks)

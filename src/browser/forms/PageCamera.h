@@ -19,8 +19,12 @@ class PageCamera : public QObject
     Q_OBJECT
 
 public:
+    // Where the browser has room for the mark that tells when a page is drawn. A mark in the page has to be
+    // moved once, for the picture without it; one below asks for pages that look the same in a higher view.
+    enum class Mark { InPage, Below };
+
     // Pages are `size` pixels; pictures of the theme are found below the folder.
-    PageCamera(const QString &themeFolder, QSize size, QObject *parent = nullptr);
+    PageCamera(const QString &themeFolder, QSize size, Mark mark = Mark::InPage, QObject *parent = nullptr);
     ~PageCamera() override;
 
     // These count for what is not drawn yet.
@@ -58,6 +62,9 @@ private:
     void start();
     void onWritten();
     void look();
+    QRect pageRect() const { return {QPoint(0, 0), m_size}; }
+    QRect edge() const; // that the marks are in
+    void cover(QImage &picture) const;
     QImage grab(const QRect &part);
     void onDoubt();
     void askState(const std::function<void(PageMark::State)> &use);
@@ -65,6 +72,8 @@ private:
     void finish(const QImage &picture);
     void rest();
 
+    QSize m_size; // of pages
+    const Mark m_mark;
     QPointer<QWidget> m_painted;
     std::deque<Order> m_orders; // the first is under way
     Stage m_stage = Stage::Idle;

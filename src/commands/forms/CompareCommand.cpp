@@ -26,7 +26,7 @@ public:
     Side(const CommandTheme &theme, const QString &given)
         : folder(given), size(screenPixels(theme.project())),
           pages(ThemePages::receiver(theme.project(), ThemePages::HiddenWindows::Shown)),
-          m_camera(given, size)
+          m_camera(given, size, PageCamera::Mark::Below)
     {
         for (const ThemeWindow &window : windowsOf(theme.project())) {
             if (!m_documents.contains(window.name))

@@ -65,7 +65,8 @@ void OverviewPictures::beside(Work work, Use use)
 PageCamera &OverviewPictures::camera()
 {
     if (!m_camera) {
-        m_camera = std::make_unique<PageCamera>(m_theme.folder(), screenPixels(m_theme));
+        m_camera =
+            std::make_unique<PageCamera>(m_theme.folder(), screenPixels(m_theme), PageCamera::Mark::Below);
         m_camera->setFonts(m_parts.fonts);
     }
     return *m_camera;

@@ -16,8 +16,9 @@ constexpr int kOnCamera = 2;
 PictureRun::PictureRun(const QString &themeFolder, QSize size, const ThemePages &pages, int cameras)
     : m_loads(size_t(cameras))
 {
+    const auto mark = pages.areReceivers() ? PageCamera::Mark::Below : PageCamera::Mark::InPage;
     for (int i = 0; i < cameras; ++i) {
-        m_cameras.push_back(std::make_unique<PageCamera>(themeFolder, size));
+        m_cameras.push_back(std::make_unique<PageCamera>(themeFolder, size, mark));
         m_cameras.back()->setFonts(pages.fonts());
     }
 }

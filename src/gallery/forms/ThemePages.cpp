@@ -118,6 +118,7 @@ ThemePages ThemePages::receiver(const ThemeProject &theme, HiddenWindows hidden,
     };
     ThemePages pages;
     pages.m_fonts = parts.fonts;
+    pages.m_areReceivers = true;
     pages.m_make = pageMaker(parts.theme, hidden, options);
     pages.m_key = keyMaker(theme, parts, hidden, options);
     return pages;

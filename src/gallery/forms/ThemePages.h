@@ -41,10 +41,13 @@ public:
     // that cannot be told without drawing.
     QString keyOf(const ThemeWindow &window) const { return m_key(textOf(window)); }
     const QList<PageFont> &fonts() const { return m_fonts; }
+    // Nothing in them is placed by the height of the view.
+    bool areReceivers() const { return m_areReceivers; }
 
 private:
     std::function<QString(const QString &text)> m_make, m_key;
     QList<PageFont> m_fonts;
+    bool m_areReceivers = false;
 };
 
 } // namespace quillmere

@@ -126,7 +126,8 @@ frmChanges::frmChanges(const QList<ChangedWindow> &windows, const ChangesTheme &
       lblChanges(named(new QLabel, "lblChanges", tr("How much differs"))),
       cmdTakeBack(named(new QPushButton(tr("&Take Back Unticked")), "cmdTakeBack",
                         tr("Take the change back in the windows without a tick"))),
-      m_isCounted(windows.size(), false), m_camera(std::make_unique<PageCamera>(theme.folder, theme.screen))
+      m_isCounted(windows.size(), false),
+      m_camera(std::make_unique<PageCamera>(theme.folder, theme.screen, PageCamera::Mark::Below))
 {
     setWindowTitle(tr("Changes"));
     const auto sizes = std::make_shared<PictureSizes>(theme.folder);
