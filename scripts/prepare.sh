@@ -7,7 +7,7 @@ fail() {
 }
 
 build=build/$preset
-packages="g++ cmake ninja-build qt6-base-dev qt6-webengine-dev libbenchmark-dev fonts-dejavu-core fonts-liberation"
+packages="g++ cmake ninja-build qt6-base-dev qt6-webengine-dev libhunspell-dev libbenchmark-dev fonts-dejavu-core fonts-liberation"
 
 install_packages() {
     if ! command -v dpkg-query >/dev/null 2>&1; then

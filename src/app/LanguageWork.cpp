@@ -6,8 +6,10 @@
 #include "controls/Commands.h"
 #include "controls/ListFilter.h"
 #include "files/Files.h"
+#include "i18n/LanguageCatalogue.h"
 #include "i18n/forms/LangTab.h"
 #include "i18n/forms/LanguageFiles.h"
+#include "i18n/forms/Spelling.h"
 #include "i18n/forms/StringFilters.h"
 #include "i18n/forms/TranslationPanel.h"
 #include "keeping/forms/OutsideChanges.h"
@@ -26,6 +28,12 @@ LanguageWork::LanguageWork(const Parts &parts, Commands &menu, QMainWindow &wind
       m_compare(new LanguageCompare(parts.tab, parts.theme, parts.editing, parts.talk, window))
 {
     m_compare->addCommands(menu);
+    auto *spelling = new Spelling(*m_tab.panel->txtTranslation, menu, parts.talk);
+    const auto spell = [this, spelling] {
+        spelling->setLanguage(languageOf(m_theme.lvLang, m_theme.language.document.path()));
+    };
+    connect(&m_tab, &LangTab::languageOpened, this, spell);
+    connect(&m_theme.lvLang, &QAbstractItemModel::modelReset, this, spell);
     // Elsewhere these keys are others': in the source, in the picture.
     auto *strip = window.findChild<QTabBar *>(QStringLiteral("TabStrip4"));
     const auto giveKey = [&](const char *name, const QKeySequence &key) {

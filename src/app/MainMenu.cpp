@@ -83,6 +83,7 @@ constexpr Item kItems[] = {
     {"mnuLang", "hrLangWork", "", Kind::Separator},
     {"mnuLang", "mnuLangNext", "&Next Untranslated"},
     {"mnuLang", "mnuLangPanel", "Pane&l", Kind::Check},
+    {"mnuLang", "mnuLangSpelling", "Spellin&g", Kind::Check},
     {"mnuLang", "mnuLangCompare", "Co&mpare Languages..."},
     {"mnuLang", "hrLangNew", "", Kind::Separator},
     {"mnuLang", "mnuLangNew", "Ne&w Language..."},

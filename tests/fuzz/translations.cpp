@@ -1,5 +1,6 @@
 #include "Fuzz.h"
 #include "checks/TranslationText.h"
+#include "i18n/SpellWords.h"
 
 // What is mended has no fault any more, and every text is a good translation of itself. The parts are a
 // source and its translation.
@@ -18,6 +19,11 @@ void fuzz(const Input &input)
         length += placeholder.size();
     }
     check(length <= source.size(), "each stands in a place of its own", source);
+    qint32 behind = 0;
+    for (const Range &word : wordsToSpell(source)) {
+        check(word.start >= behind && word.size() > 1 && word.end <= source.size(), "a word", source);
+        behind = word.end;
+    }
     check(lineBreaksIn(QString(source + u'\n')) == lineBreaksIn(source) + (source.endsWith(u'\r') ? 0 : 1),
           "one more", source);
 }

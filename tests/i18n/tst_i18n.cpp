@@ -1,8 +1,10 @@
 #include "RowsAsText.h"
+#include "TextTable.h"
 #include "files/Files.h"
 #include "files/TestFiles.h"
 #include "i18n/Dictionary.h"
 #include "i18n/LanguageCatalogue.h"
+#include "i18n/SpellWords.h"
 
 #include <QTest>
 
@@ -68,6 +70,58 @@ private slots:
         OpenLgXml(rows, QString()); // a file that is not there
         QCOMPARE(rows.count(), count);
         QCOMPARE(bytes, head + (written.isEmpty() ? read : written) + "</language>\r\n");
+    }
+
+    void spelledWords_data()
+    {
+        textTable({"text", "words"},
+                  {{u"sentence", u"Alle Sender, (neu)!", u"Alle|Sender|neu"},
+                   {u"apostrophes", u"l\u2019ami 'quoted' it's o'", u"l\u2019ami|quoted|it's"},
+                   {u"hyphen and line break", u"Kanal-Liste\\nzwei\ndrei", u"Kanal|Liste|zwei|drei"},
+                   {u"marks", u"e\u0301te\u0301 naïve", u"e\u0301te\u0301|naïve"},
+                   {u"capitals, numbers, single letters", u"EPG ÄÖ 24h DVB-T2 x v2_a 3ème a", u""},
+                   {u"one capital among small", u"HbbTV Ok", u"HbbTV|Ok"},
+                   {u"placeholders", u"%d files of %sKB in {folder} %1$s, 100% done", u"files|of|in|done"},
+                   {u"no blanks between words", u"\u0E01\u0E02 \u4E2D\u6587 ok", u"ok"},
+                   {u"letters beyond 16 bits", u"\U0001D400bc de", u"de"},
+                   {u"Cyrillic", u"Все каналы", u"Все|каналы"}});
+    }
+    void spelledWords()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, words);
+        QStringList found;
+        for (const Range &word : wordsToSpell(text))
+            found.append(word.in(text).toString());
+        QCOMPARE(found.join(u'|'), words);
+        QVERIFY(wordsToSpell(QString(1000, u'a')).isEmpty());
+    }
+
+    void spellFiles_data()
+    {
+        // Of German; "a/" and "b/" are the folders, in this order.
+        textTable({"files", "rules"}, {{u"none", u"a/en_US b/fr", u""},
+                                       {u"of the country", u"a/de_AT a/de_DE b/de", u"a/de_DE"},
+                                       {u"of another country", u"a/de_CH a/de_AT a/den", u"a/de_AT"},
+                                       {u"the code alone", u"a/de a/de_CH", u"a/de"},
+                                       {u"first folder", u"a/de_CH b/de_DE", u"a/de_CH"},
+                                       {u"second folder", u"a/de_DE.aff b/de-1901", u"b/de-1901"},
+                                       {u"other language", u"a/den_DE a/deu", u""}});
+    }
+    void spellFiles()
+    {
+        QFETCH(QString, files);
+        QFETCH(QString, rules);
+        const TestFiles disk;
+        for (const QString &file : files.split(u' ')) {
+            disk.write(file.endsWith(u".aff") ? file : QString(file + u".aff"), "");
+            if (!file.endsWith(u".aff"))
+                disk.write(QString(file + u".dic"), "");
+        }
+        const SpellFiles found =
+            spellFilesFor(QLocale::German, {disk.path(u"a"_s), disk.path(u"b"_s), disk.path(u"gone"_s)});
+        QCOMPARE(found.rules, rules.isEmpty() ? QString() : disk.path(QString(rules + u".aff")));
+        QCOMPARE(found.words, rules.isEmpty() ? QString() : disk.path(QString(rules + u".dic")));
     }
 
     void copyAndPaste()
