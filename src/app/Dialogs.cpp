@@ -1,7 +1,7 @@
 #include "app/Dialogs.h"
 
+#include "app/HelpMenu.h"
 #include "app/LanguageExchange.h"
-#include "app/frmAbout.h"
 #include "asking/Talk.h"
 #include "controls/Commands.h"
 #include "keeping/forms/frmRestore.h"
@@ -11,10 +11,11 @@
 #include "widgets/forms/SourceTab.h"
 
 #include <QAction>
+#include <QMainWindow>
 
 namespace quillmere {
 
-Dialogs::Dialogs(QWidget &window, SourceTab &sourceTab, ThemeProject &theme, const LiveIndex &index,
+Dialogs::Dialogs(QMainWindow &window, SourceTab &sourceTab, ThemeProject &theme, const LiveIndex &index,
                  Files &files, Talk &talk, std::function<void()> showSource,
                  std::function<void(const QString &)> restored)
     : m_window(window), m_sourceTab(sourceTab), m_theme(theme), m_index(index), m_files(files), m_talk(talk),
@@ -36,11 +37,7 @@ void Dialogs::addCommands(Commands &menu)
     menu.action("mnuTReplace")->setShortcut(Qt::CTRL | Qt::Key_H);
     menu.on("mnuRestore", [this] { openRestore(); });
     (new LanguageExchange(m_theme, m_index, m_files, m_talk, m_window))->addCommands(menu);
-    menu.on("mnuAbout", [this] {
-        auto *about = new frmAbout(&m_window);
-        about->setAttribute(Qt::WA_DeleteOnClose);
-        about->open();
-    });
+    (new HelpMenu(m_window))->addCommands(menu);
 }
 
 frmReplace &Dialogs::replaceDialog()

@@ -8,7 +8,7 @@
 #include <memory>
 
 class QAction;
-class QWidget;
+class QMainWindow;
 
 namespace quillmere {
 
@@ -26,8 +26,9 @@ class Dialogs
 public:
     // `showSource` turns to the Source tab; `restored` is given the path of a file that was written anew from
     // one of its versions.
-    Dialogs(QWidget &window, SourceTab &sourceTab, ThemeProject &theme, const LiveIndex &index, Files &files,
-            Talk &talk, std::function<void()> showSource, std::function<void(const QString &path)> restored);
+    Dialogs(QMainWindow &window, SourceTab &sourceTab, ThemeProject &theme, const LiveIndex &index,
+            Files &files, Talk &talk, std::function<void()> showSource,
+            std::function<void(const QString &path)> restored);
     ~Dialogs();
 
     void addCommands(Commands &menu);
@@ -39,7 +40,7 @@ private:
     void findNext();
     void openRestore();
 
-    QWidget &m_window;
+    QMainWindow &m_window;
     SourceTab &m_sourceTab;
     ThemeProject &m_theme;
     const LiveIndex &m_index;

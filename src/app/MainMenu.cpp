@@ -111,6 +111,9 @@ constexpr Item kItems[] = {
     {"mnuTool", "mnuUndoRename", "Undo Rename"},
     {"mnuTool", "hrQuickOpen", "", Kind::Separator},
     {"mnuTool", "mnuQuickOpen", "Quick &Open..."},
+    {"mnuTool", "hrHelp", "", Kind::Separator},
+    {"mnuTool", "mnuShortcuts", "&Keyboard Shortcuts..."},
+    {"mnuTool", "mnuGuide", "User &Guide"},
 
     {nullptr, "mnuView", "&View", Kind::Menu},
     {"mnuView", "mnuV(0)", "Overflow", Kind::Check},

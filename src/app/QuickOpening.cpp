@@ -1,5 +1,6 @@
 #include "app/QuickOpening.h"
 
+#include "app/MenuCommands.h"
 #include "app/RecentThemes.h"
 #include "app/TabStrip.h"
 #include "app/ThemeNames.h"
@@ -12,7 +13,6 @@
 #include "theme/forms/LiveIndex.h"
 
 #include <QFileInfo>
-#include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
 
@@ -50,12 +50,6 @@ int tabOf(FileRole role)
     default:
         return -1;
     }
-}
-
-QString captionOf(const QAction &item)
-{
-    QString caption = item.text();
-    return caption.remove(u'&');
 }
 
 } // namespace
@@ -114,8 +108,7 @@ void QuickOpening::gather()
     for (qsizetype i = 0; i < m_themes.size(); ++i)
         add(QuickEntry::Kind::Theme, QFileInfo(QFileInfo(m_themes.at(i)).path()).fileName(), m_themes.at(i),
             i);
-    m_commands.clear();
-    gatherCommands(m_parts.menus.actions(), {});
+    gatherCommands();
 }
 
 void QuickOpening::gatherBlocks()
@@ -158,21 +151,15 @@ void QuickOpening::gatherFiles()
     }
 }
 
-// Those that can be chosen now.
-void QuickOpening::gatherCommands(const QList<QAction *> &items, const QString &above)
+void QuickOpening::gatherCommands()
 {
-    for (QAction *item : items) {
-        if (!item->isEnabled() || !item->isVisible() || item->isSeparator() || item->text().isEmpty())
+    m_commands.clear();
+    for (const MenuCommand &command : commandsOf(m_parts.menus.actions())) {
+        if (!command.isAvailable)
             continue;
-        const QString caption =
-            above.isEmpty() ? captionOf(*item) : QString(above + u" > " + captionOf(*item));
-        if (item->menu()) {
-            gatherCommands(item->menu()->actions(), caption);
-            continue;
-        }
-        add(QuickEntry::Kind::Command, caption, item->shortcut().toString(QKeySequence::NativeText),
-            m_commands.size());
-        m_commands.append(item);
+        add(QuickEntry::Kind::Command, command.caption,
+            command.action->shortcut().toString(QKeySequence::NativeText), m_commands.size());
+        m_commands.append(command.action);
     }
 }
 

@@ -52,7 +52,7 @@ private:
     void gatherBlocks();
     void gatherNames();
     void gatherFiles();
-    void gatherCommands(const QList<QAction *> &items, const QString &above);
+    void gatherCommands(); // those that can be chosen now
     void add(QuickEntry::Kind kind, const QString &text, const QString &detail, qsizetype id);
     QString shortPath(const QString &path) const;
     void goTo(const QuickEntry &entry);

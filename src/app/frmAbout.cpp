@@ -1,12 +1,17 @@
 #include "app/frmAbout.h"
 
+#include "app/MenuCommands.h"
+#include "app/SystemDetails.h"
 #include "controls/Named.h"
 #include "controls/PageScroll.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QDialogButtonBox>
 #include <QIcon>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace quillmere {
@@ -30,7 +35,18 @@ QLayout *beside(QLabel *icon, QLabel *name, QLabel *version)
 
 } // namespace
 
-frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
+// The box goes where the command comes up.
+QPushButton *frmAbout::leadTo(QAction &command, const char *name)
+{
+    auto *button = named(new QPushButton(command.text()), name, plainCaption(command));
+    button->setToolTip(command.toolTip());
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, &QDialog::accept);
+    connect(button, &QPushButton::clicked, &command, &QAction::trigger);
+    return button;
+}
+
+frmAbout::frmAbout(QAction &shortcuts, QAction &guide, QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmAbout"));
     setWindowTitle(tr("About Quillmere"));
@@ -48,6 +64,20 @@ frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
     maker->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    auto *copy = named(new QPushButton(tr("Copy &Details")), "cmdCopyDetails", tr("Copy Details"));
+    copy->setToolTip(tr("Copies versions, system and screen to the clipboard, for a report of a fault. It "
+                        "names no files."));
+    copy->setAutoDefault(false);
+    connect(copy, &QPushButton::clicked, this, [copy] {
+        QGuiApplication::clipboard()->setText(systemDetails());
+        copy->setText(tr("Copied"));
+    });
+    buttons->addButton(copy, QDialogButtonBox::ActionRole);
+    buttons->button(QDialogButtonBox::Ok)->setDefault(true);
+    auto *help = new QHBoxLayout;
+    help->addWidget(leadTo(guide, "cmdAboutGuide"));
+    help->addWidget(leadTo(shortcuts, "cmdAboutShortcuts"));
+    help->addStretch();
 
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(32, 24, 32, 16);
@@ -56,6 +86,7 @@ frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
     column->addWidget(what);
     column->addWidget(maker);
     column->addSpacing(8);
+    column->addLayout(help);
     column->addWidget(buttons);
     column->setSizeConstraint(QLayout::SetFixedSize);
     scrollWhereSmall(*this);

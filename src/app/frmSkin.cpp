@@ -22,6 +22,7 @@
 #include "app/ThemeNames.h"
 #include "app/ThemeOverview.h"
 #include "app/ThemeTab.h"
+#include "app/WindowRound.h"
 #include "app/WorkRoom.h"
 #include "browser/forms/WebBrowser.h"
 #include "catalogues/forms/ColourTab.h"
@@ -215,7 +216,10 @@ void frmSkin::makeMenu()
         m_talk, *this);
     m_menu.on("mnuSave", [this] { m_document->save(); });
     m_menu.action("mnuSave")->setShortcut(QKeySequence::Save);
-    m_menu.on("mnuFlDefault", [this] { mnuFlDefault_Click(); });
+    m_menu.on("mnuFlDefault", [this] {
+        if (const QString folder = m_themeTab->Dir1->path(); isThemeFolder(folder))
+            openDocument(joinPath(folder, u"style.xml"), folder);
+    });
     m_menu.on("mnuExit", [] { QApplication::quit(); });
     m_widgetTab->addCommands(m_menu);
     m_colourTab->addCommands(m_menu);
@@ -252,10 +256,6 @@ void frmSkin::makeMenu()
     new LanguageWork({*m_langTab, m_theme, m_checks->check, *m_outside, m_files, m_names->editing, m_talk},
                      m_menu, *this);
     m_overview->addCommands(m_menu);
-    m_firstMinute =
-        new FirstMinute({*frmWb, m_theme, m_overview->overview(), *m_document, *m_sourceTab, *m_widgetTab,
-                         m_menu, *m_themeMenu, std::bind_front(&frmSkin::openTheme, this), m_talk},
-                        *this);
     const QuickOpening::Parts quick{
         *m_names,
         *m_index,
@@ -267,6 +267,9 @@ void frmSkin::makeMenu()
         [this](const QString &path) { m_langTab->openLanguage(path, m_theme.folder()); },
         [this](const QString &folder) { openTheme(folder); }};
     (new QuickOpening(quick, m_talk, *this))->addCommands(m_menu);
+    new WindowRound(
+        *m_document, m_theme,
+        [this](const QString &path, const QString &theme) { openDocument(path, theme); }, m_talk, *this);
 }
 
 void frmSkin::resizeEvent(QResizeEvent *event)
@@ -327,7 +330,10 @@ void frmSkin::Dir1_Change(const QString &path)
 
 void frmSkin::showStart()
 {
-    m_firstMinute->show();
+    (new FirstMinute({*frmWb, m_theme, m_overview->overview(), *m_document, *m_sourceTab, *m_widgetTab,
+                      m_menu, *m_themeMenu, std::bind_front(&frmSkin::openTheme, this), m_talk},
+                     *this))
+        ->show();
 }
 
 bool frmSkin::loadTheme(const QString &folder)
@@ -389,13 +395,6 @@ void frmSkin::ShowPreview()
 void frmSkin::InsertCode(const QString &Awal, const QString &Akhir)
 {
     m_sourceTab->InsertCode(Awal, Akhir);
-}
-
-void frmSkin::mnuFlDefault_Click()
-{
-    const QString folder = m_themeTab->Dir1->path();
-    if (isThemeFolder(folder))
-        openDocument(joinPath(folder, u"style.xml"), folder);
 }
 
 } // namespace quillmere

@@ -14,7 +14,6 @@ namespace quillmere {
 
 class ColourTab;
 class Dialogs;
-class FirstMinute;
 class FontTab;
 class ImageTab;
 class KeptRows;
@@ -57,7 +56,7 @@ public:
     void showFirst();
     // Chooses a folder in Dir1; one named "theme" is loaded.
     void openTheme(const QString &folder);
-    // Offers ways to a theme, unless one is open.
+    // Offers ways to a theme, unless one is open. To be called once.
     void showStart();
     // Loads the text of a widget document, re-indented, into the source box; a missing one gives an empty
     // text. It is written back without a question where it lies in `theme`; of none, in its own folder.
@@ -85,7 +84,6 @@ private:
     void Dir1_Change(const QString &path);
     bool loadTheme(const QString &folder);
     void themeLoaded();
-    void mnuFlDefault_Click();
 
     WindowTalk m_talk;
     Files &m_files;
@@ -118,7 +116,6 @@ private:
     Stage *m_stage = nullptr;
     StageTools *m_stageTools = nullptr;
     ThemeOverview *m_overview = nullptr;
-    FirstMinute *m_firstMinute = nullptr;
     int CurrentTab = 1; // 1-based
     QElapsedTimer m_sinceTheme;
     std::unique_ptr<Dialogs> m_dialogs;

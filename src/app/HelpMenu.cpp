@@ -1,0 +1,52 @@
+#include "app/HelpMenu.h"
+
+#include "app/frmAbout.h"
+#include "app/frmGuide.h"
+#include "app/frmShortcuts.h"
+#include "controls/Commands.h"
+#include "files/RunTimeError.h"
+#include "files/ShippedFiles.h"
+
+#include <QAction>
+#include <QMainWindow>
+#include <QTabBar>
+
+namespace quillmere {
+
+HelpMenu::HelpMenu(QMainWindow &window) : QObject(&window), m_window(window) {}
+
+HelpMenu::~HelpMenu() = default;
+
+void HelpMenu::addCommands(Commands &menu)
+{
+    menu.on("mnuGuide", [this] { mnuGuide_Click(); });
+    menu.action("mnuGuide")->setShortcut(Qt::Key_F1);
+    menu.on("mnuShortcuts", [this] { mnuShortcuts_Click(); });
+    menu.on("mnuAbout", [this, shortcuts = menu.action("mnuShortcuts"), guide = menu.action("mnuGuide")] {
+        auto *about = new frmAbout(*shortcuts, *guide, &m_window);
+        about->setAttribute(Qt::WA_DeleteOnClose);
+        about->open();
+    });
+}
+
+// At what is said of the tab that is shown.
+void HelpMenu::mnuGuide_Click()
+{
+    if (!m_frmGuide) {
+        const QString folder = guideFolder();
+        if (folder.isEmpty())
+            throw RunTimeError(tr("The guide is not there: no guide.md came with the program."));
+        m_frmGuide = std::make_unique<frmGuide>(folder, m_window);
+    }
+    const auto *strip = m_window.findChild<QTabBar *>(QStringLiteral("TabStrip4"));
+    m_frmGuide->open({strip->tabText(strip->currentIndex()), QStringLiteral("tab")});
+}
+
+void HelpMenu::mnuShortcuts_Click()
+{
+    if (!m_frmShortcuts)
+        m_frmShortcuts = std::make_unique<frmShortcuts>(m_window);
+    m_frmShortcuts->open();
+}
+
+} // namespace quillmere
