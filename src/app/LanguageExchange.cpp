@@ -31,8 +31,8 @@ ExchangeFormat formatOf(const QString &path)
 {
     const std::optional<ExchangeFormat> format = exchangeFormatOf(path);
     if (!format)
-        throw RunTimeError(LanguageExchange::tr("\"%1\": the name ends in none of .po, .xlf, .xliff, .csv "
-                                                "and .tsv, so it does not say what the file is.")
+        throw RunTimeError(LanguageExchange::tr("\"%1\": the name must end in .po, .xlf, .xliff, .csv "
+                                                "or .tsv.")
                                .arg(path));
     return *format;
 }
@@ -112,8 +112,7 @@ void LanguageExchange::mnuLangImport_Click()
     QSettings().setValue(kFolder, folderOf(*path).toString());
     if (plan.changes.isEmpty() && plan.choices.isEmpty() && plan.refused.isEmpty() &&
         plan.unknown.isEmpty()) {
-        m_talk.tell(tr("Import"),
-                    tr("%1 changes nothing: it holds the translations that are there.").arg(*path),
+        m_talk.tell(tr("Import"), tr("%1 changes nothing: it has the same translations.").arg(*path),
                     Prompts::Icon::Information);
         return;
     }

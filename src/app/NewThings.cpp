@@ -134,7 +134,7 @@ bool NewThings::makeLanguage(const NewLanguage &language, int model)
             texts = textsOfWindows(*ThemeIndex::build(sources));
         int leftOut = 0;
         const ThemeEdit edit = newLanguage(m_parts.theme, sources, language, texts, leftOut);
-        QString done = tr("The language \"%1\" is made.").arg(language.id);
+        QString done = tr("Made the language \"%1\".").arg(language.id);
         if (leftOut > 0)
             done +=
                 u' ' + tr("Texts with a quote or \">\", which no language file can hold, are left out: %1.")
@@ -156,7 +156,7 @@ bool NewThings::makeWindow(const QString &name, const QString &text, CodePage pa
     bool made = false;
     m_parts.talk.run([&] {
         const ThemeEdit edit = newWindow(m_parts.theme, m_parts.index.sources(), name, text, page);
-        const QString done = tr("The window \"%1\" is made.").arg(name);
+        const QString done = tr("Made the window \"%1\".").arg(name);
         made = m_parts.names.change(edit, done, tr("Undo New Window"));
         if (!made)
             return;

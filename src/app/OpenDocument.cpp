@@ -175,7 +175,7 @@ bool OpenDocument::mayClose(KeptRows &rows)
     }
     return problems.isEmpty() ||
            m_talk.ask(QStringLiteral("Quillmere"),
-                      tr("%1\nLeave all the same, and lose what is not saved?").arg(problems.join(u'\n')));
+                      tr("%1\nLeave anyway, and lose what is not saved?").arg(problems.join(u'\n')));
 }
 
 } // namespace quillmere

@@ -125,7 +125,7 @@ void RowMenus::showFolder(const QString &path) const
 {
     const QString folder = folderToShow(path);
     if (folder.isEmpty() || !QDesktopServices::openUrl(QUrl::fromLocalFile(folder)))
-        m_talk.say(tr("There is nothing to show the folder of %1 with.").arg(path));
+        m_talk.say(tr("No program can show the folder of %1.").arg(path));
 }
 
 } // namespace quillmere

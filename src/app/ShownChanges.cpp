@@ -114,7 +114,7 @@ void ShownChanges::show()
 {
     const QList<ChangedWindow> changed = windows();
     if (changed.isEmpty()) {
-        m_talk.say(tr("No window of the theme looks different for it, or all were changed again since."));
+        m_talk.say(tr("No window looks different, or all have changed again since."));
         return;
     }
     const bool writes = std::any_of(changed.begin(), changed.end(), [this](const ChangedWindow &window) {

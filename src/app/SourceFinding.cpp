@@ -59,7 +59,7 @@ void SourceFinding::goToLine()
         m_source.goToLine(line);
         m_source.setFocus();
     } else if (answer) {
-        m_talk.say(tr("\"%1\" is no number of a line.").arg(answer->left(40)));
+        m_talk.say(tr("\"%1\" is not a line number.").arg(answer->left(40)));
     }
 }
 

@@ -17,8 +17,8 @@ namespace quillmere {
 
 StatusLine::StatusLine(QStatusBar &bar)
     : QObject(&bar), offers(new OfferBar),
-      changes(named(new QToolButton, "cmdShowChanges", tr("Show what the last command has changed"))),
-      m_bar(bar), m_behind(named(new QLabel, "lblPreview", tr("State of the preview"))),
+      changes(named(new QToolButton, "cmdShowChanges", tr("Show what the last command changed"))), m_bar(bar),
+      m_behind(named(new QLabel, "lblPreview", tr("State of the preview"))),
       m_caret(named(new QLabel, "lblCaret", tr("Caret"))),
       m_blocks(named(new QLabel, "lblBlocks", tr("Number of blocks"))),
       m_problems(named(new QToolButton, "cmdProblems", tr("Problems of the theme"))),
@@ -47,8 +47,8 @@ StatusLine::StatusLine(QStatusBar &bar)
         group->addAction(item);
         connect(item, &QAction::triggered, this, [this, rule] { emit ruleChosen(rule); });
     };
-    add("mnuCodePageAutomatic", tr("Automatic"), tr("UTF-8 where a file is valid UTF-8, else Windows-1252"),
-        CodePageRule::Automatic);
+    add("mnuCodePageAutomatic", tr("Automatic"),
+        tr("UTF-8 if the file is valid UTF-8, otherwise Windows-1252"), CodePageRule::Automatic);
     add("mnuCodePage1252", tr("Windows-1252"), tr("One byte a character, in every file"),
         CodePageRule::Windows1252);
     rules->setToolTipsVisible(true);

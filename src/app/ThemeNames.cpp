@@ -269,14 +269,14 @@ void ThemeNames::renameThing(const NamedThing &thing)
         return;
     const FoundPlaces found = find(thing, *names);
     if (found.places.isEmpty()) {
-        m_talk.say(tr("\"%1\" stands nowhere in the theme.").arg(shownName(thing.name)));
+        m_talk.say(tr("\"%1\" does not occur in the theme.").arg(shownName(thing.name)));
         return;
     }
     const auto make = [this, thing](const QString &newName, const ThemeEdit &edit) {
         bool made = false;
         m_talk.run([&] {
             made = change(edit,
-                          tr("\"%1\" is \"%2\" now, in %3.")
+                          tr("\"%1\" was renamed to \"%2\" in %3.")
                               .arg(shownName(thing.name), shownName(newName),
                                    counted(edit.paths().size(), tr("file"), tr("files"))),
                           tr("Undo Rename"));
@@ -338,7 +338,7 @@ QString ThemeNames::unsavedAfter(const ThemeEdit &edit) const
         return tr("Not saved yet: %1.").arg(unsaved.join(QStringLiteral(", ")));
     for (const ThemeEdit::WholeBytes &file : edit.removed()) {
         if (file.path == m_index.openFile() || file.path == m_theme.language.document.path())
-            return tr("%1 is gone, and still open here; saving it would make it again.")
+            return tr("%1 was deleted but is still open here; saving would create it again.")
                 .arg(shownPath(file.path, m_theme.folder()));
     }
     return {};

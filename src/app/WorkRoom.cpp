@@ -41,7 +41,7 @@ WorkRoom::WorkRoom(QWidget &page, TabStrip &strip, const QList<TabFrame *> &fram
                    QWidget &window)
     : QObject(&window), m_page(page), m_strip(strip), m_frames(frames), m_preview(preview), m_window(window),
       m_line(new DragLine(Qt::Vertical, "columnLine",
-                          tr("Drag to give the tabs or the preview more room; double-click to undo it"),
+                          tr("Drag to give the tabs or the preview more room; double-click to reset"),
                           &page)),
       m_column(QSettings().value(kColumn, kFirstColumn).toInt())
 {

@@ -67,7 +67,7 @@ QString whyNoFont(const QString &path, const QString &theme)
     if (isWithin && file.isEmpty())
         return QStringLiteral("There is no font file \"%1\".").arg(name);
     if (!isWithin || !liesBelow(file, theme))
-        return QStringLiteral("The font file \"%1\" is outside of the theme.").arg(name);
+        return QStringLiteral("The font file \"%1\" is outside the theme.").arg(name);
     if (QFileInfo(file).size() > kMostBytes)
         return QStringLiteral("The font file \"%1\" is larger than 16 MB.").arg(name);
     return {};

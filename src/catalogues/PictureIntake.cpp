@@ -60,7 +60,7 @@ PictureIntake::PictureIntake(const ImageCatalogue &images, Files &files, WhyNoPi
     const QString file = joinPath(m_folder, u"a");
     if (!m_files.place(Files::Step::Create, file, images.document.theme()).mayBeTouched)
         throw RunTimeError(
-            QStringLiteral("Cannot add pictures: the image folder \"%1\" lies outside of the theme's folder.")
+            QStringLiteral("Cannot add pictures: the image folder \"%1\" lies outside the theme's folder.")
                 .arg(m_folder));
 }
 
@@ -149,11 +149,11 @@ void PictureIntake::rename(ComingPicture &picture, const QString &name) const
     if (!picture.isThere) {
         look(picture, name);
         if (name.contains(u'/') || name.contains(separator()))
-            picture.problem = QStringLiteral("a name has no \"/\"");
+            picture.problem = QStringLiteral("a name cannot contain \"/\"");
         return;
     }
     picture.id = name;
-    picture.problem = name.isEmpty() ? QStringLiteral("an ID has at least one letter")
+    picture.problem = name.isEmpty() ? QStringLiteral("an ID needs at least one letter")
                                      : nameProblem(name + u".png", m_images.document.encoding());
     picture.isTaken = isIdTaken(name);
 }
@@ -214,7 +214,7 @@ void replacePicture(const QString &path, const QString &source, const QString &t
     const QByteArray format = formatOf(after);
     if (format != formatNamed(target) && format != formatOf(before))
         throwFailed("take", source,
-                    QStringLiteral("it is a picture of the format %1, and \"%2\" is none")
+                    QStringLiteral("it is a %1 picture, unlike \"%2\"")
                         .arg(QString::fromLatin1(format.toUpper()), fileNameOf(target)));
     files.saveAll({{target, before, after}}, theme);
 }

@@ -86,10 +86,10 @@ private:
         m_names.insert(key);
         if (m_names.size() == before)
             add(Rule::DuplicateBlock, block, name->value,
-                quoted(text) + u" is the name of another block, too");
+                quoted(text) + u" is also the name of another block");
     }
 
-    // What reaches out of the block around it is not told to reach out of the screen as well.
+    // What extends beyond the block around it is not reported to extend beyond the screen as well.
     void checkPlace(const Block &block)
     {
         if (!block.rect)
@@ -100,14 +100,14 @@ private:
             block.parent < 0 ? std::nullopt : rectOfBlock(m_outline, block.parent);
         if (outer && !isInside(box, outer->box.w, outer->box.h)) {
             add(Rule::OutsideParent, block, range,
-                subject(block) + u" reaches out of " + m_report.block(block.parent) + u", which is " +
+                subject(block) + u" extends beyond " + m_report.block(block.parent) + u", which is " +
                     sizeText(outer->box.w, outer->box.h));
             return;
         }
         const std::optional<QSize> &screen = m_report.facts.screen;
         if (screen && block.onScreen && !isInside(*block.onScreen, screen->width(), screen->height()))
             add(Rule::OutsideScreen, block, range,
-                subject(block) + u" reaches out of the screen, which is " +
+                subject(block) + u" extends beyond the screen, which is " +
                     sizeText(screen->width(), screen->height()));
     }
 

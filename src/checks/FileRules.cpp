@@ -33,13 +33,12 @@ void checkEntry(ThemeReport &report, const IndexedFile &config, const ConfigEntr
     const bool isMissing = (found.isEmpty() && !isOpen) || !isReadable;
     if (!isMissing && !isOtherLetters(path, found))
         return;
-    const QString whose = u", the file of " + quoted(entry.name);
-    QString message = quoted(entry.value) + u" is missing" + whose;
+    const QString file = quoted(entry.value) + u", the file of " + quoted(entry.name) + u", ";
+    QString message = file + u"is missing";
     if (!isMissing)
-        message =
-            quoted(entry.value) + u" is " + quoted(partInOtherLetters(path, found)) + u" on disk" + whose;
+        message = file + u"is " + quoted(partInOtherLetters(path, found)) + u" on disk";
     else if (!found.isEmpty())
-        message = quoted(entry.value) + u" cannot be read" + whose;
+        message = file + u"cannot be read";
     Problem &problem = report.addForFile(isMissing ? Rule::ThemeConfig : Rule::LetterCase, config, message);
     problem.name = entry.name;
     problem.range = entry.range;
@@ -96,18 +95,18 @@ void checkRow(ThemeReport &report, const FileKind &kind, const Catalogue &catalo
         return;
     const QString what = u"the " + QLatin1String(kind.what) + u' ' + quoted(row.name);
     const QString file =
-        quoted(kind.role == FileRole::WindowCatalogue ? fileNameOf(row.path).toString() : row.value);
+        quoted(kind.role == FileRole::WindowCatalogue ? fileNameOf(row.path).toString() : row.value) +
+        u", the file of " + what + u", ";
     if (isThere) {
         report.add(Rule::LetterCase, catalogue, number,
-                   file + u" is " + quoted(partInOtherLetters(row.path, row.found)) +
-                       u" on disk, the file of " + what);
+                   file + u"is " + quoted(partInOtherLetters(row.path, row.found)) + u" on disk");
         return;
     }
-    QString message = file + u" is missing, the file of " + what;
+    QString message = file + u"is missing";
     if (row.path.isEmpty())
         message = u"No file is named for " + what;
     else if (isUnreadable && !row.found.isEmpty())
-        message = file + u" cannot be read, the file of " + what;
+        message = file + u"cannot be read";
     if (kind.role == FileRole::LanguageCatalogue)
         report.addForRow(kind.missing, catalogue, number, message);
     else
@@ -120,8 +119,8 @@ void checkPicture(ThemeReport &report, const Catalogue &images, qsizetype number
         report.pictures.at(number).isReadable)
         return;
     report.add(Rule::UnreadablePicture, images, number,
-               quoted(images.rows.at(number).value) + u" cannot be read, the picture of the image " +
-                   quoted(images.rows.at(number).name));
+               quoted(images.rows.at(number).value) + u", the picture of the image " +
+                   quoted(images.rows.at(number).name) + u", cannot be read");
 }
 
 } // namespace

@@ -77,7 +77,7 @@ void checkMeasuredFonts(ThemeReport &report, const ThemeFacts &facts)
             measured.measures->families.contains(measured.font(name).family))
             continue;
         report.add(Rule::UnmeasuredText, fonts, row,
-                   u"Texts in " + quoted(name) + u" are measured in another font, for lack of its file");
+                   u"Texts in " + quoted(name) + u" are measured in another font: its file is missing");
     }
 }
 

@@ -46,8 +46,8 @@ void addRow(MendMaker &maker, FileRole role)
 
 MendMaker::Words wordsToTakeOut(const MendMaker &maker)
 {
-    const QString what = quoted(maker.problem.name) + u" out of " + quotedFile(maker.file.path);
-    return {u"Take " + what, u"Took " + what + u'.'};
+    const QString what = quoted(maker.problem.name) + u" from " + quotedFile(maker.file.path);
+    return {u"Remove " + what, u"Removed " + what + u'.'};
 }
 
 // Of an element that stands alone in its line, the line goes with it.
@@ -122,8 +122,8 @@ void takeOutTag(MendMaker &maker)
     const Range range = maker.problem.range;
     if (range.end > maker.text.size() || !range.in(maker.text).startsWith(u"</"))
         return;
-    const QString what = quoted(range.in(maker.text)) + u" out";
-    maker.changeText({u"Take " + what, u"Took " + what + u'.'}, maker.file, maker.text,
+    const QString what = quoted(range.in(maker.text));
+    maker.changeText({u"Remove " + what, u"Removed " + what + u'.'}, maker.file, maker.text,
                      withItsLine(maker.text, range), {});
 }
 

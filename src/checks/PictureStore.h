@@ -37,7 +37,7 @@ class PictureStore
 public:
     explicit PictureStore(PictureReader reader) : m_reader(std::move(reader)) {}
 
-    // Existing files, by path, in this order; what lies outside of the theme's folder, once links are
+    // Existing files, by path, in this order; what lies outside the theme's folder, once links are
     // followed, is not read. Where it is told to stop, the rest stays unread.
     QList<PictureFacts> facts(const QStringList &paths, const QString &themeFolder, std::stop_token stop);
 

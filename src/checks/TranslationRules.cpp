@@ -119,7 +119,7 @@ public:
             checkLetters(number, row);
         if (row.value == row.name) {
             if (!m_isOfSources && hasSmallLetter(row.name))
-                add(Rule::SameAsSource, number, quoted(row.name) + u" is translated by itself");
+                add(Rule::SameAsSource, number, quoted(row.name) + u" is translated as itself");
             return;
         }
         if (!hasSameBlanks(row.name, row.value))
@@ -134,7 +134,7 @@ public:
         if (const int wanted = lineBreaksIn(row.name), there = lineBreaksIn(row.value); wanted != there)
             add(Rule::LineBreaks, number,
                 quoted(row.value) +
-                    QStringLiteral(" has %1 line breaks, its source %2").arg(there).arg(wanted));
+                    QStringLiteral(" has %1 line breaks, its source has %2").arg(there).arg(wanted));
     }
 
     // Once all rows are checked: those with one source and another translation than the first.
@@ -160,7 +160,7 @@ private:
             const CatalogueRow &other = m_language.rows.at(rows.value(source, number));
             if (comparable(other.value) != comparable(row.value))
                 add(Rule::TwoTranslations, number,
-                    quoted(row.value) + u" stands for " + quoted(row.name) + u", and elsewhere " +
+                    quoted(row.value) + u" translates " + quoted(row.name) + u" here, elsewhere it is " +
                         quoted(other.value));
             if (!rows.contains(source))
                 rows.insert(source, number);

@@ -170,7 +170,7 @@ CommandLine exchangeLine(const QCommandLineParser &parser, const QStringList &wo
     const QString &file = isExport ? line.out : line.file;
     const std::optional<ExchangeFormat> format = exchangeFormatOf(file);
     if (!format)
-        return fail(tr("The name of the file ends in .po, .xlf, .xliff, .csv or .tsv, not like \"%1\".")
+        return fail(tr("The name of the file must end in .po, .xlf, .xliff, .csv or .tsv, unlike \"%1\".")
                         .arg(QFileInfo(file).fileName()));
     line.exchange = *format;
     line.dryRun = parser.isSet(QStringLiteral("dry-run"));
@@ -188,7 +188,7 @@ void addCheckOptions(QCommandLineParser &parser)
     parser.addOption({QStringLiteral("format"), tr("check: text, json or sarif; text by default."),
                       QStringLiteral("FORMAT"), QStringLiteral("text")});
     parser.addOption({QStringLiteral("ignore"),
-                      tr("check: leaves out a rule, or a rule for one name; may be given again."),
+                      tr("check: leaves out a rule, or a rule for one name; can be repeated."),
                       QStringLiteral("RULE[:NAME]")});
     parser.addOption({QStringLiteral("fail-on"),
                       tr("check: error, warning or note: what makes the exit status 1; error by default."),
@@ -305,13 +305,13 @@ CommandLine parseCommandLine(const QStringList &arguments)
     parser.addOption(help);
     const QCommandLineOption version = parser.addVersionOption();
     const QCommandLineOption verbose(QStringLiteral("verbose"),
-                                     tr("Says on the terminal what happens, which helps to find a fault."));
+                                     tr("Prints what happens, which helps to find a fault."));
     parser.addOption(verbose);
     addDrawingOptions(parser);
     addReceiverOptions(parser);
     addCheckOptions(parser);
     parser.addOption({QStringLiteral("dry-run"),
-                      tr("import: says what would change, and changes nothing; 1 where something would.")});
+                      tr("import: only lists what would change; the exit status is 1 if something would.")});
     parser.addPositionalArgument(QStringLiteral("THEME"), tr("A folder named \"theme\"."),
                                  QStringLiteral("[THEME]"));
 

@@ -70,7 +70,7 @@ QString Files::touch(Step step, const QString &path, const QString &theme) const
     const Place found = place(step, path, theme);
     if (!found.mayBeTouched)
         throwFailed(step == Step::Delete ? "delete" : "open", path,
-                    QStringLiteral("it lies outside of the theme's folder, at \"%1\"").arg(found.path));
+                    QStringLiteral("it lies outside the theme's folder, at \"%1\"").arg(found.path));
     return found.path;
 }
 

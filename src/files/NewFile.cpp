@@ -81,10 +81,10 @@ QString whyNotNewFolder(const QString &folder)
     if (there.isSymLink() && !there.exists())
         return QObject::tr("The folder is a link that leads nowhere.");
     if (there.exists() && !there.isDir())
-        return QObject::tr("There is a file of this name.");
+        return QObject::tr("A file of this name exists.");
     if (there.exists() &&
         !QDir(folder).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot))
-        return QObject::tr("There is something in this folder already.");
+        return QObject::tr("This folder is not empty.");
     return {};
 }
 

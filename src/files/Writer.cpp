@@ -104,8 +104,7 @@ void Writer::replaceAll(const QList<Files::Change> &files)
         try {
             // Getting here took a while, and other programs do not wait.
             if (LoadBytes(files[i].path) != files[i].before)
-                throwFailed("change", files[i].path,
-                            QStringLiteral("it no longer holds what the change was made for"));
+                throwFailed("change", files[i].path, QStringLiteral("it has changed in the meantime"));
             require("rename", files[i].path, beside[size_t(i)]->rename());
             m_written(files[i].path, files[i].after);
         } catch (const RunTimeError &error) {
@@ -133,7 +132,7 @@ void Writer::putBack(const QList<Files::Change> &files, qsizetype count, const Q
         }
     }
     if (!lost.isEmpty())
-        throw RunTimeError(reason + QStringLiteral(" These files were changed and could not be put back; "
+        throw RunTimeError(reason + QStringLiteral(" These files were changed and could not be restored; "
                                                    "their old versions are in the backup folder: %1.")
                                         .arg(lost.join(QStringLiteral(", "))));
 }
@@ -154,7 +153,7 @@ void Writer::restore(const QString &path, const QString &version)
     requireFile(path);
     const std::optional<QByteArray> bytes = LoadBytes(version, {}, kLargestCopied);
     if (!bytes)
-        throwFailed("read", version, QStringLiteral("there is no such file, or it is not to be read"));
+        throwFailed("read", version, QStringLiteral("there is no such file, or it cannot be read"));
     // From here on the version may go, to make room for one of the file as it is.
     const QFile::Permissions permissions = QFile::permissions(version);
     const QFileInfo old(path);

@@ -143,7 +143,7 @@ private:
                 finish();
             const bool isId = keyword == u"msgid";
             if (isId ? m_entry.hasId : m_entry.hasContext || m_entry.hasId)
-                fail(QStringLiteral("%1 stands where msgstr should").arg(keyword));
+                fail(QStringLiteral("%1 instead of msgstr").arg(keyword));
             (isId ? m_entry.hasId : m_entry.hasContext) = true;
             if (isId || m_entry.line == 0)
                 m_entry.line = m_line;
@@ -158,7 +158,7 @@ private:
             if (m_entry.hasPlural)
                 rest = rest.sliced(rest.indexOf(u']') + 1).trimmed();
         } else {
-            fail(QStringLiteral("this is no line of a PO file"));
+            fail(QStringLiteral("this is not a line of a PO file"));
         }
         addTo(m_open, rest);
     }
@@ -166,7 +166,7 @@ private:
     void addTo(QString *text, QStringView quoted)
     {
         if (!text)
-            fail(QStringLiteral("a text stands outside of an entry"));
+            fail(QStringLiteral("a text outside an entry"));
         do {
             if (!quoted.startsWith(u'"'))
                 fail(QStringLiteral("a text in double quotes is missing"));

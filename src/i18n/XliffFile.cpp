@@ -152,7 +152,7 @@ void refuseWhatNobodyWrites(QStringView text)
         } else if (rest.startsWith(u"<?")) {
             end = text.indexOf(u"?>", at);
         } else if (rest.startsWith(u"<!")) {
-            throw LineError(lineOf(text, at), QStringLiteral("a document type is not read"));
+            throw LineError(lineOf(text, at), QStringLiteral("document types are not read"));
         } else if (const auto behind = endOfTag(text, at)) {
             end = *behind;
         } else {
@@ -204,7 +204,7 @@ private:
             break;
         case QXmlStreamReader::DTD:
         case QXmlStreamReader::EntityReference:
-            fail(QStringLiteral("a document type is not read"));
+            fail(QStringLiteral("document types are not read"));
         case QXmlStreamReader::Invalid:
             fail(QString(m_xml.errorString()).remove(u'\n'));
         case QXmlStreamReader::EndDocument:
@@ -227,7 +227,7 @@ private:
     void checkRoot() const
     {
         if (name() != u"xliff")
-            fail(QStringLiteral("this is no XLIFF file"));
+            fail(QStringLiteral("this is not an XLIFF file"));
         const QString version = attribute(QLatin1String("version"));
         if (!version.isEmpty() && version != u"1" && !version.startsWith(u"1."))
             fail(QStringLiteral("this is XLIFF %1; only 1.2 is read").arg(version));

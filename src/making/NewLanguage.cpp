@@ -56,7 +56,7 @@ LanguageNames::LanguageNames(const ThemeProject &theme) : m_encoding(theme.langu
 QString LanguageNames::whyNot(const NewLanguage &language) const
 {
     if (language.id.trimmed().isEmpty())
-        return QObject::tr("Type the ID by which the catalogue is to know the language.");
+        return QObject::tr("Type the ID by which the catalogue knows the language.");
     for (const QString &name : {language.id, language.name}) {
         if (const QString why = whyNotName(NameKind::Language, name); !why.isEmpty())
             return why;
@@ -66,7 +66,7 @@ QString LanguageNames::whyNot(const NewLanguage &language) const
     if (m_ids.contains(foldedText(language.id)))
         return QObject::tr("Another language has this ID already.");
     if (m_files.contains(foldedText(language.file)))
-        return QObject::tr("There is a file of this name already.");
+        return QObject::tr("A file of this name exists already.");
     if (const QString why = whyNotName(NameKind::Language, language.file); !why.isEmpty())
         return why;
     return whyNotIn(m_encoding, language.id + language.file);
@@ -113,7 +113,7 @@ ThemeEdit newLanguage(const ThemeProject &theme, const ThemeSources &sources, co
     const QString catalogue = theme.languageList.path();
     const std::optional<QString> entries = textOf(sources, {catalogue, findFile(catalogue)});
     if (!entries)
-        throwFailed("read", catalogue, QStringLiteral("there is no such file, or it is not to be read"));
+        throwFailed("read", catalogue, QStringLiteral("there is no such file, or it cannot be read"));
     const QString line = u"<language id=\"" + language.id + u"\">" + language.file + u"</language>";
     const auto entry = entryIn(*entries, line);
     if (!entry)

@@ -52,7 +52,7 @@ ThemeEdit newWindow(const ThemeProject &theme, const ThemeSources &sources, cons
     const QString catalogue = theme.widgets.document.path();
     const std::optional<QString> entries = textOf(sources, {catalogue, findFile(catalogue)});
     if (!entries)
-        throwFailed("read", catalogue, QStringLiteral("there is no such file, or it is not to be read"));
+        throwFailed("read", catalogue, QStringLiteral("there is no such file, or it cannot be read"));
     const auto entry =
         linesBefore(u"</interface>", u"<widget ", *entries,
                     {QStringLiteral("<widget class=\"window\" style=\"default\" name=\"%1\"/>").arg(name)});

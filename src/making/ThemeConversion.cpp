@@ -33,7 +33,7 @@ QString catalogueText(const ThemeSources &sources, const QString &catalogue)
 {
     const std::optional<QString> text = textOf(sources, {catalogue, findFile(catalogue)});
     if (!text)
-        throwFailed("read", catalogue, QStringLiteral("there is no such file, or it is not to be read"));
+        throwFailed("read", catalogue, QStringLiteral("there is no such file, or it cannot be read"));
     return *text;
 }
 

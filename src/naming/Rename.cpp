@@ -60,7 +60,7 @@ QString whyNotFile(const QString &name)
         return QObject::tr("The name of the file is empty.");
     if (hasAny(name, u"/\\:*?|<>\"") || name.startsWith(u'.') || name.endsWith(u'.') ||
         name != name.trimmed())
-        return QObject::tr("This cannot be the name of a file.");
+        return QObject::tr("A file cannot have this name.");
     if (isDevice(name))
         return QObject::tr("\"%1\" is the name of a device on some systems, and no file can have it.")
             .arg(name);
@@ -95,10 +95,10 @@ QString whyNotName(std::optional<NameKind> kind, const QString &name)
         return QObject::tr(
             "The name of a colour cannot hold \",\", \"[\" or \"]\": they divide lists of colours.");
     if (kind == NameKind::Window && !whyNotFile(name + u".xml").isEmpty())
-        return QObject::tr("This cannot be the name of a window: its file is named like it.");
+        return QObject::tr("A window cannot have this name, because its file has the same.");
     const bool isClosedUp = kind == NameKind::Image || kind == NameKind::Colour || kind == NameKind::Language;
     if (kind != NameKind::Language && isClosedUp && name != name.trimmed())
-        return QObject::tr("The blanks around the new name would not count.");
+        return QObject::tr("A name cannot begin or end with a blank.");
     if (isClosedUp && (name.contains(u'>') || name.contains(u" =") || name.contains(u"= ")))
         return QObject::tr("The catalogue cannot hold \">\" in a name, or a blank beside \"=\".");
     return {};

@@ -45,7 +45,7 @@ Target *openAt(const std::function<Target *(const QString &)> &find, const QStri
 
 [[noreturn]] void throwChanged(const QString &path)
 {
-    throwFailed("change", path, QStringLiteral("it no longer holds what the change was made for"));
+    throwFailed("change", path, QStringLiteral("it has changed in the meantime"));
 }
 
 } // namespace
@@ -212,7 +212,7 @@ ThemeEdit::Prepared ThemeEdit::prepared(const QString &path, const FileEdit &edi
     if (found.isEmpty())
         throwFailed("change", path, QStringLiteral("there is no such file"));
     if (!targets.files.place(Files::Step::Save, found, targets.folder).mayBeTouched)
-        throwFailed("change", path, QStringLiteral("it lies outside of the theme's folder"));
+        throwFailed("change", path, QStringLiteral("it lies outside the theme's folder"));
     const std::optional<QByteArray> bytes = LoadBytes(found);
     if (!bytes)
         throwFailed("read", path, QStringLiteral("it cannot be read"));

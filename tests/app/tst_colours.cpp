@@ -95,7 +95,7 @@ private slots:
         ColourWindow window(u"bad=#12345G short=#FFF"_s);
         window.prompts.expectMessage(
             u"Quillmere"_s,
-            u"\"#12345G\" is no colour: behind its first character a code has six hexadecimal digits."_s);
+            u"\"#12345G\" is not a colour: after its first character a code has six hexadecimal digits."_s);
         window.click(0);
         QVERIFY(!window.skin->findChild<QDialog *>(u"frmcolor"_s));
         window.doubleClick(1);

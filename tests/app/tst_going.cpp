@@ -385,8 +385,8 @@ private slots:
         window.write("theme/other.xml", theirs);
         const QString source = text(window);
         window.prompts.expectMessage(
-            u"Quillmere"_s, u"Cannot change \"%1\": it no longer holds what the change was made for."_s.arg(
-                                window.path("theme/other.xml")));
+            u"Quillmere"_s,
+            u"Cannot change \"%1\": it has changed in the meantime."_s.arg(window.path("theme/other.xml")));
         window.choose("mnuUndoRename");
         QCOMPARE(text(window), source);
         QCOMPARE(window.read("theme/other.xml"), theirs);
@@ -484,7 +484,7 @@ private slots:
         QTest::keyClicks(in<QLineEdit>("frmRename", "txtRename"), u"fresh"_s);
         window.prompts.expectQuestion(
             u"Change"_s,
-            u"Not written: the theme leads outside of its own folder, to\n\n%1\n\nAllow this file to be "
+            u"Not written: the theme leads outside its own folder, to\n\n%1\n\nAllow this file to be "
             "written and deleted until you leave Quillmere?"_s.arg(outside),
             false);
         QTest::keyClick(in<QLineEdit>("frmRename", "txtRename"), Qt::Key_Return);

@@ -109,7 +109,7 @@ private slots:
         grid->setFocus();
         QApplication::clipboard()->setText(u"text"_s);
         QTest::keySequence(grid, QKeySequence::Paste);
-        QCOMPARE(m_window->said(), u"There are neither files nor a picture in the clipboard."_s);
+        QCOMPARE(m_window->said(), u"There are neither files nor a picture on the clipboard."_s);
         QApplication::clipboard()->setImage(QImage::fromData(m_red));
         m_window->prompts.expectInput(u"Paste Picture"_s, u"Name of the new picture:"_s, u"sky"_s);
         QTest::keySequence(grid, QKeySequence::Paste);

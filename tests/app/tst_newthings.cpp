@@ -53,7 +53,7 @@ private slots:
         QCOMPARE(window.read("theme/widget.xml"), catalogue);
         QVERIFY(!QFileInfo::exists(window.path("theme/fresh.xml")));
         QCOMPARE(window.model("LvWidget")->rowCount(), 1);
-        QVERIFY2(window.said().contains(u"fresh.xml is gone, and still open here"),
+        QVERIFY2(window.said().contains(u"fresh.xml was deleted but is still open here"),
                  qPrintable(window.said()));
     }
 
@@ -110,7 +110,7 @@ private slots:
         QCOMPARE(window.model("LvBhs")->rowCount(), 1);
         window.choose("mnuUndoRename");
         QVERIFY(!QFileInfo::exists(window.path("theme/old_norse.xml")));
-        QVERIFY(window.said().contains(u"old_norse.xml is gone"));
+        QVERIFY(window.said().contains(u"old_norse.xml was deleted"));
         QCOMPARE(window.model("lvLang")->rowCount(), 2);
     }
 
@@ -120,7 +120,7 @@ private slots:
         window.write("full/theme/a.txt", "a");
         window.choose("mnuNewTheme");
         QWidget *dialog = dialogNamed("frmNewTheme");
-        QVERIFY(whyNot(*dialog, "txtNewThemeFolder", window.path("full")).contains(u"something in"));
+        QVERIFY(whyNot(*dialog, "txtNewThemeFolder", window.path("full")).contains(u"not empty"));
         QVERIFY(whyNot(*dialog, "txtNewThemeFolder", u"full"_s).contains(u"whole path"));
         QVERIFY(whyNot(*dialog, "txtNewThemeFont", window.path("none.ttf")).contains(u"whole path"));
         QVERIFY(whyNot(*dialog, "txtNewThemeFolder", window.path("mine")).contains(u"no such font"));

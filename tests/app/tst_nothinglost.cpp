@@ -429,8 +429,7 @@ private slots:
         for (const bool leave : {false, true}) {
             window.prompts.expectQuestion(
                 u"Quillmere"_s,
-                QString(told + u'\n' + toldOfRows + u"\nLeave all the same, and lose what is not saved?"),
-                leave);
+                QString(told + u'\n' + toldOfRows + u"\nLeave anyway, and lose what is not saved?"), leave);
             QCOMPARE(window.skin->close(), leave);
             QCOMPARE(window.skin->isVisible(), !leave);
             QCOMPARE(text(window), typed);

@@ -154,7 +154,7 @@ private slots:
 private:
     static QString refusal(const QString &done, const QString &place)
     {
-        return u"Not %1: the theme leads outside of its own folder, to\n\n%2\n\nAllow this file to be "
+        return u"Not %1: the theme leads outside its own folder, to\n\n%2\n\nAllow this file to be "
                u"written "
                "and deleted until you leave Quillmere?"_s.arg(done, QFileInfo(place).canonicalFilePath());
     }

@@ -89,7 +89,7 @@ private slots:
 
         // A click shows the picture, unless it lies outside of the theme, and what to change.
         click(window, 2, "lvImage", "out");
-        QCOMPARE(facts->text(), u"This file is outside of the theme."_s);
+        QCOMPARE(facts->text(), u"This file is outside the theme."_s);
         click(window, 2, "lvImage", "in");
         QVERIFY(facts->text().startsWith(u"1280 × 720 pixels\n"_s));
         QVERIFY(shown("Picture1") && !shown("Frame3") && list->height() < fullHeight);
@@ -180,7 +180,7 @@ private slots:
         click(window, 5, "lvFont", "bad");
         QTRY_COMPARE_WITH_TIMEOUT(
             sample->text(),
-            u"The font file \"bad.ttf\" cannot be read: it is damaged, or none that receivers take."_s,
+            u"The font file \"bad.ttf\" cannot be read: it is damaged, or of a kind that receivers do not take."_s,
             20'000);
         click(window, 5, "lvFont", "gone");
         QTRY_COMPARE(sample->text(), u"The font names no file."_s);

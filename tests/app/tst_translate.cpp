@@ -184,7 +184,7 @@ private slots:
         window.select("LvBhs", 0);
         QCOMPARE(text->toPlainText(), u"Sender\nliste"_s);
         const auto leave = u"These translations were typed and not taken: \"a<b\"\n"
-                           "Leave all the same, and lose them?"_s;
+                           "Leave anyway, and lose them?"_s;
         window.prompts.expectQuestion(u"Quillmere"_s, leave, false);
         QVERIFY(!window.skin->close());
         window.press("lvLang", 0, Qt::Key_Return); // the strings are those of the file again
@@ -393,9 +393,8 @@ private slots:
         QVERIFY2(exported.contains("<target state=\"translated\">Sender</target>"), exported.constData());
         const QString folder = window.files.folder() + u'/';
         window.prompts.expectInput(u"Import"_s, folder, window.path("German.xlf"));
-        window.prompts.expectMessage(u"Import"_s,
-                                     window.path("German.xlf") +
-                                         u" changes nothing: it holds the translations that are there.");
+        window.prompts.expectMessage(u"Import"_s, window.path("German.xlf") +
+                                                      u" changes nothing: it has the same translations.");
         window.choose("mnuLangImport");
 
         window.files.write(

@@ -51,11 +51,9 @@ private slots:
         QTest::newRow("other letters") << u"theme/FONT/A.TTF"_s << QString();
         QTest::newRow("no name") << u"theme/font/"_s << u"names no file."_s;
         QTest::newRow("missing") << u"theme/font/b.ttf"_s << u"There is no font file \"b.ttf\"."_s;
-        QTest::newRow("outside") << u"theme/font/../../out.ttf"_s
-                                 << u"\"out.ttf\" is outside of the theme."_s;
-        QTest::newRow("outside, missing") << u"theme/../no.ttf"_s << u"\"no.ttf\" is outside of the theme."_s;
-        QTest::newRow("a link that leaves")
-            << u"theme/font/l.ttf"_s << u"\"l.ttf\" is outside of the theme."_s;
+        QTest::newRow("outside") << u"theme/font/../../out.ttf"_s << u"\"out.ttf\" is outside the theme."_s;
+        QTest::newRow("outside, missing") << u"theme/../no.ttf"_s << u"\"no.ttf\" is outside the theme."_s;
+        QTest::newRow("a link that leaves") << u"theme/font/l.ttf"_s << u"\"l.ttf\" is outside the theme."_s;
         QTest::newRow("17 MB") << u"theme/font/big.ttf"_s << u"\"big.ttf\" is larger than 16 MB."_s;
     }
 

@@ -89,7 +89,7 @@ private slots:
         QTest::newRow("what the file is") << u"png.gif"_s << QByteArray(kPng + '2') << QString();
         QTest::newRow("what the name says") << u"png.gif"_s << QByteArray(kGif + '2') << QString();
         QTest::newRow("another format")
-            << u"a.png"_s << kGif << u": it is a picture of the format GIF, and \"a.png\" is none."_s;
+            << u"a.png"_s << kGif << u": it is a GIF picture, unlike \"a.png\"."_s;
         QTest::newRow("no picture") << u"a.png"_s << QByteArray("text") << u": it is none."_s;
         QTest::newRow("nothing there") << u"b.png"_s << kPng << u": there is no such file."_s;
         QTest::newRow("outside") << u"../out.png"_s << kPng << u"out.png\"."_s;

@@ -110,7 +110,7 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("reason");
-        const QString none = u"There is no such picture in the theme."_s;
+        const QString none = u"The theme has no such picture."_s;
         QTest::newRow("a picture") << u"a.png"_s << QString();
         QTest::newRow("of another letter case") << u"A.PNG"_s << QString();
         QTest::newRow("called otherwise") << u"a.gif"_s << QString();

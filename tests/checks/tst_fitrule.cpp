@@ -96,7 +96,7 @@ void tst_fitrule::found_data()
     row("only translations are shown", text(ten, 30), {},
         u"<tran id=\"%1\">abc</tran></language><!--both-->"_s.arg(ten));
     row("a font without its file", text(u"ab"_s, 10, 20, u"<font>other</font>"_s),
-        {u"Texts in \"other\" are measured in another font, for lack of its file"_s,
+        {u"Texts in \"other\" are measured in another font: its file is missing"_s,
          u"Cut by 10 pixels: \"ab\" in the block \"a\""_s});
 }
 

@@ -64,26 +64,26 @@ void tst_mends::mends_data()
     row("file of theme.xml in other letters", "theme.xml", "<config><file_x>P.png</file_x></config>",
         "letter-case", "Change to \"p.png\"", "theme.xml", "<config><file_x>p.png</file_x></config>");
     row("entry of theme.xml", "theme.xml", "<config>\n<file_x>nothing</file_x>\n</config>", "theme-config",
-        "Take \"file_x\" out of \"theme.xml\"", "theme.xml", "<config>\n</config>");
+        "Remove \"file_x\" from \"theme.xml\"", "theme.xml", "<config>\n</config>");
     row("nearest file", "f.xml", "<font><name>n</name><file>./q.png</file></font>", "missing-font-file",
-        "Change to \"./p.png\"|Take \"n\" out of \"f.xml\"", "f.xml",
+        "Change to \"./p.png\"|Remove \"n\" from \"f.xml\"", "f.xml",
         "<font><name>n</name><file>./p.png</file></font>");
     row("strings that a language lacks", "w.xml",
         "<widget><string>One</string><string>A</string><string>Two</string></widget>", "untranslated",
         "Add 2 rows to \"g.xml\" and go there", "g.xml",
         "<language name=\"German\">\n\t<tran id=\"A\">x</tran>\n\t<tran id=\"One\"></tran>\n"
         "\t<tran id=\"Two\"></tran>\n</language>");
-    row("closing tag", "w.xml", "<widget>\n</x>\n</widget>", "unclosed-element", "Take \"</x>\" out", "w.xml",
+    row("closing tag", "w.xml", "<widget>\n</x>\n</widget>", "unclosed-element", "Remove \"</x>\"", "w.xml",
         "<widget>\n</widget>");
     row("mode", "w.xml", "<widget name=\"b\"><mode>single</mode><l_img>bg_main</l_img></widget>", "mode",
         "Change to \"multiple\"", "w.xml",
         "<widget name=\"b\"><mode>multiple</mode><l_img>bg_main</l_img></widget>");
     row("row with its line", "f.xml", "<fonts>\n  <font><name>n</name><file>p.png</file></font>\n</fonts>",
-        "unused-font", "Take \"n\" out of \"f.xml\"", "f.xml", "<fonts>\n</fonts>");
+        "unused-font", "Remove \"n\" from \"f.xml\"", "f.xml", "<fonts>\n</fonts>");
     row("row among others", "widget.xml",
         "<interface><widget class=\"window\" name=\"w\"/><widget class=\"window\" "
         "name=\"gone\"/></interface>",
-        "missing-document", "Take \"gone\" out of \"widget.xml\"", "widget.xml",
+        "missing-document", "Remove \"gone\" from \"widget.xml\"", "widget.xml",
         "<interface><widget class=\"window\" name=\"w\"/></interface>");
     row("document", "new.xml", "<interface/>", "unlisted-document", "Add \"new\" to \"widget.xml\"",
         "widget.xml",
@@ -99,7 +99,7 @@ void tst_mends::mends_data()
         "end-punctuation", "", "", "");
     row("source twice", "g.xml",
         "<language name=\"German\">\n<tran id=\"A\">x</tran>\n<tran id=\"A\">x</tran>\n</language>",
-        "duplicate-source", "Take \"A\" out of \"g.xml\"", "g.xml",
+        "duplicate-source", "Remove \"A\" from \"g.xml\"", "g.xml",
         "<language name=\"German\">\n<tran id=\"A\">x</tran>\n</language>");
     row("nothing mends it", "w.xml", "<widget><rect>1</rect></widget>", "bad-rect", "", "", "");
 }

@@ -224,7 +224,7 @@ void tst_exchangecommand::cannotRun_data()
             {u"no folder", u"export THEME de --out none/b.po", u"quillmere: Cannot write `none/b.po`: "},
             {u"a folder", u"export THEME de --out folder.po",
              u"quillmere: Cannot write `folder.po`: it is not a file.\n"},
-            {u"format", u"export THEME de --out b.txt", u"The name of the file ends in"},
+            {u"format", u"export THEME de --out b.txt", u"The name of the file must end in"},
             {u"no --out", u"export THEME de", u"export: --out FILE is missing."},
             {u"too few", u"import THEME de", u"import: import THEME LANGUAGE FILE"},
             {u"--dry-run", u"export THEME de --out b.po --dry-run", u"--dry-run goes with import."},
@@ -259,7 +259,7 @@ void tst_exchangecommand::leavesOthersAlone()
     theme.files.write(u"a.po"_s, po(u"A=b"_s));
     const Ran ran = theme.run({u"import"_s, u"THEME"_s, u"de"_s, u"a.po"_s});
     QCOMPARE(ran.status, 2);
-    QVERIFY2(ran.err.contains(u"outside of the theme's folder"), qPrintable(ran.err));
+    QVERIFY2(ran.err.contains(u"outside the theme's folder"), qPrintable(ran.err));
     QCOMPARE(theme.files.read(u"outside.xml"_s), language);
 }
 

@@ -203,7 +203,7 @@ void TestCompleting::entriesTell()
     QTRY_COMPARE(told("<string>|</string>"), u"Yes, Ja"_s);
     // Nothing from outside of the theme is read.
     QTRY_COMPARE(told("<img>|</img>"),
-                 u"back, This file is outside of the theme.|big_logo, There is no such file.|"
+                 u"back, This file is outside the theme.|big_logo, There is no such file.|"
                  "Logo, 40 × 30"_s);
 }
 
@@ -274,7 +274,7 @@ void TestCompleting::hovers_data()
     };
     row("image", "<img>Lo|go</img>", "Image Logo [picture]\n40 × 30 pixels, %1 bytes\nlogo.png");
     row("missing file", "<img>big_logo|</img>", "Image big_logo\nThere is no such file.\nnone.png");
-    row("file outside", "<img>|back</img>", "Image back\nThis file is outside of the theme.\n../back.png");
+    row("file outside", "<img>|back</img>", "Image back\nThis file is outside the theme.\n../back.png");
     row("unknown image", "<img>log|</img>", "Image log\nThere is no such image.\nNearest: Logo");
     row("colour", "<backcolor>[red,nav|y]</backcolor>", "Colour navy [picture]\n#000080");
     row("code", "<backcolor>[#00FF7|F]</backcolor>", "Colour #00FF7F [picture]\n#00FF7F");

@@ -160,7 +160,7 @@ private slots:
         const QSignalSpy pages(window.find<SourceTab>("frYt(8)"), &SourceTab::pageReady);
         window.press(Qt::Key_Return);
         QTRY_COMPARE(window.said(),
-                     u"\"i\" is \"logo\" now, in 2 files. Not saved yet: main.xml, image.xml."_s);
+                     u"\"i\" was renamed to \"logo\" in 2 files. Not saved yet: main.xml, image.xml."_s);
         QCOMPARE(pages.size(), 1);
         window.choose("mnuUndoRename");
         QCOMPARE(window.said(), u"Taken back."_s);

@@ -145,7 +145,7 @@ private slots:
         key(Qt::Key_F4);
         QVERIFY(line());
         m_window->prompts.expectMessage(u"Quillmere"_s,
-                                        m_window->path("theme/de.xml") + u" is empty or not there."_s);
+                                        m_window->path("theme/de.xml") + u" is missing or empty."_s);
         QTest::keyClicks(line(), u"Nein"_s);
         QTest::keyClick(line(), Qt::Key_Return);
         QCOMPARE(line()->text(), u"Nein"_s);

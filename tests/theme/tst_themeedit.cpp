@@ -138,13 +138,12 @@ private slots:
     {
         QTest::addColumn<QString>("fault");
         QTest::addColumn<QString>("message");
-        QTest::newRow("changed since") << u"changed"_s
-                                       << u"Cannot change \".../theme/b/b.xml\": it no longer holds what "
-                                          "the change was made for."_s;
+        QTest::newRow("changed since")
+            << u"changed"_s << u"Cannot change \".../theme/b/b.xml\": it has changed in the meantime."_s;
         QTest::newRow("gone") << u"gone"_s
                               << u"Cannot change \".../theme/b/b.xml\": there is no such file."_s;
         QTest::newRow("outside") << u"outside"_s
-                                 << u"Cannot change \".../theme/b/b.xml\": it lies outside of the theme's "
+                                 << u"Cannot change \".../theme/b/b.xml\": it lies outside the theme's "
                                     "folder."_s;
         QTest::newRow("letter") << u"letter"_s << u"Cannot write"_s;
         QTest::newRow("not to be written") << u"write"_s << u"Cannot back up"_s;

@@ -28,7 +28,7 @@ bool allows(Files &files, Prompts &prompts, const WriteQuestion &question, const
         question.step == Files::Step::Delete ? QObject::tr("Not deleted") : QObject::tr("Not written");
     const bool allowed = prompts.askWarily(
         question.title,
-        QObject::tr("%1: the theme leads outside of its own folder, to\n\n%2\n\nAllow this file to be "
+        QObject::tr("%1: the theme leads outside its own folder, to\n\n%2\n\nAllow this file to be "
                     "written and deleted until you leave Quillmere?")
             .arg(what, plainly(QDir::toNativeSeparators(place.path))));
     if (allowed)

@@ -405,7 +405,7 @@ void WebBrowser::onPatienceEnded()
         return;
     }
     m_overdue = true;
-    emit failed(tr("The preview takes long for this window and is behind; typing goes on."));
+    emit failed(tr("The preview of this window is slow and behind; you can go on typing."));
 }
 
 void WebBrowser::changeCell()
@@ -421,8 +421,8 @@ void WebBrowser::onTerminated()
     qCDebug(lcBrowser) << "the renderer ended," << m_deaths << "times before on this page";
     if (++m_deaths > kMostDeaths) {
         m_waiting.reset();
-        emit failed(
-            tr("The preview stopped: this page ends the browser's renderer. Change the text to try again."));
+        emit failed(tr(
+            "The preview stopped: this page crashes the browser's renderer. Change the text to try again."));
     } else if (!m_waiting) {
         m_waiting = currentPage();
     }

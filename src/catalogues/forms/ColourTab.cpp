@@ -84,7 +84,7 @@ bool ColourTab::refused(const QString &code)
         return false;
     m_talk.tell(
         QStringLiteral("Quillmere"),
-        tr("\"%1\" is no colour: behind its first character a code has six hexadecimal digits.").arg(code),
+        tr("\"%1\" is not a colour: after its first character a code has six hexadecimal digits.").arg(code),
         Talk::Icon::Critical);
     return true;
 }

@@ -137,7 +137,7 @@ void FontView::draw()
 void FontView::take(const QImage &picture, const QString &family)
 {
     if (family.isEmpty()) {
-        say(tr("The font file \"%1\" cannot be read: it is damaged, or none that receivers take.")
+        say(tr("The font file \"%1\" cannot be read: it is damaged, or of a kind that receivers do not take.")
                 .arg(m_font.file));
     } else if (picture.isNull()) {
         say(tr("The browser did not draw the font."));

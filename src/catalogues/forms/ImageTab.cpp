@@ -201,7 +201,7 @@ void ImageTab::mnuImgRubah_Click()
         showPicture(path);
     } else {
         m_picture->clear();
-        m_pictureFacts->setText(tr("This file is outside of the theme."));
+        m_pictureFacts->setText(tr("This file is outside the theme."));
     }
     showPanel(true, false);
     emit putToWork();

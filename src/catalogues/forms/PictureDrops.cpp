@@ -123,7 +123,7 @@ void PictureDrops::paste()
 {
     const QMimeData *data = QApplication::clipboard()->mimeData();
     if (!data || !hasPictures(*data))
-        m_talk.say(tr("There are neither files nor a picture in the clipboard."));
+        m_talk.say(tr("There are neither files nor a picture on the clipboard."));
     else
         take(picturesIn(*data));
 }
@@ -141,7 +141,7 @@ QList<ComingPicture> PictureDrops::look(const PictureIntake &intake, const Comin
     QList<ComingPicture> pictures;
     if (!coming.picture.isNull()) {
         if (qint64(coming.picture.width()) * coming.picture.height() > kMostPixels) {
-            m_talk.say(tr("The picture in the clipboard is too large."));
+            m_talk.say(tr("The picture on the clipboard is too large."));
             return {};
         }
         std::optional<QString> name =
@@ -281,7 +281,7 @@ void PictureDrops::mnuImgReplace_Click()
     if (!source)
         return;
     replacePicture(path, *source, m_images.document.theme(), m_files, whyNoPicture);
-    m_talk.say(tr("%1 replaced; the old picture is in the backup folder.").arg(fileNameOf(path)));
+    m_talk.say(tr("%1 replaced; the old picture is backed up.").arg(fileNameOf(path)));
     emit m_list.rowClicked(row); // shows it
     emit changed();
 }

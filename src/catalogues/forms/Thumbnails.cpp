@@ -139,7 +139,7 @@ Thumbnails::Look Thumbnails::lookAt(const QString &path, PictureLookup &lookup, 
     Look look;
     look.known.file = lookup.admitted(pictureUrl(path));
     if (look.known.file.isEmpty()) {
-        look.reason = tr("There is no such picture in the theme.");
+        look.reason = tr("The theme has no such picture.");
         return look;
     }
     const FileState state = stateOf(look.known.file);

@@ -162,7 +162,7 @@ void CheckTab::showDetail()
         m_detail->setText(tr("Nothing is wrong with this theme."));
     else
         m_detail->setText(
-            tr("A double click or Enter leads to the place of a problem, Alt+Enter offers what mends it."));
+            tr("Double-click a problem, or press Enter, to go to its place. Alt+Enter offers mends."));
 }
 
 void CheckTab::askForMenu(const QPoint &at)

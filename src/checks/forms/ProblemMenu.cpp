@@ -90,7 +90,7 @@ bool ProblemMenu::mayChange(const Mend &mend)
     if (mend.before.isEmpty())
         question = tr("Add this to %1?\n\n%2").arg(file, after);
     else if (mend.after.isEmpty())
-        question = tr("Take this out of %1?\n\n%2").arg(file, before);
+        question = tr("Remove this from %1?\n\n%2").arg(file, before);
     return m_talk.ask(tr("Change File"), question);
 }
 
@@ -125,7 +125,7 @@ void ProblemMenu::addIgnored(QMenu &menu)
     if (m_check.ignored().isEmpty())
         return;
     menu.addSeparator();
-    QMenu *ignored = menu.addMenu(tr("Tell Again"));
+    QMenu *ignored = menu.addMenu(tr("Report Again"));
     for (const IgnoredRule &each : m_check.ignored()) {
         QAction *item = ignored->addAction(asCaption(textOf(each)));
         item->setObjectName(QStringLiteral("mnuTellAgain"));
@@ -143,8 +143,8 @@ void ProblemMenu::ignore(const IgnoredRule &rule)
     if (!ignored.contains(rule))
         ignored.append(rule);
     m_check.setIgnored(ignored);
-    m_talk.say(tr("%1 is ignored in this theme. The context menu of the Check tab takes that back.")
-                   .arg(textOf(rule)));
+    m_talk.say(
+        tr("%1 is ignored in this theme. The context menu of the Check tab undoes that.").arg(textOf(rule)));
 }
 
 } // namespace quillmere

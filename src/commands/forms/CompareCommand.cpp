@@ -160,7 +160,7 @@ void Comparison::draw(const QString &name, DifferingWindow &window, QImage *befo
             side.draw(name, [&, picture](const QImage &taken) {
                 *picture = taken;
                 if (taken.isNull() && window.reason.isEmpty())
-                    window.reason = u"not drawn of " + side.folder;
+                    window.reason = u"not drawn for " + side.folder;
                 if (--waiting == 0)
                     loop.quit();
             });

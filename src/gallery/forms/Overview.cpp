@@ -40,7 +40,7 @@ Overview::Overview(PreviewFrame &frame, const ThemeProject &theme, OverviewPictu
     setBackgroundRole(QPalette::Base);
     setFocusProxy(lvOverview);
     hide();
-    txtOverview->setPlaceholderText(tr("Type to filter"));
+    txtOverview->setPlaceholderText(tr("Type to filter by name"));
     txtOverview->setClearButtonEnabled(true);
     txtOverview->setMaximumWidth(kFilter);
     txtOverview->installEventFilter(this);

@@ -103,7 +103,7 @@ void LangTab::mnuLangPanel_Click()
     if (!m_panelItem->isChecked())
         LvBhs->setFocus();
     else if (m_strings.isEmpty())
-        m_talk.say(tr("The panel comes with the strings of a language: double-click one on the Lang tab."));
+        m_talk.say(tr("The panel shows the strings of a language: double-click one on the Lang tab."));
     else if (isVisible())
         panel->txtTranslation->setFocus();
     LvBhs->scrollTo(LvBhs->currentIndex());

@@ -187,7 +187,7 @@ void LangTab::openLanguage(const QString &path, const QString &theme)
     const bool opened = m_file.open(m_files, path, theme, m_catalogue.encoding().rule);
     txtLangFile->setText(path);
     if (!opened) {
-        m_talk.say(tr("%1 is empty or not there; the strings stay as they were.").arg(path));
+        m_talk.say(tr("%1 is missing or empty; the strings stay as they were.").arg(path));
         return;
     }
     m_talk.say(path);
@@ -217,7 +217,7 @@ void LangTab::putTranslation(const QString &languageName, const QString &source,
     if (open.isEmpty() || !isSameFile(open, path)) {
         // Its rows would be those of the language before, and be saved to its file.
         if (LoadFile(path).isEmpty())
-            throw RunTimeError(tr("%1 is empty or not there.").arg(path.isEmpty() ? languageName : path));
+            throw RunTimeError(tr("%1 is missing or empty.").arg(path.isEmpty() ? languageName : path));
         openLanguage(path, m_catalogue.theme());
     }
     lvLang->setCurrentIndex(m_languages.index(row, 0)); // saving goes by it

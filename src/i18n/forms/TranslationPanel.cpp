@@ -101,11 +101,11 @@ QLayout *TranslationPanel::makeBeside()
     for (int i = 0; i < int(m_beside.size()); ++i) {
         auto *choice = new QComboBox;
         choice->setObjectName(QStringLiteral("cboBeside(%1)").arg(i));
-        choice->setAccessibleName(tr("Language beside"));
-        choice->setToolTip(tr("A language to look at beside the one that is open"));
+        choice->setAccessibleName(tr("Other language"));
+        choice->setToolTip(tr("A language to show beside the one that is open"));
         choice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         QPlainTextEdit *text =
-            readOnly(QStringLiteral("txtBeside(%1)").arg(i), tr("Translation in the language beside"));
+            readOnly(QStringLiteral("txtBeside(%1)").arg(i), tr("Translation in the other language"));
         m_beside[size_t(i)] = {choice, text};
         connect(choice, &QComboBox::activated, this, [this, i, choice](int index) {
             QSettings().setValue(settingOf(i), index > 0 ? choice->currentText() : QString());
@@ -266,10 +266,9 @@ bool TranslationPanel::mayClose()
     QStringList kept;
     for (const QString &typed : std::as_const(m_drafts))
         kept.append(u'"' + inOneLine(typed.left(100)) + u'"');
-    return m_talk.ask(
-        QStringLiteral("Quillmere"),
-        tr("These translations were typed and not taken: %1\nLeave all the same, and lose them?")
-            .arg(kept.mid(0, 10).join(QStringLiteral(", "))));
+    return m_talk.ask(QStringLiteral("Quillmere"),
+                      tr("These translations were typed and not taken: %1\nLeave anyway, and lose them?")
+                          .arg(kept.mid(0, 10).join(QStringLiteral(", "))));
 }
 
 void TranslationPanel::setLanguages(const QStringList &names)
@@ -277,7 +276,7 @@ void TranslationPanel::setLanguages(const QStringList &names)
     for (int i = 0; i < int(m_beside.size()); ++i) {
         QComboBox &choice = *m_beside[size_t(i)].language;
         choice.clear();
-        choice.addItem(tr("No language beside"));
+        choice.addItem(tr("No other language"));
         choice.addItems(names);
         choice.setCurrentIndex(std::max(0, choice.findText(QSettings().value(settingOf(i)).toString())));
     }

@@ -80,7 +80,7 @@ QToolButton *OfferBar::addButton(const QString &name, const QString &caption, co
     button->setObjectName(name);
     button->setAccessibleName(accessibleName);
     button->setText(caption);
-    button->setToolTip(tr("F6 comes here"));
+    button->setToolTip(tr("Press F6 to focus"));
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::StrongFocus);
     QFont underlined = button->font();
@@ -116,7 +116,7 @@ void OfferBar::showLast()
     if (m_offers.size() > 1) {
         auto *next = addButton(QStringLiteral("cmdOfferNext"), tr("%1 more").arg(m_offers.size() - 1),
                                tr("Next offer"));
-        next->setToolTip(tr("Shows the next offer; F6 does so too"));
+        next->setToolTip(tr("Show the next offer (F6)"));
         connect(next, &QToolButton::clicked, this, [this] {
             turn();
             m_buttons.last()->setFocus();

@@ -174,7 +174,7 @@ void Recovery::restore()
     const UnsavedText kept = m_offered.takeFirst();
     if (!m_content.restore(kept.text)) {
         offerNext();
-        m_talk.say(tr("What was kept in %1 is damaged.").arg(kept.file));
+        m_talk.say(tr("The copy kept in %1 is damaged.").arg(kept.file));
         return;
     }
     if (kept.encoding)

@@ -49,7 +49,7 @@ void MakingDialog::addField(const QString &caption, QWidget *field, QWidget *bes
 
 void MakingDialog::complete(QWidget *first)
 {
-    auto *cancel = named(new QPushButton(tr("Cancel")), "cmdNewCancel", tr("Close and make nothing"));
+    auto *cancel = named(new QPushButton(tr("Cancel")), "cmdNewCancel", tr("Close without making anything"));
     cmdNew->setDefault(true);
     cancel->setAutoDefault(false);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);

@@ -15,7 +15,7 @@ frmNewWindow::frmNewWindow(const QString &original, const WindowNames &names, Ma
                        "txtNewName", tr("Name of the new window"))),
       cbNewTemplate(named(new QComboBox, "cbNewTemplate", tr("Template")))
 {
-    txtNewName->setToolTip(tr("The document gets this name, and .xml behind it."));
+    txtNewName->setToolTip(tr("The document gets this name, followed by .xml."));
     connect(txtNewName, &QLineEdit::textChanged, this, [this] { check(); });
     addField(tr("&Name:"), txtNewName);
     // In the order of WindowTemplate.

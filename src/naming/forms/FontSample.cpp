@@ -72,11 +72,11 @@ FontSample::Drawn FontSample::read(const Wanted &wanted)
     if (found.isEmpty())
         return {{}, tr("There is no such file.")};
     if (wanted.folder.isEmpty() || !liesBelow(found, wanted.folder))
-        return {{}, tr("This file is outside of the theme.")};
+        return {{}, tr("This file is outside the theme.")};
     QString reason;
     const QByteArray bytes = readRegular(QFileInfo(found).canonicalFilePath(), kLargestFont, reason);
     const QImage line = bytes.isEmpty() ? QImage() : drawLine(bytes, wanted);
-    return {line, line.isNull() ? tr("This is no font that can be shown.") : QString()};
+    return {line, line.isNull() ? tr("This is not a font that can be shown.") : QString()};
 }
 
 FontSample::Drawn FontSample::draw(const Wanted &wanted)

@@ -60,7 +60,7 @@ Pictures::Known Pictures::read(const QString &path, const QString &folder, QSize
         return known;
     }
     if (folder.isEmpty() || !liesBelow(found, folder)) {
-        known.picture.why = tr("This file is outside of the theme.");
+        known.picture.why = tr("This file is outside the theme.");
         return known;
     }
     const QFileInfo info(QFileInfo(found).canonicalFilePath());

@@ -32,16 +32,16 @@ frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> ch
     : ModelessDialog(QStringLiteral("frmSearch"), owner), m_index(index), m_change(std::move(change)),
       m_talk(talk), m_rows({tr("Window"), tr("Line"), tr("Text")}, ListRows::Checks::Yes),
       txtSearch(named(new QLineEdit, "txtSearch", tr("Text to search for"))),
-      chkSearchCase(named(new QCheckBox(tr("Match &case")), "chkSearchCase", tr("Mind letter case"))),
+      chkSearchCase(named(new QCheckBox(tr("Match &case")), "chkSearchCase", tr("Match letter case"))),
       cbSearchIn(named(new QComboBox, "cbSearchIn", tr("Where to search"))),
       cmdSearch(named(new QPushButton(tr("&Search")), "cmdSearch", tr("Search"))),
       barSearch(named(new QProgressBar, "barSearch", tr("Progress of the search"))),
       cmdSearchStop(named(new QPushButton(tr("S&top")), "cmdSearchStop", tr("Stop searching"))),
       lblSearch(named(new QLabel, "lblSearch", tr("What was found"))),
       lvUses(new ListView(QStringLiteral("lvUses"), tr("Places"), m_rows)),
-      txtSearchReplace(named(new QLineEdit, "txtSearchReplace", tr("Text to put in place of it"))),
+      txtSearchReplace(named(new QLineEdit, "txtSearchReplace", tr("Replacement"))),
       cmdSearchAll(named(new QPushButton(tr("Tick &All")), "cmdSearchAll", tr("Tick every place"))),
-      cmdSearchNone(named(new QPushButton(tr("Tick &None")), "cmdSearchNone", tr("Tick no place"))),
+      cmdSearchNone(named(new QPushButton(tr("Tick &None")), "cmdSearchNone", tr("Untick every place"))),
       cmdSearchReplace(
           named(new QPushButton(tr("&Replace")), "cmdSearchReplace", tr("Replace in the ticked places")))
 {
@@ -280,7 +280,7 @@ void frmSearch::say()
     if (listed == 0)
         lblSearch->setText(tr("Nothing found."));
     else if (m_found.more > 0)
-        lblSearch->setText(tr("%1 places. Only the first %2 are listed, and only these can be replaced.")
+        lblSearch->setText(tr("%1 places. Only the first %2 are listed and can be replaced.")
                                .arg(listed + m_found.more)
                                .arg(listed));
     else

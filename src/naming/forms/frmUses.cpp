@@ -73,7 +73,7 @@ void frmUses::say()
     lblUses->setText(
         m_uses.places.isEmpty()
             ? tr("Nothing uses the %1 \"%2\".").arg(wordFor(m_thing.kind), name)
-            : tr("The %1 \"%2\" stands in %3.").arg(wordFor(m_thing.kind), name, placesInFiles(m_uses)));
+            : tr("The %1 \"%2\" is used in %3.").arg(wordFor(m_thing.kind), name, placesInFiles(m_uses)));
 }
 
 // Many windows may have to be read for it.

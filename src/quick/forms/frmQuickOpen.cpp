@@ -57,8 +57,8 @@ QString wordFor(QuickEntry::Kind kind)
 frmQuickOpen::frmQuickOpen(QWidget &owner)
     : QDialog(&owner, Qt::Dialog | Qt::FramelessWindowHint), m_owner(owner),
       txtQuickOpen(named(new QLineEdit, "txtQuickOpen", tr("What to go to"))),
-      lvQuickOpen(named(new QListView, "lvQuickOpen", tr("What fits"))),
-      lblQuickOpen(named(new QLabel, "lblQuickOpen", tr("How many fit"))),
+      lvQuickOpen(named(new QListView, "lvQuickOpen", tr("Matches"))),
+      lblQuickOpen(named(new QLabel, "lblQuickOpen", tr("Number of matches"))),
       m_rows(new QStandardItemModel(this))
 {
     setObjectName(QStringLiteral("frmQuickOpen"));
@@ -124,12 +124,13 @@ void frmQuickOpen::show(const QString &typed)
     lvQuickOpen->verticalScrollBar()->setValue(0);
     const bool areCommands =
         !numbers.isEmpty() && m_list.entries().at(numbers.first()).kind == QuickEntry::Kind::Command;
-    lblQuickOpen->setText(
-        all == 0      ? tr("Nothing fits.")
-        : all > kMost ? tr("The best %1 of %2. Type more letters.").arg(kMost).arg(all)
-        : areCommands ? (all == 1 ? tr("1 fits. Enter runs it.") : tr("%1 fit. Enter runs one.").arg(all))
-        : all == 1    ? tr("1 fits. Enter goes there.")
-                      : tr("%1 fit. Enter goes there.").arg(all));
+    lblQuickOpen->setText(all == 0 ? tr("No match.")
+                          : all > kMost
+                              ? tr("The best %1 of %2 matches. Type more letters.").arg(kMost).arg(all)
+                          : areCommands ? (all == 1 ? tr("1 match. Enter runs it.")
+                                                    : tr("%1 matches. Enter runs the selected one.").arg(all))
+                          : all == 1    ? tr("1 match. Enter goes there.")
+                                        : tr("%1 matches. Enter goes there.").arg(all));
 }
 
 void frmQuickOpen::choose(const QModelIndex &index)

@@ -140,9 +140,9 @@ QGroupBox *frmReplace::makeNavigation()
     addButtons(
         new QHBoxLayout(frame),
         {{"Command1", "&Added", tr("Add the two texts to the end of the list"), &frmReplace::Added},
-         {"Command2", "&Edit", tr("Put the two texts in place of the current pair, at the end of the list"),
+         {"Command2", "&Edit", tr("Replace the current pair with the two texts, at the end of the list"),
           &frmReplace::Edit},
-         {"Command3", "&Delete", tr("Take the current pair off the list"), &frmReplace::Delete},
+         {"Command3", "&Delete", tr("Remove the current pair from the list"), &frmReplace::Delete},
          {"Command4", "&Save", tr("Save the list"), &frmReplace::Save},
          {"Command8", "Re&frash", tr("Read the saved list again"), &frmReplace::LoadReplaceList}});
     return frame;
@@ -170,11 +170,10 @@ QGroupBox *frmReplace::makeReplacements()
     column->addWidget(List2, 1);
     auto *line = new QHBoxLayout;
     column->addLayout(line);
-    addButtons(
-        line, {{"Command9", "R&eplace All", tr("Replace the find text everywhere in the source"),
-                &frmReplace::ReplaceAll},
-               {"Command12", "&Replace", tr("Put the replacement in place of what is selected in the source"),
-                &frmReplace::Replace}});
+    addButtons(line, {{"Command9", "R&eplace All", tr("Replace the find text everywhere in the source"),
+                       &frmReplace::ReplaceAll},
+                      {"Command12", "&Replace", tr("Replace what is selected in the source"),
+                       &frmReplace::Replace}});
     auto *next =
         named(new QPushButton(QStringLiteral("&Find Next")), "Command13", tr("Find the next place (F3)"));
     next->setToolTip(next->accessibleName());

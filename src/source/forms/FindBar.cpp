@@ -70,7 +70,7 @@ void FindBar::makeControls()
         line->addWidget(made);
         return made;
     };
-    chkFindCase = button("chkFindCase", tr("Letter case counts"), QStringLiteral("Aa"));
+    chkFindCase = button("chkFindCase", tr("Match letter case"), QStringLiteral("Aa"));
     chkFindWord = button("chkFindWord", tr("Whole words only"), QStringLiteral("|w|"));
     for (QToolButton *choice : {chkFindCase, chkFindWord}) {
         choice->setCheckable(true);

@@ -22,8 +22,9 @@ void Insertion::begin(NewBlock kind)
         m_keyboard = QApplication::focusWidget();
     m_kind = kind;
     m_frame.wb->setFocus(Qt::OtherFocusReason);
-    m_talk.say(tr("Draw the place of the new block with the mouse, or press Enter to put it into the middle; "
-                  "Esc gives it up."));
+    m_talk.say(
+        tr("Draw the place of the new block with the mouse, or press Enter to insert it in the middle; "
+           "Esc cancels."));
 }
 
 bool Insertion::giveUp()
@@ -33,7 +34,7 @@ bool Insertion::giveUp()
     QWidget *before = std::exchange(m_keyboard, nullptr);
     if (before && hasKeyboard())
         before->setFocus(Qt::OtherFocusReason);
-    m_talk.say(tr("No block was put in."));
+    m_talk.say(tr("No block was inserted."));
     return true;
 }
 
@@ -64,9 +65,9 @@ void Insertion::put(int parent, const Box &box, qint64 revision)
     m_keyboard.clear();
     const Edited edited = inserted(m_stage.outline(), *std::exchange(m_kind, {}), parent, box);
     if (edited.changes.isEmpty())
-        m_talk.say(tr("There is no window to put the block into."));
+        m_talk.say(tr("There is no window to insert the block into."));
     else if (m_stage.write(edited.changes, revision, edited.selection))
-        m_talk.say(tr("%1 was put in.").arg(calledInText(m_stage.outline(), edited.selection.first())));
+        m_talk.say(tr("%1 was inserted.").arg(calledInText(m_stage.outline(), edited.selection.first())));
 }
 
 } // namespace quillmere

@@ -55,7 +55,7 @@ ReceiverBar::ReceiverBar(PreviewFrame &frame, QAction &toggle)
     cboLanguage->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cboLanguage->setMinimumContentsLength(kLongest);
     cboBackdrop->addItems({tr("Black"), tr("Chequers"), tr("Test Picture"), tr("Picture...")});
-    cboBackdrop->setToolTip(tr("What stands where the receiver has the television picture."));
+    cboBackdrop->setToolTip(tr("What stands in place of the television picture."));
     addChoice(tr("State"), cboState);
     addChoice(tr("Language"), cboLanguage);
     addChoice(tr("Backdrop"), cboBackdrop);

@@ -47,7 +47,7 @@ StageBar::StageBar(PreviewFrame &frame, std::function<QString(const QString &)> 
     m_chip->setFixedSize(kChip, kChip);
     m_chip->hide();
     lblPixel->setCursor(Qt::PointingHandCursor);
-    lblPixel->setToolTip(tr("A click copies the code."));
+    lblPixel->setToolTip(tr("Click to copy the code."));
     lblPixel->setTextFormat(Qt::PlainText);
     lblPixel->installEventFilter(this);
 

@@ -84,7 +84,7 @@ QString TextInPlace::beginAt(int block)
     place();
     m_line->show();
     m_line->setFocus();
-    m_talk.say(tr("Enter puts the text into %1; Esc leaves it as it was.").arg(m_language));
+    m_talk.say(tr("Enter puts the text into %1; Esc changes nothing.").arg(m_language));
     return {};
 }
 

@@ -51,7 +51,7 @@ SourceTab::SourceTab(std::function<ImageLookup()> pictures, const ListRows &font
       LvBlock2(new ListView(QStringLiteral("LvBlock2"), tr("Blocks to compare with"), otherBlocks, frBc)),
       txtHtml(named(new TextHolder(this), "txtHtml", tr("Generated page"))),
       m_line(new DragLine(Qt::Horizontal, "blockLine",
-                          tr("Drag to give the blocks or the source more room; double-click to undo it"),
+                          tr("Drag to give the blocks or the source more room; double-click to reset"),
                           this)),
       m_above(QSettings().value(kListHeight, kAboveText).toInt()),
       m_work(

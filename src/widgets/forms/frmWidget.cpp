@@ -134,7 +134,7 @@ void frmWidget::take(const std::optional<BlockProperties> &block)
     txtSnippet->setText(block ? block->segment : QString());
     const LostElements lost = block ? elementsLost(block->segment, block->rows) : LostElements();
     m_lostAt = lost.at;
-    lblLost->setText(tr("Set would take out <%1>, which this list does not show.")
+    lblLost->setText(tr("Set would remove <%1>, which this list does not show.")
                          .arg(lost.names.join(QStringLiteral(">, <"))));
     m_lost->setHidden(lost.names.isEmpty());
     if (block)
