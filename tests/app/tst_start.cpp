@@ -67,7 +67,7 @@ private slots:
         window.write("documents/Quillmere Example/letter.txt", "dear");
         window.skin->showStart();
         window.prompts.expectMessage(u"Quillmere"_s,
-                                     u"Cannot make \"%1\": There is something in this folder already."_s.arg(
+                                     u"Cannot make \"%1\": This folder is not empty."_s.arg(
                                          window.path("documents/Quillmere Example")));
         QTest::mouseClick(window.find<QPushButton>("cmdOpenExample"), Qt::LeftButton);
         QVERIFY(window.isShown());
