@@ -21,6 +21,8 @@
 #include <QMainWindow>
 #include <QTabBar>
 
+#include <algorithm>
+
 namespace quillmere {
 
 LanguageWork::LanguageWork(const Parts &parts, Commands &menu, QMainWindow &window)
@@ -88,12 +90,15 @@ bool LanguageWork::eventFilter(QObject *watched, QEvent *event)
 // The checks go by the rows as they were a moment ago.
 void LanguageWork::showProblems()
 {
-    QHash<int, QStringList> byRow;
+    QHash<int, StringProblems> byRow;
     const QString path = m_theme.language.document.path();
     if (!path.isEmpty() && !m_theme.LvBhs.isEmpty()) {
         for (const Problem &problem : *m_check.problems()) {
-            if (problem.row >= 0 && problem.file == path)
-                byRow[problem.row].append(problem.message);
+            if (problem.row < 0 || problem.file != path)
+                continue;
+            StringProblems &row = byRow[problem.row];
+            row.messages.append(problem.message);
+            row.worst = std::min(row.worst, StringProblems::Mark(problem.severity()));
         }
     }
     m_tab.filters->setProblems(std::move(byRow));

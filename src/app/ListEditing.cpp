@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QMainWindow>
+#include <QStatusBar>
 
 namespace quillmere {
 
@@ -67,6 +68,15 @@ ListEditing::ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, Tab
         connect(&rows, &ListRows::modelReset, this, soon);
     }
     m_blocks.addTo(*tabs[Source]->findChild<ListView *>(QStringLiteral("lvBlock")));
+    // What the line below says of the command that is taken back is no longer so.
+    for (const TabFrame *tab : tabs) {
+        for (const auto &[name, said] :
+             {std::pair("mnuRowsUndo", tr("Taken back.")), std::pair("mnuRowsRedo", tr("Done again."))}) {
+            for (const QAction *step : tab->findChildren<QAction *>(QLatin1String(name)))
+                connect(step, &QAction::triggered, &window,
+                        [&window, said = said] { window.statusBar()->showMessage(said); });
+        }
+    }
     connect(&source, &SourceBox::changed, this, soon);
     files.onWritten(this, [soon](const QString &) { soon(); });
     for (const TabFrame *tab : tabs) {
@@ -83,7 +93,10 @@ ListEditing::ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, Tab
                 &QAction::trigger);
     for (const auto &[tab, name] : kFiltered) {
         auto *filter = new ListFilter(*tabs[tab]->findChild<ListView *>(QLatin1String(name)));
-        connect(addKey(window, tab, QKeySequence::Find), &QAction::triggered, filter, &ListFilter::open);
+        connect(menu.action("mnuFind"), &QAction::triggered, filter, [this, filter, at = tab] {
+            if (m_strip.currentIndex() == at)
+                filter->open();
+        });
     }
 }
 

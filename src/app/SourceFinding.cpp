@@ -2,6 +2,7 @@
 
 #include "app/TabStrip.h"
 #include "asking/Talk.h"
+#include "controls/Commands.h"
 #include "source/forms/FindBar.h"
 #include "source/forms/SourceBox.h"
 
@@ -13,31 +14,41 @@ namespace quillmere {
 namespace {
 
 constexpr int kSourceTab = 8; // in the strip
+// Those with a text or a list to look in.
+const QList<int> kFinds = {1, 2, 3, 4, 5, 6, kSourceTab};
 
 } // namespace
 
-SourceFinding::SourceFinding(SourceBox &source, TabStrip &strip, Talk &talk, QMainWindow &window)
-    : QObject(&window), m_source(source), m_strip(strip), m_talk(talk), m_bar(new FindBar(source))
+SourceFinding::SourceFinding(SourceBox &source, TabStrip &strip, Commands &menu, Talk &talk,
+                             QMainWindow &window)
+    : QObject(&window), m_source(source), m_strip(strip), m_talk(talk), m_bar(new FindBar(source)),
+      m_find(menu.action("mnuFind")), m_previous(new QAction(tr("Find Previous"), this)),
+      m_goToLine(menu.action("mnuGoToLine"))
 {
-    connect(addKey(window, "findInSource", QKeySequence::Find), &QAction::triggered, m_bar, &FindBar::open);
-    connect(addKey(window, "findPrevious", Qt::SHIFT | Qt::Key_F3), &QAction::triggered, this, [this] {
+    menu.on("mnuFind", [this] {
+        if (m_strip.currentIndex() == kSourceTab)
+            m_bar->open();
+    });
+    menu.on("mnuGoToLine", [this] { goToLine(); });
+    m_find->setShortcut(QKeySequence::Find);
+    m_goToLine->setShortcut(Qt::CTRL | Qt::Key_G);
+    m_previous->setObjectName(QStringLiteral("findPrevious"));
+    m_previous->setShortcut(Qt::SHIFT | Qt::Key_F3);
+    window.addAction(m_previous);
+    connect(m_previous, &QAction::triggered, this, [this] {
         if (!m_bar->previous())
             m_bar->open();
     });
-    connect(addKey(window, "goToLine", Qt::CTRL | Qt::Key_G), &QAction::triggered, this,
-            &SourceFinding::goToLine);
+    connect(&m_strip, &QTabBar::currentChanged, this, &SourceFinding::follow);
+    follow();
 }
 
-QAction *SourceFinding::addKey(QMainWindow &window, const char *name, const QKeySequence &key)
+void SourceFinding::follow()
 {
-    auto *action = new QAction(this);
-    action->setObjectName(QLatin1String(name));
-    action->setShortcut(key);
-    window.addAction(action);
-    const auto enable = [this, action] { action->setEnabled(m_strip.currentIndex() == kSourceTab); };
-    connect(&m_strip, &QTabBar::currentChanged, action, enable);
-    enable();
-    return action;
+    const bool isSource = m_strip.currentIndex() == kSourceTab;
+    m_previous->setEnabled(isSource);
+    m_goToLine->setEnabled(isSource);
+    m_find->setEnabled(kFinds.contains(m_strip.currentIndex()));
 }
 
 bool SourceFinding::next()

@@ -142,6 +142,7 @@ void frmSkin::makeTabs()
     m_room = new WorkRoom(*m_page, *TabStrip4, frYt, *frmWb, *this);
     m_outside = new OutsideChanges(*m_status->offers, m_theme, *m_langTab, m_files, m_talk, this);
     m_keptRows = new KeptRows(m_theme, m_files, *m_status->offers, m_talk, this);
+    m_keptRows->watch(*m_langTab->panel);
     m_document =
         new OpenDocument(*m_sourceTab->txtSnippet, *frmWb, *m_status, *m_outside, m_files, m_talk, this);
     m_sourceHelp = new SourceHelp(*m_sourceTab->txtSnippet, *m_index, m_theme, this);
@@ -176,13 +177,12 @@ void frmSkin::connectTabs()
         if (const QString news = m_keptRows->takeNews(); !news.isEmpty())
             m_talk.say(path + u". " + news);
     });
-    connect(m_document, &OpenDocument::textRestored, this,
-            [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); });
     connect(m_outside, &OutsideChanges::reloaded, this,
             [this] { BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
     connect(&m_names->editing, &ThemeEditing::othersChanged, this,
             [this] { m_sourceTab->BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
     const auto showSource = [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); };
+    connect(m_document, &OpenDocument::textRestored, this, showSource);
     connect(m_stageTools, &StageTools::sourceWanted, this, showSource);
     connect(m_room, &WorkRoom::sourceWanted, this, showSource);
     connect(TabStrip4, &TabStrip::currentChanged, this, &frmSkin::TabStrip4_Click);
@@ -241,8 +241,8 @@ void frmSkin::makeMenu()
             m_talk.say(tr("%1 restored.").arg(path));
         });
     m_dialogs->addCommands(m_menu);
-    m_dialogs->findsInBar = std::bind_front(
-        &SourceFinding::next, new SourceFinding(*m_sourceTab->txtSnippet, *TabStrip4, m_talk, *this));
+    auto *finding = new SourceFinding(*m_sourceTab->txtSnippet, *TabStrip4, m_menu, m_talk, *this);
+    m_dialogs->findsInBar = std::bind_front(&SourceFinding::next, finding);
     m_names->addCommands(m_menu);
     (new NewThings({m_theme, *m_index, *m_names, *m_document, *m_sourceTab->txtSnippet, *TabStrip4, m_talk},
                    *this))

@@ -10,6 +10,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include <utility>
+
 namespace quillmere {
 
 namespace {
@@ -124,6 +126,9 @@ void ListFilter::apply()
     if (!text.isEmpty())
         fold();
     int found = 0;
+    const QModelIndex current = m_list.currentIndex();
+    m_isInView =
+        m_isInView || (current.isValid() && m_list.visualRect(current).intersects(m_list.viewport()->rect()));
     m_isHidden.resize(rows.rowCount());
     for (int row = 0; row < rows.rowCount(); ++row) {
         bool isFound = (!m_isShown || m_isShown(row)) && (text.isEmpty() || m_folded.at(row).contains(text));
@@ -160,8 +165,13 @@ void ListFilter::hideFurther()
     }
     if (m_next < m_isHidden.size())
         m_further.start();
-    else
+    else {
         m_further.stop();
+        // What one looks at is still to be seen when others go from above it.
+        const QModelIndex current = m_list.currentIndex();
+        if (std::exchange(m_isInView, false) && current.isValid() && !m_list.isRowHidden(current.row(), {}))
+            m_list.scrollTo(current);
+    }
 }
 
 bool ListFilter::eventFilter(QObject *watched, QEvent *event)

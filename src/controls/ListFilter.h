@@ -48,10 +48,11 @@ private:
     QLineEdit *txtFilter;
     QComboBox *cboTicks;
     QLabel *lblFound;
-    QRect m_whole, m_room;  // where the list is without the line, and with it
-    QStringList m_folded;   // a text a row to look in; empty until it is wanted, and after rows change
-    QList<bool> m_isHidden; // of each row
-    int m_next = 0;         // row that this has not been done for yet
+    QRect m_whole, m_room;   // where the list is without the line, and with it
+    QStringList m_folded;    // a text a row to look in; empty until it is wanted, and after rows change
+    QList<bool> m_isHidden;  // of each row
+    bool m_isInView = false; // the current row was, before rows were hidden
+    int m_next = 0;          // row that this has not been done for yet
     std::function<bool(int)> m_isShown;
     QTimer m_further;
     QTimer m_soon; // rows change many at a time

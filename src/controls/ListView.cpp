@@ -172,7 +172,8 @@ bool ListView::viewportEvent(QEvent *event)
         // What the rows have to say beyond their texts is said in any case.
         const bool isText = index.isValid() &&
                             index.data(Qt::ToolTipRole).toString() == plainToolTip(index.data().toString());
-        if (isText && isWhole(index)) {
+        const bool isUsual = itemDelegateForIndex(index) == itemDelegate();
+        if (isText && isUsual && isWhole(index)) {
             QToolTip::hideText();
             return QAbstractScrollArea::viewportEvent(event); // there may be one of the list
         }

@@ -159,6 +159,35 @@ private slots:
         QCOMPARE(seen(), u"01"_s);
     }
 
+    // The selected row goes on being seen where rows above it go, in the order of the view; one that was out
+    // of sight stays there.
+    void filterKeepsInView()
+    {
+        m_window->turnTo(3);
+        auto *list = m_window->find<ListView>("lvColor");
+        QList<ListRows::Row> rows;
+        for (int i = 0; i < 400; ++i)
+            rows.append({QString(), {(i % 2 ? u"odd%1"_s : u"even%1"_s).arg(i, 3), u"#000000"_s}});
+        qobject_cast<ListRows *>(list->model())->assign(rows);
+        list->sortBy(1, Qt::DescendingOrder);
+        list->setFocus();
+        QTest::keySequence(list, QKeySequence::Find);
+        const auto isSeen = [&](int row) {
+            return list->viewport()->rect().intersects(list->visualRect(list->model()->index(row, 0)));
+        };
+        list->setCurrentIndex(list->model()->index(201, 0));
+        list->scrollTo(list->currentIndex());
+        auto *text = m_window->find<QLineEdit>("txtFilterlvColor");
+        text->setText(u"1"_s);
+        QVERIFY(isSeen(201));
+        text->clear();
+        QVERIFY(isSeen(201));
+        list->scrollToTop();
+        QVERIFY(!isSeen(201));
+        text->setText(u"odd"_s);
+        QVERIFY(!isSeen(201));
+    }
+
     // Strings of another language are not undone into those of this one, even where both happen at once.
     void otherRowsBeginAnew()
     {

@@ -296,6 +296,29 @@ private slots:
         QCOMPARE(kept(window, path, kind), 0);
     }
 
+    // A translation that was typed and not taken is kept as well; put back, it is forgotten.
+    void typedTranslation()
+    {
+        EditedWindow window;
+        const QString path = window.path("theme/en.xml");
+        window.turnTo(4);
+        window.select("LvBhs", 0);
+        auto *edit = window.find<QPlainTextEdit>("txtTranslation");
+        QTest::keyClicks(edit, u"wohl"_s);
+        QVERIFY(QTest::qWaitFor([&] { return kept(window, path, UnsavedKind::Translations) > 0; }, 5000));
+        QCOMPARE(window.shown("LvBhs"), u" | Yes | Ja\n"_s);
+        QTest::keyClick(edit, Qt::Key_Escape);
+        QVERIFY(QTest::qWaitFor([&] { return kept(window, path, UnsavedKind::Translations) == 0; }, 5000));
+        QTest::keyClicks(edit, u"wohl"_s);
+        QVERIFY(QTest::qWaitFor([&] { return kept(window, path, UnsavedKind::Translations) > 0; }, 5000));
+        window.start();
+        window.openTheme();
+        openLanguage(window, 0);
+        QVERIFY(offers(window, u"Unsaved translations of .*"_s));
+        answer(window, "cmdOffer(0)");
+        QCOMPARE(window.shown("LvBhs"), u" | Yes | Jawohl\n"_s);
+    }
+
     // Several offers are reached one after another, and what a restore replaces is offered in its turn.
     void rowsInTurn()
     {

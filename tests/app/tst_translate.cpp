@@ -107,9 +107,13 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!window.choices().endsWith(u" 0"), 10000);
         QTest::mouseClick(window.find<QToolButton>("cmdStrings(3)"), Qt::LeftButton);
         QTRY_VERIFY(window.seen().startsWith(u"0123"));
-        window.press("LvBhs", 2, Qt::Key_Space);
         QTest::mouseClick(window.find<QToolButton>("cmdStrings(2)"), Qt::LeftButton);
-        QTRY_COMPARE(window.seen(), u"01[2]34"_s); // until another one is selected
+        window.press("LvBhs", 2, Qt::Key_Space);
+        QCoreApplication::processEvents();
+        QTRY_COMPARE(window.seen(), u"01[2]34"_s); // until another one is selected, or another choice
+        QTest::mouseClick(window.find<QToolButton>("cmdStrings(1)"), Qt::LeftButton);
+        QTRY_COMPARE(window.seen(), u"13"_s);
+        QTest::mouseClick(window.find<QToolButton>("cmdStrings(2)"), Qt::LeftButton);
         window.select("LvBhs", 0);
         QTRY_COMPARE(window.seen(), u"[0]134"_s);
 
@@ -408,6 +412,16 @@ private slots:
         const QString offered = rowsAsText(list->model());
         QCOMPARE(offered, u"* Channel list | Sender |  | gone\n* Radio |  | R | new, fuzzy\n"
                           "Menu |  | M | conflicting\nMenu |  | N | conflicting\n"_s);
+        const auto ticks = [&](const char *button) {
+            childOf<QPushButton>(*dialog, button)->click();
+            QCoreApplication::processEvents();
+            return childOf<QLabel>(*dialog, "lblImportCount")->text();
+        };
+        QCOMPARE(ticks("cmdImportNone"), u"0 of 4 translations"_s);
+        QCOMPARE(ticks("cmdImportAll"), u"3 of 4 translations"_s); // "Menu" has one
+        childOf<QAction>(*list, "mnuRowsUndo")->trigger();
+        childOf<QAction>(*list, "mnuRowsUndo")->trigger();
+        QCOMPARE(rowsAsText(list->model()), offered);
         QCOMPARE(childOf<QPlainTextEdit>(*dialog, "txtImportLeftOut")->toPlainText(),
                  u"Line 12: the language has no \"Other\""_s);
         for (const int row : {0, 2, 3}) {

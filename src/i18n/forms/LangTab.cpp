@@ -12,6 +12,7 @@
 #include "files/TextFile.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/forms/LanguageFiles.h"
+#include "i18n/forms/ProblemDots.h"
 #include "i18n/forms/ShareDelegate.h"
 #include "i18n/forms/StringFilters.h"
 #include "i18n/forms/TranslationPanel.h"
@@ -55,7 +56,7 @@ LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &f
     txtLangFile->setPlaceholderText(tr("Double-click a language to open its file"));
     connect(txtLangFile, &QLineEdit::textChanged, this,
             [this](const QString &path) { m_file.document.setPath(path, QString(m_file.document.theme())); });
-    lvLang->setColumnShares({2, 5, 3});
+    lvLang->setColumnShares({1, 8, 7});
     lvLang->setColumnElideMode(1, Qt::ElideRight);
     LvBhs->setColumnShares({1, 9, 9});
     LvBhs->setTextElideMode(Qt::ElideRight);
@@ -65,6 +66,7 @@ LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &f
         emit useChosen(use, languageOf(m_languages, m_file.document.path()));
     });
     filters = new StringFilters(m_strings, *LvBhs, this);
+    LvBhs->setItemDelegateForColumn(2, new ProblemDots(*LvBhs, *filters));
     lvLang->setItemDelegateForColumn(
         1, new ShareDelegate(*lvLang, [this](int language) { return shareOf(language); }));
     connect(languageFiles, &LanguageFiles::changed, lvLang->viewport(), qOverload<>(&QWidget::update));

@@ -30,7 +30,7 @@ const struct
 } // namespace
 
 StringFilters::StringFilters(const ListRows &strings, const ListView &list, QWidget *parent)
-    : QWidget(parent), m_strings(strings), m_list(list)
+    : QWidget(parent), m_strings(strings)
 {
     named(this, "stringFilters", tr("Strings that are shown"));
     auto *line = new QHBoxLayout(this);
@@ -55,12 +55,15 @@ StringFilters::StringFilters(const ListRows &strings, const ListView &list, QWid
         if (!isOn)
             return;
         m_choice = Choice(choice);
+        m_kept = QModelIndex(); // the number on the button is that of the rows that come
         emit changed();
     });
-    connect(list.selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
-        if (m_choice != All)
-            emit changed();
-    });
+    connect(list.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex &now) {
+                m_kept = now;
+                if (m_choice != All)
+                    emit changed();
+            });
     count();
 }
 
@@ -81,7 +84,7 @@ bool StringFilters::fits(int row) const
 
 bool StringFilters::shows(int row) const
 {
-    return fits(row) || row == m_list.currentIndex().row();
+    return fits(row) || (m_kept.isValid() && row == m_kept.row());
 }
 
 void StringFilters::count()
@@ -97,7 +100,7 @@ void StringFilters::count()
     }
 }
 
-void StringFilters::setProblems(QHash<int, QStringList> problems)
+void StringFilters::setProblems(QHash<int, StringProblems> problems)
 {
     if (m_problems == problems)
         return;

@@ -3,6 +3,7 @@
 #include "i18n/Dictionary.h"
 
 #include <QHash>
+#include <QPersistentModelIndex>
 #include <QStringList>
 #include <QWidget>
 
@@ -15,9 +16,19 @@ namespace quillmere {
 class ListRows;
 class ListView;
 
-// A line of choices above the strings of a language, each with the number of strings behind it. The string
-// that is selected stays to be seen until another is: one that has just been translated does not vanish under
-// the hand.
+// What the checks say of a string; the marks go from bad to harmless.
+struct StringProblems
+{
+    enum class Mark { Error, Warning, Note };
+    Mark worst = Mark::Note;
+    QStringList messages = {};
+
+    bool operator==(const StringProblems &) const = default;
+};
+
+// A line of choices above the strings of a language, each with the number of strings behind it. A string that
+// is selected stays to be seen until another one, or another choice, is: one that has just been translated
+// does not vanish under the hand.
 class StringFilters : public QWidget
 {
     Q_OBJECT
@@ -34,8 +45,8 @@ public:
     void count();
 
     // What the checks say of the rows, by row.
-    void setProblems(QHash<int, QStringList> problems);
-    QStringList problemsOf(int row) const { return m_problems.value(row); }
+    void setProblems(QHash<int, StringProblems> problems);
+    StringProblems problemsOf(int row) const { return m_problems.value(row); }
 
 signals:
     // Other rows are to be seen.
@@ -46,10 +57,10 @@ private:
     bool fits(int row) const;
 
     const ListRows &m_strings;
-    const ListView &m_list;
+    QPersistentModelIndex m_kept; // whatever the choice
     std::array<QToolButton *, 4> m_buttons;
     Choice m_choice = All;
-    QHash<int, QStringList> m_problems;
+    QHash<int, StringProblems> m_problems;
 };
 
 } // namespace quillmere

@@ -15,11 +15,14 @@
 #include <QLabel>
 #include <QSettings>
 
+#include <algorithm>
+
 namespace quillmere {
 
 namespace {
 
 constexpr int kGap = 3;                     // pixels
+constexpr int kNoteLines = 3;               // of what is wrong with a string
 constexpr qsizetype kMostShown = 10'000;    // units; beside what one types
 constexpr qsizetype kMostTyped = 1'000'000; // units; a row with more is none that one types
 
@@ -61,7 +64,10 @@ TranslationPanel::TranslationPanel(ListRows &strings, ListView &list, std::funct
                                   "next string without one, Shift+Enter breaks the line, Esc puts back what "
                                   "the row holds."));
     lblPanelNote->setTextFormat(Qt::PlainText);
-    lblPanelNote->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    lblPanelNote->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
+    lblPanelNote->setWordWrap(true);
+    lblPanelNote->setMinimumHeight(lblPanelNote->fontMetrics().lineSpacing());
+    lblPanelNote->setMaximumHeight(kNoteLines * lblPanelNote->fontMetrics().lineSpacing());
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kGap);
@@ -161,6 +167,13 @@ void TranslationPanel::hideEvent(QHideEvent *event)
 bool TranslationPanel::isTyped() const
 {
     return row() >= 0 && txtTranslation->text() != m_before;
+}
+
+std::optional<QString> TranslationPanel::typed() const
+{
+    const QString text = isTyped() ? txtTranslation->text() : QString();
+    return isTyped() && reasonAgainst(text).isEmpty() ? std::optional(inRow(text, m_strings.row(row())))
+                                                      : std::nullopt;
 }
 
 void TranslationPanel::showRow(int row)
@@ -284,7 +297,12 @@ void TranslationPanel::setLanguages(const QStringList &names)
 
 void TranslationPanel::refresh()
 {
+    // Who looks at no other language has the room.
+    const auto hasLanguage = [](const Beside &beside) { return beside.language->currentIndex() > 0; };
+    const bool isAny = std::any_of(m_beside.begin(), m_beside.end(), hasLanguage);
     for (const Beside &beside : m_beside) {
+        beside.text->setVisible(isAny);
+        beside.text->setEnabled(hasLanguage(beside));
         const bool isChosen = beside.language->currentIndex() > 0 && translationIn && row() >= 0;
         const QString text =
             isChosen ? translationIn(beside.language->currentText(), m_source).left(kMostShown) : QString();

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 
 class QComboBox;
 class QLabel;
@@ -37,6 +38,8 @@ public:
 
     // Puts what is typed into its row, the check mark as it was. Where the row cannot hold it, it is kept.
     void takeTyped();
+    // What is typed and not in its row yet, as the row would hold it; nothing where it could not.
+    std::optional<QString> typed() const;
     // Whether nothing gets lost where the program is left now; asks where something does.
     bool mayClose();
 

@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QSet>
 
 #include <algorithm>
 
@@ -104,6 +105,21 @@ QLayout *frmImport::makeButtons()
     connect(cmdImportCancel, &QPushButton::clicked, this, &QDialog::reject);
     auto *line = new QHBoxLayout;
     line->addWidget(lblImportCount, 1);
+    const struct
+    {
+        const char *name;
+        QString caption, says;
+        bool ticks;
+    } ticks[] = {{"cmdImportAll", tr("Tick &All"), tr("Tick every translation"), true},
+                 {"cmdImportNone", tr("Tick &None"), tr("Tick no translation"), false}};
+    for (const auto &each : ticks) {
+        auto *button = named(new QPushButton(each.caption), each.name, each.says);
+        button->setToolTip(each.says);
+        button->setAutoDefault(false);
+        button->setVisible(!m_rows.isEmpty());
+        connect(button, &QPushButton::clicked, this, [this, on = each.ticks] { tickAll(on); });
+        line->addWidget(button);
+    }
     line->addWidget(cmdImport);
     line->addWidget(cmdImportCancel);
     return line;
@@ -143,6 +159,27 @@ void frmImport::lvImport_Check(int row)
         }
     }
     showCount();
+}
+
+// Of several translations of one string the first is ticked, where none is.
+void frmImport::tickAll(bool on)
+{
+    QList<ListRows::Row> rows = m_rows.rows();
+    QSet<int> ticked; // strings
+    for (int row = int(m_choices); row < rows.size(); ++row) {
+        if (rows.at(row).checked)
+            ticked.insert(m_changes[row].row);
+    }
+    for (int row = 0; row < rows.size(); ++row) {
+        bool &checked = rows[row].checked;
+        if (!on || row < m_choices) {
+            checked = on;
+        } else if (!checked && !ticked.contains(m_changes[row].row)) {
+            checked = true;
+            ticked.insert(m_changes[row].row);
+        }
+    }
+    m_rows.edit(rows);
 }
 
 void frmImport::showCount()

@@ -29,6 +29,7 @@ private:
     QLayout *makeButtons();
     void makeLeftOut(const ImportPlan &plan, QLayout &column);
     void lvImport_Check(int row);
+    void tickAll(bool on);
     void showCount();
     void cmdImport_Click();
 

@@ -1,10 +1,13 @@
 #include "keeping/forms/KeptRows.h"
 
 #include "files/RunTimeError.h"
+#include "i18n/forms/TranslationEdit.h"
+#include "i18n/forms/TranslationPanel.h"
 #include "keeping/forms/Recovery.h"
 #include "theme/ThemeProject.h"
 
 #include <QFileInfo>
+#include <QPointer>
 
 #include <utility>
 
@@ -16,7 +19,8 @@ public:
     List(RowsDocument &document, UnsavedKind kind, const QString &name, Files &files, OfferBar &offers,
          Talk &talk)
         : m_document(document), m_name(name),
-          m_recovery(recoverableRows(document, kind, name), files, offers, talk)
+          m_recovery(recoverableRows(document, kind, name, [this] { return typed ? typed() : std::nullopt; }),
+                     files, offers, talk)
     {
         QObject::connect(&document.rows(), &ListRows::edited, &m_recovery, &Recovery::changed);
         document.setKeeper(this);
@@ -34,11 +38,20 @@ public:
     void saved() override { m_recovery.saved(); }
 
     QString takeNews() { return std::exchange(m_news, {}); }
+    // Something was typed, or put back.
+    void typedChanged()
+    {
+        const bool isTyped = typed && typed();
+        if (std::exchange(m_wasTyped, isTyped) || isTyped)
+            m_recovery.changed();
+    }
+    std::function<std::optional<TypedText>()> typed; // and not in its row yet
 
 private:
     RowsDocument &m_document;
     QString m_name;
     Recovery m_recovery;
+    bool m_wasTyped = false;
     QString m_keptOf; // the file whose rows have been kept and are about to go
     QString m_news;
 };
@@ -55,6 +68,18 @@ KeptRows::KeptRows(ThemeProject &theme, Files &files, OfferBar &offers, Talk &ta
 }
 
 KeptRows::~KeptRows() = default;
+
+void KeptRows::watch(TranslationPanel &panel)
+{
+    List *translations = m_lists.back().get();
+    const QPointer<TranslationPanel> there = &panel; // which goes first
+    translations->typed = [there]() -> std::optional<TypedText> {
+        const std::optional<QString> text = there ? there->typed() : std::nullopt;
+        return text ? std::optional(TypedText{there->row(), 2, *text}) : std::nullopt;
+    };
+    connect(panel.txtTranslation, &QPlainTextEdit::textChanged, this,
+            [translations] { translations->typedChanged(); });
+}
 
 QStringList KeptRows::keepAll()
 {

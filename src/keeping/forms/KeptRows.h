@@ -12,6 +12,7 @@ class Files;
 class OfferBar;
 class Talk;
 class ThemeProject;
+class TranslationPanel;
 
 // Keeps the colours, the images and the translations from getting lost while they are not saved, and offers
 // them when their file is opened again.
@@ -24,6 +25,8 @@ public:
     KeptRows(ThemeProject &theme, Files &files, OfferBar &offers, Talk &talk, QObject *parent = nullptr);
     ~KeptRows() override;
 
+    // Keeps the translation that is typed in the panel with the others.
+    void watch(TranslationPanel &panel);
     // Keeps all that is unsaved now. Gives a line for each list that cannot be kept, and why.
     QStringList keepAll();
     // A sentence on each list that has been kept since it was last asked, and whose place another file has

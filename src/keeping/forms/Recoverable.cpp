@@ -46,14 +46,20 @@ Recoverable recoverableText(SourceBox &source, Document &document)
     return text;
 }
 
-Recoverable recoverableRows(RowsDocument &document, UnsavedKind kind, const QString &name)
+Recoverable recoverableRows(RowsDocument &document, UnsavedKind kind, const QString &name,
+                            const std::function<std::optional<TypedText>()> &typed)
 {
     Recoverable rows;
     rows.kind = kind;
     rows.name = name;
     rows.document = &document;
-    rows.isEdited = [&document] { return document.isEdited(); };
-    rows.textToKeep = [&document] { return rowsToText(document.rows().rows()); };
+    rows.isEdited = [&document, typed] { return document.isEdited() || typed(); };
+    rows.textToKeep = [&document, typed] {
+        QList<ListRows::Row> kept = document.rows().rows();
+        if (const auto text = typed(); text && text->row < kept.size())
+            kept[text->row].subItems[text->subItem - 1] = text->text;
+        return rowsToText(kept);
+    };
     rows.shows = [&document](const QString &kept) {
         const auto read = rowsFromText(kept);
         return read && isSameButForChecks(*read, document.rows().rows());

@@ -29,7 +29,14 @@ struct Recoverable
 
 // The text of the source box. All must outlive what is returned.
 Recoverable recoverableText(SourceBox &source, Document &document);
-// The rows of a list.
-Recoverable recoverableRows(RowsDocument &document, UnsavedKind kind, const QString &name);
+// A text on its way into a row.
+struct TypedText
+{
+    int row = 0, subItem = 1;
+    QString text;
+};
+// The rows of a list, with what is typed where `typed` gives that.
+Recoverable recoverableRows(RowsDocument &document, UnsavedKind kind, const QString &name,
+                            const std::function<std::optional<TypedText>()> &typed);
 
 } // namespace quillmere
