@@ -54,6 +54,12 @@ done
 expect "rights" test -z "$(dpkg-deb -c "$package" | 
     grep -Ev '^(drwxr-xr-x|-rw-r--r--|lrwxrwxrwx) root/root |^-rwxr-xr-x root/root .* \./usr/bin/quillmere$')"
 
+# The guide leads to nothing that is not there.
+guide=$share/quillmere/guide
+for link in $(grep -oEh '\]\([^):#]+' "$guide"/*.md | cut -c 3-); do
+    expect "$link of the guide" test -e "$guide/$link"
+done
+
 # Manual and completion know what the program knows, no more and no less.
 # offers WORD...: what bash offers for the last of the words, a line each.
 offers() {
