@@ -1,5 +1,6 @@
 #include "app/HelpMenu.h"
 
+#include "app/WindowTips.h"
 #include "app/frmAbout.h"
 #include "app/frmGuide.h"
 #include "app/frmShortcuts.h"
@@ -10,6 +11,7 @@
 #include <QAction>
 #include <QMainWindow>
 #include <QTabBar>
+#include <QTimer>
 
 namespace quillmere {
 
@@ -19,6 +21,8 @@ HelpMenu::~HelpMenu() = default;
 
 void HelpMenu::addCommands(Commands &menu)
 {
+    // When all controls are made, and the window is on its way to the screen.
+    QTimer::singleShot(0, this, [this] { giveWindowTips(m_window); });
     menu.on("mnuGuide", [this] { mnuGuide_Click(); });
     menu.action("mnuGuide")->setShortcut(Qt::Key_F1);
     menu.on("mnuShortcuts", [this] { mnuShortcuts_Click(); });

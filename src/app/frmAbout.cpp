@@ -62,6 +62,7 @@ frmAbout::frmAbout(QAction &shortcuts, QAction &guide, QWidget *parent) : QDialo
     auto *maker =
         named(new QLabel(tr("The Quillmere authors\nauthors@quillmere.example")), "lblMaker", tr("Maker"));
     maker->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    maker->setToolTip(tr("Who made Quillmere. The address can be selected and copied."));
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     auto *copy = named(new QPushButton(tr("Copy &Details")), "cmdCopyDetails", tr("Copy Details"));

@@ -1,5 +1,6 @@
 #include "controls/ListFilter.h"
 
+#include "controls/EmptyHint.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
 
@@ -16,9 +17,10 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kHeight = 24;   // pixels
-constexpr int kGap = 4;       // pixels
-constexpr int kAtOnce = 8000; // rows that are hidden or shown in one go; the view takes its time for each
+constexpr int kHeight = 24;    // pixels
+constexpr int kMostShown = 60; // letters of what is typed
+constexpr int kGap = 4;        // pixels
+constexpr int kAtOnce = 8000;  // rows that are hidden or shown in one go; the view takes its time for each
 
 enum Ticks { All, Ticked, NotTicked };
 
@@ -44,6 +46,9 @@ ListFilter::ListFilter(ListView &list)
     named(lblFound, "", tr("Number of rows"))->setObjectName(u"lblFound" + name);
     txtFilter->setPlaceholderText(tr("Filter"));
     txtFilter->setClearButtonEnabled(true);
+    txtFilter->setToolTip(tr("Shows only the rows that contain this text. Esc ends it."));
+    cboTicks->setToolTip(tr("Shows all rows, or only those with or without a tick."));
+    lblFound->setToolTip(tr("How many rows are shown, and how many there are."));
     cboTicks->addItems({tr("All"), tr("Ticked"), tr("Not ticked")});
     cboTicks->setVisible(false);
     auto *line = new QHBoxLayout(this);
@@ -141,6 +146,10 @@ void ListFilter::apply()
     m_next = 0;
     hideFurther();
     lblFound->setText(tr("%1 of %2").arg(found).arg(rows.rowCount()));
+    setFilterHint(m_list, found > 0 ? QString()
+                          : txtFilter->text().isEmpty()
+                              ? tr("The filter hides all rows.")
+                              : tr("No row contains \"%1\".").arg(txtFilter->text().left(kMostShown)));
 }
 
 void ListFilter::fold()

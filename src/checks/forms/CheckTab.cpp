@@ -1,5 +1,6 @@
 #include "checks/forms/CheckTab.h"
 
+#include "controls/EmptyHint.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
 
@@ -145,6 +146,13 @@ void CheckTab::showChosen()
     for (size_t severity = 0; severity < m_toggles.size(); ++severity)
         filter.severities[severity] = m_toggles[severity]->isChecked();
     m_rows.show(m_check.problems(), filter);
+    const bool areProblems = !m_check.problems()->isEmpty();
+    setEmptyHint(*lvCheck, areProblems && !filter.text.isEmpty()
+                               ? tr("No problem contains \"%1\".").arg(filter.text)
+                           : areProblems ? tr("The buttons above hide all problems.")
+                           : m_check.isReady()
+                               ? tr("Nothing is wrong with this theme.")
+                               : tr("What is wrong with the theme is listed here once a theme is open."));
 }
 
 void CheckTab::showDetail()

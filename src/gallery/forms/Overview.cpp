@@ -2,6 +2,7 @@
 
 #include "asking/Talk.h"
 #include "browser/forms/WebBrowser.h"
+#include "controls/EmptyHint.h"
 #include "controls/Named.h"
 #include "gallery/forms/OverviewList.h"
 #include "preview/forms/PreviewArea.h"
@@ -169,6 +170,8 @@ void Overview::filter(const QString &part)
 void Overview::showCount()
 {
     const int all = rows.windows(), shown = rows.rowCount();
+    setEmptyHint(*lvOverview, all == 0 ? tr("This theme has no windows. Widget > New Window makes one.")
+                                       : tr("No window's name contains \"%1\".").arg(rows.filter()));
     lblOverview->setText(rows.filter().isEmpty() ? (all == 1 ? tr("1 window") : tr("%1 windows").arg(all))
                                                  : tr("%1 of %2 windows").arg(shown).arg(all));
 }

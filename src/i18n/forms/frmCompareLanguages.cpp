@@ -1,5 +1,6 @@
 #include "i18n/forms/frmCompareLanguages.h"
 
+#include "controls/EmptyHint.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "controls/PageScroll.h"
@@ -114,6 +115,8 @@ QLayout *frmCompareLanguages::makeFilter()
 {
     txtCompareFilter->setPlaceholderText(tr("Filter"));
     txtCompareFilter->setClearButtonEnabled(true);
+    txtCompareFilter->setToolTip(tr("Shows only the strings that contain this in any language."));
+    chkCompareMissing->setToolTip(tr("Shows only the strings that a ticked language does not translate."));
     connect(txtCompareFilter, &QLineEdit::textChanged, this, &frmCompareLanguages::filter);
     connect(chkCompareMissing, &QCheckBox::toggled, this, &frmCompareLanguages::filter);
     auto *line = new QHBoxLayout;
@@ -126,6 +129,7 @@ QLayout *frmCompareLanguages::makeFilter()
 void frmCompareLanguages::makeTable()
 {
     tblCompare->setModel(&model);
+    setEmptyHint(*tblCompare, tr("No string of the ticked languages fits."));
     tblCompare->setItemDelegate(new CellDelegate(tblCompare));
     tblCompare->setAlternatingRowColors(true);
     tblCompare->setWordWrap(false);

@@ -112,6 +112,8 @@ QWidget *frmRestore::makeList()
     connect(lvVersions, &ListView::rowOpened, this, &frmRestore::cmdRestore_Click);
     connect(lvVersions->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmRestore::showDifference);
+    txtFilter->setToolTip(tr("Shows only the files whose names contain this."));
+    lvVersions->setToolTip(tr("Versions kept of the theme's files. Double-click one to restore it."));
     lblEmpty->setWordWrap(true);
     lblEmpty->setTextFormat(Qt::PlainText);
     lblEmpty->setAlignment(Qt::AlignCenter);
@@ -135,6 +137,9 @@ void frmRestore::makeDifference()
     lblDifference->setTextFormat(Qt::PlainText);
     lblDifference->setWordWrap(true);
     txtDifference->setReadOnly(true);
+    txtDifference->setToolTip(tr("The lines that restoring adds and removes."));
+    cmdRestore->setToolTip(tr("Puts the selected version in place of the file, which is backed up."));
+    cmdClose->setToolTip(tr("Closes this dialog and restores nothing."));
     txtDifference->setUndoRedoEnabled(false);
     txtDifference->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtDifference->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));

@@ -51,6 +51,8 @@ void MakingDialog::complete(QWidget *first)
 {
     auto *cancel = named(new QPushButton(tr("Cancel")), "cmdNewCancel", tr("Close without making anything"));
     cmdNew->setDefault(true);
+    cmdNew->setToolTip(tr("Makes it, and closes this dialog."));
+    cancel->setToolTip(tr("Closes this dialog and makes nothing."));
     cancel->setAutoDefault(false);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(cmdNew, &QPushButton::clicked, this, [this] {

@@ -48,6 +48,7 @@ frmNewTheme::frmNewTheme(const QString &folder, Make make, QWidget *parent)
     connect(chooseFont, &QPushButton::clicked, this, &frmNewTheme::cmdNewThemeFont_Click);
     addField(tr("&Folder:"), txtNewThemeFolder, chooseFolder);
     addField(tr("Theme:"), lblNewThemePath);
+    cbNewThemeScreen->setToolTip(tr("The screen that the windows of the theme are made for, pixels."));
     addField(tr("&Screen:"), cbNewThemeScreen);
     addField(tr("F&ont:"), txtNewThemeFont, chooseFont);
     complete(txtNewThemeFolder);

@@ -60,6 +60,8 @@ QLayout *frmRename::makeName()
 {
     txtRename->setMaxLength(std::numeric_limits<int>::max()); // a theme's texts are never cut
     connect(txtRename, &QLineEdit::textChanged, this, &frmRename::txtRename_Change);
+    txtRename->setToolTip(tr("The name from now on."));
+    lvRename->setToolTip(tr("Every place of the name. Those with a tick are changed."));
     auto *label = new QLabel(tr("&New name:"));
     label->setBuddy(txtRename);
     auto *line = new QHBoxLayout;
@@ -72,6 +74,8 @@ QLayout *frmRename::makeButtons()
 {
     auto *cancel = named(new QPushButton(tr("Cancel")), "cmdRenameCancel", tr("Close without renaming"));
     cmdRename->setDefault(true);
+    cmdRename->setToolTip(tr("Renames in the ticked places, in all files at once."));
+    cancel->setToolTip(tr("Closes this dialog without renaming."));
     cancel->setAutoDefault(false);
     connect(cmdRename, &QPushButton::clicked, this, &frmRename::cmdRename_Click);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);

@@ -1,6 +1,7 @@
 #include "naming/forms/frmSearch.h"
 
 #include "asking/Talk.h"
+#include "controls/EmptyHint.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "controls/PageScroll.h"
@@ -64,6 +65,7 @@ frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> ch
     connect(&m_rows, &ListRows::checkChanged, this, &frmSearch::showTicked);
     connect(&m_rows, &ListRows::edited, this, &frmSearch::showTicked); // ticks that are undone
     m_history.addTo(*lvUses);
+    giveTips();
 
     auto *column = new QVBoxLayout(this);
     column->addLayout(makeQuestion());
@@ -74,6 +76,21 @@ frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> ch
     forget();
     scrollWhereSmall(*this);
     resize(kFirstSize);
+}
+
+void frmSearch::giveTips()
+{
+    setEmptyHint(*lvUses,
+                 tr("Every place that contains the text is listed here. Type it above and press Enter."));
+    txtSearch->setToolTip(tr("The text to search for, in the source of the windows."));
+    chkSearchCase->setToolTip(tr("Finds only texts in the same letter case."));
+    cbSearchIn->setToolTip(tr("Searches all windows of the theme, or the open one."));
+    cmdSearch->setToolTip(tr("Searches, and lists what is found."));
+    cmdSearchStop->setToolTip(tr("Stops searching. What is found so far stays."));
+    cmdSearchAll->setToolTip(tr("Ticks every place, to be replaced."));
+    cmdSearchNone->setToolTip(tr("Ticks no place."));
+    txtSearchReplace->setToolTip(tr("The text to put in place of what was found."));
+    cmdSearchReplace->setToolTip(tr("Replaces the text in the ticked places."));
 }
 
 frmSearch::~frmSearch()

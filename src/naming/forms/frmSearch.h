@@ -43,6 +43,7 @@ signals:
     void placeChosen(const FoundPlaces &found, int number, const TextSearch &search);
 
 private:
+    void giveTips();
     QLayout *makeQuestion();
     QLayout *makeProgress();
     QLayout *makeReplacement();

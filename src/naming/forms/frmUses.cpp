@@ -1,5 +1,6 @@
 #include "naming/forms/frmUses.h"
 
+#include "controls/EmptyHint.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "controls/PageScroll.h"
@@ -21,6 +22,7 @@ frmUses::frmUses(LiveIndex &index, QWidget &owner)
       lvUses(new ListView(QStringLiteral("lvUses"), tr("Places"), m_rows)),
       lblUses(named(new QLabel, "lblUses", tr("Number of places")))
 {
+    setEmptyHint(*lvUses, tr("Nothing uses this name."));
     setWindowTitle(tr("Uses"));
     lvUses->setColumnShares({5, 1, 9});
     lvUses->setTextElideMode(Qt::ElideRight);

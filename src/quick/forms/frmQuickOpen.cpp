@@ -65,6 +65,7 @@ frmQuickOpen::frmQuickOpen(QWidget &owner)
     setWindowTitle(tr("Quick Open"));
     txtQuickOpen->setPlaceholderText(
         tr("Window, block, image, colour, font, text, file or theme; > for commands"));
+    txtQuickOpen->setToolTip(tr("Type some letters of a name, in order; Enter goes to the selected row."));
     txtQuickOpen->installEventFilter(this);
     lvQuickOpen->setModel(m_rows);
     lvQuickOpen->setItemDelegate(new QuickDelegate(lvQuickOpen));
