@@ -136,7 +136,7 @@ void ArrangeMenu::addElements(Commands &menu)
     const auto anyWhole = [isWhole](const QList<int> &blocks) {
         return std::ranges::any_of(blocks, isWhole);
     };
-    const struct
+    static const struct
     {
         const char *name;
         QKeySequence keys;
@@ -147,9 +147,10 @@ void ArrangeMenu::addElements(Commands &menu)
                  {"mnuDelete", Qt::Key_Delete, &PictureCommands::remove},
                  {"mnuSelectParent", Qt::Key_U, &PictureCommands::selectParent}};
     for (const auto &item : items) {
-        const auto command = [this, done = item.command] {
+        const auto command = [this, &item] {
             m_link.takeChosen();
-            (m_picture.commands.*done)();
+            PictureCommands &commands = m_picture.commands;
+            (commands.*item.command)();
         };
         const bool selects = item.command == &PictureCommands::selectParent;
         add(menu, item.name, item.keys, command, [this, anyWhole, selects](const QList<int> &blocks) {
