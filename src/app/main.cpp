@@ -76,7 +76,12 @@ int check(const CommandLine &line, const TextMeasuring &measure = {})
     QTextStream err(stderr);
     if (!out.open(stdout, QIODevice::WriteOnly))
         return 2;
-    const int status = runCheck(line, readPicture, out, err, measure);
+    // The system takes back at once what a large theme takes a tenth of the time to free, text by text.
+    const auto leave = [&](int status) {
+        if (!line.textFit)
+            std::_Exit(out.flush() ? status : 2);
+    };
+    const int status = runCheck(line, readPicture, out, err, measure, leave);
     return out.flush() ? status : 2;
 }
 

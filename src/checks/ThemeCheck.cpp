@@ -40,17 +40,31 @@ QList<PictureFacts> picturesOf(const Catalogue &images, const QString &folder, P
     return store.facts(paths, folder, stop);
 }
 
+QHash<QString, QSize> sizesOf(const Catalogue &images, const QList<PictureFacts> &pictures)
+{
+    QHash<QString, QSize> sizes;
+    sizes.reserve(images.rows.size());
+    for (qsizetype row = 0; row < images.rows.size(); ++row) {
+        if (images.rows.at(row).isFirst && !pictures.at(row).size.isEmpty())
+            sizes.insert(images.rows.at(row).name, pictures.at(row).size);
+    }
+    return sizes;
+}
+
 ThemeFacts factsOf(const ThemeReport &report)
 {
     ThemeFacts facts;
     facts.screen = screenOf(report.sources, report.catalogues.of(FileRole::WindowCatalogue));
-    const Catalogue &images = report.catalogues.of(FileRole::ImageCatalogue);
-    for (qsizetype row = 0; row < images.rows.size(); ++row) {
-        if (images.rows.at(row).isFirst && !report.pictures.at(row).size.isEmpty())
-            facts.pictures.insert(images.rows.at(row).name, report.pictures.at(row).size);
-    }
-    for (const Catalogue &language : report.catalogues.languages())
-        facts.languages.append(textsOf(language, report.catalogues.nameOfLanguage(language.file)));
+    const QList<Catalogue> &languages = report.catalogues.languages();
+    facts.languages.resize(languages.size());
+    LanguageTexts *const texts = facts.languages.data();
+    inParallel(1 + languages.size(), {}, [&](qsizetype task) {
+        if (task == 0)
+            facts.pictures = sizesOf(report.catalogues.of(FileRole::ImageCatalogue), report.pictures);
+        else
+            texts[task - 1] = textsOf(languages.at(task - 1),
+                                      report.catalogues.nameOfLanguage(languages.at(task - 1).file));
+    });
     return facts;
 }
 

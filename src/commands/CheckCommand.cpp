@@ -31,7 +31,7 @@ MeasuredTheme measuredTheme(const ThemeSources &sources, const ThemeIndex &index
 } // namespace
 
 int runCheck(const CommandLine &line, const PictureReader &reader, QIODevice &out, QTextStream &err,
-             const TextMeasuring &measure)
+             const TextMeasuring &measure, const std::function<void(int status)> &leave)
 {
     const QString reason = reasonAgainst(line.theme);
     if (!reason.isEmpty()) {
@@ -59,10 +59,11 @@ int runCheck(const CommandLine &line, const PictureReader &reader, QIODevice &ou
         err << "quillmere: cannot write the report: " << out.errorString() << Qt::endl;
         return 2;
     }
-    return std::any_of(problems.begin(), problems.end(),
-                       [&](const Problem &problem) { return problem.severity() <= line.failOn; })
-               ? 1
-               : 0;
+    const bool fails = std::any_of(problems.begin(), problems.end(),
+                                   [&](const Problem &problem) { return problem.severity() <= line.failOn; });
+    if (leave)
+        leave(fails ? 1 : 0);
+    return fails ? 1 : 0;
 }
 
 } // namespace quillmere

@@ -18,8 +18,9 @@ using TextMeasuring = std::function<TextMeasures(const QString &folder, const QL
 
 // Checks a theme and writes what it finds to `out`, in the format asked for; what keeps it from checking to
 // `err`. Returns the exit status: 0, 1 where a problem is as severe as the line says, 2 where there is no
-// theme. Writes no file and draws nothing. `measure` is asked where the line wants texts measured.
+// theme. Writes no file and draws nothing. `measure` is asked where the line wants texts measured; `leave`,
+// with the status, before anything is freed.
 int runCheck(const CommandLine &line, const PictureReader &reader, QIODevice &out, QTextStream &err,
-             const TextMeasuring &measure = {});
+             const TextMeasuring &measure = {}, const std::function<void(int status)> &leave = {});
 
 } // namespace quillmere

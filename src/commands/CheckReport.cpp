@@ -1,5 +1,6 @@
 #include "commands/CheckReport.h"
 
+#include "checks/Parallel.h"
 #include "commands/PictureNames.h"
 #include "files/Paths.h"
 
@@ -10,8 +11,10 @@
 #include <QJsonObject>
 #include <QUrl>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <vector>
 
 namespace quillmere {
 
@@ -32,19 +35,27 @@ void addNumber(QByteArray &text, qint32 number)
     text.append(digits.data(), end - digits.data());
 }
 
-QByteArray asText(const QList<Problem> &problems, const QString &folder)
+// Lines of a report, and what is summed up below them.
+struct TextPart
+{
+    QByteArray text;
+    std::array<int, 3> counts = {};
+    qint64 unused = 0;
+};
+
+TextPart linesOf(const QList<Problem> &problems, qsizetype from, qsizetype to, const QString &folder)
 {
     std::array<QByteArray, 3> severities;
     for (size_t i = 0; i < severities.size(); ++i)
         severities[i] = ": " + nameOf(Severity(i)).toLatin1() + ": ";
-    QByteArray text;
+    TextPart part;
+    QByteArray &text = part.text;
     constexpr qsizetype usualLine = 160; // bytes
-    text.reserve(problems.size() * usualLine);
-    std::array<int, 3> counts = {};
-    qint64 unused = 0;
+    text.reserve((to - from) * usualLine);
     QString path;
     QByteArray file;
-    for (const Problem &problem : problems) {
+    for (qsizetype number = from; number < to; ++number) {
+        const Problem &problem = problems.at(number);
         if (problem.file != path)
             file = printable(relativeFile(problem, folder)).toUtf8();
         path = problem.file;
@@ -59,14 +70,33 @@ QByteArray asText(const QList<Problem> &problems, const QString &folder)
         text += " [";
         text += textOf(problem.rule).id;
         text += "]\n";
-        ++counts[size_t(severity)];
-        unused += problem.bytes;
+        ++part.counts[size_t(severity)];
+        part.unused += problem.bytes;
+    }
+    return part;
+}
+
+QByteArray asText(const QList<Problem> &problems, const QString &folder)
+{
+    constexpr qsizetype lines = 2000; // of a part
+    std::vector<TextPart> parts(size_t((problems.size() + lines - 1) / lines));
+    inParallel(qsizetype(parts.size()), {}, [&](qsizetype part) {
+        const qsizetype from = part * lines;
+        parts[size_t(part)] = linesOf(problems, from, std::min(from + lines, problems.size()), folder);
+    });
+    TextPart whole;
+    for (const TextPart &part : parts) {
+        whole.text += part.text;
+        for (size_t i = 0; i < whole.counts.size(); ++i)
+            whole.counts[i] += part.counts[i];
+        whole.unused += part.unused;
     }
     // The last line is the same for all themes, so that a program can read it.
-    if (unused > 0)
-        text += "unused images take " + QByteArray::number(unused) + " bytes\n";
-    return text + QByteArray::number(counts[0]) + " errors, " + QByteArray::number(counts[1]) +
-           " warnings, " + QByteArray::number(counts[2]) + " notes\n";
+    if (whole.unused > 0)
+        whole.text += "unused images take " + QByteArray::number(whole.unused) + " bytes\n";
+    whole.text += QByteArray::number(whole.counts[0]) + " errors, " + QByteArray::number(whole.counts[1]) +
+                  " warnings, " + QByteArray::number(whole.counts[2]) + " notes\n";
+    return whole.text;
 }
 
 QByteArray asJson(const QList<Problem> &problems, const QString &folder)

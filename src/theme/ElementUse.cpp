@@ -20,12 +20,37 @@ QStringView classOf(const Outline &outline, qint32 block)
     return name.size() <= kLongestClass ? name : QStringView();
 }
 
+// Numbers classes in the order in which they come. A window has few of them, so a look at the one that came
+// last with such a size and end mostly does.
+class ClassNumbers
+{
+public:
+    qint32 of(QStringView name)
+    {
+        qint32 &last = m_last[size_t(name.size() * 7 + name.back().unicode()) % m_last.size()];
+        if (last >= qint32(m_names.size()) || m_names[size_t(last)] != name) {
+            last = m_numbers.value(name, qint32(m_names.size()));
+            if (last == qint32(m_names.size())) {
+                m_numbers.insert(name, last);
+                m_names.push_back(name);
+            }
+        }
+        return last;
+    }
+    const std::vector<QStringView> &names() const { return m_names; }
+
+private:
+    std::vector<QStringView> m_names;
+    QHash<QStringView, qint32> m_numbers;
+    std::array<qint32, 16> m_last = {};
+};
+
 } // namespace
 
 std::vector<ElementUse> elementUses(const Outline &outline)
 {
     std::vector<Counts> counts; // by number of the class
-    QHash<QStringView, qint32> numbers;
+    ClassNumbers numbers;
     std::vector<qint32> classes(outline.elements().size(), -1); // by element, that of its block
     for (size_t index = 0; index < outline.elements().size(); ++index) {
         const Element &element = outline.elements()[index];
@@ -35,12 +60,8 @@ std::vector<ElementUse> elementUses(const Outline &outline)
             const QStringView name = classOf(outline, qint32(index));
             if (name.isEmpty())
                 continue;
-            const auto known = numbers.constFind(name);
-            classes[index] = known != numbers.constEnd() ? *known : qint32(counts.size());
-            if (known == numbers.constEnd()) {
-                numbers.insert(name, classes[index]);
-                counts.push_back({});
-            }
+            classes[index] = numbers.of(name);
+            counts.resize(numbers.names().size());
         } else if (element.parent >= 0) {
             classes[index] = classes[size_t(element.parent)];
         }
@@ -48,10 +69,10 @@ std::vector<ElementUse> elementUses(const Outline &outline)
             ++counts[size_t(classes[index])][size_t(element.block >= 0 ? Kind::Widget : element.kind)];
     }
     std::vector<ElementUse> uses;
-    for (auto each = numbers.cbegin(); each != numbers.cend(); ++each) {
-        const QString name = each.key().toString();
+    for (size_t number = 0; number < counts.size(); ++number) {
+        const QString name = numbers.names()[number].toString();
         for (int kind = 0; kind < kKinds; ++kind) {
-            if (const qint32 count = counts[size_t(each.value())][size_t(kind)]; count > 0)
+            if (const qint32 count = counts[number][size_t(kind)]; count > 0)
                 uses.push_back({name, Kind(kind), count});
         }
     }
