@@ -1,5 +1,7 @@
 #include "browser/CellScripts.h"
 
+#include "markup/Matching.h"
+
 #include <QJsonDocument>
 
 namespace quillmere {
@@ -73,9 +75,18 @@ QString patchingScript(const QJsonArray &changes, int from, int number, const QS
            QStringLiteral(",%1,%2,").arg(from).arg(number) + quoted(rules) + u')';
 }
 
+// By its rarest letter, since it is asked of every page and a page can be long.
 bool bindsDocument(const QString &page)
 {
-    return page.contains(QLatin1String("http-equiv"), Qt::CaseInsensitive);
+    const QStringView word = u"http-equiv";
+    const qsizetype before = word.indexOf(u'q');
+    for (const QChar q : {u'q', u'Q'}) {
+        for (qsizetype at = page.indexOf(q, before); at >= 0; at = page.indexOf(q, at + 1)) {
+            if (matchesIgnoringCase(page, at - before, word))
+                return true;
+        }
+    }
+    return false;
 }
 
 // With the size the page is laid out as it is when it is plain, whatever room the browser has. What the root

@@ -6,10 +6,6 @@
 #include "browser/forms/CellPage.h"
 #include "browser/forms/PictureHandler.h"
 
-#include <QChildEvent>
-#include <QContextMenuEvent>
-#include <QDialog>
-#include <QDragEnterEvent>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLoggingCategory>
@@ -18,7 +14,6 @@
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
-#include <QWebEngineUrlScheme>
 
 #include <utility>
 
@@ -41,30 +36,10 @@ constexpr int kPatience = 10000;            // ms for the renderer to take a pag
 constexpr qsizetype kMostCharacters = 16 * 1024 * 1024;
 constexpr qsizetype kMostTags = 300000;
 
-// No name is looked up, whatever a page names: the browser itself knows of none.
-const QByteArray kNoNames = "--host-resolver-rules=\"MAP * ~NOTFOUND\"";
-// What has changed is drawn at once, not at the next of 60 ticks a second. Drawing stops where nothing
-// changes, and a page that moves of itself is held back by our own window, which shows one frame before it
-// takes the next.
-const QByteArray kNoTicks = "--disable-frame-rate-limit";
-// Pictures are in the first frame that shows their page, however large they are.
-const QByteArray kPicturesAtOnce = "--disable-checker-imaging";
-constexpr char kFlags[] = "QTWEBENGINE_CHROMIUM_FLAGS";
-
 } // namespace
 
-void WebBrowser::prepare()
-{
-    qputenv(kFlags,
-            QByteArray(qgetenv(kFlags) + ' ' + kNoNames + ' ' + kNoTicks + ' ' + kPicturesAtOnce).trimmed());
-    QWebEngineUrlScheme scheme(kPictureScheme);
-    scheme.setSyntax(QWebEngineUrlScheme::Syntax::Path);
-    scheme.setFlags(QWebEngineUrlScheme::SecureScheme | QWebEngineUrlScheme::CorsEnabled);
-    QWebEngineUrlScheme::registerScheme(scheme);
-}
-
 WebBrowser::WebBrowser(QWidget *parent)
-    : QWebEngineView(parent), m_profile(std::make_unique<QWebEngineProfile>()),
+    : QuietView(parent), m_profile(std::make_unique<QWebEngineProfile>()),
       m_pictures(std::make_unique<PictureHandler>())
 {
     m_profile->installUrlSchemeHandler(kPictureScheme, m_pictures.get());
@@ -73,7 +48,6 @@ WebBrowser::WebBrowser(QWidget *parent)
     connect(m_profile.get(), &QWebEngineProfile::downloadRequested, this,
             [](QWebEngineDownloadRequest *download) { download->cancel(); });
 
-    setAcceptDrops(false);
     m_patience.setSingleShot(true);
     m_patience.setInterval(kPatience);
     connect(&m_patience, &QTimer::timeout, this, &WebBrowser::onPatienceEnded);
@@ -179,7 +153,8 @@ void WebBrowser::writeNext()
 {
     if (!m_waiting)
         return;
-    if (m_waiting->size() > kMostCharacters || m_waiting->count(u'<') > kMostTags) {
+    if (m_waiting->size() > kMostCharacters ||
+        (m_waiting->size() > kMostTags && m_waiting->count(u'<') > kMostTags)) {
         m_waiting.reset();
         emit failed(tr("The window is too large for the preview, which stays as it was."));
         return;
@@ -428,28 +403,6 @@ void WebBrowser::onTerminated()
     }
     // Reloading from inside the notice of death would be lost with the dying process.
     QTimer::singleShot(0, m_cell, &CellPage::loadBlank);
-}
-
-void WebBrowser::dragEnterEvent(QDragEnterEvent *event)
-{
-    event->ignore();
-}
-
-// The browser has dialogs of its own, such as that of a colour box in a form, and asks nobody before it opens
-// them.
-void WebBrowser::childEvent(QChildEvent *event)
-{
-    QWebEngineView::childEvent(event);
-    auto *dialog = event->polished() ? qobject_cast<QDialog *>(event->child()) : nullptr;
-    if (!dialog)
-        return;
-    dialog->setAttribute(Qt::WA_DontShowOnScreen);
-    QTimer::singleShot(0, dialog, &QDialog::reject);
-}
-
-void WebBrowser::contextMenuEvent(QContextMenuEvent *event)
-{
-    event->accept(); // its entries (back, reload, view source) make no sense here
 }
 
 } // namespace quillmere

@@ -5,9 +5,9 @@
 #include "browser/PageView.h"
 #include "browser/PictureUrls.h"
 #include "browser/ShownPage.h"
+#include "browser/forms/QuietView.h"
 
 #include <QTimer>
-#include <QWebEngineView>
 
 #include <functional>
 #include <memory>
@@ -22,16 +22,13 @@ class PictureHandler;
 
 // The preview's browser: shows one page at a time, written into "about:blank", and is a cell. Scripts in the
 // page do not run, nothing but pictures below the theme folder is loaded, it goes nowhere and keeps nothing.
-class WebBrowser : public QWebEngineView
+class WebBrowser : public QuietView
 {
     Q_OBJECT
 
 public:
     explicit WebBrowser(QWidget *parent = nullptr);
     ~WebBrowser() override;
-
-    // Must be called before the application object is made, and counts for every browser in the program.
-    static void prepare();
 
     void setThemeFolder(const QString &folder);
 
@@ -76,13 +73,6 @@ signals:
     void drawn();
     // The newest page is not shown, or not yet: it keeps killing the renderer, is too large, or takes long.
     void failed(const QString &reason);
-
-protected:
-    // No dialog of the browser is shown.
-    void childEvent(QChildEvent *event) override;
-    // Files dropped on the preview are not opened.
-    void dragEnterEvent(QDragEnterEvent *event) override;
-    void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
     void enterCell();

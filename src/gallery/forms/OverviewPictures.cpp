@@ -2,6 +2,7 @@
 
 #include "browser/forms/PageCamera.h"
 #include "browser/forms/PictureSizes.h"
+#include "files/Memory.h"
 #include "gallery/forms/OverviewRows.h"
 #include "gallery/forms/ThemePages.h"
 #include "theme/ThemeProject.h"
@@ -23,6 +24,7 @@ constexpr int kRest = 30'000;        // ms until the browser goes when nobody lo
 constexpr int kMostWatched = 300;    // files
 constexpr qint64 kLarge = 300'000;   // bytes of a document; the browser is busy with it for a second or more
 constexpr int kMostDrawn = 300;      // by one browser, which keeps some memory of every page it had
+constexpr int kTrimmed = 50;         // pages, between which what their pictures took is given back
 
 } // namespace
 
@@ -201,7 +203,8 @@ void OverviewPictures::take(int number, const WindowPage &made)
 void OverviewPictures::draw(int number, const QString &page)
 {
     ++m_drawing;
-    ++m_drawn;
+    if (++m_drawn % kTrimmed == 0)
+        m_worker.start(giveMemoryBack);
     camera().take(page, [this, number](const QImage &picture) {
         --m_drawing;
         m_soon.start();
