@@ -157,7 +157,7 @@ constexpr Tip kCommands[] = {
     {"zoomOut", "Shows the picture smaller."},
     {"zoomActual", "Shows each pixel of the receiver as one of the screen."},
     {"zoomFit", "Shows all of the screen."},
-    {"mnuFind", "Finds a text in the source."},
+    {"mnuFind", "Finds a text in the source, or filters the list of the tab."},
     {"mnuGoToLine", "Goes to a line of the source by its number."},
     {"findPrevious", "Goes to the place found before."},
     {"findNext", "Goes to the next place that was found."},

@@ -33,7 +33,6 @@ struct Keys
 constexpr Keys kKeys[] = {
     {"Anywhere", "F6, Shift+F6", "Focus the next or the previous part of the window"},
     {"Anywhere", "Ctrl+Tab, Ctrl+Shift+Tab", "Go through the windows that were open last"},
-    {"Lists", "Ctrl+F", "Filter the list"},
     {"Lists", "Enter", "Open the row"},
     {"Lists", "Space", "Tick the row"},
     {"Lists", "Delete", "Remove the row"},
@@ -43,7 +42,6 @@ constexpr Keys kKeys[] = {
     {"Tabs", "Ctrl+S", "Save what the tab is about"},
     {"Source", "Tab, Shift+Tab", "Indent, unindent"},
     {"Source", "Ctrl+D", "Double the line or the selection"},
-    {"Source", "Ctrl+G", "Go to a line"},
     {"Source", "Ctrl+Space, Alt+/", "List the names that fit"},
     {"Source", "Ctrl+F1", "Show what the name stands for"},
     {"Picture", "Arrows; with Shift", "Move the selected blocks by 1 pixel; by 10"},
