@@ -91,7 +91,7 @@ void FirstMinute::forget(const QString &folder)
     m_page->setRecent(RecentThemes::folders());
     if (RecentThemes::folders().isEmpty())
         m_page->cmdOpenTheme->setFocus();
-    m_parts.talk.say(tr("%1 is off the list of recent themes; its files stay.").arg(folder));
+    m_parts.talk.say(tr("%1 was removed from the list of recent themes; its files stay.").arg(folder));
 }
 
 } // namespace quillmere

@@ -71,7 +71,7 @@ ListEditing::ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, Tab
     // What the line below says of the command that is taken back is no longer so.
     for (const TabFrame *tab : tabs) {
         for (const auto &[name, said] :
-             {std::pair("mnuRowsUndo", tr("Taken back.")), std::pair("mnuRowsRedo", tr("Done again."))}) {
+             {std::pair("mnuRowsUndo", tr("Undone.")), std::pair("mnuRowsRedo", tr("Redone."))}) {
             for (const QAction *step : tab->findChildren<QAction *>(QLatin1String(name)))
                 connect(step, &QAction::triggered, &window,
                         [&window, said = said] { window.statusBar()->showMessage(said); });

@@ -218,8 +218,8 @@ void RecentCards::contextMenuEvent(QContextMenuEvent *event)
         return item;
     };
     menu->setDefaultAction(add(tr("&Open"), "mnuRecentOpen", tr("Opens this theme."), &RecentCards::chosen));
-    add(tr("&Remove from List"), "mnuRecentRemove",
-        tr("Takes this theme off the list. Its files stay as they are."), &RecentCards::removeWanted)
+    add(tr("&Remove from List"), "mnuRecentRemove", tr("Removes this theme from the list. Its files stay."),
+        &RecentCards::removeWanted)
         ->setShortcut(Qt::Key_Delete);
     menu->popup(isKey ? viewport()->mapToGlobal(visualRect(at).center()) : event->globalPos());
 }

@@ -55,15 +55,15 @@ StartPage::StartPage(QWidget &place, const QString &example)
                           tr("Choose a folder named \"theme\", or the one above it."))),
       cmdNewTheme(button("cmdNewTheme", tr("New Theme"),
                          tr("Make a small theme of your own, with three windows to begin with."))),
-      cmdOpenExample(button(
-          "cmdOpenExample", tr("Open the Example"),
-          tr("Look round in a whole theme. It is yours to change: a copy in %1.").arg(shortened(example)))),
+      cmdOpenExample(
+          button("cmdOpenExample", tr("Open the Example"),
+                 tr("Explore a whole theme. It is yours to change: a copy in %1.").arg(shortened(example)))),
       lvRecent(named(new RecentCards, "lvRecent", tr("Recent themes"))), m_place(place),
       m_hasExample(!example.isEmpty()),
       lblWelcome(named(new QLabel(tr("Welcome to Quillmere")), "lblWelcome", tr("Welcome"))),
       lblRecent(named(new QLabel(tr("Recent Themes")), "lblRecent", tr("Recent themes"))),
-      lblNoRecent(named(new QLabel(tr("Themes that you open are shown here, to go on with.")), "lblNoRecent",
-                        tr("No recent themes"))),
+      lblNoRecent(
+          named(new QLabel(tr("Themes that you open appear here.")), "lblNoRecent", tr("No recent themes"))),
       m_body(new QWidget), m_row(new QHBoxLayout), m_column(new QVBoxLayout(m_body))
 {
     named(this, "startPage", tr("Start page"));

@@ -66,7 +66,7 @@ frmAbout::frmAbout(QAction &shortcuts, QAction &guide, QWidget *parent) : QDialo
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     auto *copy = named(new QPushButton(tr("Copy &Details")), "cmdCopyDetails", tr("Copy Details"));
-    copy->setToolTip(tr("Copies versions, system and screen to the clipboard, for a report of a fault. It "
+    copy->setToolTip(tr("Copies versions, system and screen to the clipboard, for a bug report. It "
                         "names no files."));
     copy->setAutoDefault(false);
     connect(copy, &QPushButton::clicked, this, [copy] {

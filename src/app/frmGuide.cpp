@@ -29,7 +29,7 @@ frmGuide::frmGuide(const QString &folder, QWidget &owner)
       txtGuide(named(new GuideText(folder), "txtGuide", tr("User guide"))),
       tvGuide(named(new QTreeWidget, "tvGuide", tr("Contents"))),
       txtGuideFind(named(new QLineEdit, "txtGuideFind", tr("Find in the guide"))),
-      lblGuideFind(named(new QLabel, "lblGuideFind", tr("What was found"))),
+      lblGuideFind(named(new QLabel, "lblGuideFind", tr("Result of the search"))),
       cmdGuideBack(button("cmdGuideBack", tr("Back"), tr("Back to where you were. (Alt+Left)"))),
       cmdGuideForward(button("cmdGuideForward", tr("Forward"), tr("Forward again. (Alt+Right)")))
 {

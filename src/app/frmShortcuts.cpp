@@ -74,7 +74,7 @@ QString tipOf(const QAction &action)
 
 frmShortcuts::frmShortcuts(QMainWindow &owner)
     : ModelessDialog(QStringLiteral("frmShortcuts"), owner), m_window(owner),
-      txtShortcuts(named(new QLineEdit, "txtShortcuts", tr("Filter of the shortcuts"))),
+      txtShortcuts(named(new QLineEdit, "txtShortcuts", tr("Filter"))),
       lvShortcuts(new ListView(QStringLiteral("lvShortcuts"), tr("Keyboard shortcuts"), m_rows)),
       lblShortcuts(named(new QLabel, "lblShortcuts", tr("Number of rows")))
 {

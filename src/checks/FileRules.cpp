@@ -33,12 +33,13 @@ void checkEntry(ThemeReport &report, const IndexedFile &config, const ConfigEntr
     const bool isMissing = (found.isEmpty() && !isOpen) || !isReadable;
     if (!isMissing && !isOtherLetters(path, found))
         return;
-    const QString file = quoted(entry.value) + u", the file of " + quoted(entry.name) + u", ";
-    QString message = file + u"is missing";
+    const QString whose = u": the file of " + quoted(entry.name);
+    QString message = quoted(entry.value) + u" is missing" + whose;
     if (!isMissing)
-        message = file + u"is " + quoted(partInOtherLetters(path, found)) + u" on disk";
+        message =
+            quoted(entry.value) + u" is " + quoted(partInOtherLetters(path, found)) + u" on disk" + whose;
     else if (!found.isEmpty())
-        message = file + u"cannot be read";
+        message = quoted(entry.value) + u" cannot be read" + whose;
     Problem &problem = report.addForFile(isMissing ? Rule::ThemeConfig : Rule::LetterCase, config, message);
     problem.name = entry.name;
     problem.range = entry.range;
@@ -94,19 +95,19 @@ void checkRow(ThemeReport &report, const FileKind &kind, const Catalogue &catalo
     if (isThere && !isOtherLetters(row.path, row.found))
         return;
     const QString what = u"the " + QLatin1String(kind.what) + u' ' + quoted(row.name);
+    const QString whose = u": the file of " + what;
     const QString file =
-        quoted(kind.role == FileRole::WindowCatalogue ? fileNameOf(row.path).toString() : row.value) +
-        u", the file of " + what + u", ";
+        quoted(kind.role == FileRole::WindowCatalogue ? fileNameOf(row.path).toString() : row.value);
     if (isThere) {
         report.add(Rule::LetterCase, catalogue, number,
-                   file + u"is " + quoted(partInOtherLetters(row.path, row.found)) + u" on disk");
+                   file + u" is " + quoted(partInOtherLetters(row.path, row.found)) + u" on disk" + whose);
         return;
     }
-    QString message = file + u"is missing";
+    QString message = file + u" is missing" + whose;
     if (row.path.isEmpty())
         message = u"No file is named for " + what;
     else if (isUnreadable && !row.found.isEmpty())
-        message = file + u"cannot be read";
+        message = file + u" cannot be read" + whose;
     if (kind.role == FileRole::LanguageCatalogue)
         report.addForRow(kind.missing, catalogue, number, message);
     else
@@ -119,8 +120,8 @@ void checkPicture(ThemeReport &report, const Catalogue &images, qsizetype number
         report.pictures.at(number).isReadable)
         return;
     report.add(Rule::UnreadablePicture, images, number,
-               quoted(images.rows.at(number).value) + u", the picture of the image " +
-                   quoted(images.rows.at(number).name) + u", cannot be read");
+               quoted(images.rows.at(number).value) + u" cannot be read: the picture of the image " +
+                   quoted(images.rows.at(number).name));
 }
 
 } // namespace

@@ -181,7 +181,7 @@ void SpellMarks::addActions(QMenu &menu, const Range &word)
     const QString wrong = word.in(document()->toPlainText()).toString();
     auto *add = new QAction(tr("&Add Word"), &menu);
     add->setObjectName(QStringLiteral("mnuSpellAdd"));
-    add->setToolTip(tr("Takes \"%1\" into your own words of this language").arg(wrong));
+    add->setToolTip(tr("Adds \"%1\" to your own words for this language").arg(wrong));
     connect(add, &QAction::triggered, this, [this, wrong] { m_speller.addWord(wrong); });
     menu.insertAction(first, add);
     menu.insertSeparator(first);

@@ -38,7 +38,7 @@ frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> ch
       cmdSearch(named(new QPushButton(tr("&Search")), "cmdSearch", tr("Search"))),
       barSearch(named(new QProgressBar, "barSearch", tr("Progress of the search"))),
       cmdSearchStop(named(new QPushButton(tr("S&top")), "cmdSearchStop", tr("Stop searching"))),
-      lblSearch(named(new QLabel, "lblSearch", tr("What was found"))),
+      lblSearch(named(new QLabel, "lblSearch", tr("Result of the search"))),
       lvUses(new ListView(QStringLiteral("lvUses"), tr("Places"), m_rows)),
       txtSearchReplace(named(new QLineEdit, "txtSearchReplace", tr("Replacement"))),
       cmdSearchAll(named(new QPushButton(tr("Tick &All")), "cmdSearchAll", tr("Tick every place"))),
