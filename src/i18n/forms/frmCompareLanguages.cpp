@@ -129,7 +129,7 @@ QLayout *frmCompareLanguages::makeFilter()
 void frmCompareLanguages::makeTable()
 {
     tblCompare->setModel(&model);
-    setEmptyHint(*tblCompare, tr("No string of the ticked languages fits."));
+    setEmptyHint(*tblCompare, tr("No string matches."));
     tblCompare->setItemDelegate(new CellDelegate(tblCompare));
     tblCompare->setAlternatingRowColors(true);
     tblCompare->setWordWrap(false);

@@ -113,7 +113,7 @@ QWidget *frmRestore::makeList()
     connect(lvVersions->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmRestore::showDifference);
     txtFilter->setToolTip(tr("Shows only the files whose names contain this."));
-    lvVersions->setToolTip(tr("Versions kept of the theme's files. Double-click one to restore it."));
+    lvVersions->setToolTip(tr("Backed-up versions of the theme's files. Double-click one to restore it."));
     lblEmpty->setWordWrap(true);
     lblEmpty->setTextFormat(Qt::PlainText);
     lblEmpty->setAlignment(Qt::AlignCenter);
@@ -138,7 +138,7 @@ void frmRestore::makeDifference()
     lblDifference->setWordWrap(true);
     txtDifference->setReadOnly(true);
     txtDifference->setToolTip(tr("The lines that restoring adds and removes."));
-    cmdRestore->setToolTip(tr("Puts the selected version in place of the file, which is backed up."));
+    cmdRestore->setToolTip(tr("Restores the selected version. The current file is backed up."));
     cmdClose->setToolTip(tr("Closes this dialog and restores nothing."));
     txtDifference->setUndoRedoEnabled(false);
     txtDifference->setLineWrapMode(QPlainTextEdit::NoWrap);
