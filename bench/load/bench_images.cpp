@@ -120,10 +120,7 @@ int main(int argc, char **argv)
     window.find<QAction>("mnuImgThumbnails")->trigger();
     scroll(app, out, QStringLiteral("list, a page"), *list);
     list->setFocus();
-    for (QAction *action : window.skin().actions()) {
-        if (action->shortcut() == QKeySequence::Find && action->isEnabled())
-            action->trigger();
-    }
+    window.find<QAction>("mnuFind")->trigger();
     auto *line = window.find<QLineEdit>("txtFilterlvImage");
     filter(app, out, QStringLiteral("list, a key of a filter"), *list, *line);
     window.find<QAction>("mnuImgGrid")->trigger();

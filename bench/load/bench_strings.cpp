@@ -1,7 +1,8 @@
 // What the Lang tab takes with the 20,000 strings of a theme of make_theme: a key in the filter, the choices
 // above the list, the next string without a translation, another row in the panel, and suggestions for it,
-// which are looked for beside the window's thread. It is the work of the window's thread, drawing included:
-// the longest stretch of it, for which a key would wait, and all. Suggestions take what the clock says.
+// which are looked for beside the window's thread; and comparing the languages of the theme. It is the work
+// of the window's thread, drawing included: the longest stretch of it, for which a key would wait, and all.
+// Suggestions take what the clock says.
 //
 //   QT_QPA_PLATFORM=offscreen bench_strings THEME [LANGUAGE]
 
@@ -11,6 +12,7 @@
 #include "controls/ListView.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QTabBar>
@@ -42,6 +44,7 @@ public:
         choices();
         next();
         rows();
+        compare();
     }
 
 private:
@@ -72,10 +75,7 @@ private:
 
     void filter()
     {
-        for (QAction *action : m_window.skin().actions()) {
-            if (action->shortcut() == QKeySequence::Find && action->isEnabled())
-                action->trigger();
-        }
+        m_window.find<QAction>("mnuFind")->trigger();
         settle();
         auto *box = m_window.find<QLineEdit>("txtFilterLvBhs");
         for (int round = 0; round < kRounds; ++round) {
@@ -128,6 +128,43 @@ private:
         print("another row in the panel");
         if (!shown.isEmpty())
             m_out << "its suggestions, shown: " << spread(shown) << '\n';
+    }
+
+    static QWidget *dialog()
+    {
+        for (QWidget *each : QApplication::topLevelWidgets()) {
+            if (each->objectName() == u"frmCompareLanguages")
+                return each;
+        }
+        qFatal("There is no frmCompareLanguages");
+    }
+
+    // Opened anew, a language more or less beside the others, and a key in its filter.
+    void compare()
+    {
+        QAction *open = m_window.find<QAction>("mnuLangCompare");
+        for (int round = 0; round < kRounds; ++round) {
+            work([&] { open->trigger(); });
+            dialog()->close();
+            settle(2);
+        }
+        print("compare languages, opened");
+        open->trigger();
+        settle();
+        QAbstractItemModel &languages =
+            *dialog()->findChild<ListView *>(QStringLiteral("lvCompareLanguages"))->model();
+        for (int round = 0; round < 2 * kRounds; ++round)
+            work([&] {
+                languages.setData(languages.index(1, 0), round % 2 ? Qt::Checked : Qt::Unchecked,
+                                  Qt::CheckStateRole);
+            });
+        print("a column less or more");
+        auto *box = dialog()->findChild<QLineEdit *>(QStringLiteral("txtCompareFilter"));
+        for (int round = 0; round < kRounds; ++round) {
+            for (const char *text : {"s", "st", "st1", "st", "s", ""})
+                work([&] { box->setText(QLatin1String(text)); });
+        }
+        print("a key in its filter");
     }
 
     const BenchWindow &m_window;

@@ -20,7 +20,7 @@ namespace {
 constexpr int kHeight = 24;    // pixels
 constexpr int kMostShown = 60; // letters of what is typed
 constexpr int kGap = 4;        // pixels
-constexpr int kAtOnce = 8000;  // rows that are hidden or shown in one go; the view takes its time for each
+constexpr int kAtOnce = 3000;  // rows that are hidden or shown in one go; the view takes its time for each
 
 enum Ticks { All, Ticked, NotTicked };
 
@@ -176,11 +176,18 @@ void ListFilter::hideFurther()
         m_further.start();
     else {
         m_further.stop();
-        // What one looks at is still to be seen when others go from above it.
-        const QModelIndex current = m_list.currentIndex();
-        if (std::exchange(m_isInView, false) && current.isValid() && !m_list.isRowHidden(current.row(), {}))
-            m_list.scrollTo(current);
+        if (std::exchange(m_isInView, false))
+            QTimer::singleShot(0, this,
+                               &ListFilter::keepInView); // it lays the rows out, and a key may come first
     }
+}
+
+// What one looks at is still to be seen when others go from above it.
+void ListFilter::keepInView()
+{
+    const QModelIndex current = m_list.currentIndex();
+    if (m_next >= m_isHidden.size() && current.isValid() && !m_list.isRowHidden(current.row(), {}))
+        m_list.scrollTo(current);
 }
 
 bool ListFilter::eventFilter(QObject *watched, QEvent *event)

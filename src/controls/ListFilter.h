@@ -42,6 +42,7 @@ private:
     void apply();
     void fold();
     void hideFurther();
+    void keepInView();
     void makeRoom();
 
     ListView &m_list;

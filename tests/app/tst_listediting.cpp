@@ -179,12 +179,14 @@ private slots:
         list->scrollTo(list->currentIndex());
         auto *text = m_window->find<QLineEdit>("txtFilterlvColor");
         text->setText(u"1"_s);
-        QVERIFY(isSeen(201));
+        QTRY_VERIFY(isSeen(201));
         text->clear();
-        QVERIFY(isSeen(201));
+        QTRY_VERIFY(isSeen(201));
+        QCoreApplication::processEvents();
         list->scrollToTop();
         QVERIFY(!isSeen(201));
         text->setText(u"odd"_s);
+        QCoreApplication::processEvents();
         QVERIFY(!isSeen(201));
     }
 
