@@ -92,8 +92,9 @@ private slots:
         QCOMPARE(m_window->read("in/new.png"), m_red);
 
         auto *list = m_window->find<ListView>("lvImage");
+        QCOMPARE(m_window->find<QLineEdit>("txtID")->text(), u"there"_s);
         QCoreApplication::processEvents();
-        list->setFocus();
+        QVERIFY(list->hasFocus());
         QTest::keySequence(list, QKeySequence::Undo);
         QCOMPARE(rows(), before);
         QCOMPARE(m_window->read("theme/images/logo-2.png"), m_red);

@@ -235,7 +235,11 @@ void PictureDrops::bring(const PictureIntake &intake, QList<ComingPicture> &pict
     for (const ListRows::Row &row : std::as_const(rows))
         m_images.rows.add(row.text, row.subItems);
     if (!rows.isEmpty()) {
-        m_list.setCurrentIndex(m_images.rows.index(m_images.rows.count() - 1, 0));
+        const int last = m_images.rows.count() - 1;
+        m_list.setCurrentIndex(m_images.rows.index(last, 0));
+        emit m_list.rowClicked(last); // shows it below
+        m_list.activateWindow();      // Ctrl+Z is for who has dropped them
+        m_list.setFocus();
         emit changed();
     }
     tell(pictures, rows.size(), isCancelled);
