@@ -257,17 +257,17 @@ ConvertedRects convertedRects(const QString &text, const QSize &from, const QSiz
     constexpr QStringView start = u"<rect>", end = u"</rect>";
     const Factor across = factorOf(from.width(), to.width()), down = factorOf(from.height(), to.height());
     ConvertedRects rects;
-    qsizetype closing = 0;
+    qsizetype behind = 0;
     for (qsizetype at = indexOfIgnoringCase(text, start); at >= 0;) {
         const qsizetype content = at + start.size();
         at = indexOfIgnoringCase(text, start, content);
-        if (closing < content)
-            closing = indexOfIgnoringCase(text, end, content);
-        if (closing < 0)
+        if (behind < content)
+            behind = indexOfIgnoringCase(text, end, content);
+        if (behind < 0)
             break;
-        if (at >= 0 && at < closing)
+        if (at >= 0 && at < behind)
             continue;
-        const QStringView rect = QStringView(text).sliced(content, closing - content).trimmed();
+        const QStringView rect = QStringView(text).sliced(content, behind - content).trimmed();
         const bool isBracketed = rect.size() > 1 && rect.startsWith(u'[') && rect.endsWith(u']');
         const QStringView inner = isBracketed ? rect.sliced(1).chopped(1) : QStringView();
         const QList<QStringView> parts = splitExact(inner, u",");
