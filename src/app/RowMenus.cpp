@@ -66,26 +66,30 @@ void RowMenus::add(const Items &items, const ListView &list, QMenu &menu, int ro
     bool anyTicked = false;
     for (int each = 0; items.ofTicked && each < rows.rowCount() && !anyTicked; ++each)
         anyTicked = rows.index(each, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked;
-    const auto item = [&](const QString &caption, const char *name, const std::function<void()> &command) {
+    const auto item = [&](const QString &caption, const char *name, const QString &tip,
+                          const std::function<void()> &command) {
         QAction *made = menu.addAction(caption);
         made->setObjectName(QLatin1String(name));
+        made->setToolTip(tip);
         connect(made, &QAction::triggered, this, command);
         return made;
     };
     if (items.ofTicked)
-        item(tr("Remove Ticked"), "mnuRemoveTicked", [action = m_menu.action(items.ofTicked)] {
-            action->trigger();
-        })->setEnabled(anyTicked);
+        item(tr("Remove Ticked"), "mnuRemoveTicked", tr("Removes every ticked row."),
+             [action = m_menu.action(items.ofTicked)] { action->trigger(); })
+            ->setEnabled(anyTicked);
     menu.addSeparator();
     if (const QString name = rows.index(row, items.name).data().toString(); !name.isEmpty())
-        item(tr("Copy Name"), "mnuCopyName", [name] { QGuiApplication::clipboard()->setText(name); });
+        item(tr("Copy Name"), "mnuCopyName", tr("Copies the name to the clipboard."),
+             [name] { QGuiApplication::clipboard()->setText(name); });
     const QString path = pathOf(items.file, list, row);
     if (path.isEmpty())
         return;
-    item(tr("Copy Path"), "mnuCopyPath", [path] { QGuiApplication::clipboard()->setText(path); });
-    item(tr("Show in Folder"), "mnuShowFolder", [this, path] {
-        showFolder(path);
-    })->setEnabled(!folderToShow(path).isEmpty());
+    item(tr("Copy Path"), "mnuCopyPath", tr("Copies the path of the file to the clipboard."),
+         [path] { QGuiApplication::clipboard()->setText(path); });
+    item(tr("Show in Folder"), "mnuShowFolder", tr("Opens the folder of the file in the file manager."),
+         [this, path] { showFolder(path); })
+        ->setEnabled(!folderToShow(path).isEmpty());
 }
 
 QString RowMenus::pathOf(File file, const ListView &list, int row) const

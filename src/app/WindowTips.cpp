@@ -117,6 +117,10 @@ constexpr Tip kCommands[] = {
     {"mnuActionSafe", "Draws the area that every television shows."},
     {"mnuTitleSafe", "Draws the area in which every television shows text whole."},
     {"mnuOverview", "Shows all windows of the theme as pictures."},
+    {"mnuLooks", "The colours of the whole program."},
+    {"mnuLight", "Dark letters on light ground."},
+    {"mnuDark", "Light letters on dark ground."},
+    {"mnuAsDesktop", "Light or dark as the desktop is."},
     {"mnuWideSource", "Gives the source half of the window, and takes it back."},
     {"mnuPreviewAlone", "Hides the tabs, so that the preview has the whole window."},
 
@@ -161,8 +165,6 @@ constexpr Tip kCommands[] = {
     {"mnuGoToLine", "Goes to a line of the source by its number."},
     {"findPrevious", "Goes to the place found before."},
     {"findNext", "Goes to the next place that was found."},
-    {"mnuRowsUndo", "Undoes the last change in this list."},
-    {"mnuRowsRedo", "Redoes the change that was undone."},
     {"mnuRowsPaste", "Adds the pictures on the clipboard to the theme."},
 };
 

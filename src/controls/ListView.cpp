@@ -1,6 +1,7 @@
 #include "controls/ListView.h"
 
 #include "controls/ListColumns.h"
+#include "controls/Tips.h"
 #include "rows/ToolTip.h"
 
 #include <QClipboard>
@@ -21,6 +22,16 @@ namespace quillmere {
 namespace {
 
 constexpr int kMostDrawn = 1000; // characters; more than any column shows
+
+// Of the context menu.
+constexpr Tip kTips[] = {
+    {"mnuRowOpen", "Does what a double click on the row does."},
+    {"mnuRowRemove", "Takes the row out of the list."},
+    {"mnuRowCopy", "Copies the text of this cell."},
+    {"mnuFileOrder", "Shows the rows in the order in which they stand in the file."},
+    {"mnuFitColumns", "Makes each column as wide as its texts."},
+    {"mnuDefaultWidths", "Gives the columns the widths that they had at first."},
+};
 
 // Rows with a little air, so that long lists stay readable; each text runs in its own direction.
 class RowDelegate : public QStyledItemDelegate
@@ -227,6 +238,8 @@ void ListView::contextMenuEvent(QContextMenuEvent *event)
         addRowItems(*menu, at);
     menu->addSeparator();
     m_columns->addItems(*menu->addMenu(tr("Columns")));
+    giveTips(*menu, kTips);
+    menu->setToolTipsVisible(true);
     const QRect place = visualRect(at);
     menu->popup(isKey && at.isValid()
                     ? viewport()->mapToGlobal(QPoint(place.left() + place.height(), place.bottom()))

@@ -80,14 +80,18 @@ RowsHistory::RowsHistory(ListRows &rows, Of what, QObject *parent)
 
 void addUndo(QUndoStack &steps, ListView &list)
 {
-    const auto add = [&list](QAction *action, const char *name, const QList<QKeySequence> &keys) {
+    const auto add = [&list](QAction *action, const char *name, const QString &tip,
+                             const QList<QKeySequence> &keys) {
         action->setObjectName(QLatin1String(name));
+        action->setToolTip(tip);
         action->setShortcuts(keys);
         action->setShortcutContext(Qt::WidgetShortcut);
         list.addAction(action);
     };
-    add(steps.createUndoAction(&list, RowsHistory::tr("Undo")), "mnuRowsUndo", {QKeySequence::Undo});
+    add(steps.createUndoAction(&list, RowsHistory::tr("Undo")), "mnuRowsUndo",
+        RowsHistory::tr("Undoes the last change in this list."), {QKeySequence::Undo});
     add(steps.createRedoAction(&list, RowsHistory::tr("Redo")), "mnuRowsRedo",
+        RowsHistory::tr("Redoes the change that was undone."),
         {Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Qt::CTRL | Qt::Key_Y});
 }
 

@@ -85,6 +85,8 @@ private slots:
                      "<backcolor>[#ff0000]</backcolor></property></widget>");
         const QString one = window.path("one/theme"), gone = window.path("gone/theme");
         window.skin->openTheme(one);
+        window.skin->showStart();
+        QVERIFY(!window.isShown());
         // The picture of the first window that has one is there the next time.
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(ThemePictures::fileOf(one)), 20000);
         QSettings().setValue(u"recentThemes"_s, QStringList{gone, one});
