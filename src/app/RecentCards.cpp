@@ -47,7 +47,7 @@ void CardDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, 
     const QPalette &palette = option.palette;
     const QColor text = palette.color(QPalette::Text), ground = palette.color(QPalette::Base);
     const bool hasFocus = option.state & QStyle::State_Selected && m_cards.hasFocus();
-    const QRect card = option.rect.adjusted(1, 1, -kInset, -kInset);
+    const QRect card = option.rect.adjusted(0, 0, -RecentCards::kGap, -RecentCards::kGap);
     painter->save();
     if (hasFocus || option.state & QStyle::State_MouseOver)
         painter->fillRect(card, mixed(palette.color(QPalette::Highlight), ground, hasFocus ? 0.25F : 0.12F));
@@ -156,12 +156,13 @@ void RecentCards::look(const QString &folder)
 void RecentCards::setRoom(int width)
 {
     m_columns = std::max(1, (width + kItem / 2) / kItem);
-    const int item = width / m_columns;
+    const int item = (width + kGap) / m_columns;
     const int lines = 2 * fontMetrics().height() + kBetween;
-    m_item = {item, OverviewDelegate::pictureOf(item - kInset).height() + lines + 4 * kInset};
+    m_item = {item, OverviewDelegate::pictureOf(item - kGap).height() + lines + 3 * kInset + kGap};
     setGridSize(m_item);
     const int rows = (m_themes.rowCount() + m_columns - 1) / m_columns;
-    setFixedSize(width, std::max(rows, 1) * m_item.height());
+    setFixedSize(width + kBeyond, std::max(rows, 1) * m_item.height());
+    resize(minimumSize()); // at once, for the cards go by it
     doItemsLayout();
 }
 

@@ -17,6 +17,9 @@ public:
 
     // Newest first. What is known of each comes a moment later.
     void setThemes(const QStringList &folders);
+    static constexpr int kGap = 10; // pixels behind each card, also the last of a line
+    // How much wider it is than the cards: that gap, and some pixels without which the view breaks the line.
+    static constexpr int kBeyond = 20;
     // Lays the cards out in this width, pixels.
     void setRoom(int width);
     QSize itemSize() const { return m_item; }

@@ -87,6 +87,7 @@ StartPage::StartPage(QWidget &place, const QString &example)
     m_column->setSpacing(kParts);
     m_column->addWidget(lblWelcome);
     m_column->addLayout(m_row);
+    m_column->setAlignment(m_row, Qt::AlignLeft);
     m_column->addSpacing(kParts);
     m_column->addWidget(lblRecent);
     m_column->addWidget(lvRecent);
@@ -144,7 +145,7 @@ void StartPage::layOut()
     const int used = std::clamp(room - 2 * kMargin, 200, kMost);
     const int side = std::max((room - used) / 2, kMargin);
     m_column->setContentsMargins(side, height() > 2 * kMost / 3 ? 2 * kMargin : kMargin,
-                                 viewport()->width() - side - used, kMargin);
+                                 viewport()->width() - side - used - RecentCards::kBeyond, kMargin);
     const QList<StartButton *> all = buttons();
     const bool isNarrow = used < kNarrow;
     m_row->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);

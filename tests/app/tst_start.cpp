@@ -66,9 +66,8 @@ private slots:
         StartWindow window;
         window.write("documents/Quillmere Example/letter.txt", "dear");
         window.skin->showStart();
-        window.prompts.expectMessage(u"Quillmere"_s,
-                                     u"Cannot make \"%1\": This folder is not empty."_s.arg(
-                                         window.path("documents/Quillmere Example")));
+        window.prompts.expectMessage(u"Quillmere"_s, u"Cannot make \"%1\": This folder is not empty."_s.arg(
+                                                         window.path("documents/Quillmere Example")));
         QTest::mouseClick(window.find<QPushButton>("cmdOpenExample"), Qt::LeftButton);
         QVERIFY(window.isShown());
         QVERIFY(!QFile::exists(window.path("documents/Quillmere Example/theme")));
@@ -99,6 +98,11 @@ private slots:
         const auto spoken = [&](int row) {
             return list->model()->index(row, 0).data(Qt::AccessibleTextRole).toString();
         };
+        // Side by side in every width that has room for two.
+        for (int width = 1100; width < 1130; ++width) {
+            window.skin->resize(width, 900);
+            QVERIFY(list->visualRect(list->model()->index(1, 0)).left() > 100);
+        }
         QTRY_VERIFY(spoken(0).contains(u"no theme here any more"));
         const auto colour = [&] {
             const QImage shown = list->viewport()->grab().toImage();
