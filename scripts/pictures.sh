@@ -52,7 +52,7 @@ fifo() {
 # Waits until the screen has not changed for a moment; a caret that blinks may keep it from that.
 settle() {
     local before=- now i
-    for ((i = 0; i < 12; i++)); do
+    for ((i = 0; i < 6; i++)); do
         sleep 0.5
         now=$(import -silent -window root rgb:- | md5sum)
         [ "$now" != "$before" ] || return 0
