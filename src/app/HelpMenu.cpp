@@ -33,7 +33,7 @@ void HelpMenu::addCommands(Commands &menu)
     });
 }
 
-// At what is said of the tab that is shown.
+// At what is said of the tab that is shown; before there is a theme, at its beginning.
 void HelpMenu::mnuGuide_Click()
 {
     if (!m_frmGuide) {
@@ -43,7 +43,9 @@ void HelpMenu::mnuGuide_Click()
         m_frmGuide = std::make_unique<frmGuide>(folder, m_window);
     }
     const auto *strip = m_window.findChild<QTabBar *>(QStringLiteral("TabStrip4"));
-    m_frmGuide->open({strip->tabText(strip->currentIndex()), QStringLiteral("tab")});
+    const bool isStart = m_window.findChild<QWidget *>(QStringLiteral("startPage"));
+    m_frmGuide->open(isStart ? QStringList()
+                             : QStringList{strip->tabText(strip->currentIndex()), QStringLiteral("tab")});
 }
 
 void HelpMenu::mnuShortcuts_Click()

@@ -117,8 +117,11 @@ void frmShortcuts::add(const QString &caption, const QString &keys, const QStrin
 void frmShortcuts::gather()
 {
     m_rows.removeRows(0, m_rows.rowCount());
-    for (const MenuCommand &command : commandsOf(m_window.menuBar()->actions()))
+    for (const MenuCommand &command : commandsOf(m_window.menuBar()->actions())) {
+        if (command.action->objectName().isEmpty())
+            continue; // a recent theme
         add(command.caption, keysOf(*command.action), tipOf(*command.action));
+    }
     gatherKeys();
 }
 
