@@ -3,8 +3,11 @@
 #include "catalogues/forms/ColourTab.h"
 #include "colorpicker/forms/frmcolor.h"
 #include "controls/Commands.h"
+#include "controls/EditingKeys.h"
 #include "source/forms/SourceBox.h"
 #include "theme/ThemeProject.h"
+
+#include <QAction>
 
 namespace quillmere {
 
@@ -28,6 +31,7 @@ ColourWork::ColourWork(ColourTab &tab, ThemeProject &theme, SourceBox &source, c
 
 void ColourWork::addCommands(Commands &menu)
 {
+    m_save = menu.action("mnuCSave");
     menu.on("mnuColCode(1)", [this] { convert(ColourForm::Code); });
     menu.on("mnuColCode(2)", [this] { convert(ColourForm::Name); });
 }
@@ -37,6 +41,12 @@ frmcolor &ColourWork::dialog()
     if (!m_frmcolor) {
         m_frmcolor = new frmcolor(
             m_theme.lvColor, [this] { return m_tab.selectedRow(); }, m_talk, &m_window);
+        const auto step = [this](const char *name) {
+            if (auto *action = m_tab.findChild<QAction *>(QLatin1String(name)))
+                action->trigger();
+        };
+        new EditingKeys(*m_frmcolor, {[this] { m_save->trigger(); }, [step] { step("mnuRowsUndo"); },
+                                      [step] { step("mnuRowsRedo"); }});
         m_frmcolor->move(m_beside.mapToGlobal(QPoint(kBeside, kBeside)));
     }
     return *m_frmcolor;

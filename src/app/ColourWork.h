@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+class QAction;
+
 namespace quillmere {
 
 class ColourTab;
@@ -35,6 +37,7 @@ private:
     const QWidget &m_beside;
     Talk &m_talk;
     QWidget &m_window;
+    QAction *m_save = nullptr;      // of the Color menu
     frmcolor *m_frmcolor = nullptr; // made when it is first wanted
 };
 

@@ -33,6 +33,7 @@ Dialogs::~Dialogs() = default;
 
 void Dialogs::addCommands(Commands &menu)
 {
+    m_save = menu.action("mnuSave");
     menu.on("mnuTReplace", [this] { replaceDialog().open(); });
     menu.action("mnuTReplace")->setShortcut(Qt::CTRL | Qt::Key_H);
     menu.on("mnuRestore", [this] { openRestore(); });
@@ -54,7 +55,13 @@ frmReplace &Dialogs::replaceDialog()
                              source->select(start, length);
                              source->setFocus(); // of its window; the keyboard stays in the dialog
                          },
-                         [this] { return m_theme.rule; }},
+                         [this] { return m_theme.rule; },
+                         [this, source] {
+                             // The item is disabled on other tabs; the dialog is open on all of them.
+                             if (!source->document()->isEmpty())
+                                 emit m_save->triggered();
+                         },
+                         [source] { source->stepBack(); }, [source] { source->stepForward(); }},
             m_files, m_talk, m_window);
         m_replace->addAction(m_findNext);
     }

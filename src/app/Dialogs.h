@@ -48,7 +48,8 @@ private:
     Talk &m_talk;
     std::function<void()> m_showSource;
     std::function<void(const QString &)> m_restored;
-    QAction *m_findNext; // F3
+    QAction *m_findNext;       // F3
+    QAction *m_save = nullptr; // of the source
     std::unique_ptr<frmReplace> m_replace;
 };
 

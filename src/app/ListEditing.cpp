@@ -65,6 +65,7 @@ ListEditing::ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, Tab
     for (const auto &[history, tab, list, rows] : lists) {
         history.addTo(*tabs[tab]->findChild<ListView *>(QLatin1String(list)));
         connect(&rows, &ListRows::edited, this, soon);
+        connect(&rows, &ListRows::edited, this, &ListEditing::edited);
         connect(&rows, &ListRows::modelReset, this, soon);
     }
     m_blocks.addTo(*tabs[Source]->findChild<ListView *>(QStringLiteral("lvBlock")));
@@ -78,6 +79,7 @@ ListEditing::ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, Tab
         }
     }
     connect(&source, &SourceBox::changed, this, soon);
+    connect(&source, &SourceBox::changed, this, &ListEditing::edited);
     files.onWritten(this, [soon](const QString &) { soon(); });
     for (const TabFrame *tab : tabs) {
         for (ListView *list : tab->findChildren<ListView *>())

@@ -27,6 +27,10 @@ public:
     ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, TabStrip &strip, const SourceBox &source,
                 Files &files, const Commands &menu, QMainWindow &window);
 
+signals:
+    // A list or the source was edited.
+    void edited();
+
 private:
     void showMarks();
     // For the main window, while this tab is shown.

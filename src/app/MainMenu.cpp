@@ -21,13 +21,13 @@ struct Item
 
 constexpr Item kItems[] = {
     {nullptr, "mnuFile", "&File", Kind::Menu},
-    {"mnuFile", "mnuOpenTheme", "Open Theme..."},
+    {"mnuFile", "mnuOpenTheme", "&Open Theme..."},
     {"mnuFile", "mnuNewTheme", "&New Theme..."},
-    {"mnuFile", "mnuRecentThemes", "Recent Themes", Kind::Menu},
+    {"mnuFile", "mnuRecentThemes", "&Recent Themes", Kind::Menu},
     {"mnuFile", "mnuConvertTheme", "&Convert Theme..."},
     {"mnuFile", "hrOpenTheme", "", Kind::Separator},
     {"mnuFile", "mnuSave", "&Save"},
-    {"mnuFile", "mnuRestore", "Restore..."},
+    {"mnuFile", "mnuRestore", "Res&tore..."},
     {"mnuFile", "mnuFlDefault", "&Default"},
     {"mnuFile", "mnuExit", "&Exit"},
 

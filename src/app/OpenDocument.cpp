@@ -149,20 +149,25 @@ void OpenDocument::save()
         return;
     }
     // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
+    const QString text = textToSave(m_source.text());
     const WriteQuestion question = {QStringLiteral("Simpan File"),
-                                    QStringLiteral("Benar mau menyimpan file?"), path, m_document.theme()};
+                                    QStringLiteral("Benar mau menyimpan file?"),
+                                    path,
+                                    m_document.theme(),
+                                    Files::Step::Save,
+                                    text,
+                                    m_document.encoding().rule};
     if (!askToWrite(m_files, m_talk, question, No::IsIgnored))
         return;
-    const QString text = textToSave(m_source.text());
     m_document.save(m_files, text);
     m_source.document()->setModified(false);
     m_status.showCodePage(m_document.encoding().page);
     m_recovery->saved();
     const qsizetype indented = onlyIndented(std::exchange(m_inFile, text), text);
     const QString saved = tr("%1 saved.").arg(path);
-    m_talk.say(indented == 0   ? saved
-               : indented == 1 ? tr("%1 1 line is only re-indented.").arg(saved)
-                               : tr("%1 %2 lines are only re-indented.").arg(saved).arg(indented));
+    m_talk.sayUntilEdit(indented == 0   ? saved
+                        : indented == 1 ? tr("%1 1 line is only re-indented.").arg(saved)
+                                        : tr("%1 %2 lines are only re-indented.").arg(saved).arg(indented));
 }
 
 bool OpenDocument::mayClose(KeptRows &rows)

@@ -3,6 +3,7 @@
 #include "keeping/forms/OfferBar.h"
 
 #include "browser/forms/WebBrowser.h"
+#include "controls/EnterClicks.h"
 #include "controls/Named.h"
 #include "source/forms/SourceBox.h"
 #include "widgets/forms/SourceTab.h"
@@ -54,6 +55,8 @@ StatusLine::StatusLine(QStatusBar &bar)
     rules->setToolTipsVisible(true);
     m_page->setMenu(rules);
 
+    for (QToolButton *button : {changes, m_problems, m_page})
+        clickOnEnter(*button);
     m_bar.addPermanentWidget(offers);
     m_bar.addPermanentWidget(changes);
     for (QWidget *part :

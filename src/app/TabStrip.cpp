@@ -11,6 +11,7 @@ namespace quillmere {
 namespace {
 
 constexpr double kLeastPoints = 5, kStep = 0.5;
+constexpr double kRing = 2;    // pixels, around the tab that has the keyboard
 constexpr int kBelowTabs = 16; // pixels, further down than any style draws a tab
 
 class NarrowTabs : public QProxyStyle
@@ -110,6 +111,11 @@ void TabStrip::paintEvent(QPaintEvent *event)
     panel.rect = rect().adjusted(0, selected.bottom(), 0, 0);
     painter.drawPrimitive(QStyle::PE_FrameTabWidget, panel);
     painter.fillRect(selected.left() + 1, selected.bottom(), selected.width() - 2, 2, palette().highlight());
+    if (hasFocus()) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette().color(QPalette::Highlight), kRing));
+        painter.drawRoundedRect(QRectF(selected).adjusted(kRing, kRing, -kRing, 0), kRing, kRing);
+    }
 }
 
 } // namespace quillmere

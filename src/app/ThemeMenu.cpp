@@ -21,13 +21,22 @@ ThemeMenu::ThemeMenu(MainMenu &menu, std::function<void(const QString &)> open,
     menu.on("mnuNewTheme", [this] { mnuNewTheme_Click(); });
 }
 
+QString ThemeMenu::themeIn(const QString &folder)
+{
+    const QString inner = joinPath(folder, u"theme");
+    const bool isAround = !isThemeFolder(folder) && !findFile(joinPath(inner, u"theme.xml")).isEmpty();
+    return isAround ? inner : folder;
+}
+
 void ThemeMenu::mnuOpenTheme_Click()
 {
-    const QString folder = QFileDialog::getExistingDirectory(&m_window, tr("Open Theme"), m_folder());
-    // Themes are handed on in a folder of their own, and it is that one which people choose.
-    const QString inner = joinPath(folder, u"theme");
+    // What is most likely wanted is what was open last.
+    QString from = m_folder();
+    if (const QString last = RecentThemes::folders().value(0); !isThemeFolder(from) && QDir(last).exists())
+        from = last;
+    const QString folder = QFileDialog::getExistingDirectory(&m_window, tr("Open Theme"), from);
     if (!folder.isEmpty())
-        m_open(!isThemeFolder(folder) && !findFile(joinPath(inner, u"theme.xml")).isEmpty() ? inner : folder);
+        m_open(folder);
 }
 
 void ThemeMenu::mnuNewTheme_Click()

@@ -28,6 +28,10 @@ public:
     // The person does not want to see it among the recent ones.
     void remove(const QString &folder) { m_recent.remove(folder); }
 
+    // The folder to open for one that a person names: themes are handed on in a folder of their own, and it
+    // is that one which people choose.
+    static QString themeIn(const QString &folder);
+
 private:
     void mnuOpenTheme_Click();
     void mnuNewTheme_Click();

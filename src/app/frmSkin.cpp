@@ -249,7 +249,8 @@ void frmSkin::makeMenu()
         ->addCommands(m_menu);
     new ThemeConverting({m_theme, *m_index, m_checks->check, *m_names, *m_status->changes, m_talk}, m_menu,
                         *this);
-    new ListEditing(m_theme, frYt, *TabStrip4, *m_sourceTab->txtSnippet, m_files, m_menu, *this);
+    connect(new ListEditing(m_theme, frYt, *TabStrip4, *m_sourceTab->txtSnippet, m_files, m_menu, *this),
+            &ListEditing::edited, this, [this] { m_talk.edited(); });
     new RowMenus(m_theme, frYt, m_menu, m_talk, this);
     new CatalogueWork({*m_imageTab, *m_fontTab, *m_sourceTab, m_theme, *m_outside, m_files, m_talk}, m_menu,
                       *this);
@@ -309,7 +310,7 @@ void frmSkin::enableSourceMenus()
 
 void frmSkin::openTheme(const QString &folder)
 {
-    if (!m_themeTab->Dir1->setPath(folder))
+    if (!m_themeTab->Dir1->setPath(ThemeMenu::themeIn(folder)))
         m_talk.say(tr("There is no folder %1.").arg(folder));
 }
 

@@ -15,6 +15,11 @@ public:
     virtual ~Prompts() = default;
     // A Yes/No question with the question icon; true for Yes. Closing the box means No.
     virtual bool ask(const QString &title, const QString &text) = 0;
+    // The same with facts below the question, in a smaller voice.
+    virtual bool askAbout(const QString &title, const QString &text, const QString & /*facts*/)
+    {
+        return ask(title, text);
+    }
     // The same where Enter says No: for what a person would hardly want.
     virtual bool askWarily(const QString &title, const QString &text) { return ask(title, text); }
     // A message with an OK button.

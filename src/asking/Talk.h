@@ -14,6 +14,8 @@ class Talk : public Prompts
 public:
     // A line in the status bar; it stays until the next one.
     virtual void say(const QString &hint) = 0;
+    // The same for what the next edit makes untrue, and takes away.
+    virtual void sayUntilEdit(const QString &hint) { say(hint); }
     // Runs work that may be long and shows that it is under way; `what` is a caption for it. Cancelled comes
     // through.
     virtual void runLong(const QString &what, const std::function<void(const Progress &)> &work) = 0;

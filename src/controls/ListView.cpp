@@ -119,6 +119,13 @@ void ListView::doItemsLayout()
     emit laidOut();
 }
 
+// A selection is bright in the list that has the keyboard, and in no other.
+void ListView::initViewItemOption(QStyleOptionViewItem *option) const
+{
+    OrderedTree::initViewItemOption(option);
+    option->state.setFlag(QStyle::State_Active, hasFocus() && isActiveWindow());
+}
+
 void ListView::keyPressEvent(QKeyEvent *event)
 {
     const int before = selectedRow();

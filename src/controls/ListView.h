@@ -47,6 +47,7 @@ signals:
     void laidOut();
 
 protected:
+    void initViewItemOption(QStyleOptionViewItem *option) const override;
     void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;

@@ -128,7 +128,12 @@ bool LanguageFile::open(Files &files, const QString &path, const QString &theme,
 
 void LanguageFile::save(Files &files, const QString &name)
 {
-    document.save(files, languageFileText(name, document.rows(), document.encoding()));
+    document.save(files, asText(name));
+}
+
+QString LanguageFile::asText(const QString &name) const
+{
+    return languageFileText(name, document.rows(), document.encoding());
 }
 
 } // namespace quillmere

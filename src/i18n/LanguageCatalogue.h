@@ -43,6 +43,7 @@ public:
     bool open(Files &files, const QString &path, const QString &theme, CodePageRule rule);
     // Writes the file under the name of a language.
     void save(Files &files, const QString &name);
+    QString asText(const QString &name) const; // as it is written
 
     RowsDocument document;
 };

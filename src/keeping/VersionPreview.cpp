@@ -1,9 +1,9 @@
 #include "keeping/VersionPreview.h"
 
+#include "asking/LineCount.h"
 #include "files/Paths.h"
 #include "files/RunTimeError.h"
 #include "files/TextFile.h"
-#include "markup/LineDifference.h"
 
 #include <QFileInfo>
 #include <QObject>
@@ -25,16 +25,6 @@ bool isText(const QByteArray &bytes)
 QString tr(const char *text)
 {
     return QObject::tr(text);
-}
-
-QString countText(const LineDifference &difference)
-{
-    QStringList parts;
-    if (difference.removed > 0)
-        parts.append(difference.removed == 1 ? tr("1 line goes") : tr("%1 lines go").arg(difference.removed));
-    if (difference.added > 0 || parts.isEmpty())
-        parts.append(difference.added == 1 ? tr("1 line comes") : tr("%1 lines come").arg(difference.added));
-    return QString(parts.join(QStringLiteral(", ")) + u'.');
 }
 
 QList<VersionPreview::Line> linesOf(const LineDifference &difference)
@@ -68,13 +58,22 @@ QList<VersionPreview::Line> linesOf(const LineDifference &difference)
     return lines;
 }
 
-void showDifference(VersionPreview &preview, const QByteArray &now, const QByteArray &then)
+void showDifference(VersionPreview &preview, const QByteArray &now, const QByteArray &then,
+                    Indentation indentation)
 {
+    constexpr qsizetype kContext = 3;
     const QString from = decodeText(now).text, to = decodeText(then).text;
-    const LineDifference difference = compareLines(from, to);
+    const LineDifference difference = compareLines(from, to, kContext, indentation);
+    const qsizetype indented = indentation == Indentation::Ignored ? onlyIndented(from, to) : 0;
     const bool sameLines = difference.hunks.isEmpty() && !now.isEmpty();
-    preview.heading +=
-        sameLines ? tr("the same lines; only their ends or the code page differ.") : countText(difference);
+    if (!sameLines)
+        preview.heading += lineCountText(difference);
+    else if (indented == 0)
+        preview.heading += tr("the same lines; only their ends or the code page differ.");
+    if (indented > 0)
+        preview.heading += (sameLines ? QString() : QStringLiteral(" ")) +
+                           (indented == 1 ? tr("1 line is only re-indented.")
+                                          : tr("%1 lines are only re-indented.").arg(indented));
     preview.lines = linesOf(difference);
 }
 
@@ -94,7 +93,7 @@ QString timeText(const Version &version)
     return version.time().toString(u"yyyy-MM-dd hh:mm:ss");
 }
 
-VersionPreview previewOf(const Version &version)
+VersionPreview previewOf(const Version &version, Indentation indentation)
 {
     const QFileInfo file(version.path);
     const bool exists = file.isFile();
@@ -103,7 +102,7 @@ VersionPreview previewOf(const Version &version)
     preview.heading += exists ? tr(" against the file now: ") : tr(", and there is no such file now: ");
     const qint64 sizeNow = exists ? file.size() : 0;
     const QString sizes = exists ? tr("%1 bytes become %2 bytes.").arg(sizeNow).arg(version.size)
-                                 : tr("%1 bytes come.").arg(version.size);
+                                 : tr("%1 bytes.").arg(version.size);
     if (std::max(version.size, sizeNow) > kMostBytesCompared) {
         preview.heading += sizes;
         return preview;
@@ -118,7 +117,7 @@ VersionPreview previewOf(const Version &version)
     else if (!isText(*then) || !isText(*now))
         preview.heading += sizes;
     else
-        showDifference(preview, *now, *then);
+        showDifference(preview, *now, *then, indentation);
     return preview;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/Backups.h"
+#include "markup/LineDifference.h"
 
 #include <QList>
 #include <QString>
@@ -28,7 +29,7 @@ struct VersionPreview
 };
 
 // Reads both files. One that holds no text, or is too large for a person to compare, shows no lines.
-VersionPreview previewOf(const Version &version);
+VersionPreview previewOf(const Version &version, Indentation indentation = Indentation::Counts);
 
 // "2026-11-21 12:03:05"
 QString timeText(const Version &version);

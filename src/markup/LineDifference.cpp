@@ -167,10 +167,12 @@ LineDifference::Hunk hunkOf(const Lines &a, const Lines &b, const Change *first,
 
 } // namespace
 
-LineDifference compareLines(QStringView from, QStringView to, qsizetype context)
+LineDifference compareLines(QStringView from, QStringView to, qsizetype context, Indentation indentation)
 {
     const Lines a = linesOf(from), b = linesOf(to);
-    const QList<Change> changes = changesOf(partnersOf(a, b), b.size());
+    const bool all = indentation == Indentation::Counts;
+    const QList<Change> changes =
+        changesOf(all ? partnersOf(a, b) : partnersOf(withoutIndent(a), withoutIndent(b)), b.size());
     LineDifference difference;
     const Change *const last = changes.constData() + changes.size();
     for (const Change *first = changes.constData(), *next; first < last; first = next) {

@@ -29,7 +29,10 @@ struct LineDifference
 // `context` is the most lines that are shown around a difference on each side. As few lines as possible
 // differ, except where finding that out would take too long: then everything between the first and the last
 // difference does.
-LineDifference compareLines(QStringView from, QStringView to, qsizetype context = 3);
+// Lines that differ in the blanks before them alone may count as the same; `from` has them to show.
+enum class Indentation { Counts, Ignored };
+LineDifference compareLines(QStringView from, QStringView to, qsizetype context = 3,
+                            Indentation indentation = Indentation::Counts);
 
 // How many lines of a text stand in another one as they are but for the blanks before them. Lines of blanks
 // alone do not count. Where finding them takes too long, those between the first and the last other change

@@ -209,6 +209,19 @@ private:
 
 } // namespace
 
+qsizetype changedRects(QStringView before, QStringView after)
+{
+    const QList<QStringView> from = splitIgnoringCase(before, u"<rect>"),
+                             to = splitIgnoringCase(after, u"<rect>");
+    const auto numbers = [](QStringView piece) {
+        return piece.first(std::max<qsizetype>(0, piece.indexOf(u'<')));
+    };
+    qsizetype changed = 0;
+    for (qsizetype i = 1; i < std::min(from.size(), to.size()); ++i)
+        changed += numbers(from[i]) != numbers(to[i]);
+    return changed;
+}
+
 bool wholeNumber(QStringView text, qint64 &floor)
 {
     const std::optional<Number> number = numberIn(text);

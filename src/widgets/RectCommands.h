@@ -30,6 +30,9 @@ enum class Axis { Top, Left };
 // three values stay as written, whatever they are. Tags count in small letters only.
 void MoveRects(QString &text, Axis axis, qint64 distance);
 
+// How many rects of a text a command has given other numbers; both texts have as many.
+qsizetype changedRects(QStringView before, QStringView after);
+
 // The rects of a text that was made for one screen, on another: both sizes in pixels, up to five digits each.
 struct ConvertedRects
 {

@@ -61,15 +61,14 @@ private slots:
         QCOMPARE(rowsAsText(list->model()),
                  u"wnd/b.png | 2026-11-22 12:03:05 | 5\nwnd/a.xml | 2026-11-21 12:03:05 | 20\n"
                  "c.xml | 2026-11-20 12:03:05 | 26\n"_s);
-        QCOMPARE(heading(), u"b.png of 2026-11-22 12:03:05, and there is no such file now: 5 bytes come."_s);
+        QCOMPARE(heading(), u"b.png of 2026-11-22 12:03:05, and there is no such file now: 5 bytes."_s);
         const QPoint bytes(list->header()->sectionPosition(2) + 5, 5);
         QTest::mouseClick(list->header()->viewport(), Qt::LeftButton, {}, bytes);
         QVERIFY(rowsAsText(list->model()).startsWith(u"c.xml | "_s));
 
         QTest::keyClicks(filter, u"D/A"_s);
         QCOMPARE(list->model()->rowCount(), 1);
-        QCOMPARE(heading(),
-                 u"a.xml of 2026-11-21 12:03:05 against the file now: 1 line goes, 2 lines come."_s);
+        QCOMPARE(heading(), u"a.xml of 2026-11-21 12:03:05 against the file now: 1 line removed, 2 added."_s);
         QCOMPARE(window.find<QPlainTextEdit>("txtDifference")->toPlainText(),
                  u"Line 1\n  <a>\n  </a>\n- now\n+ then\n+ later"_s);
         const QString question = u"Restore wnd/a.xml as it was on 2026-11-21 12:03:05?\n\n"

@@ -1,6 +1,10 @@
 #include "asking/forms/AskToWrite.h"
 
+#include "asking/LineCount.h"
 #include "asking/Prompts.h"
+#include "files/RunTimeError.h"
+#include "files/TextFile.h"
+#include "markup/LineDifference.h"
 
 #include <QDir>
 #include <QObject>
@@ -10,6 +14,8 @@
 namespace quillmere {
 
 namespace {
+
+constexpr qsizetype kMostCompared = 8'000'000; // bytes or characters: a person waits for the question
 
 // A name may hold line breaks and marks that turn the letters behind them round.
 QString plainly(QString path)
@@ -38,11 +44,34 @@ bool allows(Files &files, Prompts &prompts, const WriteQuestion &question, const
 
 } // namespace
 
+QString savingFacts(const QString &path, const QString &newText, CodePageRule rule)
+{
+    const QString name = plainly(QDir::toNativeSeparators(path));
+    if (newText.size() > kMostCompared)
+        return name;
+    try {
+        const std::optional<QByteArray> bytes = LoadBytes(path, {}, kMostCompared);
+        if (!bytes)
+            return QObject::tr("%1\nis a new file.").arg(name);
+        const LineDifference difference = compareLines(decodeText(*bytes, rule).text, newText, 0);
+        return name + u'\n' +
+               (difference.hunks.isEmpty() ? QObject::tr("No line changes.") : lineCountText(difference));
+    } catch (const RunTimeError &) {
+        return name; // saving says what is wrong with it
+    }
+}
+
 bool askToWrite(Files &files, Prompts &prompts, const WriteQuestion &question, No no)
 {
     const bool writes = question.step == Files::Step::Save;
-    const bool yes = prompts.ask(
-        question.title, writes ? files.loaded().savingQuestion(question.text, question.path) : question.text);
+    const QString text = writes ? files.loaded().savingQuestion(question.text, question.path) : question.text;
+    QString facts =
+        question.newText ? savingFacts(question.path, *question.newText, question.rule) : QString();
+    if (question.newText && no == No::IsIgnored)
+        facts +=
+            QObject::tr("\nIt is saved whatever you answer. \"Restore\" in the File menu brings back the "
+                        "file as it is now.");
+    const bool yes = prompts.askAbout(question.title, text, facts);
     const Files::Place place = files.place(question.step, question.path, question.theme);
     if (!yes && (no == No::Counts || !place.isInside))
         return false;

@@ -84,12 +84,15 @@ void prepare(QMessageBox &box)
 
 } // namespace
 
-bool MessagePrompts::askWith(QMessageBox::StandardButton preset, const QString &title, const QString &text)
+bool MessagePrompts::askWith(QMessageBox::StandardButton preset, const QString &title, const QString &text,
+                             const QString &facts)
 {
     const bool warily = preset == QMessageBox::No;
     QMessageBox box(warily ? QMessageBox::Warning : QMessageBox::Question, title, text,
                     QMessageBox::Yes | QMessageBox::No, ownerOf(m_window));
     prepare(box);
+    if (!facts.isEmpty())
+        box.setInformativeText(breakable(withoutMiddle(facts, kMostCharacters), box));
     box.setDefaultButton(preset);
     return box.exec() == QMessageBox::Yes;
 }
@@ -97,6 +100,11 @@ bool MessagePrompts::askWith(QMessageBox::StandardButton preset, const QString &
 bool MessagePrompts::ask(const QString &title, const QString &text)
 {
     return askWith(QMessageBox::Yes, title, text);
+}
+
+bool MessagePrompts::askAbout(const QString &title, const QString &text, const QString &facts)
+{
+    return askWith(QMessageBox::Yes, title, text, facts);
 }
 
 bool MessagePrompts::askWarily(const QString &title, const QString &text)

@@ -13,6 +13,7 @@ public:
     explicit MessagePrompts(QWidget *window) : m_window(window) {}
 
     bool ask(const QString &title, const QString &text) override;
+    bool askAbout(const QString &title, const QString &text, const QString &facts) override;
     bool askWarily(const QString &title, const QString &text) override;
     void tell(const QString &title, const QString &text, Icon icon) override;
     std::optional<QString> input(const QString &title, const QString &prompt, const QString &preset) override;
@@ -20,7 +21,8 @@ public:
                                       const QString &filters) override;
 
 private:
-    bool askWith(QMessageBox::StandardButton preset, const QString &title, const QString &text);
+    bool askWith(QMessageBox::StandardButton preset, const QString &title, const QString &text,
+                 const QString &facts = {});
 
     QWidget *m_window;
 };

@@ -17,6 +17,11 @@ bool WindowTalk::ask(const QString &title, const QString &text)
     return m_prompts.ask(title, text);
 }
 
+bool WindowTalk::askAbout(const QString &title, const QString &text, const QString &facts)
+{
+    return m_prompts.askAbout(title, text, facts);
+}
+
 bool WindowTalk::askWarily(const QString &title, const QString &text)
 {
     return m_prompts.askWarily(title, text);
@@ -42,6 +47,20 @@ void WindowTalk::say(const QString &hint)
 {
     m_window.statusBar()->showMessage(hint);
     m_window.statusBar()->repaint(); // now: long work says how far it is without going back to the event loop
+}
+
+void WindowTalk::sayUntilEdit(const QString &hint)
+{
+    say(hint);
+    m_untilEdit = hint;
+}
+
+void WindowTalk::edited()
+{
+    // Somebody else may have said something since.
+    if (!m_untilEdit.isEmpty() && m_window.statusBar()->currentMessage() == m_untilEdit)
+        m_window.statusBar()->clearMessage();
+    m_untilEdit.clear();
 }
 
 void WindowTalk::runLong(const QString &what, const std::function<void(const Progress &)> &work)

@@ -138,12 +138,16 @@ void ColourTab::mnuCSave_Click()
     }
     // The answer does not matter: saving has always meant saving, and the old file is in the backup folder.
     const WriteQuestion question = {QStringLiteral("Simpan File"),
-                                    QStringLiteral("Benar mau menyimpan file?"), m_catalogue.document.path(),
-                                    m_catalogue.document.theme()};
+                                    QStringLiteral("Benar mau menyimpan file?"),
+                                    m_catalogue.document.path(),
+                                    m_catalogue.document.theme(),
+                                    Files::Step::Save,
+                                    ColourFileText(m_colours),
+                                    m_catalogue.document.encoding().rule};
     if (!askToWrite(m_files, m_talk, question, No::IsIgnored))
         return;
     m_catalogue.save(m_files);
-    m_talk.say(tr("%1 saved.").arg(m_catalogue.document.path()));
+    m_talk.sayUntilEdit(tr("%1 saved.").arg(m_catalogue.document.path()));
 }
 
 } // namespace quillmere

@@ -48,12 +48,20 @@ FontTab::FontTab(ListRows &fonts, QWidget *parent)
     auto *simpan = named(new QPushButton(QStringLiteral(" &Simpan")), "Command1", tr("Save the font"));
     simpan->setEnabled(false);
     simpan->setToolTip(tr("The font catalogue is read-only."));
+    auto *readOnly = named(new QLabel(simpan->toolTip()), "lblFontReadOnly", simpan->toolTip());
+    auto *saving = new QHBoxLayout;
+    saving->addWidget(simpan);
+    saving->addWidget(readOnly, 1);
+    for (QLineEdit *box : {txtNama, txtSize})
+        box->setReadOnly(true);
+    for (QComboBox *box : {cbFont, cbStyle})
+        m_choices.add(*box);
     auto *form = new QFormLayout(Frame1);
     form->addRow(QStringLiteral("Name : "), txtNama);
     form->addRow(QStringLiteral("File : "), cbFont);
     form->addRow(QStringLiteral("Size : "), txtSize);
     form->addRow(QStringLiteral("Style :"), cbStyle);
-    form->addRow(QString(), simpan);
+    form->addRow(QString(), saving);
     sample->setFixedHeight(kSample);
     form->addRow(sample);
 }
@@ -72,6 +80,7 @@ void FontTab::showCatalogue(const QString &path, const QStringList &fontFiles)
     txtFont->setText(path);
     cbFont->clear();
     cbFont->addItems(fontFiles);
+    m_choices.note();
 }
 
 void FontTab::lvFont_Click(int row)
@@ -85,6 +94,7 @@ void FontTab::lvFont_Click(int row)
     // The first entry that is the file; the last one where none is.
     const int entry = cbFont->findText(m_fonts.sub(row, 2), Qt::MatchExactly | Qt::MatchCaseSensitive);
     cbFont->setCurrentIndex(entry >= 0 ? entry : cbFont->count() - 1);
+    m_choices.note();
 }
 
 } // namespace quillmere

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/FixedChoices.h"
 #include "controls/TabFrame.h"
 
 class QComboBox;
@@ -37,6 +38,7 @@ private:
     CaptionBox *Frame1;
     QLineEdit *txtNama, *txtSize;
     QComboBox *cbFont, *cbStyle;
+    FixedChoices m_choices;
 };
 
 } // namespace quillmere

@@ -5,6 +5,7 @@
 #include "catalogues/ImageCatalogue.h"
 #include "catalogues/UsageScan.h"
 #include "catalogues/forms/PictureBox.h"
+#include "catalogues/forms/PictureFiles.h"
 #include "controls/Commands.h"
 #include "controls/DirListBox.h"
 #include "controls/ListView.h"
@@ -17,6 +18,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QShortcut>
 
 #include <algorithm>
 #include <limits>
@@ -67,6 +69,7 @@ ImageTab::ImageTab(ImageCatalogue &catalogue, ListRows &windows, Files &files, T
     chooser->addWidget(DirImage);
     chooser->addWidget(File2);
     File2->setModel(m_file2);
+    new PictureFiles(*m_file2, *File2);
     connect(DirImage, &DirListBox::pathChanged, m_file2, &FileList::setPath);
     connect(File2, &QListView::activated, this,
             [this](const QModelIndex &file) { File2_DblClick(file.data().toString()); });
@@ -98,6 +101,14 @@ void ImageTab::makePanel()
     m_pictureFacts->setWordWrap(true);
     m_pictureFacts->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
+    auto *close = button(tr("Close"), "cmdImgClose", tr("Close the panel"), &ImageTab::closePanel);
+    close->setToolTip(tr("Closes the panel and gives its room back to the list (Esc)."));
+    for (QWidget *part : {static_cast<QWidget *>(Picture1), static_cast<QWidget *>(Frame3)}) {
+        auto *escape = new QShortcut(Qt::Key_Escape, part);
+        escape->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(escape, &QShortcut::activated, this, &ImageTab::closePanel);
+    }
+
     Picture1->setFrameShape(QFrame::StyledPanel);
     auto *grid = new QGridLayout(Picture1);
     grid->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
@@ -107,16 +118,18 @@ void ImageTab::makePanel()
         return label;
     };
     grid->addWidget(caption(QStringLiteral("File :"), txtFile), 0, 0);
-    grid->addWidget(txtFile, 0, 1, 1, 3);
+    grid->addWidget(txtFile, 0, 1, 1, 4);
     grid->addWidget(caption(QStringLiteral("ID :"), txtID), 1, 0);
-    grid->addWidget(txtID, 1, 1, 1, 3);
+    grid->addWidget(txtID, 1, 1, 1, 4);
     grid->addWidget(m_picture, 2, 1, 2, 1, Qt::AlignTop);
-    grid->addWidget(m_pictureFacts, 2, 2, 1, 2);
+    grid->addWidget(m_pictureFacts, 2, 2, 1, 3);
     grid->addWidget(add, 3, 2);
     grid->addWidget(change, 3, 3);
+    grid->addWidget(close, 3, 4);
     grid->setRowStretch(2, 1);
     grid->setColumnStretch(2, 1);
     grid->setColumnStretch(3, 1);
+    grid->setColumnStretch(4, 1);
 }
 
 void ImageTab::addCommands(Commands &menu)
@@ -221,6 +234,12 @@ void ImageTab::cmdimgTambah_Click()
     lvImage->setCurrentIndex(m_catalogue.rows.index(row, 0));
 }
 
+void ImageTab::closePanel()
+{
+    showPanel(false, false);
+    lvImage->setFocus();
+}
+
 void ImageTab::cmdImgRubah_Click()
 {
     const int row = selectedImage();
@@ -244,11 +263,15 @@ void ImageTab::mnuImgSave_Click()
         return;
     const WriteQuestion question = {QStringLiteral("Simpan File"),
                                     QStringLiteral("Benar mau menyimpan file widget image?"),
-                                    m_catalogue.document.path(), m_catalogue.document.theme()};
+                                    m_catalogue.document.path(),
+                                    m_catalogue.document.theme(),
+                                    Files::Step::Save,
+                                    m_catalogue.asText(),
+                                    m_catalogue.document.encoding().rule};
     if (!askToWrite(m_files, m_talk, question, No::Counts))
         return;
     m_catalogue.SaveImageList(m_files);
-    m_talk.say(tr("%1 saved.").arg(m_catalogue.document.path()));
+    m_talk.sayUntilEdit(tr("%1 saved.").arg(m_catalogue.document.path()));
 }
 
 void ImageTab::mnuImgChe_Click()

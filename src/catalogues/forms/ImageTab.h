@@ -47,6 +47,7 @@ private:
     void mnuImgChe_Click();
     void cmdimgTambah_Click();
     void cmdImgRubah_Click();
+    void closePanel();
     void File2_DblClick(const QString &name);
     void makePanel();
     void showPanel(bool panel, bool files);

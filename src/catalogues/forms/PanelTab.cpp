@@ -36,6 +36,7 @@ QSlider *slider(const char *name, const QString &setting, int most)
 {
     auto *bar = named(new QSlider(Qt::Horizontal), name, setting);
     bar->setRange(0, most);
+    bar->setEnabled(false);
     return bar;
 }
 
@@ -90,9 +91,18 @@ PanelTab::PanelTab(Talk &talk, QWidget *parent)
             percent->setText(QString::number(level * 100 / bar->maximum()));
         });
 
+    for (QComboBox *box : {cbPropLang, cbPropTime, cbPropSum, cbProScrat, cbPropSpdif})
+        m_choices.add(*box);
+
     auto *column = new QVBoxLayout(m_page);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kMargin);
+    auto *readOnly =
+        named(new QLabel(tr("These settings are read-only: they show what the settings file says, "
+                            "and the lists what it offers.")),
+              "lblPanelReadOnly", tr("These settings are read-only."));
+    readOnly->setWordWrap(true);
+    column->addWidget(readOnly);
     addSection(tr("File"), {{tr("Settings file"), {txtDefault}}});
     addSection(
         tr("Language and time"),
@@ -157,6 +167,7 @@ void PanelTab::showSettings(const PanelSettings &settings)
         cbPropSum->setCurrentIndex(*settings.summerTime ? 1 : 0);
     showChoice(cbProScrat, settings.scart);
     showChoice(cbPropSpdif, settings.spdif);
+    m_choices.note();
     if (!m_notShown.isEmpty())
         m_talk.say(
             tr("Not among the choices of the Panel tab: %1.").arg(m_notShown.join(QStringLiteral(", "))));

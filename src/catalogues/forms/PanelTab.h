@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/FixedChoices.h"
 #include "controls/TabFrame.h"
 #include "rows/ListRows.h"
 
@@ -50,6 +51,7 @@ private:
     QLineEdit *txtPropTrans, *txtPropVol;
     QComboBox *cbPropLang, *cbPropTime, *cbPropSum, *cbProScrat, *cbPropSpdif;
     QStringList m_notShown; // what the last settings had that no control can show
+    FixedChoices m_choices;
 };
 
 } // namespace quillmere

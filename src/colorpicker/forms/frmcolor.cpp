@@ -112,7 +112,16 @@ QWidget *frmcolor::makeEntry()
     selected->setCaption(QStringLiteral("Selected Colour"));
     selected->setFixedWidth(kSelectedWidth);
     Show_Selected = new Swatch("Show_Selected", tr("Selected colour"));
-    (new QVBoxLayout(selected))->addWidget(Show_Selected);
+    m_before = new Swatch("Show_Before", tr("Colour before"));
+    m_before->setToolTip(tr("The colour that was opened"));
+    Show_Selected->setToolTip(tr("The colour as it is now"));
+    auto *swatches = new QGridLayout(selected);
+    swatches->setHorizontalSpacing(0); // side by side, the eye tells them apart best
+    swatches->addWidget(new QLabel(tr("Before")), 0, 0, Qt::AlignHCenter);
+    swatches->addWidget(new QLabel(tr("Now")), 0, 1, Qt::AlignHCenter);
+    swatches->addWidget(m_before, 1, 0);
+    swatches->addWidget(Show_Selected, 1, 1);
+    swatches->setRowStretch(1, 1);
 
     txtName = named(new QLineEdit, "txtName", tr("Colour name"));
     txtCode = named(new QLineEdit, "txtCode", tr("Colour code"));
@@ -128,12 +137,15 @@ QWidget *frmcolor::makeEntry()
     const auto button = [&](const QString &caption, const char *name, const QString &says,
                             void (frmcolor::*click)()) {
         auto *made = named(new QPushButton(caption), name, says);
-        made->setAutoDefault(false); // Enter belongs to the box that is typed in
+        made->setToolTip(says);
+        made->setAutoDefault(false);
         connect(made, &QPushButton::clicked, this, click);
         buttons->addWidget(made);
+        return made;
     };
     button(QStringLiteral("&Edit"), "Command1", tr("Write into the selected colour"),
-           &frmcolor::Command1_Click);
+           &frmcolor::Command1_Click)
+        ->setDefault(true);
     button(QStringLiteral("&Add"), "cmbTambah", tr("Add as a new colour"), &frmcolor::cmbTambah_Click);
     form->addRow(buttons);
 
@@ -164,6 +176,7 @@ void frmcolor::setEntry(const QString &name, const QString &code)
 void frmcolor::showColour(int red, int green, int blue)
 {
     showChannels({red, green, blue});
+    m_before->setColour(QColor(red, green, blue));
     setWindowTitle(tr("Colour: %1 (%2)").arg(NamaColor.left(40), fileNameOf(NamaFile).toString()));
     show();
     raise();

@@ -74,7 +74,7 @@ private:
     std::function<int()> m_selectedRow;
     Talk &m_talk;
     std::array<Channel, 3> m_channels;
-    Swatch *Show_Selected;
+    Swatch *Show_Selected, *m_before; // the colour that the dialog was opened with
     QLineEdit *txtName, *txtCode;
 };
 

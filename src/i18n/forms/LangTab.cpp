@@ -235,12 +235,17 @@ void LangTab::mnuLangSave_Click()
     // Whoever types a path has chosen that very place, and none that a link leads to.
     if (txtLangFile->isModified())
         m_files.allow(QDir::cleanPath(QDir::fromNativeSeparators(target)));
-    const WriteQuestion question = {QStringLiteral("Save File"), QStringLiteral("Save file translate?"),
-                                    target, m_file.document.theme()};
+    const WriteQuestion question = {QStringLiteral("Save File"),
+                                    QStringLiteral("Save file translate?"),
+                                    target,
+                                    m_file.document.theme(),
+                                    Files::Step::Save,
+                                    m_file.asText(name),
+                                    m_file.document.encoding().rule};
     if (!askToWrite(m_files, m_talk, question, No::Counts))
         return;
     m_file.save(m_files, name);
-    m_talk.say(tr("%1 saved.").arg(target));
+    m_talk.sayUntilEdit(tr("%1 saved.").arg(target));
 }
 
 void LangTab::mnuLangCopy_Click(CopiedColumn column)

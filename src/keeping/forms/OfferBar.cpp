@@ -1,5 +1,6 @@
 #include "keeping/forms/OfferBar.h"
 
+#include "controls/EnterClicks.h"
 #include "controls/PathLabel.h"
 
 #include <QHBoxLayout>
@@ -86,6 +87,7 @@ QToolButton *OfferBar::addButton(const QString &name, const QString &caption, co
     QFont underlined = button->font();
     underlined.setUnderline(true);
     button->setFont(underlined);
+    clickOnEnter(*button);
     add(button);
     return button;
 }

@@ -8,6 +8,7 @@
 #include "keeping/VersionPreview.h"
 
 #include <QBoxLayout>
+#include <QCheckBox>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QHeaderView>
@@ -18,6 +19,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
+#include <QSettings>
 #include <QSplitter>
 
 #include <algorithm>
@@ -27,7 +29,8 @@ namespace quillmere {
 namespace {
 
 constexpr QSize kFirstSize{960, 720}; // pixels
-constexpr int kDark = 128;            // lightness below which a ground is dark
+const QString kIgnoreIndentation = QStringLiteral("restore/ignoreIndentation");
+constexpr int kDark = 128; // lightness below which a ground is dark
 
 // The grounds of lines that go and of lines that come, readable under the palette's own text.
 QColor groundOf(VersionPreview::Kind kind, bool dark)
@@ -76,6 +79,8 @@ frmRestore::frmRestore(const QString &theme, const QStringList &leadsTo, Files &
       lvVersions(new ListView(QStringLiteral("lvVersions"), tr("Versions kept, newest first"), m_rows)),
       m_difference(new QWidget), lblEmpty(named(new QLabel, "lblEmpty", tr("Why the list is empty"))),
       lblDifference(named(new QLabel, "lblDifference", tr("What restoring changes"))),
+      chkIndentation(named(new QCheckBox(tr("Ignore &Indentation")), "chkIndentation",
+                           tr("Leave out lines that are only indented another way"))),
       txtDifference(named(new QPlainTextEdit, "txtDifference", tr("Lines that restoring changes"))),
       cmdRestore(named(new QPushButton(tr("&Restore")), "cmdRestore", tr("Restore the selected version"))),
       cmdClose(named(new QPushButton(tr("&Close")), "cmdClose", tr("Close")))
@@ -136,6 +141,12 @@ void frmRestore::makeDifference()
 {
     lblDifference->setTextFormat(Qt::PlainText);
     lblDifference->setWordWrap(true);
+    chkIndentation->setToolTip(chkIndentation->accessibleName());
+    chkIndentation->setChecked(QSettings().value(kIgnoreIndentation, true).toBool());
+    connect(chkIndentation, &QCheckBox::toggled, this, [this](bool ignored) {
+        QSettings().setValue(kIgnoreIndentation, ignored);
+        showDifference();
+    });
     txtDifference->setReadOnly(true);
     txtDifference->setToolTip(tr("The lines that restoring adds and removes."));
     cmdRestore->setToolTip(tr("Restores the selected version. The current file is backed up."));
@@ -147,7 +158,10 @@ void frmRestore::makeDifference()
     txtDifference->setTabChangesFocus(true);
     auto *column = new QVBoxLayout(m_difference);
     column->setContentsMargins({});
-    column->addWidget(lblDifference);
+    auto *line = new QHBoxLayout;
+    line->addWidget(lblDifference, 1);
+    line->addWidget(chkIndentation, 0, Qt::AlignTop);
+    column->addLayout(line);
     column->addWidget(txtDifference, 1);
 }
 
@@ -238,7 +252,10 @@ const Version *frmRestore::selected() const
 void frmRestore::showDifference()
 {
     const Version *version = selected();
-    const VersionPreview preview = version ? previewOf(*version) : VersionPreview();
+    const VersionPreview preview =
+        version
+            ? previewOf(*version, chkIndentation->isChecked() ? Indentation::Ignored : Indentation::Counts)
+            : VersionPreview();
     lblDifference->setText(preview.heading);
     showLines(*txtDifference, preview.lines);
     cmdRestore->setEnabled(version && !preview.same);

@@ -7,6 +7,7 @@
 
 #include <functional>
 
+class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
@@ -62,6 +63,7 @@ private:
     ListView *lvVersions;
     QWidget *m_difference;
     QLabel *lblEmpty, *lblDifference;
+    QCheckBox *chkIndentation;
     QPlainTextEdit *txtDifference;
     QPushButton *cmdRestore, *cmdClose;
 };

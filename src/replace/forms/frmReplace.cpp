@@ -1,6 +1,9 @@
 #include "replace/forms/frmReplace.h"
 
+#include "asking/LineCount.h"
 #include "asking/Talk.h"
+#include "asking/forms/AskToWrite.h"
+#include "controls/EditingKeys.h"
 #include "controls/EmptyHint.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
@@ -103,6 +106,7 @@ frmReplace::frmReplace(SourceAccess source, Files &files, Talk &talk, QWidget &o
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
     scrollWhereSmall(*this);
+    new EditingKeys(*this, {m_source.save, m_source.undo, m_source.redo});
     resize(kFirstSize);
 }
 
@@ -298,10 +302,11 @@ void frmReplace::Delete()
 
 void frmReplace::Save()
 {
-    const bool write = m_talk.ask(
-        kTitle,
-        m_files.loaded().savingQuestion(QStringLiteral("Benar akan menyimapn text replace?"), replaceIni()));
     const QList<Replacement> saved = pairs();
+    const QString question =
+        m_files.loaded().savingQuestion(QStringLiteral("Benar akan menyimapn text replace?"), replaceIni());
+    const bool write = m_talk.askAbout(
+        kTitle, question, savingFacts(replaceIni(), replaceListText(saved), m_file.encoding().rule));
     if (write) {
         m_file.setPath(replaceIni(), {});
         m_file.saveOwn(m_files, replaceListText(saved));
@@ -334,14 +339,28 @@ void frmReplace::ReplaceText()
             selected.append({m_finds.text(row), m_replacements.text(row)});
     }
     makeCurrent(m_finds.count() - 1);
-    QString text = m_source.text();
-    m_source.rewrite(replaceAllIgnoringCase(text, selected));
+    if (selected.isEmpty())
+        m_talk.say(tr("No pair is selected: nothing is replaced."));
+    rewrite(selected);
 }
 
 void frmReplace::ReplaceAll()
 {
-    QString text = m_source.text();
-    m_source.rewrite(replaceAllIgnoringCase(text, {typed()}));
+    rewrite({typed()});
+}
+
+void frmReplace::rewrite(const QList<Replacement> &pairs)
+{
+    const QString before = m_source.text();
+    QString after = before;
+    m_source.rewrite(replaceAllIgnoringCase(after, pairs));
+    if (pairs.isEmpty())
+        return;
+    const QString said =
+        after == before ? tr("Nothing was found to replace.") : changedLinesText(before, after);
+    m_talk.sayUntilEdit(said);
+    m_hint->setText(said); // the dialog may lie over the status line
+    m_hint->show();
 }
 
 void frmReplace::Replace()

@@ -30,6 +30,7 @@ struct SourceAccess
     std::function<void(qsizetype start, qsizetype length)>
         select;                         // scrolls there and gives the box the focus of its window
     std::function<CodePageRule()> rule; // by which the text's bytes became text
+    std::function<void()> save, undo, redo;
 };
 
 // The list of texts to replace, kept in replace.ini, and finding and replacing in the source.
@@ -77,6 +78,7 @@ private:
     void Save();
     void Deselect();
     void ReplaceAll();
+    void rewrite(const QList<Replacement> &pairs); // and says how much has changed
     void Replace();
 
     SourceAccess m_source;

@@ -35,6 +35,8 @@ public:
     void addCommands(Commands &menu, QWidget &window);
 
     bool isOn() const { return m_isOn; }
+    // Whether blocks that their state hides are left out.
+    bool hidesByState() const { return m_isOn && !m_options.hiddenBlocks; }
     // As the catalogue names it; empty for the texts as they are written.
     QString language() const;
     // Shows the picture in this view and language, where the theme has it.

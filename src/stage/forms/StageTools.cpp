@@ -8,6 +8,7 @@
 #include "files/Paths.h"
 #include "preview/forms/PreviewFrame.h"
 #include "stage/forms/StageOverlay.h"
+#include "stage/forms/UnseenHint.h"
 #include "theme/ThemeProject.h"
 #include "widgets/forms/SourceTab.h"
 
@@ -56,6 +57,7 @@ StageTools::StageTools(Stage &stage, SourceTab &tab, PreviewFrame &frame, const 
         }
         return targets;
     };
+    new UnseenHint(stage, tab, receiver, talk, this);
     connect(&m_picture, &Picture::blockOpened, &m_properties, &PropertiesLink::open);
     connect(&m_picture.commands, &PictureCommands::sourceWanted, this, &StageTools::sourceWanted);
     connect(&m_properties, &PropertiesLink::sourceWanted, this, &StageTools::sourceWanted);

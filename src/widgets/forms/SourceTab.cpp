@@ -306,7 +306,7 @@ void SourceTab::mnuC_Click(int numerator, int denominator)
         m_talk.tell(QStringLiteral("Confirm Size"), QStringLiteral("Terlalu kecil"), Talk::Icon::Critical);
         break;
     case ScaleResult::Scaled:
-        txtSnippet->rewriteAll(text);
+        rewriteRects(text);
         break;
     case ScaleResult::Nothing:
         break;
@@ -324,7 +324,14 @@ void SourceTab::mnuTD_Click(Axis axis)
     if (!answer || !wholeNumber(*answer, distance))
         return;
     MoveRects(text, axis, distance);
+    rewriteRects(text);
+}
+
+void SourceTab::rewriteRects(const QString &text)
+{
+    const qsizetype changed = changedRects(txtSnippet->text(), text);
     txtSnippet->rewriteAll(text);
+    m_talk.sayUntilEdit(changed == 1 ? tr("1 rect changed.") : tr("%1 rects changed.").arg(changed));
 }
 
 void SourceTab::mnuVPaste_Click()

@@ -94,6 +94,7 @@ private:
     void mnuCblock_Click();
     void mnuC_Click(int numerator, int denominator);
     void mnuTD_Click(Axis axis);
+    void rewriteRects(const QString &text); // and says how many have changed
     void mnuVPaste_Click();
     void showComparison(bool shown);
     void lvBlock_DblClick(int row);

@@ -110,12 +110,13 @@ void WidgetTab::mnuWidgetSel_Click()
         LvWidget->scrollTo(missing.first().topLeft());
 }
 
-bool WidgetTab::maySave(const QString &question)
+bool WidgetTab::maySave(const QString &question, const QString &text)
 {
-    return askToWrite(
-        m_files, m_talk,
-        {QStringLiteral("Simpan File"), question, m_catalogue.document.path(), m_catalogue.document.theme()},
-        No::Counts);
+    return askToWrite(m_files, m_talk,
+                      {QStringLiteral("Simpan File"), question, m_catalogue.document.path(),
+                       m_catalogue.document.theme(), Files::Step::Save, text,
+                       m_catalogue.document.encoding().rule},
+                      No::Counts);
 }
 
 void WidgetTab::mnuWidgetDel_Click()
@@ -134,8 +135,9 @@ void WidgetTab::mnuWidgetDel_Click()
         if (remove)
             text = WidgetCatalogue::withoutWindow(text, row.sub(1));
     }
-    if (maySave(QStringLiteral("Benar mau menyimpan file?")))
-        m_catalogue.document.save(m_files, text + u"\r\n");
+    text += u"\r\n";
+    if (maySave(QStringLiteral("Benar mau menyimpan file?"), text))
+        m_catalogue.document.save(m_files, text);
     mnuWidgetOpen_Click();
 }
 
@@ -172,7 +174,7 @@ void WidgetTab::mnuWidgetFile_Click()
     QString name = m_catalogue.lvWidgetDel.text(row);
     replaceIgnoringCase(name, u".xml", u"");
     const QString text = WidgetCatalogue::withWindow(m_catalogue.document.readAgain(), name);
-    if (maySave(QStringLiteral("Benar mau menambahkan widget file?")))
+    if (maySave(QStringLiteral("Benar mau menambahkan widget file?"), text))
         m_catalogue.document.save(m_files, text);
     mnuWidgetOpen_Click();
 }

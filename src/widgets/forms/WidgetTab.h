@@ -43,7 +43,7 @@ private:
     void mnuWidgetDelFile_Click();
     void mnuInfoChannel_Click();
     // Whether the catalogue may be written.
-    bool maySave(const QString &question);
+    bool maySave(const QString &question, const QString &text);
     // Row of the file selected in lvWidgetDel; -1, after a hint, when none is.
     int selectedFile();
 

@@ -77,6 +77,7 @@ void frmWidget::addKeys()
     };
     add("save", QKeySequence::Save, [this] { emit saveWanted(); });
     add("undo", QKeySequence::Undo, [this] { m_source.stepBack(); });
+    add("redo", QKeySequence::Redo, [this] { m_source.stepForward(); });
 }
 
 void frmWidget::turnTo(const QString &name, const QString &className, const ShownBlocks &blocks)

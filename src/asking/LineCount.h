@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+namespace quillmere {
+
+struct LineDifference;
+
+// How many lines differ, as a sentence: "1 line removed, 2 added."
+QString lineCountText(const LineDifference &difference);
+// What a command has done to a text that it has changed: "3 lines changed."
+QString changedLinesText(QStringView before, QStringView after);
+
+} // namespace quillmere
