@@ -145,6 +145,11 @@ constexpr Item kItems[] = {
     {"mnuView", "hrRoom", "", Kind::Separator},
     {"mnuView", "mnuWideSource", "Wide So&urce", Kind::Check},
     {"mnuView", "mnuPreviewAlone", "&Preview Alone", Kind::Check},
+    {"mnuView", "hrLooks", "", Kind::Separator},
+    {"mnuView", "mnuLooks", "Li&ght and Dark", Kind::Menu},
+    {"mnuLooks", "mnuLight", "&Light", Kind::Check},
+    {"mnuLooks", "mnuDark", "&Dark", Kind::Check},
+    {"mnuLooks", "mnuAsDesktop", "&As the Desktop", Kind::Check},
 
     {nullptr, "mnuArrange", "A&rrange", Kind::Menu},
     {"mnuArrange", "mnuAlignLeft", "Align &Left"},

@@ -155,7 +155,9 @@ void QuickOpening::gatherCommands()
 {
     m_commands.clear();
     for (const MenuCommand &command : commandsOf(m_parts.menus.actions())) {
-        if (!command.isAvailable)
+        // In a menu that is closed, what the window itself has can still be chosen.
+        const QAction *item = command.action;
+        if (!command.isAvailable && !(item->isEnabled() && m_window.actions().contains(item)))
             continue;
         add(QuickEntry::Kind::Command, command.caption,
             command.action->shortcut().toString(QKeySequence::NativeText), m_commands.size());

@@ -7,6 +7,7 @@
 #include "app/FirstMinute.h"
 #include "app/LanguageWork.h"
 #include "app/ListEditing.h"
+#include "app/Looks.h"
 #include "app/NewThings.h"
 #include "app/OpenDocument.h"
 #include "app/PaneRound.h"
@@ -52,7 +53,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMenuBar>
-#include <QResizeEvent>
 #include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
@@ -81,6 +81,7 @@ frmSkin::frmSkin(Files &files, Prompts *prompts, QWidget *parent)
 {
     setObjectName(QStringLiteral("frmSkin"));
     setWindowTitle(QStringLiteral(":: Quillmere ::"));
+    new Looks(m_menu, *this);
     setCentralWidget(new PageScroll(m_page)); // where the window is smaller than what was laid out in it
     m_status = new StatusLine(*statusBar());
     m_talk.say(tr("Press Ctrl+O, or choose a folder named \"theme\" in the list, to open a theme."));
@@ -257,17 +258,14 @@ void frmSkin::makeMenu()
     new LanguageWork({*m_langTab, m_theme, m_checks->check, *m_outside, m_files, m_names->editing, m_talk},
                      m_menu, *this);
     m_overview->addCommands(m_menu);
-    const QuickOpening::Parts quick{
-        *m_names,
-        *m_index,
-        m_theme,
-        *m_sourceTab->txtSnippet,
-        *TabStrip4,
-        *menuBar(),
-        [this](const QString &path) { openDocument(path); },
-        [this](const QString &path) { m_langTab->openLanguage(path, m_theme.folder()); },
-        [this](const QString &folder) { openTheme(folder); }};
-    (new QuickOpening(quick, m_talk, *this))->addCommands(m_menu);
+    const auto openFile = [this](const QString &path) { openDocument(path); };
+    const auto openLanguage = [this](const QString &path) {
+        m_langTab->openLanguage(path, m_theme.folder());
+    };
+    (new QuickOpening({*m_names, *m_index, m_theme, *m_sourceTab->txtSnippet, *TabStrip4, *menuBar(),
+                       openFile, openLanguage, std::bind_front(&frmSkin::openTheme, this)},
+                      m_talk, *this))
+        ->addCommands(m_menu);
     new WindowRound(
         *m_document, m_theme,
         [this](const QString &path, const QString &theme) { openDocument(path, theme); }, m_talk, *this);

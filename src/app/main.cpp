@@ -8,7 +8,6 @@
 #include "commands/forms/CompareCommand.h"
 #include "commands/forms/RenderCommand.h"
 #include "commands/forms/SheetCommand.h"
-#include "controls/ReadableColours.h"
 #include "files/Memory.h"
 #include "receiver/BlockText.h"
 
@@ -157,7 +156,6 @@ int main(int argc, char **argv)
 
     QApplication::setWindowIcon(programIcon());
     QGuiApplication::setDesktopFileName(QStringLiteral("quillmere"));
-    QApplication::setPalette(readablePlaceholders(QApplication::palette()));
     Files files;
     frmSkin window(files);
     window.showFirst();

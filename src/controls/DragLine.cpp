@@ -1,6 +1,7 @@
 #include "controls/DragLine.h"
 
 #include "controls/Named.h"
+#include "controls/ReadableColours.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -27,9 +28,10 @@ void DragLine::paintEvent(QPaintEvent *)
     const bool isLit = m_isDragged || underMouse();
     const int length = isUpright() ? height() : width(), seen = isLit ? length : std::min(length, kGrip);
     const int along = (length - seen) / 2, across = (kThick - kSeen) / 2;
-    QPainter(this).fillRect(isUpright() ? QRect(across, along, kSeen, seen)
-                                        : QRect(along, across, seen, kSeen),
-                            palette().brush(isLit ? QPalette::Highlight : QPalette::Mid));
+    QPainter(this).fillRect(
+        isUpright() ? QRect(across, along, kSeen, seen) : QRect(along, across, seen, kSeen),
+        isLit ? palette().color(QPalette::Highlight)
+              : seenOn(palette().color(QPalette::Window), palette().color(QPalette::WindowText)));
 }
 
 void DragLine::enterEvent(QEnterEvent *)

@@ -1,6 +1,7 @@
 #include "controls/ListView.h"
 
 #include "controls/ListColumns.h"
+#include "controls/ReadableColours.h"
 #include "controls/Tips.h"
 #include "rows/ToolTip.h"
 
@@ -21,6 +22,7 @@ namespace quillmere {
 
 namespace {
 
+constexpr float kDim = 0.25F;    // of a selection's colour, in a list without the focus
 constexpr int kMostDrawn = 1000; // characters; more than any column shows
 
 // Of the context menu.
@@ -123,7 +125,13 @@ void ListView::doItemsLayout()
 void ListView::initViewItemOption(QStyleOptionViewItem *option) const
 {
     OrderedTree::initViewItemOption(option);
-    option->state.setFlag(QStyle::State_Active, hasFocus() && isActiveWindow());
+    if (hasFocus() && isActiveWindow())
+        return;
+    const QPalette &colours = option->palette;
+    const QColor dim = mixed(colours.color(QPalette::Highlight), colours.color(QPalette::Base), kDim),
+                 text = colours.color(QPalette::Text);
+    option->palette.setColor(QPalette::Highlight, dim);
+    option->palette.setColor(QPalette::HighlightedText, text);
 }
 
 void ListView::keyPressEvent(QKeyEvent *event)

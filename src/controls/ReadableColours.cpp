@@ -8,6 +8,7 @@ namespace quillmere {
 namespace {
 
 constexpr double kReadable = 4.5; // contrast of text that WCAG asks for
+constexpr double kSeen = 3;       // of what is no text
 constexpr float kSteps = 20;
 
 double luminance(const QColor &colour)
@@ -17,6 +18,14 @@ double luminance(const QColor &colour)
     };
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
            0.0722 * linear(colour.blueF());
+}
+
+// The least share of the text that has this contrast, from `share` on.
+QColor mixedUntil(double least, const QColor &text, const QColor &ground, float share)
+{
+    while (share < 1 && contrast(mixed(text, ground, share), ground) < least)
+        share += 1 / kSteps;
+    return mixed(text, ground, std::min(share, 1.F));
 }
 
 } // namespace
@@ -34,18 +43,19 @@ QColor mixed(const QColor &text, const QColor &ground, float share)
                             part(text.blueF(), ground.blueF()));
 }
 
+QColor seenOn(const QColor &ground, const QColor &text)
+{
+    return mixedUntil(kSeen, text, ground, 1 / kSteps);
+}
+
 // Half the text's strength where that can be read, as platforms have it, and as much more as it takes.
 QPalette readablePlaceholders(const QPalette &palette)
 {
     QPalette own;
-    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        const QColor text = palette.color(group, QPalette::Text),
-                     ground = palette.color(group, QPalette::Base);
-        float share = 0.5F;
-        while (share < 1 && contrast(mixed(text, ground, share), ground) < kReadable)
-            share += 1 / kSteps;
-        own.setColor(group, QPalette::PlaceholderText, mixed(text, ground, std::min(share, 1.F)));
-    }
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+        own.setColor(group, QPalette::PlaceholderText,
+                     mixedUntil(kReadable, palette.color(group, QPalette::Text),
+                                palette.color(group, QPalette::Base), 0.5F));
     return own;
 }
 

@@ -10,6 +10,9 @@ double contrast(const QColor &text, const QColor &ground);
 // A colour on another as if it let that much of it through: at 1 there is nothing but the text's.
 QColor mixed(const QColor &text, const QColor &ground, float share);
 
+// The faintest mixture of `text` into `ground` that is seen on it, at 3:1.
+QColor seenOn(const QColor &ground, const QColor &text);
+
 // What platforms make too faint to be read, or leave out on a dark desktop: the colour of placeholders, which
 // numbers of lines have too. Only that role is set in it, so that all others go on following the desktop.
 QPalette readablePlaceholders(const QPalette &palette);

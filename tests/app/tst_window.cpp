@@ -194,7 +194,7 @@ private slots:
             window.skin->openTheme(folders[0]);
         }
         window.skin->openTheme(folders[2]);
-        window.skin->openTheme(window.path("a&b1")); // no theme
+        window.skin->openTheme(window.files.folder()); // no theme
         const QRect place(30, 40, 700, 650);
         window.skin->setGeometry(place);
         window.skin->close();

@@ -37,5 +37,8 @@ void fuzz(const Input &input)
     };
     const QString further = u' ' + QString(from).replace(u"\n"_s, u"\n "_s);
     check(onlyIndented(from, further) == std::ranges::count_if(a, hasInk), "all lines further in", from);
+    if (!from.isEmpty() && !from.endsWith(u'\n')) // or a line of blanks comes
+        check(compareLines(from, further, 3, Indentation::Ignored).hunks.isEmpty(), "indentation alone",
+              from);
     check(onlyIndented(from, from) == 0, "no line", from);
 }

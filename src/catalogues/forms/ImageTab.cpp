@@ -68,7 +68,6 @@ ImageTab::ImageTab(ImageCatalogue &catalogue, ListRows &windows, Files &files, T
     auto *chooser = new QHBoxLayout(Frame3);
     chooser->addWidget(DirImage);
     chooser->addWidget(File2);
-    File2->setModel(m_file2);
     new PictureFiles(*m_file2, *File2);
     connect(DirImage, &DirListBox::pathChanged, m_file2, &FileList::setPath);
     connect(File2, &QListView::activated, this,

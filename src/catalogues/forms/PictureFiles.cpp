@@ -27,6 +27,7 @@ bool isOther(const QString &name)
 
 PictureFiles::PictureFiles(FileList &files, QListView &view) : QObject(&view), m_files(files), m_view(view)
 {
+    view.setModel(&files); // before this listens to it: the view shows all rows anew
     m_soon.setSingleShot(true);
     m_soon.setInterval(kSoon);
     connect(&m_soon, &QTimer::timeout, this, &PictureFiles::refresh);

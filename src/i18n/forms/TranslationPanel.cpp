@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QBoxLayout>
 #include <QComboBox>
+#include <QEvent>
 #include <QLabel>
 #include <QSettings>
 
@@ -32,17 +33,39 @@ QString settingOf(int beside)
 }
 
 // A text to be read: it has the ground of the window, and nothing of a box to type in.
+class ReadText : public QPlainTextEdit
+{
+public:
+    ReadText() { takeColours(); }
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        QPlainTextEdit::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange)
+            takeColours();
+    }
+
+private:
+    void takeColours()
+    {
+        QPalette colours = palette();
+        const QColor ground = colours.color(QPalette::AlternateBase);
+        if (colours.color(QPalette::Base) == ground)
+            return;
+        colours.setColor(QPalette::Base, ground);
+        setPalette(colours);
+    }
+};
+
 QPlainTextEdit *readOnly(const QString &name, const QString &accessibleName)
 {
-    auto *text = new QPlainTextEdit;
+    auto *text = new ReadText;
     text->setObjectName(name);
     text->setAccessibleName(accessibleName);
     text->setReadOnly(true);
     text->setTabChangesFocus(true);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    QPalette colours = text->palette();
-    colours.setBrush(QPalette::Base, colours.brush(QPalette::AlternateBase));
-    text->setPalette(colours);
     return text;
 }
 

@@ -2,7 +2,10 @@
 
 #include "controls/EnterClicks.h"
 #include "controls/PathLabel.h"
+#include "controls/Scheme.h"
 
+#include <QApplication>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
@@ -15,14 +18,26 @@ OfferBar::OfferBar(QWidget *parent)
 {
     setObjectName(QStringLiteral("frOffer"));
     setAutoFillBackground(true);
-    setBackgroundRole(QPalette::ToolTipBase);
-    setForegroundRole(QPalette::ToolTipText);
+    takeColours();
     m_line->setContentsMargins(8, 0, 8, 0);
     m_line->setSpacing(4);
-    m_text->setForegroundRole(QPalette::ToolTipText);
     m_text->setMinimumWidth(1); // a long file name gives way, the buttons do not
     m_line->addWidget(m_text);
     hide();
+}
+
+void OfferBar::takeColours()
+{
+    const QPalette notice = noticeColours(QApplication::palette());
+    if (palette().color(QPalette::Window) != notice.color(QPalette::Window))
+        setPalette(notice);
+}
+
+void OfferBar::changeEvent(QEvent *event)
+{
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
+        takeColours();
 }
 
 void OfferBar::offer(const QString &key, const QString &text, const QList<Choice> &choices)
@@ -108,7 +123,6 @@ void OfferBar::showLast()
     for (int index = 0; index < last.choices.size(); ++index) {
         if (index > 0) {
             auto *slash = new QLabel(QStringLiteral("/"), this);
-            slash->setForegroundRole(QPalette::ToolTipText);
             add(slash);
         }
         const QString caption = last.choices[index].caption;

@@ -37,7 +37,11 @@ public:
     // further one.
     bool goOn();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
+    void takeColours();
     struct Offer
     {
         QString key;

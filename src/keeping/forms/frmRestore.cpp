@@ -5,6 +5,7 @@
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "controls/PageScroll.h"
+#include "controls/Scheme.h"
 #include "keeping/VersionPreview.h"
 
 #include <QBoxLayout>
@@ -30,7 +31,6 @@ namespace {
 
 constexpr QSize kFirstSize{960, 720}; // pixels
 const QString kIgnoreIndentation = QStringLiteral("restore/ignoreIndentation");
-constexpr int kDark = 128; // lightness below which a ground is dark
 
 // The grounds of lines that go and of lines that come, readable under the palette's own text.
 QColor groundOf(VersionPreview::Kind kind, bool dark)
@@ -44,7 +44,7 @@ void showLines(QPlainTextEdit &box, const QList<VersionPreview::Line> &lines)
 {
     using Kind = VersionPreview::Kind;
     const QPalette &palette = box.palette();
-    const bool dark = palette.color(QPalette::Base).lightness() < kDark;
+    const bool dark = isDark(palette);
     box.clear();
     QTextCursor cursor(box.document());
     cursor.beginEditBlock();
@@ -279,6 +279,13 @@ void frmRestore::cmdRestore_Click()
         emit restored(version.path);
         loadVersions();
     });
+}
+
+void frmRestore::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        showDifference();
 }
 
 bool frmRestore::eventFilter(QObject *watched, QEvent *event)

@@ -36,6 +36,7 @@ signals:
     void restored(const QString &path);
 
 protected:
+    void changeEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

@@ -87,6 +87,7 @@ HoverBox::HoverBox(QWidget *parent)
 void HoverBox::showAt(const HoverContents &contents, const QRect &at)
 {
     m_at = at;
+    setPalette(QToolTip::palette()); // which may be others since
     say(contents);
     show();
     QAccessibleEvent said(this, QAccessible::Alert);

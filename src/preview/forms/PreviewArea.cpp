@@ -1,8 +1,10 @@
 #include "preview/forms/PreviewArea.h"
 
 #include "browser/forms/WebBrowser.h"
+#include "controls/ReadableColours.h"
 #include "preview/Zoom.h"
 
+#include <QEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -12,14 +14,15 @@ namespace quillmere {
 
 namespace {
 constexpr int kScrollStep = 20; // pixels
-}
+constexpr float kGround = 0.1F; // of the text's colour
+} // namespace
 
 PreviewArea::PreviewArea(WebBrowser &browser, QWidget *parent)
     : QAbstractScrollArea(parent), m_browser(browser)
 {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus); // the browser has it
-    viewport()->setBackgroundRole(QPalette::Mid);
+    takeColours();
     viewport()->setAutoFillBackground(true);
     browser.setParent(viewport());
 }
@@ -192,6 +195,23 @@ void PreviewArea::settle()
     emit viewChanged();
     if (std::exchange(m_told, m_zoom) != m_zoom)
         emit zoomChanged();
+}
+
+// Quiet: between the window and the picture, and of the window's own colour.
+void PreviewArea::takeColours()
+{
+    QPalette own = viewport()->palette();
+    const QColor ground =
+        mixed(palette().color(QPalette::WindowText), palette().color(QPalette::Window), kGround);
+    own.setColor(QPalette::Window, ground);
+    viewport()->setPalette(own);
+}
+
+void PreviewArea::changeEvent(QEvent *event)
+{
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        takeColours();
 }
 
 void PreviewArea::resizeEvent(QResizeEvent *event)

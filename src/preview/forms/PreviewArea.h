@@ -49,10 +49,12 @@ signals:
     void zoomChanged();
 
 protected:
+    void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
 
 private:
+    void takeColours();
     enum class Choice { Size, Room, Fit, Zoom };
 
     bool movesBrowser() const;

@@ -23,7 +23,7 @@ constexpr int kBreadth = 18;                   // pixels, of a ruler
 constexpr int kGrip = 5;                       // pixels at which a guide can be taken hold of
 constexpr double kApart = 50, kTicksApart = 5; // pixels, at least, of the numbers and of the ticks
 const QString kSetting = QStringLiteral("view/rulers");
-const QColor kGuide(0x00, 0xa0, 0xe0);
+const QColor kGuide(0x00, 0x78, 0xb4), kBesideGuide(0xff, 0xff, 0xff); // so that it is seen on any ground
 
 // The smallest of 1, 2, 5, 10, 20, 50 and so on that is as far apart as that.
 qint64 stepOf(double zoom, double apart)
@@ -147,11 +147,13 @@ protected:
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
-        painter.setPen(kGuide);
-        if (orientation == Qt::Vertical)
-            painter.drawLine(kGrip / 2, 0, kGrip / 2, height());
-        else
-            painter.drawLine(0, kGrip / 2, width(), kGrip / 2);
+        for (const QPen &pen : {QPen(kBesideGuide, 3), QPen(kGuide, 1)}) {
+            painter.setPen(pen);
+            if (orientation == Qt::Vertical)
+                painter.drawLine(kGrip / 2, 0, kGrip / 2, height());
+            else
+                painter.drawLine(0, kGrip / 2, width(), kGrip / 2);
+        }
     }
     void mousePressEvent(QMouseEvent *) override {}
     void mouseMoveEvent(QMouseEvent *event) override

@@ -1,0 +1,87 @@
+#include "controls/ClearStyle.h"
+
+#include "controls/ReadableColours.h"
+
+#include <QAbstractItemView>
+#include <QPainter>
+#include <QStyleOption>
+
+namespace quillmere {
+
+namespace {
+
+constexpr float kEdge = 0.3F;
+constexpr double kSeen = 3;                        // contrast of what is no text
+constexpr double kRing = 2, kThin = 1, kRound = 2; // pixels
+
+void drawRing(QPainter *painter, const QRect &rect, const QColor &colour, double width = kRing)
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(QPen(colour, width));
+    const double half = width / 2; // on whole pixels
+    painter->drawRoundedRect(QRectF(rect).adjusted(half, half, -half, -half), kRound, kRound);
+    painter->restore();
+}
+
+QColor focusOn(const QPalette &palette, const QColor &ground)
+{
+    const QColor highlight = palette.color(QPalette::Highlight);
+    return contrast(highlight, ground) >= kSeen ? highlight : seenOn(ground, palette.color(QPalette::Text));
+}
+
+void drawIndicator(QPainter *painter, const QStyleOption *option, bool isRound)
+{
+    const QColor ground = option->palette.color(QPalette::Base);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(QPen(seenOn(ground, option->palette.color(QPalette::Text)), 1));
+    const QRectF edge = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    if (isRound)
+        painter->drawEllipse(edge);
+    else
+        painter->drawRect(edge);
+    painter->restore();
+}
+
+} // namespace
+
+ClearStyle::ClearStyle() : QProxyStyle(QStringLiteral("fusion")) {}
+
+void ClearStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                               const QWidget *widget) const
+{
+    if (element == PE_FrameFocusRect) {
+        const auto *focus = qstyleoption_cast<const QStyleOptionFocusRect *>(option);
+        const QColor ground = focus && focus->backgroundColor.isValid()
+                                  ? focus->backgroundColor
+                                  : option->palette.color(QPalette::Window);
+        drawRing(painter, option->rect, focusOn(option->palette, ground),
+                 qobject_cast<const QAbstractItemView *>(widget) ? kThin : kRing);
+        return;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck)
+        drawIndicator(painter, option, false);
+    else if (element == PE_IndicatorRadioButton)
+        drawIndicator(painter, option, true);
+    if (element != PE_FrameLineEdit)
+        return;
+    const QColor ground = option->palette.color(QPalette::Base);
+    if (option->state.testFlag(State_HasFocus))
+        drawRing(painter, option->rect, focusOn(option->palette, ground));
+    else // a box on a ground of its own colour has an edge all the same
+        drawRing(painter, option->rect, mixed(option->palette.color(QPalette::Text), ground, kEdge), kThin);
+}
+
+void ClearStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                                    QPainter *painter, const QWidget *widget) const
+{
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_ComboBox && option->state.testFlag(State_HasFocus))
+        drawRing(painter, option->rect, focusOn(option->palette, option->palette.color(QPalette::Window)));
+}
+
+} // namespace quillmere
