@@ -39,6 +39,9 @@ const char *const kExit = "M 9.5 2.5 L 3 2.5 L 3 13.5 L 9.5 13.5 M 6.5 8 L 14 8 
 const char *const kPicture = "M 1.5 3 L 14.5 3 L 14.5 13 L 1.5 13 Z M 1.5 11 L 5.5 7 L 9 10.5 L 11 8.5 "
                              "L 14.5 12 O 10.7 5.8 1";
 
+const char *const kHelp =
+    "O 8 8 6.5 M 6 6.2 C 6 4.8 6.9 4.1 8 4.1 C 9.2 4.1 10 4.9 10 6 C 10 7.5 8 7.6 8 9.2 M 8 11.3 L 8 11.6";
+
 constexpr struct
 {
     const char *item;
@@ -84,6 +87,7 @@ constexpr struct
     {"mnuRename", "document-properties", &kEdit},
     {"mnuUndoRename", "edit-undo", &kUndo},
     {"mnuQuickOpen", "system-search", &kFind},
+    {"mnuGuide", "help-contents", &kHelp},
     {"mnuVCopy", "edit-copy", &kCopy},
     {"mnuVPaste", "edit-paste", &kPaste},
     {"mnuDuplicate", "edit-copy", &kCopy},

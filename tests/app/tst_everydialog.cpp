@@ -145,9 +145,10 @@ private slots:
             QCoreApplication::processEvents();
             faults.append(faultsOf(*dialog));
         };
-        for (const char *item : {"mnuNewTheme", "mnuConvertTheme", "mnuRestore", "mnuWidgetNew",
-                                 "mnuWidgetDuplicate", "mnuWidgetRename", "mnuLangNew", "mnuLangCompare",
-                                 "mnuTReplace", "mnuSearch", "mnuQuickOpen", "mnuAbout"}) {
+        for (const char *item :
+             {"mnuNewTheme", "mnuConvertTheme", "mnuRestore", "mnuWidgetNew", "mnuWidgetDuplicate",
+              "mnuWidgetRename", "mnuLangNew", "mnuLangCompare", "mnuTReplace", "mnuSearch", "mnuQuickOpen",
+              "mnuAbout", "mnuShortcuts", "mnuGuide"}) {
             window.choose(item);
             look(item);
         }
