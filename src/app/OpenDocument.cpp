@@ -1,6 +1,7 @@
 #include "app/OpenDocument.h"
 
 #include "app/StatusLine.h"
+#include "asking/LineCount.h"
 #include "asking/Talk.h"
 #include "asking/forms/AskToWrite.h"
 #include "browser/forms/WebBrowser.h"
@@ -165,9 +166,7 @@ void OpenDocument::save()
     m_recovery->saved();
     const qsizetype indented = onlyIndented(std::exchange(m_inFile, text), text);
     const QString saved = tr("%1 saved.").arg(path);
-    m_talk.sayUntilEdit(indented == 0   ? saved
-                        : indented == 1 ? tr("%1 1 line is only re-indented.").arg(saved)
-                                        : tr("%1 %2 lines are only re-indented.").arg(saved).arg(indented));
+    m_talk.sayUntilEdit(indented == 0 ? saved : QString(saved + u' ' + indentedLinesText(indented)));
 }
 
 bool OpenDocument::mayClose(KeptRows &rows)

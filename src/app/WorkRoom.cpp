@@ -23,6 +23,7 @@ namespace {
 // Twips.
 constexpr int kLeastWidth = 12000; // a smaller window keeps the layout it had
 constexpr int kLeastHeight = 9000;
+constexpr int kScrollBar = 24; // pixels, generously
 constexpr int kFirstColumn = 7200;
 constexpr int kLeastColumn = 5400;  // the narrowest in which all tabs can be used
 constexpr int kLeastPreview = 4800; // beside it
@@ -85,6 +86,13 @@ void WorkRoom::Form_Resize(int width, int height)
     m_width = width;
     m_height = height;
     layOut();
+}
+
+void WorkRoom::beSmallest(const QSize &screen)
+{
+    const int least = kLeastWidth + kTwipsPerPixel, wide = toTwips(screen.width() - kScrollBar);
+    const bool isLow = toTwips(screen.height()) <= kLeastHeight;
+    Form_Resize(isLow ? std::max(least, wide) : least, kLeastHeight + kTwipsPerPixel);
 }
 
 int WorkRoom::column() const

@@ -33,6 +33,8 @@ public:
     bool endAlone();
     // The size of the window, twips. A smaller one than there is a layout for keeps the one it had.
     void Form_Resize(int width, int height);
+    // The smallest layout; on a screen too low for one of its own, as wide as that. Pixels.
+    void beSmallest(const QSize &screen);
 
 signals:
     // Half of the window is for the source from now on.

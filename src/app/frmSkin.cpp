@@ -65,9 +65,7 @@ namespace {
 
 constexpr int kFirstWidth = 1792; // pixels: the left column and a whole 1280 x 720 preview
 constexpr int kFirstHeight = 860;
-constexpr int kWindowBorder = 40;  // pixels, generously
-constexpr int kLeastWidth = 12015; // twips; the smallest window that has a layout of its own
-constexpr int kLeastHeight = 9015;
+constexpr int kWindowBorder = 40; // pixels, generously
 constexpr int kFrameLeft = 240, kFrameTop = 600;
 constexpr int kSettling = 1000; // ms in which a window manager may still give a new window its size
 
@@ -104,7 +102,7 @@ frmSkin::~frmSkin()
 void frmSkin::showFirst()
 {
     const QSize room = screen()->availableSize();
-    m_room->Form_Resize(kLeastWidth, kLeastHeight); // or a screen too small keeps more
+    m_room->beSmallest(room); // or a screen too small keeps more
     m_room->restore();
     const bool fits =
         room.width() >= kFirstWidth + kWindowBorder && room.height() >= kFirstHeight + kWindowBorder;

@@ -17,6 +17,12 @@ QString lines(qsizetype count)
 
 } // namespace
 
+QString indentedLinesText(qsizetype count)
+{
+    return count == 1 ? QObject::tr("1 line is only re-indented.")
+                      : QObject::tr("%1 lines are only re-indented.").arg(count);
+}
+
 QString changedLinesText(QStringView before, QStringView after)
 {
     const LineDifference difference = compareLines(before, after, 0);

@@ -22,7 +22,7 @@ namespace quillmere {
 
 namespace {
 
-constexpr float kDim = 0.25F;    // of a selection's colour, in a list without the focus
+constexpr float kDim = 0.35F;    // of a selection's colour, in a list without the focus
 constexpr int kMostDrawn = 1000; // characters; more than any column shows
 
 // Of the context menu.
@@ -127,9 +127,9 @@ void ListView::initViewItemOption(QStyleOptionViewItem *option) const
     OrderedTree::initViewItemOption(option);
     if (hasFocus() && isActiveWindow())
         return;
-    const QPalette &colours = option->palette;
-    const QColor dim = mixed(colours.color(QPalette::Highlight), colours.color(QPalette::Base), kDim),
-                 text = colours.color(QPalette::Text);
+    const QColor bright = option->palette.color(QPalette::Active, QPalette::Highlight),
+                 text = option->palette.color(QPalette::Text),
+                 dim = mixed(bright, option->palette.color(QPalette::Base), kDim);
     option->palette.setColor(QPalette::Highlight, dim);
     option->palette.setColor(QPalette::HighlightedText, text);
 }

@@ -19,7 +19,7 @@ constexpr Own kOwn[] = {
     {QPalette::AlternateBase, 0xfff5f7f9, 0xff20242a},
     {QPalette::Text, 0xff1b1f24, 0xffe4e7eb},
     {QPalette::PlaceholderText, 0xff626b75, 0xff98a2ad},
-    {QPalette::Button, 0xffe8ebef, 0xff31373f},
+    {QPalette::Button, 0xffe8ebef, 0xff2a2f36},
     {QPalette::ButtonText, 0xff1b1f24, 0xffe4e7eb},
     {QPalette::BrightText, 0xffffffff, 0xffffffff},
     {QPalette::Highlight, 0xff1f6fb2, 0xff2a76ba},

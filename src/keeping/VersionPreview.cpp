@@ -71,9 +71,7 @@ void showDifference(VersionPreview &preview, const QByteArray &now, const QByteA
     else if (indented == 0)
         preview.heading += tr("the same lines; only their ends or the code page differ.");
     if (indented > 0)
-        preview.heading += (sameLines ? QString() : QStringLiteral(" ")) +
-                           (indented == 1 ? tr("1 line is only re-indented.")
-                                          : tr("%1 lines are only re-indented.").arg(indented));
+        preview.heading += (sameLines ? QString() : QStringLiteral(" ")) + indentedLinesText(indented);
     preview.lines = linesOf(difference);
 }
 

@@ -113,6 +113,29 @@ private slots:
         QCOMPARE(clashes.join(u'\n'), QString());
     }
 
+    void tabStopsAreControls()
+    {
+        const Window window;
+        window.skin->openTheme(QStringLiteral(EXAMPLES_FOLDER "/aurora/theme"));
+        QStringList odd;
+        for (int tab = 0; tab < 10; ++tab) {
+            window.turnTo(tab);
+            for (const QWidget *at = window.skin->nextInFocusChain(); at != window.skin.get();
+                 at = at->nextInFocusChain()) {
+                if (!at->isVisible() || !at->isEnabled() || !(at->focusPolicy() & Qt::TabFocus) ||
+                    at->window() != window.skin.get() || at->focusProxy())
+                    continue;
+                const bool isEmpty = at->metaObject() == &QScrollArea::staticMetaObject ||
+                                     at->metaObject() == &QWidget::staticMetaObject || at->width() < 8 ||
+                                     at->height() < 8 || at->accessibleName().isEmpty();
+                if (isEmpty)
+                    odd.append(u"%1: %2 %3"_s.arg(tab).arg(QLatin1String(at->metaObject()->className()),
+                                                           at->objectName()));
+            }
+        }
+        QCOMPARE(odd.join(u'\n'), QString());
+    }
+
     void dialogsAreAlike()
     {
         Window window;

@@ -53,9 +53,14 @@ QString savingFacts(const QString &path, const QString &newText, CodePageRule ru
         const std::optional<QByteArray> bytes = LoadBytes(path, {}, kMostCompared);
         if (!bytes)
             return QObject::tr("%1\nis a new file.").arg(name);
-        const LineDifference difference = compareLines(decodeText(*bytes, rule).text, newText, 0);
-        return name + u'\n' +
-               (difference.hunks.isEmpty() ? QObject::tr("No line changes.") : lineCountText(difference));
+        const QString now = decodeText(*bytes, rule).text;
+        const LineDifference difference = compareLines(now, newText, 0, Indentation::Ignored);
+        const qsizetype indented = onlyIndented(now, newText);
+        QString says =
+            difference.hunks.isEmpty() ? QObject::tr("No line changes.") : lineCountText(difference);
+        if (indented > 0)
+            says += u' ' + indentedLinesText(indented);
+        return name + u'\n' + says;
     } catch (const RunTimeError &) {
         return name; // saving says what is wrong with it
     }

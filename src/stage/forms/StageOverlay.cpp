@@ -2,6 +2,7 @@
 
 #include "browser/forms/WebBrowser.h"
 #include "controls/Named.h"
+#include "controls/Scheme.h"
 #include "preview/forms/PreviewFrame.h"
 #include "stage/Handles.h"
 
@@ -18,11 +19,12 @@ constexpr QRgb kDark = 0xff101418;
 constexpr QRgb kSelected = 0xff0a58d0;
 constexpr QRgb kGuide = 0xffc2185b;
 constexpr QRgb kBand = 0x280a58d0;
-constexpr int kHandle = 7;      // pixels, a side
-constexpr int kPad = 4;         // pixels around the text of a label
-constexpr int kAround = 6;      // pixels that lines and handles reach beyond a box
-constexpr int kGround = 215;    // of 255: how much of what lies beyond the screen is covered
-constexpr double kFarOut = 1e6; // pixels; what lies further out is cut off
+constexpr int kHandle = 7;       // pixels, a side
+constexpr int kPad = 4;          // pixels around the text of a label
+constexpr int kAround = 6;       // pixels that lines and handles reach beyond a box
+constexpr int kGround = 215;     // of 255: how much of what lies beyond the screen is covered
+constexpr int kDarkGround = 240; // where a page is mostly lighter than the window
+constexpr double kFarOut = 1e6;  // pixels; what lies further out is cut off
 
 QPen pen(QRgb colour, double width, Qt::PenStyle style = Qt::SolidLine)
 {
@@ -198,7 +200,7 @@ void StageOverlay::drawAround(QPainter &painter, const QRegion &region) const
 {
     const QRect screen = onGlass(QRectF(QPointF(), m_frame.screenSize())).toAlignedRect();
     QColor ground = palette().color(QPalette::Window);
-    ground.setAlpha(kGround);
+    ground.setAlpha(isDark(palette()) ? kDarkGround : kGround);
     for (const QRect &part : region - screen)
         painter.fillRect(part, ground);
     painter.setPen(palette().color(QPalette::Mid));
