@@ -119,6 +119,7 @@ PanelTab::PanelTab(Talk &talk, QWidget *parent)
                                 {tr("Userdefine3"), {txtPropU3}}});
     column->addStretch();
     m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setFocusPolicy(Qt::NoFocus); // the keyboard has the fields to go to
     m_scroll->setWidgetResizable(true);
     m_scroll->setWidget(m_page);
     m_scroll->viewport()->setAutoFillBackground(false);
