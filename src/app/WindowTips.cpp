@@ -123,6 +123,7 @@ constexpr Tip kCommands[] = {
     {"mnuAsDesktop", "Light or dark as the desktop is."},
     {"mnuWideSource", "Gives the source half of the window, and takes it back."},
     {"mnuPreviewAlone", "Hides the tabs, so that the preview has the whole window."},
+    {"mnuLooks", "Fixes light or dark colours, or follows the desktop."},
     {"mnuLight", "Shows the program in light colours, whatever the desktop has."},
     {"mnuDark", "Shows the program in dark colours, whatever the desktop has."},
     {"mnuAsDesktop", "Shows the program in the colours of the desktop."},
