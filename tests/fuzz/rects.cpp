@@ -28,6 +28,19 @@ void fuzz(const Input &input)
         same(fast, slow, "scales");
     }
 
+    qint32 behind = 0;
+    const QSize to = larger ? QSize(1600, 900) : QSize(1024, 576);
+    for (const ConvertedRects::Rect &each : convertedRects(text, {1280, 720}, to).changed) {
+        check(each.range.start >= behind && each.range.end <= text.size(), "converts each once", text);
+        behind = each.range.end;
+        if (!simple)
+            continue;
+        QStringList numbers;
+        for (const QString &number : literal::valuesOf(each.range.in(text).toString()))
+            numbers.append(literal::written(literal::scaled(number, numerator, denominator)));
+        same(each.after, numbers.join(u','), "converts");
+    }
+
     const int distance = input.choice(2, 256) - 128;
     for (const Axis axis : {Axis::Top, Axis::Left}) {
         fast = slow = text;
