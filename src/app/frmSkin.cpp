@@ -315,7 +315,7 @@ void frmSkin::Dir1_Change(const QString &path)
     m_theme.File1.setPath(path);
     setWindowTitle(u" :: Quillmere :: " + path);
     if (!isThemeFolder(path)) {
-        m_talk.say(tr("%1 is not a theme folder: that is named \"theme\".").arg(path));
+        m_talk.say(tr("%1 is not a theme folder: its name is not \"theme\".").arg(path));
         return;
     }
     m_sinceTheme.start();

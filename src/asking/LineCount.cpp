@@ -19,8 +19,8 @@ QString lines(qsizetype count)
 
 QString indentedLinesText(qsizetype count)
 {
-    return count == 1 ? QObject::tr("1 line is only re-indented.")
-                      : QObject::tr("%1 lines are only re-indented.").arg(count);
+    return count == 1 ? QObject::tr("1 line differs only in its indentation.")
+                      : QObject::tr("%1 lines differ only in their indentation.").arg(count);
 }
 
 QString changedLinesText(QStringView before, QStringView after)

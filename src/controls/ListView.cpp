@@ -28,11 +28,11 @@ constexpr int kMostDrawn = 1000; // characters; more than any column shows
 // Of the context menu.
 constexpr Tip kTips[] = {
     {"mnuRowOpen", "Does what a double click on the row does."},
-    {"mnuRowRemove", "Takes the row out of the list."},
+    {"mnuRowRemove", "Removes the row from the list."},
     {"mnuRowCopy", "Copies the text of this cell."},
-    {"mnuFileOrder", "Shows the rows in the order in which they stand in the file."},
+    {"mnuFileOrder", "Shows the rows in the order of the file."},
     {"mnuFitColumns", "Makes each column as wide as its texts."},
-    {"mnuDefaultWidths", "Gives the columns the widths that they had at first."},
+    {"mnuDefaultWidths", "Resets the widths of the columns."},
 };
 
 // Rows with a little air, so that long lists stay readable; each text runs in its own direction.

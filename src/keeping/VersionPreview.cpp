@@ -69,7 +69,7 @@ void showDifference(VersionPreview &preview, const QByteArray &now, const QByteA
     if (!sameLines)
         preview.heading += lineCountText(difference);
     else if (indented == 0)
-        preview.heading += tr("the same lines; only their ends or the code page differ.");
+        preview.heading += tr("only line ends or the code page differ.");
     if (indented > 0)
         preview.heading += (sameLines ? QString() : QStringLiteral(" ")) + indentedLinesText(indented);
     preview.lines = linesOf(difference);
@@ -97,7 +97,8 @@ VersionPreview previewOf(const Version &version, Indentation indentation)
     const bool exists = file.isFile();
     VersionPreview preview;
     preview.heading = tr("%1 of %2").arg(fileNameOf(version.path).toString(), timeText(version));
-    preview.heading += exists ? tr(" against the file now: ") : tr(", and there is no such file now: ");
+    preview.heading +=
+        exists ? tr(" compared with the current file: ") : tr("; the file does not exist now: ");
     const qint64 sizeNow = exists ? file.size() : 0;
     const QString sizes = exists ? tr("%1 bytes become %2 bytes.").arg(sizeNow).arg(version.size)
                                  : tr("%1 bytes.").arg(version.size);
@@ -109,7 +110,7 @@ VersionPreview previewOf(const Version &version, Indentation indentation)
     const auto now = exists ? bytesOf(version.path) : QByteArray();
     preview.same = exists && then && now && *then == *now;
     if (!then || !now)
-        preview.heading += then ? tr("the file cannot be read.") : tr("the version cannot be read any more.");
+        preview.heading += then ? tr("the file cannot be read.") : tr("the version can no longer be read.");
     else if (preview.same)
         preview.heading += tr("no difference.");
     else if (!isText(*then) || !isText(*now))

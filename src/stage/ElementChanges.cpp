@@ -31,7 +31,7 @@ QString whyNotWhole(const Outline &outline, int block)
         return QStringLiteral("There is no block");
     const Element &element = elementOf(outline, block);
     if (element.inComment)
-        return calledInText(outline, block) + u" stands in a comment";
+        return calledInText(outline, block) + u" is in a comment";
     if (element.end != End::Tag && element.end != End::Self)
         return calledInText(outline, block) + u" has no closing tag";
     return {};

@@ -46,7 +46,7 @@ QString whyFixed(const Outline &outline, int block)
     const QString called = calledInText(outline, block);
     const qint32 rect = outline.property(element, Kind::Rect);
     if (outline.element(element).inComment)
-        return called + u" stands in a comment: its rect cannot be changed";
+        return called + u" is in a comment: its rect cannot be changed";
     if (rect < 0)
         return called + u" has no rect";
     return called + u" stays where it is: its rect is not four whole numbers, but " +

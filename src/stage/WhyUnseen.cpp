@@ -15,9 +15,9 @@ QString ownReason(const Outline &outline, int block, const QString &called, cons
     const qint32 index = outline.blocks()[size_t(block)];
     const Element &element = outline.element(index);
     if (element.inComment)
-        return QObject::tr("%1 stands in a comment").arg(called);
+        return QObject::tr("%1 is in a comment").arg(called);
     if (element.inSignal)
-        return QObject::tr("%1 stands in a signal").arg(called);
+        return QObject::tr("%1 is in a signal").arg(called);
     const std::optional<Attribute> name = outline.nameAttribute(index);
     if (name && unseen.ticked.contains(outline.at(name->value).toString()))
         return QObject::tr("%1 is ticked in the list of blocks").arg(called);

@@ -22,11 +22,12 @@ private slots:
         const struct
         {
             QString text, says;
-        } cases[] = {{u"one\r\ntwo\r\nthree\r\n"_s, u"No line changes."_s},
-                     {u"  one\n2\nthree\n"_s, u"1 line removed, 1 added. 1 line is only re-indented."_s},
-                     {u"one\nthree\n"_s, u"1 line removed."_s},
-                     {u"one\n2\n2b\nthree\n"_s, u"1 line removed, 2 added."_s},
-                     {u"one\ntwo\nthree\nfour\nfive\n"_s, u"2 lines added."_s}};
+        } cases[] = {
+            {u"one\r\ntwo\r\nthree\r\n"_s, u"No line changes."_s},
+            {u"  one\n2\nthree\n"_s, u"1 line removed, 1 added. 1 line differs only in its indentation."_s},
+            {u"one\nthree\n"_s, u"1 line removed."_s},
+            {u"one\n2\n2b\nthree\n"_s, u"1 line removed, 2 added."_s},
+            {u"one\ntwo\nthree\nfour\nfive\n"_s, u"2 lines added."_s}};
         for (const auto &[text, says] : cases)
             QCOMPARE(savingFacts(path, text, CodePageRule::Automatic), QString(path + u'\n' + says));
         const QString none = files.path(u"none.xml"_s);

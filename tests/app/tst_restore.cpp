@@ -61,18 +61,19 @@ private slots:
         QCOMPARE(rowsAsText(list->model()),
                  u"wnd/b.png | 2026-11-22 12:03:05 | 5\nwnd/a.xml | 2026-11-21 12:03:05 | 20\n"
                  "c.xml | 2026-11-20 12:03:05 | 26\n"_s);
-        QCOMPARE(heading(), u"b.png of 2026-11-22 12:03:05, and there is no such file now: 5 bytes."_s);
+        QCOMPARE(heading(), u"b.png of 2026-11-22 12:03:05; the file does not exist now: 5 bytes."_s);
         const QPoint bytes(list->header()->sectionPosition(2) + 5, 5);
         QTest::mouseClick(list->header()->viewport(), Qt::LeftButton, {}, bytes);
         QVERIFY(rowsAsText(list->model()).startsWith(u"c.xml | "_s));
 
         QTest::keyClicks(filter, u"D/A"_s);
         QCOMPARE(list->model()->rowCount(), 1);
-        QCOMPARE(heading(), u"a.xml of 2026-11-21 12:03:05 against the file now: 1 line removed, 2 added."_s);
+        QCOMPARE(heading(),
+                 u"a.xml of 2026-11-21 12:03:05 compared with the current file: 1 line removed, 2 added."_s);
         QCOMPARE(window.find<QPlainTextEdit>("txtDifference")->toPlainText(),
                  u"Line 1\n  <a>\n  </a>\n- now\n+ then\n+ later"_s);
         const QString question = u"Restore wnd/a.xml as it was on 2026-11-21 12:03:05?\n\n"
-                                 "The file as it is now is kept and can be restored in turn."_s;
+                                 "The current file is backed up and can be restored in turn."_s;
         window.prompts.expectQuestion(u"Restore"_s, question, false);
         QTest::keyClick(list, Qt::Key_Return);
         QVERIFY(LoadFile(path).contains(u"now"_s));
@@ -87,7 +88,7 @@ private slots:
         source->insertPlainText(u"typed"_s);
         window.prompts.expectQuestion(u"Restore"_s,
                                       u"Restore wnd/b.png as it was on 2026-11-22 12:03:05?\n\n"
-                                      "There is no such file now; it is made again."_s,
+                                      "The file does not exist now; it is created again."_s,
                                       true);
         list->setCurrentIndex(list->model()->index(3, 0));
         QTest::keyClick(list, Qt::Key_Return);

@@ -495,13 +495,14 @@ private slots:
         QTest::addColumn<QString>("said");
         const QByteArray widget = "<widget name=\"a\">\n";
         QTest::newRow("some") << "  " + widget + "\t<rect>[1,2,3,4]</rect>\n</widget>" << QString()
-                              << u" 2 lines are only re-indented."_s;
+                              << u" 2 lines differ only in their indentation."_s;
         QTest::newRow("one") << "<a>\r\n" + widget + "</widget>\r\n"
-                             << QString() << u" 1 line is only re-indented."_s;
+                             << QString() << u" 1 line differs only in its indentation."_s;
         QTest::newRow("none, and other line ends")
             << "<widget   name=\"a\">\r\n\r\n\t\r\n</widget>"_ba << QString() << QString();
-        QTest::newRow("others are typed") << "<a>\n" + widget + "<b>\n<c>\n</widget>\n"
-                                          << u"<new>\r\n"_s << u" 3 lines are only re-indented."_s;
+        QTest::newRow("others are typed")
+            << "<a>\n" + widget + "<b>\n<c>\n</widget>\n"
+            << u"<new>\r\n"_s << u" 3 lines differ only in their indentation."_s;
     }
 
     // Once: what is saved again is as it was.

@@ -75,12 +75,12 @@ frmRestore::frmRestore(const QString &theme, const QStringList &leadsTo, Files &
                        QWidget *parent)
     : QDialog(parent), m_theme(theme), m_outside(Files::placesOutside(leadsTo, theme)), m_files(files),
       m_talk(talk), m_rows({tr("File"), tr("Date"), tr("Bytes")}),
-      txtFilter(named(new QLineEdit, "txtFilter", tr("Show only files whose names hold this text"))),
-      lvVersions(new ListView(QStringLiteral("lvVersions"), tr("Versions kept, newest first"), m_rows)),
+      txtFilter(named(new QLineEdit, "txtFilter", tr("Show only files whose names contain this text"))),
+      lvVersions(new ListView(QStringLiteral("lvVersions"), tr("Backed-up versions, newest first"), m_rows)),
       m_difference(new QWidget), lblEmpty(named(new QLabel, "lblEmpty", tr("Why the list is empty"))),
       lblDifference(named(new QLabel, "lblDifference", tr("What restoring changes"))),
       chkIndentation(named(new QCheckBox(tr("Ignore &Indentation")), "chkIndentation",
-                           tr("Leave out lines that are only indented another way"))),
+                           tr("Leave out lines that differ only in their indentation"))),
       txtDifference(named(new QPlainTextEdit, "txtDifference", tr("Lines that restoring changes"))),
       cmdRestore(named(new QPushButton(tr("&Restore")), "cmdRestore", tr("Restore the selected version"))),
       cmdClose(named(new QPushButton(tr("&Close")), "cmdClose", tr("Close")))
@@ -218,11 +218,10 @@ void frmRestore::showVersions()
     if (m_theme.isEmpty())
         lblEmpty->setText(tr("No theme is open. Press Ctrl+O in the main window to open one."));
     else if (m_versions.isEmpty())
-        lblEmpty->setText(
-            tr("No version of a file of this theme is kept yet.\n\nWhenever Quillmere writes or "
-               "deletes a file, the file as it was is kept, and stands here to be restored."));
+        lblEmpty->setText(tr("No file of this theme has been backed up yet.\n\nWhenever Quillmere writes or "
+                             "deletes a file, it backs up the old one and lists it here."));
     else
-        lblEmpty->setText(tr("No file name holds \"%1\".").arg(txtFilter->text()));
+        lblEmpty->setText(tr("No file name contains \"%1\".").arg(txtFilter->text()));
     lblEmpty->setVisible(rows.isEmpty());
     lvVersions->setVisible(!rows.isEmpty());
     m_difference->setVisible(!rows.isEmpty());
@@ -267,8 +266,8 @@ void frmRestore::cmdRestore_Click()
         return;
     const Version version = *selected();
     const QString kept = QFileInfo::exists(version.path)
-                             ? tr("The file as it is now is kept and can be restored in turn.")
-                             : tr("There is no such file now; it is made again.");
+                             ? tr("The current file is backed up and can be restored in turn.")
+                             : tr("The file does not exist now; it is created again.");
     const WriteQuestion question = {
         tr("Restore"), tr("Restore %1 as it was on %2?\n\n%3").arg(version.name, timeText(version), kept),
         version.path, m_theme, Files::Step::Restore};
