@@ -17,6 +17,7 @@ inline void prepareBench(const QTemporaryDir &folder)
 {
     qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
     qputenv("XDG_DATA_HOME", folder.path().toUtf8());
+    qputenv("XDG_CACHE_HOME", folder.path().toUtf8());
     QCoreApplication::setOrganizationName(QStringLiteral("Quillmere"));
     QCoreApplication::setApplicationName(QStringLiteral("quillmere-bench"));
     WebBrowser::prepare();

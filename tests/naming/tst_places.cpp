@@ -247,7 +247,7 @@ private slots:
         row("bracket", NameKind::String, "Yes", "<b>", "quote");
         row("there already", NameKind::Image, "logo", "icon", "Another image");
         row("list", NameKind::Colour, "navy", "a,b", "divide");
-        row("blanks", NameKind::Colour, "navy", "a ", "blanks");
+        row("blanks", NameKind::Colour, "navy", "a ", "blank");
         row("blanks of a string", NameKind::String, "Yes", "a ", "");
         row("line break", NameKind::String, "Yes", "a\nb", "line breaks");
         row("window out of its folder", NameKind::Window, "main", "../main", "file");
