@@ -2,6 +2,7 @@
 
 #include "app/ThemePictures.h"
 #include "controls/ReadableColours.h"
+#include "controls/Tiles.h"
 #include "gallery/forms/OverviewDelegate.h"
 #include "rows/ToolTip.h"
 
@@ -96,19 +97,8 @@ RecentCards::RecentCards(QWidget *parent) : QListView(parent)
     m_worker.setMaxThreadCount(1);
     setModel(&m_themes);
     setItemDelegate(new CardDelegate(*this));
-    setViewMode(IconMode);
-    setMovement(Static);
-    setResizeMode(Adjust);
-    setUniformItemSizes(true);
-    setSelectionMode(SingleSelection);
-    setSelectionRectVisible(false);
-    setEditTriggers(NoEditTriggers);
-    setDragEnabled(false);
-    setFrameShape(NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    showAsTiles(*this);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setMouseTracking(true);
-    viewport()->setAttribute(Qt::WA_Hover);
     viewport()->setAutoFillBackground(false);
     connect(this, &QAbstractItemView::doubleClicked, this,
             [this](const QModelIndex &at) { emit chosen(at.data(Folder).toString()); });

@@ -1,5 +1,6 @@
 #include "gallery/forms/OverviewList.h"
 
+#include "controls/Tiles.h"
 #include "gallery/forms/OverviewDelegate.h"
 #include "gallery/forms/OverviewRows.h"
 
@@ -39,21 +40,10 @@ OverviewList::OverviewList(OverviewRows &rows, QLineEdit &filter, QWidget *paren
 {
     setModel(&rows);
     setItemDelegate(m_delegate);
-    setViewMode(IconMode);
-    setMovement(Static);
-    setResizeMode(Adjust);
-    setUniformItemSizes(true);
-    setSelectionMode(SingleSelection);
-    setSelectionRectVisible(false);
-    setEditTriggers(NoEditTriggers);
-    setDragEnabled(false);
+    showAsTiles(*this);
     setVerticalScrollMode(ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     verticalScrollBar()->setSingleStep(kStep);
-    setFrameShape(NoFrame);
-    setMouseTracking(true);
     setAttribute(Qt::WA_InputMethodEnabled);
-    viewport()->setAttribute(Qt::WA_Hover);
     connect(this, &QAbstractItemView::doubleClicked, this, &OverviewList::opened);
 }
 

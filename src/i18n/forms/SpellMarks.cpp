@@ -92,19 +92,27 @@ void SpellMarks::lookUpSoon()
     const auto look = [this] {
         m_isLooking = false;
         QStringList words;
-        for (QTextBlock block = document()->begin(); block.isValid() && block.blockNumber() < kMostLines;
-             block = block.next()) {
-            const QString text = block.text();
-            if (text.size() > kMostSpelled)
-                continue;
-            for (const Range &word : wordsToSpell(text)) {
-                if (block.position() + word.end != m_typing)
-                    words.append(word.in(text).toString());
-            }
-        }
+        forEachWord([&](Range place, const QString &word) {
+            if (place.end != m_typing)
+                words.append(word);
+        });
         m_speller.lookUp(words);
     };
     QMetaObject::invokeMethod(this, look, Qt::QueuedConnection);
+}
+
+// Places count from the beginning of the document.
+void SpellMarks::forEachWord(const std::function<void(Range place, const QString &word)> &use) const
+{
+    for (QTextBlock block = document()->begin(); block.isValid() && block.blockNumber() < kMostLines;
+         block = block.next()) {
+        const QString text = block.text();
+        if (text.size() > kMostSpelled)
+            continue;
+        const auto from = qint32(block.position());
+        for (const Range &word : wordsToSpell(text))
+            use({word.start + from, word.end + from}, word.in(text).toString());
+    }
 }
 
 QList<Range> SpellMarks::wrongWords() const
@@ -112,16 +120,10 @@ QList<Range> SpellMarks::wrongWords() const
     QList<Range> wrong;
     if (!m_isOn)
         return wrong;
-    for (QTextBlock block = document()->begin(); block.isValid() && block.blockNumber() < kMostLines;
-         block = block.next()) {
-        const QString text = block.text();
-        if (text.size() > kMostSpelled)
-            continue;
-        for (const Range &word : wordsToSpell(text)) {
-            if (m_speller.isWrong(word.in(text).toString()).value_or(false))
-                wrong.append({word.start + block.position(), word.end + block.position()});
-        }
-    }
+    forEachWord([&](Range place, const QString &word) {
+        if (m_speller.isWrong(word).value_or(false))
+            wrong.append(place);
+    });
     return wrong;
 }
 

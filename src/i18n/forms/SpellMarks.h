@@ -4,6 +4,8 @@
 
 #include <QSyntaxHighlighter>
 
+#include <functional>
+
 class QAction;
 class QMenu;
 
@@ -43,6 +45,7 @@ private:
     void replace(const Range &word, const QString &by);
     void goToNext();
     void lookUpSoon();
+    void forEachWord(const std::function<void(Range place, const QString &word)> &use) const;
     void endTyping();
 
     Speller &m_speller;
