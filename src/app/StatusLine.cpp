@@ -12,9 +12,29 @@
 #include <QLabel>
 #include <QMenu>
 #include <QStatusBar>
+#include <QStyleOptionToolButton>
+#include <QStylePainter>
 #include <QToolButton>
 
 namespace quillmere {
+
+namespace {
+
+// Its menu needs no arrow. A style sheet would take that away as well, and keep the colours of its time.
+class PlainMenuButton : public QToolButton
+{
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QStylePainter painter(this);
+        QStyleOptionToolButton option;
+        initStyleOption(&option);
+        option.features &= ~QStyleOptionToolButton::HasMenu;
+        painter.drawComplexControl(QStyle::CC_ToolButton, option);
+    }
+};
+
+} // namespace
 
 StatusLine::StatusLine(QStatusBar &bar)
     : QObject(&bar), offers(new OfferBar),
@@ -23,7 +43,7 @@ StatusLine::StatusLine(QStatusBar &bar)
       m_caret(named(new QLabel, "lblCaret", tr("Caret"))),
       m_blocks(named(new QLabel, "lblBlocks", tr("Number of blocks"))),
       m_problems(named(new QToolButton, "cmdProblems", tr("Problems of the theme"))),
-      m_page(named(new QToolButton, "cmdCodePage", tr("Code page")))
+      m_page(named(new PlainMenuButton, "cmdCodePage", tr("Code page")))
 {
     changes->setText(tr("Show Changes"));
     changes->setToolTip(tr("Show the windows that were changed, before and after"));
@@ -35,7 +55,6 @@ StatusLine::StatusLine(QStatusBar &bar)
     connect(m_problems, &QToolButton::clicked, this, &StatusLine::problemsChosen);
     m_page->setAutoRaise(true);
     m_page->setPopupMode(QToolButton::InstantPopup);
-    m_page->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
     m_page->setToolTip(tr("How the bytes of files become text"));
     auto *rules = new QMenu(m_page);
     auto *group = new QActionGroup(rules);

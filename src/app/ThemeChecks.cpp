@@ -30,7 +30,10 @@ void ThemeChecks::connectTo(const Parts &parts)
     connect(tab, &CheckTab::placeChosen, &parts.names.going, &Going::goTo);
     connect(tab, &CheckTab::summaryChanged, &parts.status, &StatusLine::showProblems);
     connect(&parts.status, &StatusLine::problemsChosen, &parts.strip,
-            [&strip = parts.strip, number = parts.tab] { strip.setCurrentIndex(number); });
+            [this, &strip = parts.strip, number = parts.tab] {
+                strip.setCurrentIndex(number);
+                tab->takeKeyboard();
+            });
     new ProblemMarks(check, parts.source, this);
     (new TextFitCommand(check, m_index, parts.theme, parts.talk, this))->addCommands(parts.menu);
     parts.hovers.problemsAt = [this](qsizetype position) {

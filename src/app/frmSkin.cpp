@@ -285,9 +285,12 @@ void frmSkin::closeEvent(QCloseEvent *event)
 
 void frmSkin::TabStrip4_Click()
 {
+    const bool hadKeyboard = frYt[CurrentTab - 1]->isAncestorOf(focusWidget());
     frYt[CurrentTab - 1]->hide();
     CurrentTab = TabStrip4->currentIndex() + 1;
     frYt[CurrentTab - 1]->show();
+    if (hadKeyboard)
+        frYt[CurrentTab - 1]->takeKeyboard();
     for (const char *name : {"mnuCblock", "mnuView", "mnuSave"})
         m_menu.setEnabled(name, false);
     m_menu.setEnabled("mnuScan", CurrentTab == 1);

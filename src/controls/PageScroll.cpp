@@ -60,7 +60,11 @@ PageScroll::PageScroll(QWidget *page)
     setWidgetResizable(true);
     setWidget(page);
     connect(qApp, &QApplication::focusChanged, this, [this, page](QWidget *, QWidget *now) {
-        if (now && page->isAncestorOf(now))
+        if (!now || !page->isAncestorOf(now))
+            return;
+        // What fills half of the view is in sight; to see all of it nothing else need go.
+        const QRect place(now->mapTo(viewport(), QPoint()), now->size());
+        if ((place & viewport()->rect()).height() * 2 < viewport()->height())
             ensureWidgetVisible(now);
     });
 }

@@ -3,6 +3,8 @@
 #include "controls/CaptionBox.h"
 #include "controls/Twips.h"
 
+#include <QAbstractItemView>
+
 namespace quillmere {
 
 // The frame of one tab. All lie on top of one another; each lays its own controls out.
@@ -18,6 +20,16 @@ public:
     {
         resize(toPixels(width), toPixels(height));
         layOut(height);
+    }
+    // Gives the keyboard to its first list.
+    void takeKeyboard()
+    {
+        for (QAbstractItemView *list : findChildren<QAbstractItemView *>()) {
+            if (list->isVisibleTo(this) && list->focusPolicy() != Qt::NoFocus) {
+                list->setFocus();
+                return;
+            }
+        }
     }
 
 protected:

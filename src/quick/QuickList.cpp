@@ -13,6 +13,17 @@ namespace {
 constexpr qsizetype kMostRead = 200; // units of a text
 constexpr int kUsed = 12;            // what it counts that something was used lately
 constexpr QChar kCommands = u'>';
+constexpr int kCaption = 40; // that a command's own caption, without its menus, begins with the letters
+constexpr int kWhole = 20;   // that it ends with them, too
+
+int captionScore(QStringView pattern, QStringView command)
+{
+    QString caption = command.sliced(command.lastIndexOf(kCommands) + 1).toString();
+    caption.removeIf([](QChar letter) { return letter.isSpace(); });
+    if (pattern.isEmpty() || !caption.startsWith(pattern))
+        return 0;
+    return kCaption + (caption.size() == pattern.size() ? kWhole : 0);
+}
 
 } // namespace
 
@@ -66,7 +77,9 @@ void QuickList::rank(QStringView pattern, bool areCommands)
         if (!hasLettersInOrder(pattern, m_folded.at(number)))
             return;
         if (const auto score = fuzzyScore(pattern, m_folded.at(number), m_wordStarts.at(number)))
-            ranked.append({*score + (m_usedOf.at(number) > 0 ? kUsed : 0), number});
+            ranked.append({*score + (m_usedOf.at(number) > 0 ? kUsed : 0) +
+                               (areCommands ? captionScore(pattern, m_folded.at(number)) : 0),
+                           number});
     };
     if (isLonger) {
         for (const Ranked &each : std::as_const(m_ranked))

@@ -40,7 +40,7 @@ template <typename Condition>
     bool holds = condition();
     QObject::connect(&patience, &QTimer::timeout, &loop, &QEventLoop::quit);
     QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-        holds = holds || condition();
+        holds = condition() || holds; // asked once more where a dialog has come since, to close it
         if (holds)
             loop.quit();
     });

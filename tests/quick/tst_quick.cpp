@@ -118,6 +118,14 @@ private slots:
         QCOMPARE(list.matching(u"s"_s, 1), QList<int>{1});
     }
 
+    void ownCaptionFirst()
+    {
+        QuickList list;
+        list.assign({entry(QuickEntry::Kind::Command, u"View > Light and Dark > Light"_s),
+                     entry(QuickEntry::Kind::Command, u"View > Light and Dark > Dark"_s)});
+        QCOMPARE(list.matching(u">dark"_s, 1), QList<int>{1});
+    }
+
     // A key more only looks at what fitted before.
     void keyByKey()
     {
