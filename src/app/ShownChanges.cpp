@@ -52,6 +52,7 @@ ShownChanges::ShownChanges(StatusLine &status, SourceBox &source, OpenDocument &
         m_screenBefore = screenPixels(m_theme);
     });
     connect(&editing, &ThemeEditing::made, this, [this](const ThemeEdit &inverse) {
+        ++m_edits;
         m_before.reset();
         m_parts = std::exchange(m_partsBefore, {});
         m_inverse = inverse;
@@ -122,8 +123,8 @@ void ShownChanges::show()
     });
     std::function<void(const QList<ChangedWindow> &)> takesBack;
     if (writes && m_inverse) // what is shown, whatever else was changed while it was looked at
-        takesBack = [this, inverse = *m_inverse](const QList<ChangedWindow> &left) {
-            m_talk.run([&] { takeBack(left, inverse); });
+        takesBack = [this, inverse = *m_inverse, number = m_edits](const QList<ChangedWindow> &left) {
+            m_talk.run([&] { takeBack(left, inverse, number); });
         };
     const QSize now = screenPixels(m_theme), screen = m_inverse ? now.expandedTo(m_screenBefore) : now;
     const ChangesTheme theme{m_theme.folder(), screen, m_parts, receiverParts(m_theme)};
@@ -132,14 +133,26 @@ void ShownChanges::show()
 }
 
 // As one edit: a window that was changed again since lets none be written.
-void ShownChanges::takeBack(const QList<ChangedWindow> &windows, const ThemeEdit &inverse)
+void ShownChanges::takeBack(const QList<ChangedWindow> &windows, const ThemeEdit &inverse, int number)
 {
-    ThemeEdit edit;
+    ThemeEdit edit, left = inverse;
     for (const ChangedWindow &window : windows)
         edit.replace(window.path, ThemeEdit::markOf(window.after), inverse.changesOf(window.path));
-    if (m_editing.apply(edit))
-        m_talk.say(windows.size() == 1 ? tr("Taken back in 1 window.")
-                                       : tr("Taken back in %1 windows.").arg(windows.size()));
+    const bool isLast = number == m_edits;
+    const ReceiverParts parts = m_parts;
+    const QSize screen = m_screenBefore;
+    if (!m_editing.apply(edit))
+        return;
+    left.leaveOut(edit.paths());
+    emit m_editing.takenBack(edit.paths());
+    if (isLast) { // what is shown from now on is the rest
+        m_inverse = left;
+        m_parts = parts;
+        m_screenBefore = screen;
+        offer(!left.paths().isEmpty());
+    }
+    m_talk.say(windows.size() == 1 ? tr("Taken back in 1 window.")
+                                   : tr("Taken back in %1 windows.").arg(windows.size()));
 }
 
 } // namespace quillmere

@@ -36,7 +36,7 @@ private:
     void show();
     QList<ChangedWindow> windows() const;
     QString textNow(const QString &path) const;
-    void takeBack(const QList<ChangedWindow> &windows, const ThemeEdit &inverse);
+    void takeBack(const QList<ChangedWindow> &windows, const ThemeEdit &inverse, int number);
 
     SourceBox &m_source;
     OpenDocument &m_document;
@@ -48,6 +48,7 @@ private:
     ReceiverParts m_parts;              // before
     ReceiverParts m_partsBefore;        // of an edit under way, which may load the theme again
     QSize m_screenBefore;               // pixels
+    int m_edits = 0;                    // so far
     std::optional<ThemeEdit> m_inverse; // of files and rows
     std::optional<QString> m_before;    // of the text in the source box alone
     std::unique_ptr<frmChanges> m_frmChanges;

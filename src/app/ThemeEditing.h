@@ -44,6 +44,8 @@ signals:
     void applied();
     // An edit was made; this one takes it back.
     void made(const quillmere::ThemeEdit &inverse);
+    // Of an edit of several files, the part in these was taken back.
+    void takenBack(const QStringList &paths);
     // Rows or files have changed and the text in the source box has not: what shows them together is to be
     // drawn again.
     void othersChanged();

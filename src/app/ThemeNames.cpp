@@ -69,6 +69,10 @@ void ThemeNames::addCommands(Commands &menu)
     for (const char *name : {"mnuGoTo", "mnuUses", "mnuRename"})
         m_nameActions.append(menu.action(name));
     m_lists.addMenus(m_nameActions);
+    connect(&editing, &ThemeEditing::takenBack, this, [this](const QStringList &paths) {
+        if (m_inverse)
+            m_inverse->leaveOut(paths);
+    });
     new SelectedRows(editing, m_lists.all(), this);
 }
 

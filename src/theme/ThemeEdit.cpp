@@ -174,6 +174,12 @@ void ThemeEdit::changeRow(const QString &path, const RowChange &change)
     m_rows[path].append(change);
 }
 
+void ThemeEdit::leaveOut(const QStringList &paths)
+{
+    for (const QString &path : paths)
+        m_files.erase(path);
+}
+
 QStringList ThemeEdit::paths() const
 {
     QStringList paths;

@@ -82,6 +82,9 @@ public:
     // Changes rows of the catalogue at `path`, which must be open.
     void changeRow(const QString &path, const RowChange &change);
 
+    // Changes nothing in the texts of these files any more.
+    void leaveOut(const QStringList &paths);
+
     // Gives a file another name, after all else; that of another file is never taken.
     void move(const QString &path, const QString &to);
 

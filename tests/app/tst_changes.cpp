@@ -1,6 +1,7 @@
 #include "app/WindowFixture.h"
 
 #include "app/ThemeEditing.h"
+#include "app/ThemeNames.h"
 
 #include <QSlider>
 #include <QToolButton>
@@ -89,6 +90,28 @@ private slots:
         QVERIFY(editing->apply(meanwhile));
         takeBack->click();
         QCOMPARE(m_window->read("theme/one.xml"), windowAt(60));
+        QCOMPARE(m_window->read("theme/two.xml"), windowAt(0));
+    }
+
+    // What one window was taken back of stays to be shown, and undone, in the others.
+    void theRest()
+    {
+        ThemeEdit edit;
+        const QString text = QString::fromLatin1(windowAt(0));
+        const qint32 at = qint32(text.indexOf(u"[0,"_s)) + 1;
+        for (const char *name : {"theme/one.xml", "theme/two.xml"})
+            QVERIFY(edit.replace(m_window->path(name), text, {at, at + 1}, u"30"_s));
+        QVERIFY(m_window->skin->findChild<ThemeNames *>()->change(edit, {}, u"Undo"_s));
+        m_button->click();
+        QAbstractItemModel *rows = childOf<ListView>(*dialogNamed("frmChanges"), "lvChanges")->model();
+        rows->setData(rows->index(1, 0), Qt::Unchecked, Qt::CheckStateRole);
+        childOf<QPushButton>(*dialogNamed("frmChanges"), "cmdTakeBack")->click();
+        QCOMPARE(m_window->read("theme/two.xml"), windowAt(0));
+        m_button->click();
+        rows = childOf<ListView>(*dialogNamed("frmChanges"), "lvChanges")->model();
+        QTRY_COMPARE(rowsAsText(rows), u"* one | 3000\n"_s);
+        m_window->find<QAction>("mnuUndoRename")->trigger();
+        QCOMPARE(m_window->read("theme/one.xml"), windowAt(0));
         QCOMPARE(m_window->read("theme/two.xml"), windowAt(0));
     }
 
