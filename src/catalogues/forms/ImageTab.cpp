@@ -117,18 +117,17 @@ void ImageTab::makePanel()
         return label;
     };
     grid->addWidget(caption(QStringLiteral("File :"), txtFile), 0, 0);
-    grid->addWidget(txtFile, 0, 1, 1, 4);
+    grid->addWidget(txtFile, 0, 1, 1, 3);
     grid->addWidget(caption(QStringLiteral("ID :"), txtID), 1, 0);
-    grid->addWidget(txtID, 1, 1, 1, 4);
+    grid->addWidget(txtID, 1, 1, 1, 2);
+    grid->addWidget(close, 1, 3); // beside the others there is no room for it
     grid->addWidget(m_picture, 2, 1, 2, 1, Qt::AlignTop);
-    grid->addWidget(m_pictureFacts, 2, 2, 1, 3);
+    grid->addWidget(m_pictureFacts, 2, 2, 1, 2);
     grid->addWidget(add, 3, 2);
     grid->addWidget(change, 3, 3);
-    grid->addWidget(close, 3, 4);
     grid->setRowStretch(2, 1);
     grid->setColumnStretch(2, 1);
     grid->setColumnStretch(3, 1);
-    grid->setColumnStretch(4, 1);
 }
 
 void ImageTab::addCommands(Commands &menu)
