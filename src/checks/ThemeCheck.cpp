@@ -3,7 +3,7 @@
 #include "checks/Parallel.h"
 #include "checks/ThemeReport.h"
 #include "files/Paths.h"
-#include "markup/mndIni.h"
+#include "theme/CatalogueScreen.h"
 
 namespace quillmere {
 
@@ -14,9 +14,8 @@ std::optional<QSize> screenOf(const ThemeSources &sources, const Catalogue &wind
     if (windows.file.path.isEmpty())
         return std::nullopt;
     const QString text = textOf(sources, windows.file).value_or(QString());
-    const int width = SplitField(text, u"<width>", u"</width>", 1, 0).trimmed().toInt();
-    const int height = SplitField(text, u"<height>", u"</height>", 1, 0).trimmed().toInt();
-    return width > 0 && height > 0 ? std::optional(QSize(width, height)) : std::nullopt;
+    const QSize size = screenIn(text).size;
+    return size.isEmpty() ? std::nullopt : std::optional(size);
 }
 
 LanguageTexts textsOf(const Catalogue &language, const QString &name)

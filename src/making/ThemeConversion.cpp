@@ -2,7 +2,7 @@
 
 #include "files/FailedStep.h"
 #include "files/Paths.h"
-#include "markup/mndIni.h"
+#include "theme/CatalogueScreen.h"
 #include "widgets/RectCommands.h"
 
 #include <QObject>
@@ -17,18 +17,6 @@ namespace {
 
 constexpr QSize kLeast{100, 10}, kMost{9999, 9999}; // pixels
 
-struct WrittenSize
-{
-    QSize size;
-    Range width, height; // of the numbers
-};
-
-Range rangeOf(QStringView value, const QString &text)
-{
-    const qint32 start = qint32(value.data() - text.constData());
-    return {start, start + qint32(value.size())};
-}
-
 QString catalogueText(const ThemeSources &sources, const QString &catalogue)
 {
     const std::optional<QString> text = textOf(sources, {catalogue, findFile(catalogue)});
@@ -37,18 +25,17 @@ QString catalogueText(const ThemeSources &sources, const QString &catalogue)
     return *text;
 }
 
-WrittenSize writtenSize(const QString &text, const QString &catalogue)
+CatalogueScreen writtenScreen(const QString &text, const QString &catalogue)
 {
-    const QStringView width = SplitFieldView(text, u"<width>", u"</width>", 1, 0);
-    const QStringView height = SplitFieldView(text, u"<height>", u"</height>", 1, 0);
-    const QSize size(width.trimmed().toInt(), height.trimmed().toInt());
-    if (size.isEmpty())
+    const CatalogueScreen screen = screenIn(text);
+    if (screen.size.isEmpty())
         throwFailed("convert", catalogue,
                     QStringLiteral("it does not say how wide and how high the screen is"));
-    if (size != size.boundedTo(kMost))
-        throwFailed("convert", catalogue,
-                    QStringLiteral("no screen is %1 x %2").arg(size.width()).arg(size.height()));
-    return {size, rangeOf(width, text), rangeOf(height, text)};
+    if (screen.size != screen.size.boundedTo(kMost))
+        throwFailed(
+            "convert", catalogue,
+            QStringLiteral("no screen is %1 x %2").arg(screen.size.width()).arg(screen.size.height()));
+    return screen;
 }
 
 using Places = std::map<std::pair<Rule, qint32>, int>;
@@ -75,7 +62,7 @@ Places misfits(const ThemeConversion::Window &window, const QString &text, const
 
 QSize screenSize(const ThemeSources &sources, const QString &catalogue)
 {
-    return writtenSize(catalogueText(sources, catalogue), catalogue).size;
+    return writtenScreen(catalogueText(sources, catalogue), catalogue).size;
 }
 
 QString whyNotScreen(const QSize &size)
@@ -93,7 +80,7 @@ ThemeConversion convertedTheme(const ThemeSources &sources, const ThemeIndex &in
                                const QSize &to, const Progress &progress)
 {
     const QString entries = catalogueText(sources, catalogue);
-    const WrittenSize from = writtenSize(entries, catalogue);
+    const CatalogueScreen from = writtenScreen(entries, catalogue);
     ThemeConversion conversion;
     QSet<QString> done; // two names may lead to one file
     for (qint32 number = 0; number < index.files().size(); ++number) {
