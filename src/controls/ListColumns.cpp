@@ -159,9 +159,12 @@ void ListColumns::shareAll()
 
 void ListColumns::addItems(QMenu &menu)
 {
-    const auto add = [this, &menu](const QString &caption, const QString &name, const auto &command) {
+    menu.setToolTipsVisible(true);
+    const auto add = [this, &menu](const QString &caption, const QString &name, const QString &tip,
+                                   const auto &command) {
         QAction *item = menu.addAction(caption);
         item->setObjectName(name);
+        item->setToolTip(tip);
         connect(item, &QAction::triggered, this, command);
         return item;
     };
@@ -176,22 +179,24 @@ void ListColumns::addItems(QMenu &menu)
         const QString what = caption.isEmpty() ? tr("Column %1").arg(column + 1) : caption;
         QAction *item =
             add((order == Qt::AscendingOrder ? tr("Sort by %1") : tr("Sort by %1, from the End")).arg(what),
-                QStringLiteral("mnuSortBy(%1)").arg(column),
+                QStringLiteral("mnuSortBy(%1)").arg(column), tr("Sorts the rows by this column."),
                 [this, column, order] { m_list.sortBy(column, order); });
         item->setCheckable(true);
         item->setChecked(column == sorted);
     }
     if (m_list.isSortable()) {
         QAction *item = add(tr("File Order"), QStringLiteral("mnuFileOrder"),
+                            tr("Shows the rows in the order of the file."),
                             [this] { m_list.sortBy(-1, Qt::AscendingOrder); });
         item->setCheckable(true);
         item->setChecked(sorted < 0);
         menu.addSeparator();
     }
-    add(tr("Fit Columns"), QStringLiteral("mnuFitColumns"), [this] { fitAll(); });
-    add(tr("Default Widths"), QStringLiteral("mnuDefaultWidths"), [this] {
-        shareAll();
-    })->setEnabled(std::ranges::any_of(m_own, [](int width) { return width > 0; }));
+    add(tr("Fit Columns"), QStringLiteral("mnuFitColumns"), tr("Makes each column as wide as its texts."),
+        [this] { fitAll(); });
+    add(tr("Default Widths"), QStringLiteral("mnuDefaultWidths"), tr("Resets the widths of the columns."),
+        [this] { shareAll(); })
+        ->setEnabled(std::ranges::any_of(m_own, [](int width) { return width > 0; }));
 }
 
 } // namespace quillmere

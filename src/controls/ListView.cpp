@@ -30,9 +30,6 @@ constexpr Tip kTips[] = {
     {"mnuRowOpen", "Does what a double click on the row does."},
     {"mnuRowRemove", "Removes the row from the list."},
     {"mnuRowCopy", "Copies the text of this cell."},
-    {"mnuFileOrder", "Shows the rows in the order of the file."},
-    {"mnuFitColumns", "Makes each column as wide as its texts."},
-    {"mnuDefaultWidths", "Resets the widths of the columns."},
 };
 
 // Rows with a little air, so that long lists stay readable; each text runs in its own direction.

@@ -180,6 +180,23 @@ private slots:
         look("lvColor");
         emit window.select("lvBlock", 0)->rowOpened(0);
         look("lvBlock");
+        window.prompts.expectInput(u"Widget Porition"_s, u"Input distance"_s, u"10"_s);
+        window.choose("mnuTD(1)");
+        window.find<QToolButton>("cmdShowChanges")->click();
+        look("cmdShowChanges");
+        window.turnTo(1);
+        window.select("LvWidget", 0)->setFocus();
+        for (const char *item : {"mnuUses", "mnuRename"}) {
+            window.choose(item);
+            look(item);
+        }
+        emit window.select("lvLang", 0)->rowOpened(0);
+        const QString file = window.write(
+            "back.csv", "Source,Translation\n" + window.model("LvBhs")->index(0, 1).data().toByteArray() +
+                            ",Another\nNowhere,Left out\n");
+        window.prompts.expectInput(u"Import"_s, {}, file);
+        window.choose("mnuLangImport");
+        look("mnuLangImport");
         faults.removeAll(QString());
         QCOMPARE(faults.join(u'\n'), QString());
     }

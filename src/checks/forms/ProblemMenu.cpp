@@ -44,6 +44,7 @@ void ProblemMenu::popup(const QList<Problem> &problems, const QPoint &at, QWidge
     auto *menu = new QMenu(parent);
     menu->setObjectName(QStringLiteral("mnuProblem"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setToolTipsVisible(true);
     for (const Problem &problem : problems) {
         if (problems.size() > 1)
             menu->addSection(asCaption(problem.message));
@@ -57,6 +58,7 @@ void ProblemMenu::popup(const QList<Problem> &problems, const QPoint &at, QWidge
         if (!problems.isEmpty()) {
             QAction *copy = menu->addAction(tr("Copy Message"));
             copy->setObjectName(QStringLiteral("mnuCopyMessage"));
+            copy->setToolTip(tr("Copies the text of the problem."));
             connect(copy, &QAction::triggered, this,
                     [message = problems.first().message] { QGuiApplication::clipboard()->setText(message); });
         }
@@ -75,6 +77,7 @@ void ProblemMenu::addMends(QMenu &menu, const Problem &problem)
     for (const Mend &each : mendsFor(problem, {sources, *m_index.index(), m_editor.openRows})) {
         QAction *item = menu.addAction(asCaption(each.title));
         item->setObjectName(QStringLiteral("mnuMend"));
+        item->setToolTip(tr("Mends the problem. A file that is not open is shown before it is written."));
         connect(item, &QAction::triggered, this, [this, each] { mend(each); });
     }
 }
@@ -109,15 +112,18 @@ void ProblemMenu::mend(const Mend &mend)
 void ProblemMenu::addIgnoring(QMenu &menu, const Problem &problem)
 {
     const QString rule = QLatin1String(textOf(problem.rule).id);
-    const auto add = [&](const QString &caption, const char *name, const IgnoredRule &ignored) {
+    const auto add = [&](const QString &caption, const char *name, const QString &tip,
+                         const IgnoredRule &ignored) {
         QAction *item = menu.addAction(asCaption(caption));
         item->setObjectName(QLatin1String(name));
+        item->setToolTip(tip);
         connect(item, &QAction::triggered, this, [this, ignored] { ignore(ignored); });
     };
     if (!problem.name.isEmpty())
         add(tr("Ignore %1 for %2 in This Theme").arg(rule, quoted(problem.name)), "mnuIgnoreName",
-            {problem.rule, problem.name});
-    add(tr("Ignore %1 in This Theme").arg(rule), "mnuIgnoreRule", {problem.rule, std::nullopt});
+            tr("No longer reports this rule for this name."), {problem.rule, problem.name});
+    add(tr("Ignore %1 in This Theme").arg(rule), "mnuIgnoreRule", tr("No longer reports this rule."),
+        {problem.rule, std::nullopt});
 }
 
 void ProblemMenu::addIgnored(QMenu &menu)
@@ -126,9 +132,11 @@ void ProblemMenu::addIgnored(QMenu &menu)
         return;
     menu.addSeparator();
     QMenu *ignored = menu.addMenu(tr("Report Again"));
+    ignored->setToolTipsVisible(true);
     for (const IgnoredRule &each : m_check.ignored()) {
         QAction *item = ignored->addAction(asCaption(textOf(each)));
         item->setObjectName(QStringLiteral("mnuTellAgain"));
+        item->setToolTip(tr("Reports again what is ignored now."));
         connect(item, &QAction::triggered, this, [this, each] {
             QList<IgnoredRule> left = m_check.ignored();
             left.removeAll(each);

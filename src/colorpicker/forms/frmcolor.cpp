@@ -89,6 +89,7 @@ QWidget *frmcolor::makeChannels()
         channel.value->setFixedWidth(kChannelSwatch.width());
         channel.value->setAlignment(Qt::AlignHCenter);
         channel.value->setValidator(digits);
+        channel.value->setToolTip(tr("How much %1 is in the colour, from 0 to 255.").arg(name.toLower()));
         grid->addWidget(new QLabel(name), 0, column, Qt::AlignHCenter);
         grid->addWidget(channel.inColour, 1, column);
         grid->addWidget(channel.adjust, 2, column, Qt::AlignHCenter);
@@ -125,6 +126,8 @@ QWidget *frmcolor::makeEntry()
 
     txtName = named(new QLineEdit, "txtName", tr("Colour name"));
     txtCode = named(new QLineEdit, "txtCode", tr("Colour code"));
+    txtName->setToolTip(tr("The name by which windows use the colour."));
+    txtCode->setToolTip(tr("\"#\" and two hexadecimal digits each for red, green and blue."));
     auto *form = new QFormLayout;
     form->addRow(QStringLiteral("Name : "), txtName);
     form->addRow(QStringLiteral("Code : "), txtCode);

@@ -4,6 +4,7 @@
 #include "browser/forms/PictureSizes.h"
 #include "controls/ListView.h"
 #include "controls/Named.h"
+#include "controls/Tips.h"
 #include "gallery/forms/DrawnDifference.h"
 
 #include <QBoxLayout>
@@ -22,6 +23,16 @@ namespace {
 constexpr QSize kFirstSize{1160, 620}; // pixels
 constexpr int kGap = 8;                // pixels between two pictures
 constexpr int kListWidth = 260;        // pixels
+
+constexpr Tip kTips[] = {
+    {"lvChanges", "The changed windows, and in how many pixels each differs."},
+    {"optSideBySide", "Shows the pictures before and after beside each other."},
+    {"optBlend", "Lays one picture over the other."},
+    {"optDifference", "Marks the pixels that differ."},
+    {"sldBlend", "Fades from the picture before to the one after."},
+    {"cmdTakeBack", "Puts the windows without a tick back as they were before."},
+    {"cmdChangesClose", "Closes this dialog. The changes stay."},
+};
 
 enum View { SideBySide, Blend, Difference };
 
@@ -145,6 +156,7 @@ frmChanges::frmChanges(const QList<ChangedWindow> &windows, const ChangesTheme &
     auto *all = new QVBoxLayout(this);
     all->addLayout(columns, 1);
     all->addLayout(makeButtons());
+    giveTips(*this, kTips);
     resize(kFirstSize);
     connect(lvChanges->selectionModel(), &QItemSelectionModel::currentChanged, this, &frmChanges::showRow);
     connect(&m_rows, &ListRows::checkChanged, this, &frmChanges::enable);

@@ -3,6 +3,7 @@
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "controls/PageScroll.h"
+#include "controls/Tips.h"
 
 #include <QBoxLayout>
 #include <QLabel>
@@ -21,6 +22,13 @@ constexpr QSize kFirstSize{1000, 560}; // pixels
 constexpr int kLeftOutHeight = 120;    // pixels
 constexpr int kMostLeftOut = 1000;     // lines that are shown
 constexpr int kMostInTitle = 60;       // characters of the language
+
+constexpr Tip kTips[] = {
+    {"lvImport", "What the file would change. Rows with a tick are imported."},
+    {"txtImportLeftOut", "Lines of the file that cannot be imported, and why."},
+    {"cmdImport", "Puts the ticked translations into the language. Save Trans writes them."},
+    {"cmdImportCancel", "Closes this dialog without importing."},
+};
 
 QString nameOf(ImportChange::Kind kind)
 {
@@ -87,6 +95,7 @@ frmImport::frmImport(const QString &file, const QString &language, const ImportP
     lblImportNone->setVisible(m_rows.isEmpty());
     makeLeftOut(plan, *column);
     column->addLayout(makeButtons());
+    giveTips(*this, kTips);
     scrollWhereSmall(*this);
     resize(kFirstSize.boundedTo(parent->screen()->availableSize() * 9 / 10));
     showCount();

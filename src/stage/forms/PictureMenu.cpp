@@ -24,6 +24,7 @@ void addBlocks(QMenu &menu, Stage &stage, const QList<int> &under)
         action->setObjectName(QStringLiteral("mnuPictureBlock(%1)").arg(menu.actions().size() - 1));
         action->setCheckable(true);
         action->setChecked(stage.selection().contains(block));
+        action->setToolTip(QMenu::tr("Selects this block."));
         QObject::connect(action, &QAction::triggered, &stage, [&stage, block, revision = stage.revision()] {
             if (revision == stage.revision())
                 stage.select({block}, Stage::By::Picture);
@@ -44,19 +45,28 @@ void showPictureMenu(Stage &stage, PictureCommands &commands, const QList<int> &
     menu->setObjectName(kName);
     menu->setAccessibleName(QMenu::tr("Blocks here"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setToolTipsVisible(true);
     addBlocks(*menu, stage, under);
     menu->addSeparator();
-    const auto add = [&](const QString &text, const char *name, void (PictureCommands::*command)()) {
+    const auto add = [&](const QString &text, const char *name, void (PictureCommands::*command)(),
+                         const QString &tip) {
         QAction *action = menu->addAction(text);
         action->setObjectName(QLatin1String(name));
+        action->setToolTip(tip);
         action->setEnabled(!stage.selection().isEmpty());
         QObject::connect(action, &QAction::triggered, &commands, command);
     };
-    add(QMenu::tr("&Properties"), "mnuPictureProperties", &PictureCommands::openProperties);
-    add(QMenu::tr("&Go to Source"), "mnuPictureSource", &PictureCommands::goToSource);
-    add(QMenu::tr("&Copy"), "mnuPictureCopy", &PictureCommands::copy);
-    add(QMenu::tr("&Duplicate"), "mnuPictureDuplicate", &PictureCommands::duplicate);
-    add(QMenu::tr("&Hide"), "mnuPictureHide", &PictureCommands::hide);
+    add(QMenu::tr("&Properties"), "mnuPictureProperties", &PictureCommands::openProperties,
+        QMenu::tr("Opens the properties of the selected blocks."));
+    add(QMenu::tr("&Go to Source"), "mnuPictureSource", &PictureCommands::goToSource,
+        QMenu::tr("Puts the caret where the block stands in the source."));
+    add(QMenu::tr("&Copy"), "mnuPictureCopy", &PictureCommands::copy,
+        QMenu::tr("Copies the source of the selected blocks."));
+    add(QMenu::tr("&Duplicate"), "mnuPictureDuplicate", &PictureCommands::duplicate,
+        QMenu::tr("Makes a copy of each selected block, with a name of its own."));
+    add(QMenu::tr("&Hide"), "mnuPictureHide", &PictureCommands::hide,
+        QMenu::tr(
+            "Hides the selected blocks in the preview. Their ticks in the block list show them again."));
     menu->popup(browser.mapToGlobal(at));
 }
 

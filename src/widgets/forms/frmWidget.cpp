@@ -3,6 +3,7 @@
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "controls/PageScroll.h"
+#include "controls/Tips.h"
 #include "markup/Matching.h"
 #include "source/forms/SourceBox.h"
 #include "widgets/BlockProperties.h"
@@ -21,6 +22,23 @@ namespace {
 
 constexpr QSize kFirstSize{420, 460}; // pixels
 constexpr double kMostInKey = 5;      // ms that a capture may take of a key
+
+constexpr Tip kTips[] = {
+    {"cmdEditInSource", "Goes to the block in the source, where nothing gets lost."},
+    {"txtL", "Pixels from the left edge of the block around it."},
+    {"txtT", "Pixels from the top edge of the block around it."},
+    {"txtW", "The width of the block in pixels."},
+    {"txtH", "The height of the block in pixels."},
+    {"cmbColor(0)", "The block's colour, as a name of the theme or a code."},
+    {"cmbColor(1)", "The colour in the second state, as when the block has the focus."},
+    {"cmbColor(2)", "The colour in the third state."},
+    {"CmbVal", "The value of the property. Choose one, or type your own."},
+    {"txtTxt", "The value of the property."},
+    {"cmdRec", "Writes the rectangle into the source."},
+    {"cmdColor", "Writes the colours into the source."},
+    {"CmdCombo", "Writes the value into the source."},
+    {"cmdTxt", "Writes the value into the source."},
+};
 
 } // namespace
 
@@ -47,6 +65,7 @@ frmWidget::frmWidget(SourceBox &source, const PropertyChoices &choices, QWidget 
     column->addWidget(makeLost());
     column->addWidget(m_editors);
     addKeys();
+    giveTips(*this, kTips);
     scrollWhereSmall(*this);
     resize(kFirstSize);
 }
