@@ -11,7 +11,7 @@ namespace quillmere {
 namespace {
 
 constexpr float kEdge = 0.3F;
-constexpr double kSeen = 3;                        // contrast of what is no text
+constexpr float kOn = 0.3F;                        // of the highlight, on a button that is on
 constexpr double kRing = 2, kThin = 1, kRound = 2; // pixels
 
 void drawRing(QPainter *painter, const QRect &rect, const QColor &colour, double width = kRing)
@@ -23,12 +23,6 @@ void drawRing(QPainter *painter, const QRect &rect, const QColor &colour, double
     const double half = width / 2; // on whole pixels
     painter->drawRoundedRect(QRectF(rect).adjusted(half, half, -half, -half), kRound, kRound);
     painter->restore();
-}
-
-QColor focusOn(const QPalette &palette, const QColor &ground)
-{
-    const QColor highlight = palette.color(QPalette::Highlight);
-    return contrast(highlight, ground) >= kSeen ? highlight : seenOn(ground, palette.color(QPalette::Text));
 }
 
 void drawIndicator(QPainter *painter, const QStyleOption *option, bool isRound)
@@ -44,6 +38,16 @@ void drawIndicator(QPainter *painter, const QStyleOption *option, bool isRound)
     else
         painter->drawRect(edge);
     painter->restore();
+}
+
+// Fusion only darkens it a little, which a dark one hardly shows.
+void drawOn(QPainter *painter, const QStyleOption *option)
+{
+    const QColor ground = option->palette.color(QPalette::Window);
+    QColor tint = option->palette.color(QPalette::Highlight);
+    tint.setAlphaF(kOn);
+    painter->fillRect(option->rect.adjusted(1, 1, -1, -1), tint);
+    drawRing(painter, option->rect, focusOn(option->palette, ground), kThin);
 }
 
 } // namespace
@@ -67,6 +71,12 @@ void ClearStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opt
         drawIndicator(painter, option, false);
     else if (element == PE_IndicatorRadioButton)
         drawIndicator(painter, option, true);
+    else if (element == PE_PanelButtonCommand && option->state.testFlag(State_On))
+        drawOn(painter, option);
+    else if (element == PE_PanelMenu) // on a window of its own colour
+        drawRing(painter, option->rect,
+                 mixed(option->palette.color(QPalette::Text), option->palette.color(QPalette::Base), kEdge),
+                 kThin);
     if (element != PE_FrameLineEdit)
         return;
     const QColor ground = option->palette.color(QPalette::Base);

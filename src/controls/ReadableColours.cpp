@@ -48,6 +48,12 @@ QColor seenOn(const QColor &ground, const QColor &text)
     return mixedUntil(kSeen, text, ground, 1 / kSteps);
 }
 
+QColor focusOn(const QPalette &palette, const QColor &ground)
+{
+    const QColor highlight = palette.color(QPalette::Highlight);
+    return contrast(highlight, ground) >= kSeen ? highlight : seenOn(ground, palette.color(QPalette::Text));
+}
+
 // Half the text's strength where that can be read, as platforms have it, and as much more as it takes.
 QPalette readablePlaceholders(const QPalette &palette)
 {

@@ -17,4 +17,7 @@ QColor seenOn(const QColor &ground, const QColor &text);
 // numbers of lines have too. Only that role is set in it, so that all others go on following the desktop.
 QPalette readablePlaceholders(const QPalette &palette);
 
+// The colour of a ring around what has the focus: the highlight, where it has a contrast of 3 there.
+QColor focusOn(const QPalette &palette, const QColor &ground);
+
 } // namespace quillmere

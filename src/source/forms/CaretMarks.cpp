@@ -33,6 +33,7 @@ void markBrackets(const QPlainTextEdit &box, QList<QTextEdit::ExtraSelection> &m
         for (const qsizetype bracket : {qsizetype(at), partner}) {
             QTextEdit::ExtraSelection mark;
             mark.format.setBackground(ground);
+            mark.format.setForeground(box.palette().color(QPalette::Text));
             mark.cursor = QTextCursor(box.document());
             mark.cursor.setPosition(base + int(bracket));
             mark.cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);

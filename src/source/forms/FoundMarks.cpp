@@ -9,7 +9,12 @@ namespace quillmere {
 
 namespace {
 
-const QColor kOnLight(255, 190, 0, 100), kOnDark(255, 200, 60, 90);
+// Grounds that all text is read on, with edges that are seen.
+struct Colours
+{
+    QColor ground, edge;
+};
+const Colours kOnLight{{255, 190, 0, 90}, {184, 110, 0}}, kOnDark{{255, 200, 60, 32}, {240, 176, 69}};
 
 } // namespace
 
@@ -31,7 +36,9 @@ void FoundMarks::draw(const QRect &area) const
     const bool dark = palette.color(QPalette::Base).lightness() < 128;
     const QTextCursor caret = m_box->textCursor();
     const qsizetype selected = caret.hasSelection() ? caret.selectionStart() : -1;
-    const QColor ground = dark ? kOnDark : kOnLight;
+    const Colours &colours = dark ? kOnDark : kOnLight;
+    painter.setPen(colours.edge);
+    painter.setBrush(colours.ground);
     for (QTextBlock block = m_box->firstVisibleBlock(); block.isValid(); block = block.next()) {
         const QRectF line = m_box->blockBoundingGeometry(block).translated(m_box->contentOffset());
         if (line.top() > area.bottom())
@@ -48,7 +55,9 @@ void FoundMarks::draw(const QRect &area) const
             if (from > area.right())
                 break;
             const double to = line.left() + row.cursorToX(int(at + m_what.text.size()));
-            painter.fillRect(QRectF(from, line.top() + row.y(), to - from, row.height()), ground);
+            painter.drawRect(QRectF(from, line.top() + row.y(), to - from, row.height())
+                                 .toAlignedRect()
+                                 .adjusted(0, 0, -1, -1));
         }
     }
 }

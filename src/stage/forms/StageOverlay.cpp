@@ -2,22 +2,28 @@
 
 #include "browser/forms/WebBrowser.h"
 #include "controls/Named.h"
+#include "controls/ReadableColours.h"
 #include "controls/Scheme.h"
+#include "preview/forms/PreviewArea.h"
 #include "preview/forms/PreviewFrame.h"
 #include "stage/Handles.h"
 
+#include <QApplication>
 #include <QPaintEvent>
 #include <QPainter>
+
+#include <utility>
 
 namespace quillmere {
 
 namespace {
 
-// Every line is a dark or strong one with a light one on either side, so that it is seen on any ground.
+// Every line is a dark one with a light one on either side. Each is nine times as light or as dark as the
+// other, so that one of the two stands out from any ground.
 constexpr QRgb kLight = 0xffffffff;
 constexpr QRgb kDark = 0xff101418;
-constexpr QRgb kSelected = 0xff0a58d0;
-constexpr QRgb kGuide = 0xffc2185b;
+constexpr QRgb kSelected = 0xff0a3fa0;
+constexpr QRgb kGuide = 0xff900048;
 constexpr QRgb kBand = 0x280a58d0;
 constexpr int kHandle = 7;       // pixels, a side
 constexpr int kPad = 4;          // pixels around the text of a label
@@ -57,6 +63,11 @@ StageOverlay::StageOverlay(PreviewFrame &frame) : QWidget(frame.wb), m_frame(fra
     named(this, "stageOverlay", tr("Outlines of blocks"));
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
+    connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, const QWidget *now) {
+        const bool isHere = now && (now == m_frame.wb || m_frame.wb->isAncestorOf(now));
+        if (std::exchange(m_hasFocus, isHere) != isHere)
+            update();
+    });
     resize(frame.wb->size());
     show();
 }
@@ -235,6 +246,21 @@ void StageOverlay::paintEvent(QPaintEvent *event)
     }
     if (!m_sketch.label.isEmpty())
         drawLabel(painter, m_sketch.label, labelBox(m_sketch));
+    if (m_hasFocus)
+        drawFocus(painter);
+}
+
+// The picture under the ring may have any colours; the ground around it, the window's.
+void StageOverlay::drawFocus(QPainter &painter) const
+{
+    const QWidget *port = m_frame.area().viewport();
+    const QRectF edge = QRect(-mapTo(port, QPoint()), port->size()) & rect();
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(pen(kLight, 1));
+    painter.drawRect(edge.adjusted(2.5, 2.5, -2.5, -2.5));
+    painter.setPen(QPen(focusOn(palette(), palette().color(QPalette::Window)), 2, Qt::SolidLine, Qt::FlatCap,
+                        Qt::MiterJoin));
+    painter.drawRect(edge.adjusted(1, 1, -1, -1));
 }
 
 } // namespace quillmere

@@ -54,11 +54,13 @@ private:
     void drawFrames(QPainter &painter) const;
     void drawGuides(QPainter &painter) const;
     void drawLabel(QPainter &painter, const QString &text, const QRectF &box) const;
+    void drawFocus(QPainter &painter) const;
 
     PreviewFrame &m_frame;
     Sketch m_sketch;
     QList<double> m_frames; // parts of the screen
     QRect m_drawn;          // what the sketch covers
+    bool m_hasFocus = false;
 };
 
 } // namespace quillmere
