@@ -48,6 +48,7 @@ void FirstMinute::makePage()
     };
     press(m_page->cmdOpenTheme, "mnuOpenTheme");
     press(m_page->cmdNewTheme, "mnuNewTheme");
+    m_page->cmdOpenExample->setIcon(m_parts.menu.action("mnuImgReplace")->icon()); // a picture
     connect(m_page->cmdOpenExample, &QPushButton::clicked, this,
             [this] { m_parts.talk.run([this] { openExample(); }); });
     connect(m_page->lvRecent, &RecentCards::chosen, this, m_parts.openTheme);

@@ -14,6 +14,7 @@
 
 #include <QFileInfo>
 #include <QMenuBar>
+#include <QScrollBar>
 #include <QSettings>
 
 #include <utility>
@@ -199,8 +200,10 @@ void QuickOpening::goToBlock(qsizetype number)
     const Outline outline(m_parts.source.text());
     if (number >= qsizetype(outline.blocks().size()))
         return;
-    if (const auto name = outline.nameAttribute(outline.blocks()[size_t(number)]))
+    if (const auto name = outline.nameAttribute(outline.blocks()[size_t(number)])) {
         m_parts.names.going.goTo(m_parts.index.openFile(), name->value, -1);
+        m_parts.source.horizontalScrollBar()->setValue(0); // its properties are to be seen more than its name
+    }
 }
 
 void QuickOpening::goToFile(const IndexedFile &file)

@@ -5,20 +5,27 @@
 #include "browser/forms/WebBrowser.h"
 #include "controls/EnterClicks.h"
 #include "controls/Named.h"
+#include "rows/ToolTip.h"
 #include "source/forms/SourceBox.h"
 #include "widgets/forms/SourceTab.h"
 
 #include <QActionGroup>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QStatusBar>
 #include <QStyleOptionToolButton>
 #include <QStylePainter>
 #include <QToolButton>
+#include <QToolTip>
+
+#include <algorithm>
 
 namespace quillmere {
 
 namespace {
+
+constexpr int kMessageLeft = 6; // pixels, as Qt has it
 
 // Its menu needs no arrow. A style sheet would take that away as well, and keep the colours of its time.
 class PlainMenuButton : public QToolButton
@@ -87,10 +94,54 @@ StatusLine::StatusLine(QStatusBar &bar)
         label->setMinimumWidth(1); // in a small window they give way
     }
     m_bar.setMinimumWidth(1); // which would not get so small otherwise
+    m_bar.installEventFilter(this);
     showCaret(1, 1);
     showBlocks(0);
     showCodePage(CodePage::Ascii);
     showRule(CodePageRule::Automatic);
+}
+
+// As far as the first of the parts at the right.
+QRect StatusLine::messageRoom() const
+{
+    int right = m_bar.width() - kMessageLeft;
+    for (const QWidget *part : m_bar.findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
+        if (part->isVisible())
+            right = std::min(right, part->x() - 2);
+    }
+    return {QPoint(kMessageLeft, 0), QPoint(right, m_bar.height() - 1)};
+}
+
+bool StatusLine::isCut() const
+{
+    return m_bar.fontMetrics().horizontalAdvance(m_bar.currentMessage()) > messageRoom().width();
+}
+
+void StatusLine::drawCut() const
+{
+    QStylePainter painter(&m_bar);
+    QStyleOption option;
+    option.initFrom(&m_bar);
+    painter.drawPrimitive(QStyle::PE_PanelStatusBar, option);
+    const QRect room = messageRoom();
+    painter.setPen(m_bar.palette().color(QPalette::WindowText));
+    painter.drawText(room, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(m_bar.currentMessage(), Qt::ElideRight, room.width()));
+}
+
+// Qt cuts a long message off without a sign of it.
+bool StatusLine::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Paint && isCut()) {
+        drawCut();
+        return true;
+    }
+    if (event->type() == QEvent::ToolTip && isCut()) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                           plainToolTip(m_bar.currentMessage()), &m_bar);
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void StatusLine::showCaret(int line, int column)

@@ -39,12 +39,19 @@ public:
     OfferBar *offers;
     QToolButton *changes; // shows what a command has changed; hidden at first
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 signals:
     void ruleChosen(CodePageRule rule);
     // A click on the number of problems.
     void problemsChosen();
 
 private:
+    QRect messageRoom() const;
+    bool isCut() const;
+    void drawCut() const;
+
     QStatusBar &m_bar;
     QLabel *m_behind;
     QLabel *m_caret;

@@ -1,5 +1,7 @@
 #include "commands/CommandLine.h"
 
+#include "commands/CommandHelp.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
@@ -177,36 +179,43 @@ CommandLine exchangeLine(const QCommandLineParser &parser, const QStringList &wo
     return line;
 }
 
+struct Options
+{
+    QList<QCommandLineOption> all;
+
+    void addOption(const QCommandLineOption &option) { all.append(option); }
+};
+
 bool isAnySet(const QCommandLineParser &parser, std::initializer_list<const char *> names)
 {
     return std::any_of(names.begin(), names.end(),
                        [&](const char *name) { return parser.isSet(QLatin1String(name)); });
 }
 
-void addCheckOptions(QCommandLineParser &parser)
+void addCheckOptions(Options &options)
 {
-    parser.addOption({QStringLiteral("format"), tr("check: text, json or sarif; text by default."),
-                      QStringLiteral("FORMAT"), QStringLiteral("text")});
-    parser.addOption({QStringLiteral("ignore"),
-                      tr("check: leaves out a rule, or a rule for one name; can be repeated."),
-                      QStringLiteral("RULE[:NAME]")});
-    parser.addOption({QStringLiteral("fail-on"),
-                      tr("check: error, warning or note: what makes the exit status 1; error by default."),
-                      QStringLiteral("SEVERITY"), QStringLiteral("error")});
-    parser.addOption({QStringLiteral("text-fit"),
-                      tr("check: measures the texts of all languages too, and says which are cut.")});
+    options.addOption({QStringLiteral("format"), tr("check: text, json or sarif; text by default."),
+                       QStringLiteral("FORMAT"), QStringLiteral("text")});
+    options.addOption({QStringLiteral("ignore"),
+                       tr("check: leaves out a rule, or a rule for one name; can be repeated."),
+                       QStringLiteral("RULE[:NAME]")});
+    options.addOption({QStringLiteral("fail-on"),
+                       tr("check: error, warning or note: what makes the exit status 1; error by default."),
+                       QStringLiteral("SEVERITY"), QStringLiteral("error")});
+    options.addOption({QStringLiteral("text-fit"),
+                       tr("check: measures the texts of all languages too, and says which are cut.")});
 }
 
-void addReceiverOptions(QCommandLineParser &parser)
+void addReceiverOptions(Options &options)
 {
-    parser.addOption({QStringLiteral("view"),
-                      tr("render: preview, or receiver for what a viewer sees; preview by default."),
-                      QStringLiteral("VIEW"), QStringLiteral("preview")});
-    parser.addOption(
+    options.addOption({QStringLiteral("view"),
+                       tr("render: preview, or receiver for what a viewer sees; preview by default."),
+                       QStringLiteral("VIEW"), QStringLiteral("preview")});
+    options.addOption(
         {QStringLiteral("language"),
-         tr("render, receiver view, and sheet: a language of the theme; texts as written by default."),
+         tr("render, sheet, receiver view: a language of the theme; texts as written by default."),
          QStringLiteral("NAME")});
-    parser.addOption(
+    options.addOption(
         {QStringLiteral("state"),
          tr("render, receiver view: 1, 2 or 3, the entry of each list of colours; 1 by default."),
          QStringLiteral("STATE"), QStringLiteral("1")});
@@ -226,21 +235,21 @@ void describe(QCommandLineParser &parser)
            ".tsv"));
 }
 
-void addDrawingOptions(QCommandLineParser &parser)
+void addDrawingOptions(Options &options)
 {
-    parser.addOption({QStringLiteral("out"),
-                      tr("render, compare: folder for the pictures, made where it is missing; "
-                         "sheet: file, .png, .html or .pdf; export: file, .po, .xlf, .csv or .tsv."),
-                      QStringLiteral("OUT")});
-    parser.addOption({QStringLiteral("size"),
-                      tr("render: 1024x576 or 1280x720; the theme's own size by default."),
-                      QStringLiteral("SIZE")});
-    parser.addOption({QStringLiteral("columns"),
-                      tr("sheet: how many windows stand side by side; 4 by default."), QStringLiteral("N"),
-                      QStringLiteral("4")});
-    parser.addOption({QStringLiteral("jobs"),
-                      tr("render: how many pages are drawn at once, 1 to %1; 1 by default.").arg(kMostJobs),
-                      QStringLiteral("N"), QStringLiteral("1")});
+    options.addOption({QStringLiteral("out"),
+                       tr("render, compare: folder for the pictures, made where it is missing; "
+                          "sheet: file, .png, .html or .pdf; export: file, .po, .xlf, .csv or .tsv."),
+                       QStringLiteral("OUT")});
+    options.addOption({QStringLiteral("size"),
+                       tr("render: 1024x576 or 1280x720; the theme's own size by default."),
+                       QStringLiteral("SIZE")});
+    options.addOption({QStringLiteral("columns"),
+                       tr("sheet: how many windows stand side by side; 4 by default."), QStringLiteral("N"),
+                       QStringLiteral("4")});
+    options.addOption({QStringLiteral("jobs"),
+                       tr("render: how many pages are drawn at once, 1 to %1; 1 by default.").arg(kMostJobs),
+                       QStringLiteral("N"), QStringLiteral("1")});
 }
 
 CommandLine lineOf(const QCommandLineParser &parser)
@@ -307,17 +316,23 @@ CommandLine parseCommandLine(const QStringList &arguments)
     const QCommandLineOption verbose(QStringLiteral("verbose"),
                                      tr("Prints what happens, which helps to find a fault."));
     parser.addOption(verbose);
-    addDrawingOptions(parser);
-    addReceiverOptions(parser);
-    addCheckOptions(parser);
-    parser.addOption({QStringLiteral("dry-run"),
-                      tr("import: only lists what would change; the exit status is 1 if something would.")});
+    Options options;
+    addDrawingOptions(options);
+    addReceiverOptions(options);
+    addCheckOptions(options);
+    options.addOption({QStringLiteral("dry-run"),
+                       tr("import: only lists what would change; the exit status is 1 if something would.")});
+    parser.addOptions(options.all);
     parser.addPositionalArgument(QStringLiteral("THEME"), tr("A folder named \"theme\"."),
                                  QStringLiteral("[THEME]"));
 
     if (!parser.parse(arguments))
         return fail(parser.errorText());
-    CommandLine line = parser.isSet(help)      ? printLine(parser.helpText())
+    const QString command = parser.positionalArguments().value(0);
+    const QString ofCommand =
+        parser.isSet(help) ? helpOf(command, options.all + QList{help, verbose}) : QString();
+    CommandLine line = !ofCommand.isEmpty()    ? printLine(ofCommand)
+                       : parser.isSet(help)    ? printLine(parser.helpText())
                        : parser.isSet(version) ? printLine(QCoreApplication::applicationName() + u' ' +
                                                            QCoreApplication::applicationVersion() + u'\n')
                                                : lineOf(parser);

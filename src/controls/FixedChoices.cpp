@@ -2,11 +2,35 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QStyledItemDelegate>
 
 namespace quillmere {
 
+namespace {
+
+// What cannot be chosen looks so.
+class FixedDelegate : public QStyledItemDelegate
+{
+public:
+    explicit FixedDelegate(QComboBox &box) : QStyledItemDelegate(&box), m_box(box) {}
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (index.row() != m_box.currentIndex())
+            option->state &= ~(QStyle::State_Enabled | QStyle::State_Selected);
+    }
+
+private:
+    QComboBox &m_box;
+};
+
+} // namespace
+
 void FixedChoices::add(QComboBox &box)
 {
+    box.setItemDelegate(new FixedDelegate(box));
     if (box.lineEdit())
         box.lineEdit()->setReadOnly(true);
     m_choices.insert(&box, {box.currentIndex(), box.currentText()});

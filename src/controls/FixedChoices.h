@@ -8,7 +8,8 @@ class QComboBox;
 
 namespace quillmere {
 
-// Boxes of choices that are there to be read: they open, and what is chosen there by hand does not stay.
+// Boxes of choices that are there to be read: they open, show as not to be chosen what
+// they do not have, and what is chosen there by hand does not stay.
 class FixedChoices : public QObject
 {
     Q_OBJECT

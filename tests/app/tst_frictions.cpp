@@ -4,9 +4,12 @@
 #include "asking/forms/AskToWrite.h"
 #include "catalogues/forms/PictureFiles.h"
 #include "files/FileList.h"
+#include "rows/ToolTip.h"
 #include "stage/WhyUnseen.h"
 
+#include <QHelpEvent>
 #include <QListView>
+#include <QToolTip>
 
 using namespace quillmere;
 
@@ -25,6 +28,7 @@ private slots:
         } cases[] = {
             {u"one\r\ntwo\r\nthree\r\n"_s, u"No line changes."_s},
             {u"  one\n2\nthree\n"_s, u"1 line removed, 1 added. 1 line differs only in its indentation."_s},
+            {u"one\ntwo\nthree\n  \n\n"_s, u"No line changes."_s},
             {u"one\nthree\n"_s, u"1 line removed."_s},
             {u"one\n2\n2b\nthree\n"_s, u"1 line removed, 2 added."_s},
             {u"one\ntwo\nthree\nfour\nfive\n"_s, u"2 lines added."_s}};
@@ -131,6 +135,38 @@ private slots:
         files.write(u"B.jpeg"_s, "x");
         QTRY_COMPARE(shown(), u"a.png B.jpeg"_s);
         QCOMPARE(view.currentIndex().data().toString(), u"a.png"_s);
+    }
+
+    void longMessagesSayThatTheyGoOn()
+    {
+        Window window;
+        QStatusBar *bar = window.skin->statusBar();
+        const auto drawn = [bar](const QString &text) {
+            bar->showMessage(text);
+            return bar->grab().toImage();
+        };
+        const QString fits(20, u'i'), cut(600, u'i'), alsoCut(900, u'i');
+        QVERIFY(drawn(fits) != drawn(cut));
+        const QImage before = drawn(cut);
+        QCOMPARE(drawn(alsoCut), before); // nothing reaches below what stands at the right
+        const QPoint at(20, 8);
+        QHelpEvent asks(QEvent::ToolTip, at, bar->mapToGlobal(at));
+        QApplication::sendEvent(bar, &asks);
+        QCOMPARE(QToolTip::text(), plainToolTip(alsoCut));
+    }
+
+    // The beginning of a line stays in view where what is gone to fits beside it.
+    void linesAreSeenFromTheirBeginning()
+    {
+        Window window;
+        window.turnTo(8);
+        SourceBox *source = window.source();
+        source->setText(u"<widget name=\"a\">"_s + QString(400, u'x') + u"\n<rect>[1,2,3,4]</rect>"_s);
+        QScrollBar *across = source->horizontalScrollBar();
+        source->select(410, 5);
+        QTRY_VERIFY(across->value() > 0);
+        source->select(source->text().indexOf(u"<rect>"), 6);
+        QCOMPARE(across->value(), 0);
     }
 
     void readOnlyTabsStayAsTheyAre()

@@ -78,6 +78,11 @@ mkdir "$folder/empty"
 cd "$folder/empty" # where no folder is offered beside the commands
 offered=$(for command in "" $commands; do offers quillmere $command --; done; offers quillmere "")
 expect "commands and options in the completion" diff <(echo "$known") <(sort -u <<<"$offered")
+for command in $commands; do
+    expect "options in the help of $command" diff \
+        <("$quillmere" "$command" --help | grep -Eo -- '^ +(-., )?--[a-z-]+' | grep -Eo -- '--[a-z-]+' |
+            grep -vx -- --help | sort) <(offers quillmere "$command" -- | sort)
+done
 expect "options of a command" test "$(offers quillmere check mytheme --f)" = "--format
 --fail-on"
 expect "values of an option" test "$(offers quillmere render --size 1024x576 mytheme --view r)" = receiver

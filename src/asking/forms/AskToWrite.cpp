@@ -26,6 +26,14 @@ QString plainly(QString path)
     return path;
 }
 
+// Empty lines at the end are white space as the indentation is.
+QStringView withoutBlankEnd(QStringView text)
+{
+    while (!text.isEmpty() && text.back().isSpace())
+        text.chop(1);
+    return text;
+}
+
 bool allows(Files &files, Prompts &prompts, const WriteQuestion &question, const Files::Place &place)
 {
     if (place.mayBeTouched)
@@ -54,7 +62,8 @@ QString savingFacts(const QString &path, const QString &newText, CodePageRule ru
         if (!bytes)
             return QObject::tr("%1\nis a new file.").arg(name);
         const QString now = decodeText(*bytes, rule).text;
-        const LineDifference difference = compareLines(now, newText, 0, Indentation::Ignored);
+        const LineDifference difference =
+            compareLines(withoutBlankEnd(now), withoutBlankEnd(newText), 0, Indentation::Ignored);
         const qsizetype indented = onlyIndented(now, newText);
         QString says =
             difference.hunks.isEmpty() ? QObject::tr("No line changes.") : lineCountText(difference);

@@ -6,6 +6,7 @@
 #include "i18n/forms/TranslationEdit.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QSettings>
 
 namespace quillmere {
@@ -28,7 +29,20 @@ Spelling::Spelling(TranslationEdit &edit, Commands &menu, Talk &talk)
         const QString why = whyNot();
         m_talk.say(why.isEmpty() ? tr("No word of this translation is misspelled.") : why);
     });
+    edit.installEventFilter(this);
     begin();
+}
+
+// Once a language, or it would be said at each string.
+bool Spelling::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool comes = event->type() == QEvent::FocusIn && m_item->isChecked() && !m_language.isEmpty();
+    if (comes && m_told != m_language) {
+        m_told = m_language;
+        if (const QString why = whyNot(); !why.isEmpty())
+            m_talk.say(why);
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void Spelling::setLanguage(const QString &name)

@@ -25,6 +25,9 @@ public:
     // The language that is typed, by the name the theme gives it; empty for none.
     void setLanguage(const QString &name);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void mnuLangSpelling_Click();
     void begin();
@@ -35,6 +38,7 @@ private:
     SpellMarks *m_marks; // the document's
     QAction *m_item;
     QString m_language;
+    QString m_told; // the language of which it was said why no words are marked
 };
 
 } // namespace quillmere

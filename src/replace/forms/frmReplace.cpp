@@ -80,7 +80,7 @@ frmReplace::frmReplace(SourceAccess source, Files &files, Talk &talk, QWidget &o
     Text2->setToolTip(tr("The text to put in its place."));
     List1->setToolTip(tr("The texts of the list to find. Click one to see the pair above."));
     List2->setToolTip(tr("What each text of the list is replaced by."));
-    setEmptyHint(*List1, tr("Texts to find. Add one with the buttons below, or load a list."));
+    setEmptyHint(*List1, tr("Texts to find. Type one above and add it, or load a list."));
     setEmptyHint(*List2, tr("What each is replaced by."));
     List1->setSelectionMode(QAbstractItemView::ExtendedSelection);
     for (ListView *list : {List1, List2}) {

@@ -203,6 +203,10 @@ void SourceBox::select(qsizetype start, qsizetype length)
     cursor.setPosition(m_held->toDocument(to), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
     ensureCursorVisible();
+    // Lines are read from their beginning, which an end far to the right need not hide.
+    QScrollBar *across = horizontalScrollBar();
+    if (across->value() + cursorRect().right() < viewport()->width())
+        across->setValue(0);
 }
 
 // From a position in text() to one where a line break counts one.

@@ -209,7 +209,10 @@ void StageOverlay::drawGuides(QPainter &painter) const
 // window in it leaves free.
 void StageOverlay::drawAround(QPainter &painter, const QRegion &region) const
 {
-    const QRect screen = onGlass(QRectF(QPointF(), m_frame.screenSize())).toAlignedRect();
+    const QRectF exact = onGlass(QRectF(QPointF(), m_frame.screenSize()));
+    // The line is drawn on what shares a pixel with the page beyond the screen.
+    const QRect screen(exact.topLeft().toPoint(),
+                       QPoint(qFloor(exact.right()) - 1, qFloor(exact.bottom()) - 1));
     QColor ground = palette().color(QPalette::Window);
     ground.setAlpha(isDark(palette()) ? kDarkGround : kGround);
     for (const QRect &part : region - screen)
