@@ -56,7 +56,7 @@ LangTab::LangTab(ListRows &languages, const Document &catalogue, LanguageFile &f
     txtLangFile->setPlaceholderText(tr("Double-click a language to open its file"));
     connect(txtLangFile, &QLineEdit::textChanged, this,
             [this](const QString &path) { m_file.document.setPath(path, QString(m_file.document.theme())); });
-    lvLang->setColumnShares({1, 7, 8});
+    lvLang->setColumnShares({1, 9, 9});
     lvLang->setColumnElideMode(1, Qt::ElideRight);
     LvBhs->setColumnShares({1, 9, 9});
     LvBhs->setTextElideMode(Qt::ElideRight);
