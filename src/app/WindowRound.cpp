@@ -4,6 +4,7 @@
 #include "asking/Talk.h"
 #include "controls/Named.h"
 #include "files/Paths.h"
+#include "rows/ToolTip.h"
 #include "theme/ThemeProject.h"
 
 #include <QApplication>
@@ -105,7 +106,7 @@ void WindowRound::fill()
         }
         auto *item = new QListWidgetItem(name, m_list);
         item->setSizeHint({0, m_list->fontMetrics().height() + kRowGap});
-        item->setToolTip(place.path);
+        item->setToolTip(plainToolTip(place.path));
     }
     // Where another kind of text is in the source box, the first is to be gone to, too.
     m_list->setCurrentRow(m_places.first().path == m_document.path() ? 0 : -1);

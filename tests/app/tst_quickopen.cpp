@@ -54,6 +54,19 @@ private slots:
             QCOMPARE(window.find<QGroupBox>("frmWb")->title(), second);
     }
 
+    // A tip that is drawn as markup reads the files that its pictures name, devices among them.
+    void plainTip()
+    {
+        Window window;
+        window.write("theme/theme.xml", "<config><file_widget>widget.xml</file_widget></config>");
+        window.write("theme/widget.xml", "<widget class=\"window\" name=\"a<img src=/dev/zero>b\"/>");
+        window.openTheme();
+        QTest::keyClick(window.skin.get(), Qt::Key_P, Qt::ControlModifier);
+        QTest::keyClicks(window.find<QLineEdit>("txtQuickOpen"), u"dev/zero"_s);
+        const QString tip = window.model("lvQuickOpen")->index(0, 0).data(Qt::ToolTipRole).toString();
+        QVERIFY2(tip.contains(u"img") && !tip.contains(u"<img"), qPrintable(tip));
+    }
+
     void leaves()
     {
         const Window window;

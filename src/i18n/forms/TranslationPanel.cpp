@@ -8,6 +8,7 @@
 #include "i18n/TypedTranslation.h"
 #include "i18n/forms/SuggestionList.h"
 #include "i18n/forms/TranslationEdit.h"
+#include "rows/ToolTip.h"
 
 #include <QAction>
 #include <QBoxLayout>
@@ -349,7 +350,7 @@ void TranslationPanel::showNote()
     }
     note = inOneLine(note);
     lblPanelNote->setText(note);
-    lblPanelNote->setToolTip(note.toHtmlEscaped());
+    lblPanelNote->setToolTip(plainToolTip(note));
 }
 
 } // namespace quillmere

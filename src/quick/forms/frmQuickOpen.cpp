@@ -2,6 +2,7 @@
 
 #include "controls/Named.h"
 #include "quick/forms/QuickDelegate.h"
+#include "rows/ToolTip.h"
 
 #include <QBoxLayout>
 #include <QEvent>
@@ -118,7 +119,7 @@ void frmQuickOpen::show(const QString &typed)
         item->setData(entry.detail, QuickDelegate::Detail);
         item->setData(QVariant::fromValue(m_list.placesIn(typed, number)), QuickDelegate::Places);
         item->setData(number, kNumber);
-        item->setToolTip(entry.detail);
+        item->setToolTip(plainToolTip(entry.detail));
         m_rows->appendRow(item);
     }
     lvQuickOpen->setCurrentIndex(m_rows->index(0, 0));

@@ -7,6 +7,7 @@
 #include "preview/forms/PreviewArea.h"
 #include "preview/forms/PreviewFrame.h"
 #include "receiver/BlockLook.h"
+#include "rows/ToolTip.h"
 #include "stage/forms/ReceiverView.h"
 #include "stage/forms/Stage.h"
 
@@ -74,7 +75,7 @@ QString TextInPlace::beginAt(int block)
     m_size = m_view.font(look.value(Kind::Font).toString()).size.toDouble();
     m_line = named(new QLineEdit(m_before, m_frame.area().viewport()), "txtInPlace",
                    tr("%1 in %2").arg(m_source, m_language));
-    m_line->setToolTip(m_source.toHtmlEscaped());
+    m_line->setToolTip(plainToolTip(m_source));
     m_line->setPlaceholderText(m_source);
     m_line->selectAll();
     connect(m_line, &QLineEdit::returnPressed, this, [this] { m_talk.run([this] { take(); }); });

@@ -73,6 +73,7 @@ frmWidget::frmWidget(SourceBox &source, const PropertyChoices &choices, QWidget 
 QWidget *frmWidget::makeLost()
 {
     lblLost = named(new QLabel, "lblLost", tr("What would be lost"));
+    lblLost->setTextFormat(Qt::PlainText); // it names elements of the theme
     lblLost->setWordWrap(true);
     auto *edit = named(new QPushButton(tr("&Edit in Source")), "cmdEditInSource", tr("Edit in Source"));
     connect(edit, &QPushButton::clicked, this, &frmWidget::editInSource);
