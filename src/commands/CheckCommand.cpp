@@ -1,6 +1,7 @@
 #include "commands/CheckCommand.h"
 
 #include "checks/ThemeCheck.h"
+#include "commands/PictureNames.h"
 #include "commands/ThemeFolder.h"
 #include "files/Files.h"
 #include "theme/ReceiverParts.h"
@@ -35,7 +36,7 @@ int runCheck(const CommandLine &line, const PictureReader &reader, QIODevice &ou
 {
     const QString reason = reasonAgainst(line.theme);
     if (!reason.isEmpty()) {
-        err << "quillmere: " << reason << Qt::endl;
+        err << "quillmere: " << printable(reason) << Qt::endl;
         return 2;
     }
     ThemeSources sources;
@@ -48,7 +49,7 @@ int runCheck(const CommandLine &line, const PictureReader &reader, QIODevice &ou
         try {
             measured = measuredTheme(sources, *index, measure);
         } catch (const RunTimeError &error) {
-            err << "quillmere: " << error.message() << Qt::endl;
+            err << "quillmere: " << printable(error.message()) << Qt::endl;
             return 2;
         }
     }

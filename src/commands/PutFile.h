@@ -13,6 +13,7 @@ public:
     explicit PutFile(const QString &path);
     // What has not been put is gone.
     ~PutFile();
+    Q_DISABLE_COPY_MOVE(PutFile)
 
     // Write to it; closed where it could not be made.
     QFile &file() { return m_beside; }
@@ -20,8 +21,13 @@ public:
     QString put();
 
 private:
+    // Who ends the program has the file gone from here on, and no longer.
+    void note();
+    void forget();
+
     QString m_path;
     QFile m_beside;
+    QByteArray m_name; // as the system knows it
 };
 
 // The same for what is there as a whole. Gives the reason where it cannot.

@@ -107,6 +107,7 @@ private slots:
         QTest::newRow("no folder") << u"sheet FOLDER/theme --out FOLDER/none/kept.png"_s;
         QTest::newRow("one theme") << u"compare FOLDER/theme --out FOLDER/kept"_s;
         QTest::newRow("no other theme") << u"compare FOLDER/theme FOLDER/none --out FOLDER/kept"_s;
+        QTest::newRow("no theme.xml") << u"compare FOLDER/theme FOLDER --out FOLDER/kept"_s;
         QTest::newRow("no report") << u"compare FOLDER/theme FOLDER/theme"_s;
         QTest::newRow("no room") << u"compare FOLDER/theme FOLDER/theme --out FOLDER/kept.png"_s;
     }
