@@ -73,6 +73,7 @@ void ThemeNames::addCommands(Commands &menu)
         if (m_inverse)
             m_inverse->leaveOut(paths);
     });
+    connect(&m_source, &SourceBox::changed, this, &ThemeNames::tellOthers);
     new SelectedRows(editing, m_lists.all(), this);
 }
 
@@ -346,6 +347,16 @@ QString ThemeNames::unsavedAfter(const ThemeEdit &edit) const
                 .arg(shownPath(file.path, m_theme.folder()));
     }
     return {};
+}
+
+// Undoing in the source is one window's; nobody would guess that the other files have stayed as they are.
+void ThemeNames::tellOthers()
+{
+    if (!m_inverse || m_source.document()->availableRedoSteps() == 0 || m_inverse->paths().size() < 2 ||
+        !m_inverse->isTakenBack(m_index.openFile(), m_source.text()))
+        return;
+    m_talk.say(tr("Taken back in this window alone; \"%1\" in the Tool menu takes back the rest.")
+                   .arg(m_undo->text()));
 }
 
 void ThemeNames::undoRename()

@@ -78,6 +78,7 @@ private:
     };
     Renamed followRename(const NamedThing &thing, const QString &newName);
     void undoRename();
+    void tellOthers();
     void search();
 
     LiveIndex &m_index;

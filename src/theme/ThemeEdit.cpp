@@ -123,7 +123,7 @@ bool ThemeEdit::replace(const QString &path, const QByteArray &mark, const QList
             return false;
         behind = change.range.end;
     }
-    return changes.isEmpty() || m_files.emplace(path, FileEdit{mark, changes, page, {}}).second;
+    return changes.isEmpty() || m_files.emplace(path, FileEdit{mark, {}, changes, page, {}}).second;
 }
 
 void ThemeEdit::create(const QString &path, const QByteArray &bytes)
@@ -192,6 +192,12 @@ QStringList ThemeEdit::paths() const
     return paths;
 }
 
+bool ThemeEdit::isTakenBack(const QString &path, const QString &text) const
+{
+    const auto edit = m_files.find(path);
+    return edit != m_files.end() && !edit->second.gives.isEmpty() && edit->second.gives == markOf(text);
+}
+
 QList<RangeChange> ThemeEdit::changesOf(const QString &path) const
 {
     const auto edit = m_files.find(path);
@@ -212,7 +218,9 @@ struct ThemeEdit::Prepared
     Encoding old;
 };
 
-ThemeEdit::Prepared ThemeEdit::prepared(const QString &path, const FileEdit &edit, const EditTargets &targets)
+// None where there is nothing left to be written.
+std::optional<ThemeEdit::Prepared> ThemeEdit::prepared(const QString &path, const FileEdit &edit,
+                                                       const EditTargets &targets)
 {
     const QString found = findFile(path);
     if (found.isEmpty())
@@ -224,12 +232,15 @@ ThemeEdit::Prepared ThemeEdit::prepared(const QString &path, const FileEdit &edi
         throwFailed("read", path, QStringLiteral("it cannot be read"));
     const CodePageRule rule = edit.rule.value_or(targets.rule);
     const DecodedText old = decodeText(*bytes, rule);
-    if (markOf(old.text) != edit.madeFor)
+    const QByteArray mark = markOf(old.text);
+    if (mark == edit.gives)
+        return {};
+    if (mark != edit.madeFor)
         throwChanged(path);
     const QString text = changedText(old.text, edit.changes);
     try {
         const QByteArray after = encodeText(text, edit.page.value_or(old.page), rule);
-        return {{found, *bytes, after}, text, {old.page, rule}};
+        return Prepared{{found, *bytes, after}, text, {old.page, rule}};
     } catch (const RunTimeError &error) {
         throwFailed("write", path, error.message().chopped(1));
     }
@@ -260,19 +271,24 @@ ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
     QList<std::pair<OpenText *, const QList<RangeChange> *>> texts;
     QList<std::pair<OpenRows *, const QList<RowChange> *>> rows;
     for (const auto &[path, edit] : m_files) {
-        FileEdit back = {{}, inverseOf(edit.changes), edit.page, edit.rule};
+        FileEdit back = {{}, edit.madeFor, inverseOf(edit.changes), edit.page, edit.rule};
         if (OpenText *open = openAt(targets.text, path)) {
             const QString text = open->text();
-            if (markOf(text) != edit.madeFor)
+            const QByteArray mark = markOf(text);
+            if (mark == edit.gives)
+                continue;
+            if (mark != edit.madeFor)
                 throwChanged(path);
             texts.append({open, &edit.changes});
             back.madeFor = markOf(changedText(text, edit.changes));
         } else {
-            const Prepared file = prepared(path, edit, targets);
-            files.append(file.change);
-            back.madeFor = markOf(file.text);
-            back.page = file.old.page;
-            back.rule = file.old.rule;
+            const std::optional<Prepared> file = prepared(path, edit, targets);
+            if (!file)
+                continue;
+            files.append(file->change);
+            back.madeFor = markOf(file->text);
+            back.page = file->old.page;
+            back.rule = file->old.rule;
         }
         inverse.m_files.emplace(pathAfter(path), back);
     }

@@ -112,18 +112,22 @@ public:
     QString pathAfter(const QString &path) const;
     // Of all that is changed; not of what comes and goes.
     QStringList paths() const;
+    // This text of the file has nothing left to be taken back; known of an edit that takes back another.
+    bool isTakenBack(const QString &path, const QString &text) const;
     QList<RangeChange> changesOf(const QString &path) const;
     QList<RowChange> rowChangesOf(const QString &path) const;
 
     // Makes all of the changes, or none: RunTimeError says which file holds something else than the edit was
     // made for, or could not be written; files that were written by then are put back. Returns the edit that
-    // takes it back, for as long as nothing else has changed the files.
+    // takes it back, for as long as nothing else has changed the files; it passes over texts that were taken
+    // back by then.
     ThemeEdit apply(const EditTargets &targets) const;
 
 private:
     struct FileEdit
     {
         QByteArray madeFor; // what tells the text from any other
+        QByteArray gives;   // the same of what an inverse leads back to; empty where it is not known
         QList<RangeChange> changes;
         std::optional<CodePage> page;
         std::optional<CodePageRule> rule; // by which an inverse has to read
@@ -132,7 +136,8 @@ private:
     struct Done;
 
     void write(Done &done, const QList<Files::Change> &files, const EditTargets &targets) const;
-    static Prepared prepared(const QString &path, const FileEdit &edit, const EditTargets &targets);
+    static std::optional<Prepared> prepared(const QString &path, const FileEdit &edit,
+                                            const EditTargets &targets);
 
     std::map<QString, FileEdit> m_files;
     std::map<QString, QList<RowChange>> m_rows;

@@ -115,6 +115,24 @@ private slots:
         QCOMPARE(m_window->read("theme/two.xml"), windowAt(0));
     }
 
+    // Ctrl+Z is of the open window alone, and says so; what is left can still be undone.
+    void undoneInTheBox()
+    {
+        m_window->openDocument("theme/one.xml");
+        ThemeEdit edit;
+        const QString shown = m_window->source()->text(), text = QString::fromLatin1(windowAt(0));
+        for (const auto &[name, of] : {std::pair("theme/one.xml", shown), std::pair("theme/two.xml", text)}) {
+            const qint32 at = qint32(of.indexOf(u"[0,"_s)) + 1;
+            QVERIFY(edit.replace(m_window->path(name), of, {at, at + 1}, u"30"_s));
+        }
+        QVERIFY(m_window->skin->findChild<ThemeNames *>()->change(edit, {}, u"Undo Both"_s));
+        m_window->source()->undo();
+        QVERIFY(m_window->skin->statusBar()->currentMessage().contains(u"\"Undo Both\" in the Tool menu"_s));
+        m_window->find<QAction>("mnuUndoRename")->trigger();
+        QCOMPARE(m_window->source()->text(), shown);
+        QCOMPARE(m_window->read("theme/two.xml"), windowAt(0));
+    }
+
 private:
     std::unique_ptr<Window> m_window;
     QToolButton *m_button = nullptr;

@@ -190,6 +190,38 @@ private slots:
         QCOMPARE(rows.asText(), u"old+"_s);
     }
 
+    // Undone in its own box, or put back from a backup: what is left is taken back, and only that.
+    void partTakenBack_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("result");
+        QTest::newRow("nothing") << u"new box"_s << QByteArray("new file") << u"applied"_s;
+        QTest::newRow("the open one") << u"old box"_s << QByteArray("new file") << u"applied"_s;
+        QTest::newRow("a file") << u"new box"_s << QByteArray("old file") << u"applied"_s;
+        QTest::newRow("the open one changed")
+            << u"odd box"_s << QByteArray("new file")
+            << u"Cannot change \".../theme/a.xml\": it has changed in the meantime."_s;
+    }
+    void partTakenBack()
+    {
+        QFETCH(const QString, box);
+        QFETCH(const QByteArray, file);
+        const QString path = write("a.xml", "old box"), closed = write("b.xml", "old file");
+        TextInBox before(u"old box"_s), after(box);
+        ThemeEdit edit;
+        replaceIn(edit, path, u"old"_s, u"new"_s);
+        replaceIn(edit, closed, u"old"_s, u"new"_s);
+        EditTargets where = targets();
+        where.text = [&](const QString &asked) { return asked == path ? &before : nullptr; };
+        const ThemeEdit inverse = edit.apply(where);
+        write("b.xml", file);
+        where.text = [&](const QString &asked) { return asked == path ? &after : nullptr; };
+        QTEST(failureOf(inverse, where), "result");
+        QCOMPARE(after.text() == u"old box" && read("b.xml") == "old file", box != u"odd box");
+        QVERIFY(box == u"new box" || after.steps == 0);
+    }
+
     void openTextsAndRows()
     {
         const QString path = write("a.xml", "old file");
