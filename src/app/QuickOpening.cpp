@@ -23,8 +23,9 @@ namespace quillmere {
 
 namespace {
 
-constexpr qsizetype kMostUsed = 60;  // that are remembered
-constexpr qsizetype kMostText = 200; // units of a string that are shown
+constexpr qsizetype kMostUsed = 60;    // that are remembered
+constexpr qsizetype kMostOfName = 500; // units; the settings are read and written as a whole
+constexpr qsizetype kMostText = 200;   // units of a string that are shown
 
 const QString kUsed = QStringLiteral("quickOpen/used");
 
@@ -169,9 +170,11 @@ void QuickOpening::gatherCommands()
 void QuickOpening::goTo(const QuickEntry &entry)
 {
     QStringList used = QSettings().value(kUsed).toStringList();
-    used.removeAll(QuickList::nameOf(entry));
-    used.prepend(QuickList::nameOf(entry));
-    QSettings().setValue(kUsed, used.mid(0, kMostUsed));
+    if (const QString name = QuickList::nameOf(entry); name.size() <= kMostOfName) {
+        used.removeAll(name);
+        used.prepend(name);
+        QSettings().setValue(kUsed, used.mid(0, kMostUsed));
+    }
     switch (entry.kind) {
     case QuickEntry::Kind::Window:
         m_parts.openDocument(m_windows.at(entry.id));

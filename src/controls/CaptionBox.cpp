@@ -10,8 +10,9 @@
 namespace quillmere {
 
 namespace {
-constexpr int kTitleMargin = 24; // pixels that the style needs left and right of a title
-}
+constexpr int kTitleMargin = 24;     // pixels that the style needs left and right of a title
+constexpr qsizetype kLongest = 5000; // units; no file has a longer path, and laying it out takes long
+} // namespace
 
 CaptionBox::CaptionBox(const QString &name, QWidget *parent) : QGroupBox(parent)
 {
@@ -46,8 +47,8 @@ void CaptionBox::paintEvent(QPaintEvent *)
     QStylePainter painter(this);
     QStyleOptionGroupBox option;
     initStyleOption(&option);
-    option.text =
-        option.fontMetrics.elidedText(title(), Qt::ElideMiddle, width() - kTitleMargin - m_captionEnd);
+    option.text = option.fontMetrics.elidedText(title().left(kLongest), Qt::ElideMiddle,
+                                                width() - kTitleMargin - m_captionEnd);
     option.text.replace(u'&', QLatin1String("&&")); // in a path it is no mark of a shortcut
     painter.drawComplexControl(QStyle::CC_GroupBox, option);
 }

@@ -9,6 +9,10 @@
 
 namespace quillmere {
 
+namespace {
+constexpr qsizetype kLongest = 5000; // units; no file has a longer path, and laying it out takes long
+}
+
 PathLabel::PathLabel(const QString &name, const QString &accessibleName, QWidget *parent) : QLabel(parent)
 {
     setObjectName(name);
@@ -19,7 +23,7 @@ PathLabel::PathLabel(const QString &name, const QString &accessibleName, QWidget
 void PathLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
+    const QString shown = fontMetrics().elidedText(text().left(kLongest), Qt::ElideMiddle, width());
     style()->drawItemText(&painter, rect(), Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(), shown,
                           foregroundRole());
 }

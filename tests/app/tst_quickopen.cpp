@@ -67,6 +67,22 @@ private slots:
         QVERIFY2(tip.contains(u"img") && !tip.contains(u"<img"), qPrintable(tip));
     }
 
+    // The settings are read and written as a whole.
+    void forgetsLongNames()
+    {
+        Window window;
+        window.write("theme/theme.xml", "<config><file_widget>widget.xml</file_widget></config>");
+        window.write("theme/widget.xml", "<widget class=\"window\" name=\"" + QByteArray(100'000, 'y') +
+                                             "\"/><widget class=\"window\" name=\"short\"/>");
+        window.openTheme();
+        for (const QString &typed : {u"yyy"_s, u"short"_s}) {
+            QTest::keyClick(window.skin.get(), Qt::Key_P, Qt::ControlModifier);
+            QTest::keyClicks(window.find<QLineEdit>("txtQuickOpen"), typed);
+            QTest::keyClick(window.find<QLineEdit>("txtQuickOpen"), Qt::Key_Return);
+        }
+        QCOMPARE(QSettings().value(u"quickOpen/used"_s).toStringList(), QStringList(u"0:short"_s));
+    }
+
     void leaves()
     {
         const Window window;

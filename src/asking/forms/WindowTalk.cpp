@@ -45,7 +45,9 @@ std::optional<QString> WindowTalk::chooseFile(FileFor purpose, const QString &ti
 
 void WindowTalk::say(const QString &hint)
 {
-    m_window.statusBar()->showMessage(hint);
+    // It may hold a name of any length, and is laid out whenever it is drawn.
+    constexpr qsizetype most = 5000; // units
+    m_window.statusBar()->showMessage(hint.size() > most ? QString(hint.first(most) + u'\u2026') : hint);
     m_window.statusBar()->repaint(); // now: long work says how far it is without going back to the event loop
 }
 

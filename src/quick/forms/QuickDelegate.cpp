@@ -8,9 +8,10 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kMargin = 8;     // pixels
-constexpr int kKindWidth = 72; // pixels, for the word at the right
-constexpr float kFaint = 0.7F; // of the letters of details
+constexpr qsizetype kMostShown = 500; // units of a name, more than a line holds
+constexpr int kMargin = 8;            // pixels
+constexpr int kKindWidth = 72;        // pixels, for the word at the right
+constexpr float kFaint = 0.7F;        // of the letters of details
 
 void drawText(QPainter &painter, const QRect &room, const QString &text, const QFont &font,
               const QList<int> &bold)
@@ -58,7 +59,9 @@ void QuickDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     QColor letters = option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text);
     painter->setPen(letters);
     QRect rest = option.rect.adjusted(kMargin, 0, -kMargin, 0);
-    const QString text = index.data().toString(), detail = index.data(Detail).toString();
+    // To lay out a name takes as long as the name, at each stroke of a key.
+    const QString text = index.data().toString().left(kMostShown);
+    const QString detail = index.data(Detail).toString().left(kMostShown);
     const QRect kind = rest.adjusted(rest.width() - kKindWidth, 0, 0, 0);
     rest.setRight(kind.left() - kMargin);
     const int textWidth = std::min(rest.width(), option.fontMetrics.horizontalAdvance(text) + 2 * kMargin);
