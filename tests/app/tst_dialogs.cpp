@@ -337,14 +337,18 @@ private slots:
                 const auto *message = qobject_cast<QMessageBox *>(box);
                 if (message && text == u"short")
                     QCOMPARE(message->text() + message->windowTitle(), u"shortshort"_s);
-                else if (message)
+                else if (message && message->informativeText().isEmpty())
                     QVERIFY(message->text().startsWith(text.left(20)) &&
                             message->text().endsWith(text.right(20)));
+                for (const QLabel *label : box->findChildren<QLabel *>())
+                    QVERIFY(label->text().isEmpty() || label->textFormat() == Qt::PlainText);
                 QVERIFY(box->windowTitle().size() < 200);
                 static_cast<QDialog *>(box)->reject();
             };
             QTimer::singleShot(0, &window, answer);
             prompts.ask(text, text);
+            QTimer::singleShot(0, &window, answer);
+            prompts.askAbout(text, u"short"_s, text);
             QTimer::singleShot(0, &window, answer);
             prompts.tell(text, text, Prompts::Icon::Critical);
             QTimer::singleShot(0, &window, answer);

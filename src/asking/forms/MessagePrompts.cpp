@@ -22,6 +22,8 @@ constexpr int kMessageWidth = 340; // pixels, so that a title is not cut off abo
 
 constexpr int kTextWidth = 380;             // pixels, what a box leaves a text at the least
 constexpr qsizetype kMostCharacters = 4000; // of a text
+constexpr double kFactsShare =
+    0.5; // of the height of the screen; the text above them is a question of one line
 constexpr qsizetype kMostInTitle = 120;
 
 // A box belongs to the dialog that has it asked: the window system gives the keyboard back to the owner.
@@ -41,9 +43,9 @@ QString withoutMiddle(const QString &text, qsizetype most)
 }
 
 // As much of a text, which may hold a whole document, as leaves the buttons of its box on the screen.
-QString fitted(const QString &text, const QWidget &box)
+QString fitted(const QString &text, const QWidget &box, double share = 0.6)
 {
-    const int most = box.screen()->availableSize().height() * 3 / 5;
+    const int most = int(box.screen()->availableSize().height() * share);
     const QRect room(0, 0, kTextWidth, QWIDGETSIZE_MAX);
     qsizetype size = kMostCharacters;
     QString shown = withoutMiddle(text, size);
@@ -82,6 +84,17 @@ void prepare(QMessageBox &box)
         grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+// The text format of the box is that of its first text alone. As markup a path would be read for pictures,
+// devices among them.
+void addFacts(QMessageBox &box, const QString &facts)
+{
+    box.setInformativeText(facts);
+    for (QLabel *label : box.findChildren<QLabel *>()) {
+        if (!label->text().isEmpty())
+            label->setTextFormat(Qt::PlainText);
+    }
+}
+
 } // namespace
 
 bool MessagePrompts::askWith(QMessageBox::StandardButton preset, const QString &title, const QString &text,
@@ -92,7 +105,7 @@ bool MessagePrompts::askWith(QMessageBox::StandardButton preset, const QString &
                     QMessageBox::Yes | QMessageBox::No, ownerOf(m_window));
     prepare(box);
     if (!facts.isEmpty())
-        box.setInformativeText(breakable(withoutMiddle(facts, kMostCharacters), box));
+        addFacts(box, breakable(fitted(facts, box, kFactsShare), box));
     box.setDefaultButton(preset);
     return box.exec() == QMessageBox::Yes;
 }
