@@ -24,7 +24,8 @@ constexpr int kRest = 30'000;        // ms until the browser goes when nobody lo
 constexpr int kMostWatched = 300;    // files
 constexpr qint64 kLarge = 300'000;   // bytes of a document; the browser is busy with it for a second or more
 constexpr int kMostDrawn = 300;      // by one browser, which keeps some memory of every page it had
-constexpr int kTrimmed = 50;         // pages, between which what their pictures took is given back
+constexpr qsizetype kLastPage = 1'000'000; // units of a page that is the last one of its browser
+constexpr int kTrimmed = 50;               // pages, between which what their pictures took is given back
 
 } // namespace
 
@@ -203,7 +204,8 @@ void OverviewPictures::take(int number, const WindowPage &made)
 void OverviewPictures::draw(int number, const QString &page)
 {
     ++m_drawing;
-    if (++m_drawn % kTrimmed == 0)
+    m_drawn = page.size() > kLastPage ? kMostDrawn : m_drawn + 1;
+    if (m_drawn % kTrimmed == 0)
         m_worker.start(giveMemoryBack);
     camera().take(page, [this, number](const QImage &picture) {
         --m_drawing;
