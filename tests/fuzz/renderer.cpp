@@ -2,7 +2,10 @@
 #include "markup/WidgetDocument.h"
 #include "preview/LiteralRenderer.h"
 #include "preview/PreviewPage.h"
+#include "preview/WidgetDrawing.h"
 #include "widgets/BlockLines.h"
+
+#include <QRandomGenerator>
 
 #include <utility>
 
@@ -30,6 +33,32 @@ void comparePages(const QString &html, const QString &name, const QString &size,
              twins::buildPreviewPage(html, changed ? sheet + u'#' + name + u"{display:none;}" : sheet,
                                      options),
              "replaces in the page");
+    }
+}
+
+// What is taken over from the text before is what would have been drawn, wherever a stretch comes or goes and
+// whatever the catalogues say meanwhile.
+void drawOneAfterAnother(QString text, QList<ListRows::Row> fonts)
+{
+    constexpr int kEdits = 8;
+    QRandomGenerator random(quint32(qHash(text)));
+    const auto number = [&random](qsizetype most) { return qsizetype(random.bounded(qint64(most) + 1)); };
+    QString folder;
+    const ImageLookup find = [&folder](const QString &id) { return folder + id; };
+    WidgetDrawing drawing;
+    for (int edit = 0; edit < kEdits; ++edit) {
+        const WidgetPage page = drawing.draw(text, find, fonts), expected = drawWidgets(text, find, fonts);
+        same(page.html, expected.html, "the page after an edit");
+        same(rowsAsText(page.blocks), rowsAsText(expected.blocks), "the rows after an edit");
+        const qsizetype from = number(text.size()), at = number(text.size());
+        if (edit % 2 == 0)
+            text.insert(at, text.sliced(from, std::min(text.size() - from, number(200))));
+        else
+            text.remove(at, number(60));
+        if (edit == kEdits / 2)
+            folder = u"other/"_s;
+        if (edit == kEdits - 2 && !fonts.isEmpty())
+            fonts.removeFirst();
     }
 }
 
@@ -64,6 +93,8 @@ void fuzz(const Input &input)
              ? rowsAsText(blocksOfLines(linesOfBlocks(blocks)))
              : rowsAsText(expectedRows),
          "rows of the clipboard");
+
+    drawOneAfterAnother(markup, fonts.rows());
 
     const ViewOptions options = optionsOf(input);
     const QStringList harmless = {u"a"_s, u"b"_s};

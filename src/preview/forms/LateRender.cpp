@@ -6,17 +6,30 @@
 
 namespace quillmere {
 
+namespace {
+
+// Nobody waits where another thread is drawing with what is kept.
+WidgetPage drawn(const RenderInput &input)
+{
+    if (input.kept) {
+        if (const std::unique_lock mine(input.kept->mutex, std::try_to_lock); mine)
+            return input.kept->drawing.draw(input.markup, input.GetImg, input.fonts);
+    }
+    return drawWidgets(input.markup, input.GetImg, input.fonts);
+}
+
+} // namespace
+
 Rendered renderPage(const RenderInput &input)
 {
     QElapsedTimer clock;
     clock.start();
     Rendered rendered;
     rendered.markup = input.markup;
-    rendered.widgets = drawWidgets(input.markup, input.GetImg, input.fonts);
+    rendered.widgets = drawn(input);
     rendered.page = input.makePage ? input.makePage(input.markup, input.options, rendered.widgets.blocks)
                                    : BuildPreviewPage(rendered.widgets.html, input.options, input.fontSize,
                                                       rendered.widgets.blocks);
-    rendered.widgets.html.squeeze(); // it is kept, and was made with room to spare
     rendered.milliseconds = double(clock.nsecsElapsed()) / 1e6;
     return rendered;
 }

@@ -2,7 +2,7 @@
 
 #include "files/Progress.h"
 #include "preview/PreviewPage.h"
-#include "preview/WidgetHtml.h"
+#include "preview/WidgetDrawing.h"
 
 #include <QObject>
 #include <QThreadPool>
@@ -10,6 +10,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 
 namespace quillmere {
@@ -18,6 +19,13 @@ namespace quillmere {
 // out. May be called on any thread.
 using ViewPage = std::function<QString(const QString &markup, const ViewOptions &options,
                                        const QList<ListRows::Row> &lvBlock)>;
+
+// What is kept of the window drawn last.
+struct KeptDrawing
+{
+    std::mutex mutex;
+    WidgetDrawing drawing; // guarded by it
+};
 
 // All that the page of a window is made from. The lookup must not change under way, and may be asked on any
 // thread.
@@ -29,6 +37,7 @@ struct RenderInput
     QString fontSize;
     ViewOptions options;
     ViewPage makePage = {}; // none for the preview
+    std::shared_ptr<KeptDrawing> kept = {};
 };
 
 struct Rendered

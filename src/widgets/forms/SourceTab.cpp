@@ -153,7 +153,7 @@ void SourceTab::txtSnippet_Change()
 
 RenderInput SourceTab::inputOf(const QString &markup) const
 {
-    return {markup, m_pictures(), m_fonts.rows(), defaultFontSize(m_fonts), options, maker()};
+    return {markup, m_pictures(), m_fonts.rows(), defaultFontSize(m_fonts), options, maker(), m_kept};
 }
 
 void SourceTab::BuildWidgetHtml(const QString &markup)

@@ -111,6 +111,7 @@ private:
     int m_height = 0; // of the frame, twips
     std::function<ViewPage()> m_view;
     QString m_markup; // that was drawn last
+    std::shared_ptr<KeptDrawing> m_kept = std::make_shared<KeptDrawing>();
     LateRender m_late{this};
     LateWork m_work; // the page of the text
     qint64 m_pageRevision = -1;
