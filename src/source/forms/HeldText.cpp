@@ -108,7 +108,8 @@ QString HeldText::text(int from, int to) const
     stretch.setPosition(from);
     stretch.setPosition(to, QTextCursor::KeepAnchor);
     const bool isAll = from == 0 && to == m_document->characterCount() - 1;
-    QString raw = isAll ? m_document->toRawText().first(to) : stretch.selectedText();
+    QString raw = isAll ? m_document->toRawText() : stretch.selectedText();
+    raw.truncate(to - from);
     raw.replace(QChar::ParagraphSeparator, u'\n');
     if (m_texts.empty())
         return raw;

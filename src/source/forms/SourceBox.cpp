@@ -16,6 +16,8 @@
 #include <QScrollBar>
 #include <QTextBlock>
 
+#include <algorithm>
+
 namespace quillmere {
 
 namespace {
@@ -59,15 +61,13 @@ QString SourceBox::text() const
     if (m_isText)
         return m_text;
     const QString lines = m_held->text();
-    m_text.clear();
-    m_text.reserve(lines.size() + document()->blockCount());
-    qsizetype done = 0;
-    for (qsizetype end = lines.indexOf(u'\n'); end >= 0; end = lines.indexOf(u'\n', done)) {
-        m_text += QStringView(lines).sliced(done, end - done);
-        m_text += QLatin1String("\r\n");
-        done = end + 1;
+    m_text = QString(lines.size() + std::ranges::count(lines, QChar(u'\n')), Qt::Uninitialized);
+    QChar *to = m_text.data();
+    for (const QChar unit : lines) {
+        if (unit == u'\n')
+            *to++ = u'\r';
+        *to++ = unit;
     }
-    m_text += QStringView(lines).sliced(done);
     m_isText = true;
     return m_text;
 }
