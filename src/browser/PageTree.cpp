@@ -13,6 +13,7 @@ constexpr QStringView kTail = u"<body></html>";
 constexpr int kDeepest = 200; // the browser nests some 500 elements, then no more
 constexpr size_t kMostAttributes = 30;
 constexpr qsizetype kLongestText = 60000; // it cuts texts of the body at 65,536
+constexpr int kMostTries = 32;            // to go on as another page does
 
 bool isSpace(QChar unit)
 {
@@ -88,7 +89,7 @@ std::optional<QString> withPlainLines(const QString &page)
 class PageTreeReader
 {
 public:
-    explicit PageTreeReader(PageTree &tree) : m_tree(tree), m_text(tree.m_text) {}
+    PageTreeReader(PageTree &tree, const PageTree *like) : m_tree(tree), m_text(tree.m_text), m_like(like) {}
 
     bool read();
     // From behind the name: to behind the closing ">"; -1 where it is no plain tag.
@@ -97,6 +98,8 @@ public:
 
 private:
     bool body();
+    void beginAsBefore();
+    bool endsAsBefore();
     bool text(qsizetype end);
     bool comment();
     bool openingTag();
@@ -109,6 +112,10 @@ private:
     qsizetype m_at = 0, m_end = 0;
     std::vector<QStringView> m_open; // names
     std::vector<PageTree::Attribute> m_attributes;
+    const PageTree *m_like;   // null where nothing more can be taken over
+    qsizetype m_sameEnd = 0;  // from there on the other page ends as this one does
+    qsizetype m_further = 0;  // what stands there in the other one stands here by so much further on
+    int m_tries = kMostTries; // that are left
 };
 
 bool PageTreeReader::read()
@@ -120,8 +127,88 @@ bool PageTreeReader::read()
     m_end = m_text.size() - kTail.size();
     if (m_tree.m_sheetEnd <= m_tree.m_sheetBegin || !m_text.sliced(m_tree.m_sheetEnd).startsWith(kNeck))
         return false;
-    m_at = m_tree.m_sheetEnd + kNeck.size();
-    return m_at <= m_end && body();
+    m_tree.m_bodyBegin = m_at = m_tree.m_sheetEnd + kNeck.size();
+    if (m_at > m_end)
+        return false;
+    if (m_like)
+        beginAsBefore();
+    return body();
+}
+
+// The names of the elements that a node stands in, the outermost first.
+static std::vector<QStringView> namesAround(const PageTree &tree, size_t node)
+{
+    std::vector<QStringView> names(size_t(tree.nodes()[node].depth));
+    for (size_t missing = names.size(); missing > 0;) {
+        const PageTree::Node &before = tree.nodes()[--node];
+        if (before.depth != int(missing) - 1)
+            continue;
+        const QStringView tag = tree.source(before);
+        names[--missing] = tag.sliced(1, PageTreeReader::nameEnd(tag, 1) - 1);
+    }
+    return names;
+}
+
+// An element begins where nothing before it is open to be read in another way: what has been read up to the
+// last one before the first difference is what would be read here.
+void PageTreeReader::beginAsBefore()
+{
+    const QStringView is = QStringView(m_like->m_text).sliced(m_like->m_bodyBegin);
+    const QStringView willBe = m_text.sliced(m_at);
+    const qsizetype first = std::ranges::mismatch(is, willBe).in1 - is.begin();
+    const qsizetype most = std::min(is.size(), willBe.size()) - first;
+    qsizetype last = 0;
+    while (last < most && is[is.size() - 1 - last] == willBe[willBe.size() - 1 - last])
+        ++last;
+    m_sameEnd = m_like->m_text.size() - last;
+    m_further = m_text.size() - m_like->m_text.size();
+
+    const auto &nodes = m_like->m_nodes;
+    const qsizetype further = m_at - m_like->m_bodyBegin;
+    const auto isBefore = [until = m_like->m_bodyBegin + first](const PageTree::Node &node) {
+        return node.begin < until;
+    };
+    auto end = std::ranges::partition_point(nodes, isBefore);
+    do {
+        if (end == nodes.begin())
+            return;
+        --end;
+    } while (end->kind != PageTree::Kind::Element);
+    const size_t count = size_t(end - nodes.begin());
+    m_open = namesAround(*m_like, count);
+    m_at = end->begin + further;
+    m_tree.m_nodes.reserve(nodes.size());
+    m_tree.m_nodes.assign(nodes.begin(), end);
+    for (PageTree::Node &node : m_tree.m_nodes) {
+        node.begin += further;
+        node.end += further;
+    }
+}
+
+// At the "<" of an element: where the same one begins in the other page, in elements of the same names, all
+// the rest is the same.
+bool PageTreeReader::endsAsBefore()
+{
+    const qsizetype there = m_at - m_further;
+    if (!m_like || there < m_sameEnd)
+        return false;
+    const auto &nodes = m_like->m_nodes;
+    const auto rest = std::ranges::lower_bound(nodes, there, {}, &PageTree::Node::begin);
+    const auto areSame = [](QStringView a, QStringView b) { return a.compare(b, Qt::CaseInsensitive) == 0; };
+    if (rest == nodes.end() || rest->begin != there || rest->kind != PageTree::Kind::Element ||
+        rest->depth != int(m_open.size()) ||
+        !std::ranges::equal(namesAround(*m_like, size_t(rest - nodes.begin())), m_open, areSame)) {
+        if (--m_tries == 0)
+            m_like = nullptr;
+        return false;
+    }
+    const size_t own = m_tree.m_nodes.size();
+    m_tree.m_nodes.insert(m_tree.m_nodes.end(), rest, nodes.end());
+    for (size_t node = own; node < m_tree.m_nodes.size(); ++node) {
+        m_tree.m_nodes[node].begin += m_further;
+        m_tree.m_nodes[node].end += m_further;
+    }
+    return true;
 }
 
 bool PageTreeReader::body()
@@ -134,6 +221,8 @@ bool PageTreeReader::body()
             continue;
         }
         const QChar next = m_text[tag + 1]; // the tail follows
+        if (next != u'!' && next != u'/' && endsAsBefore())
+            return true;
         const bool good = next == u'!' ? comment() : next == u'/' ? closingTag() : openingTag();
         if (!good)
             return false;
@@ -261,14 +350,14 @@ bool PageTreeReader::closingTag()
     return true;
 }
 
-std::optional<PageTree> PageTree::read(const QString &page)
+std::optional<PageTree> PageTree::read(const QString &page, const PageTree *like)
 {
     std::optional<QString> text = withPlainLines(page);
     if (!text)
         return {};
     PageTree tree;
     tree.m_text = std::move(*text);
-    if (!PageTreeReader(tree).read())
+    if (!PageTreeReader(tree, like).read())
         return {};
     return tree;
 }

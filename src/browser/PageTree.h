@@ -20,6 +20,8 @@ public:
         int depth; // 0 for what stands in the body itself
         qsizetype begin, end;
         bool holdsTags = false; // closing tags that close nothing: the browser skips them in a text
+
+        bool operator==(const Node &) const = default;
     };
     struct Attribute
     {
@@ -27,8 +29,9 @@ public:
     };
 
     // Nothing where the page holds anything else, is of another form, or is broken in a way that decides how
-    // the rest is read. Time is linear in the page.
-    static std::optional<PageTree> read(const QString &page);
+    // the rest is read. Time is linear in the page. What it has in common with `like`, another page or one
+    // that has been changed to it, is not read again.
+    static std::optional<PageTree> read(const QString &page, const PageTree *like = nullptr);
 
     // The page, with "\n" as the only line break, as the document has it.
     QStringView text() const { return m_text; }
@@ -51,7 +54,7 @@ private:
     friend class PageTreeReader;
 
     QString m_text;
-    qsizetype m_sheetBegin = 0, m_sheetEnd = 0;
+    qsizetype m_sheetBegin = 0, m_sheetEnd = 0, m_bodyBegin = 0;
     std::vector<Node> m_nodes;
 };
 

@@ -2,6 +2,7 @@
 #include "Fuzz.h"
 
 #include <QJsonObject>
+#include <QRandomGenerator>
 
 #include <memory>
 
@@ -128,6 +129,35 @@ QString pageOf(const QString &sheet, const QString &body)
            u"<body></html>";
 }
 
+// What is taken over from another page is what would have been read.
+std::optional<Tree> readLike(const QString &page, const std::optional<Tree> &like)
+{
+    std::optional<Tree> plain = Tree::read(page);
+    const std::optional<Tree> quick = like ? Tree::read(page, &*like) : Tree::read(page);
+    check(quick.has_value() == plain.has_value(), "reads as much as without the other page", page);
+    if (quick) {
+        check(quick->nodes() == plain->nodes(), "reads the same as without the other page", page);
+        same(quick->sheet().toString(), plain->sheet().toString(), "the same sheet");
+    }
+    return plain;
+}
+
+void readOneAfterAnother(const QString &sheet, QString body, std::optional<Tree> like)
+{
+    constexpr int kEdits = 6;
+    QRandomGenerator random(quint32(qHash(body)));
+    const auto number = [&random](qsizetype most) { return qsizetype(random.bounded(qint64(most) + 1)); };
+    for (int edit = 0; edit < kEdits; ++edit) {
+        const qsizetype from = number(body.size()), at = number(body.size());
+        if (edit % 2 == 0)
+            body.insert(at, body.sliced(from, std::min(body.size() - from, number(60))));
+        else
+            body.remove(at, number(30));
+        if (std::optional<Tree> next = readLike(pageOf(sheet.first(number(sheet.size())), body), like))
+            like = std::move(next);
+    }
+}
+
 } // namespace
 
 // The changes between two pages, made in the document of the one, give that of the other; a page that is the
@@ -135,7 +165,8 @@ QString pageOf(const QString &sheet, const QString &body)
 void fuzz(const Input &input)
 {
     const auto before = Tree::read(pageOf(input.text(0), input.text(1)));
-    const auto after = Tree::read(pageOf(input.text(2), input.text(3)));
+    const auto after = readLike(pageOf(input.text(2), input.text(3)), before);
+    readOneAfterAnother(input.text(2), input.text(3), after);
     if (before)
         check(changesBetween(*before, *before) == QJsonArray(), "nothing to change");
     const auto changes = before && after ? changesBetween(*before, *after) : std::nullopt;

@@ -15,6 +15,7 @@
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
 
+#include <algorithm>
 #include <utility>
 
 namespace quillmere {
@@ -154,7 +155,7 @@ void WebBrowser::writeNext()
     if (!m_waiting)
         return;
     if (m_waiting->size() > kMostCharacters ||
-        (m_waiting->size() > kMostTags && m_waiting->count(u'<') > kMostTags)) {
+        (m_waiting->size() > kMostTags && std::ranges::count(*m_waiting, QChar(u'<')) > kMostTags)) {
         m_waiting.reset();
         emit failed(tr("The window is too large for the preview, which stays as it was."));
         return;
@@ -208,9 +209,9 @@ void WebBrowser::withoutMissing(const QString &text, const std::function<void(co
 // Changes the document for this text of the page, or writes it.
 void WebBrowser::bring(const QString &text)
 {
-    std::optional<PageTree> next = m_patching ? PageTree::read(text) : std::nullopt;
-    const PageTree *shown = next ? m_shown.tree() : nullptr;
-    const auto changes = shown ? changesBetween(*shown, *next) : std::nullopt;
+    const PageTree *shown = m_patching ? m_shown.tree() : nullptr;
+    std::optional<PageTree> next = m_patching ? PageTree::read(text, shown) : std::nullopt;
+    const auto changes = shown && next ? changesBetween(*shown, *next) : std::nullopt;
     if (!changes && text.size() > kMostAtOnce) {
         startPieces();
         return;
