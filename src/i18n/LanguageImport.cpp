@@ -50,6 +50,12 @@ QHash<QString, Found> foundIn(const ExchangeTable &table, ImportPlan &plan)
     return found;
 }
 
+// No receiver shows them, and with some of them a file is taken for another kind.
+bool isControl(QChar letter)
+{
+    return letter < u' ' && letter != u'\t' && letter != u'\n' && letter != u'\r';
+}
+
 // Compares one row with one unit.
 class Comparison
 {
@@ -67,9 +73,11 @@ public:
             after.replace(kEllipsis, QStringLiteral("..."));
         if (isSame(before, after))
             return;
-        QString reason = after.contains(u'<') || after.contains(u'>')
-                             ? QStringLiteral("a translation holds neither < nor >: ") + quoted(after)
-                             : QString();
+        QString reason;
+        if (after.contains(u'<') || after.contains(u'>'))
+            reason = QStringLiteral("a translation holds neither < nor >: ") + quoted(after);
+        else if (std::any_of(after.begin(), after.end(), isControl))
+            reason = QStringLiteral("a translation holds no control characters: ") + quoted(after);
         if (reason.isEmpty() && m_reasonAgainst)
             reason = m_reasonAgainst(row, after);
         if (reason.isEmpty())

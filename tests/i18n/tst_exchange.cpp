@@ -306,6 +306,8 @@ void tst_exchange::plans_data()
             {u"markup", u"a=x|b=y", u"a=<p|b=z>|c=<",
              u"refused 1: a translation holds neither < nor >: `<p`; "
              "refused 2: a translation holds neither < nor >: `z>`; unknown 3: the language has no `c`"},
+            {u"control characters", u"a=x|b=y", u"a=\x1b[2J|b=\ty",
+             u"1 b:y>\ty; kinds 1; refused 1: a translation holds no control characters: `\x1b[2J`"},
             {u"ellipsis", u"a=x|b=y\u2026|c=z...", u"a=p\u2026|b=y\u2026|c=z\u2026", u"0 a:x>p...; kinds 1"},
             {u"line ends", u"a\r\nb=x\ry|c=\r\n", u"a\nb=x\ny|c=", u""},
         });
