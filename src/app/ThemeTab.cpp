@@ -51,9 +51,9 @@ ThemeTab::ThemeTab(ListRows &entries, FileList &files, QWidget *parent)
 {
     Drive1->addItems(drives());
     {
-        // Somewhere to start from; nothing is chosen by it.
+        // Somewhere to start from; nothing is chosen by it. Some accounts have no folder of their own.
         const QSignalBlocker quiet(Dir1);
-        Dir1->setPath(QDir::homePath());
+        Dir1->setPath(QDir(QDir::homePath()).exists() ? QDir::homePath() : QDir::rootPath());
     }
     setTabOrder(Drive1, Dir1);
     setTabOrder(Dir1, lvTheme);

@@ -72,6 +72,10 @@ int writeSheet(const CommandLine &line, QTextStream &out, QTextStream &err)
         err << "quillmere: the theme " << line.theme << " has no windows" << Qt::endl;
         return 2;
     }
+    if (QFileInfo(line.out).isDir()) { // a minute before putting it there would say so
+        err << "quillmere: cannot write " << printable(line.out) << ": it is a folder" << Qt::endl;
+        return 2;
+    }
     PutFile file(line.out);
     if (!file.file().isOpen()) {
         err << "quillmere: cannot write " << line.out << ": " << file.file().errorString() << Qt::endl;
