@@ -37,6 +37,15 @@ bool isSame(const ListRows::Row &a, const ListRows::Row &b)
     return a.text == b.text && a.subItems == b.subItems;
 }
 
+// The rows are as the changes would make them: they were undone in their own list, for example.
+bool areMade(const QList<ListRows::Row> &rows, const QList<RowChange> &changes)
+{
+    return std::all_of(changes.begin(), changes.end(), [&](const RowChange &change) {
+        return change.before && change.after && change.row >= 0 && change.row < rows.size() &&
+               isSame(rows.at(change.row), *change.after);
+    });
+}
+
 template <typename Target>
 Target *openAt(const std::function<Target *(const QString &)> &find, const QString &path)
 {
@@ -294,6 +303,8 @@ ThemeEdit ThemeEdit::apply(const EditTargets &targets) const
     }
     for (const auto &[path, changes] : m_rows) {
         OpenRows *open = openAt(targets.rows, path);
+        if (open && areMade(open->rows(), changes))
+            continue;
         if (!open || !changedRows(open->rows(), changes))
             throwChanged(path);
         rows.append({open, &changes});

@@ -247,6 +247,13 @@ private slots:
         QCOMPARE(box.text(), u"one old, two old"_s);
         QCOMPARE(rows.asText(), u"a-b+c+"_s);
 
+        ThemeEdit named;
+        named.changeRow(path, {0, rowOf(u"a"_s), rowOf(u"A"_s)});
+        const ThemeEdit back = named.apply(where);
+        rows.apply({{0, rowOf(u"A"_s), rowOf(u"a"_s)}}); // undone in its list
+        QCOMPARE(failureOf(back, where), u"applied"_s);
+        QCOMPARE(rows.asText(), u"a-b+c+"_s);
+
         ThemeEdit wrong;
         wrong.changeRow(path, {3, rowOf(u"c"_s), {}});
         QVERIFY(failureOf(wrong, where).startsWith(u"Cannot change"));
