@@ -114,6 +114,21 @@ private slots:
         QVERIFY(window.said().startsWith(u"typed: 1280 x 720 pixels at 0, 0"_s));
     }
 
+    // Whatever the width, two columns stand where there is room for two.
+    void columnsFillTheWidth()
+    {
+        const OverviewWindow window;
+        auto *area = window.overview;
+        for (int width = 540; width < 560; ++width) {
+            area->resize(width, 400);
+            QCoreApplication::processEvents();
+            const QRect first = window.list->visualRect(window.find(u"typed"_s));
+            const QRect second = window.list->visualRect(window.find(u"gone"_s));
+            QVERIFY2(second.top() == first.top() && second.left() > first.right(),
+                     qPrintable(QString::number(width)));
+        }
+    }
+
     void followsChanges_data()
     {
         textTable({"change", "window", "colour"}, {{u"a file", u"document", u"typed", u"#0000ff"},

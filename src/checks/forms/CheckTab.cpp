@@ -64,7 +64,7 @@ CheckTab::CheckTab(LiveCheck &check, QWidget *parent)
     }
     setTabOrder(before, lvCheck);
 
-    lvCheck->setColumnShares({14, 8, 7});
+    lvCheck->setColumnShares({13, 8, 9});
     lvCheck->setTextElideMode(Qt::ElideRight);
     lvCheck->setColumnElideMode(1, Qt::ElideMiddle); // the line stands at the end of a place
     lvCheck->setIconSize({kIcon, kIcon});

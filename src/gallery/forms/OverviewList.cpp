@@ -47,11 +47,12 @@ OverviewList::OverviewList(OverviewRows &rows, QLineEdit &filter, QWidget *paren
     connect(this, &QAbstractItemView::doubleClicked, this, &OverviewList::opened);
 }
 
-// Columns do not depend on whether there is a scroll bar, which depends on them.
+// Columns do not depend on whether there is a scroll bar, which depends on them. A column that ends with the
+// room counts as one too many to Qt, so a pixel is left.
 void OverviewList::layOut()
 {
     const int bar = verticalScrollBar()->sizeHint().width();
-    const int width = std::max(maximumViewportSize().width() - bar, 40);
+    const int width = std::max(maximumViewportSize().width() - bar - 1, 40);
     const int columns = std::max(1, (width + kItem / 2) / kItem);
     m_delegate->itemWidth = width / columns;
     const QSize item = OverviewDelegate::itemOf(m_delegate->itemWidth, fontMetrics());
