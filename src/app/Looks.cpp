@@ -85,18 +85,22 @@ void Looks::apply(Scheme scheme)
     showMenuIcons(m_menu, fixed);
 }
 
-// What the desktop's colours leave to be wished: placeholders that are read, and selections that are bright
-// only where the keyboard is.
+// What the desktop's colours leave to be wished: placeholders and selected text that are read, and selections
+// that are bright only where the keyboard is.
 void Looks::mendDesktop()
 {
     const QPalette now = QApplication::palette();
     QPalette own = readablePlaceholders(now);
+    const QColor highlight =
+        readableGround(now.color(QPalette::Highlight), now.color(QPalette::HighlightedText));
+    own.setColor(QPalette::Active, QPalette::Highlight, highlight);
     if (m_isDimmed) {
-        const QColor dim = mixed(now.color(QPalette::Highlight), now.color(QPalette::Base), kDim);
+        const QColor dim = mixed(highlight, now.color(QPalette::Base), kDim);
         own.setColor(QPalette::Inactive, QPalette::Highlight, dim);
         own.setColor(QPalette::Inactive, QPalette::HighlightedText, now.color(QPalette::Text));
     }
     if (own.color(QPalette::PlaceholderText) != now.color(QPalette::PlaceholderText) ||
+        highlight != now.color(QPalette::Highlight) ||
         own.color(QPalette::Inactive, QPalette::Highlight) !=
             now.color(QPalette::Inactive, QPalette::Highlight))
         QApplication::setPalette(own);

@@ -48,6 +48,14 @@ QColor seenOn(const QColor &ground, const QColor &text)
     return mixedUntil(kSeen, text, ground, 1 / kSteps);
 }
 
+QColor readableGround(QColor ground, const QColor &text)
+{
+    const QColor far = contrast(text, Qt::black) > contrast(text, Qt::white) ? Qt::black : Qt::white;
+    while (contrast(text, ground) < kReadable && ground != far)
+        ground = mixed(far, ground, 1 / kSteps);
+    return ground;
+}
+
 QColor focusOn(const QPalette &palette, const QColor &ground)
 {
     const QColor highlight = palette.color(QPalette::Highlight);

@@ -13,6 +13,9 @@ QColor mixed(const QColor &text, const QColor &ground, float share);
 // The faintest mixture of `text` into `ground` that is seen on it, at 3:1.
 QColor seenOn(const QColor &ground, const QColor &text);
 
+// The ground, or as little away from it as it takes for the text to be read on it.
+QColor readableGround(QColor ground, const QColor &text);
+
 // What platforms make too faint to be read, or leave out on a dark desktop: the colour of placeholders, which
 // numbers of lines have too. Only that role is set in it, so that all others go on following the desktop.
 QPalette readablePlaceholders(const QPalette &palette);

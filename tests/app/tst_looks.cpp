@@ -209,6 +209,8 @@ private slots:
         window.choose("mnuAsDesktop");
         QCOMPARE(QApplication::palette().color(QPalette::Window), desktop.color(QPalette::Window));
         QVERIFY(QApplication::palette().resolveMask() != paletteOf(Scheme::Dark).resolveMask());
+        const QPalette mended = QApplication::palette();
+        QVERIFY(contrast(mended.color(QPalette::HighlightedText), mended.color(QPalette::Highlight)) >= 4.5);
     }
 };
 
