@@ -21,6 +21,7 @@ void ModelessDialog::present(Keyboard keyboard)
         winId(); // there is a window handle from now on
         windowHandle()->setTransientParent(m_owner.windowHandle());
         if (!testAttribute(Qt::WA_Moved)) {
+            resize(size().boundedTo(m_owner.screen()->availableSize() * 9 / 10));
             const QRect room = m_owner.geometry().intersected(m_owner.screen()->availableGeometry());
             const QPoint corner = room.bottomRight() - QPoint(kFromCorner + width(), kFromCorner + height());
             move(std::max(corner.x(), room.left()), std::max(corner.y(), room.top()));

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QGroupBox>
 #include <QMenuBar>
+#include <QScreen>
 #include <QToolButton>
 
 using namespace quillmere;
@@ -84,6 +85,8 @@ QString faultsOf(QDialog &dialog)
         faults.append(name + u" has no default button"_s);
     for (const QString &turn : turnsBack(dialog))
         faults.append(name + u": Tab goes from "_s + turn);
+    if (const QSize most = dialog.screen()->availableSize(); dialog.size().boundedTo(most) != dialog.size())
+        faults.append(name + u" is larger than the screen"_s);
     const QPointer<QDialog> left = &dialog; // some are gone for good then
     QTest::keyClick(&dialog, Qt::Key_Escape);
     QCoreApplication::processEvents();
