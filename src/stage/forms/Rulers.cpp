@@ -23,7 +23,7 @@ constexpr int kBreadth = 18;                   // pixels, of a ruler
 constexpr int kGrip = 5;                       // pixels at which a guide can be taken hold of
 constexpr double kApart = 50, kTicksApart = 5; // pixels, at least, of the numbers and of the ticks
 const QString kSetting = QStringLiteral("view/rulers");
-const QColor kGuide(0x00, 0x4a, 0x78), kBesideGuide(0xff, 0xff, 0xff); // so that it is seen on any ground
+const QColor kGuide(0x00, 0x78, 0xb4), kBesideGuide(0xff, 0xff, 0xff); // so that it is seen on any ground
 
 // The smallest of 1, 2, 5, 10, 20, 50 and so on that is as far apart as that.
 qint64 stepOf(double zoom, double apart)

@@ -22,8 +22,8 @@ namespace {
 // other, so that one of the two stands out from any ground.
 constexpr QRgb kLight = 0xffffffff;
 constexpr QRgb kDark = 0xff101418;
-constexpr QRgb kSelected = 0xff0a3fa0;
-constexpr QRgb kGuide = 0xff900048;
+constexpr QRgb kSelected = 0xff0a58d0;
+constexpr QRgb kGuide = 0xffc2185b;
 constexpr QRgb kBand = 0x280a58d0;
 constexpr int kHandle = 7;       // pixels, a side
 constexpr int kPad = 4;          // pixels around the text of a label
