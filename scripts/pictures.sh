@@ -167,6 +167,9 @@ END
 prepare_grid() {
     printf '[images]\ngrid=true\n' >"$work/home/.config/Quillmere/quillmere.conf"
 }
+prepare_dark() {
+    printf '[window]\nscheme=dark\n' >"$work/home/.config/Quillmere/quillmere.conf"
+}
 prepare_import() {
     HOME=$work/home "$quillmere" export "$work/aurora/theme" German --out "$work/German.po" >/dev/null
     sed -i 's/Programmführer/TV-Programm/; s/msgstr "Favoriten"/msgstr "Lieblingssender"/; s/msgstr "Suche"/msgstr "Finden"/
@@ -191,6 +194,8 @@ prepare_check() {
 # The theme is a fresh copy of the example each time; prepare_NAME, where there is such a function, changes it before.
 
 picture overview 1280x800 all click:600,200
+picture quickopen 1280x800 all go:wnd_main_menu key:ctrl+p word:info
+picture dark 1280x800 all go:wnd_channel_list go:detailtitle
 picture widgets 1280x800 all go:wnd_main_menu click:84,60
 picture editor 1440x760 all go:wnd_epg go:epg_clock key:Home press:1307,108 by:-6,3
 picture receiver 1440x760 all go:wnd_channel_list key:ctrl+r click:1173,52 word:Germ key:Return click:390,60
