@@ -139,14 +139,14 @@ bool NewThings::makeLanguage(const NewLanguage &language, int model)
             done +=
                 u' ' + tr("Texts with a quote or \">\", which no language file can hold, are left out: %1.")
                            .arg(leftOut);
-        made = m_parts.names.change(edit, done, tr("Undo New Language"));
+        made = m_parts.names.changes.make(edit, done, tr("Undo New Language"));
         if (!made)
             return;
         for (const ListRows::Row &row : m_parts.theme.lvLang.rows()) {
             if (row.sub(1) == language.id)
                 m_parts.names.going.goTo(withOwnSeparators(row.text), {}, 0);
         }
-        m_parts.talk.say(QString(done + u' ' + m_parts.names.unsavedAfter(edit)).trimmed());
+        m_parts.talk.say(QString(done + u' ' + m_parts.names.changes.unsavedAfter(edit)).trimmed());
     });
     return made;
 }
@@ -157,7 +157,7 @@ bool NewThings::makeWindow(const QString &name, const QString &text, CodePage pa
     m_parts.talk.run([&] {
         const ThemeEdit edit = newWindow(m_parts.theme, m_parts.index.sources(), name, text, page);
         const QString done = tr("Made the window \"%1\".").arg(name);
-        made = m_parts.names.change(edit, done, tr("Undo New Window"));
+        made = m_parts.names.changes.make(edit, done, tr("Undo New Window"));
         if (!made)
             return;
         QString path = edit.created().first().path;
@@ -169,7 +169,7 @@ bool NewThings::makeWindow(const QString &name, const QString &text, CodePage pa
             path = windows.text(row);
         }
         m_parts.names.going.goTo(path, {}, -1);
-        m_parts.talk.say(QString(done + u' ' + m_parts.names.unsavedAfter(edit)).trimmed());
+        m_parts.talk.say(QString(done + u' ' + m_parts.names.changes.unsavedAfter(edit)).trimmed());
     });
     return made;
 }

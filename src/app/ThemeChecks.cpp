@@ -45,7 +45,7 @@ void ThemeChecks::connectTo(const Parts &parts)
 
     ThemeNames &names = parts.names;
     const ThemeEditor editor = {
-        [&names](const ThemeEdit &edit, const QString &done) { return names.mend(edit, done); },
+        [&names](const ThemeEdit &edit, const QString &done) { return names.changes.mend(edit, done); },
         [&names](const QString &path, qint32 row) { names.going.goTo(path, {}, row); },
         [&names](const QString &path) { return names.editing.isOpenText(path); },
         [&names](const QString &path) { return names.editing.openRows(path); }};

@@ -145,7 +145,7 @@ bool ThemeConverting::convert(const QSize &from, const QSize &to)
         return false;
     const QString done = counted(conversion.windows.size(), tr("1 window is"), tr("%1 windows are")) +
                          tr(" made for %1 now. %2").arg(sizeText(to), fitText(found));
-    if (!m_parts.names.change(conversion.edit, done, tr("Undo Convert Theme")))
+    if (!m_parts.names.changes.make(conversion.edit, done, tr("Undo Convert Theme")))
         return false;
     m_parts.check.setMeasures(measures, [&theme = m_parts.theme] { return receiverParts(theme).theme.font; });
     if (!conversion.windows.isEmpty()) // once the dialog is gone

@@ -22,12 +22,10 @@
 #include "theme/forms/LiveIndex.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QFileInfo>
 #include <QMouseEvent>
 
 #include <algorithm>
-#include <utility>
 
 namespace quillmere {
 
@@ -39,7 +37,8 @@ constexpr qsizetype kMostTaken = 200; // units of a selection that a search begi
 ThemeNames::ThemeNames(Going::Parts parts, LiveIndex &index, ThemeProject &theme, Files &files, Talk &talk,
                        QWidget &window)
     : QObject(&window), going(parts, talk, this),
-      editing(parts.source, parts.document, theme, files, talk, this), m_index(index), m_theme(theme),
+      editing(parts.source, parts.document, theme, files, talk, this),
+      changes(parts.source, editing, index, theme, talk, this), m_index(index), m_theme(theme),
       m_source(parts.source), m_lists(parts.tabs, parts.strip, index), m_strip(parts.strip), m_talk(talk),
       m_window(window)
 {
@@ -61,19 +60,13 @@ void ThemeNames::addCommands(Commands &menu)
     add("mnuForward", Qt::ALT | Qt::Key_Right, [this] { going.forward(); });
     add("mnuSearch", Qt::CTRL | Qt::SHIFT | Qt::Key_F, [this] { search(); });
     add("mnuRename", Qt::Key_F2, [this] { rename(); });
-    add("mnuUndoRename", {}, [this] { undoRename(); });
-    m_undo = menu.action("mnuUndoRename");
-    m_undo->setEnabled(false);
+    add("mnuUndoRename", {}, [this] { changes.takeBack(); });
+    changes.setUndo(menu.action("mnuUndoRename"));
     for (const char *name : {"mnuBack", "mnuForward", "mnuSearch"})
         m_dialogActions.append(menu.action(name));
     for (const char *name : {"mnuGoTo", "mnuUses", "mnuRename"})
         m_nameActions.append(menu.action(name));
     m_lists.addMenus(m_nameActions);
-    connect(&editing, &ThemeEditing::takenBack, this, [this](const QStringList &paths) {
-        if (m_inverse)
-            m_inverse->leaveOut(paths);
-    });
-    connect(&m_source, &SourceBox::changed, this, &ThemeNames::tellOthers);
     new SelectedRows(editing, m_lists.all(), this);
 }
 
@@ -83,9 +76,7 @@ void ThemeNames::themeLoaded()
     if (m_theme.folder() == m_folder)
         return;
     m_folder = m_theme.folder();
-    m_inverse.reset();
-    if (m_undo)
-        m_undo->setEnabled(false);
+    changes.forget();
     if (m_frmUses)
         m_frmUses->hide();
     if (m_frmSearch)
@@ -280,14 +271,18 @@ void ThemeNames::renameThing(const NamedThing &thing)
     const auto make = [this, thing](const QString &newName, const ThemeEdit &edit) {
         bool made = false;
         m_talk.run([&] {
-            made = change(edit,
-                          tr("\"%1\" was renamed to \"%2\" in %3.")
-                              .arg(shownName(thing.name), shownName(newName),
-                                   counted(edit.paths().size(), tr("file"), tr("files"))),
-                          tr("Undo Rename"));
+            made = changes.make(edit,
+                                tr("\"%1\" was renamed to \"%2\" in %3.")
+                                    .arg(shownName(thing.name), shownName(newName),
+                                         counted(edit.paths().size(), tr("file"), tr("files"))),
+                                tr("Undo Rename"), [this, thing, newName] {
+                                    NamedThing renamed = thing;
+                                    renamed.name = newName;
+                                    followRename(renamed, thing.name);
+                                });
         });
         if (made)
-            m_renamed = followRename(thing, newName);
+            followRename(thing, newName);
         return made;
     };
     auto *dialog = new frmRename(thing, found, m_index.sharedIndex(), m_theme.folder(), make, &m_window);
@@ -296,88 +291,17 @@ void ThemeNames::renameThing(const NamedThing &thing)
 }
 
 // The list of uses goes on showing those of the thing.
-ThemeNames::Renamed ThemeNames::followRename(const NamedThing &thing, const QString &newName)
+void ThemeNames::followRename(const NamedThing &thing, const QString &newName)
 {
     if (m_frmUses && m_frmUses->thing() == thing)
         m_frmUses->renamed(newName);
-    Renamed renamed = {thing, thing.name};
-    renamed.now.name = newName;
-    return renamed;
-}
-
-bool ThemeNames::mend(const ThemeEdit &edit, const QString &done)
-{
-    const QStringList paths = edit.paths();
-    if (std::any_of(paths.begin(), paths.end(), [&](const QString &path) {
-            return !edit.changesOf(path).isEmpty() && !editing.isOpenText(path);
-        }))
-        return change(edit, done, tr("Undo Mend"));
-    if (!editing.apply(edit))
-        return false;
-    m_talk.say(QString(done + u' ' + unsavedAfter(edit)).trimmed());
-    return true;
-}
-
-bool ThemeNames::change(const ThemeEdit &edit, const QString &done, const QString &undo)
-{
-    std::optional<ThemeEdit> inverse = editing.apply(edit);
-    if (!inverse)
-        return false;
-    m_inverse = std::move(inverse);
-    m_renamed.reset();
-    m_undo->setText(undo);
-    m_undo->setEnabled(true);
-    m_talk.say(QString(done + u' ' + unsavedAfter(edit)).trimmed());
-    return true;
-}
-
-QString ThemeNames::unsavedAfter(const ThemeEdit &edit) const
-{
-    QStringList unsaved;
-    for (const QString &path : edit.paths()) {
-        const QString now = edit.pathAfter(path);
-        if (editing.isUnsaved(now))
-            unsaved.append(shownPath(now, m_theme.folder()));
-    }
-    if (!unsaved.isEmpty())
-        return tr("Not saved yet: %1.").arg(unsaved.join(QStringLiteral(", ")));
-    for (const ThemeEdit::WholeBytes &file : edit.removed()) {
-        if (file.path == m_index.openFile() || file.path == m_theme.language.document.path())
-            return tr("%1 was deleted but is still open here; saving would create it again.")
-                .arg(shownPath(file.path, m_theme.folder()));
-    }
-    return {};
-}
-
-// Undoing in the source is one window's; nobody would guess that the other files have stayed as they are.
-void ThemeNames::tellOthers()
-{
-    if (!m_inverse || m_source.document()->availableRedoSteps() == 0 || m_inverse->paths().size() < 2 ||
-        !m_inverse->isTakenBack(m_index.openFile(), m_source.text()))
-        return;
-    m_talk.say(tr("Taken back in this window alone; \"%1\" in the Tool menu takes back the rest.")
-                   .arg(m_undo->text()));
-}
-
-void ThemeNames::undoRename()
-{
-    if (!m_inverse)
-        return;
-    const ThemeEdit edit = *m_inverse;
-    if (!editing.apply(edit))
-        return;
-    m_inverse.reset();
-    m_undo->setEnabled(false);
-    if (const auto renamed = std::exchange(m_renamed, {}))
-        followRename(renamed->now, renamed->before);
-    m_talk.say(QString(tr("Taken back.") + u' ' + unsavedAfter(edit)).trimmed());
 }
 
 void ThemeNames::search()
 {
     if (!m_frmSearch) {
         const auto make = [this](const ThemeEdit &edit) {
-            return change(edit, tr("Replaced."), tr("Undo Replace"));
+            return changes.make(edit, tr("Replaced."), tr("Undo Replace"));
         };
         m_frmSearch = std::make_unique<frmSearch>(m_index, make, m_talk, m_window);
         m_frmSearch->addActions(m_dialogActions);

@@ -3,6 +3,7 @@
 #include "app/Going.h"
 #include "app/NamedLists.h"
 #include "app/ThemeEditing.h"
+#include "app/WideChanges.h"
 #include "naming/FoundPlaces.h"
 
 #include <memory>
@@ -35,22 +36,14 @@ public:
     // Has the Lang tab tell where its strings stand, and shows a place that is chosen there in its language.
     void tellUses(LangTab &tab, ReceiverView &view);
 
-    // Makes an edit that mends a problem, and says so. Where it writes files, and so has no undo of its own,
-    // it is what Undo in the Tool menu takes back. False where the person would rather not.
-    bool mend(const ThemeEdit &edit, const QString &done);
-
     // Leads to where a name is defined; says so where nothing defines it.
     void goToName(const NamedThing &thing);
     // Asks for another name of a thing and gives it that in every place.
     void renameThing(const NamedThing &thing);
-    // Makes an edit of several places, and says so; `undo` is what takes it back, in the Tool menu. False
-    // where the person would rather not; see ThemeEditing::apply.
-    bool change(const ThemeEdit &edit, const QString &done, const QString &undo);
-    // A sentence on what an edit has left open and not saved.
-    QString unsavedAfter(const ThemeEdit &edit) const;
 
     Going going;
     ThemeEditing editing;
+    WideChanges changes;
 
 protected:
     // Ctrl and a click in the source.
@@ -71,14 +64,7 @@ private:
     void goToPlace(const FoundPlaces &found, int number,
                    const std::function<FoundPlaces(const QString &file, const QString &text)> &again);
     void rename();
-    struct Renamed
-    {
-        NamedThing now;
-        QString before;
-    };
-    Renamed followRename(const NamedThing &thing, const QString &newName);
-    void undoRename();
-    void tellOthers();
+    void followRename(const NamedThing &thing, const QString &newName);
     void search();
 
     LiveIndex &m_index;
@@ -88,11 +74,8 @@ private:
     TabStrip &m_strip;
     Talk &m_talk;
     QWidget &m_window;
-    QAction *m_undo = nullptr;
     QList<QAction *> m_dialogActions;   // with keys that work in the dialogs as well
     QList<QAction *> m_nameActions;     // about the name that is selected, or listed
-    std::optional<ThemeEdit> m_inverse; // of the last change of several places
-    std::optional<Renamed> m_renamed;   // what it was about; nothing for another change
     QString m_folder;                   // of the theme
     std::unique_ptr<frmUses> m_frmUses; // made when they are first wanted
     std::unique_ptr<frmSearch> m_frmSearch;

@@ -101,7 +101,7 @@ private slots:
         const qint32 at = qint32(text.indexOf(u"[0,"_s)) + 1;
         for (const char *name : {"theme/one.xml", "theme/two.xml"})
             QVERIFY(edit.replace(m_window->path(name), text, {at, at + 1}, u"30"_s));
-        QVERIFY(m_window->skin->findChild<ThemeNames *>()->change(edit, {}, u"Undo"_s));
+        QVERIFY(m_window->skin->findChild<ThemeNames *>()->changes.make(edit, {}, u"Undo"_s));
         m_button->click();
         QAbstractItemModel *rows = childOf<ListView>(*dialogNamed("frmChanges"), "lvChanges")->model();
         rows->setData(rows->index(1, 0), Qt::Unchecked, Qt::CheckStateRole);
@@ -125,7 +125,7 @@ private slots:
             const qint32 at = qint32(of.indexOf(u"[0,"_s)) + 1;
             QVERIFY(edit.replace(m_window->path(name), of, {at, at + 1}, u"30"_s));
         }
-        QVERIFY(m_window->skin->findChild<ThemeNames *>()->change(edit, {}, u"Undo Both"_s));
+        QVERIFY(m_window->skin->findChild<ThemeNames *>()->changes.make(edit, {}, u"Undo Both"_s));
         m_window->source()->undo();
         QVERIFY(m_window->skin->statusBar()->currentMessage().contains(u"\"Undo Both\" in the Tool menu"_s));
         m_window->find<QAction>("mnuUndoRename")->trigger();
