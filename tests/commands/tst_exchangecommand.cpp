@@ -186,12 +186,12 @@ void tst_exchangecommand::dryRun()
     QCOMPARE(ran.status, 1);
     QCOMPARE(
         ran.out,
-        u"a.po:1: changed: \"A\": \"a\" -> \"?[2J\"\n"
-        "a.po:3: new: \"B\" -> \"b\\nb\"\n"
+        u"a.po:3: new: \"B\" -> \"b\\nb\"\n"
         "a.po:5: gone: \"C\": \"c\"\n"
         "a.po:9: conflicting: \"D\" is translated otherwise in line 7\n"
-        "1 new, 1 changed, 1 gone, 1 conflicting, 0 refused, 1 not in the language, 1 not in the file\n"_s);
-    QCOMPARE(ran.err, u"a.po:11: the language has no \"F\"\n"_s);
+        "1 new, 0 changed, 1 gone, 1 conflicting, 1 refused, 1 not in the language, 1 not in the file\n"_s);
+    QCOMPARE(ran.err, u"a.po:1: a translation holds no control characters: \"?[2J\"\n"
+                      "a.po:11: the language has no \"F\"\n"_s);
     QCOMPARE(theme.language(), language);
 }
 

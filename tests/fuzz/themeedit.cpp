@@ -24,6 +24,7 @@ void fuzz(const Input &input)
         const Range range = {uint8_t(places[i]), uint8_t(places[i]) + uint8_t(places[i + 1]) % 16};
         edit.replace(paths[file], texts[file], range, put);
     }
+    bool differs[2] = {};
     const ThemeEdit inverse = edit.apply(targets);
     for (int i = 0; i < 2; ++i) {
         QString expected = texts[i];
@@ -33,12 +34,13 @@ void fuzz(const Input &input)
             expected.replace(change->range.start, change->range.size(), put);
         }
         same(LoadFile(paths[i]), expected, "the ranges change and nothing else");
+        differs[i] = expected != texts[i];
     }
     const ThemeEdit again = inverse.apply(targets);
     for (int i = 0; i < 2; ++i) {
         check(files.read(names[i]) == input.bytes(i), "the bytes come back", texts[i]);
-        check(again.changesOf(paths[i]) == edit.changesOf(paths[i]), "back again it is the same edit",
-              texts[i]);
+        check(again.changesOf(paths[i]) == (differs[i] ? edit.changesOf(paths[i]) : QList<RangeChange>()),
+              "back again it is the same edit", texts[i]);
     }
     QDir(door.backups().folder()).removeRecursively();
 }
