@@ -23,6 +23,10 @@ WideChanges::WideChanges(SourceBox &source, ThemeEditing &editing, LiveIndex &in
             m_inverse->leaveOut(paths);
     });
     connect(&source, &SourceBox::changed, this, &WideChanges::tellOthers);
+    // Later: the list says what it has done first.
+    for (const ListRows *rows : std::initializer_list<const ListRows *>{
+             &theme.images.rows, &theme.lvColor, &theme.LvBhs, &theme.widgets.LvWidget})
+        connect(rows, &ListRows::edited, this, &WideChanges::tellOtherRows, Qt::QueuedConnection);
 }
 
 void WideChanges::setUndo(QAction *undo)
@@ -104,8 +108,24 @@ void WideChanges::tellOthers()
     if (!m_inverse || m_source.document()->availableRedoSteps() == 0 || m_inverse->paths().size() < 2 ||
         !m_inverse->isTakenBack(m_index.openFile(), m_source.text()))
         return;
-    m_talk.say(tr("Taken back in this window alone; \"%1\" in the Tool menu takes back the rest.")
-                   .arg(m_undo->text()));
+    sayRest(tr("Taken back in this window alone"));
+}
+
+void WideChanges::tellOtherRows()
+{
+    const QStringList paths = m_inverse && m_inverse->paths().size() > 1 ? m_inverse->paths() : QStringList();
+    const bool isBack = std::any_of(paths.begin(), paths.end(), [this](const QString &path) {
+        const auto rows = m_editing.openRows(path);
+        return rows && m_inverse->areTakenBack(path, *rows);
+    });
+    if (std::exchange(m_isToldOfRows, isBack) != isBack && isBack)
+        sayRest(tr("Taken back in this list alone"));
+}
+
+void WideChanges::sayRest(const QString &what)
+{
+    m_talk.say(tr("%1; \"%2\" in the Tool menu takes back the rest.")
+                   .arg(what, QString(m_undo->text()).remove(u'&')));
 }
 
 } // namespace quillmere

@@ -37,6 +37,8 @@ public:
 
 private:
     void tellOthers();
+    void tellOtherRows();
+    void sayRest(const QString &what);
 
     SourceBox &m_source;
     ThemeEditing &m_editing;
@@ -46,6 +48,7 @@ private:
     QAction *m_undo = nullptr;
     std::optional<ThemeEdit> m_inverse; // of the last one
     std::function<void()> m_follow;
+    bool m_isToldOfRows = false; // that their part was taken back
 };
 
 } // namespace quillmere

@@ -207,6 +207,12 @@ bool ThemeEdit::isTakenBack(const QString &path, const QString &text) const
     return edit != m_files.end() && !edit->second.gives.isEmpty() && edit->second.gives == markOf(text);
 }
 
+bool ThemeEdit::areTakenBack(const QString &path, const QList<ListRows::Row> &rows) const
+{
+    const auto edit = m_rows.find(path);
+    return edit != m_rows.end() && areMade(rows, edit->second);
+}
+
 QList<RangeChange> ThemeEdit::changesOf(const QString &path) const
 {
     const auto edit = m_files.find(path);

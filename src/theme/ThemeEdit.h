@@ -114,6 +114,8 @@ public:
     QStringList paths() const;
     // This text of the file has nothing left to be taken back; known of an edit that takes back another.
     bool isTakenBack(const QString &path, const QString &text) const;
+    // The same of the rows of a list.
+    bool areTakenBack(const QString &path, const QList<ListRows::Row> &rows) const;
     QList<RangeChange> changesOf(const QString &path) const;
     QList<RowChange> rowChangesOf(const QString &path) const;
 

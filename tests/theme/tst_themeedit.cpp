@@ -250,7 +250,9 @@ private slots:
         ThemeEdit named;
         named.changeRow(path, {0, rowOf(u"a"_s), rowOf(u"A"_s)});
         const ThemeEdit back = named.apply(where);
+        QVERIFY(!back.areTakenBack(path, rows.rows()));
         rows.apply({{0, rowOf(u"A"_s), rowOf(u"a"_s)}}); // undone in its list
+        QVERIFY(back.areTakenBack(path, rows.rows()));
         QCOMPARE(failureOf(back, where), u"applied"_s);
         QCOMPARE(rows.asText(), u"a-b+c+"_s);
 
