@@ -137,6 +137,9 @@ void LanguageExchange::take(const QList<ImportChange> &changes)
         ++taken;
     }
     m_theme.LvBhs.edit(rows);
+    // Where Ctrl+Z takes it back.
+    if (auto *list = m_window.findChild<QWidget *>(QStringLiteral("LvBhs")); list && list->isVisible())
+        list->setFocus();
     m_talk.say(taken == 1 ? tr("1 translation imported; Save Trans writes it.")
                           : tr("%1 translations imported; Save Trans writes them.").arg(taken));
 }

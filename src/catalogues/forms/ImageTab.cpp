@@ -245,7 +245,7 @@ void ImageTab::cmdImgRubah_Click()
         return;
     m_catalogue.rows.setSub(row, 1, txtID->text());
     m_catalogue.rows.setSub(row, 2, QStringLiteral("Y"));
-    showPanel(false, false); // the files would lie over the list
+    closePanel(); // the files would lie over the list
     m_talk.say(tr("Image renamed. \"Save\" in the Image menu writes the catalogue."));
 }
 

@@ -115,7 +115,7 @@ void SourceBox::rewrite(const QString &text, Keyboard keyboard, Step step)
         return;
     const QList<TextChange> changes = changesBetween(now, next);
     const qsizetype caret = caretAfter(changes, now, m_held->fromDocument(textCursor().position()));
-    const int scrolled = verticalScrollBar()->value();
+    const int down = verticalScrollBar()->value(), across = horizontalScrollBar()->value();
     const QScopedValueRollback rewriting(m_rewriting, true);
     const bool joins = step == Step::OfLast && m_rewritten == m_revision;
     if (joins)
@@ -125,7 +125,8 @@ void SourceBox::rewrite(const QString &text, Keyboard keyboard, Step step)
     QTextCursor back = textCursor();
     back.setPosition(m_held->toDocument(caret));
     setTextCursor(back);
-    verticalScrollBar()->setValue(scrolled);
+    verticalScrollBar()->setValue(down);
+    horizontalScrollBar()->setValue(across); // what has changed is seldom where the caret is
     m_commands.insert(document()->availableUndoSteps());
     m_rewritten = m_revision;
     if (keyboard == Keyboard::Taken && window()->isActiveWindow())

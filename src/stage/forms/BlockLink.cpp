@@ -207,8 +207,11 @@ void BlockLink::showInSource()
     if (blocks.isEmpty())
         return;
     if (blocks.contains(blockAtCaret(outline, source.caretPosition()))) {
-        if (!source.hasFocus())
+        if (!source.hasFocus()) {
+            const int across = source.horizontalScrollBar()->value();
             source.ensureCursorVisible();
+            source.horizontalScrollBar()->setValue(across); // the lines are wanted, from where they begin
+        }
         return;
     }
     const QScopedValueRollback showing(m_showing, true);
