@@ -51,6 +51,8 @@ PreviewFrame::PreviewFrame(QWidget *parent)
 PreviewFrame::~PreviewFrame()
 {
     delete m_input;
+    emit goes();
+    delete m_area; // while others can still ask which of its events are those of the area
 }
 
 void PreviewFrame::addCommands(Commands &menu)

@@ -48,6 +48,8 @@ public:
 
 signals:
     void fixedChanged(bool fixed);
+    // It is about to go, and its browser with it: neither may be asked for anything any more.
+    void goes();
     // toPage() and fromPage() say something else than before.
     void viewChanged();
     // A point of the browser; outside of it once the pointer has left.

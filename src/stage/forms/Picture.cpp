@@ -99,6 +99,7 @@ Picture::Picture(Stage &stage, SourceTab &tab, PreviewFrame &frame, Talk &talk, 
     connect(&frame, &PreviewFrame::viewChanged, overlay, &StageOverlay::drawAgain);
     connect(&gestures, &Gestures::blockOpened, this, &Picture::blockOpened);
     connect(&commands, &PictureCommands::blockOpened, this, &Picture::blockOpened);
+    connect(&frame, &PreviewFrame::goes, this, [this] { m_frameGoes = true; });
     frame.wb->setMouseTracking(true);
     watch(frame.wb);
     for (QObject *child : frame.wb->children())
@@ -113,6 +114,8 @@ void Picture::watch(QObject *object)
 
 bool Picture::eventFilter(QObject *watched, QEvent *event)
 {
+    if (m_frameGoes)
+        return false;
     auto &widget = static_cast<QWidget &>(*watched);
     switch (event->type()) {
     case QEvent::ChildAdded:

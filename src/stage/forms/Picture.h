@@ -58,6 +58,7 @@ private:
 
     Stage &m_stage;
     PreviewFrame &m_frame;
+    bool m_frameGoes = false;
     QList<Input> m_held; // until the places are known
     bool m_acting = false;
 };
