@@ -7,6 +7,7 @@
 #include "controls/TabFrame.h"
 #include "files/Files.h"
 #include "source/forms/SourceBox.h"
+#include "stage/forms/TranslationSteps.h"
 #include "theme/ThemeProject.h"
 
 #include <QAction>
@@ -45,12 +46,14 @@ ListRows &rowsOf(const TabFrame &tab, const char *list)
 } // namespace
 
 ListEditing::ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, TabStrip &strip,
-                         const SourceBox &source, Files &files, const Commands &menu, QMainWindow &window)
+                         const SourceBox &source, TranslationSteps &translations, Files &files,
+                         const Commands &menu, QMainWindow &window)
     : QObject(&window), m_theme(theme), m_strip(strip), m_source(source),
       m_windows(theme.widgets.LvWidget, RowsHistory::Of::Ticks), m_images(theme.images.rows),
       m_colours(theme.lvColor), m_strings(theme.LvBhs),
       m_blocks(rowsOf(*tabs[Source], "lvBlock"), RowsHistory::Of::Ticks)
 {
+    translations.setStrings(m_strings);
     const struct
     {
         RowsHistory &history;

@@ -16,6 +16,7 @@ class SourceBox;
 class TabFrame;
 class TabStrip;
 class ThemeProject;
+class TranslationSteps;
 
 // What the lists of the catalogues have in common with a text: undo and redo, a mark on the tab while
 // something is not saved, Ctrl+S, and Ctrl+F to filter by.
@@ -25,7 +26,7 @@ class ListEditing : public QObject
 
 public:
     ListEditing(ThemeProject &theme, const QList<TabFrame *> &tabs, TabStrip &strip, const SourceBox &source,
-                Files &files, const Commands &menu, QMainWindow &window);
+                TranslationSteps &translations, Files &files, const Commands &menu, QMainWindow &window);
 
 signals:
     // A list or the source was edited.

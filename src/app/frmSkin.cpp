@@ -248,7 +248,8 @@ void frmSkin::makeMenu()
         ->addCommands(m_menu);
     new ThemeConverting({m_theme, *m_index, m_checks->check, *m_names, *m_status->changes, m_talk}, m_menu,
                         *this);
-    connect(new ListEditing(m_theme, frYt, *TabStrip4, *m_sourceTab->txtSnippet, m_files, m_menu, *this),
+    connect(new ListEditing(m_theme, frYt, *TabStrip4, *m_sourceTab->txtSnippet, m_stageTools->translations,
+                            m_files, m_menu, *this),
             &ListEditing::edited, this, [this] { m_talk.edited(); });
     new RowMenus(m_theme, frYt, m_menu, m_talk, this);
     new CatalogueWork({*m_imageTab, *m_fontTab, *m_sourceTab, m_theme, *m_outside, m_files, m_talk}, m_menu,
@@ -256,7 +257,7 @@ void frmSkin::makeMenu()
     new LanguageWork({*m_langTab, m_theme, m_checks->check, *m_outside, m_files, m_names->editing, m_talk},
                      m_menu, *this);
     m_overview->addCommands(m_menu);
-    const auto openFile = [this](const QString &path) { openDocument(path); };
+    const auto openFile = [this](const QString &path, const QString &root = {}) { openDocument(path, root); };
     const auto openLanguage = [this](const QString &path) {
         m_langTab->openLanguage(path, m_theme.folder());
     };
@@ -264,9 +265,7 @@ void frmSkin::makeMenu()
                        openFile, openLanguage, std::bind_front(&frmSkin::openTheme, this)},
                       m_talk, *this))
         ->addCommands(m_menu);
-    new WindowRound(
-        *m_document, m_theme,
-        [this](const QString &path, const QString &theme) { openDocument(path, theme); }, m_talk, *this);
+    new WindowRound(*m_document, m_theme, openFile, m_talk, *this);
 }
 
 void frmSkin::resizeEvent(QResizeEvent *event)

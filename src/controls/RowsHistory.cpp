@@ -32,7 +32,7 @@ class RowsHistory::Step : public QUndoCommand
 {
 public:
     Step(RowsHistory &history, const QList<ListRows::Row> &before, const QList<ListRows::Row> &after)
-        : m_history(history)
+        : number(++history.m_made), m_history(history)
     {
         const qsizetype most = std::min(before.size(), after.size());
         m_head = std::mismatch(before.begin(), before.begin() + most, after.begin(), isSame).first -
@@ -50,6 +50,8 @@ public:
         if (!std::exchange(m_isNew, false)) // the rows are there when the step is made
             put(m_before.size(), m_after);
     }
+
+    const qint64 number;
 
 private:
     void put(qsizetype gone, const QList<ListRows::Row> &come)
@@ -76,6 +78,12 @@ RowsHistory::RowsHistory(ListRows &rows, Of what, QObject *parent)
     connect(&rows, &ListRows::rowsInserted, this, &RowsHistory::note);
     connect(&rows, &ListRows::rowsRemoved, this, &RowsHistory::note);
     connect(&rows, &ListRows::edited, this, &RowsHistory::onEdited);
+}
+
+qint64 RowsHistory::numberAt(int index) const
+{
+    const QUndoCommand *step = steps.command(index);
+    return step ? static_cast<const Step *>(step)->number : 0;
 }
 
 void addUndo(QUndoStack &steps, ListView &list)

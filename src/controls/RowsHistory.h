@@ -32,9 +32,13 @@ public:
 
     // Steps that can be taken back; what changes now becomes one when control returns to the event loop.
     QUndoStack steps;
+    // The number, this step's alone, of what undo and redo would take next; 0 where there is nothing.
+    qint64 toUndo() const { return numberAt(steps.index() - 1); }
+    qint64 toRedo() const { return numberAt(steps.index()); }
 
 private:
     class Step;
+    qint64 numberAt(int index) const;
 
     void note();
     void onReset();
@@ -47,6 +51,7 @@ private:
     QList<ListRows::Row> m_before;                     // what the next step begins with
     std::optional<QList<ListRows::Row>> m_replacement; // rows that all others gave way to, just now
     bool m_waits = false, m_steps = false;
+    qint64 m_made = 0; // steps, ever
 };
 
 } // namespace quillmere

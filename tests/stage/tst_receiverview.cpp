@@ -128,6 +128,33 @@ private slots:
         QTRY_VERIFY(m_window->js(kDrawn).toString().endsWith(u"\nSi"));
         QVERIFY(m_window->find<WebBrowser>("wb")->hasFocus());
 
+        // Ctrl+Z and Ctrl+Y take it in turn with the steps of the text.
+        const QString before = m_window->source()->text();
+        const auto at = [&](const char *x) { return QString(before).replace(u"[10,"_s, QLatin1String(x)); };
+        key(Qt::Key_Right);
+        QVERIFY(isSeen());
+        type(u"Da"_s, Qt::Key_Return);
+        key(Qt::Key_Right);
+        const struct
+        {
+            Qt::Key key;
+            QString text, translation;
+        } steps[] = {{Qt::Key_Z, at("[11,"), u"Da"_s}, {Qt::Key_Z, at("[11,"), u"Si"_s},
+                     {Qt::Key_Z, before, u"Si"_s},     {Qt::Key_Z, before, u"Oui"_s},
+                     {Qt::Key_Y, before, u"Si"_s},     {Qt::Key_Y, at("[11,"), u"Si"_s},
+                     {Qt::Key_Y, at("[11,"), u"Da"_s}, {Qt::Key_Y, at("[12,"), u"Da"_s}};
+        for (const auto &[step, text, translation] : steps) {
+            QVERIFY(isSeen());
+            key(step, Qt::ControlModifier);
+            QCOMPARE(m_window->source()->text(), text);
+            QCOMPARE(m_window->model("LvBhs")->index(0, 2).data().toString(), translation);
+        }
+        for (int i = 0; i < 3; ++i) {
+            QVERIFY(isSeen());
+            key(Qt::Key_Z, Qt::ControlModifier);
+        }
+        QCOMPARE(m_window->source()->text(), before);
+
         // The text gets another source, which has no row.
         SourceBox *source = m_window->source();
         source->setText(QString(source->text()).replace(u">Yes<"_s, u">No<"_s));

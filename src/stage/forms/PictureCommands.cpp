@@ -180,12 +180,14 @@ void PictureCommands::sendBack()
 
 void PictureCommands::undo()
 {
-    m_tab.txtSnippet->stepBack();
+    if (!stepsBackElsewhere || !stepsBackElsewhere())
+        m_tab.txtSnippet->stepBack();
 }
 
 void PictureCommands::redo()
 {
-    m_tab.txtSnippet->stepForward();
+    if (!stepsForwardElsewhere || !stepsForwardElsewhere())
+        m_tab.txtSnippet->stepForward();
 }
 
 void PictureCommands::openProperties()

@@ -5,6 +5,8 @@
 
 #include <QElapsedTimer>
 
+#include <functional>
+
 namespace quillmere {
 
 class SourceTab;
@@ -27,6 +29,11 @@ public:
     // Moves by so many pixels, or sizes. A run within a second is one step.
     enum class Arrow { Moves, Sizes };
     void arrow(QPoint by, Arrow arrow);
+    // Something else was done: the next arrow begins a step of its own.
+    void endRun() { m_sinceArrow.invalidate(); }
+
+    // Where the next step, back or forward, is not one of the text: these take it, and return true.
+    std::function<bool()> stepsBackElsewhere, stepsForwardElsewhere;
 
 public slots:
     void selectAll();
@@ -38,7 +45,7 @@ public slots:
     void paste();
     void bringForward();
     void sendBack();
-    // On the document of the source box.
+    // On the document of the source box, unless a step was made elsewhere since.
     void undo();
     void redo();
     void openProperties();

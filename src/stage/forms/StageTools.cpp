@@ -1,5 +1,6 @@
 #include "stage/forms/StageTools.h"
 
+#include "asking/Talk.h"
 #include "browser/PictureFile.h"
 #include "browser/forms/WebBrowser.h"
 #include "catalogues/forms/ScaledPicture.h"
@@ -36,8 +37,8 @@ QSize sizeOfPicture(const ThemeProject &theme, const QString &name)
 StageTools::StageTools(Stage &stage, SourceTab &tab, PreviewFrame &frame, const ThemeProject &theme,
                        Talk &talk, QWidget &window)
     : QObject(&window), receiver(tab, frame, theme, talk), textInPlace(stage, frame, receiver, talk),
-      m_tab(tab), m_frame(frame), m_window(window), m_picture(*new Picture(stage, tab, frame, talk, this)),
-      m_link(stage, tab), m_rulers(frame, this),
+      translations(*tab.txtSnippet), m_tab(tab), m_frame(frame), m_window(window),
+      m_picture(*new Picture(stage, tab, frame, talk, this)), m_link(stage, tab), m_rulers(frame, this),
       m_properties(stage, m_link, tab, {theme.lvFont, theme.images.rows, theme.lvColor}, window),
       m_arrange(
           stage, m_link, m_picture, [&theme](const QString &name) { return sizeOfPicture(theme, name); },
@@ -57,6 +58,19 @@ StageTools::StageTools(Stage &stage, SourceTab &tab, PreviewFrame &frame, const 
         }
         return targets;
     };
+    connect(&textInPlace, &TextInPlace::translated, &translations, &TranslationSteps::note);
+    connect(&textInPlace, &TextInPlace::translated, &m_picture.commands, &PictureCommands::endRun);
+    const auto elsewhere = [this, &talk](bool (TranslationSteps::*step)(), const QString &done) {
+        return [this, &talk, step, done] {
+            const bool is = (translations.*step)();
+            if (is)
+                talk.say(done);
+            return is;
+        };
+    };
+    m_picture.commands.stepsBackElsewhere = elsewhere(&TranslationSteps::stepBack, tr("Translation undone."));
+    m_picture.commands.stepsForwardElsewhere =
+        elsewhere(&TranslationSteps::stepForward, tr("Translation redone."));
     new UnseenHint(stage, tab, receiver, talk, this);
     connect(&m_picture, &Picture::blockOpened, &m_properties, &PropertiesLink::open);
     connect(&m_picture.commands, &PictureCommands::sourceWanted, this, &StageTools::sourceWanted);

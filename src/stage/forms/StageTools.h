@@ -7,6 +7,7 @@
 #include "stage/forms/ReceiverView.h"
 #include "stage/forms/Rulers.h"
 #include "stage/forms/TextInPlace.h"
+#include "stage/forms/TranslationSteps.h"
 
 namespace quillmere {
 
@@ -27,6 +28,7 @@ public:
 
     ReceiverView receiver;
     TextInPlace textInPlace;
+    TranslationSteps translations;
 
 signals:
     // The Source tab is to be shown.

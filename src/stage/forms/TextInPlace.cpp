@@ -120,6 +120,7 @@ void TextInPlace::take()
     }
     const QString source = m_source, language = m_language;
     translate(language, source, text); // where it fails, what was typed stays
+    emit translated();
     end();
     m_talk.say(tr("%1: \"%2\" is now \"%3\", not saved yet.").arg(language, source.trimmed(), text));
 }

@@ -29,6 +29,9 @@ public:
     // Puts the translation of a source into the rows of a language.
     std::function<void(const QString &language, const QString &source, const QString &translation)> translate;
 
+signals:
+    void translated();
+
 private:
     void begin();
     QString beginAt(int block); // why it cannot, or nothing
