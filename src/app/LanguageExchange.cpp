@@ -7,6 +7,7 @@
 #include "files/Paths.h"
 #include "files/RegularFile.h"
 #include "i18n/ExchangeFile.h"
+#include "i18n/LanguageNames.h"
 #include "i18n/forms/frmImport.h"
 #include "theme/StringPlaces.h"
 #include "theme/ThemeProject.h"
@@ -107,8 +108,13 @@ void LanguageExchange::mnuLangImport_Click()
                           tr("Translations (*.po *.xlf *.xliff *.csv *.tsv);;All files (*)"));
     if (!path)
         return;
+    const ExchangeTable table = read(*path);
+    const QString other = otherThan(name, table.language);
+    if (!other.isEmpty() &&
+        !m_talk.askWarily(tr("Import"), tr("This file says it is %1. Import it into %2?").arg(other, name)))
+        return;
     const ImportPlan plan =
-        planImport(m_theme.LvBhs.rows(), read(*path), m_theme.language.document.encoding().page);
+        planImport(m_theme.LvBhs.rows(), table, m_theme.language.document.encoding().page);
     QSettings().setValue(kFolder, folderOf(*path).toString());
     if (plan.changes.isEmpty() && plan.choices.isEmpty() && plan.refused.isEmpty() &&
         plan.unknown.isEmpty()) {

@@ -8,6 +8,7 @@
 #include "files/Paths.h"
 #include "i18n/LanguageCatalogue.h"
 #include "i18n/LanguageImport.h"
+#include "i18n/LanguageNames.h"
 #include "i18n/LanguageStrings.h"
 #include "theme/StringPlaces.h"
 #include "theme/ThemeConfig.h"
@@ -207,6 +208,10 @@ int runImport(Files &files, const CommandLine &line, QTextStream &out, QTextStre
         if (!reason.isEmpty())
             throwFailed("read", line.file, reason);
         const ExchangeTable table = readExchange(line.exchange, bytes);
+        // There is nobody to be asked.
+        if (const QString other = otherThan(line.language, table.language); !other.isEmpty())
+            throwFailed("import", line.file,
+                        QStringLiteral("it says it is %1, not %2").arg(other, line.language));
         const ImportPlan plan =
             planImport(language.strings, table, language.page,
                        [&](int row, const QString &after) { return reasonAgainst(language, row, after); });

@@ -35,7 +35,7 @@ struct LineNote
 
 struct ExchangeTable
 {
-    QString language; // written, never read
+    QString language; // by a name or a code; empty where a file says none
     QList<ExchangeUnit> units;
     QList<LineNote> refused; // what no language file can hold, in the order of the lines
 

@@ -58,4 +58,10 @@ bool mayTranslateInto(QStringView dictionary, QStringView language)
     return !from || from == languageCalled(language) || firstWord(dictionary) == firstWord(language);
 }
 
+QString otherThan(QStringView language, QStringView said)
+{
+    const auto is = languageCalled(said), wanted = languageCalled(language);
+    return is && wanted && is != wanted ? QLocale::languageToString(*is) : QString();
+}
+
 } // namespace quillmere

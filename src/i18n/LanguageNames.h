@@ -15,4 +15,7 @@ std::optional<QLocale::Language> languageCalled(QStringView name);
 // language does not.
 bool mayTranslateInto(QStringView dictionary, QStringView language);
 
+// The English name of the language that a file says it is in, where that is certainly not this language.
+QString otherThan(QStringView language, QStringView said);
+
 } // namespace quillmere

@@ -229,7 +229,7 @@ private:
         if (!entry.hasId)
             return;
         if (entry.id.isEmpty() && !entry.hasContext)
-            checkHeader(entry);
+            readHeader(entry);
         else if (entry.hasPlural)
             m_table.refuse(entry.line, QStringLiteral("a language has no plural forms"));
         else if (entry.id.isEmpty())
@@ -238,10 +238,12 @@ private:
             m_table.add({entry.id, entry.str, isFuzzy ? UnitState::Fuzzy : UnitState::None, {}, entry.line});
     }
 
-    static void checkHeader(const Entry &entry)
+    void readHeader(const Entry &entry)
     {
-        constexpr QStringView field = u"Content-Type:", name = u"charset=";
+        constexpr QStringView field = u"Content-Type:", name = u"charset=", language = u"Language:";
         for (const QStringView line : QStringView(entry.str).split(u'\n')) {
+            if (line.startsWith(language, Qt::CaseInsensitive))
+                m_table.language = line.sliced(language.size()).trimmed().toString();
             const qsizetype at = line.indexOf(name, 0, Qt::CaseInsensitive);
             if (at < 0 || !line.startsWith(field, Qt::CaseInsensitive))
                 continue;

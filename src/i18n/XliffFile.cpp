@@ -181,6 +181,8 @@ public:
                 checkRoot();
             else if (name() == u"trans-unit")
                 readUnit();
+            else if (name() == u"file" && m_table.language.isEmpty())
+                m_table.language = attribute(QLatin1String("target-language"));
         }
         return std::move(m_table);
     }

@@ -401,6 +401,13 @@ private slots:
                                                       u" changes nothing: it has the same translations.");
         window.choose("mnuLangImport");
 
+        window.files.write(u"tr.po"_s, "msgid \"\"\nmsgstr \"Language: tr\\n\"\n"
+                                       "msgid \"Menu\"\nmsgstr \"M\"\n");
+        window.prompts.expectInput(u"Import"_s, folder, window.path("tr.po"));
+        window.prompts.expectQuestion(u"Import"_s, u"This file says it is Turkish. Import it into German?"_s,
+                                      false);
+        window.choose("mnuLangImport");
+
         window.files.write(
             u"back.po"_s, "msgid \"Channel list\"\nmsgstr \"\"\n\n#, fuzzy\nmsgid \"Radio\"\nmsgstr \"R\"\n\n"
                           "msgid \"Menu\"\nmsgstr \"M\"\nmsgid \"Menu\"\nmsgstr \"N\"\n"

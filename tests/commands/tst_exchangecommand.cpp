@@ -212,6 +212,10 @@ void tst_exchangecommand::cannotRun_data()
         {
             {u"import: no columns", u"import THEME de bad.csv",
              u"bad.csv:1: there are no columns Source and Translation\n"},
+            {u"another language", u"import THEME de tr.po",
+             u"quillmere: Cannot import `tr.po`: it says it is Turkish, not de.\n"},
+            {u"another target", u"import THEME de tr.xlf --dry-run",
+             u"quillmere: Cannot import `tr.xlf`: it says it is Turkish, not de.\n"},
             {u"no language", u"import THEME fr a.po",
              u"quillmere: the theme has no language `fr`; it has: de, none, empty\n"},
             {u"no language file", u"export THEME none --out b.po",
@@ -239,6 +243,10 @@ void tst_exchangecommand::cannotRun()
     const QByteArray language = "<language name=\"x\"><tran id=\"A\">a</tran>";
     Theme theme(language);
     theme.files.write(u"a.po"_s, po(u"A=b"_s));
+    theme.files.write(u"tr.po"_s,
+                      "msgid \"\"\nmsgstr \"Language-Team: German\\nlanguage: tr_TR\\n\"\n" + po(u"A=b"_s));
+    theme.files.write(u"tr.xlf"_s, "<xliff><file target-language=\"tr\"><trans-unit><source>A</source>"
+                                   "<target>b</target></trans-unit></file></xliff>");
     theme.files.write(u"bad.csv"_s, "A,b\n");
     QDir().mkpath(theme.files.path(u"folder.po"_s));
     const Ran ran = theme.run(words.split(u' '));

@@ -137,6 +137,11 @@ private slots:
             {u"German", u"Klingonish", false}, {u"Klingonish", u"klingonish 2", true}};
         for (const auto &[dictionary, language, may] : pairs)
             QVERIFY2(mayTranslateInto(dictionary, language) == may, qPrintable(dictionary.toString()));
+        const std::tuple<QStringView, QStringView, QString> files[] = {
+            {u"German", u"de_AT", {}},  {u"ger", u"Deutsch", {}}, {u"German", u"tr", u"Turkish"_s},
+            {u"Klingonish", u"tr", {}}, {u"German", u"", {}},     {u"German", u"charset=x", {}}};
+        for (const auto &[language, said, other] : files)
+            QCOMPARE(otherThan(language, said), other);
     }
 
     void lineEnds()
