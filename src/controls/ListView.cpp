@@ -2,6 +2,7 @@
 
 #include "controls/ListColumns.h"
 #include "controls/ReadableColours.h"
+#include "controls/RowDelegate.h"
 #include "controls/Tips.h"
 #include "rows/ToolTip.h"
 
@@ -13,51 +14,21 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMetaMethod>
-#include <QStyledItemDelegate>
 #include <QToolTip>
 
-#include <functional>
+#include <utility>
 
 namespace quillmere {
 
 namespace {
 
-constexpr float kDim = 0.35F;    // of a selection's colour, in a list without the focus
-constexpr int kMostDrawn = 1000; // characters; more than any column shows
+constexpr float kDim = 0.35F; // of a selection's colour, in a list without the focus
 
 // Of the context menu.
 constexpr Tip kTips[] = {
     {"mnuRowOpen", "Does what a double click on the row does."},
     {"mnuRowRemove", "Removes the row from the list."},
     {"mnuRowCopy", "Copies the text of this cell."},
-};
-
-// Rows with a little air, so that long lists stay readable; each text runs in its own direction.
-class RowDelegate : public QStyledItemDelegate
-{
-public:
-    explicit RowDelegate(ListView *list) : QStyledItemDelegate(list), m_list(list) {}
-
-    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
-    {
-        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 4);
-    }
-
-protected:
-    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
-    {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->textElideMode = m_list->columnElideMode(index.column());
-        // Fitting a text of a damaged file into a column takes time for all of it, at every repaint.
-        if (option->text.size() > kMostDrawn)
-            option->text = option->textElideMode == Qt::ElideLeft ? option->text.right(kMostDrawn)
-                                                                  : option->text.left(kMostDrawn);
-        if (option->text.isRightToLeft())
-            option->direction = Qt::RightToLeft;
-    }
-
-private:
-    const ListView *m_list;
 };
 
 } // namespace
@@ -110,6 +81,17 @@ void ListView::setColumnElideMode(int column, Qt::TextElideMode mode)
 Qt::TextElideMode ListView::columnElideMode(int column) const
 {
     return m_elideModes.value(column, textElideMode());
+}
+
+void ListView::setMarks(int column, std::function<TextMark(int row)> marks)
+{
+    m_markedColumn = column;
+    m_marks = std::move(marks);
+}
+
+TextMark ListView::markAt(const QModelIndex &index) const
+{
+    return m_marks && index.column() == m_markedColumn ? m_marks(index.row()) : TextMark();
 }
 
 void ListView::doItemsLayout()

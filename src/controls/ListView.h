@@ -4,11 +4,19 @@
 
 #include <QHash>
 
+#include <functional>
+
 class QMenu;
 
 namespace quillmere {
 
 class ListColumns;
+
+// What is marked in the text of a cell; nothing where the length is 0.
+struct TextMark
+{
+    qsizetype start = 0, length = 0;
+};
 
 // A report list: shows rows, mostly those of a ListRows; whole rows are selected, columns share the width. A
 // tooltip shows what is cut.
@@ -28,6 +36,9 @@ public:
     // Where the texts of a column are cut that do not fit; the others are as textElideMode() says.
     void setColumnElideMode(int column, Qt::TextElideMode mode);
     Qt::TextElideMode columnElideMode(int column) const;
+    // Marks a part of the text in the cells of a column.
+    void setMarks(int column, std::function<TextMark(int row)> marks);
+    TextMark markAt(const QModelIndex &index) const;
     void doItemsLayout() override;
     // What the context menu calls a double click on a row.
     void setOpenCaption(const QString &caption) { m_openCaption = caption; }
@@ -63,6 +74,8 @@ private:
     ListColumns *m_columns;
     QString m_openCaption = tr("Open");
     QHash<int, Qt::TextElideMode> m_elideModes;
+    int m_markedColumn = -1;
+    std::function<TextMark(int row)> m_marks;
 };
 
 } // namespace quillmere

@@ -108,6 +108,11 @@ private slots:
         QTRY_COMPARE(rowsAsText(places->model()),
                      u"* main.xml | 2 | <img>i</img>\n"
                      "* main.xml | 3 | <img>i</img>x\nmain.xml | 5 | <img>i</img>\n"_s);
+        for (int row = 0; row < 3; ++row) {
+            const QModelIndex line = places->model()->index(row, 2);
+            const auto [start, length] = places->markAt(line);
+            QCOMPARE(line.data().toString().mid(start, length), u"<img"_s);
+        }
         QTest::keyClicks(window.in<QLineEdit>("frmSearch", "txtSearchReplace"), u"<top"_s);
         window.in<QPushButton>("frmSearch", "cmdSearchReplace")->click();
         QVERIFY(window.source()->text().simplified().contains(u"</font> <img>"_s));

@@ -10,6 +10,10 @@
 
 namespace quillmere {
 
+namespace {
+constexpr int kLineColumn = 2;
+}
+
 QString shownPath(const QString &path, const QString &folder)
 {
     const QString above = joinPath(folder, u"");
@@ -62,6 +66,16 @@ QList<ListRows::Row> rowsOf(const FoundPlaces &found, const QString &folder, con
         rows.append(row);
     }
     return rows;
+}
+
+void markPlaces(ListView &list, const FoundPlaces &found)
+{
+    list.setMarks(kLineColumn, [&found](int row) {
+        if (row >= found.places.size()) // rows may go later than their places
+            return TextMark();
+        const LineAround &line = found.places[row].line;
+        return TextMark{line.start, line.length};
+    });
 }
 
 void renewRows(ListView &list, ListRows &rows, const FoundPlaces &before, const FoundPlaces &now,

@@ -20,6 +20,9 @@ QString placesInFiles(const FoundPlaces &found, const QList<bool> &isTaken);
 // line, and, where `after` is given, 3 = the line with that in the place; ticked where it is sure.
 QList<ListRows::Row> rowsOf(const FoundPlaces &found, const QString &folder, const QString *after = nullptr);
 
+// Marks the places in the lines that a list shows; they must outlive it.
+void markPlaces(ListView &list, const FoundPlaces &found);
+
 // Shows places of texts that were found anew in the list of those before: what was unticked or selected still
 // is, as far as it is there.
 void renewRows(ListView &list, ListRows &rows, const FoundPlaces &before, const FoundPlaces &now,

@@ -36,6 +36,7 @@ frmRename::frmRename(const NamedThing &thing, const FoundPlaces &found,
     setWindowTitle(tr("Rename %1").arg(wordFor(thing.kind)));
     lvRename->setColumnShares({10, 3, 21, 21});
     lvRename->setTextElideMode(Qt::ElideRight);
+    markPlaces(*lvRename, m_found);
     lblRenameWhy->setTextFormat(Qt::PlainText);
     lblRenameWhy->setWordWrap(true);
     lblRenameCount->setTextFormat(Qt::PlainText);

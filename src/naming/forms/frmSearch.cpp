@@ -31,7 +31,7 @@ constexpr int kPercent = 100;
 frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> change, Talk &talk,
                      QWidget &owner)
     : ModelessDialog(QStringLiteral("frmSearch"), owner), m_index(index), m_change(std::move(change)),
-      m_talk(talk), m_rows({tr("Window"), tr("Line"), tr("Text")}, ListRows::Checks::Yes),
+      m_talk(talk), m_rows({tr("File"), tr("Line"), tr("Text")}, ListRows::Checks::Yes),
       txtSearch(named(new QLineEdit, "txtSearch", tr("Text to search for"))),
       chkSearchCase(named(new QCheckBox(tr("Match &case")), "chkSearchCase", tr("Match letter case"))),
       cbSearchIn(named(new QComboBox, "cbSearchIn", tr("Where to search"))),
@@ -55,6 +55,7 @@ frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> ch
     lblSearch->setWordWrap(true);
     lvUses->setColumnShares({5, 1, 9});
     lvUses->setTextElideMode(Qt::ElideRight);
+    markPlaces(*lvUses, m_found);
     lvUses->setOpenCaption(tr("Go There"));
     lvUses->setToolTip(tr("Double-click a place, or press Enter, to go there."));
     connect(lvUses, &ListView::rowOpened, this, [this](int row) {
