@@ -9,14 +9,15 @@ namespace quillmere {
 // nothing in the page, and is no part of its document.
 struct PageMark
 {
-    static constexpr int kSquare = 8; // pixels
+    static constexpr int kSquare = 8; // pixels of the browser
     static constexpr int kPlaces = 2; // along its upper edge, 0 leftmost
 
     int place = 0;
-    int top = 0;                 // pixels
+    int top = 0;                 // pixels of the page
+    int shrink = 1;              // pixels of the page that one of the browser shows, in a row
     quint32 left = 0, right = 0; // colours, 0xRRGGBB
 
-    static PageMark at(int place, int top = 0);
+    static PageMark at(int place, int top = 0, int shrink = 1);
     // What markStateScript() answers.
     enum class State {
         Awaited,
@@ -25,10 +26,11 @@ struct PageMark
         Removed // and the page has been drawn without
     };
     static State stateOf(const QString &answer);
-    int x() const { return place * 2 * kSquare; }
+    int x() const { return place * 2 * kSquare; } // pixels of the browser
 };
 
-// Sets the mark once the pictures and fonts of the page are there and can be painted at once.
+// Sets the mark once the pictures and fonts of the page are there and can be painted at once. To be run when
+// the page is in the browser, as early as can be: it is what asks for the pictures.
 QString markingWhenLoadedScript(const PageMark &mark);
 // Sets it in place of the one before. A page that has none to be replaced stays without.
 QString movingMarkScript(const PageMark &mark);

@@ -124,6 +124,29 @@ private slots:
         QCOMPARE(camera.unmarked(), 0);
     }
 
+    void smaller()
+    {
+        PageCamera camera(m_files.folder(), kSize, PageCamera::Mark::Below);
+        camera.setLeastWidth(kSize.width() / 3);
+        const QSize half = kSize / 2;
+        for (const QString &colour : {u"#ff0000"_s, u"#0000ff"_s}) {
+            QImage taken;
+            camera.take(u"<html><body><div style='position:absolute;left:%1px;top:0;width:%1px;height:%2px;"
+                        "background:%3'></div>"_s.arg(half.width())
+                            .arg(half.height())
+                            .arg(colour),
+                        [&](const QImage &picture) { taken = picture; });
+            QTRY_VERIFY_WITH_TIMEOUT(!taken.isNull(), 20000);
+            QCOMPARE(taken.size(), half);
+            const int x = half.width() / 2, y = half.height() / 2;
+            QCOMPARE(taken.pixelColor(x, y - 1), QColor(colour));
+            QCOMPARE(taken.pixelColor(half.width() - 1, 0), QColor(colour));
+            QCOMPARE(taken.pixelColor(x - 1, 0), QColor(Qt::white));
+            QCOMPARE(taken.pixelColor(x, y), QColor(Qt::white));
+        }
+        QCOMPARE(camera.unmarked(), 0);
+    }
+
     // One page after the other looks as each does alone, whether it is written over the one before or not.
     void after()
     {

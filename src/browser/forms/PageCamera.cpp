@@ -33,6 +33,18 @@ bool shows(const QImage &strip, const PageMark &mark)
     return isThere(0, mark.left) && isThere(1, mark.right);
 }
 
+// How often a page can be halved until it is too narrow or its pixels do not come out even, as a divisor.
+int shrinkOf(QSize page, double leastWidth)
+{
+    int shrink = 1;
+    const auto fits = [&](int by) {
+        return page.width() % by == 0 && page.height() % by == 0 && page.width() >= leastWidth * by;
+    };
+    while (leastWidth > 0 && fits(2 * shrink))
+        shrink *= 2;
+    return shrink;
+}
+
 // Whether the next page can be written over this one, which saves a document and its fonts.
 bool leavesNothing(const QString &page)
 {
@@ -87,7 +99,22 @@ void PageCamera::setSize(QSize size)
     if (m_size == size)
         return;
     m_size = size;
-    m_wb.resize(size.width(), size.height() + (m_mark == Mark::Below ? PageMark::kSquare : 0));
+    fitBrowser();
+}
+
+void PageCamera::setLeastWidth(int pixels)
+{
+    if (m_leastWidth == pixels)
+        return;
+    m_leastWidth = pixels;
+    fitBrowser();
+}
+
+void PageCamera::fitBrowser()
+{
+    m_shrink = shrinkOf(m_size, m_leastWidth / m_wb.devicePixelRatioF());
+    m_wb.setView({1.0 / m_shrink, {}, m_size});
+    m_wb.resize(pageRect().size() + QSize(0, m_mark == Mark::Below ? PageMark::kSquare : 0));
     if (m_stage != Stage::Idle)
         start();
 }
@@ -121,6 +148,9 @@ void PageCamera::start()
         timer->stop();
     m_stage = Stage::Writing;
     m_patience.start();
+    for (int place = 0; place < PageMark::kPlaces; ++place)
+        m_marks[place] = PageMark::at(place, m_mark == Mark::Below ? m_size.height() : 0, m_shrink);
+    m_wb.setBehind(markingWhenLoadedScript(m_marks[0]));
     const QString &page = m_orders.front().page;
     if (std::exchange(m_isTouched, !leavesNothing(page)))
         m_wb.beginDocument();
@@ -139,12 +169,10 @@ void PageCamera::onWritten()
         if (m_painted)
             m_painted->installEventFilter(this);
     }
-    for (int place = 0; place < PageMark::kPlaces; ++place)
-        m_marks[place] = PageMark::at(place, edge().top());
     m_stage = Stage::Marked;
     m_sinceWritten.start();
     m_doubt.start();
-    m_wb.page()->runJavaScript(markingWhenLoadedScript(m_marks[0]), QWebEngineScript::ApplicationWorld);
+    m_look.start(); // it may be painted already
 }
 
 bool PageCamera::eventFilter(QObject *object, QEvent *event)
@@ -176,9 +204,14 @@ void PageCamera::look()
     finish(picture);
 }
 
+QRect PageCamera::pageRect() const
+{
+    return {0, 0, m_size.width() / m_shrink, m_size.height() / m_shrink};
+}
+
 QRect PageCamera::edge() const
 {
-    return {0, m_mark == Mark::Below ? m_size.height() : 0, PageMark::kPlaces * 2 * PageMark::kSquare,
+    return {0, m_mark == Mark::Below ? pageRect().height() : 0, PageMark::kPlaces * 2 * PageMark::kSquare,
             PageMark::kSquare};
 }
 
@@ -269,6 +302,7 @@ void PageCamera::finish(const QImage &picture)
 void PageCamera::rest()
 {
     m_isTouched = false;
+    m_wb.setBehind({});
     m_wb.beginDocument();
     m_wb.write({});
 }

@@ -30,6 +30,9 @@ public:
     // These count for what is not drawn yet.
     void setThemeFolder(const QString &folder);
     void setSize(QSize size);
+    // Pictures may be smaller than their pages, by halves, yet not narrower than this, in pixels of the
+    // picture: smaller ones are drawn sooner. For a camera with its mark below.
+    void setLeastWidth(int pixels);
     void setFonts(const QList<PageFont> &fonts);
     // Calls back once, in the order of asking, later, in this thread: with the picture, null where the page
     // could not be drawn (within 20 s).
@@ -62,8 +65,9 @@ private:
     void start();
     void onWritten();
     void look();
-    QRect pageRect() const { return {QPoint(0, 0), m_size}; }
-    QRect edge() const; // that the marks are in
+    void fitBrowser();
+    QRect pageRect() const; // in the browser
+    QRect edge() const;     // that the marks are in, likewise
     void cover(QImage &picture) const;
     QImage grab(const QRect &part);
     void onDoubt();
@@ -72,7 +76,9 @@ private:
     void finish(const QImage &picture);
     void rest();
 
-    QSize m_size; // of pages
+    QSize m_size;     // of pages
+    int m_shrink = 1; // pixels of pages that one of the browser shows, in a row
+    int m_leastWidth = 0;
     const Mark m_mark;
     QPointer<QWidget> m_painted;
     std::deque<Order> m_orders; // the first is under way

@@ -272,7 +272,12 @@ void WebBrowser::stopPreparing()
 void WebBrowser::put(const QString &script, Way way)
 {
     const int number = ++m_writes;
-    page()->runJavaScript(script, QWebEngineScript::ApplicationWorld,
+    // Not on its own: where a patch fails, the document is still that of the page before.
+    const QString whole =
+        m_behind.isEmpty()
+            ? script
+            : QString(u"(function(){var done=" + script + u";if(done)" + m_behind + u";return done;})()");
+    page()->runJavaScript(whole, QWebEngineScript::ApplicationWorld,
                           [this, number, way](const QVariant &done) {
                               if (number != m_writes)
                                   return;

@@ -57,6 +57,8 @@ public:
     void setPatching(bool patching) { m_patching = patching; }
     // How long the renderer may take for a page, ms.
     void setPatience(int milliseconds) { m_patience.setInterval(milliseconds); }
+    // An expression that is run behind every page from now on, as soon as the document has it. "" for none.
+    void setBehind(const QString &script) { m_behind = script; }
     // How this page and those after it are shown.
     void setView(const PageView &view);
     // Asks how far the page reaches as it is laid out, pixels. No answer where it has been written over by
@@ -105,6 +107,7 @@ private:
     bool m_busy = false;
     bool m_overdue = false; // the page under way has used up the patience
     QTimer m_patience;
+    QString m_behind;
     PageView m_view;
     bool m_viewing = false; // a change of it is under way
     int m_deaths = 0;

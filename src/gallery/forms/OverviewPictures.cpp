@@ -71,6 +71,7 @@ PageCamera &OverviewPictures::camera()
         m_camera =
             std::make_unique<PageCamera>(m_theme.folder(), screenPixels(m_theme), PageCamera::Mark::Below);
         m_camera->setFonts(m_parts.fonts);
+        m_camera->setLeastWidth(m_size.width());
     }
     return *m_camera;
 }
@@ -108,6 +109,8 @@ void OverviewPictures::setPictureSize(QSize size)
         return;
     m_size = size;
     m_turns.setRoom(int(std::max<qint64>(kRoom / (4LL * size.width() * size.height() + 1), 1)));
+    if (m_camera)
+        m_camera->setLeastWidth(size.width());
     changed();
 }
 
