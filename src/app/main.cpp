@@ -1,4 +1,5 @@
 #include "app/frmSkin.h"
+#include "browser/forms/PlainDrawing.h"
 #include "browser/forms/TextMeasurer.h"
 #include "browser/forms/WebBrowser.h"
 #include "checks/forms/ReadPicture.h"
@@ -17,6 +18,8 @@
 #include <QLoggingCategory>
 #include <QTextStream>
 #include <QTimer>
+
+#include <memory>
 
 #ifdef Q_OS_LINUX
 #include <unistd.h>
@@ -148,7 +151,7 @@ int main(int argc, char **argv)
     // Pictures and texts are the same with a display, without one, and with one that does not answer.
     if (line.action != CommandLine::Action::Edit && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
+    const std::unique_ptr<QApplication> app = makeApplication(argc, argv);
     if (isCheck)
         return measureAndCheck(line);
     if (line.action != CommandLine::Action::Edit)
