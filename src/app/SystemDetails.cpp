@@ -1,5 +1,7 @@
 #include "app/SystemDetails.h"
 
+#include "browser/forms/PlainDrawing.h"
+
 #include <QApplication>
 #include <QLocale>
 #include <QScreen>
@@ -25,6 +27,7 @@ QString systemDetails()
                      .arg(screen->size().height())
                      .arg(qRound(screen->devicePixelRatio() * 100))
                : QStringLiteral("Screen: none"),
+        u"Drawn by: " + drawnBy(),
         u"Language: " + QLocale::system().name(),
     };
     QString text;

@@ -10,6 +10,7 @@
 #include <QQuickWindow>
 
 #include <algorithm>
+#include <array>
 
 namespace quillmere {
 
@@ -65,6 +66,12 @@ std::unique_ptr<QApplication> makeApplication(int &argc, char **argv)
     qunsetenv(kPlatformGl);
     drawPlainly("no graphics card");
     return app;
+}
+
+QString drawnBy()
+{
+    return QQuickWindow::graphicsApi() == QSGRendererInterface::Software ? QStringLiteral("processor")
+                                                                         : QStringLiteral("OpenGL");
 }
 
 } // namespace quillmere

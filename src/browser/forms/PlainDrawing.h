@@ -1,8 +1,10 @@
 #pragma once
 
-class QApplication;
+#include <QString>
 
 #include <memory>
+
+class QApplication;
 
 namespace quillmere {
 
@@ -13,5 +15,8 @@ namespace quillmere {
 
 // The application, drawn the way that suits the machine.
 std::unique_ptr<QApplication> makeApplication(int &argc, char **argv);
+
+// What the window is drawn by, in a word.
+QString drawnBy();
 
 } // namespace quillmere
