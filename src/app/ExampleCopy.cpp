@@ -1,5 +1,6 @@
 #include "app/ExampleCopy.h"
 
+#include "files/FailedStep.h"
 #include "files/NewFile.h"
 #include "files/Paths.h"
 #include "files/RegularFile.h"
@@ -8,6 +9,7 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace quillmere {
@@ -51,6 +53,8 @@ QString copyOfExample(bool &isNew)
 {
     const QString theme = joinPath(targetFolder(), u"theme");
     isNew = findFile(joinPath(theme, u"theme.xml")).isEmpty();
+    if (isNew && QFileInfo(targetFolder()).isSymLink()) // to where nobody would look for it
+        throwFailed("make", targetFolder(), QObject::tr("it is a link"));
     if (isNew)
         writeNewFolder(targetFolder(), filesOfExample(exampleFolder()));
     return theme;

@@ -60,6 +60,7 @@ ShownChanges::ShownChanges(StatusLine &status, SourceBox &source, OpenDocument &
         offer(std::any_of(paths.begin(), paths.end(),
                           [&](const QString &path) { return !inverse.changesOf(path).isEmpty(); }));
     });
+    connect(&editing, &ThemeEditing::allTakenBack, this, [this] { offer(false); });
     connect(&theme, &ThemeProject::loaded, this, [this] {
         offer(false);
         if (m_frmChanges) // of the theme that was open

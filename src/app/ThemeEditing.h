@@ -46,6 +46,8 @@ signals:
     void made(const quillmere::ThemeEdit &inverse);
     // Of an edit of several files, the part in these was taken back.
     void takenBack(const QStringList &paths);
+    // The last edit was taken back: nothing is left of it.
+    void allTakenBack();
     // Rows or files have changed and the text in the source box has not: what shows them together is to be
     // drawn again.
     void othersChanged();

@@ -89,6 +89,7 @@ void WideChanges::takeBack()
         return;
     const auto follow = std::exchange(m_follow, {});
     forget();
+    emit m_editing.allTakenBack();
     if (follow)
         follow();
     m_talk.say(QString(tr("Taken back.") + u' ' + unsavedAfter(edit)).trimmed());

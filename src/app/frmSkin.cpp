@@ -34,6 +34,7 @@
 #include "catalogues/forms/ScanCommands.h"
 #include "checks/forms/CheckTab.h"
 #include "controls/DirListBox.h"
+#include "controls/ListView.h"
 #include "controls/PageScroll.h"
 #include "files/Paths.h"
 #include "i18n/LanguageCatalogue.h"
@@ -63,9 +64,8 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kFirstWidth = 1792; // pixels: the left column and a whole 1280 x 720 preview
-constexpr int kFirstHeight = 860;
-constexpr int kWindowBorder = 40; // pixels, generously
+constexpr int kFirstWidth = 1792, kFirstHeight = 860; // pixels, for a whole 1280 x 720 preview
+constexpr int kWindowBorder = 40;                     // pixels, generously
 constexpr int kFrameLeft = 240, kFrameTop = 600;
 constexpr int kSettling = 1000; // ms in which a window manager may still give a new window its size
 
@@ -182,6 +182,7 @@ void frmSkin::connectTabs()
             [this] { m_sourceTab->BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
     const auto showSource = [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); };
     connect(m_document, &OpenDocument::textRestored, this, showSource);
+    connect(m_document, &OpenDocument::leaving, m_sourceTab->lvBlock, &ListView::scrollToTop);
     connect(m_stageTools, &StageTools::sourceWanted, this, showSource);
     connect(m_room, &WorkRoom::sourceWanted, this, showSource);
     connect(TabStrip4, &TabStrip::currentChanged, this, &frmSkin::TabStrip4_Click);

@@ -113,6 +113,7 @@ private slots:
         m_window->find<QAction>("mnuUndoRename")->trigger();
         QCOMPARE(m_window->read("theme/one.xml"), windowAt(0));
         QCOMPARE(m_window->read("theme/two.xml"), windowAt(0));
+        QVERIFY(!m_button->isVisible());
     }
 
     // Ctrl+Z is of the open window alone, and says so; what is left can still be undone.

@@ -169,6 +169,21 @@ private slots:
         QCOMPARE(across->value(), 0);
     }
 
+    void blocksAreSeenFromTheFirst()
+    {
+        Window window;
+        const QByteArray blocks = QByteArray("<widget name=\"b\"></widget>\n").repeated(100);
+        const auto *bar = window.find<ListView>("lvBlock")->verticalScrollBar();
+        for (const char *name : {"theme/a.xml", "theme/b.xml"}) {
+            window.write(name, "<widget name=\"a\">" + blocks + "</widget>");
+            window.openDocument(name);
+            window.turnTo(8);
+            QTRY_VERIFY(bar->maximum() > 0);
+            QCOMPARE(bar->value(), 0);
+            window.find<ListView>("lvBlock")->scrollToBottom();
+        }
+    }
+
     void readOnlyTabsStayAsTheyAre()
     {
         Window window;

@@ -71,6 +71,14 @@ private slots:
         QTest::mouseClick(window.find<QPushButton>("cmdOpenExample"), Qt::LeftButton);
         QVERIFY(window.isShown());
         QVERIFY(!QFile::exists(window.path("documents/Quillmere Example/theme")));
+        // Nor does a link lead the copy elsewhere.
+        QVERIFY(QDir(window.path("documents/Quillmere Example")).removeRecursively());
+        QVERIFY(QDir().mkpath(window.path("elsewhere")));
+        QVERIFY(QFile::link(window.path("elsewhere"), window.path("documents/Quillmere Example")));
+        window.prompts.expectMessage(u"Quillmere"_s, u"Cannot make \"%1\": it is a link."_s.arg(
+                                                         window.path("documents/Quillmere Example")));
+        QTest::mouseClick(window.find<QPushButton>("cmdOpenExample"), Qt::LeftButton);
+        QVERIFY(QDir(window.path("elsewhere")).isEmpty());
     }
 
     void listsRecent()
