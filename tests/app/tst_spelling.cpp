@@ -5,6 +5,7 @@
 #include <QContextMenuEvent>
 #include <QPlainTextEdit>
 #include <QStandardPaths>
+#include <QTableView>
 #include <QTextBlock>
 #include <QTextLayout>
 
@@ -80,6 +81,20 @@ private slots:
         QCOMPARE(this->marked(), QString());
         m_window->start(); // it stays off
         QVERIFY(!m_window->find<QAction>("mnuLangSpelling")->isChecked());
+    }
+
+    void marksInCells()
+    {
+        m_window->choose("mnuLangCompare");
+        auto *table = childOf<QTableView>(*dialogNamed("frmCompareLanguages"), "tblCompare");
+        QTRY_COMPARE(table->model()->columnCount(), 4);
+        for (const auto &[column, wrong] : {std::pair(1, u"Lste"_s), std::pair(2, u"кнал"_s)}) {
+            const QModelIndex cell = table->model()->index(0, column);
+            table->setCurrentIndex(cell);
+            table->edit(cell);
+            m_edit = table->findChildren<QPlainTextEdit *>(u"txtCompared"_s).last();
+            QTRY_COMPARE(marked(), wrong);
+        }
     }
 
     // A word gets its wave when the next begins, and keeps what was undone whole.

@@ -56,18 +56,18 @@ bool Speller::setLanguage(const QString &name)
     const SpellFiles files =
         SpellDictionary::isBuiltIn() && language ? spellFilesFor(*language, folders()) : SpellFiles();
     m_language = name;
+    m_code = language ? QLocale::languageToCode(*language) : QString();
+    const QStringList own =
+        files.rules.isEmpty() ? QStringList() : QSettings().value(settingsKey()).toStringList();
+    m_own = QSet<QString>(own.begin(), own.end()); // another box may have added some
     if (files == m_files)
         return hasDictionary();
     m_stop.request_stop();
     m_stop = {};
     m_files = files;
-    m_code = language ? QLocale::languageToCode(*language) : QString();
     m_known.clear();
-    m_own.clear();
     m_open.reset();
     if (hasDictionary()) {
-        const QStringList own = QSettings().value(settingsKey()).toStringList();
-        m_own = QSet<QString>(own.begin(), own.end());
         m_open = std::make_shared<Open>();
         m_open->files = files;
     }

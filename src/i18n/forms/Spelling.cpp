@@ -23,7 +23,7 @@ Spelling::Spelling(TranslationEdit &edit, Commands &menu, Talk &talk)
         m_item->setToolTip(tr("This program was built without Hunspell, which checks spelling."));
         return;
     }
-    m_item->setChecked(QSettings().value(kOn, true).toBool());
+    m_item->setChecked(isOn());
     menu.on("mnuLangSpelling", [this] { mnuLangSpelling_Click(); });
     connect(m_marks, &SpellMarks::nothingWrong, this, [this] {
         const QString why = whyNot();
@@ -31,6 +31,11 @@ Spelling::Spelling(TranslationEdit &edit, Commands &menu, Talk &talk)
     });
     edit.installEventFilter(this);
     begin();
+}
+
+bool Spelling::isOn()
+{
+    return QSettings().value(kOn, true).toBool();
 }
 
 // Once a language, or it would be said at each string.

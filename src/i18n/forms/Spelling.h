@@ -22,6 +22,8 @@ class Spelling : public QObject
 public:
     Spelling(TranslationEdit &edit, Commands &menu, Talk &talk);
 
+    // Whether misspelled words are to be marked at all.
+    static bool isOn();
     // The language that is typed, by the name the theme gives it; empty for none.
     void setLanguage(const QString &name);
 

@@ -4,6 +4,8 @@
 #include "controls/ListView.h"
 #include "controls/Named.h"
 #include "controls/PageScroll.h"
+#include "i18n/forms/SpellMarks.h"
+#include "i18n/forms/Spelling.h"
 #include "i18n/forms/TranslationEdit.h"
 
 #include <QAction>
@@ -32,14 +34,16 @@ const QString kLeftOut = QStringLiteral("language/notCompared");
 class CellDelegate : public QStyledItemDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    CellDelegate(Speller &speller, QObject *parent) : QStyledItemDelegate(parent), m_speller(speller) {}
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &,
                           const QModelIndex &index) const override
     {
-        auto *edit = named(new TranslationEdit(parent), "txtCompared",
-                           index.model()->headerData(index.column(), Qt::Horizontal).toString());
-        edit->setTabChangesFocus(false); // the table goes to the next cell
+        const QString language = index.model()->headerData(index.column(), Qt::Horizontal).toString();
+        auto *edit = named(new TranslationEdit(parent), "txtCompared", language);
+        m_speller.setLanguage(Spelling::isOn() ? language : QString());
+        (new SpellMarks(m_speller, *edit))->setOn(Spelling::isOn()); // the document's
+        edit->setTabChangesFocus(false);                             // the table goes to the next cell
         auto *self = const_cast<CellDelegate *>(this);
         connect(edit, &TranslationEdit::taken, self, [self, edit] {
             emit self->commitData(edit);
@@ -74,6 +78,9 @@ public:
         place.moveTop(std::max(place.top(), 0));
         editor->setGeometry(place);
     }
+
+private:
+    Speller &m_speller;
 };
 
 } // namespace
@@ -130,7 +137,7 @@ void frmCompareLanguages::makeTable()
 {
     tblCompare->setModel(&model);
     setEmptyHint(*tblCompare, tr("No string matches."));
-    tblCompare->setItemDelegate(new CellDelegate(tblCompare));
+    tblCompare->setItemDelegate(new CellDelegate(m_speller, tblCompare));
     tblCompare->setAlternatingRowColors(true);
     tblCompare->setWordWrap(false);
     tblCompare->verticalHeader()->hide();

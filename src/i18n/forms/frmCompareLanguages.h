@@ -2,6 +2,7 @@
 
 #include "controls/ModelessDialog.h"
 #include "i18n/forms/CompareModel.h"
+#include "i18n/forms/Speller.h"
 #include "rows/ListRows.h"
 
 #include <QTimer>
@@ -50,6 +51,7 @@ private:
     QList<int> chosenLanguages() const;
 
     LanguageTable m_table;
+    Speller m_speller; // of the cell that is typed into
     ListRows m_languages;
     ListView *lvCompareLanguages;
     QTableView *tblCompare;
