@@ -1,5 +1,7 @@
 #include "browser/PageTree.h"
 
+#include "markup/Matching.h"
+
 #include <algorithm>
 #include <array>
 
@@ -59,26 +61,44 @@ bool doesThings(QStringView attribute)
                                u"tabindex", u"accesskey", u"draggable"});
 }
 
+bool hasWholePairs(QStringView text)
+{
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const bool isHigh = text[at].isHighSurrogate();
+        if (text[at].isLowSurrogate() ||
+            (isHigh && (at + 1 == text.size() || !text[at + 1].isLowSurrogate())))
+            return false;
+        at += isHigh;
+    }
+    return true;
+}
+
 // The text with the line breaks of a document; nothing where it holds what the browser puts something else
-// for.
+// for. What few pages have is only looked at closely where it is, which a loop without branches tells.
 std::optional<QString> withPlainLines(const QString &page)
 {
+    unsigned nulls = 0, surrogates = 0;
+    for (const QChar unit : page) {
+        nulls |= unsigned(unit.unicode() == 0);
+        surrogates |= unsigned((unit.unicode() & 0xf800) == 0xd800);
+    }
+    if (nulls || (surrogates && !hasWholePairs(page)))
+        return {};
+    qsizetype breaks = page.indexOf(u'\r');
+    if (breaks < 0)
+        return page;
     QString text(page.size(), Qt::Uninitialized);
     QChar *out = text.data();
-    const QChar *end = page.constData() + page.size();
-    for (const QChar *in = page.constData(); in != end; ++in) {
-        if (in->isNull() || in->isLowSurrogate())
-            return {};
-        if (in->isHighSurrogate()) {
-            if (in + 1 == end || !in[1].isLowSurrogate())
-                return {};
-            *out++ = *in++;
-        }
-        const bool breaks = *in == u'\r';
-        if (breaks && in + 1 != end && in[1] == u'\n')
-            ++in;
-        *out++ = breaks ? QChar(u'\n') : *in;
+    const QChar *const in = page.constData();
+    qsizetype done = 0;
+    for (; breaks >= 0; breaks = page.indexOf(u'\r', done)) {
+        out = std::copy(in + done, in + breaks, out);
+        *out++ = u'\n';
+        done = breaks + 1;
+        if (done < page.size() && in[done] == u'\n')
+            ++done;
     }
+    out = std::copy(in + done, in + page.size(), out);
     text.truncate(out - text.constData());
     return text;
 }
@@ -123,7 +143,7 @@ bool PageTreeReader::read()
     if (!m_text.startsWith(kHead) || !m_text.endsWith(kTail))
         return false;
     m_tree.m_sheetBegin = kHead.size();
-    m_tree.m_sheetEnd = m_text.indexOf(u"</style", kHead.size(), Qt::CaseInsensitive);
+    m_tree.m_sheetEnd = indexOfIgnoringCase(m_text, u"</style", kHead.size());
     m_end = m_text.size() - kTail.size();
     if (m_tree.m_sheetEnd <= m_tree.m_sheetBegin || !m_text.sliced(m_tree.m_sheetEnd).startsWith(kNeck))
         return false;

@@ -13,6 +13,8 @@ namespace quillmere {
 
 namespace {
 
+constexpr QStringView kOpening = u"url('";
+
 // Whether the path, as it is written, leads below the folder. What does not is not even looked at: that alone
 // could tell another machine something, or wait for one.
 bool reachesBelow(const QString &path, const QString &folder)
@@ -60,29 +62,30 @@ QString picturePath(const QUrl &url)
 
 QString withPictureUrls(const QString &page, const QString &themeFolder)
 {
+    if (indexOfIgnoringCase(page, kOpening) < 0)
+        return page;
     return PictureUrlPieces(page, themeFolder).next(page.size());
 }
 
 QString PictureUrlPieces::next(qsizetype units)
 {
-    static constexpr QStringView opening = u"url('";
     static constexpr QStringView closing = u"')";
     const qsizetype end = std::min(m_done + units, m_page.size());
     QString out;
     out.reserve(units + units / 8);
     // A picture's path is never cut, and neither is what announces it.
     while (m_done < end) {
-        const QStringView ahead = QStringView(m_page).first(std::min(end + opening.size(), m_page.size()));
-        const qsizetype start = indexOfIgnoringCase(ahead, opening, m_done);
+        const QStringView ahead = QStringView(m_page).first(std::min(end + kOpening.size(), m_page.size()));
+        const qsizetype start = indexOfIgnoringCase(ahead, kOpening, m_done);
         const qsizetype stop =
-            start < 0 || start >= end ? -1 : indexOfExact(m_page, closing, start + opening.size());
+            start < 0 || start >= end ? -1 : indexOfExact(m_page, closing, start + kOpening.size());
         if (stop < 0) {
             const qsizetype cut = start >= 0 && start < end ? m_page.size() : end;
             out += QStringView(m_page).sliced(m_done, cut - m_done);
             m_done = cut;
             break;
         }
-        const qsizetype from = start + opening.size();
+        const qsizetype from = start + kOpening.size();
         out += QStringView(m_page).sliced(m_done, from - m_done);
         if (stop > from) {
             const QString path = m_page.mid(from, stop - from);

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QElapsedTimer>
+#include <QRandomGenerator>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextBlock>
@@ -354,6 +355,50 @@ private slots:
                        });
             };
             QVERIFY(QTest::qWaitFor(isReadable));
+        }
+    }
+
+    // The text that is kept from edit to edit is that of the document.
+    void followsEdits_data()
+    {
+        QTest::addColumn<quint32>("seed");
+        for (quint32 seed = 1; seed <= 20; ++seed)
+            QTest::addRow("%u", seed) << seed;
+    }
+    void followsEdits()
+    {
+        QFETCH(const quint32, seed);
+        QRandomGenerator random(seed);
+        const QString pieces[] = {u"a"_s,          u"\n"_s,           u"<tag>\nb\n"_s,
+                                  u"\U0001F600"_s, u"\u00a0\u2028"_s, u"\n\n"_s};
+        Box box;
+        box.setText(seed % 2 ? u"one\r\ntwo\r\n\r\nthree"_s : u"one\ntwo\r\nthree\n"_s);
+        box.textCursor().insertText(pieces[random.bounded(6)]);
+        for (int edit = 0; edit < 200; ++edit) {
+            QTextCursor cursor = box.textCursor();
+            const auto anywhere = [&] { return int(random.bounded(box.document()->characterCount())); };
+            cursor.setPosition(anywhere());
+            if (random.bounded(3) == 0)
+                cursor.setPosition(anywhere(), QTextCursor::KeepAnchor);
+            const quint32 kind = random.bounded(8);
+            if (kind == 0)
+                box.undo();
+            else if (kind == 1)
+                box.redo();
+            else if (kind == 2)
+                box.rewrite(box.text().mid(random.bounded(5)) + pieces[random.bounded(6)]);
+            else if (kind == 3)
+                cursor.deletePreviousChar();
+            else
+                cursor.insertText(pieces[random.bounded(6)]);
+            QStringList lines;
+            for (QTextBlock line = box.document()->begin(); line.isValid(); line = line.next())
+                lines.append(line.text());
+            QCOMPARE(box.text(), lines.join(u"\r\n"_s));
+            const int at = anywhere();
+            cursor.setPosition(at);
+            box.setTextCursor(cursor);
+            QCOMPARE(box.caretPosition(), qsizetype(at + cursor.blockNumber()));
         }
     }
 };

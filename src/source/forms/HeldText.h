@@ -35,6 +35,8 @@ public:
         qsizetype length = 0;
         qsizetype end() const { return start + length; }
     };
+    // False where text() is the text of the document, and always has been.
+    bool holdsAny() const { return !m_texts.empty(); }
     // In order.
     std::vector<Place> places() const;
     // The whole text with one LF a line break.

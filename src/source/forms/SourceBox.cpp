@@ -58,18 +58,7 @@ SourceBox::~SourceBox() = default;
 
 QString SourceBox::text() const
 {
-    if (m_isText)
-        return m_text;
-    const QString lines = m_held->text();
-    m_text = QString(lines.size() + std::ranges::count(lines, QChar(u'\n')), Qt::Uninitialized);
-    QChar *to = m_text.data();
-    for (const QChar unit : lines) {
-        if (unit == u'\n')
-            *to++ = u'\r';
-        *to++ = unit;
-    }
-    m_isText = true;
-    return m_text;
+    return m_text.of(*m_held);
 }
 
 void SourceBox::setText(ReadyText ready)
@@ -80,8 +69,7 @@ void SourceBox::setText(ReadyText ready)
         takeDocument(std::move(ready));
     }
     m_commands.clear();
-    m_text = text;
-    m_isText = true;
+    m_text.set(text, *m_held);
     placeNumbers();
     ++m_revision;
     emit cursorPositionChanged();
@@ -98,11 +86,9 @@ void SourceBox::takeDocument(ReadyText ready)
     m_colours = new SourceHighlighter(next, *m_held);
     setDocument(next);
     m_marks->setDocument(next);
-    connect(next, &QTextDocument::contentsChange, this, [this] {
-        if (m_colours->isAtWork() || m_showing)
-            return;
-        m_isText = false;
-        m_text.clear();
+    connect(next, &QTextDocument::contentsChange, this, [this](int from, int removed, int added) {
+        if (!m_colours->isAtWork() && !m_showing)
+            m_text.follow(*m_held, from, removed, added);
     });
     takePaletteColours();
 }
@@ -220,12 +206,7 @@ qsizetype SourceBox::withoutCarriageReturns(qsizetype position) const
 
 qsizetype SourceBox::fromDocument(int position) const
 {
-    const QString all = text();
-    qsizetype at = m_held->fromDocument(position);
-    const QLatin1String lineBreak("\r\n");
-    for (qsizetype end = all.indexOf(lineBreak); end >= 0 && end < at; end = all.indexOf(lineBreak, end + 2))
-        ++at;
-    return std::min(at, all.size());
+    return m_text.positionOf(*m_held, position);
 }
 
 void SourceBox::showFrom(qsizetype position)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "source/forms/BoxText.h"
 #include "source/forms/FoundMarks.h"
 #include "source/forms/ReadyText.h"
 
@@ -112,8 +113,7 @@ private:
     qint64 m_rewritten = -1; // revision that the last rewrite left
     bool m_typing = false, m_rewriting = false;
     qint64 m_revision = 0;
-    mutable QString m_text; // what the document is, where m_isText
-    mutable bool m_isText = false;
+    mutable BoxText m_text;
     bool m_showing = false;     // hidden text is being shown; the text stays the same
     HeldText *m_held = nullptr; // these two belong to the document
     SourceHighlighter *m_colours = nullptr;
