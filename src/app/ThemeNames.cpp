@@ -301,10 +301,9 @@ void ThemeNames::search()
 {
     if (!m_frmSearch) {
         const auto make = [this](const ThemeEdit &edit) {
-            return changes.make(edit,
-                                tr("Replaced in %1; \"Undo Replace\" in the Tool menu takes it back.")
-                                    .arg(counted(edit.paths().size(), tr("file"), tr("files"))),
-                                tr("Undo Replace"));
+            return changes.make(
+                edit, tr("Replaced in %1.").arg(counted(edit.paths().size(), tr("file"), tr("files"))),
+                tr("Undo Replace"));
         };
         m_frmSearch = std::make_unique<frmSearch>(m_index, make, m_talk, m_window);
         m_frmSearch->addActions(m_dialogActions);

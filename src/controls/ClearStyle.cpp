@@ -12,6 +12,7 @@ namespace {
 
 constexpr float kEdge = 0.3F;
 constexpr float kOn = 0.3F;                        // of the highlight, on a button that is on
+constexpr int kBeside = 12;                        // pixels, of a caption
 constexpr double kRing = 2, kThin = 1, kRound = 2; // pixels
 
 void drawRing(QPainter *painter, const QRect &rect, const QColor &colour, double width = kRing)
@@ -92,6 +93,17 @@ void ClearStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if (control == CC_ComboBox && option->state.testFlag(State_HasFocus))
         drawRing(painter, option->rect, focusOn(option->palette, option->palette.color(QPalette::Window)));
+}
+
+// Fusion gives room to short captions alone.
+QSize ClearStyle::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
+                                   const QWidget *widget) const
+{
+    const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
+    return type == CT_PushButton && button && !button->text.isEmpty()
+               ? size.expandedTo({contents.width() + 2 * kBeside, 0})
+               : size;
 }
 
 } // namespace quillmere

@@ -5,7 +5,7 @@
 namespace quillmere {
 
 // The style of desktops that have none of their own, with marks that are seen on any ground: boxes without a
-// tick, and what has the focus, at 3:1 at the least.
+// tick, and what has the focus, at 3:1 at the least. Buttons have room beside their captions.
 class ClearStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -17,6 +17,8 @@ public:
                        const QWidget *widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
                             const QWidget *widget) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
+                           const QWidget *widget) const override;
 };
 
 } // namespace quillmere
