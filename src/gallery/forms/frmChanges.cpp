@@ -40,7 +40,7 @@ QString counted(qint64 pixels)
 {
     return pixels == 0   ? QObject::tr("Both are the same.")
            : pixels == 1 ? QObject::tr("1 pixel differs.")
-                         : QObject::tr("%1 pixels differ.").arg(pixels);
+                         : QObject::tr("%L1 pixels differ.").arg(pixels);
 }
 
 } // namespace
