@@ -44,7 +44,7 @@ bool announcesPicture(QStringView before)
 
 } // namespace
 
-NamedPictures::NamedPictures(const QString &text) : m_text(text)
+NamedPictures::NamedPictures(const QString &text, bool isWithStamped) : m_text(text)
 {
     static const QString scheme = QString(QLatin1String(kPictureScheme) + u':');
     for (qsizetype at = m_text.indexOf(scheme); at >= 0; at = m_text.indexOf(scheme, at + 1)) {
@@ -56,33 +56,49 @@ NamedPictures::NamedPictures(const QString &text) : m_text(text)
         qsizetype end = from;
         while (end < m_text.size() && isPlain(m_text[end]))
             ++end;
+        const qsizetype pathEnd = end;
+        if (isWithStamped && end < m_text.size() && m_text[end] == u'?') {
+            do
+                ++end;
+            while (end < m_text.size() && m_text[end].isDigit());
+        }
         const bool ends = end < m_text.size() && m_text[end] == quote;
-        if (ends && isLiteral(QStringView(m_text).sliced(from, end - from)))
+        if (ends && isLiteral(QStringView(m_text).sliced(from, pathEnd - from)))
             m_places.append({at, end - at});
     }
 }
 
-QStringList NamedPictures::urls() const
+QList<NamedPictures::Picture> NamedPictures::pictures() const
 {
-    QStringList urls;
-    QSet<QStringView> seen;
+    QList<Picture> all;
+    QHash<QStringView, qsizetype> known;
     for (const Place place : m_places) {
-        if (const qsizetype before = seen.size(); seen.insert(urlAt(place)), seen.size() > before)
-            urls.append(urlAt(place).toString());
+        const qsizetype number = known.value(urlAt(place), all.size());
+        if (number == all.size()) {
+            known.insert(urlAt(place), number);
+            all.append({urlAt(place).toString(), 0});
+        }
+        ++all[number].times;
     }
-    return urls;
+    return all;
 }
 
-QString NamedPictures::withoutMissing(const QSet<QString> &missing) const
+QString NamedPictures::noPicture()
+{
+    return kNoPicture.toString();
+}
+
+QString NamedPictures::with(const QHash<QString, QString> &others) const
 {
     QString out;
     out.reserve(m_text.size());
     qsizetype done = 0;
     for (const Place place : m_places) {
-        if (!missing.contains(urlAt(place).toString()))
+        const auto other = others.find(urlAt(place).toString());
+        if (other == others.end())
             continue;
         out += QStringView(m_text).sliced(done, place.position - done);
-        out += kNoPicture;
+        out += *other;
         done = place.position + place.size;
     }
     return out += QStringView(m_text).sliced(done);

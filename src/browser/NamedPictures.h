@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QSet>
+#include <QHash>
+#include <QList>
 #include <QString>
-#include <QStringList>
 
 namespace quillmere {
 
@@ -12,13 +12,22 @@ namespace quillmere {
 class NamedPictures
 {
 public:
-    explicit NamedPictures(const QString &text);
+    // The URL of a picture whose file is there ends in a stamp (see withPictureUrls()); those count only if
+    // they are asked for.
+    explicit NamedPictures(const QString &text, bool isWithStamped = false);
 
+    struct Picture
+    {
+        QString url;
+        int times = 0; // that it is named
+    };
     // Each once, in order. Only such as the browser hands on letter by letter.
-    QStringList urls() const;
-    // The text with one URL in place of all that are missing, so that the browser asks once for all of them
-    // and shows each as a missing picture. The other URLs and all else stay.
-    QString withoutMissing(const QSet<QString> &missing) const;
+    QList<Picture> pictures() const;
+    // What is put for pictures that are missing, so that the browser asks once for all of them and shows each
+    // as a missing picture.
+    static QString noPicture();
+    // The text with others in place of these URLs. The rest of the URLs and all else stay.
+    QString with(const QHash<QString, QString> &others) const;
 
 private:
     struct Place

@@ -112,6 +112,7 @@ public:
         }
         m_out = append(m_out, m_text.sliced(position));
         result.truncate(m_out - begin);
+        result.squeeze(); // it is kept for as long as the window is open
         return result;
     }
 

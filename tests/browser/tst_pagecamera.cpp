@@ -147,6 +147,35 @@ private slots:
         QCOMPARE(camera.unmarked(), 0);
     }
 
+    // So many that the small ones stand in the page themselves: one twice, one too large for it, some that
+    // are missing or none.
+    void manyPictures()
+    {
+        QString rules, body;
+        for (int i = 0; i < 40; ++i) {
+            QImage image(i == 7 ? QSize(200, 100) : QSize(6, 6), QImage::Format_RGB32);
+            for (int y = 0; y < image.height(); ++y) {
+                for (int x = 0; x < image.width(); ++x)
+                    image.setPixel(x, y, qRgb(x * 97 * i, y * 41, (x * y * 7919 + i * 5) % 256));
+            }
+            const QString path = m_files.path(u"many_%1.png"_s.arg(i));
+            if (i == 9)
+                m_files.write(u"many_9.png"_s, "no picture");
+            else if (i != 5)
+                QVERIFY(image.save(path));
+            rules += u"#d%1,#d%1_{background:url('%2')}"_s.arg(i).arg(path);
+            for (const QString &end : {u""_s, i % 2 ? u"_"_s : u"no"_s})
+                body +=
+                    u"<div id='d%1%2' style='float:left;width:20px;height:11px'>url</div>"_s.arg(i).arg(end);
+        }
+        const QString page = u"<html><head><style>"_s + rules + u"</style></head><body>"_s + body;
+        PageCamera camera(m_files.folder(), kSize);
+        QImage taken;
+        camera.take(page, [&](const QImage &picture) { taken = picture; });
+        QTRY_VERIFY_WITH_TIMEOUT(!taken.isNull(), 20000);
+        QCOMPARE(taken, pictureAtRest(m_files.folder(), page));
+    }
+
     // One page after the other looks as each does alone, whether it is written over the one before or not.
     void after()
     {

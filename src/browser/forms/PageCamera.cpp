@@ -56,6 +56,7 @@ bool leavesNothing(const QString &page)
 PageCamera::PageCamera(const QString &themeFolder, QSize size, Mark mark, QObject *parent)
     : QObject(parent), m_mark(mark)
 {
+    m_wb.setInlining(true);
     m_wb.setAttribute(Qt::WA_DontShowOnScreen);
     m_wb.setAttribute(Qt::WA_ShowWithoutActivating);
     m_wb.setAttribute(Qt::WA_QuitOnClose, false);

@@ -15,7 +15,9 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kMostInARow = 5; // ms of giving answers between other events
+constexpr int kMostInARow = 5;              // ms of giving answers between other events
+constexpr qint64 kLargestInlined = 4096;    // bytes of a file, counted as often as the page names it
+constexpr qsizetype kMostInlined = 1 << 22; // units of all that goes with a page, or a piece of one
 
 // A file of some kilobytes can stand for gigabytes of pixels. Formats that say nothing of their size in a
 // header, like drawings, are not asked.
@@ -26,6 +28,21 @@ bool fitsInMemory(QFile &picture)
         return true;
     const QSize size = QImageReader(&picture, format).size();
     return picture.seek(0) && qint64(size.width()) * size.height() <= kMostPixels;
+}
+
+// The URL that is the picture itself, where its file has no more bytes than these; empty for others.
+QString inlined(const QString &path, qint64 mostBytes)
+{
+    const std::unique_ptr<QFile> file = openPicture(path);
+    if (!file || file->size() > mostBytes)
+        return {};
+    const QByteArray format = pixelFormat(*file);
+    if (format.isEmpty() || !fitsInMemory(*file))
+        return {};
+    const QByteArray bytes = file->read(mostBytes + 1);
+    return bytes.size() > mostBytes
+               ? QString()
+               : QString::fromLatin1("data:image/" + format + ";base64," + bytes.toBase64());
 }
 
 } // namespace
@@ -66,20 +83,28 @@ void PictureHandler::lookAnew()
     m_lookup = std::make_shared<PictureLookup>(m_themeFolder);
 }
 
-void PictureHandler::findMissing(const QStringList &urls,
-                                 const std::function<void(const QSet<QString> &)> &tell)
+void PictureHandler::lookUp(const QList<NamedPictures::Picture> &pictures, bool inlines,
+                            const std::function<void(const QHash<QString, QString> &)> &tell)
 {
-    m_worker.start([this, urls, tell, newest = std::weak_ptr(m_lookup)] {
-        QSet<QString> missing;
-        for (const QString &url : urls) {
+    m_worker.start([this, pictures, inlines, tell, newest = std::weak_ptr(m_lookup)] {
+        QHash<QString, QString> others;
+        qsizetype room = inlines ? kMostInlined : 0;
+        for (const auto &[url, times] : pictures) {
             const auto lookup = newest.lock();
             if (!lookup)
                 break; // another page is on its way, and waits for this thread
-            if (lookup->admitted(QUrl(url, QUrl::StrictMode)).isEmpty())
-                missing.insert(url);
+            const QString path = lookup->admitted(QUrl(url, QUrl::StrictMode));
+            if (path.isEmpty()) {
+                others.insert(url, NamedPictures::noPicture());
+                continue;
+            }
+            const QString own = room > 0 ? inlined(path, kLargestInlined / times) : QString();
+            room -= own.size() * times;
+            if (!own.isEmpty())
+                others.insert(url, own);
         }
         QMetaObject::invokeMethod(
-            this, [tell, missing] { tell(missing); }, Qt::QueuedConnection);
+            this, [tell, others] { tell(others); }, Qt::QueuedConnection);
     });
 }
 

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "browser/NamedPictures.h"
+
 #include <QFile>
 #include <QHash>
 #include <QMutex>
 #include <QPointer>
-#include <QSet>
 #include <QThreadPool>
 #include <QWebEngineUrlRequestJob>
 #include <QWebEngineUrlSchemeHandler>
@@ -33,8 +34,10 @@ public:
     QString setBackdrop(const QByteArray &png);
     // From now on files are found that have come since.
     void lookAnew();
-    // Tells, by the event loop, which of these URLs lead to no picture.
-    void findMissing(const QStringList &urls, const std::function<void(const QSet<QString> &)> &tell);
+    // Tells, by the event loop, what is to stand for these pictures in a page, by URL: for those that are
+    // missing, and, if `inlines`, all of those that are so small that a request costs more.
+    void lookUp(const QList<NamedPictures::Picture> &pictures, bool inlines,
+                const std::function<void(const QHash<QString, QString> &)> &tell);
 
     void requestStarted(QWebEngineUrlRequestJob *job) override;
 

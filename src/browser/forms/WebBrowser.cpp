@@ -29,7 +29,7 @@ constexpr int kPollInterval = 15;           // ms
 constexpr qsizetype kMostAtOnce = 1 << 19;  // units; a longer page is sent in pieces
 constexpr qsizetype kPiece = 1 << 16;       // units; a millisecond's work or two
 constexpr qsizetype kMostPatched = 1 << 21; // units; the changes of a longer page are not looked for
-constexpr qsizetype kFewPictures = 20;      // may be missing at the price of a request each
+constexpr qsizetype kFewPictures = 20;      // may be asked for, or be missing, at the price of a request each
 constexpr int kPatience = 10000;            // ms for the renderer to take a page
 
 // A page beyond these holds the renderer for minutes and takes memory by the gigabyte. A window of 10,000
@@ -154,8 +154,9 @@ void WebBrowser::writeNext()
 {
     if (!m_waiting)
         return;
-    if (m_waiting->size() > kMostCharacters ||
-        (m_waiting->size() > kMostTags && std::ranges::count(*m_waiting, QChar(u'<')) > kMostTags)) {
+    const QStringView waiting = *m_waiting;
+    if (waiting.size() > kMostCharacters ||
+        (waiting.size() > kMostTags && std::ranges::count(waiting, QChar(u'<')) > kMostTags)) {
         m_waiting.reset();
         emit failed(tr("The window is too large for the preview, which stays as it was."));
         return;
@@ -171,7 +172,7 @@ void WebBrowser::writeNext()
     m_current = std::move(*m_waiting);
     m_waiting.reset();
     m_marked.clear();
-    m_missing.clear();
+    m_otherUrls.clear();
     m_begins = false;
     m_busy = m_touched = true;
     m_pictures->lookAnew();
@@ -182,28 +183,29 @@ void WebBrowser::writeNext()
         startPieces();
         return;
     }
-    withoutMissing(withPictureUrls(m_current, m_pictures->themeFolder()),
+    lookUpPictures(withPictureUrls(m_current, m_pictures->themeFolder()),
                    [this](const QString &text) { bring(text); });
 }
 
-// Hands the text on at once, or, where it names many pictures, when those that are missing are known.
-void WebBrowser::withoutMissing(const QString &text, const std::function<void(const QString &)> &send)
+// Hands the text on at once, or, where it names many pictures, when it is known what they are.
+void WebBrowser::lookUpPictures(const QString &text, const std::function<void(const QString &)> &send)
 {
-    const NamedPictures named(text);
-    const QStringList urls = named.urls();
-    if (urls.size() <= kFewPictures) {
+    const bool inlines = m_inlines || m_current.size() > kMostPatched;
+    const NamedPictures named(text, inlines);
+    const QList<NamedPictures::Picture> pictures = named.pictures();
+    if (pictures.size() <= kFewPictures) {
         send(text);
         return;
     }
     m_preparing = true;
-    const auto tell = [this, named, send, number = ++m_lookups](const QSet<QString> &missing) {
+    const auto tell = [this, named, send, number = ++m_lookups](const QHash<QString, QString> &others) {
         if (number != m_lookups)
             return;
         m_preparing = m_pieces.has_value();
-        m_missing += missing;
-        send(named.withoutMissing(missing));
+        m_otherUrls.insert(others);
+        send(named.with(others));
     };
-    m_pictures->findMissing(urls, tell);
+    m_pictures->lookUp(pictures, inlines, tell);
 }
 
 // Changes the document for this text of the page, or writes it.
@@ -242,7 +244,7 @@ void WebBrowser::sendPiece()
         return;
     }
     m_nextPiece.stop();
-    withoutMissing(m_pieces->next(kPiece), [this](const QString &piece) {
+    lookUpPictures(m_pieces->next(kPiece), [this](const QString &piece) {
         page()->runJavaScript(QString(u"window.__pieces.push(" + quoted(piece) + u")"),
                               QWebEngineScript::ApplicationWorld);
         if (m_current.size() <= kMostPatched)
@@ -306,7 +308,7 @@ bool WebBrowser::beginSteps(const QString &marked, const QStringList &values)
     if (!m_ready || isBusy() || !m_shown.isKnown())
         return false;
     const QString text = withPictureUrls(marked, m_pictures->themeFolder());
-    const bool begins = m_shown.beginSteps(NamedPictures(text).withoutMissing(m_missing), values);
+    const bool begins = m_shown.beginSteps(NamedPictures(text).with(m_otherUrls), values);
     if (begins) {
         m_marked = marked;
         m_values = values;

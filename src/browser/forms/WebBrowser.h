@@ -55,6 +55,10 @@ public:
     void beginDocument();
     // Every page is written anew: what the changes are measured and held against.
     void setPatching(bool patching) { m_patching = patching; }
+    // In a page that names many pictures, small ones stand themselves, in place of a request each, of which
+    // thousands take the renderer seconds and hundreds of megabytes. Pages so long that they are always
+    // written anew are brought like that; with this, all pages are.
+    void setInlining(bool inlines) { m_inlines = inlines; }
     // How long the renderer may take for a page, ms.
     void setPatience(int milliseconds) { m_patience.setInterval(milliseconds); }
     // An expression that is run behind every page from now on, as soon as the document has it. "" for none.
@@ -81,7 +85,7 @@ private:
     void lookForBlank();
     void changeCell();
     void writeNext();
-    void withoutMissing(const QString &text, const std::function<void(const QString &)> &send);
+    void lookUpPictures(const QString &text, const std::function<void(const QString &)> &send);
     void bring(const QString &text);
     void startPieces();
     void sendPiece();
@@ -120,9 +124,10 @@ private:
     QString m_sent;                           // what of it has
     QTimer m_nextPiece;
     bool m_patching = true;
-    QSet<QString> m_missing; // of the pictures that the page under way names, as far as they were looked up
-    ShownPage m_shown;       // what the document is, once it has the page under way
-    QString m_marked;        // while it goes in steps
+    bool m_inlines = false;
+    QHash<QString, QString> m_otherUrls; // for pictures of the page under way, as far as they were looked up
+    ShownPage m_shown;                   // what the document is, once it has the page under way
+    QString m_marked;                    // while it goes in steps
     QStringList m_values;
 };
 
