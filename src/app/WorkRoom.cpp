@@ -81,10 +81,14 @@ void WorkRoom::restore()
 
 void WorkRoom::Form_Resize(int width, int height)
 {
-    if (width <= kLeastWidth || height <= kLeastHeight)
+    m_inWindow = {width, height};
+    const bool isSmall = width <= kLeastWidth || height <= kLeastHeight;
+    if (isSmall && !m_isAlone)
         return;
-    m_width = width;
-    m_height = height;
+    if (!isSmall) {
+        m_width = width;
+        m_height = height;
+    }
     layOut();
 }
 
@@ -150,9 +154,10 @@ void WorkRoom::layOut()
 {
     layOutTabs(column());
     layOutPreview(m_isAlone ? 2 * kStripLeft : column());
-    m_page.setMinimumSize(
-        m_preview.geometry().right() + 1,
-        std::max(m_strip.geometry().bottom(), m_preview.geometry().bottom() + StageBar::kHeight) + 1);
+    m_page.setMinimumSize(m_preview.geometry().right() + 1,
+                          std::max(m_isAlone ? 0 : m_strip.geometry().bottom(),
+                                   m_preview.geometry().bottom() + StageBar::kHeight) +
+                              1);
 }
 
 void WorkRoom::layOutTabs(int column)
@@ -167,10 +172,15 @@ void WorkRoom::layOutTabs(int column)
     m_line->raise();
 }
 
+// Alone it makes do with the window as it is, which may be smaller than what the tabs need.
 void WorkRoom::layOutPreview(int column)
 {
+    const auto room = [this](int laidOut, int window) {
+        return m_isAlone ? std::min(laidOut, std::max(window, kLeastPreview)) : laidOut;
+    };
     m_preview.move(toPixels(column - kStripLeft), toPixels(kStripTop));
-    m_preview.setFrameSize(m_width - column, m_height - kAround);
+    m_preview.setFrameSize(room(m_width, m_inWindow.width()) - column,
+                           room(m_height, m_inWindow.height()) - kAround);
 }
 
 bool WorkRoom::eventFilter(QObject *watched, QEvent *event)

@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QSize>
 
 class QAction;
 class QWidget;
@@ -62,7 +63,8 @@ private:
     int m_column;                  // twips of the width that are not preview
     bool m_isWide = false;         // half of it is not
     bool m_isAlone = false;        // all of it is preview
-    int m_width = 0, m_height = 0; // twips
+    int m_width = 0, m_height = 0; // twips, that all is laid out for
+    QSize m_inWindow;              // twips, what there is
     QAction *m_wideItem = nullptr, *m_aloneItem = nullptr;
 };
 

@@ -84,6 +84,13 @@ private slots:
             QCOMPARE(placeOf(window, "frmWb"), preview);
             QVERIFY(!window.find<QAction>("mnuPreviewAlone")->isChecked());
         }
+        // Where the tabs would not fit it does.
+        window.skin->resize(900, 500);
+        const QRect page(QPoint(), window.find<QWidget>("pageScroll")->size());
+        for (int turn = 0; turn < 2; ++turn) {
+            QTest::keyClick(window.skin.get(), Qt::Key_F11);
+            QTRY_COMPARE(page.contains(window.find<QWidget>("frmWb")->geometry()), turn == 0);
+        }
     }
 
     void blocksAndSource()
