@@ -15,9 +15,8 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kMostInARow = 5;              // ms of giving answers between other events
-constexpr qint64 kLargestInlined = 4096;    // bytes of a file, counted as often as the page names it
-constexpr qsizetype kMostInlined = 1 << 22; // units of all that goes with a page, or a piece of one
+constexpr int kMostInARow = 5;           // ms of giving answers between other events
+constexpr qint64 kLargestInlined = 4096; // bytes of a file, counted as often as the page names it
 
 // A file of some kilobytes can stand for gigabytes of pixels. Formats that say nothing of their size in a
 // header, like drawings, are not asked.
@@ -83,12 +82,12 @@ void PictureHandler::lookAnew()
     m_lookup = std::make_shared<PictureLookup>(m_themeFolder);
 }
 
-void PictureHandler::lookUp(const QList<NamedPictures::Picture> &pictures, bool inlines,
+void PictureHandler::lookUp(const QList<NamedPictures::Picture> &pictures, qsizetype room,
                             const std::function<void(const QHash<QString, QString> &)> &tell)
 {
-    m_worker.start([this, pictures, inlines, tell, newest = std::weak_ptr(m_lookup)] {
+    m_worker.start([this, pictures, room, tell, newest = std::weak_ptr(m_lookup)] {
         QHash<QString, QString> others;
-        qsizetype room = inlines ? kMostInlined : 0;
+        qsizetype left = room;
         for (const auto &[url, times] : pictures) {
             const auto lookup = newest.lock();
             if (!lookup)
@@ -98,8 +97,8 @@ void PictureHandler::lookUp(const QList<NamedPictures::Picture> &pictures, bool 
                 others.insert(url, NamedPictures::noPicture());
                 continue;
             }
-            const QString own = room > 0 ? inlined(path, kLargestInlined / times) : QString();
-            room -= own.size() * times;
+            const QString own = left > 0 ? inlined(path, kLargestInlined / times) : QString();
+            left -= own.size() * times;
             if (!own.isEmpty())
                 others.insert(url, own);
         }

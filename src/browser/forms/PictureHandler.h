@@ -35,8 +35,8 @@ public:
     // From now on files are found that have come since.
     void lookAnew();
     // Tells, by the event loop, what is to stand for these pictures in a page, by URL: for those that are
-    // missing, and, if `inlines`, all of those that are so small that a request costs more.
-    void lookUp(const QList<NamedPictures::Picture> &pictures, bool inlines,
+    // missing, and for those so small that a request costs more, as far as they fit into `room`, in units.
+    void lookUp(const QList<NamedPictures::Picture> &pictures, qsizetype room,
                 const std::function<void(const QHash<QString, QString> &)> &tell);
 
     void requestStarted(QWebEngineUrlRequestJob *job) override;

@@ -30,6 +30,7 @@ constexpr qsizetype kMostAtOnce = 1 << 19;  // units; a longer page is sent in p
 constexpr qsizetype kPiece = 1 << 16;       // units; a millisecond's work or two
 constexpr qsizetype kMostPatched = 1 << 21; // units; the changes of a longer page are not looked for
 constexpr qsizetype kFewPictures = 20;      // may be asked for, or be missing, at the price of a request each
+constexpr qsizetype kMostInlined = 1 << 22; // units of all pictures that travel with a page
 constexpr int kPatience = 10000;            // ms for the renderer to take a page
 
 // A page beyond these holds the renderer for minutes and takes memory by the gigabyte. A window of 10,000
@@ -173,6 +174,7 @@ void WebBrowser::writeNext()
     m_waiting.reset();
     m_marked.clear();
     m_otherUrls.clear();
+    m_inlineRoom = m_inlines || m_current.size() > kMostPatched ? kMostInlined : 0;
     m_begins = false;
     m_busy = m_touched = true;
     m_pictures->lookAnew();
@@ -190,22 +192,24 @@ void WebBrowser::writeNext()
 // Hands the text on at once, or, where it names many pictures, when it is known what they are.
 void WebBrowser::lookUpPictures(const QString &text, const std::function<void(const QString &)> &send)
 {
-    const bool inlines = m_inlines || m_current.size() > kMostPatched;
-    const NamedPictures named(text, inlines);
+    const NamedPictures named(text, m_inlineRoom > 0);
     const QList<NamedPictures::Picture> pictures = named.pictures();
     if (pictures.size() <= kFewPictures) {
         send(text);
         return;
     }
     m_preparing = true;
-    const auto tell = [this, named, send, number = ++m_lookups](const QHash<QString, QString> &others) {
+    const auto tell = [this, named, send, length = text.size(),
+                       number = ++m_lookups](const QHash<QString, QString> &others) {
         if (number != m_lookups)
             return;
         m_preparing = m_pieces.has_value();
         m_otherUrls.insert(others);
-        send(named.with(others));
+        const QString whole = named.with(others);
+        m_inlineRoom -= std::max<qsizetype>(0, whole.size() - length);
+        send(whole);
     };
-    m_pictures->lookUp(pictures, inlines, tell);
+    m_pictures->lookUp(pictures, m_inlineRoom, tell);
 }
 
 // Changes the document for this text of the page, or writes it.

@@ -125,6 +125,7 @@ private:
     QTimer m_nextPiece;
     bool m_patching = true;
     bool m_inlines = false;
+    qsizetype m_inlineRoom = 0;          // units of the page under way that pictures may take yet
     QHash<QString, QString> m_otherUrls; // for pictures of the page under way, as far as they were looked up
     ShownPage m_shown;                   // what the document is, once it has the page under way
     QString m_marked;                    // while it goes in steps
