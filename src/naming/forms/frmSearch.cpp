@@ -31,7 +31,7 @@ constexpr int kPercent = 100;
 frmSearch::frmSearch(LiveIndex &index, std::function<bool(const ThemeEdit &)> change, Talk &talk,
                      QWidget &owner)
     : ModelessDialog(QStringLiteral("frmSearch"), owner), m_index(index), m_change(std::move(change)),
-      m_talk(talk), m_rows({tr("File"), tr("Line"), tr("Text")}, ListRows::Checks::Yes),
+      m_talk(talk), m_rows({tr("Window"), tr("Line"), tr("Text")}, ListRows::Checks::Yes),
       txtSearch(named(new QLineEdit, "txtSearch", tr("Text to search for"))),
       chkSearchCase(named(new QCheckBox(tr("Match &case")), "chkSearchCase", tr("Match letter case"))),
       cbSearchIn(named(new QComboBox, "cbSearchIn", tr("Where to search"))),

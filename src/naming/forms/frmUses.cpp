@@ -18,7 +18,7 @@ constexpr QSize kFirstSize{720, 320}; // pixels
 
 frmUses::frmUses(LiveIndex &index, QWidget &owner)
     : ModelessDialog(QStringLiteral("frmUses"), owner), m_index(index),
-      m_rows({tr("File"), tr("Line"), tr("Text")}),
+      m_rows({tr("Window"), tr("Line"), tr("Text")}),
       lvUses(new ListView(QStringLiteral("lvUses"), tr("Places"), m_rows)),
       lblUses(named(new QLabel, "lblUses", tr("Number of places")))
 {
