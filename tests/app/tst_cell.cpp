@@ -40,7 +40,7 @@ template <typename Condition>
     bool holds = condition();
     QObject::connect(&patience, &QTimer::timeout, &loop, &QEventLoop::quit);
     QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-        holds = condition() || holds; // asked once more where a dialog has come since, to close it
+        holds = condition();
         if (holds)
             loop.quit();
     });
@@ -154,14 +154,26 @@ private:
 class OpenPage : public QWebEnginePage
 {
 public:
-    using QWebEnginePage::QWebEnginePage;
+    OpenPage(Outside &outside, QWebEngineProfile *profile, QObject *parent)
+        : QWebEnginePage(profile, parent), m_outside(outside)
+    {
+    }
 
 protected:
-    QWebEnginePage *createWindow(WebWindowType) override { return new OpenPage(profile(), this); }
+    QWebEnginePage *createWindow(WebWindowType) override { return new OpenPage(m_outside, profile(), this); }
+    // The dialog that comes otherwise has an event loop of its own, which nobody ends where it comes late.
+    QStringList chooseFiles(FileSelectionMode, const QStringList &, const QStringList &accepted) override
+    {
+        m_outside.seen.insert(accepted.value(0).mid(1));
+        return {};
+    }
     void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString &, int,
                                   const QString &) override
     {
     }
+
+private:
+    Outside &m_outside;
 };
 
 // What an ordinary person browses with.
@@ -170,7 +182,7 @@ class OpenBrowser : public QWebEngineView
 public:
     explicit OpenBrowser(Outside &outside)
     {
-        setPage(new OpenPage(&m_profile, this));
+        setPage(new OpenPage(outside, &m_profile, this));
         settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
         settings()->setAttribute(QWebEngineSettings::HyperlinkAuditingEnabled, true);
         settings()->setAttribute(QWebEngineSettings::AutoLoadIconsForPage, false);
@@ -203,7 +215,7 @@ void clickPast(QObject &page, QPoint at)
     }
 }
 
-// Clicks at what wants a click until the page has felt it, a click a call: dialogs may stay open meanwhile.
+// Clicks at what wants a click until the page has felt it, a click a call.
 class Clicks
 {
 public:
