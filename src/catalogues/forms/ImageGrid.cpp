@@ -1,5 +1,6 @@
 #include "catalogues/forms/ImageGrid.h"
 
+#include "catalogues/forms/ImageGridItem.h"
 #include "catalogues/forms/ThumbnailDelegate.h"
 #include "catalogues/forms/Thumbnails.h"
 #include "controls/ListView.h"
@@ -15,19 +16,6 @@
 #include <algorithm>
 
 namespace quillmere {
-
-namespace {
-
-constexpr int kAround = 5;     // pixels at each side of a picture, and above it
-constexpr int kBeforeName = 4; // and between it and its name
-constexpr int kBelow = 5;
-constexpr int kTickInset = 3;  // pixels of a tick in its item
-constexpr int kMostName = 200; // letters; more than fit anywhere
-constexpr int kName = 1;       // the column of the IDs
-constexpr float kHovered = 0.18F;
-constexpr float kOutline = 0.4F; // of a tick
-
-} // namespace
 
 ImageGrid::ImageGrid(ListView &list, const Thumbnails &thumbnails)
     : QAbstractItemView(list.parentWidget()), m_list(list), m_thumbnails(thumbnails)
@@ -92,14 +80,14 @@ void ImageGrid::layOutSoon()
 void ImageGrid::measure()
 {
     const int width = std::max(viewport()->width(), 1);
-    m_columns = std::max(1, width / (Thumbnails::kLarge.width() + 2 * kAround));
-    m_item = {width / m_columns,
-              kAround + Thumbnails::kLarge.height() + kBeforeName + fontMetrics().height() + kBelow};
+    const QSize least = leastGridItem(fontMetrics());
+    m_columns = std::max(1, width / least.width());
+    m_item = {width / m_columns, least.height()};
 }
 
 QModelIndex ImageGrid::itemAt(int number) const
 {
-    return number >= 0 && number < m_rows.size() ? model()->index(m_rows[number], kName) : QModelIndex();
+    return number >= 0 && number < m_rows.size() ? model()->index(m_rows[number], kGridName) : QModelIndex();
 }
 
 QRect ImageGrid::placeOf(int number) const
@@ -140,7 +128,7 @@ void ImageGrid::dataChanged(const QModelIndex &first, const QModelIndex &last, c
     if (first.row() != last.row())
         layOutSoon(); // they may be sorted anew
     else
-        update(first.siblingAtColumn(kName));
+        update(first.siblingAtColumn(kGridName));
 }
 
 void ImageGrid::scrollTo(const QModelIndex &index, ScrollHint hint)
@@ -271,20 +259,13 @@ void ImageGrid::keyPressEvent(QKeyEvent *event)
         emit m_list.rowClicked(after);
 }
 
-QRect ImageGrid::tickOf(const QRect &item) const
-{
-    return {item.topLeft() + QPoint(kTickInset, kTickInset),
-            QSize(style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this),
-                  style()->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, this))};
-}
-
 void ImageGrid::mouseReleaseEvent(QMouseEvent *event)
 {
     const QModelIndex index = indexAt(event->position().toPoint());
     const QModelIndex box = index.siblingAtColumn(0);
     const bool isTick = event->button() == Qt::LeftButton && index.isValid() && index == currentIndex() &&
                         box.flags().testFlag(Qt::ItemIsUserCheckable) &&
-                        tickOf(visualRect(index)).contains(event->position().toPoint());
+                        gridTick(visualRect(index), *this).contains(event->position().toPoint());
     QAbstractItemView::mouseReleaseEvent(event);
     if (isTick)
         model()->setData(box,
@@ -333,10 +314,8 @@ void ImageGrid::showToolTip(const QPoint &at, const QPoint &global)
     if (!index.isValid())
         QToolTip::hideText();
     else
-        QToolTip::showText(
-            global,
-            thumbnailToolTip(index.data().toString().left(kMostName) + u'\n' + path, m_thumbnails.of(path)),
-            viewport(), visualRect(index));
+        QToolTip::showText(global, thumbnailToolTip(gridName(index) + u'\n' + path, m_thumbnails.of(path)),
+                           viewport(), visualRect(index));
 }
 
 void ImageGrid::paintEvent(QPaintEvent *event)
@@ -355,59 +334,11 @@ void ImageGrid::paintEvent(QPaintEvent *event)
         option.state.setFlag(QStyle::State_MouseOver, index == m_hovered);
         option.state.setFlag(QStyle::State_HasFocus,
                              hasFocus() && index.row() == currentIndex().row() && currentIndex().isValid());
-        drawItem(painter, option, index);
+        const Thumbnail *thumbnail = m_thumbnails.of(index.siblingAtColumn(0).data().toString());
+        if (!thumbnail)
+            emit wanting();
+        drawGridItem(painter, option, index, thumbnail);
     }
-}
-
-void ImageGrid::drawItem(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index)
-{
-    const QPalette &palette = option.palette;
-    const bool isSelected = option.state & QStyle::State_Selected;
-    const auto group = hasFocus() ? QPalette::Active : QPalette::Inactive;
-    const QRect item = option.rect.adjusted(1, 1, -1, -1);
-    QColor ground = palette.color(group, QPalette::Highlight);
-    if (!isSelected)
-        ground.setAlphaF(kHovered);
-    if (isSelected || option.state & QStyle::State_MouseOver)
-        painter.fillRect(item, ground);
-
-    const Thumbnail *thumbnail = m_thumbnails.of(index.siblingAtColumn(0).data().toString());
-    if (!thumbnail)
-        emit wanting();
-    const QRect picture(option.rect.left() + (option.rect.width() - Thumbnails::kLarge.width()) / 2,
-                        option.rect.top() + kAround, Thumbnails::kLarge.width(), Thumbnails::kLarge.height());
-    drawThumbnail(painter, picture, thumbnail, &Thumbnail::large, palette);
-    drawTick(painter, option, index);
-
-    const QRect line(option.rect.left() + kAround, picture.bottom() + 1 + kBeforeName,
-                     option.rect.width() - 2 * kAround, option.fontMetrics.height());
-    painter.setPen(palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text));
-    painter.drawText(line, Qt::AlignCenter | Qt::TextSingleLine,
-                     option.fontMetrics.elidedText(index.data().toString().left(kMostName), Qt::ElideMiddle,
-                                                   line.width()));
-    if (option.state & QStyle::State_HasFocus) {
-        painter.setPen(palette.color(QPalette::Text));
-        painter.drawRect(item.adjusted(0, 0, -1, -1));
-    }
-}
-
-// On a ground of its own, since pictures have every colour.
-void ImageGrid::drawTick(QPainter &painter, const QStyleOptionViewItem &option,
-                         const QModelIndex &index) const
-{
-    const QVariant ticked = index.siblingAtColumn(0).data(Qt::CheckStateRole);
-    if (!ticked.isValid())
-        return;
-    QStyleOptionViewItem tick = option;
-    tick.rect = tickOf(option.rect);
-    tick.state &= ~QStyle::State_HasFocus;
-    tick.state |= ticked.toInt() == Qt::Checked ? QStyle::State_On : QStyle::State_Off;
-    painter.fillRect(tick.rect, option.palette.base());
-    style()->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &tick, &painter, this);
-    QColor outline = option.palette.color(QPalette::Text); // that of the style hardly shows in the dark
-    outline.setAlphaF(kOutline);
-    painter.setPen(outline);
-    painter.drawRect(tick.rect.adjusted(0, 0, -1, -1));
 }
 
 } // namespace quillmere

@@ -5,7 +5,6 @@
 namespace quillmere {
 
 class ListView;
-struct Thumbnail;
 class Thumbnails;
 
 // The rows of the image list as a grid of thumbnails with the ID below each. It lies over the list and shares
@@ -58,9 +57,6 @@ private:
     void measure();
     QModelIndex itemAt(int number) const;
     QRect placeOf(int number) const; // in the viewport
-    QRect tickOf(const QRect &item) const;
-    void drawItem(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index);
-    void drawTick(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
     void showToolTip(const QPoint &at, const QPoint &global);
 
     ListView &m_list;
