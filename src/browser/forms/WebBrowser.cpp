@@ -1,9 +1,9 @@
 #include "browser/forms/WebBrowser.h"
 
 #include "browser/CellScripts.h"
-#include "browser/NamedPictures.h"
 #include "browser/PagePatch.h"
 #include "browser/forms/CellPage.h"
+#include "browser/forms/OutgoingPage.h"
 #include "browser/forms/PictureHandler.h"
 
 #include <QJsonArray>
@@ -27,10 +27,7 @@ Q_LOGGING_CATEGORY(lcBrowser, "quillmere.browser", QtInfoMsg)
 constexpr int kMostDeaths = 3;
 constexpr int kPollInterval = 15;           // ms
 constexpr qsizetype kMostAtOnce = 1 << 19;  // units; a longer page is sent in pieces
-constexpr qsizetype kPiece = 1 << 16;       // units; a millisecond's work or two
 constexpr qsizetype kMostPatched = 1 << 21; // units; the changes of a longer page are not looked for
-constexpr qsizetype kFewPictures = 20;      // may be asked for, or be missing, at the price of a request each
-constexpr qsizetype kMostInlined = 1 << 22; // units of all pictures that travel with a page
 constexpr int kPatience = 10000;            // ms for the renderer to take a page
 
 // A page beyond these holds the renderer for minutes and takes memory by the gigabyte. A window of 10,000
@@ -42,7 +39,7 @@ constexpr qsizetype kMostTags = 300000;
 
 WebBrowser::WebBrowser(QWidget *parent)
     : QuietView(parent), m_profile(std::make_unique<QWebEngineProfile>()),
-      m_pictures(std::make_unique<PictureHandler>())
+      m_pictures(std::make_unique<PictureHandler>()), m_outgoing(std::make_unique<OutgoingPage>(*m_pictures))
 {
     m_profile->installUrlSchemeHandler(kPictureScheme, m_pictures.get());
     m_profile->setUrlRequestInterceptor(new Interceptor(m_profile.get()));
@@ -53,8 +50,6 @@ WebBrowser::WebBrowser(QWidget *parent)
     m_patience.setSingleShot(true);
     m_patience.setInterval(kPatience);
     connect(&m_patience, &QTimer::timeout, this, &WebBrowser::onPatienceEnded);
-    m_nextPiece.setInterval(0);
-    connect(&m_nextPiece, &QTimer::timeout, this, &WebBrowser::sendPiece);
     enterCell();
 }
 
@@ -93,7 +88,7 @@ WebBrowser::~WebBrowser()
     ++m_writes;
     m_ready = false;
     m_waiting.reset();
-    stopPreparing();
+    m_outgoing->stop();
     delete std::exchange(m_cell, nullptr); // before its profile goes
 }
 
@@ -141,8 +136,8 @@ void WebBrowser::write(const QString &page)
 {
     m_waiting = page;
     m_begins = m_begins || std::exchange(m_nextBegins, false);
-    if (m_preparing) {
-        stopPreparing(); // nobody will see that page any more
+    if (m_outgoing->isUnderWay()) {
+        m_outgoing->stop(); // nobody will see that page any more
         m_busy = false;
     }
     if (m_overdue)
@@ -173,43 +168,16 @@ void WebBrowser::writeNext()
     m_current = std::move(*m_waiting);
     m_waiting.reset();
     m_marked.clear();
-    m_otherUrls.clear();
-    m_inlineRoom = m_inlines || m_current.size() > kMostPatched ? kMostInlined : 0;
     m_begins = false;
     m_busy = m_touched = true;
-    m_pictures->lookAnew();
+    m_outgoing->begin(m_current, m_inlines || m_current.size() > kMostPatched);
     for (const QString &script : m_fonts.scripts())
         page()->runJavaScript(script, QWebEngineScript::ApplicationWorld);
     m_patience.start();
-    if (m_current.size() > (m_shown.isKnown() ? kMostPatched : kMostAtOnce)) {
-        startPieces();
-        return;
-    }
-    lookUpPictures(withPictureUrls(m_current, m_pictures->themeFolder()),
-                   [this](const QString &text) { bring(text); });
-}
-
-// Hands the text on at once, or, where it names many pictures, when it is known what they are.
-void WebBrowser::lookUpPictures(const QString &text, const std::function<void(const QString &)> &send)
-{
-    const NamedPictures named(text, m_inlineRoom > 0);
-    const QList<NamedPictures::Picture> pictures = named.pictures();
-    if (pictures.size() <= kFewPictures) {
-        send(text);
-        return;
-    }
-    m_preparing = true;
-    const auto tell = [this, named, send, length = text.size(),
-                       number = ++m_lookups](const QHash<QString, QString> &others) {
-        if (number != m_lookups)
-            return;
-        m_preparing = m_pieces.has_value();
-        m_otherUrls.insert(others);
-        const QString whole = named.with(others);
-        m_inlineRoom -= std::max<qsizetype>(0, whole.size() - length);
-        send(whole);
-    };
-    m_pictures->lookUp(pictures, m_inlineRoom, tell);
+    if (m_current.size() > (m_shown.isKnown() ? kMostPatched : kMostAtOnce))
+        bringPieces();
+    else
+        m_outgoing->sendWhole([this](const QString &text) { bring(text); });
 }
 
 // Changes the document for this text of the page, or writes it.
@@ -219,7 +187,7 @@ void WebBrowser::bring(const QString &text)
     std::optional<PageTree> next = m_patching ? PageTree::read(text, shown) : std::nullopt;
     const auto changes = shown && next ? changesBetween(*shown, *next) : std::nullopt;
     if (!changes && text.size() > kMostAtOnce) {
-        startPieces();
+        bringPieces();
         return;
     }
     const int number = m_writes + 1;
@@ -230,49 +198,24 @@ void WebBrowser::bring(const QString &text)
         put(writingScript(quoted(text), number, m_view), Way::Anew);
 }
 
-void WebBrowser::startPieces()
+// A long page goes over bit by bit, and is written when all of it is there.
+void WebBrowser::bringPieces()
 {
     m_shown.forget();
-    m_sent.clear();
-    m_preparing = true;
     page()->runJavaScript(QStringLiteral("window.__pieces=[]"), QWebEngineScript::ApplicationWorld);
-    m_pieces.emplace(m_current, m_pictures->themeFolder());
-    m_nextPiece.start();
-}
-
-// A long page goes over bit by bit between the other events, and is written when all of it is there.
-void WebBrowser::sendPiece()
-{
-    if (m_pieces->atEnd()) {
-        putPieces();
-        return;
-    }
-    m_nextPiece.stop();
-    lookUpPictures(m_pieces->next(kPiece), [this](const QString &piece) {
+    const bool isKept = m_patching && m_current.size() <= kMostPatched;
+    const auto sent = std::make_shared<QString>();
+    const auto send = [this, isKept, sent](const QString &piece) {
         page()->runJavaScript(QString(u"window.__pieces.push(" + quoted(piece) + u")"),
                               QWebEngineScript::ApplicationWorld);
-        if (m_current.size() <= kMostPatched)
-            m_sent += piece;
-        m_nextPiece.start();
+        if (isKept)
+            *sent += piece;
+    };
+    m_outgoing->sendPieces(send, [this, isKept, sent] {
+        put(writingScript(QStringLiteral("window.__pieces.join('')"), m_writes + 1, m_view), Way::Anew);
+        if (isKept)
+            m_shown.set(PageTree::read(*sent));
     });
-}
-
-void WebBrowser::putPieces()
-{
-    const QString sent = std::exchange(m_sent, {});
-    stopPreparing();
-    put(writingScript(QStringLiteral("window.__pieces.join('')"), m_writes + 1, m_view), Way::Anew);
-    if (m_patching && m_current.size() <= kMostPatched)
-        m_shown.set(PageTree::read(sent));
-}
-
-void WebBrowser::stopPreparing()
-{
-    m_preparing = false;
-    ++m_lookups;
-    m_nextPiece.stop();
-    m_pieces.reset();
-    m_sent.clear();
 }
 
 void WebBrowser::put(const QString &script, Way way)
@@ -311,8 +254,7 @@ bool WebBrowser::beginSteps(const QString &marked, const QStringList &values)
 {
     if (!m_ready || isBusy() || !m_shown.isKnown())
         return false;
-    const QString text = withPictureUrls(marked, m_pictures->themeFolder());
-    const bool begins = m_shown.beginSteps(NamedPictures(text).with(m_otherUrls), values);
+    const bool begins = m_shown.beginSteps(m_outgoing->textLike(marked), values);
     if (begins) {
         m_marked = marked;
         m_values = values;
@@ -377,7 +319,7 @@ void WebBrowser::pollDrawn()
 void WebBrowser::forgetWrite()
 {
     ++m_writes; // whatever was under way is not going to answer
-    stopPreparing();
+    m_outgoing->stop();
     m_shown.forget();
     m_ready = m_busy = m_overdue = m_viewing = false;
     m_patience.stop();

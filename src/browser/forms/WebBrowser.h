@@ -3,7 +3,6 @@
 #include "browser/PageFonts.h"
 #include "browser/PagePlace.h"
 #include "browser/PageView.h"
-#include "browser/PictureUrls.h"
 #include "browser/ShownPage.h"
 #include "browser/forms/QuietView.h"
 
@@ -18,6 +17,7 @@ class QWebEngineProfile;
 namespace quillmere {
 
 class CellPage;
+class OutgoingPage;
 class PictureHandler;
 
 // The preview's browser: shows one page at a time, written into "about:blank", and is a cell. Scripts in the
@@ -85,15 +85,11 @@ private:
     void lookForBlank();
     void changeCell();
     void writeNext();
-    void lookUpPictures(const QString &text, const std::function<void(const QString &)> &send);
     void bring(const QString &text);
-    void startPieces();
-    void sendPiece();
-    void putPieces();
+    void bringPieces();
     enum class Way { Anew, Patch };
     void put(const QString &script, Way way);
     QString currentPage() const;
-    void stopPreparing();
     void forgetWrite();
     void showView();
     void pollDrawn();
@@ -102,6 +98,7 @@ private:
 
     std::unique_ptr<QWebEngineProfile> m_profile;
     std::unique_ptr<PictureHandler> m_pictures;
+    std::unique_ptr<OutgoingPage> m_outgoing;
     PageFonts m_fonts;
     CellPage *m_cell = nullptr;
     bool m_ready = false;      // the document can be written into
@@ -118,17 +115,10 @@ private:
     int m_writes = 0;
     std::optional<QString> m_waiting;
     QString m_current;
-    bool m_preparing = false;                 // what goes into the browser is not complete yet
-    int m_lookups = 0;                        // of missing pictures
-    std::optional<PictureUrlPieces> m_pieces; // what of a long page has not been sent yet
-    QString m_sent;                           // what of it has
-    QTimer m_nextPiece;
     bool m_patching = true;
     bool m_inlines = false;
-    qsizetype m_inlineRoom = 0;          // units of the page under way that pictures may take yet
-    QHash<QString, QString> m_otherUrls; // for pictures of the page under way, as far as they were looked up
-    ShownPage m_shown;                   // what the document is, once it has the page under way
-    QString m_marked;                    // while it goes in steps
+    ShownPage m_shown; // what the document is, once it has the page under way
+    QString m_marked;  // while it goes in steps
     QStringList m_values;
 };
 
