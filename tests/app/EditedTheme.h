@@ -2,6 +2,8 @@
 
 #include "app/WindowFixture.h"
 
+#include "keeping/UnsavedTexts.h"
+
 #include <QRegularExpression>
 #include <QToolButton>
 
@@ -68,6 +70,12 @@ inline bool offers(const Window &window, const QString &pattern)
 inline void answer(const Window &window, const char *button)
 {
     window.find<QToolButton>(button)->click();
+}
+
+// How many unsaved versions are kept of a document.
+inline qsizetype kept(const Window &window, const QString &document, UnsavedKind kind = UnsavedKind::Text)
+{
+    return unsavedTextsOf(window.disk.recoveryFolder(), document, InUse::Include, kind).size();
 }
 
 inline const QString kUnsaved = u"Unsaved text of \\d\\d:\\d\\d\\."_s;
