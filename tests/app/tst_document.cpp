@@ -13,7 +13,7 @@
 using namespace quillmere;
 using namespace Qt::StringLiterals;
 
-// What is open keeps to itself how it was read and where it came from.
+// What is open keeps to itself how it was read and where it came from, and says what saving changed.
 class TestDocument : public QObject
 {
     Q_OBJECT
@@ -61,6 +61,20 @@ private slots:
         };
         QCOMPARE(between("main.xml", "<a>"), bytes);
         QCOMPARE(between("en.xml", "<tran id=\"y\">"), bytes);
+    }
+
+    void choiceReadsAnew()
+    {
+        Window window;
+        openAll(window);
+        window.write("theme/main.xml", "<widget name=\"\xc3\xa4\">");
+        window.openDocument("theme/main.xml");
+        auto *source = window.source();
+        QVERIFY(source->text().contains(u"\u00e4"_s));
+        window.choose("mnuCodePage1252");
+        QVERIFY(source->text().contains(u"\u00c3\u00a4"_s));
+        window.choose("mnuCodePageAutomatic");
+        QVERIFY(source->text().contains(u"\u00e4"_s));
     }
 
     void cancelledChoice()
@@ -122,6 +136,40 @@ private slots:
         window.skin->openTheme(window.path("second"));
         window.skin->openTheme(theme);
         QVERIFY(!window.said().contains(u"still holds"_s));
+    }
+
+    void saysWhatIsOnlyReindented_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("said");
+        const QByteArray widget = "<widget name=\"a\">\n";
+        QTest::newRow("some") << "  " + widget + "\t<rect>[1,2,3,4]</rect>\n</widget>" << QString()
+                              << u" 2 lines differ only in their indentation."_s;
+        QTest::newRow("one") << "<a>\r\n" + widget + "</widget>\r\n"
+                             << QString() << u" 1 line differs only in its indentation."_s;
+        QTest::newRow("none, and other line ends")
+            << "<widget   name=\"a\">\r\n\r\n\t\r\n</widget>"_ba << QString() << QString();
+        QTest::newRow("others are typed")
+            << "<a>\n" + widget + "<b>\n<c>\n</widget>\n"
+            << u"<new>\r\n"_s << u" 3 lines differ only in their indentation."_s;
+    }
+
+    // Once: what is saved again is as it was.
+    void saysWhatIsOnlyReindented()
+    {
+        QFETCH(const QByteArray, file);
+        QFETCH(const QString, typed);
+        QFETCH(const QString, said);
+        Window window;
+        window.skin->openDocument(window.write("theme/w.xml", file));
+        window.turnTo(8);
+        window.source()->rewrite(typed + window.source()->text());
+        for (const bool isFirst : {true, false}) {
+            window.expectSave(true);
+            window.choose("mnuSave");
+            QCOMPARE(window.said(), window.path("theme/w.xml") + u" saved."_s + (isFirst ? said : QString()));
+        }
     }
 };
 

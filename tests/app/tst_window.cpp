@@ -12,10 +12,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QTabBar>
-#include <qtestspontaneevent.h>
 
 using namespace quillmere;
 using namespace Qt::StringLiterals;
@@ -103,87 +100,6 @@ private slots:
         QCOMPARE(menuAsText(window.skin->menuBar()->actions()), QString::fromUtf8(expected.readAll()));
     }
 
-    void layout_data()
-    {
-        QTest::addColumn<QSize>("window");
-        QTest::addColumn<QSize>("laidOutAs"); // the window whose layout shows
-        QTest::newRow("large") << QSize(1600, 1000) << QSize(1600, 1000);
-        QTest::newRow("just large enough") << QSize(801, 601) << QSize(801, 601);
-        QTest::newRow("too narrow") << QSize(800, 900) << QSize(1400, 900);
-        QTest::newRow("too low") << QSize(1500, 600) << QSize(1400, 900);
-    }
-
-    void layout()
-    {
-        QFETCH(const QSize, window);
-        QFETCH(const QSize, laidOutAs);
-        const Window on;
-        on.skin->resize(window);
-        const int H = laidOutAs.height() - 80;
-        const int W = laidOutAs.width() - 480;
-        const int F = H - 24;
-        QCOMPARE(on.find<QWidget>("frmWb")->size(), QSize(W, H));
-        QCOMPARE(on.find<QWidget>("wb")->size(), QSize(W - 16, H - 24));
-        QCOMPARE(on.find<QWidget>("TabStrip4")->height(), H + 16);
-        for (int i = 0; i < 9; ++i) {
-            const auto *frame = on.find<QWidget>(qPrintable(u"frYt(%1)"_s.arg(i)));
-            QCOMPARE(frame->pos(), QPoint(16, 40));
-            QCOMPARE(frame->height(), F);
-        }
-        const std::tuple<const char *, const char *, int> lists[] = {
-            {"Dir1", "lvTheme", 60},     {"LvWidget", "lvWidgetDel", 84}, {"lvImage", nullptr, 60},
-            {"lvColor", "Picture2", 60}, {"LvBhs", nullptr, 188},         {"lvFont", "Frame1", 72},
-            {"lvKeyMap", "Frame2", 64},  {"txtSnippet", nullptr, 248}};
-        for (const auto &[list, companion, less] : lists) {
-            const int beside = companion ? on.find<QWidget>(companion)->height() : 0;
-            QVERIFY2(on.find<QWidget>(list)->height() == F - beside - less, list);
-        }
-    }
-
-    // Whatever the size, everything comes into sight, by scrolling and by the keyboard.
-    void smallWindow()
-    {
-        const Window window;
-        const auto *scroll = window.find<QScrollArea>("pageScroll");
-        window.skin->resize(801, 601);
-        window.skin->resize(800, 600);
-        QCOMPARE(scroll->horizontalScrollBar()->maximum() + scroll->verticalScrollBar()->maximum(), 0);
-        for (const QSize size : {QSize(341, 256), QSize(800, 200)}) {
-            window.skin->resize(size);
-            QCOMPARE(window.skin->size(), size);
-            for (const char *corner : {"frmWb", "TabStrip4"}) {
-                const QRect place = window.find<QWidget>(corner)->geometry();
-                scroll->horizontalScrollBar()->setValue(scroll->horizontalScrollBar()->maximum());
-                scroll->verticalScrollBar()->setValue(scroll->verticalScrollBar()->maximum());
-                const QPoint end = scroll->widget()->mapTo(scroll, place.bottomRight());
-                QVERIFY(scroll->viewport()->geometry().right() >= end.x());
-                QVERIFY(scroll->viewport()->geometry().bottom() >= end.y());
-            }
-            for (int tab = 0; tab < 60; ++tab) {
-                QTest::keyClick(window.skin.get(), Qt::Key_Tab);
-                const QWidget *now = QApplication::focusWidget();
-                if (!scroll->widget()->isAncestorOf(now))
-                    continue;
-                const QRect place(now->mapTo(scroll->viewport(), QPoint()), now->size());
-                QVERIFY2(scroll->viewport()->rect().intersects(place), qPrintable(now->objectName()));
-            }
-        }
-    }
-
-    // Whatever the font of the system: every tab stands in the strip, which does not grow.
-    void largeLetters()
-    {
-        const Window window;
-        const auto *strip = window.find<QTabBar>("TabStrip4");
-        const QFont before = QApplication::font();
-        for (const int points : {9, 16}) {
-            QApplication::setFont(QFont(before.family(), points));
-            QTRY_VERIFY(strip->tabRect(strip->count() - 1).right() < strip->width());
-            QVERIFY(strip->tabRect(0).left() >= 0 && strip->tabRect(0).width() > 20);
-        }
-        QApplication::setFont(before);
-    }
-
     void comesBackAsItWasLeft()
     {
         Window window;
@@ -211,24 +127,6 @@ private slots:
         recent->actions()[3]->trigger();
         QCOMPARE(next.windowTitle(), QString(u" :: Quillmere :: " + folders[3]));
         QCOMPARE(recent->actions()[0]->text(), QString(folders[3]).replace(u'&', QLatin1String("&&")));
-    }
-
-    // A window manager that gives the window its size late does not take the screen of the theme away.
-    void settlesOnTheScreenOfTheTheme()
-    {
-        for (const QSize screen : {QSize(1280, 720), QSize(1024, 576)}) {
-            Window window;
-            window.skin->resize(1800, 900);
-            writeTheme(window);
-            window.write("theme/widget/widget.xml", QByteArray(kCatalogue)
-                                                        .replace("1280", QByteArray::number(screen.width()))
-                                                        .replace("720", QByteArray::number(screen.height())));
-            window.openTheme();
-            QResizeEvent resized(window.skin->size(), QSize());
-            QSpontaneKeyEvent::setSpontaneous(&resized);
-            qApp->notify(window.skin.get(), &resized);
-            QCOMPARE(window.find<QWidget>("wb")->size(), screen);
-        }
     }
 
     void offerByKey()
@@ -410,23 +308,6 @@ private slots:
         QCOMPARE(blocks->rowCount(), 0);
     }
 
-    void sizes()
-    {
-        Window window;
-        const auto *wb = window.find<QWidget>("wb");
-        window.skin->resize(1800, 900);
-        openTheme(window);
-        QCOMPARE(wb->size(), QSize(1280, 720));
-        window.choose("mnuWwbZ3");
-        QCOMPARE(wb->size(), QSize(1320, 760));
-        window.choose("mnuWwbZ1");
-        QCOMPARE(wb->size(), QSize(1064, 616));
-        window.choose("mnuWwbZ3");
-        QCOMPARE(wb->size(), QSize(1024, 576));
-        window.choose("mnuWwbZ2");
-        QCOMPARE(wb->size(), QSize(1280, 720));
-    }
-
     void jumpToBlock()
     {
         Window window;
@@ -486,54 +367,6 @@ private slots:
         const QByteArray saved = window.read("theme/widget/main.xml");
         QVERIFY(saved.startsWith("     <interface>\n<widget class=\"window\""));
         QVERIFY(saved.endsWith("\r\n") && saved.count('\r') == 1);
-    }
-
-    void saysWhatIsOnlyReindented_data()
-    {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("said");
-        const QByteArray widget = "<widget name=\"a\">\n";
-        QTest::newRow("some") << "  " + widget + "\t<rect>[1,2,3,4]</rect>\n</widget>" << QString()
-                              << u" 2 lines differ only in their indentation."_s;
-        QTest::newRow("one") << "<a>\r\n" + widget + "</widget>\r\n"
-                             << QString() << u" 1 line differs only in its indentation."_s;
-        QTest::newRow("none, and other line ends")
-            << "<widget   name=\"a\">\r\n\r\n\t\r\n</widget>"_ba << QString() << QString();
-        QTest::newRow("others are typed")
-            << "<a>\n" + widget + "<b>\n<c>\n</widget>\n"
-            << u"<new>\r\n"_s << u" 3 lines differ only in their indentation."_s;
-    }
-
-    // Once: what is saved again is as it was.
-    void saysWhatIsOnlyReindented()
-    {
-        QFETCH(const QByteArray, file);
-        QFETCH(const QString, typed);
-        QFETCH(const QString, said);
-        Window window;
-        window.skin->openDocument(window.write("theme/w.xml", file));
-        window.turnTo(8);
-        window.source()->rewrite(typed + window.source()->text());
-        for (const bool isFirst : {true, false}) {
-            window.expectSave(true);
-            window.choose("mnuSave");
-            QCOMPARE(window.said(), window.path("theme/w.xml") + u" saved."_s + (isFirst ? said : QString()));
-        }
-    }
-
-    void codePage()
-    {
-        Window window;
-        openTheme(window);
-        window.write("theme/widget/main.xml", "<widget name=\"\xc3\xa4\">");
-        window.openDocument("theme/widget/main.xml");
-        auto *source = window.source();
-        QVERIFY(source->text().contains(u"\u00e4"_s));
-        window.choose("mnuCodePage1252");
-        QVERIFY(source->text().contains(u"\u00c3\u00a4"_s));
-        window.choose("mnuCodePageAutomatic");
-        QVERIFY(source->text().contains(u"\u00e4"_s));
     }
 };
 
