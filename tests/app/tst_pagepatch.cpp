@@ -1,3 +1,4 @@
+#include "app/PageOfMarkup.h"
 #include "app/WindowFixture.h"
 
 #include "browser/PageForm.h"
@@ -84,18 +85,10 @@ public:
     QString seen() { return js(QLatin1String(kSeen)); }
 };
 
-QString pageOf(const QString &markup)
-{
-    ListRows blocks({QString(), QString()}), fonts({QString()});
-    return BuildPreviewPage(BuildWidgetHtml(
-                                markup, [](const QString &) { return QString(); }, fonts, blocks),
-                            {}, {}, blocks);
-}
-
 // A page of the renderer's form with anything in its body.
 QString frameOf(const QString &body)
 {
-    QString page = pageOf({});
+    QString page = pageOfMarkup({});
     return page.replace(u"<body><body>"_s, QString(u"<body>" + body + u"<body>"));
 }
 
@@ -277,7 +270,7 @@ private slots:
             for (int count = edits.below(3); count >= 0; --count)
                 edits.edit(next);
             m_patched->isMarked();
-            compare(isBody ? frameOf(next) : pageOf(next));
+            compare(isBody ? frameOf(next) : pageOfMarkup(next));
             if (QTest::currentTestFailed()) {
                 qInfo("before {%s}\nafter {%s}", qPrintable(good), qPrintable(next));
                 return;
@@ -286,7 +279,7 @@ private slots:
                 ++patched;
                 good = next;
             } else {
-                compare(isBody ? frameOf(good) : pageOf(good));
+                compare(isBody ? frameOf(good) : pageOfMarkup(good));
             }
         }
         QVERIFY2(patched > 4, qPrintable(QString::number(patched)));
@@ -323,11 +316,11 @@ private slots:
         QFETCH(const QString, after);
         const QString tall = u"<widget class=\"box\" name=\"tall\"><property><rect>[0,0,10,3000]</rect>"
                              "</property></widget>"_s;
-        compare(pageOf(before + tall));
+        compare(pageOfMarkup(before + tall));
         m_patched->isMarked();
         m_patched->js(u"window.scrollTo(0,700)"_s);
         for (const QString &text : {after, before}) {
-            compare(pageOf(text + tall));
+            compare(pageOfMarkup(text + tall));
             QVERIFY(m_patched->isMarked());
             QCOMPARE(m_patched->js(u"window.scrollY"_s), u"700"_s);
         }
@@ -342,10 +335,10 @@ private slots:
                 u"<widget class=\"text\" name=\"block_%1\"><property><rect>[1,2,3,4]</rect>"
                 "<string>text</string><alignment>hcentre|vcentre</alignment></property></widget>\r\n"_s.arg(
                     block);
-        compare(pageOf(text));
-        QVERIFY(pageOf(text).size() > (1 << 19));
+        compare(pageOfMarkup(text));
+        QVERIFY(pageOfMarkup(text).size() > (1 << 19));
         m_patched->isMarked();
-        compare(pageOf(text.replace(u"block_600"_s, u"other"_s)));
+        compare(pageOfMarkup(text.replace(u"block_600"_s, u"other"_s)));
         QVERIFY(m_patched->isMarked());
     }
 
