@@ -28,14 +28,10 @@ void openWindow(const Window &window, const QString &name)
     window.turnTo(1);
     auto *list = window.find<ListView>("LvWidget");
     for (int row = 0; row < list->model()->rowCount(); ++row) {
-        const QModelIndex cell = list->model()->index(row, 1);
-        if (cell.data().toString() != name)
-            continue;
-        list->scrollTo(cell);
-        const QPoint place = list->visualRect(cell).center();
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
-        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
-        return;
+        if (list->model()->index(row, 1).data().toString() == name) {
+            doubleClick(list, row);
+            return;
+        }
     }
     qFatal("There is no window %s", qPrintable(name));
 }

@@ -30,9 +30,7 @@ void click(const Window &window, int tab, const char *listName, const char *name
     window.turnTo(tab);
     auto *list = window.find<ListView>(listName);
     const auto *rows = list->model();
-    const QModelIndex cell = rows->match(rows->index(0, 1), Qt::DisplayRole, QLatin1String(name)).value(0);
-    list->scrollTo(cell);
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(cell).center());
+    click(list, rows->match(rows->index(0, 1), Qt::DisplayRole, QLatin1String(name)).value(0).row());
 }
 
 } // namespace

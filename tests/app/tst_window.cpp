@@ -197,9 +197,7 @@ private slots:
 
         // The Font Editor: a style of the catalogue's own, the entry that is the file.
         window.turnTo(5);
-        auto *fonts = window.find<ListView>("lvFont");
-        QTest::mouseClick(fonts->viewport(), Qt::LeftButton, {},
-                          fonts->visualRect(fonts->model()->index(0, 1)).center());
+        click(window.find<ListView>("lvFont"), 0);
         QCOMPARE(window.find<QComboBox>("cbFont")->currentText(), u"b.ttf"_s);
         QCOMPARE(window.find<QComboBox>("cbStyle")->currentText(), u"normal"_s);
         QCOMPARE(window.find<QLineEdit>("txtSize")->text(), u"18"_s);
