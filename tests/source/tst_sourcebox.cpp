@@ -85,6 +85,33 @@ class TestSourceBox : public QObject
     Q_OBJECT
 
 private slots:
+    // However wide the box is, and however often it becomes another width.
+    void scrollsToTheEndOfTheWidestLineShown()
+    {
+        Box box;
+        const QString wide = QString(200, u'w');
+        const QString lines = QString(u"\r\nline"_s).repeated(50);
+        box.setText(u"short\r\n"_s + wide + lines + wide + wide + lines);
+        QApplication::processEvents();
+        const QScrollBar *bar = box.horizontalScrollBar();
+        const int whole = box.fontMetrics().horizontalAdvance(wide);
+        const auto isAllOf = [&](int width) {
+            const int reach = bar->maximum() + box.viewport()->width();
+            return reach >= width && reach <= width + 20;
+        };
+        QVERIFY2(isAllOf(whole), qPrintable(QString::number(bar->maximum()))); // not of the one far below
+        box.resize(900, 400);
+        QVERIFY(isAllOf(whole));
+        box.resize(300, 400);
+        QVERIFY(isAllOf(whole));
+        box.replace(7, 100, {}, 7);
+        QApplication::processEvents();
+        QVERIFY(isAllOf(whole / 2));
+        box.stepBack();
+        QApplication::processEvents();
+        QVERIFY(isAllOf(whole));
+    }
+
     void keepsOddCharacters_data()
     {
         textTable({"odd"}, {{u"CR", u"\r"},

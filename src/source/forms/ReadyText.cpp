@@ -19,8 +19,16 @@ QString withLineFeeds(const QString &text)
 
 ReadyText makeReady(const QString &text, const Progress &progress)
 {
-    ReadyText ready{text, std::make_unique<QTextDocument>(), nullptr};
+    ReadyText ready{text, std::make_unique<QTextDocument>()};
     ready.document->setDocumentLayout(new SourceLayout(ready.document.get()));
+    QTextOption option;
+    option.setTextDirection(Qt::LeftToRight);
+    option.setWrapMode(QTextOption::NoWrap);
+    ready.document->setDefaultTextOption(option);
+    ready.firstView = std::make_unique<QPlainTextEdit>();
+    ready.firstView->setLineWrapMode(QPlainTextEdit::NoWrap);
+    ready.firstView->viewport()->resize(QWIDGETSIZE_MAX, 1); // a wider view would lay the lines out again
+    ready.firstView->setDocument(ready.document.get());
     ready.document->setUndoRedoEnabled(false);
     ready.held = new HeldText(ready.document.get());
     const QString lines = withLineFeeds(text);

@@ -2,6 +2,7 @@
 
 #include "files/Progress.h"
 
+#include <QPlainTextEdit>
 #include <QString>
 #include <QTextDocument>
 
@@ -17,6 +18,9 @@ struct ReadyText
     QString text;
     std::unique_ptr<QTextDocument> document;
     HeldText *held = nullptr; // the document's own
+    // Is never shown. The first view that a document gets lays out each of its lines, of which a person sees
+    // some hundred: this is the first, and has got it while it was empty.
+    std::unique_ptr<QPlainTextEdit> firstView = {};
 };
 
 // Cancelled comes through.

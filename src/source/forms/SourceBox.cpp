@@ -335,7 +335,8 @@ void SourceBox::paintEvent(QPaintEvent *event)
 
 void SourceBox::resizeEvent(QResizeEvent *event)
 {
-    QPlainTextEdit::resizeEvent(event);
+    QResizeEvent sameWidth(event->size(), event->size()); // another one would lay out every line
+    QPlainTextEdit::resizeEvent(&sameWidth);
     placeNumbers();
 }
 

@@ -1,7 +1,6 @@
 #include "source/forms/SourceLayout.h"
 
 #include <QScopedValueRollback>
-#include <QTextBlock>
 #include <QTextDocument>
 
 #include <algorithm>
@@ -22,9 +21,48 @@ void SourceLayout::setFormats(const QTextBlock &line, const QList<QTextLayout::F
 
 QRectF SourceLayout::blockBoundingRect(const QTextBlock &line) const
 {
-    if (m_prepare && line.isValid())
+    if (!line.isValid())
+        return QPlainTextDocumentLayout::blockBoundingRect(line);
+    if (m_prepare)
         m_prepare(line);
-    return QPlainTextDocumentLayout::blockBoundingRect(line);
+    if (line.layout()->lineCount() == 0)
+        layOut(line);
+    const QRectF rect = QPlainTextDocumentLayout::blockBoundingRect(line);
+    noteWidth(line, rect.width() + document()->documentMargin());
+    return rect;
+}
+
+// Qt's own looks at every line of the document when the widest becomes shorter, and so makes a layout for
+// each.
+void SourceLayout::layOut(const QTextBlock &line) const
+{
+    QTextLayout &layout = *line.layout();
+    const qreal margin = document()->documentMargin();
+    layout.setTextOption(document()->defaultTextOption());
+    layout.beginLayout();
+    qreal y = 0;
+    for (QTextLine part = layout.createLine(); part.isValid(); part = layout.createLine()) {
+        part.setLeadingIncluded(true);
+        part.setLineWidth(0); // it is as wide as its text
+        part.setPosition(QPointF(margin, y));
+        y += part.height();
+    }
+    layout.endLayout();
+}
+
+// A line that was the widest may have become shorter. Those that are shown tell their widths again.
+void SourceLayout::noteWidth(const QTextBlock &line, qreal width) const
+{
+    if (width > m_widest || (line == m_widestLine && width < m_widest)) {
+        m_widest = width;
+        m_widestLine = line;
+        emit const_cast<SourceLayout *>(this)->documentSizeChanged(documentSize());
+    }
+}
+
+QSizeF SourceLayout::documentSize() const
+{
+    return {m_widest, QPlainTextDocumentLayout::documentSize().height()};
 }
 
 void SourceLayout::documentChanged(int from, int removed, int added)
@@ -32,6 +70,8 @@ void SourceLayout::documentChanged(int from, int removed, int added)
     // Whatever else has changed with it counts.
     if (from == m_quietFrom && removed == m_quietLength && added == m_quietLength)
         return;
+    if (from == 0 && added >= document()->characterCount() - 1)
+        m_widest = 0; // another font
     // Qt's own counts what has gone as if it still stood there, and draws all that is shown anew where that
     // reaches into the next line: for each key, since a line gets its colours as a whole. While there are as
     // many lines as before, those that have changed are the ones with what has come.

@@ -1,17 +1,17 @@
 #pragma once
 
 #include <QPlainTextDocumentLayout>
+#include <QTextBlock>
 #include <QTextLayout>
 
 #include <functional>
-
-class QTextBlock;
 
 namespace quillmere {
 
 // The layout of an editor's document, which tells when a line is about to be shown. A line that is laid out
 // keeps close to a kilobyte, and a window may have 100,000 of them, of which a person sees some hundred: what
 // only the looks of a line need is therefore not done before. And of a change, only its lines are drawn.
+// Lines are never wrapped and begin at the left, so that no width of a view is any matter to them.
 class SourceLayout : public QPlainTextDocumentLayout
 {
 public:
@@ -26,12 +26,19 @@ public:
     void setFormats(const QTextBlock &line, const QList<QTextLayout::FormatRange> &formats);
 
     QRectF blockBoundingRect(const QTextBlock &line) const override;
+    // As wide as the widest of the lines that have been shown.
+    QSizeF documentSize() const override;
 
 protected:
     void documentChanged(int from, int removed, int added) override;
 
 private:
+    void layOut(const QTextBlock &line) const;
+    void noteWidth(const QTextBlock &line, qreal width) const;
+
     std::function<void(const QTextBlock &line)> m_prepare;
+    mutable QTextBlock m_widestLine;
+    mutable qreal m_widest = 0;              // pixels, its margins among them
     int m_quietFrom = -1, m_quietLength = 0; // of a line whose formats change unseen
     int m_lines = -1;                        // when the document told of a change last
 };
