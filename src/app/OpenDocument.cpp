@@ -114,7 +114,8 @@ void OpenDocument::show(ReadyWindow window)
         m_frame.wb->beginDocument();
     }
     m_document = window.file;
-    m_inFile = m_document.text();
+    m_inFile = PackedText(m_document.text());
+    m_document.setText({}); // see document()
     m_frame.setCaption(path);
     m_status.showCodePage(m_document.encoding().page);
     m_source.setText(std::move(window.text));
@@ -161,10 +162,11 @@ void OpenDocument::save()
     if (!askToWrite(m_files, m_talk, question, No::IsIgnored))
         return;
     m_document.save(m_files, text);
+    m_document.setText({});
     m_source.document()->setModified(false);
     m_status.showCodePage(m_document.encoding().page);
     m_recovery->saved();
-    const qsizetype indented = onlyIndented(std::exchange(m_inFile, text), text);
+    const qsizetype indented = onlyIndented(std::exchange(m_inFile, PackedText(text)).text(), text);
     const QString saved = tr("%1 saved.").arg(path);
     m_talk.sayUntilEdit(indented == 0 ? saved : QString(saved + u' ' + indentedLinesText(indented)));
 }

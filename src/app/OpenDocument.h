@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/PackedText.h"
 #include "files/Progress.h"
 #include "outline/Document.h"
 #include "source/forms/SourceBox.h"
@@ -74,7 +75,7 @@ private:
     Files &m_files;
     Talk &m_talk;
     Document m_document;
-    QString m_inFile; // as last read or saved
+    PackedText m_inFile; // as last read or saved
     Recovery *m_recovery;
 };
 

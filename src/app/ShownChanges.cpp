@@ -39,7 +39,7 @@ ShownChanges::ShownChanges(StatusLine &status, SourceBox &source, OpenDocument &
     connect(m_button, &QToolButton::clicked, this, [this] { m_talk.run([this] { show(); }); });
     connect(&source, &SourceBox::rewrittenAll, this, [this](const QString &before) {
         m_inverse.reset();
-        m_before = before;
+        m_before = PackedText(before);
         m_parts = receiverParts(m_theme);
         offer(true);
     });
@@ -97,7 +97,7 @@ QList<ChangedWindow> ShownChanges::windows() const
         return QFileInfo(path).completeBaseName();
     };
     if (m_before) {
-        changed.append({nameOf(m_document.path()), m_document.path(), *m_before, m_source.text()});
+        changed.append({nameOf(m_document.path()), m_document.path(), m_before->text(), m_source.text()});
         return changed;
     }
     for (const QString &path : m_inverse ? m_inverse->paths() : QStringList()) {

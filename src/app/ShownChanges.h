@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/PackedText.h"
 #include "theme/ReceiverParts.h"
 #include "theme/ThemeEdit.h"
 
@@ -50,7 +51,7 @@ private:
     QSize m_screenBefore;               // pixels
     int m_edits = 0;                    // so far
     std::optional<ThemeEdit> m_inverse; // of files and rows
-    std::optional<QString> m_before;    // of the text in the source box alone
+    std::optional<PackedText> m_before; // of the text in the source box alone
     std::unique_ptr<frmChanges> m_frmChanges;
 };
 

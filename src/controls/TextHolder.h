@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/PackedText.h"
+
 #include <QWidget>
 
 namespace quillmere {
@@ -14,16 +16,16 @@ class TextHolder : public QWidget
 public:
     explicit TextHolder(QWidget *parent = nullptr) : QWidget(parent) { hide(); }
 
-    const QString &text() const { return m_text; }
-    void setText(const QString &text) { m_text = text; }
+    QString text() const { return m_text.text(); }
+    void setText(const QString &text) { m_text = PackedText(text); }
     // As a text box has it: with one line feed a line break.
     QString plainText() const
     {
-        return QString(m_text).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
+        return text().replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
     }
 
 private:
-    QString m_text;
+    PackedText m_text;
 };
 
 } // namespace quillmere

@@ -87,6 +87,7 @@ void OutgoingPage::stop()
     m_looksUp = false;
     m_nextPiece.stop();
     m_pieces.reset();
+    m_page.clear();
     m_send = {};
     m_end = {};
 }

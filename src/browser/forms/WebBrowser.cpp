@@ -157,20 +157,21 @@ void WebBrowser::writeNext()
         emit failed(tr("The window is too large for the preview, which stays as it was."));
         return;
     }
-    if (m_touched && (m_begins || bindsDocument(m_current))) {
+    if (m_touched && (m_begins || m_binds)) {
         m_shown.forget();
         m_ready = false; // it is written when the new document is there
         m_cell->loadBlank();
         return;
     }
-    if (*m_waiting != m_current)
+    const QString next = *std::exchange(m_waiting, {});
+    if (!(m_current == next))
         m_deaths = 0;
-    m_current = std::move(*m_waiting);
-    m_waiting.reset();
+    m_current = PackedText(next);
+    m_binds = bindsDocument(next);
     m_marked.clear();
     m_begins = false;
     m_busy = m_touched = true;
-    m_outgoing->begin(m_current, m_inlines || m_current.size() > kMostPatched);
+    m_outgoing->begin(next, m_inlines || m_current.size() > kMostPatched);
     for (const QString &script : m_fonts.scripts())
         page()->runJavaScript(script, QWebEngineScript::ApplicationWorld);
     m_patience.start();
@@ -276,7 +277,7 @@ bool WebBrowser::step(const QStringList &values)
 
 QString WebBrowser::currentPage() const
 {
-    return m_marked.isEmpty() ? m_current : PageForm::filled(m_marked, m_values);
+    return m_marked.isEmpty() ? m_current.text() : PageForm::filled(m_marked, m_values);
 }
 
 void WebBrowser::findPlaces(const std::function<void(const QList<PagePlace> &)> &use)

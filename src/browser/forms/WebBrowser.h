@@ -5,6 +5,7 @@
 #include "browser/PageView.h"
 #include "browser/ShownPage.h"
 #include "browser/forms/QuietView.h"
+#include "files/PackedText.h"
 
 #include <QTimer>
 
@@ -114,7 +115,8 @@ private:
     int m_deaths = 0;
     int m_writes = 0;
     std::optional<QString> m_waiting;
-    QString m_current;
+    PackedText m_current;
+    bool m_binds = false; // it may set what outlives it
     bool m_patching = true;
     bool m_inlines = false;
     ShownPage m_shown; // what the document is, once it has the page under way
