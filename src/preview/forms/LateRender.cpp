@@ -8,12 +8,17 @@ namespace quillmere {
 
 namespace {
 
+constexpr qsizetype kMostKept = 1'500'000; // units; of a longer text the browser takes seconds for its page
+
 // Nobody waits where another thread is drawing with what is kept.
 WidgetPage drawn(const RenderInput &input)
 {
     if (input.kept) {
-        if (const std::unique_lock mine(input.kept->mutex, std::try_to_lock); mine)
-            return input.kept->drawing.draw(input.markup, input.GetImg, input.fonts);
+        if (const std::unique_lock mine(input.kept->mutex, std::try_to_lock); mine) {
+            if (input.markup.size() <= kMostKept)
+                return input.kept->drawing.draw(input.markup, input.GetImg, input.fonts);
+            input.kept->drawing = {};
+        }
     }
     return drawWidgets(input.markup, input.GetImg, input.fonts);
 }
