@@ -9,8 +9,10 @@ namespace quillmere {
 Candidates::Candidates(const QStringList &names) : m_names(names)
 {
     m_folded.reserve(names.size());
-    for (const QString &name : names)
-        m_folded.append(foldedText(name));
+    for (const QString &name : names) {
+        const QString folded = foldedText(name);
+        m_folded.append(folded == name ? name : folded); // most are the same text, so they share it
+    }
 }
 
 std::vector<qint32> Candidates::matching(QStringView typed) const
