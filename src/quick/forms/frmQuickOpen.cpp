@@ -107,6 +107,16 @@ void frmQuickOpen::present(const QList<QuickEntry> &entries, const QStringList &
     txtQuickOpen->setFocus();
 }
 
+// Of a large theme there are megabytes of them, and the next time they are gathered anew.
+void frmQuickOpen::hideEvent(QHideEvent *event)
+{
+    if (!event->spontaneous()) {
+        m_list.assign({});
+        m_rows->clear();
+    }
+    QDialog::hideEvent(event);
+}
+
 void frmQuickOpen::show(const QString &typed)
 {
     int all = 0;
