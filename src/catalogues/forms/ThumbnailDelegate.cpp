@@ -5,6 +5,7 @@
 #include "controls/ListView.h"
 #include "rows/ToolTip.h"
 
+#include <QIconEngine>
 #include <QPainter>
 
 #include <algorithm>
@@ -40,6 +41,22 @@ void drawNothing(QPainter &painter, const QRect &place, const QPalette &palette)
     painter.drawRoundedRect(frame, 2, 2);
     painter.drawLine(frame.bottomLeft() + QPointF(-2, 2), frame.topRight() + QPointF(2, -2));
 }
+
+// The same for a selected row, or the style would put the colour of the selection over the picture. An icon
+// of pixmaps would keep each of them in the cache of the whole program.
+class DrawnIcon : public QIconEngine
+{
+public:
+    explicit DrawnIcon(const QPixmap &drawn) : m_drawn(drawn) {}
+    void paint(QPainter *painter, const QRect &place, QIcon::Mode, QIcon::State) override
+    {
+        painter->drawPixmap(place, m_drawn);
+    }
+    QIconEngine *clone() const override { return new DrawnIcon(*this); }
+
+private:
+    QPixmap m_drawn;
+};
 
 } // namespace
 
@@ -101,14 +118,10 @@ void ThumbnailDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
         QPainter onto(&drawn);
         drawThumbnail(onto, QRect({}, size), thumbnail, &Thumbnail::small, option.palette);
     }
-    // The same for a selected row, or the style would put the colour of the selection over the picture.
-    QIcon icon;
-    for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Active, QIcon::Selected, QIcon::Disabled})
-        icon.addPixmap(drawn, mode);
     QStyleOptionViewItem with = option;
     with.features |= QStyleOptionViewItem::HasDecoration;
     with.decorationSize = size;
-    with.icon = icon;
+    with.icon = QIcon(new DrawnIcon(drawn));
     m_rest.paint(painter, with, index);
 }
 
