@@ -38,6 +38,7 @@ void ImageCatalogue::LoadImageList(const Document &file, const QString &imageFol
     QString folder;
     // What stands before the first element is no entry.
     const QList<QStringView> pieces = splitIgnoringCase(text, u"<image ").mid(1);
+    images.reserve(pieces.size());
     for (const QStringView &piece : pieces) {
         tell(progress, &piece - pieces.data(), pieces.size());
         if (!containsIgnoringCase(piece, u"id=\""))

@@ -23,7 +23,9 @@ bool staysOneByte(const QString &text, const Encoding &encoding)
 QList<ListRows::Row> stringsOf(const QString &text)
 {
     QList<ListRows::Row> strings;
-    for (const LanguageString &string : languageStrings(text))
+    const QList<LanguageString> found = languageStrings(text);
+    strings.reserve(found.size());
+    for (const LanguageString &string : found)
         strings.append({QString(), {string.source.toString(), string.translation.toString()}});
     return strings;
 }
@@ -108,6 +110,7 @@ QString languageFileText(const QString &name, const ListRows &LvBhs, const Encod
         text.replace(QStringLiteral(u"\u00E2\u20AC\u00A6"), kDots.toString());
     if (!staysOneByte(text, encoding))
         text.replace(QChar(0x2026), kDots.toString());
+    text.squeeze(); // it stays in hand as long as the file is open
     return text;
 }
 
