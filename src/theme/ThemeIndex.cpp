@@ -10,18 +10,6 @@ namespace quillmere {
 
 namespace {
 
-// Only those letters are copied that have another case.
-QString foldedKey(QStringView name)
-{
-    const auto hasCase = [](QChar unit) { return foldCase(unit.unicode()) != unit.unicode(); };
-    if (std::none_of(name.begin(), name.end(), hasCase))
-        return QString::fromRawData(name.data(), name.size());
-    QString folded(name.size(), Qt::Uninitialized);
-    std::transform(name.begin(), name.end(), folded.begin(),
-                   [](QChar unit) { return QChar(foldCase(unit.unicode())); });
-    return folded;
-}
-
 template <typename Numbers>
 void insertSorted(Numbers &numbers, qint32 number)
 {
@@ -70,7 +58,7 @@ QList<qint32> ThemeIndex::numbersOf(const QString &path) const
 
 qint32 ThemeIndex::find(NameKind kind, QStringView name) const
 {
-    qint32 number = m_folded[size_t(kind)].value(foldedKey(name), -1);
+    qint32 number = m_folded[size_t(kind)].find(name, textOf());
     while (number >= 0 && m_names.at(number).text != name)
         number = m_names.at(number).nextOfSameLetters;
     return number;
@@ -78,22 +66,22 @@ qint32 ThemeIndex::find(NameKind kind, QStringView name) const
 
 qint32 ThemeIndex::intern(NameKind kind, QStringView name)
 {
-    const qint32 known = find(kind, name);
-    if (known >= 0)
-        return known;
+    FoldedNumbers &folded = m_folded[size_t(kind)];
+    const qint32 first = folded.find(name, textOf());
+    for (qint32 known = first; known >= 0; known = m_names.at(known).nextOfSameLetters) {
+        if (m_names.at(known).text == name)
+            return known;
+    }
     const qint32 number = m_free.isEmpty() ? m_names.append() : m_free.takeLast();
     Name &added = m_names[number];
     added = Name();
     added.text = name.toString();
     added.kind = kind;
-    QString key = foldedKey(added.text);
-    if (key == added.text)
-        key = added.text; // a copy of its own, shared with the name
-    QHash<QString, qint32> &folded = m_folded[size_t(kind)];
-    const qsizetype before = folded.size();
-    qint32 &first = folded[key];
-    added.nextOfSameLetters = folded.size() > before ? -1 : first;
-    first = number;
+    added.nextOfSameLetters = first;
+    if (first >= 0)
+        folded.replace(first, number, textOf());
+    else
+        folded.insert(number, textOf());
     return number;
 }
 
@@ -101,20 +89,18 @@ qint32 ThemeIndex::intern(NameKind kind, QStringView name)
 void ThemeIndex::forget(qint32 number)
 {
     const Name name = m_names.at(number);
-    if (!name.definedIn.isEmpty() || !name.usedIn.isEmpty())
+    if (!name.files.isEmpty())
         return;
-    QHash<QString, qint32> &folded = m_folded[size_t(name.kind)];
-    const QString key = foldedKey(name.text);
-    const auto first = folded.find(key);
-    if (*first != number) {
-        qint32 before = *first;
+    FoldedNumbers &folded = m_folded[size_t(name.kind)];
+    if (const qint32 first = folded.find(name.text, textOf()); first != number) {
+        qint32 before = first;
         while (m_names.at(before).nextOfSameLetters != number)
             before = m_names.at(before).nextOfSameLetters;
         m_names[before].nextOfSameLetters = name.nextOfSameLetters;
     } else if (name.nextOfSameLetters >= 0) {
-        *first = name.nextOfSameLetters;
+        folded.replace(number, name.nextOfSameLetters, textOf());
     } else {
-        folded.erase(first);
+        folded.remove(number, textOf());
     }
     m_names[number] = Name();
     m_free.append(number);
@@ -125,27 +111,27 @@ std::vector<qint32> ThemeIndex::relist(qint32 file, const std::vector<Entry> &be
                                        const std::vector<Entry> &after)
 {
     std::vector<qint32> gone;
-    const auto relist = [this](const Entry &entry, auto change) {
-        Name &name = m_names[entry.name];
-        const bool wasDefined = !name.definedIn.isEmpty();
-        change(entry.isDefinition ? name.definedIn : name.usedIn);
-        if (wasDefined == name.definedIn.isEmpty())
+    const auto relist = [this, file](const Entry &entry, auto change) {
+        Name &name = m_names[entry.name()];
+        const bool wasDefined = name.isDefined();
+        change(name.files, entry.isDefinition() ? ~file : file);
+        if (wasDefined != name.isDefined())
             m_stamps[size_t(name.kind)] = nextStamp();
     };
     const auto skip = [](auto &at, auto end) {
-        const qint64 key = at->key();
-        while (at != end && at->key() == key)
+        const qint32 key = at->key;
+        while (at != end && at->key == key)
             ++at;
     };
     auto was = before.begin();
     auto is = after.begin();
     while (was != before.end() || is != after.end()) {
-        if (is == after.end() || (was != before.end() && was->key() < is->key())) {
-            relist(*was, [file](auto &files) { removeSorted(files, file); });
-            gone.push_back(was->name);
+        if (is == after.end() || (was != before.end() && was->key < is->key)) {
+            relist(*was, [](auto &files, qint32 number) { removeSorted(files, number); });
+            gone.push_back(was->name());
             skip(was, before.end());
-        } else if (was == before.end() || is->key() < was->key()) {
-            relist(*is, [file](auto &files) { insertSorted(files, file); });
+        } else if (was == before.end() || is->key < was->key) {
+            relist(*is, [](auto &files, qint32 number) { insertSorted(files, number); });
             skip(is, after.end());
         } else {
             skip(was, before.end());
@@ -159,7 +145,7 @@ std::vector<qint32> ThemeIndex::relist(qint32 file, const std::vector<Entry> &be
 void ThemeIndex::put(qint32 file, std::vector<Entry> entries)
 {
     std::stable_sort(entries.begin(), entries.end(), [](const Entry &a, const Entry &b) {
-        return a.key() != b.key() ? a.key() < b.key() : a.range.start < b.range.start;
+        return a.key != b.key ? a.key < b.key : a.range.start < b.range.start;
     });
     entries.shrink_to_fit();
     const Entries before = m_entries.at(file);
@@ -173,7 +159,7 @@ std::vector<ThemeIndex::Entry> ThemeIndex::keptBeside(qint32 file, From from) co
 {
     std::vector<Entry> kept;
     for (const Entry &entry : *m_entries.at(file)) {
-        const bool isDocument = m_files.at(file).role == FileRole::Window && entry.isDefinition;
+        const bool isDocument = m_files.at(file).role == FileRole::Window && entry.isDefinition();
         if (isDocument || (from == From::Rows && entry.row < 0))
             kept.push_back(entry);
     }
@@ -189,15 +175,16 @@ bool ThemeIndex::replace(qint32 file, const FoundNames &found, From from)
     for (const FoundName &name : found.names) {
         // Most lists of colours say one three times.
         const bool isSame = last && last->kind == name.kind && last->name == name.name;
-        entries.push_back({isSame ? entries.back().name : intern(name.kind, name.name), name.range,
-                           name.place.line, name.place.column, name.row, name.isDefinition});
+        const qint32 number = isSame ? entries.back().name() : intern(name.kind, name.name);
+        entries.push_back(
+            {keyOf(number, name.isDefinition), name.range, name.place.line, name.place.column, name.row});
         last = &name;
     }
     const Entries before = m_entries.at(file);
     put(file, std::move(entries));
     if (from == From::Text)
         putElements(file, found.elements);
-    const auto sameName = [](const Entry &a, const Entry &b) { return a.key() == b.key(); };
+    const auto sameName = [](const Entry &a, const Entry &b) { return a.key == b.key; };
     return role == FileRole::LanguageCatalogue ||
            (role == FileRole::WindowCatalogue &&
             !std::equal(before->begin(), before->end(), m_entries.at(file)->begin(),
@@ -210,11 +197,16 @@ void ThemeIndex::putElements(qint32 file, const std::vector<ElementUse> &element
     for (const ElementUse &use : *before)
         m_counts[use.className][size_t(use.kind)] -= use.count;
     auto counted = std::make_shared<std::vector<ElementUse>>();
+    counted->reserve(elements.size());
     for (const ElementUse &use : elements) {
         if (m_counts.size() >= kMostClasses && !m_counts.contains(use.className))
             continue;
-        m_counts[use.className][size_t(use.kind)] += use.count;
-        counted->push_back(use);
+        auto counts = m_counts.find(use.className);
+        if (counts == m_counts.end())
+            counts = m_counts.insert(use.className, {});
+        (*counts)[size_t(use.kind)] += use.count;
+        // One text for all files.
+        counted->push_back({counts.key(), use.kind, use.count});
     }
     m_elements[file] = std::move(counted);
     for (const ElementUse &use : *before) {
@@ -273,8 +265,9 @@ bool ThemeIndex::update(const QString &path, const QList<ListRows::Row> &rows)
 
 NamePlace ThemeIndex::placeOf(qint32 file, const Entry &entry) const
 {
-    const Name &name = m_names.at(entry.name);
-    return {name.kind, name.text, file, entry.range, entry.line, entry.column, entry.row, entry.isDefinition};
+    const Name &name = m_names.at(entry.name());
+    return {name.kind,  name.text,    file,      entry.range,
+            entry.line, entry.column, entry.row, entry.isDefinition()};
 }
 
 QList<NamePlace> ThemeIndex::placesOf(NameKind kind, QStringView name, bool areDefinitions) const
@@ -283,13 +276,20 @@ QList<NamePlace> ThemeIndex::placesOf(NameKind kind, QStringView name, bool areD
     const qint32 number = find(kind, name);
     if (number < 0)
         return places;
-    const Entry key = {number, {}, 0, 0, 0, areDefinitions};
-    const auto byKey = [](const Entry &a, const Entry &b) { return a.key() < b.key(); };
-    for (const qint32 file : areDefinitions ? m_names.at(number).definedIn : m_names.at(number).usedIn) {
+    const qint32 key = keyOf(number, areDefinitions);
+    const auto add = [&](qint32 file) {
         const std::vector<Entry> &entries = *m_entries.at(file);
-        const auto [first, last] = std::equal_range(entries.begin(), entries.end(), key, byKey);
-        for (auto entry = first; entry != last; ++entry)
+        auto entry = std::ranges::lower_bound(entries, key, {}, &Entry::key);
+        for (; entry != entries.end() && entry->key == key; ++entry)
             places.append(placeOf(file, *entry));
+    };
+    const auto &files = m_names.at(number).files;
+    const auto uses = std::lower_bound(files.begin(), files.end(), 0);
+    if (areDefinitions) {
+        for (auto each = uses; each != files.begin();)
+            add(~*--each);
+    } else {
+        std::for_each(uses, files.end(), add);
     }
     return places;
 }
@@ -307,13 +307,13 @@ QList<NamePlace> ThemeIndex::uses(NameKind kind, QStringView name) const
 bool ThemeIndex::isDefined(NameKind kind, QStringView name) const
 {
     const qint32 number = find(kind, name);
-    return number >= 0 && !m_names.at(number).definedIn.isEmpty();
+    return number >= 0 && m_names.at(number).isDefined();
 }
 
 bool ThemeIndex::isUsed(NameKind kind, QStringView name) const
 {
     const qint32 number = find(kind, name);
-    return number >= 0 && !m_names.at(number).usedIn.isEmpty();
+    return number >= 0 && m_names.at(number).isUsed();
 }
 
 QList<NamePlace> ThemeIndex::placesIn(qint32 file) const
@@ -332,7 +332,7 @@ QStringList ThemeIndex::matching(NameKind kind, QStringView part) const
     QStringList begin, hold;
     for (qint32 number = 0; number < m_names.size(); ++number) {
         const Name &name = m_names.at(number);
-        if (name.kind != kind || name.definedIn.isEmpty())
+        if (name.kind != kind || !name.isDefined())
             continue;
         if (matchesIgnoringCase(name.text, 0, part))
             begin.append(name.text);
@@ -352,7 +352,7 @@ template <typename Fits>
 QStringList ThemeIndex::otherLetters(NameKind kind, QStringView name, Fits fits) const
 {
     QStringList names;
-    qint32 number = m_folded[size_t(kind)].value(foldedKey(name), -1);
+    qint32 number = m_folded[size_t(kind)].find(name, textOf());
     for (; number >= 0; number = m_names.at(number).nextOfSameLetters) {
         const Name &other = m_names.at(number);
         if (other.text != name && fits(other))
@@ -363,12 +363,12 @@ QStringList ThemeIndex::otherLetters(NameKind kind, QStringView name, Fits fits)
 
 QStringList ThemeIndex::inOtherLetters(NameKind kind, QStringView name) const
 {
-    return otherLetters(kind, name, [](const Name &other) { return !other.definedIn.isEmpty(); });
+    return otherLetters(kind, name, [](const Name &other) { return other.isDefined(); });
 }
 
 QStringList ThemeIndex::usedInOtherLetters(NameKind kind, QStringView name) const
 {
-    return otherLetters(kind, name, [](const Name &other) { return !other.usedIn.isEmpty(); });
+    return otherLetters(kind, name, [](const Name &other) { return other.isUsed(); });
 }
 
 } // namespace quillmere

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/TextFile.h"
+#include "theme/FoldedNumbers.h"
 #include "theme/NameTable.h"
 
 #include <QHash>
@@ -87,7 +88,7 @@ public:
     {
         for (qint32 number = 0; number < m_names.size(); ++number) {
             const Name &name = m_names.at(number);
-            if (name.kind == kind && !name.definedIn.isEmpty())
+            if (name.kind == kind && name.isDefined())
                 use(name.text);
         }
     }
@@ -110,22 +111,26 @@ public:
 private:
     struct Entry
     {
-        qint32 name;
+        qint32 key; // by which uses and definitions of all names are told apart
         Range range;
         qint32 line, column, row;
-        bool isDefinition;
 
-        qint64 key() const { return 2 * qint64(name) + isDefinition; }
+        qint32 name() const { return key / 2; }
+        bool isDefinition() const { return key % 2 != 0; }
     };
     // By name, uses first, then in the order of the text.
     using Entries = std::shared_ptr<const std::vector<Entry>>;
+    static qint32 keyOf(qint32 name, bool isDefinition) { return 2 * name + isDefinition; }
 
     struct Name
     {
         QString text;
-        QVarLengthArray<qint32, 2> definedIn, usedIn; // numbers of files, sorted
-        qint32 nextOfSameLetters = -1;                // another case of them
+        QVarLengthArray<qint32, 2> files; // that use it by number, ~number of those that define it; sorted
+        qint32 nextOfSameLetters = -1;    // another case of them
         NameKind kind = NameKind::Image;
+
+        bool isDefined() const { return !files.isEmpty() && files.first() < 0; }
+        bool isUsed() const { return !files.isEmpty() && files.last() >= 0; }
     };
 
     // Names by number. Copies share all but the pieces that one of them changes: a copy is made for each run
@@ -157,6 +162,11 @@ private:
     };
 
     qint32 add(const IndexedFile &file);
+    // What m_folded finds numbers by.
+    auto textOf() const
+    {
+        return [this](qint32 number) { return QStringView(m_names.at(number).text); };
+    }
     qint32 find(NameKind kind, QStringView name) const;
     qint32 intern(NameKind kind, QStringView name);
     void forget(qint32 name);
@@ -178,8 +188,8 @@ private:
     QList<Entries> m_entries; // by file
     QMultiHash<QString, qint32> m_numbers;
     Names m_names;
-    QList<qint32> m_free;                        // numbers of names that stand nowhere any more
-    QHash<QString, qint32> m_folded[kNameKinds]; // first of the names with these letters
+    QList<qint32> m_free;               // numbers of names that stand nowhere any more
+    FoldedNumbers m_folded[kNameKinds]; // first of the names with these letters
     std::array<qint64, kNameKinds> m_stamps = {};
     QList<std::shared_ptr<const std::vector<ElementUse>>> m_elements; // by file, as far as they are counted
     QHash<QString, std::array<qint32, kKinds>> m_counts;              // by class
