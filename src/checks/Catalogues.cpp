@@ -10,8 +10,31 @@
 
 namespace quillmere {
 
+namespace {
+
+// What the rows of a catalogue define; of windows, what they name.
+NameKind kindOf(FileRole role)
+{
+    switch (role) {
+    case FileRole::ColourCatalogue:
+        return NameKind::Colour;
+    case FileRole::FontCatalogue:
+        return NameKind::Font;
+    case FileRole::Language:
+        return NameKind::String;
+    case FileRole::LanguageCatalogue:
+        return NameKind::Language;
+    case FileRole::WindowCatalogue:
+        return NameKind::Window;
+    default:
+        return NameKind::Image;
+    }
+}
+
+} // namespace
+
 Catalogues::Catalogues(const ThemeSources &sources, const ThemeIndex &index, const std::stop_token &stop)
-    : m_sources(sources)
+    : m_sources(sources), m_index(index)
 {
     QList<IndexedFile> files;
     std::copy_if(
@@ -91,13 +114,14 @@ QList<CatalogueRow> Catalogues::fromText(const IndexedFile &file, const QString 
         QString part = range.in(text).toString();
         return closesUp ? CloseUpEquals(part) : part;
     };
+    const NameKind kind = kindOf(file.role);
     const LineStarts lines(text);
     const QList<CatalogueEntry> entries = catalogueEntries(file.role, text);
     QList<CatalogueRow> rows;
     rows.reserve(entries.size());
     for (const CatalogueEntry &entry : entries) {
         CatalogueRow row;
-        row.name = read(entry.name);
+        row.name = m_index.nameOf(kind, closesUp ? read(entry.name) : entry.name.in(text));
         row.value = read(entry.value);
         row.path = pathIn(file, file.role == FileRole::WindowCatalogue ? row.name : row.value);
         row.range = entry.name;

@@ -48,6 +48,7 @@ private:
     QList<CatalogueRow> fromRows(const IndexedFile &file, const QList<ListRows::Row> &rows) const;
 
     const ThemeSources &m_sources;
+    const ThemeIndex &m_index;
     FolderListings m_listings;
     std::array<Catalogue, size_t(FileRole::Window) + 1> m_catalogues;
     QList<Catalogue> m_languages;

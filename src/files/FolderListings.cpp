@@ -9,8 +9,10 @@ QString FolderListings::find(const QString &path)
 {
     const QString name = fileNameOf(path).toString();
     const std::shared_ptr<Listing> listing = of(folderOf(path).toString());
-    if (listing->names.contains(name))
-        return joinPath(listing->folder, name);
+    if (listing->names.contains(name)) {
+        const QString found = joinPath(listing->folder, name);
+        return found == path ? path : found; // which keep both, keep one text
+    }
     std::call_once(listing->foldedOnce, [&] {
         sortByName(listing->files);
         for (const QString &file : std::as_const(listing->files)) {

@@ -310,6 +310,12 @@ bool ThemeIndex::isDefined(NameKind kind, QStringView name) const
     return number >= 0 && m_names.at(number).isDefined();
 }
 
+QString ThemeIndex::nameOf(NameKind kind, QStringView name) const
+{
+    const qint32 number = find(kind, name);
+    return number < 0 ? name.toString() : m_names.at(number).text;
+}
+
 bool ThemeIndex::isUsed(NameKind kind, QStringView name) const
 {
     const qint32 number = find(kind, name);

@@ -78,6 +78,9 @@ public:
     QList<NamePlace> definitions(NameKind kind, QStringView name) const;
     QList<NamePlace> uses(NameKind kind, QStringView name) const;
     bool isDefined(NameKind kind, QStringView name) const;
+    // The name in the text that the index has of it, so that who keeps many names keeps no others; a text of
+    // its own where the index does not know it.
+    QString nameOf(NameKind kind, QStringView name) const;
     bool isUsed(NameKind kind, QStringView name) const;
     // Everything in one file, in the order of the text.
     QList<NamePlace> placesIn(qint32 file) const;
