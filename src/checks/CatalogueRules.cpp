@@ -70,13 +70,20 @@ QByteArray colourKey(const QString &code)
     return (channels ? colourCode(*channels) : text).toUtf8();
 }
 
+QByteArray pictureKey(const PictureFacts &picture)
+{
+    const std::array<quint64, 3> key = {quint64(picture.bytes), picture.mark[0], picture.mark[1]};
+    return picture.mark == PictureMark() ? QByteArray()
+                                         : QByteArray(reinterpret_cast<const char *>(key.data()), sizeof key);
+}
+
 void checkTwins(ThemeReport &report)
 {
     const Catalogue &images = report.catalogues.of(FileRole::ImageCatalogue);
     eachTwin(
         images,
         [&](qsizetype row) {
-            return row < report.pictures.size() ? report.pictures.at(row).mark : QByteArray();
+            return row < report.pictures.size() ? pictureKey(report.pictures.at(row)) : QByteArray();
         },
         [&](qsizetype row, const QString &first) {
             report.add(Rule::SamePicture, images, row,

@@ -13,14 +13,15 @@ namespace {
 
 // A cryptographic hash would take longer than reading the file does. The seed is another one each time the
 // program starts, so nobody can prepare two pictures that look the same to it.
-QByteArray markOf(const QByteArray &bytes)
+PictureMark markOf(const QByteArray &bytes)
 {
     static const std::array<quint64, 2> seeds = {QRandomGenerator::system()->generate64(),
                                                  QRandomGenerator::system()->generate64()};
-    std::array<quint64, 3> mark = {quint64(bytes.size())};
+    PictureMark mark;
     for (size_t i = 0; i < seeds.size(); ++i)
-        mark[i + 1] = qHashBits(bytes.constData(), size_t(bytes.size()), seeds[i]);
-    return QByteArray(reinterpret_cast<const char *>(mark.data()), sizeof mark);
+        mark[i] = qHashBits(bytes.constData(), size_t(bytes.size()), seeds[i]);
+    mark[0] |= 1; // it is known
+    return mark;
 }
 
 } // namespace

@@ -8,16 +8,20 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <functional>
 #include <mutex>
 #include <stop_token>
 
 namespace quillmere {
 
+// Tells the bytes of a file from others while the program runs; all 0 where they are not known.
+using PictureMark = std::array<quint64, 2>;
+
 struct PictureFacts
 {
     qint64 bytes = 0;
-    QByteArray mark;         // tells its bytes from others while the program runs; empty where unreadable
+    PictureMark mark;
     QSize size;              // pixels; empty where there is none, as for drawings
     bool isReadable = false; // both size and pixels, within the limits of the preview
 };
