@@ -228,8 +228,8 @@ LiveCheck::Found LiveCheck::find(Work &work, const std::stop_token &stop)
     found.isStopped = stop.stop_requested();
     const bool isLarge = work.extent == Extent::Theme;
     work = Work(); // here, since it is not the window's thread that has to clear it away
-    if (isLarge)
-        giveMemoryBack();
+    if (isLarge && found.isStopped)
+        giveMemoryBack(); // else when what it replaces has gone
     return found;
 }
 
@@ -242,11 +242,14 @@ void LiveCheck::finish(const std::shared_ptr<Found> &found, qint64 revision, con
     m_openFile = openFile;
     m_counts = found->counts;
     // Many problems take their time to go, and so does what is known of many pictures.
-    m_worker.start([facts = std::exchange(m_facts, found->facts), all = std::exchange(m_all, found->all),
+    m_worker.start([isLarge = found->facts != m_facts, facts = std::exchange(m_facts, found->facts),
+                    all = std::exchange(m_all, found->all),
                     shown = std::exchange(m_shown, found->shown)]() mutable {
         facts.reset();
         all.reset();
         shown.reset();
+        if (isLarge)
+            giveMemoryBack();
     });
     emit changed();
 }
