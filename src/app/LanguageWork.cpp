@@ -97,11 +97,21 @@ void LanguageWork::showProblems()
             if (problem.row < 0 || problem.file != path)
                 continue;
             StringProblems &row = byRow[problem.row];
-            row.messages.append(problem.message);
+            row.seal = quint32(qHashMulti(row.seal, int(problem.rule), problem.text, problem.name));
             row.worst = std::min(row.worst, StringProblems::Mark(problem.severity()));
         }
     }
-    m_tab.filters->setProblems(std::move(byRow));
+    m_tab.filters->setProblems(std::move(byRow), [this](int row) { return messagesOf(row); });
+}
+
+QStringList LanguageWork::messagesOf(int row) const
+{
+    QStringList messages;
+    for (const Problem &problem : *m_check.problems()) {
+        if (problem.row == row && problem.file == m_theme.language.document.path())
+            messages.append(problem.message());
+    }
+    return messages;
 }
 
 } // namespace quillmere

@@ -27,7 +27,7 @@ public:
     {
         LangTab &tab;
         const ThemeProject &theme;
-        LiveCheck &check;
+        const LiveCheck &check;
         OutsideChanges &outside;
         Files &files;
         ThemeEditing &editing;
@@ -40,10 +40,11 @@ protected:
 
 private:
     void showProblems();
+    QStringList messagesOf(int row) const;
 
     LangTab &m_tab;
     const ThemeProject &m_theme;
-    LiveCheck &m_check;
+    const LiveCheck &m_check;
     LanguageCompare *m_compare;
 };
 

@@ -39,7 +39,7 @@ void ThemeChecks::connectTo(const Parts &parts)
     parts.hovers.problemsAt = [this](qsizetype position) {
         QList<Hovers::Fault> faults;
         for (const Problem &problem : check.problemsAt(position))
-            faults.append({problem.range, problem.message});
+            faults.append({problem.range, problem.message()});
         return faults;
     };
 

@@ -25,7 +25,7 @@ void count(const Problem &problem, WindowProblems &found)
                          : problem.severity() == Severity::Warning ? found.errors + found.warnings == 0
                                                                    : found == WindowProblems();
     if (isWorst)
-        found.first = problem.message;
+        found.first = problem.message();
     ++(problem.severity() == Severity::Error     ? found.errors
        : problem.severity() == Severity::Warning ? found.warnings
                                                  : found.notes);

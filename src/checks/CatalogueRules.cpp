@@ -114,11 +114,10 @@ struct UnusedKind
     FileRole role;
     NameKind kind;
     Rule rule;
-    const char *what;
 };
-constexpr UnusedKind kUnused[] = {{FileRole::ImageCatalogue, NameKind::Image, Rule::UnusedImage, "image"},
-                                  {FileRole::ColourCatalogue, NameKind::Colour, Rule::UnusedColour, "colour"},
-                                  {FileRole::FontCatalogue, NameKind::Font, Rule::UnusedFont, "font"}};
+constexpr UnusedKind kUnused[] = {{FileRole::ImageCatalogue, NameKind::Image, Rule::UnusedImage},
+                                  {FileRole::ColourCatalogue, NameKind::Colour, Rule::UnusedColour},
+                                  {FileRole::FontCatalogue, NameKind::Font, Rule::UnusedFont}};
 
 void checkRow(ThemeReport &report, const UnusedKind &unused, const Catalogue &catalogue, qsizetype number)
 {
@@ -126,11 +125,9 @@ void checkRow(ThemeReport &report, const UnusedKind &unused, const Catalogue &ca
     if (row.name.isEmpty() || !row.isFirst || (unused.kind == NameKind::Colour && isKeyColour(row.name)) ||
         isUsed(report.index, unused.kind, row.name))
         return;
-    QString message = u"Unused " + QLatin1String(unused.what) + u' ' + quoted(row.name);
-    const qint64 bytes = unused.kind == NameKind::Image ? report.pictures.value(number).bytes : 0;
+    Problem &problem = report.add(unused.rule, catalogue, number);
     if (unused.kind == NameKind::Image)
-        message += QStringLiteral(" (%1 bytes)").arg(bytes);
-    report.add(unused.rule, catalogue, number, message).bytes = bytes;
+        problem.bytes = report.pictures.value(number).bytes;
 }
 
 } // namespace
@@ -154,7 +151,7 @@ void checkUnused(ThemeReport &report)
             const QString &name = language.rows.at(row).name;
             if (!name.isEmpty() && language.rows.at(row).isFirst &&
                 !report.index.isUsed(NameKind::String, name))
-                report.add(Rule::UnusedString, language, row, u"Unused string " + quoted(name));
+                report.add(Rule::UnusedString, language, row);
         }
     }
 }

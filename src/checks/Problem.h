@@ -76,11 +76,13 @@ struct Problem
     qint32 line = 1, column = 1; // from 1, UTF-16 units; 0 in rows that are not written
     LineColumn end = {0, 0};     // behind the range; 0 where it has none
     qint32 row = -1;             // of the list that a catalogue is loaded into
-    QString message;             // one line
+    QString text;                // the message, where the rule and what follows here do not make it
     QString name;                // what the message is about; may be empty
     QString meant;               // what should stand in the range, where that is known
     qint64 bytes = 0;            // that an unused picture takes
 
+    // One line.
+    QString message() const;
     Severity severity() const { return textOf(rule).severity; }
 };
 

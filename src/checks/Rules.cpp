@@ -1,11 +1,6 @@
 #include "checks/Problem.h"
 
-#include <algorithm>
 #include <iterator>
-#include <map>
-#include <tuple>
-#include <utility>
-#include <vector>
 
 namespace quillmere {
 
@@ -78,36 +73,6 @@ std::optional<Rule> ruleOf(QStringView id)
             return Rule(rule);
     }
     return std::nullopt;
-}
-
-void sortByPlace(QList<Problem> &problems)
-{
-    // The files are few and their paths long, so these are compared once.
-    std::map<QString, qsizetype> files;
-    for (const Problem *before = nullptr; const Problem &each : std::as_const(problems)) {
-        if (!before || before->file != each.file)
-            files.emplace(each.file, 0);
-        before = &each;
-    }
-    qsizetype next = 0;
-    for (auto &[path, number] : files)
-        number = next++;
-    using Key = std::tuple<qsizetype, qint32, qint32, qint32, int, qsizetype>;
-    std::vector<Key> keys;
-    keys.reserve(size_t(problems.size()));
-    auto last = files.end();
-    for (const Problem &each : std::as_const(problems)) {
-        if (last == files.end() || last->first != each.file)
-            last = files.find(each.file);
-        keys.emplace_back(last->second, each.line, each.column, each.row, int(each.rule),
-                          qsizetype(keys.size()));
-    }
-    std::sort(keys.begin(), keys.end());
-    QList<Problem> sorted;
-    sorted.reserve(problems.size());
-    for (const Key &key : keys)
-        sorted.append(std::move(problems[std::get<5>(key)]));
-    problems = std::move(sorted);
 }
 
 } // namespace quillmere

@@ -5,6 +5,8 @@
 #include "files/Paths.h"
 #include "theme/CatalogueScreen.h"
 
+#include <utility>
+
 namespace quillmere {
 
 namespace {
@@ -102,8 +104,13 @@ void checkAll(ThemeReport &report, const ThemeFacts &facts, WindowOutlines outli
         checkUnused(report);
         checkMeasuredFonts(report, facts);
     });
+    qsizetype count = report.problems.size();
     for (const QList<Problem> &each : found)
-        report.problems += each;
+        count += each.size();
+    // As many as there are: in growing, the list would take up to twice its room, and keep it.
+    report.problems.reserve(count);
+    for (QList<Problem> &each : found)
+        report.problems += std::exchange(each, {});
 }
 
 } // namespace
@@ -113,7 +120,7 @@ Problem &ThemeReport::addForFile(Rule rule, const IndexedFile &file, const QStri
     Problem problem;
     problem.rule = rule;
     problem.file = file.found.isEmpty() ? file.path : file.found;
-    problem.message = message;
+    problem.text = message;
     problems.append(problem);
     return problems.last();
 }

@@ -20,8 +20,9 @@ public:
     QList<PictureFacts> pictures; // of the rows of the image catalogue
     QList<Problem> problems;
 
-    // At the name of a row, or at the row where it has none.
-    Problem &add(Rule rule, const Catalogue &catalogue, qsizetype row, const QString &message);
+    // At the name of a row, or at the row where it has none. Some rules make their message; see
+    // Problem::message.
+    Problem &add(Rule rule, const Catalogue &catalogue, qsizetype row, const QString &message = {});
     // At the whole row.
     Problem &addForRow(Rule rule, const Catalogue &catalogue, qsizetype row, const QString &message);
     Problem &addForFile(Rule rule, const IndexedFile &file, const QString &message);

@@ -24,7 +24,7 @@ void WindowReport::add(Rule rule, Range range, const QString &message, const QSt
     problem.line = place.line;
     problem.column = place.column;
     problem.end = m_lines.placeOf(range.end);
-    problem.message = message;
+    problem.text = message;
     problem.name = name;
     problem.meant = meant;
     problems.append(problem);

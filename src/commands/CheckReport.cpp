@@ -66,7 +66,7 @@ TextPart linesOf(const QList<Problem> &problems, qsizetype from, qsizetype to, c
         text += ':';
         addNumber(text, problem.column);
         text += severities[size_t(severity)];
-        text += printable(problem.message).toUtf8();
+        text += printable(problem.message()).toUtf8();
         text += " [";
         text += textOf(problem.rule).id;
         text += "]\n";
@@ -109,7 +109,7 @@ QByteArray asJson(const QList<Problem> &problems, const QString &folder)
                                  {QStringLiteral("length"), problem.range.size()},
                                  {QStringLiteral("severity"), nameOf(problem.severity())},
                                  {QStringLiteral("rule"), QLatin1String(textOf(problem.rule).id)},
-                                 {QStringLiteral("message"), problem.message}});
+                                 {QStringLiteral("message"), problem.message()}});
     return QJsonDocument(array).toJson();
 }
 
@@ -151,7 +151,7 @@ QJsonObject sarifResult(const Problem &problem, const QString &folder)
         {QStringLiteral("ruleId"), QLatin1String(textOf(problem.rule).id)},
         {QStringLiteral("ruleIndex"), int(problem.rule)},
         {QStringLiteral("level"), nameOf(problem.severity())},
-        {QStringLiteral("message"), sarifMessage(problem.message)},
+        {QStringLiteral("message"), sarifMessage(problem.message())},
         {QStringLiteral("locations"), QJsonArray{QJsonObject{{QStringLiteral("physicalLocation"), place}}}}};
 }
 

@@ -255,7 +255,7 @@ void tst_checks::oneWindowOfNewText()
     QCOMPARE(alone.size(), 2);
     QCOMPARE(again->problems.size(), 2);
     for (int i = 0; i < 2; ++i) {
-        QCOMPARE(alone[i].message, again->problems[i].message);
+        QCOMPARE(alone[i].message(), again->problems[i].message());
         QCOMPARE(alone[i].range, again->problems[i].range);
         QCOMPARE(alone[i].line, 3 + i);
     }

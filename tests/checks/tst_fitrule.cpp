@@ -130,7 +130,7 @@ void tst_fitrule::found()
     const CheckedTheme checked = checkTheme(sources, *index, pictures, {}, {}, measures).value();
     for (const Problem &problem : checked.problems) {
         if (problem.rule == Rule::TextFit || problem.rule == Rule::UnmeasuredText)
-            said.append(problem.message);
+            said.append(problem.message());
         if (problem.rule == Rule::TextFit)
             QVERIFY(window.mid(problem.range.start, problem.range.size()).size() > 1);
     }

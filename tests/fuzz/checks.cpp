@@ -32,7 +32,7 @@ void fuzz(const Input &input)
         QString text;
         for (const Problem &problem : problems) {
             if (file.isEmpty() || problem.file == file)
-                text += u"%1:%2 %3\n"_s.arg(problem.line).arg(problem.column).arg(problem.message);
+                text += u"%1:%2 %3\n"_s.arg(problem.line).arg(problem.column).arg(problem.message());
         }
         return text;
     };
@@ -41,11 +41,11 @@ void fuzz(const Input &input)
         const QString text = LoadFile(problem.file);
         const Range range = problem.range;
         check(range.start >= 0 && range.start <= range.end && range.end <= text.size(), "lies in the text",
-              problem.message);
+              problem.message());
         const QString before = text.first(range.start);
-        check(before.count(u'\n') + 1 == problem.line, "on its line", problem.message);
-        check(range.start - before.lastIndexOf(u'\n') == problem.column, "in its column", problem.message);
-        check(!holdsAny(problem.message, u"\n\r\t"), "one line", problem.message);
+        check(before.count(u'\n') + 1 == problem.line, "on its line", problem.message());
+        check(range.start - before.lastIndexOf(u'\n') == problem.column, "in its column", problem.message());
+        check(!holdsAny(problem.message(), u"\n\r\t"), "one line", problem.message());
     }
     for (const IndexedFile &file : index.files()) {
         if (file.role == FileRole::Window && file.isListed && file.isReadable)

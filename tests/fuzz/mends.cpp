@@ -70,7 +70,7 @@ void fuzz(const Input &input)
         for (const Mend &mend : mendsFor(problem, theme)) {
             if (mend.edit.isEmpty() || ++tried > most)
                 continue;
-            const QString about = problem.message + u'\n' + mend.title;
+            const QString about = problem.message() + u'\n' + mend.title;
             check(mend.edit.paths() == QStringList{mend.file}, "one file changes", about);
             const QString text = LoadFile(mend.file);
             const QList<RangeChange> changes = mend.edit.changesOf(mend.file);

@@ -65,7 +65,7 @@ public:
         const CheckedTheme checked = checkTheme(all, *index, pictures).value();
         for (const Problem &problem : checked.problems)
             lines.append(u"%1 %2 %3"_s.arg(problem.file.mid(folder().size() + 1),
-                                           QLatin1String(textOf(problem.rule).id), problem.message));
+                                           QLatin1String(textOf(problem.rule).id), problem.message()));
         return lines;
     }
     ThemeEdit apply(const ThemeEdit &edit) { return edit.apply({door, folder(), {}, {}, theme.rule}); }

@@ -162,7 +162,7 @@ void CheckTab::showDetail()
     const Problem *problem = m_rows.problem(lvCheck->currentIndex().row());
     m_current = problem ? std::optional(*problem) : std::nullopt;
     if (problem)
-        m_detail->setText(problem->message + u'\n' + QLatin1String(textOf(problem->rule).id) + u": " +
+        m_detail->setText(problem->message() + u'\n' + QLatin1String(textOf(problem->rule).id) + u": " +
                           QLatin1String(textOf(problem->rule).explanation));
     else if (!m_check.isReady())
         m_detail->clear();

@@ -11,6 +11,7 @@
 #include <QSettings>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace quillmere {
@@ -21,9 +22,9 @@ Q_LOGGING_CATEGORY(lcChecks, "quillmere.checks", QtInfoMsg)
 
 constexpr int kPause = 1000; // ms after the last change, until the whole theme is checked again
 
-bool isOf(const Problem &problem, const IndexedFile &file)
+const QString &pathOf(const IndexedFile &file)
 {
-    return problem.file == (file.found.isEmpty() ? file.path : file.found);
+    return file.found.isEmpty() ? file.path : file.found;
 }
 
 } // namespace
@@ -177,16 +178,27 @@ void LiveCheck::start(Extent extent)
     });
 }
 
-// Takes the problems of a window out, and those of its text as it is now in.
-void LiveCheck::checkAgain(QList<Problem> &all, const IndexedFile &file, const Work &work,
-                           const std::stop_token &stop)
+// All problems, with those of a window's text as it is now in the place of those it had.
+QList<Problem> LiveCheck::checkedAgain(const QList<Problem> &all, const IndexedFile &file, const Work &work,
+                                       const std::stop_token &stop)
 {
     const std::optional<QString> text = textOf(work.sources, file);
     if (!text || (file.role != FileRole::Window && file.role != FileRole::Style))
-        return;
+        return all;
+    const auto first = std::ranges::lower_bound(all, pathOf(file), {}, &Problem::file);
+    const auto last = std::ranges::upper_bound(all, pathOf(file), {}, &Problem::file);
+    QList<Problem> now;
     // What is about the whole file is not found in its text.
-    all.removeIf([&](const Problem &each) { return isOf(each, file) && !each.range.isEmpty(); });
-    all += checkWindow(Outline(*text), file, *work.index, *work.facts, stop);
+    std::copy_if(first, last, std::back_inserter(now),
+                 [](const Problem &each) { return each.range.isEmpty(); });
+    now += checkWindow(Outline(*text), file, *work.index, *work.facts, stop);
+    sortByPlace(now);
+    QList<Problem> result;
+    result.reserve(all.size() - (last - first) + now.size());
+    std::copy(all.begin(), first, std::back_inserter(result));
+    std::move(now.begin(), now.end(), std::back_inserter(result));
+    std::copy(last, all.end(), std::back_inserter(result));
+    return result;
 }
 
 LiveCheck::Found LiveCheck::find(Work &work, const std::stop_token &stop)
@@ -210,11 +222,10 @@ LiveCheck::Found LiveCheck::find(Work &work, const std::stop_token &stop)
     } else if (work.extent == Extent::Window) {
         QList<Problem> all = *work.all;
         if (open)
-            checkAgain(all, *open, work, stop);
+            all = checkedAgain(all, *open, work, stop);
         // The text of the window before is that of its file again.
         if (const auto before = fileAt(work.openBefore); before && work.openBefore != work.openFile)
-            checkAgain(all, *before, work, stop);
-        sortByPlace(all);
+            all = checkedAgain(all, *before, work, stop);
         found.all = std::make_shared<const QList<Problem>>(std::move(all));
     }
     found.shown = work.ignored.isEmpty()
@@ -222,7 +233,7 @@ LiveCheck::Found LiveCheck::find(Work &work, const std::stop_token &stop)
                       : std::make_shared<const QList<Problem>>(withoutIgnored(*found.all, work.ignored));
     for (const Problem &problem : *found.shown) {
         ++found.counts[size_t(problem.severity())];
-        if (open && isOf(problem, *open) && !problem.range.isEmpty())
+        if (open && problem.file == pathOf(*open) && !problem.range.isEmpty())
             found.open.append(problem);
     }
     found.isStopped = stop.stop_requested();

@@ -67,8 +67,8 @@ private:
     struct Work;
     enum class Extent { Theme, Window, Nothing }; // what is to be checked anew
 
-    static void checkAgain(QList<Problem> &all, const IndexedFile &file, const Work &work,
-                           const std::stop_token &stop);
+    static QList<Problem> checkedAgain(const QList<Problem> &all, const IndexedFile &file, const Work &work,
+                                       const std::stop_token &stop);
     static Found find(Work &work, const std::stop_token &stop);
     void indexChanged();
     void start(Extent extent);

@@ -47,7 +47,7 @@ void ProblemMenu::popup(const QList<Problem> &problems, const QPoint &at, QWidge
     menu->setToolTipsVisible(true);
     for (const Problem &problem : problems) {
         if (problems.size() > 1)
-            menu->addSection(asCaption(problem.message));
+            menu->addSection(asCaption(problem.message()));
         addMends(*menu, problem);
         menu->addSeparator();
         addIgnoring(*menu, problem);
@@ -59,8 +59,9 @@ void ProblemMenu::popup(const QList<Problem> &problems, const QPoint &at, QWidge
             QAction *copy = menu->addAction(tr("Copy Message"));
             copy->setObjectName(QStringLiteral("mnuCopyMessage"));
             copy->setToolTip(tr("Copies the text of the problem."));
-            connect(copy, &QAction::triggered, this,
-                    [message = problems.first().message] { QGuiApplication::clipboard()->setText(message); });
+            connect(copy, &QAction::triggered, this, [message = problems.first().message()] {
+                QGuiApplication::clipboard()->setText(message);
+            });
         }
         list->columns().addItems(*menu->addMenu(tr("Columns")));
     }

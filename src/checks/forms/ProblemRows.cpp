@@ -19,8 +19,8 @@ enum Column { Message, Place, RuleId, Columns };
 
 bool isSame(const Problem &a, const Problem &b)
 {
-    return a.rule == b.rule && a.file == b.file && a.name == b.name && a.message == b.message &&
-           a.line == b.line && a.column == b.column && a.row == b.row;
+    return a.rule == b.rule && a.file == b.file && a.name == b.name && a.text == b.text &&
+           a.bytes == b.bytes && a.line == b.line && a.column == b.column && a.row == b.row;
 }
 
 } // namespace
@@ -66,7 +66,7 @@ std::pair<ProblemRows::Chosen, qsizetype> ProblemRows::choose(const QList<Proble
         if (!filter.severities[severity])
             continue;
         const auto holds = [&](QStringView text) { return containsIgnoringCase(text, filter.text); };
-        if (filter.text.isEmpty() || holds(each.message) || holds(placeOf(each)) ||
+        if (filter.text.isEmpty() || holds(each.message()) || holds(placeOf(each)) ||
             holds(QString(QLatin1String(textOf(each.rule).id))))
             bySeverity[severity].push_back(qint32(number));
     }
@@ -136,15 +136,15 @@ QVariant ProblemRows::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         if (index.column() == Message)
-            return at->message;
+            return at->message();
         return index.column() == Place ? placeOf(*at) : QString(QLatin1String(textOf(at->rule).id));
     case Qt::DecorationRole:
         return index.column() == Message ? m_icons[size_t(at->severity())] : QVariant();
     case Qt::ToolTipRole:
-        return plainToolTip(at->message + u'\n' + at->file);
+        return plainToolTip(at->message() + u'\n' + at->file);
     case Qt::AccessibleTextRole:
         if (index.column() == Message)
-            return QString(nameOf(at->severity()) + u": " + at->message);
+            return QString(nameOf(at->severity()) + u": " + at->message());
         return {};
     default:
         return {};

@@ -42,7 +42,7 @@ void LangTab::makePanel()
         const auto text = languageFiles->at(path);
         return text ? text->translationOf(source).toString() : QString();
     };
-    panel->problemsOf = [this](int row) { return filters->problemsOf(row).messages; };
+    panel->problemsOf = [this](int row) { return filters->messagesOf(row); };
     const auto showLanguages = [this] {
         QStringList names;
         for (const ListRows::Row &language : m_languages.rows())

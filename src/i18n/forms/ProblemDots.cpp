@@ -32,14 +32,14 @@ ProblemDots::ProblemDots(ListView &list, const StringFilters &filters)
 
 QSize ProblemDots::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const bool hasDot = !m_filters.problemsOf(index.row()).messages.isEmpty();
+    const bool hasDot = m_filters.problemsOf(index.row()).has_value();
     return m_list.itemDelegate()->sizeHint(option, index) + QSize(hasDot ? kWidth : 0, 0);
 }
 
 void ProblemDots::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const StringProblems problems = m_filters.problemsOf(index.row());
-    if (problems.messages.isEmpty()) {
+    const std::optional<StringProblems> problems = m_filters.problemsOf(index.row());
+    if (!problems) {
         m_list.itemDelegate()->paint(painter, option, index);
         return;
     }
@@ -55,10 +55,10 @@ void ProblemDots::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(option.palette.base().color(), 1));
-    painter->setBrush(QColor::fromRgba(kColours[int(problems.worst)]));
-    if (problems.worst == StringProblems::Mark::Error)
+    painter->setBrush(QColor::fromRgba(kColours[int(problems->worst)]));
+    if (problems->worst == StringProblems::Mark::Error)
         painter->drawRect(dot);
-    else if (problems.worst == StringProblems::Mark::Warning)
+    else if (problems->worst == StringProblems::Mark::Warning)
         painter->drawPolygon(
             QPolygonF{QPointF(dot.center().x(), dot.top()), dot.bottomRight(), dot.bottomLeft()});
     else
@@ -69,7 +69,7 @@ void ProblemDots::paint(QPainter *painter, const QStyleOptionViewItem &option, c
 bool ProblemDots::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
                             const QModelIndex &index)
 {
-    const QStringList messages = index.isValid() ? m_filters.problemsOf(index.row()).messages : QStringList();
+    const QStringList messages = index.isValid() ? m_filters.messagesOf(index.row()) : QStringList();
     if (event->type() != QEvent::ToolTip || messages.isEmpty() || !placeOf(option).contains(event->pos()))
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     QToolTip::showText(event->globalPos(), plainToolTip(messages.join(u'\n')), view);

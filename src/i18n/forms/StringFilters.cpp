@@ -100,8 +100,21 @@ void StringFilters::count()
     }
 }
 
-void StringFilters::setProblems(QHash<int, StringProblems> problems)
+std::optional<StringProblems> StringFilters::problemsOf(int row) const
 {
+    const auto problems = m_problems.constFind(row);
+    return problems == m_problems.constEnd() ? std::nullopt : std::optional(*problems);
+}
+
+QStringList StringFilters::messagesOf(int row) const
+{
+    return m_problems.contains(row) ? m_messages(row) : QStringList();
+}
+
+void StringFilters::setProblems(QHash<int, StringProblems> problems,
+                                std::function<QStringList(int row)> messages)
+{
+    m_messages = std::move(messages);
     if (m_problems == problems)
         return;
     m_problems = std::move(problems);

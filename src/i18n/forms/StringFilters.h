@@ -8,6 +8,8 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
+#include <optional>
 
 class QToolButton;
 
@@ -21,7 +23,7 @@ struct StringProblems
 {
     enum class Mark { Error, Warning, Note };
     Mark worst = Mark::Note;
-    QStringList messages = {};
+    quint32 seal = 0; // another number where the checks say something else
 
     bool operator==(const StringProblems &) const = default;
 };
@@ -44,9 +46,10 @@ public:
     // The rows have changed.
     void count();
 
-    // What the checks say of the rows, by row.
-    void setProblems(QHash<int, StringProblems> problems);
-    StringProblems problemsOf(int row) const { return m_problems.value(row); }
+    // What the checks say of the rows, by row; `messages` is asked for the words.
+    void setProblems(QHash<int, StringProblems> problems, std::function<QStringList(int row)> messages);
+    std::optional<StringProblems> problemsOf(int row) const;
+    QStringList messagesOf(int row) const;
 
 signals:
     // Other rows are to be seen.
@@ -61,6 +64,7 @@ private:
     std::array<QToolButton *, 4> m_buttons;
     Choice m_choice = All;
     QHash<int, StringProblems> m_problems;
+    std::function<QStringList(int row)> m_messages;
 };
 
 } // namespace quillmere
