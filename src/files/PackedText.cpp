@@ -1,7 +1,9 @@
 #include "files/PackedText.h"
 
+#include <QByteArrayList>
 #include <QThreadPool>
 
+#include <algorithm>
 #include <mutex>
 #include <utility>
 
@@ -9,14 +11,32 @@ namespace quillmere {
 
 namespace {
 constexpr qsizetype kLarge = 1 << 21; // units; of smaller ones, one a key may come here
+constexpr qsizetype kPiece = 1 << 17; // units; packing the whole at once would need it twice
 constexpr int kQuickest = 1;          // of the levels that qCompress has
+
+// Nothing where there is too little memory for it.
+QByteArrayList packedPieces(QStringView text)
+{
+    QByteArrayList pieces;
+    while (!text.isEmpty()) {
+        qsizetype length = std::min(kPiece, text.size());
+        if (length < text.size() && text[length].isLowSurrogate())
+            ++length;
+        pieces.append(qCompress(text.first(length).toUtf8(), kQuickest));
+        if (pieces.last().isEmpty())
+            return {};
+        pieces.last().squeeze(); // it has room for a text that does not become smaller
+        text = text.sliced(length);
+    }
+    return pieces;
+}
 } // namespace
 
 struct PackedText::Kept
 {
     std::mutex mutex;
-    QString text;      // guarded by it, until it is packed
-    QByteArray packed; // guarded by it
+    QString text;          // guarded by it, until it is packed
+    QByteArrayList packed; // guarded by it
 };
 
 PackedText::PackedText(const QString &text) : m_size(text.size())
@@ -31,7 +51,7 @@ PackedText::PackedText(const QString &text) : m_size(text.size())
     QThreadPool::globalInstance()->start([text = QString(text), left = std::weak_ptr(m_kept)]() mutable {
         if (left.expired())
             return;
-        QByteArray packed = qCompress(std::exchange(text, {}).toUtf8(), kQuickest);
+        QByteArrayList packed = packedPieces(std::exchange(text, {}));
         if (const std::shared_ptr<Kept> kept = left.lock(); kept && !packed.isEmpty()) {
             const std::lock_guard lock(kept->mutex);
             kept->packed = std::move(packed);
@@ -45,7 +65,13 @@ QString PackedText::text() const
     if (!m_kept)
         return {};
     const std::lock_guard lock(m_kept->mutex);
-    return m_kept->packed.isEmpty() ? m_kept->text : QString::fromUtf8(qUncompress(m_kept->packed));
+    if (m_kept->packed.isEmpty())
+        return m_kept->text;
+    QString text;
+    text.reserve(m_size);
+    for (const QByteArray &piece : m_kept->packed)
+        text += QString::fromUtf8(qUncompress(piece));
+    return text;
 }
 
 } // namespace quillmere

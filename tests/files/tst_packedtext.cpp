@@ -15,11 +15,13 @@ private slots:
     {
         const QString large = QStringLiteral("<rect>1,2,3,4</rect>\r\n").repeated(100'000);
         const QString planes = large + u"\u00e9\u0645\u20ac\U0001f600\ufffd" + QChar(0);
+        const QString seam = u"x" + QStringLiteral("\U0001f600").repeated(1 << 21);
         const QString half = large + QChar(0xd83d);
         textTable({"text"}, {{u"none", u""},
                              {u"small", u"text"},
                              {u"large", large},
                              {u"all planes", planes},
+                             {u"pairs where it is cut", seam},
                              {u"half a pair", half}});
     }
 
