@@ -245,6 +245,18 @@ HandedOn BlockRenderer::handedOn() const
     return all;
 }
 
+QString BlockRenderer::takeHtml()
+{
+    QString rules = m_rules.take(), body = m_body.take();
+    QString page;
+    page.reserve(kHead.size() + rules.size() + kNeck.size() + body.size() + kTail.size());
+    page += kHead;
+    page += rules;
+    rules = QString(); // before the page becomes longer
+    page += kNeck + body + kTail;
+    return page;
+}
+
 QString widgetHtml(std::initializer_list<QStringView> rules, std::initializer_list<QStringView> body)
 {
     qsizetype size = kHead.size() + kNeck.size() + kTail.size();

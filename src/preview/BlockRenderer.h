@@ -33,6 +33,12 @@ public:
     // Replaces markers in what was put since the size was `from`.
     void replaceSince(qsizetype from, const MarkerReplacement &replacement);
     QStringView written() const { return QStringView(m_units, m_size); }
+    // Nothing can be put afterwards.
+    QString take()
+    {
+        m_text.truncate(m_size);
+        return std::move(m_text);
+    }
 
 private:
     void grow(qsizetype by)
@@ -86,6 +92,8 @@ public:
     ListRows::Row draw(QStringView block);
     QStringView rules() const { return m_rules.written(); }
     QStringView body() const { return m_body.written(); }
+    // Ends the drawing: the page of all that was drawn. It needs less memory than widgetHtml().
+    QString takeHtml();
     // The picture that the rules of the block drawn last name.
     struct Asked
     {

@@ -7,14 +7,15 @@ namespace quillmere {
 
 WidgetPage drawWidgets(const QString &markup, const ImageLookup &GetImg, const QList<ListRows::Row> &lvFont)
 {
-    const WidgetBlocks cut = cutBlocks(markup);
+    WidgetBlocks cut = cutBlocks(markup);
     const QList<FontRow> fonts = fontRows(lvFont);
     BlockRenderer renderer(GetImg, fonts, cut.text.size());
     QList<ListRows::Row> rows;
     rows.reserve(cut.blocks.size());
     for (QStringView block : cut.blocks)
         rows.append(renderer.draw(block));
-    return {widgetHtml({renderer.rules()}, {renderer.body()}), std::move(rows)};
+    cut = {};
+    return {renderer.takeHtml(), std::move(rows)};
 }
 
 QString BuildWidgetHtml(const QString &markup, const ImageLookup &GetImg, const ListRows &lvFont,
