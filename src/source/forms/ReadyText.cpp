@@ -11,10 +11,17 @@ namespace {
 constexpr qsizetype kPiece = 1 << 15; // units; a few milliseconds' work
 } // namespace
 
-// A text with one line feed a line break, as the document counts.
 QString withLineFeeds(const QString &text)
 {
-    return QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    QString lines(text.size(), Qt::Uninitialized);
+    QChar *to = lines.data();
+    const QChar *from = text.constData(), *const end = from + text.size();
+    for (; from != end; ++from) {
+        if (*from != u'\r' || from + 1 == end || from[1] != u'\n')
+            *to++ = *from;
+    }
+    lines.truncate(to - lines.constData());
+    return lines;
 }
 
 ReadyText makeReady(const QString &text, const Progress &progress)
