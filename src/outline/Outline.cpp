@@ -75,29 +75,32 @@ private:
 
 } // namespace
 
+Outline::Outline()
+{
+    static const auto none = std::make_shared<const OutlineParts>();
+    m_parts = none;
+}
+
 Outline::Outline(const QString &text, qint64 revision) : m_text(text), m_revision(revision)
 {
     const QStringView read =
         QStringView(m_text).first(std::min<qsizetype>(m_text.size(), std::numeric_limits<qint32>::max() - 1));
     OutlineParts parts = readTags(read);
     placeElements(parts.elements, read);
-    m_elements = std::move(parts.elements);
-    m_blocks = std::move(parts.blocks);
-    m_comments = std::move(parts.comments);
-    m_strayTags = std::move(parts.strayTags);
+    m_parts = std::make_shared<const OutlineParts>(std::move(parts));
 }
 
 qint32 Outline::elementAt(qsizetype offset) const
 {
     const auto behind =
-        std::upper_bound(m_elements.begin(), m_elements.end(), offset,
+        std::upper_bound(elements().begin(), elements().end(), offset,
                          [](qsizetype at, const Element &element) { return at < element.tag.start; });
     const auto holds = [this, offset](qint32 index) {
         const Element &element = this->element(index);
         return element.range().holds(offset) ||
                (offset == element.closing.end && element.end == End::Open && offset == m_text.size());
     };
-    qint32 found = qint32(behind - m_elements.begin()) - 1;
+    qint32 found = qint32(behind - elements().begin()) - 1;
     while (found >= 0 && !holds(found))
         found = element(found).parent;
     return found;

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QString>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -51,6 +52,14 @@ struct Attribute
     bool closed = true; // false where the closing quote is missing
 };
 
+struct OutlineParts
+{
+    std::vector<Element> elements;
+    std::vector<qint32> blocks;
+    std::vector<Comment> comments;
+    std::vector<Range> strayTags;
+};
+
 // What a careful reader would say stands in the text of a window: the tree of its elements, with the ranges
 // of everything in the text as it stands. Made in one pass over any text, however broken: it never fails, and
 // what is cut off or half typed gives what can be known. Elements are numbered in the order of their opening
@@ -64,20 +73,20 @@ struct Attribute
 class Outline
 {
 public:
-    Outline() = default;
+    Outline();
     // `revision` tells what is of one text from what is of another; it is only kept.
     explicit Outline(const QString &text, qint64 revision = 0);
 
     const QString &text() const { return m_text; }
     qint64 revision() const { return m_revision; }
 
-    const std::vector<Element> &elements() const { return m_elements; }
-    const Element &element(qint32 index) const { return m_elements[size_t(index)]; }
+    const std::vector<Element> &elements() const { return m_parts->elements; }
+    const Element &element(qint32 index) const { return m_parts->elements[size_t(index)]; }
     // The element of each block.
-    const std::vector<qint32> &blocks() const { return m_blocks; }
-    const std::vector<Comment> &comments() const { return m_comments; }
+    const std::vector<qint32> &blocks() const { return m_parts->blocks; }
+    const std::vector<Comment> &comments() const { return m_parts->comments; }
     // Closing tags to which there is no opening one.
-    const std::vector<Range> &strayTags() const { return m_strayTags; }
+    const std::vector<Range> &strayTags() const { return m_parts->strayTags; }
 
     // The innermost element that holds the unit at `offset`, or, where the text ends before the element does,
     // stands before it; -1 where there is none.
@@ -109,10 +118,7 @@ private:
 
     QString m_text;
     qint64 m_revision = 0;
-    std::vector<Element> m_elements;
-    std::vector<qint32> m_blocks;
-    std::vector<Comment> m_comments;
-    std::vector<Range> m_strayTags;
+    std::shared_ptr<const OutlineParts> m_parts; // copies have the same
 };
 
 } // namespace quillmere

@@ -6,13 +6,6 @@ namespace quillmere {
 
 // The two steps in which an outline is made. The first reads the text and says where tags are and which
 // closing tag belongs to which opening one; the second, knowing that, says what stands in what.
-struct OutlineParts
-{
-    std::vector<Element> elements;
-    std::vector<qint32> blocks;
-    std::vector<Comment> comments;
-    std::vector<Range> strayTags;
-};
 OutlineParts readTags(QStringView text);
 void placeElements(std::vector<Element> &elements, QStringView text);
 

@@ -101,6 +101,7 @@ frmWidget &PropertiesLink::dialog()
 {
     if (!m_dialog) {
         m_dialog = std::make_unique<frmWidget>(*m_tab.txtSnippet, m_choices, m_window);
+        connect(m_dialog.get(), &frmWidget::finished, this, [this] { m_blocks.set({}, {}); });
         connect(m_dialog.get(), &frmWidget::sourceWanted, this, &PropertiesLink::sourceWanted);
         // The item of the menu is disabled on other tabs; the dialog is open on all of them.
         connect(m_dialog.get(), &frmWidget::saveWanted, m_save, [this] {
