@@ -95,7 +95,11 @@ void SourceBox::takeDocument(ReadyText ready)
 
 void SourceBox::rewrite(const QString &text, Keyboard keyboard, Step step)
 {
-    const QString now = m_held->text();
+    rewrite(m_held->text(), text, keyboard, step);
+}
+
+void SourceBox::rewrite(const QString &now, const QString &text, Keyboard keyboard, Step step)
+{
     const QString next = withLineFeeds(text);
     if (now == next)
         return;
@@ -123,7 +127,7 @@ void SourceBox::rewriteAll(const QString &text)
 {
     const QString before = m_held->text();
     const qint64 revision = m_revision;
-    rewrite(text);
+    rewrite(before, text, Keyboard::Taken, Step::Own);
     if (m_revision != revision)
         emit rewrittenAll(before);
 }

@@ -101,6 +101,7 @@ private:
     qsizetype withoutCarriageReturns(qsizetype position) const;
     qsizetype fromDocument(int position) const;
     void takeDocument(ReadyText ready);
+    void rewrite(const QString &now, const QString &text, Keyboard keyboard, Step step);
     void showHidden(const QList<qsizetype> &positions);
     void placeNumbers();
     void markCaret();
