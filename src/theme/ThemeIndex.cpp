@@ -3,12 +3,25 @@
 #include "files/Paths.h"
 #include "markup/Matching.h"
 
+#include <QHashSeed>
+
 #include <algorithm>
 #include <atomic>
 
 namespace quillmere {
 
 namespace {
+
+// The same for names that differ in letter case alone. The seed is another one each time the program starts,
+// so nobody can prepare a theme all of whose names have one number.
+quint64 lettersOf(QStringView name)
+{
+    static const quint64 seed = QHashSeed::globalSeed();
+    quint64 letters = seed;
+    for (const QChar unit : name)
+        letters = (letters ^ foldCase(unit.unicode())) * 0x9E3779B97F4A7C15;
+    return letters;
+}
 
 template <typename Numbers>
 void insertSorted(Numbers &numbers, qint32 number)
@@ -58,30 +71,30 @@ QList<qint32> ThemeIndex::numbersOf(const QString &path) const
 
 qint32 ThemeIndex::find(NameKind kind, QStringView name) const
 {
-    qint32 number = m_folded[size_t(kind)].find(name, textOf());
+    qint32 number = m_firsts[size_t(kind)].value(lettersOf(name), -1);
     while (number >= 0 && m_names.at(number).text != name)
-        number = m_names.at(number).nextOfSameLetters;
+        number = m_names.at(number).next;
     return number;
 }
 
 qint32 ThemeIndex::intern(NameKind kind, QStringView name)
 {
-    FoldedNumbers &folded = m_folded[size_t(kind)];
-    const qint32 first = folded.find(name, textOf());
-    for (qint32 known = first; known >= 0; known = m_names.at(known).nextOfSameLetters) {
-        if (m_names.at(known).text == name)
-            return known;
-    }
+    const qint32 known = find(kind, name);
+    if (known >= 0)
+        return known;
     const qint32 number = m_free.isEmpty() ? m_names.append() : m_free.takeLast();
     Name &added = m_names[number];
     added = Name();
     added.text = name.toString();
     added.kind = kind;
-    added.nextOfSameLetters = first;
-    if (first >= 0)
-        folded.replace(first, number, textOf());
-    else
-        folded.insert(number, textOf());
+    QHash<quint64, qint32> &firsts = m_firsts[size_t(kind)];
+    const auto first = firsts.find(lettersOf(name));
+    if (first == firsts.end()) {
+        firsts.insert(lettersOf(name), number);
+    } else {
+        added.next = *first;
+        *first = number;
+    }
     return number;
 }
 
@@ -91,16 +104,17 @@ void ThemeIndex::forget(qint32 number)
     const Name name = m_names.at(number);
     if (!name.files.isEmpty())
         return;
-    FoldedNumbers &folded = m_folded[size_t(name.kind)];
-    if (const qint32 first = folded.find(name.text, textOf()); first != number) {
-        qint32 before = first;
-        while (m_names.at(before).nextOfSameLetters != number)
-            before = m_names.at(before).nextOfSameLetters;
-        m_names[before].nextOfSameLetters = name.nextOfSameLetters;
-    } else if (name.nextOfSameLetters >= 0) {
-        folded.replace(number, name.nextOfSameLetters, textOf());
+    QHash<quint64, qint32> &firsts = m_firsts[size_t(name.kind)];
+    const auto first = firsts.find(lettersOf(name.text));
+    if (*first != number) {
+        qint32 before = *first;
+        while (m_names.at(before).next != number)
+            before = m_names.at(before).next;
+        m_names[before].next = name.next;
+    } else if (name.next >= 0) {
+        *first = name.next;
     } else {
-        folded.remove(number, textOf());
+        firsts.erase(first);
     }
     m_names[number] = Name();
     m_free.append(number);
@@ -358,10 +372,12 @@ template <typename Fits>
 QStringList ThemeIndex::otherLetters(NameKind kind, QStringView name, Fits fits) const
 {
     QStringList names;
-    qint32 number = m_folded[size_t(kind)].find(name, textOf());
-    for (; number >= 0; number = m_names.at(number).nextOfSameLetters) {
+    qint32 number = m_firsts[size_t(kind)].value(lettersOf(name), -1);
+    for (; number >= 0; number = m_names.at(number).next) {
         const Name &other = m_names.at(number);
-        if (other.text != name && fits(other))
+        const bool hasSameLetters =
+            other.text.size() == name.size() && matchesIgnoringCase(other.text, 0, name);
+        if (hasSameLetters && other.text != name && fits(other))
             names.append(other.text);
     }
     return names;

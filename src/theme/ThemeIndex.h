@@ -1,7 +1,6 @@
 #pragma once
 
 #include "files/TextFile.h"
-#include "theme/FoldedNumbers.h"
 #include "theme/NameTable.h"
 
 #include <QHash>
@@ -129,7 +128,7 @@ private:
     {
         QString text;
         QVarLengthArray<qint32, 2> files; // that use it by number, ~number of those that define it; sorted
-        qint32 nextOfSameLetters = -1;    // another case of them
+        qint32 next = -1;                 // of those with the same number in m_firsts
         NameKind kind = NameKind::Image;
 
         bool isDefined() const { return !files.isEmpty() && files.first() < 0; }
@@ -165,11 +164,6 @@ private:
     };
 
     qint32 add(const IndexedFile &file);
-    // What m_folded finds numbers by.
-    auto textOf() const
-    {
-        return [this](qint32 number) { return QStringView(m_names.at(number).text); };
-    }
     qint32 find(NameKind kind, QStringView name) const;
     qint32 intern(NameKind kind, QStringView name);
     void forget(qint32 name);
@@ -191,8 +185,10 @@ private:
     QList<Entries> m_entries; // by file
     QMultiHash<QString, qint32> m_numbers;
     Names m_names;
-    QList<qint32> m_free;               // numbers of names that stand nowhere any more
-    FoldedNumbers m_folded[kNameKinds]; // first of the names with these letters
+    QList<qint32> m_free; // numbers of names that stand nowhere any more
+    // First of the names by a number that their letters make, whatever their case. It keeps no letters: with
+    // them it took as much again as the names.
+    QHash<quint64, qint32> m_firsts[kNameKinds];
     std::array<qint64, kNameKinds> m_stamps = {};
     QList<std::shared_ptr<const std::vector<ElementUse>>> m_elements; // by file, as far as they are counted
     QHash<QString, std::array<qint32, kKinds>> m_counts;              // by class
