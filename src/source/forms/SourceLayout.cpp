@@ -28,7 +28,7 @@ QRectF SourceLayout::blockBoundingRect(const QTextBlock &line) const
     if (line.layout()->lineCount() == 0)
         layOut(line);
     const QRectF rect = QPlainTextDocumentLayout::blockBoundingRect(line);
-    noteWidth(line, rect.width() + document()->documentMargin());
+    noteWidth(line, rect.width());
     return rect;
 }
 
