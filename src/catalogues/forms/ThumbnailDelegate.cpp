@@ -44,15 +44,15 @@ void drawNothing(QPainter &painter, const QRect &place, const QPalette &palette)
 
 // The same for a selected row, or the style would put the colour of the selection over the picture. An icon
 // of pixmaps would keep each of them in the cache of the whole program.
-class DrawnIcon : public QIconEngine
+class PixmapEngine : public QIconEngine
 {
 public:
-    explicit DrawnIcon(const QPixmap &drawn) : m_drawn(drawn) {}
+    explicit PixmapEngine(const QPixmap &drawn) : m_drawn(drawn) {}
     void paint(QPainter *painter, const QRect &place, QIcon::Mode, QIcon::State) override
     {
         painter->drawPixmap(place, m_drawn);
     }
-    QIconEngine *clone() const override { return new DrawnIcon(*this); }
+    QIconEngine *clone() const override { return new PixmapEngine(*this); }
 
 private:
     QPixmap m_drawn;
@@ -121,7 +121,7 @@ void ThumbnailDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     QStyleOptionViewItem with = option;
     with.features |= QStyleOptionViewItem::HasDecoration;
     with.decorationSize = size;
-    with.icon = QIcon(new DrawnIcon(drawn));
+    with.icon = QIcon(new PixmapEngine(drawn));
     m_rest.paint(painter, with, index);
 }
 
