@@ -11,6 +11,8 @@
 #include <numeric>
 #include <optional>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 namespace quillmere {
 
@@ -132,6 +134,7 @@ QString withoutBrackets(QStringView rect)
 
 // All places in a text where <rect>[...]</rect> stands, grouped by what they hold. Rewriting a rect moves its
 // whole group, so that a thousand rects cost a thousand steps instead of a thousand passes over the text.
+// Groups are chains through two lists: a list of its own for each would take many times the text.
 class RectPlaces
 {
 public:
@@ -145,10 +148,8 @@ public:
                 end = indexOfIgnoringCase(text, closing, from);
             if (end < 0)
                 break;
-            if (next < 0 || end < next) {
-                m_groups[foldedText(text.sliced(from, end - from))][QString()].append(int(m_places.size()));
-                m_places.append({at, end + closing.size(), QString()});
-            }
+            if (next < 0 || end < next)
+                add(int(at), int(end + closing.size()), foldedText(text.sliced(from, end - from)));
             at = next;
         }
     }
@@ -156,35 +157,35 @@ public:
     // Neither text holds one of the markers itself.
     void rewrite(const QString &from, const QString &to)
     {
-        const auto found = m_groups.find(foldedText(from));
-        if (found == m_groups.end())
+        const auto found = m_groups.constFind(foldedText(from));
+        if (found == m_groups.cend())
             return;
-        Group moved = std::move(*found);
+        const int moved = *found;
         m_groups.erase(found);
-        QList<int> &there = m_groups[foldedText(to)][to];
-        for (QList<int> &places : moved) {
-            if (there.size() < places.size())
-                there.swap(places);
-            there += places;
+        Writing &all = m_writings[size_t(moved)];
+        all.text = to;
+        for (int next = std::exchange(all.next, -1); next >= 0; next = m_writings[size_t(next)].next) {
+            m_places[size_t(all.last)].next = m_writings[size_t(next)].first;
+            all.last = m_writings[size_t(next)].last;
         }
+        const QString folded = foldedText(to);
+        all.next = m_groups.value(folded, -1);
+        m_groups.insert(folded, moved);
     }
 
     QString text()
     {
-        for (const Group &group : std::as_const(m_groups)) {
-            for (auto places = group.cbegin(); places != group.cend(); ++places) {
-                for (int place : *places)
-                    m_places[place].content = places.key();
-            }
-        }
+        for (const int group : std::as_const(m_groups))
+            nameWritings(group);
         QString result;
         result.reserve(m_text.size() + m_text.size() / 8);
         qsizetype done = 0;
-        for (const Place &place : std::as_const(m_places)) {
-            if (place.content.isEmpty())
+        for (const Place &place : m_places) {
+            const QString &content = m_writings[size_t(place.next)].text;
+            if (content.isEmpty())
                 continue;
             result += m_text.sliced(done, place.begin - done);
-            result += opening + place.content + closing;
+            result += opening + content + closing;
             done = place.end;
         }
         result += m_text.sliced(done);
@@ -194,17 +195,46 @@ public:
 private:
     struct Place
     {
-        qsizetype begin;
-        qsizetype end;
-        QString content; // empty where it stays as it is
+        int begin; // units
+        int end;
+        int next; // place of the same writing, -1 behind the last; at the end the writing itself
     };
-    // Places that hold the same but for letter case, by what was written there; under the empty text those
-    // that hold what they held.
-    using Group = QHash<QString, QList<int>>;
+    // What some places of a group hold, in the same letter case.
+    struct Writing
+    {
+        QString text; // empty where they hold what they held
+        int first;    // place
+        int last;
+        int next; // writing of the same group, -1 behind the last
+    };
+
+    void add(int begin, int end, const QString &folded)
+    {
+        const int place = int(m_places.size());
+        m_places.push_back({begin, end, -1});
+        const auto group = m_groups.constFind(folded);
+        if (group == m_groups.cend()) {
+            m_groups.insert(folded, int(m_writings.size()));
+            m_writings.push_back({{}, place, place, -1});
+            return;
+        }
+        Writing &writing = m_writings[size_t(*group)];
+        m_places[size_t(std::exchange(writing.last, place))].next = place;
+    }
+
+    // Each place of a group learns its writing.
+    void nameWritings(int group)
+    {
+        for (int writing = group; writing >= 0; writing = m_writings[size_t(writing)].next) {
+            for (int place = m_writings[size_t(writing)].first; place >= 0;)
+                place = std::exchange(m_places[size_t(place)].next, writing);
+        }
+    }
 
     QStringView m_text;
-    QList<Place> m_places;
-    QHash<QString, Group> m_groups;
+    std::vector<Place> m_places;
+    std::vector<Writing> m_writings;
+    QHash<QString, int> m_groups; // writing, by what the places hold without letter case
 };
 
 } // namespace
