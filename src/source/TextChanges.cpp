@@ -9,8 +9,9 @@ namespace quillmere {
 
 namespace {
 
-constexpr qsizetype kAnchor = 16; // so many equal units in a row, and both texts are taken to go on alike
-constexpr int kMostSteps = 160;   // units that may come and go between two such places
+constexpr qsizetype kAnchor = 16;     // so many equal units in a row, and both texts are taken to go on alike
+constexpr qsizetype kMostBetween = 4; // units between two changes that are made as one
+constexpr int kMostSteps = 160;       // units that may come and go between two such places
 constexpr qsizetype kMostWork = 1 << 23; // looks at pairs of units, over all such searches
 
 qsizetype sameAtEnd(QStringView a, QStringView b)
@@ -107,12 +108,21 @@ private:
             change.text.append(m_now[end]);
             ++change.length;
         }
-        if (m_changes.isEmpty() || m_changes.last().start + m_changes.last().length < change.start) {
+        if (m_changes.isEmpty() || !join(m_changes.last(), change))
             m_changes.append(change);
-        } else {
-            m_changes.last().length += change.length;
-            m_changes.last().text += change.text;
-        }
+    }
+
+    // Two changes with next to nothing between them are one: each costs the document and its undo history
+    // more than a few units do.
+    bool join(TextChange &last, const TextChange &change) const
+    {
+        const qsizetype end = last.start + last.length;
+        const QStringView between = m_now.sliced(end, std::max<qsizetype>(change.start - end, 0));
+        if (between.size() > kMostBetween || between.contains(u'\n'))
+            return false;
+        last.length += between.size() + change.length;
+        last.text += between + change.text;
+        return true;
     }
 
     static bool goesOnAlike(QStringView now, QStringView next)
