@@ -25,15 +25,15 @@ void checkDuplicates(ThemeReport &report)
 // The fonts that language files name.
 void checkLanguageFonts(ThemeReport &report)
 {
-    for (const Catalogue &language : report.catalogues.languages()) {
-        for (const qint32 number : report.index.numbersOf(language.file.path)) {
+    for (const IndexedFile &language : report.catalogues.languages()) {
+        for (const qint32 number : report.index.numbersOf(language.path)) {
             for (const NamePlace &place : report.index.placesIn(number)) {
                 if (place.isDefinition || place.kind != NameKind::Font)
                     continue;
                 const std::optional<NameFault> fault = faultOf(place.kind, place.name, report.index);
                 if (!fault)
                     continue;
-                Problem &problem = report.addForFile(fault->rule, language.file, fault->message);
+                Problem &problem = report.addForFile(fault->rule, language, fault->message);
                 problem.range = place.range;
                 problem.line = place.line;
                 problem.column = place.column;
@@ -145,14 +145,6 @@ void checkUnused(ThemeReport &report)
         const Catalogue &catalogue = report.catalogues.of(unused.role);
         for (qsizetype row = 0; row < catalogue.rows.size(); ++row)
             checkRow(report, unused, catalogue, row);
-    }
-    for (const Catalogue &language : report.catalogues.languages()) {
-        for (qsizetype row = 0; row < language.rows.size(); ++row) {
-            const QString &name = language.rows.at(row).name;
-            if (!name.isEmpty() && language.rows.at(row).isFirst &&
-                !report.index.isUsed(NameKind::String, name))
-                report.add(Rule::UnusedString, language, row);
-        }
     }
 }
 

@@ -5,9 +5,6 @@
 #include "markup/mndIni.h"
 #include "outline/LineStarts.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace quillmere {
 
 namespace {
@@ -37,10 +34,12 @@ Catalogues::Catalogues(const ThemeSources &sources, const ThemeIndex &index, con
     : m_sources(sources), m_index(index)
 {
     QList<IndexedFile> files;
-    std::copy_if(
-        index.files().begin(), index.files().end(), std::back_inserter(files), [](const IndexedFile &file) {
-            return file.role < FileRole::Language || (file.role == FileRole::Language && file.isReadable);
-        });
+    for (const IndexedFile &file : index.files()) {
+        if (file.role < FileRole::Language)
+            files.append(file);
+        else if (file.role == FileRole::Language && file.isReadable)
+            m_languages.append(file);
+    }
     std::vector<Catalogue> catalogues(size_t(files.size()));
     inParallel(files.size(), stop, [&](qsizetype i) { catalogues[size_t(i)] = read(files.at(i)); });
     for (Catalogue &catalogue : catalogues) {
@@ -49,10 +48,7 @@ Catalogues::Catalogues(const ThemeSources &sources, const ThemeIndex &index, con
             if (!rows[i].path.isEmpty())
                 rows[i].found = m_listings.find(rows[i].path);
         });
-        if (catalogue.file.role == FileRole::Language)
-            m_languages.append(std::move(catalogue));
-        else
-            m_catalogues[size_t(catalogue.file.role)] = std::move(catalogue);
+        m_catalogues[size_t(catalogue.file.role)] = std::move(catalogue);
     }
 }
 
@@ -65,7 +61,7 @@ QString Catalogues::nameOfLanguage(const IndexedFile &file) const
     return fileNameOf(file.path).toString();
 }
 
-Catalogue Catalogues::read(const IndexedFile &file)
+Catalogue Catalogues::read(const IndexedFile &file) const
 {
     Catalogue catalogue = {file, {}};
     const auto rows = m_sources.rows.constFind(file.path);

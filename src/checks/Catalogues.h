@@ -27,6 +27,8 @@ struct Catalogue
 };
 
 // The catalogues of a theme as the rules look at them: read once, and every file that they name looked for.
+// Only languages are read when they are asked for, and whoever does lets go of them: they hold the most rows,
+// and no rule looks at two of them.
 class Catalogues
 {
 public:
@@ -34,15 +36,16 @@ public:
     Catalogues(const ThemeSources &sources, const ThemeIndex &index, const std::stop_token &stop);
 
     const Catalogue &of(FileRole role) const { return m_catalogues[size_t(role)]; }
-    // Those whose file can be read, in the order of the index, and the languages' names.
-    const QList<Catalogue> &languages() const { return m_languages; }
+    // Those whose file can be read, in the order of the index.
+    const QList<IndexedFile> &languages() const { return m_languages; }
+    Catalogue language(const IndexedFile &file) const { return read(file); } // on any thread
     QString nameOfLanguage(const IndexedFile &file) const;
 
     // The existing file that is meant by a path; see FolderListings. May be asked on any thread.
     QString find(const QString &path) { return m_listings.find(path); }
 
 private:
-    Catalogue read(const IndexedFile &file);
+    Catalogue read(const IndexedFile &file) const;
     QString pathIn(const IndexedFile &file, const QString &value) const;
     QList<CatalogueRow> fromText(const IndexedFile &file, const QString &text) const;
     QList<CatalogueRow> fromRows(const IndexedFile &file, const QList<ListRows::Row> &rows) const;
@@ -51,7 +54,7 @@ private:
     const ThemeIndex &m_index;
     FolderListings m_listings;
     std::array<Catalogue, size_t(FileRole::Window) + 1> m_catalogues;
-    QList<Catalogue> m_languages;
+    QList<IndexedFile> m_languages;
 };
 
 } // namespace quillmere

@@ -8,16 +8,12 @@
 
 namespace quillmere {
 
-FitFacts fitFacts(const Catalogues &catalogues, const MeasuredTheme &measured)
+StringTable translationsOf(const Catalogue &language)
 {
-    FitFacts facts{measured, {}};
-    for (const Catalogue &catalogue : catalogues.languages()) {
-        FitFacts::Language language{catalogues.nameOfLanguage(catalogue.file), {}};
-        for (const CatalogueRow &row : catalogue.rows)
-            language.translations.add(row.name, row.value);
-        facts.languages.append(language);
-    }
-    return facts;
+    StringTable translations;
+    for (const CatalogueRow &row : language.rows)
+        translations.add(row.name, row.value);
+    return translations;
 }
 
 std::vector<ShownText> shownTexts(const TextInRoom &text, const FitFacts &facts)
@@ -39,7 +35,10 @@ QList<SetText> textsToMeasure(const ThemeSources &sources, const ThemeIndex &ind
                               const MeasuredTheme &fonts,
                               const std::function<void(qsizetype done, qsizetype all)> &tell)
 {
-    const FitFacts facts = fitFacts(Catalogues(sources, index, {}), fonts);
+    const Catalogues catalogues(sources, index, {});
+    FitFacts facts{fonts, {}};
+    for (const IndexedFile &file : catalogues.languages())
+        facts.languages.append({catalogues.nameOfLanguage(file), translationsOf(catalogues.language(file))});
     QList<SetText> texts;
     QSet<SetText> known;
     const QList<IndexedFile> &files = index.files();

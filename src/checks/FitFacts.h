@@ -14,6 +14,7 @@
 namespace quillmere {
 
 class Catalogues;
+struct Catalogue;
 class ThemeIndex;
 struct ThemeSources;
 
@@ -37,7 +38,7 @@ struct FitFacts
     MeasuredTheme measured;
     QList<Language> languages;
 };
-FitFacts fitFacts(const Catalogues &catalogues, const MeasuredTheme &measured);
+StringTable translationsOf(const Catalogue &language);
 
 // The texts of all windows as they are shown in all languages, each once. Nothing is measured yet, so `fonts`
 // are all that it takes. `tell` is called now and then, and may throw.

@@ -52,31 +52,56 @@ QHash<QString, QSize> sizesOf(const Catalogue &images, const QList<PictureFacts>
     return sizes;
 }
 
-ThemeFacts factsOf(const ThemeReport &report)
+// What follows from one language, which is not kept.
+struct CheckedLanguage
+{
+    LanguageTexts texts;
+    StringTable translations; // where texts have been measured
+    QList<Problem> problems;
+};
+
+std::vector<CheckedLanguage> checkLanguages(const ThemeReport &report, bool isMeasured,
+                                            const std::stop_token &stop)
+{
+    const QList<IndexedFile> &files = report.catalogues.languages();
+    std::vector<CheckedLanguage> checked(size_t(files.size()));
+    inParallel(files.size(), stop, [&](qsizetype i) {
+        const Catalogue language = report.catalogues.language(files.at(i));
+        CheckedLanguage &each = checked[size_t(i)];
+        each.texts = textsOf(language, report.catalogues.nameOfLanguage(language.file));
+        if (isMeasured)
+            each.translations = translationsOf(language);
+        each.problems = checkLanguage(report, language, stop);
+    });
+    return checked;
+}
+
+// Takes the languages' texts.
+ThemeFacts factsOf(const ThemeReport &report, std::vector<CheckedLanguage> &languages,
+                   const MeasuredTheme &measured)
 {
     ThemeFacts facts;
     facts.screen = screenOf(report.sources, report.catalogues.of(FileRole::WindowCatalogue));
-    const QList<Catalogue> &languages = report.catalogues.languages();
-    facts.languages.resize(languages.size());
-    LanguageTexts *const texts = facts.languages.data();
-    inParallel(1 + languages.size(), {}, [&](qsizetype task) {
-        if (task == 0)
-            facts.pictures = sizesOf(report.catalogues.of(FileRole::ImageCatalogue), report.pictures);
-        else
-            texts[task - 1] = textsOf(languages.at(task - 1),
-                                      report.catalogues.nameOfLanguage(languages.at(task - 1).file));
-    });
+    facts.pictures = sizesOf(report.catalogues.of(FileRole::ImageCatalogue), report.pictures);
+    FitFacts fit{measured, {}};
+    for (CheckedLanguage &language : languages) {
+        fit.languages.append({language.texts.name, std::move(language.translations)});
+        facts.languages.append(std::move(language.texts));
+    }
+    if (measured.measures)
+        facts.fit = std::make_shared<const FitFacts>(std::move(fit));
     return facts;
 }
 
 // Adds what it finds to the report, beside the rules of the catalogues.
-void checkAll(ThemeReport &report, const ThemeFacts &facts, WindowOutlines outlines,
-              const std::stop_token &stop)
+void checkAll(ThemeReport &report, std::vector<CheckedLanguage> languages, const ThemeFacts &facts,
+              WindowOutlines outlines, const std::stop_token &stop)
 {
     const QList<IndexedFile> &files = report.index.files();
-    const QList<Catalogue> &languages = report.catalogues.languages();
     outlines.resize(size_t(files.size()));
-    std::vector<QList<Problem>> found(size_t(files.size() + languages.size()));
+    std::vector<QList<Problem>> found(size_t(files.size()));
+    for (CheckedLanguage &language : languages)
+        found.push_back(std::move(language.problems));
     const auto checkFile = [&](qsizetype number) {
         const IndexedFile &file = files.at(number);
         if ((file.role != FileRole::Window && file.role != FileRole::Style) || !file.isReadable)
@@ -90,13 +115,9 @@ void checkAll(ThemeReport &report, const ThemeFacts &facts, WindowOutlines outli
         }
         found[size_t(number)] = checkWindow(*outline, file, report.index, facts, stop);
     };
-    inParallel(1 + languages.size() + files.size(), stop, [&](qsizetype task) {
-        if (task > languages.size()) {
-            checkFile(task - 1 - languages.size());
-            return;
-        }
+    inParallel(1 + files.size(), stop, [&](qsizetype task) {
         if (task > 0) {
-            found[size_t(files.size() + task - 1)] = checkLanguage(report, languages.at(task - 1), stop);
+            checkFile(task - 1);
             return;
         }
         checkFiles(report);
@@ -155,13 +176,12 @@ std::optional<CheckedTheme> checkTheme(const ThemeSources &sources, const ThemeI
 {
     Catalogues catalogues(sources, index, stop);
     ThemeReport report(sources, index, catalogues);
+    std::vector<CheckedLanguage> languages = checkLanguages(report, measured.measures != nullptr, stop);
     report.pictures = picturesOf(catalogues.of(FileRole::ImageCatalogue), sources.folder, pictures, stop);
     CheckedTheme checked;
-    checked.facts = factsOf(report);
-    if (measured.measures)
-        checked.facts.fit = std::make_shared<const FitFacts>(fitFacts(catalogues, measured));
+    checked.facts = factsOf(report, languages, measured);
     if (!stop.stop_requested())
-        checkAll(report, checked.facts, std::move(outlines), stop);
+        checkAll(report, std::move(languages), checked.facts, std::move(outlines), stop);
     if (stop.stop_requested())
         return std::nullopt;
     checked.problems = std::move(report.problems);

@@ -110,6 +110,8 @@ public:
         const CatalogueRow &row = m_language.rows.at(number);
         if (row.name.isEmpty())
             return;
+        if (row.isFirst && !m_report.index.isUsed(NameKind::String, row.name))
+            add(Rule::UnusedString, number, {});
         if (!row.isFirst)
             add(Rule::DuplicateSource, number, quoted(row.name) + u" is in the language already");
         if (QStringView(row.value).trimmed().isEmpty())
