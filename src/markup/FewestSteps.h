@@ -28,7 +28,7 @@ public:
     {
         m_reached.clear();
         for (int steps = 0; goesOn(steps); ++steps) {
-            m_reached.resize(size_t(steps + 1) * size_t(steps + 1));
+            m_reached.resize(size_t(steps + 1) * size_t(steps + 2) / 2);
             for (int diagonal = -steps; diagonal <= steps; diagonal += 2) {
                 qsizetype now = 0;
                 if (steps > 0)
@@ -45,10 +45,10 @@ public:
     }
 
 private:
-    // Row `steps` of the triangle has the diagonals -steps to steps.
+    // Row `steps` of the triangle has every second diagonal from -steps to steps.
     int &reached(int steps, int diagonal)
     {
-        return m_reached[size_t(steps) * size_t(steps) + size_t(diagonal + steps)];
+        return m_reached[size_t(steps) * size_t(steps + 1) / 2 + size_t(diagonal + steps) / 2];
     }
     bool comes(int steps, int diagonal)
     {
