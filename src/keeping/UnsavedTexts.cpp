@@ -56,12 +56,6 @@ QString prefixOf(const QString &document)
     return QString::fromLatin1(QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1).toHex());
 }
 
-QByteArray toBytes(const QString &text)
-{
-    const QString marked = QChar(QChar::ByteOrderMark) + text;
-    return QByteArray(reinterpret_cast<const char *>(marked.constData()), marked.size() * 2);
-}
-
 // The text and what it was made from.
 std::optional<UnsavedText> fromBytes(const QByteArray &bytes)
 {
@@ -186,9 +180,11 @@ void keepUnsaved(const QString &file, const QString &document, const QString &te
                  std::optional<Encoding> encoding)
 {
     // The path is there for a person who looks into the folder; a line break in it would begin the text.
-    const QByteArray bytes =
-        toBytes(QString::fromLatin1(base.toHex()) + (encoding ? asLetters(*encoding) : QString()) + u' ' +
-                QString(document).replace(u'\n', u' ') + u'\n' + text);
+    const QString all = QChar(QChar::ByteOrderMark) + QString::fromLatin1(base.toHex()) +
+                        (encoding ? asLetters(*encoding) : QString()) + u' ' +
+                        QString(document).replace(u'\n', u' ') + u'\n' + text;
+    const auto bytes =
+        QByteArray::fromRawData(reinterpret_cast<const char *>(all.constData()), all.size() * 2);
     QString reason = makeFolder(QFileInfo(file).path());
     if (reason.isEmpty())
         reason = WholeFile(file).writeAll(bytes);
