@@ -97,7 +97,7 @@ void LanguageWork::showProblems()
             if (problem.row < 0 || problem.file != path)
                 continue;
             StringProblems &row = byRow[problem.row];
-            row.seal = quint32(qHashMulti(row.seal, int(problem.rule), problem.text, problem.name));
+            row.seal = quint32(qHashMulti(row.seal, int(problem.rule), problem.text(), problem.name));
             row.worst = std::min(row.worst, StringProblems::Mark(problem.severity()));
         }
     }

@@ -33,12 +33,12 @@ void checkLanguageFonts(ThemeReport &report)
                 const std::optional<NameFault> fault = faultOf(place.kind, place.name, report.index);
                 if (!fault)
                     continue;
-                Problem &problem = report.addForFile(fault->rule, language, fault->message);
+                Problem &problem = report.addForFile(fault->rule, language, {});
+                problem.say(fault->message, fault->meant);
                 problem.range = place.range;
                 problem.line = place.line;
                 problem.column = place.column;
                 problem.name = place.name;
-                problem.meant = fault->meant;
             }
         }
     }

@@ -137,7 +137,7 @@ bool MendMaker::isMeant(const QList<ListRows::Row> &rows) const
 bool MendMaker::isOfConfig() const
 {
     return problem.row < 0 && (problem.rule == Rule::ThemeConfig || problem.rule == Rule::LetterCase) &&
-           problem.meant.isEmpty();
+           problem.meant().isEmpty();
 }
 
 } // namespace quillmere

@@ -155,8 +155,8 @@ void makeMends(MendMaker &maker)
         changeName(maker, NameKind::Font);
         break;
     case Rule::LetterCase:
-        if (!maker.problem.meant.isEmpty())
-            changeNameTo(maker, maker.problem.meant);
+        if (const QString meant = maker.problem.meant(); !meant.isEmpty())
+            changeNameTo(maker, meant);
         else
             mendNamedFile(maker);
         break;

@@ -50,8 +50,8 @@ std::vector<Place> placesOf(const QList<Problem> &problems)
 // A theme may have tens of thousands of names that nothing uses, so what follows from them is not kept.
 QString Problem::message() const
 {
-    if (!text.isEmpty())
-        return text;
+    if (const QString said = text(); !said.isEmpty())
+        return said;
     switch (rule) {
     case Rule::UnusedImage:
         return u"Unused image " + quoted(name) + QStringLiteral(" (%1 bytes)").arg(bytes);

@@ -4,6 +4,7 @@
 #include "outline/Range.h"
 
 #include <QList>
+#include <QSharedData>
 #include <QString>
 
 #include <optional>
@@ -67,26 +68,42 @@ const RuleText &textOf(Rule rule);
 // Nothing for an ID that no rule has.
 std::optional<Rule> ruleOf(QStringView id);
 
-// Something in a theme that is wrong, or looks wrong.
+// Something in a theme that is wrong, or looks wrong. Most of many are names that nothing uses, so what these
+// need no room for has none of its own.
 struct Problem
 {
     Rule rule = Rule::ThemeConfig;
+    qint32 row = -1;             // of the list that a catalogue is loaded into
     QString file;                // full path
+    QString name;                // what the message is about; may be empty
     Range range;                 // in the text of the file; empty where the whole file is meant
     qint32 line = 1, column = 1; // from 1, UTF-16 units; 0 in rows that are not written
     LineColumn end = {0, 0};     // behind the range; 0 where it has none
-    qint32 row = -1;             // of the list that a catalogue is loaded into
-    QString text;                // the message, where the rule and what follows here do not make it
-    QString name;                // what the message is about; may be empty
-    QString meant;               // what should stand in the range, where that is known
     qint64 bytes = 0;            // that an unused picture takes
 
+    // The message, where the rule and what stands above do not make it, and what should stand in the range,
+    // where that is known.
+    void say(const QString &text, const QString &meant = {})
+    {
+        m_said = text.isEmpty() && meant.isEmpty() ? nullptr : new Said{{}, text, meant};
+    }
+    QString text() const { return m_said ? m_said->text : QString(); }
+    QString meant() const { return m_said ? m_said->meant : QString(); }
     // One line.
     QString message() const;
     Severity severity() const { return textOf(rule).severity; }
+
+private:
+    struct Said : QSharedData
+    {
+        QString text, meant;
+    };
+    QSharedDataPointer<Said> m_said;
 };
 
 // By file, then by place.
 void sortByPlace(QList<Problem> &problems);
 
 } // namespace quillmere
+
+Q_DECLARE_TYPEINFO(quillmere::Problem, Q_RELOCATABLE_TYPE); // long lists of them grow in place

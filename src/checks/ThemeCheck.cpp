@@ -141,7 +141,7 @@ Problem &ThemeReport::addForFile(Rule rule, const IndexedFile &file, const QStri
     Problem problem;
     problem.rule = rule;
     problem.file = file.found.isEmpty() ? file.path : file.found;
-    problem.text = message;
+    problem.say(message);
     problems.append(problem);
     return problems.last();
 }

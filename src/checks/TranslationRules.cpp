@@ -207,6 +207,7 @@ QList<Problem> checkLanguage(const ThemeReport &report, const Catalogue &languag
     for (qsizetype row = 0; row < language.rows.size() && !stop.stop_requested(); ++row)
         check.check(row);
     check.compare();
+    own.problems.squeeze();
     return own.problems;
 }
 

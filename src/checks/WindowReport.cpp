@@ -24,9 +24,8 @@ void WindowReport::add(Rule rule, Range range, const QString &message, const QSt
     problem.line = place.line;
     problem.column = place.column;
     problem.end = m_lines.placeOf(range.end);
-    problem.text = message;
     problem.name = name;
-    problem.meant = meant;
+    problem.say(message, meant);
     problems.append(problem);
 }
 

@@ -19,7 +19,7 @@ enum Column { Message, Place, RuleId, Columns };
 
 bool isSame(const Problem &a, const Problem &b)
 {
-    return a.rule == b.rule && a.file == b.file && a.name == b.name && a.text == b.text &&
+    return a.rule == b.rule && a.file == b.file && a.name == b.name && a.text() == b.text() &&
            a.bytes == b.bytes && a.line == b.line && a.column == b.column && a.row == b.row;
 }
 
