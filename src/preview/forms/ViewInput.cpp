@@ -23,6 +23,19 @@ ViewInput::ViewInput(WebBrowser &browser, PreviewArea &area, QObject *parent)
     qApp->installEventFilter(this);
 }
 
+// Nothing is asked of the object itself: the page has some of its own, whose classes are built without what
+// tells a type.
+const QWidget *ViewInput::partOfBrowser(const QObject *watched) const
+{
+    if (watched == &m_browser)
+        return &m_browser;
+    for (const QWidget *inside : m_browser.findChildren<QWidget *>()) {
+        if (inside == watched)
+            return m_browser.isAncestorOf(inside) ? inside : nullptr;
+    }
+    return nullptr;
+}
+
 bool ViewInput::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
@@ -40,8 +53,8 @@ bool ViewInput::eventFilter(QObject *watched, QEvent *event)
     default:
         return false;
     }
-    const auto *on = qobject_cast<QWidget *>(watched);
-    if (!on || (on != &m_browser && !m_browser.isAncestorOf(on)))
+    const QWidget *on = partOfBrowser(watched);
+    if (!on)
         return false;
     switch (type) {
     case QEvent::Wheel:

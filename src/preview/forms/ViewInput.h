@@ -35,6 +35,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    const QWidget *partOfBrowser(const QObject *watched) const;
     bool turn(const QWidget &on, QWheelEvent &event);
     bool mouse(const QWidget &on, QMouseEvent &event);
     void setPointer(std::optional<QPointF> point);
