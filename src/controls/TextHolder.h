@@ -17,7 +17,7 @@ public:
     explicit TextHolder(QWidget *parent = nullptr) : QWidget(parent) { hide(); }
 
     QString text() const { return m_text.text(); }
-    void setText(const QString &text) { m_text = PackedText(text); }
+    void setText(const PackedText &text) { m_text = text; }
     // As a text box has it: with one line feed a line break.
     QString plainText() const
     {

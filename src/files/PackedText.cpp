@@ -39,25 +39,32 @@ struct PackedText::Kept
     QByteArrayList packed; // guarded by it
 };
 
-PackedText::PackedText(const QString &text) : m_size(text.size())
+PackedText::PackedText(const QString &text, Packing packing) : m_size(text.size())
 {
     if (text.isEmpty())
         return;
     m_kept = std::make_shared<Kept>();
     m_kept->text = text;
-    // What is no UTF-16 would come back as another text.
-    if (text.size() < kLarge || !text.isValidUtf16())
+    if (text.size() < kLarge)
         return;
-    QThreadPool::globalInstance()->start([text = QString(text), left = std::weak_ptr(m_kept)]() mutable {
-        if (left.expired())
-            return;
-        QByteArrayList packed = packedPieces(std::exchange(text, {}));
-        if (const std::shared_ptr<Kept> kept = left.lock(); kept && !packed.isEmpty()) {
-            const std::lock_guard lock(kept->mutex);
-            kept->packed = std::move(packed);
-            kept->text.clear();
-        }
-    });
+    if (packing == Packing::Now)
+        pack(text, m_kept);
+    else
+        QThreadPool::globalInstance()->start(
+            [text = QString(text), left = std::weak_ptr(m_kept)]() mutable { pack(std::move(text), left); });
+}
+
+void PackedText::pack(QString text, const std::weak_ptr<Kept> &left)
+{
+    // What is no UTF-16 would come back as another text.
+    if (left.expired() || !text.isValidUtf16())
+        return;
+    QByteArrayList packed = packedPieces(std::exchange(text, {}));
+    if (const std::shared_ptr<Kept> kept = left.lock(); kept && !packed.isEmpty()) {
+        const std::lock_guard lock(kept->mutex);
+        kept->packed = std::move(packed);
+        kept->text.clear();
+    }
 }
 
 QString PackedText::text() const

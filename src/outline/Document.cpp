@@ -71,6 +71,7 @@ void RowsDocument::replace(const Document &file, QList<ListRows::Row> rows)
 {
     keep();
     Document::operator=(file);
+    setText({});
     m_saved = rows;
     m_rows.assign(std::move(rows));
     if (m_keeper)
@@ -80,6 +81,7 @@ void RowsDocument::replace(const Document &file, QList<ListRows::Row> rows)
 void RowsDocument::save(Files &files, const QString &text)
 {
     Document::save(files, text);
+    setText({});
     m_saved = m_rows.rows();
     if (m_keeper)
         m_keeper->saved();

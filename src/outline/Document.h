@@ -28,7 +28,7 @@ public:
 
     const QString &path() const { return m_path; }
     const QString &theme() const { return m_theme; }
-    // As loaded, typed or saved. What stands in the rows of a list comes here when it is saved.
+    // As loaded, typed or saved.
     const QString &text() const { return m_text; }
     void setText(const QString &text) { m_text = text; }
     const Encoding &encoding() const { return m_encoding; }
@@ -62,8 +62,8 @@ private:
     bool m_edited = false;
 };
 
-// A document whose content stands in the rows of a list: it is edited while they say something else than its
-// file.
+// A document whose content stands in the rows of a list, and nowhere else: it is edited while they say
+// something else than its file.
 class RowsDocument : public Document
 {
 public:
@@ -81,6 +81,7 @@ public:
     // The rows must outlive the document.
     explicit RowsDocument(ListRows &rows);
 
+    const QString &text() const = delete;
     // Has the file and the rows of another from now on.
     void replace(const Document &file, QList<ListRows::Row> rows);
     // See Document::save.

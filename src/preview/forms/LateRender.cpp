@@ -25,16 +25,18 @@ WidgetPage drawn(const RenderInput &input)
 
 } // namespace
 
-Rendered renderPage(const RenderInput &input)
+Rendered renderPage(const RenderInput &input, PackedText::Packing packing)
 {
     QElapsedTimer clock;
     clock.start();
+    WidgetPage widgets = drawn(input);
     Rendered rendered;
     rendered.markup = input.markup;
-    rendered.widgets = drawn(input);
-    rendered.page = input.makePage ? input.makePage(input.markup, input.options, rendered.widgets.blocks)
-                                   : BuildPreviewPage(rendered.widgets.html, input.options, input.fontSize,
-                                                      rendered.widgets.blocks);
+    rendered.page = input.makePage
+                        ? input.makePage(input.markup, input.options, widgets.blocks)
+                        : BuildPreviewPage(widgets.html, input.options, input.fontSize, widgets.blocks);
+    rendered.blocks = std::move(widgets.blocks);
+    rendered.html = PackedText(std::exchange(widgets.html, {}), packing);
     rendered.milliseconds = double(clock.nsecsElapsed()) / 1e6;
     return rendered;
 }
@@ -78,7 +80,7 @@ void LateRender::makeNext()
     };
     m_worker.start([this, own = std::move(own), givenUp] {
         try {
-            const auto tell = [this, rendered = renderPage(own), givenUp] {
+            const auto tell = [this, rendered = renderPage(own, PackedText::Packing::Now), givenUp] {
                 if (!*givenUp)
                     hand(rendered);
             };

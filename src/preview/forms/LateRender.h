@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/PackedText.h"
 #include "files/Progress.h"
 #include "preview/PreviewPage.h"
 #include "preview/WidgetDrawing.h"
@@ -43,12 +44,13 @@ struct RenderInput
 struct Rendered
 {
     QString markup;
-    WidgetPage widgets;
-    QString page; // for the browser
+    QList<ListRows::Row> blocks;
+    PackedText html; // of the widgets
+    QString page;    // for the browser
     double milliseconds = 0;
 };
 
-Rendered renderPage(const RenderInput &input);
+Rendered renderPage(const RenderInput &input, PackedText::Packing packing = PackedText::Packing::Beside);
 
 // Makes the page of a large window beside the window's own thread. Everything else here runs on that one
 // thread; this does not, since no part of the rendering may take longer than a keystroke may wait, on any

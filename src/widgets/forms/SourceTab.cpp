@@ -193,7 +193,7 @@ QString SourceTab::pageOf(const QString &markup, const QString &html) const
 QString SourceTab::triedPage(const Rendered &rendered) const
 {
     const bool hides = std::ranges::any_of(blocks.rows(), &ListRows::Row::checked);
-    return hides ? pageOf(rendered.markup, rendered.widgets.html) : rendered.page;
+    return hides ? pageOf(rendered.markup, rendered.html.text()) : rendered.page;
 }
 
 void SourceTab::showTried(const QString &page, qint64 revision)
@@ -213,13 +213,13 @@ void SourceTab::show(const Rendered &rendered, qint64 revision)
 {
     m_pageRevision = revision;
     m_markup = rendered.markup;
-    txtHtml->setText(rendered.widgets.html);
+    txtHtml->setText(rendered.html);
     {
         const QScopedValueRollback listing(m_listing, true);
         if (std::exchange(m_sameList, true))
-            blocks.update(rendered.widgets.blocks);
+            blocks.update(rendered.blocks);
         else
-            blocks.assign(rendered.widgets.blocks);
+            blocks.assign(rendered.blocks);
     }
     emit pageReady(rendered.page);
     m_behind = m_late.isBusy();
@@ -252,8 +252,10 @@ bool SourceTab::catchUp()
 
 void SourceTab::ShowPreview()
 {
-    if (!catchUp())
-        emit pageReady(pageOf(m_markup, txtHtml->text()));
+    if (catchUp())
+        return;
+    const QString page = pageOf(m_markup, txtHtml->text()); // the widgets' text goes before the page does
+    emit pageReady(page);
 }
 
 void SourceTab::blockTicked(int row)
