@@ -118,7 +118,7 @@ QList<CatalogueRow> Catalogues::fromText(const IndexedFile &file, const QString 
     for (const CatalogueEntry &entry : entries) {
         CatalogueRow row;
         row.name = m_index.nameOf(kind, closesUp ? read(entry.name) : entry.name.in(text));
-        row.value = read(entry.value);
+        row.value = entry.value.in(text) == row.name && !closesUp ? row.name : read(entry.value);
         row.path = pathIn(file, file.role == FileRole::WindowCatalogue ? row.name : row.value);
         row.range = entry.name;
         row.element = entry.element;

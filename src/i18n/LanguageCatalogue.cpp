@@ -25,8 +25,11 @@ QList<ListRows::Row> stringsOf(const QString &text)
     QList<ListRows::Row> strings;
     const QList<LanguageString> found = languageStrings(text);
     strings.reserve(found.size());
-    for (const LanguageString &string : found)
-        strings.append({QString(), {string.source.toString(), string.translation.toString()}});
+    for (const LanguageString &string : found) {
+        const QString source = string.source.toString();
+        const bool isCopy = string.translation == source; // so they share it
+        strings.append({QString(), {source, isCopy ? source : string.translation.toString()}});
+    }
     return strings;
 }
 

@@ -1,9 +1,29 @@
 #include "i18n/LanguageText.h"
 
+#include <utility>
+
 namespace quillmere {
 
-LanguageText::LanguageText(QString text) : m_text(std::move(text)), m_strings(languageStrings(m_text))
+LanguageText::LanguageText(const QString &file) : m_strings(languageStrings(file))
 {
+    // Copied as soon as the room is known: the views are to stay.
+    const auto isCopy = [](const LanguageString &string) { return string.translation == string.source; };
+    qsizetype units = 0;
+    for (const LanguageString &string : std::as_const(m_strings))
+        units += string.source.size() + (isCopy(string) ? 0 : string.translation.size());
+    m_text.reserve(units + 1); // so that no view of it is null
+    const auto keep = [this](QStringView part) {
+        m_text += part;
+        return QStringView(m_text).last(part.size());
+    };
+    for (LanguageString &string : m_strings) {
+        const bool copies = isCopy(string) && !string.translation.isNull();
+        string.source = keep(string.source);
+        if (copies)
+            string.translation = string.source;
+        else if (!string.translation.isNull())
+            string.translation = keep(string.translation);
+    }
     m_firstOf.reserve(m_strings.size());
     for (int i = 0; i < m_strings.size(); ++i) {
         const LanguageString &string = m_strings.at(i);

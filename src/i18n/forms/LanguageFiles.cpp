@@ -89,7 +89,7 @@ LanguageFiles::Texts LanguageFiles::read(const QStringList &paths, CodePageRule 
                 continue; // opening the language says why it cannot be read
             }
         }
-        room -= now.text->text().size();
+        room -= now.text->size();
         if (room >= 0)
             texts.insert(path, now);
     }
