@@ -18,6 +18,7 @@
 #include "source/forms/SourceBox.h"
 
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QThreadPool>
 
 #include <utility>
@@ -64,8 +65,9 @@ void OpenDocument::open(const QString &path, const QString &theme, CodePageRule 
                     tr("%1 has %2 MB and takes a while to open. Open it?").arg(path).arg(megabytes)))
         return;
     const QString kept = m_recovery->keepNow() ? m_document.path() : QString();
+    const auto over = qScopeGuard([this] { emit expected({}); });
     LoadedForNow loaded(m_files.loaded()); // the file may be read and its text then be cancelled
-    ReadyWindow window = read(path, theme, rule);
+    ReadyWindow window = read(path, theme, rule, [this](const QString &markup) { emit expected(markup); });
     loaded.keep();
     show(std::move(window));
     if (!kept.isEmpty() && kept != path)
@@ -95,13 +97,17 @@ QString OpenDocument::leftFromAnother(const QString &theme) const
         .arg(QFileInfo(m_document.path()).fileName(), own);
 }
 
-ReadyWindow OpenDocument::read(const QString &path, const QString &theme, CodePageRule rule) const
+ReadyWindow OpenDocument::read(const QString &path, const QString &theme, CodePageRule rule,
+                               const std::function<void(const QString &)> &hasText) const
 {
     ReadyWindow window;
     m_talk.runLong(tr("Opening the window"), [&](const Progress &progress) {
         window.file = Document::open(m_files, path, theme, rule, progress);
         QString text = window.file.text();
-        window.text = makeReady(FormatXML(text), progress);
+        FormatXML(text);
+        if (hasText)
+            hasText(text);
+        window.text = makeReady(text, progress);
     });
     return window;
 }

@@ -44,7 +44,9 @@ public:
     // unsaved text of the one before cannot be kept, and Cancelled; that one stays open then.
     void open(const QString &path, const QString &theme, CodePageRule rule);
     // The same in two steps, for a window whose text is not edited: reading changes nothing here.
-    ReadyWindow read(const QString &path, const QString &theme, CodePageRule rule) const;
+    // `hasText` is told the markup before the longer part of the work.
+    ReadyWindow read(const QString &path, const QString &theme, CodePageRule rule,
+                     const std::function<void(const QString &markup)> &hasText = {}) const;
     void show(ReadyWindow window);
     // A sentence to say where the window is one of another theme than this, else nothing.
     QString leftFromAnother(const QString &theme) const;
@@ -59,6 +61,9 @@ public:
 signals:
     // A window is in the source box, also one that was there before.
     void opened();
+    // This text is being made ready for the source box, and nothing else changes meanwhile; empty once that
+    // is over.
+    void expected(const QString &markup);
     // Another window is about to take the place of the one in the source box.
     void leaving();
     // An unsaved text that was offered is in the source box.

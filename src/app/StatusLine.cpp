@@ -159,6 +159,7 @@ void StatusLine::watchSource(const SourceTab &source, const WebBrowser &browser)
     const SourceBox *text = source.txtSnippet;
     connect(text, &SourceBox::cursorPositionChanged, this,
             [this, text] { showCaret(text->textCursor().blockNumber() + 1, int(text->caretColumn())); });
+    connect(&source, &SourceTab::blocksListed, this, [this, &source] { showBlocks(source.blocks.count()); });
     connect(&source, &SourceTab::fellBehind, m_behind,
             [this] { m_behind->setText(tr("Preview is behind")); });
     const auto caughtUp = [this, &source, &browser] {

@@ -182,6 +182,7 @@ void frmSkin::connectTabs()
             [this] { m_sourceTab->BuildWidgetHtml(m_sourceTab->txtSnippet->text()); });
     const auto showSource = [this] { TabStrip4->setCurrentIndex(int(frYt.indexOf(m_sourceTab))); };
     connect(m_document, &OpenDocument::textRestored, this, showSource);
+    connect(m_document, &OpenDocument::expected, m_sourceTab, &SourceTab::expect);
     connect(m_document, &OpenDocument::leaving, m_sourceTab->lvBlock, &ListView::scrollToTop);
     connect(m_stageTools, &StageTools::sourceWanted, this, showSource);
     connect(m_room, &WorkRoom::sourceWanted, this, showSource);
@@ -203,10 +204,7 @@ void frmSkin::connectTabs()
     connect(frmWb->wb, &WebBrowser::failed, this, [this](const QString &why) { m_talk.say(why); });
     connect(m_sourceTab, &SourceTab::textChanged, this, &frmSkin::enableSourceMenus);
     m_status->watchSource(*m_sourceTab, *frmWb->wb);
-    connect(m_sourceTab, &SourceTab::blocksListed, this, [this] {
-        m_status->showBlocks(m_sourceTab->blocks.count());
-        enableSourceMenus();
-    });
+    connect(m_sourceTab, &SourceTab::blocksListed, this, &frmSkin::enableSourceMenus);
 }
 
 void frmSkin::makeMenu()

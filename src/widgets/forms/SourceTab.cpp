@@ -21,6 +21,7 @@
 #include <QSettings>
 
 #include <algorithm>
+#include <utility>
 
 namespace quillmere {
 
@@ -133,8 +134,36 @@ void SourceTab::layOut(int height)
     place(m_line, kMargin, textTop - kMargin, width, DragLine::kThick);
 }
 
+void SourceTab::expect(const QString &markup)
+{
+    m_expected = {};
+    if (markup.size() > kLarge && markup.size() <= kHuge)
+        m_expected = std::async(std::launch::async, [input = inputOf(markup)] {
+            return renderPage(input, PackedText::Packing::Now);
+        });
+}
+
+// Making the text ready takes longer than drawing it, so this hardly ever waits.
+bool SourceTab::showExpected()
+{
+    if (!m_expected.valid())
+        return false;
+    const Rendered rendered = m_expected.get();
+    if (rendered.markup != txtSnippet->text())
+        return false;
+    m_sameList = false;
+    m_work.forget();
+    m_late.giveUp();
+    show(rendered, txtSnippet->revision());
+    m_work.measured(rendered.milliseconds, txtSnippet->document()->characterCount());
+    emit textChanged();
+    return true;
+}
+
 void SourceTab::txtSnippet_Change()
 {
+    if (showExpected())
+        return;
     // A key does not wait for the page, and neither does a command on a text so large that it could.
     const qsizetype units = txtSnippet->document()->characterCount();
     const bool mayWait = txtSnippet->isTyping() || units > kLarge;
@@ -164,6 +193,7 @@ void SourceTab::BuildWidgetHtml(const QString &markup)
 
 void SourceTab::tryOut(const QString &markup)
 {
+    m_expected = {};
     catchUp();
     const qint64 revision = markup == txtSnippet->text() ? txtSnippet->revision() : -1;
     if (markup.size() <= kLarge) {
@@ -204,6 +234,7 @@ void SourceTab::showTried(const QString &page, qint64 revision)
 
 void SourceTab::draw(const QString &markup)
 {
+    m_expected = {};
     m_work.forget();
     m_late.giveUp();
     show(renderPage(inputOf(markup)), markup == txtSnippet->text() ? txtSnippet->revision() : -1);
@@ -252,6 +283,7 @@ bool SourceTab::catchUp()
 
 void SourceTab::ShowPreview()
 {
+    m_expected = {};
     if (catchUp())
         return;
     const QString page = pageOf(m_markup, txtHtml->text()); // the widgets' text goes before the page does

@@ -6,6 +6,8 @@
 #include "rows/ListRows.h"
 #include "widgets/RectCommands.h"
 
+#include <future>
+
 namespace quillmere {
 
 class Commands;
@@ -62,6 +64,10 @@ public:
     SourceBox *txtSnippet;
     ListView *lvBlock;
 
+    // This text is about to come into the source box, unless that is told of an empty one: where it is large,
+    // its page is drawn meanwhile, beside the window's thread.
+    void expect(const QString &markup);
+
 signals:
     void pageReady(const QString &page);
     void textChanged();
@@ -78,6 +84,7 @@ protected:
 
 private:
     void txtSnippet_Change();
+    bool showExpected();
     RenderInput inputOf(const QString &markup) const;
     void draw(const QString &markup);
     void show(const Rendered &rendered, qint64 revision);
@@ -113,7 +120,8 @@ private:
     QString m_markup; // that was drawn last
     std::shared_ptr<KeptDrawing> m_kept = std::make_shared<KeptDrawing>();
     LateRender m_late{this};
-    LateWork m_work; // the page of the text
+    std::future<Rendered> m_expected; // valid until something else is drawn
+    LateWork m_work;                  // the page of the text
     qint64 m_pageRevision = -1;
     // What is made late is of a text that is tried out, or of the text after one.
     std::optional<qint64> m_tried;
