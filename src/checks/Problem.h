@@ -68,8 +68,8 @@ const RuleText &textOf(Rule rule);
 // Nothing for an ID that no rule has.
 std::optional<Rule> ruleOf(QStringView id);
 
-// Something in a theme that is wrong, or looks wrong. Most of many are names that nothing uses, so what these
-// need no room for has none of its own.
+// Something in a theme that is wrong, or looks wrong. Most problems of a large theme are names that nothing
+// uses; what those do not need takes no room in them.
 struct Problem
 {
     Rule rule = Rule::ThemeConfig;

@@ -185,6 +185,16 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(window.style(u"t2"_s, u"display"_s), u"none"_s, 20000);
     }
 
+    // Its page is drawn while its text is made ready, and is there with it.
+    void opensALargeWindow()
+    {
+        LargeWindow window(100);
+        window.skin->openDocument(window.write("large.xml", largeText(14000).toUtf8()));
+        QCOMPARE(window.blocks->rowCount(), 14000);
+        QVERIFY(!window.find<SourceTab>("frYt(8)")->isBehind());
+        QVERIFY(window.html().contains(u"Text 13999<"_s));
+    }
+
     void setsPropertiesOfTheNewestText()
     {
         LargeWindow window;

@@ -34,6 +34,7 @@ private slots:
         QVERIFY(kept.text() == text && copy == text);
         QThreadPool::globalInstance()->waitForDone();
         QVERIFY(kept.text() == text && copy == text);
+        QVERIFY(PackedText(text, PackedText::Packing::Now) == text);
         QCOMPARE(kept.size(), text.size());
         QVERIFY(!(kept == QString(text.size(), u'x')) || text.isEmpty());
         copy = PackedText(text + u'x');
