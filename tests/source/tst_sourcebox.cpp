@@ -355,6 +355,29 @@ private slots:
         QVERIFY(QTest::qWaitFor([&] { return colourAt(1, 0) == attribute; }));
     }
 
+    // Whatever comes and goes between two looks at the same lines.
+    void forgetsLinesNotLookedAt()
+    {
+        Box box;
+        box.show(u"<a/>\r\n"_s.repeated(9000));
+        const auto first = [&] { return box.document()->firstBlock().layout(); };
+        const QList<QTextLayout::FormatRange> colours = box.coloursOf(0);
+        QVERIFY(!colours.isEmpty() && first()->lineCount() == 1);
+        const auto lookAtAll = [&] {
+            for (int line = 0; line < box.document()->blockCount(); ++line)
+                box.coloursOf(line);
+        };
+        lookAtAll();
+        QVERIFY(first()->lineCount() == 0 && first()->formats().isEmpty());
+        QCOMPARE(box.coloursOf(0), colours);
+        for (int line = 8000; line > 10; --line)
+            box.coloursOf(line % 1500);
+        box.replace(12, 6 * 1000, u"<b/>\r\n<c/>"_s, 0); // some of them go
+        lookAtAll();
+        lookAtAll();
+        QCOMPARE(box.coloursOf(0), colours);
+    }
+
     void darkPalette()
     {
         Box box;

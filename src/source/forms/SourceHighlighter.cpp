@@ -40,6 +40,7 @@ SourceHighlighter::SourceHighlighter(QTextDocument *document, const HeldText &he
       m_layout(static_cast<SourceLayout *>(document->documentLayout())), m_held(held)
 {
     m_layout->setBeforeShown([this](const QTextBlock &line) { prepare(line); });
+    m_layout->setForgotten([this](const QTextBlock &line) { forget(line); });
     m_next.setInterval(0);
     connect(&m_next, &QTimer::timeout, this, &SourceHighlighter::colourWaiting);
     connect(document, &QTextDocument::contentsChange, this, &SourceHighlighter::textChanged);
@@ -48,8 +49,10 @@ SourceHighlighter::SourceHighlighter(QTextDocument *document, const HeldText &he
 
 SourceHighlighter::~SourceHighlighter()
 {
-    if (m_layout)
+    if (m_layout) {
         m_layout->setBeforeShown({});
+        m_layout->setForgotten({});
+    }
 }
 
 void SourceHighlighter::setDark(bool dark)
@@ -151,6 +154,12 @@ void SourceHighlighter::prepare(const QTextBlock &line)
     QTextBlock(line).setUserState(line.userState() < 0 ? kShownUnread : line.userState() | kShown);
     readLine(line);
     show(line);
+}
+
+void SourceHighlighter::forget(const QTextBlock &line)
+{
+    if (isShown(line))
+        QTextBlock(line).setUserState(line.userState() == kShownUnread ? -1 : line.userState() & ~kShown);
 }
 
 void SourceHighlighter::colourPart(QStringView line, qsizetype from, qsizetype to, LineState &state)

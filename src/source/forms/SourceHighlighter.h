@@ -50,6 +50,7 @@ private:
     LineState readLine(const QTextBlock &line);
     void colourPart(QStringView line, qsizetype from, qsizetype to, LineState &state);
     void prepare(const QTextBlock &line);
+    void forget(const QTextBlock &line);
     void show(const QTextBlock &line);
 
     QTextDocument *m_document;

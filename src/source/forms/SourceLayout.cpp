@@ -8,6 +8,10 @@
 
 namespace quillmere {
 
+namespace {
+constexpr size_t kMostLaidOut = 4000; // lines, many times what a screen shows
+}
+
 void SourceLayout::setFormats(const QTextBlock &line, const QList<QTextLayout::FormatRange> &formats)
 {
     const bool isLaidOut = line.layout()->lineCount() > 0;
@@ -25,8 +29,12 @@ QRectF SourceLayout::blockBoundingRect(const QTextBlock &line) const
         return QPlainTextDocumentLayout::blockBoundingRect(line);
     if (m_prepare)
         m_prepare(line);
-    if (line.layout()->lineCount() == 0)
+    if (line.layout()->lineCount() == 0) {
         layOut(line);
+        m_laidOut.push_back(line);
+        if (m_laidOut.size() >= kMostLaidOut)
+            forgetOldest();
+    }
     const QRectF rect = QPlainTextDocumentLayout::blockBoundingRect(line);
     noteWidth(line, rect.width());
     return rect;
@@ -48,6 +56,22 @@ void SourceLayout::layOut(const QTextBlock &line) const
         y += part.height();
     }
     layout.endLayout();
+}
+
+// Half of them, this one not among them. One that is still shown is laid out again when it is drawn.
+void SourceLayout::forgetOldest() const
+{
+    const auto half = m_laidOut.begin() + kMostLaidOut / 2;
+    const std::vector<QTextBlock> oldest(m_laidOut.begin(), half);
+    m_laidOut.erase(m_laidOut.begin(), half);
+    for (const QTextBlock &line : oldest) {
+        if (line == m_laidOut.back() || !line.layout()->preeditAreaText().isEmpty())
+            continue;
+        line.layout()->clearLayout();
+        const_cast<SourceLayout *>(this)->setFormats(line, {});
+        if (m_forgotten)
+            m_forgotten(line);
+    }
 }
 
 // A line that was the widest may have become shorter. Those that are shown tell their widths again.
@@ -76,6 +100,8 @@ void SourceLayout::documentChanged(int from, int removed, int added)
     // reaches into the next line: for each key, since a line gets its colours as a whole. While there are as
     // many lines as before, those that have changed are the ones with what has come.
     const bool sameLines = std::exchange(m_lines, document()->blockCount()) == document()->blockCount();
+    if (!sameLines || document()->findBlock(from) != document()->findBlock(from + added))
+        m_laidOut.clear(); // some of them may be gone
     if (sameLines)
         QPlainTextDocumentLayout::documentChanged(from, 0, std::max(1, added));
     else

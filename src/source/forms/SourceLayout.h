@@ -5,13 +5,15 @@
 #include <QTextLayout>
 
 #include <functional>
+#include <vector>
 
 namespace quillmere {
 
 // The layout of an editor's document, which tells when a line is about to be shown. A line that is laid out
 // keeps close to a kilobyte, and a window may have 100,000 of them, of which a person sees some hundred: what
-// only the looks of a line need is therefore not done before. And of a change, only its lines are drawn.
-// Lines are never wrapped and begin at the left, so that no width of a view is any matter to them.
+// only the looks of a line need is therefore not done before, and forgotten once some thousand others have
+// been looked at. And of a change, only its lines are drawn. Lines are never wrapped and begin at the left,
+// so that no width of a view is any matter to them.
 class SourceLayout : public QPlainTextDocumentLayout
 {
 public:
@@ -21,6 +23,12 @@ public:
     void setBeforeShown(std::function<void(const QTextBlock &line)> prepare)
     {
         m_prepare = std::move(prepare);
+    }
+    // Called with a line that is laid out no more and has no formats any more; without one where whoever is
+    // called goes.
+    void setForgotten(std::function<void(const QTextBlock &line)> forgotten)
+    {
+        m_forgotten = std::move(forgotten);
     }
     // Gives the line its formats. Draws it again where it is laid out already.
     void setFormats(const QTextBlock &line, const QList<QTextLayout::FormatRange> &formats);
@@ -34,9 +42,11 @@ protected:
 
 private:
     void layOut(const QTextBlock &line) const;
+    void forgetOldest() const;
     void noteWidth(const QTextBlock &line, qreal width) const;
 
-    std::function<void(const QTextBlock &line)> m_prepare;
+    std::function<void(const QTextBlock &line)> m_prepare, m_forgotten;
+    mutable std::vector<QTextBlock> m_laidOut; // one after the other, since lines have last come or gone
     mutable QTextBlock m_widestLine;
     mutable qreal m_widest = 0;              // pixels, its margins among them
     int m_quietFrom = -1, m_quietLength = 0; // of a line whose formats change unseen
