@@ -21,7 +21,6 @@
 #include <QSettings>
 
 #include <algorithm>
-#include <utility>
 
 namespace quillmere {
 
@@ -146,10 +145,8 @@ void SourceTab::expect(const QString &markup)
 // Making the text ready takes longer than drawing it, so this hardly ever waits.
 bool SourceTab::showExpected()
 {
-    if (!m_expected.valid())
-        return false;
-    const Rendered rendered = m_expected.get();
-    if (rendered.markup != txtSnippet->text())
+    const Rendered rendered = m_expected.valid() ? m_expected.get() : Rendered();
+    if (rendered.markup.isEmpty() || rendered.markup != txtSnippet->text())
         return false;
     m_sameList = false;
     m_work.forget();
