@@ -12,7 +12,7 @@ class Candidates
 {
 public:
     Candidates() = default;
-    explicit Candidates(const QStringList &names);
+    explicit Candidates(const QStringList &names) : m_names(names) {}
 
     const QStringList &names() const { return m_names; }
     // The numbers of the names that hold what was typed, ignoring letter case: first those that begin with
@@ -20,8 +20,7 @@ public:
     std::vector<qint32> matching(QStringView typed) const;
 
 private:
-    QStringList m_names;
-    QStringList m_folded;
+    QStringList m_names; // in texts that the index holds as well
 };
 
 } // namespace quillmere
