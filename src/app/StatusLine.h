@@ -32,8 +32,8 @@ public:
     void showRule(CodePageRule rule);
     // How many problems the theme has; nothing for an empty text.
     void showProblems(const QString &summary);
-    // Says from now on where the caret is, how many blocks there are, and when the browser shows an older text
-    // than the source box holds.
+    // Says from now on where the caret is, how many blocks there are, and when the browser shows an older
+    // text than the source box holds.
     void watchSource(const SourceTab &source, const WebBrowser &browser);
 
     OfferBar *offers;
