@@ -7,7 +7,9 @@ namespace quillmere {
 LanguageText::LanguageText(const QString &file) : m_strings(languageStrings(file))
 {
     // Copied as soon as the room is known: the views are to stay.
-    const auto isCopy = [](const LanguageString &string) { return string.translation == string.source; };
+    const auto isCopy = [](const LanguageString &string) {
+        return !string.translation.isNull() && string.translation == string.source;
+    };
     qsizetype units = 0;
     for (const LanguageString &string : std::as_const(m_strings))
         units += string.source.size() + (isCopy(string) ? 0 : string.translation.size());
@@ -17,7 +19,7 @@ LanguageText::LanguageText(const QString &file) : m_strings(languageStrings(file
         return QStringView(m_text).last(part.size());
     };
     for (LanguageString &string : m_strings) {
-        const bool copies = isCopy(string) && !string.translation.isNull();
+        const bool copies = isCopy(string);
         string.source = keep(string.source);
         if (copies)
             string.translation = string.source;
